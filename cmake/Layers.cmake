@@ -1,0 +1,30 @@
+# quillara_layer(name FOLDER folder [BELOW layers...] [USES libraries...] [OPTIONS compiler options...])
+# One target per layer of the house: the sources of one folder, which may use the layers named behind BELOW.
+function(quillara_layer name)
+  cmake_parse_arguments(LAYER "" "FOLDER" "BELOW;USES;OPTIONS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${LAYER_FOLDER}/*.cpp)
+  add_library(${name} OBJECT ${sources})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_compile_options(${name} PRIVATE ${LAYER_OPTIONS})
+  target_link_libraries(${name} PRIVATE ${LAYER_USES})
+  foreach(layer IN LISTS LAYER_BELOW)
+    add_dependencies(${name} ${layer})
+  endforeach()
+endfunction()
+
+# quillara_tests(name FOLDERS folders... [USES libraries...])
+# One test program: all sources of some folders below tests/, against the real module and the real core.
+function(quillara_tests name)
+  cmake_parse_arguments(TESTS "" "" "FOLDERS;USES" ${ARGN})
+  set(sources)
+  foreach(folder IN LISTS TESTS_FOLDERS)
+    file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
+    list(APPEND sources ${found})
+  endforeach()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE GTest::gtest GTest::gmock GTest::gtest_main quillara_core ${TESTS_USES})
+  target_compile_definitions(${name} PRIVATE
+    QUILLARA_SAMPLES="${PROJECT_SOURCE_DIR}/samples" QUILLARA_PROGRAM="$<TARGET_FILE:quillara>"
+    QUILLARA_MODULE="$<TARGET_FILE:qladrilldown>")
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()

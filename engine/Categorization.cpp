@@ -1,0 +1,157 @@
+// How a record cuts the range of its variable into categories, one builder per method.
+
+#include <algorithm>
+#include <string>
+
+#include "engine/Drill.h"
+#include "engine/NumberTexts.h"
+
+namespace {
+
+/// Building ends behind this many intervals; a step size far too small for the range would fill the memory.
+constexpr int IntervalLimit = 1'000'000;
+constexpr std::int32_t IntervalKind = 1;
+
+using BoundText = std::string (*)(double);
+
+void AddInterval(std::set<Categories>& set, double lower, double upper, std::string name, double count = 0.0) {
+    set.insert(set.end(), Categories{IntervalKind, count, upper, std::move(name), lower});
+}
+
+/// "a<x<=b" or "a<=x<b".
+std::string IntervalName(double lower, const char* relation, double upper, BoundText text) {
+    return text(lower) + relation + text(upper);
+}
+
+bool HasNoRange(const Drill& record) {
+    return ClearlyBelow(record.Max, record.Min);
+}
+
+bool HasSingleValue(const Drill& record) {
+    return NearlyEqual(record.Min, record.Max);
+}
+
+/// The one category of a variable with a single value under Methods 1 and 2.
+void AddSingleValue(Drill& record) {
+    AddInterval(record.CategorySet, record.Min - 1.0, record.Max, "x=" + FieldBoundText(record.Max));
+}
+
+/// Intervals (a, b] of one width from `low` on, until a bound lies clearly above `high`. An interval without width
+/// isn't made and ends the building.
+void AddEqualIntervals(Drill& record, double low, double high, double step, BoundText text) {
+    double lower = low;
+    for (int made = 0; made < IntervalLimit; ++made) {
+        const double upper = lower + step;
+        if (ClearlyBelow(high, upper) || !(upper > lower)) {
+            return;
+        }
+        AddInterval(record.CategorySet, lower, upper, IntervalName(lower, "<x<=", upper, text));
+        lower = upper;
+    }
+}
+
+}  // namespace
+
+int Drill::ClearCategories() {
+    CategorySet.clear();
+    Isset = 0;
+    return 1;
+}
+
+int Drill::MakeExactCategories() {
+    ClearCategories();
+    if (HasNoRange(*this)) {
+        return 0;
+    }
+    if (HasSingleValue(*this)) {
+        AddSingleValue(*this);
+        return 1;
+    }
+    if (ExactCount < 1) {
+        return -1;
+    }
+    const double step = (Max - Min) / (ExactCount - 1);
+    AddEqualIntervals(*this, Min - step * 0.5, step * 0.5 + Max, step, FieldBoundText);
+    return 1;
+}
+
+int Drill::MakeNeatCategories() {
+    ClearCategories();
+    if (HasNoRange(*this)) {
+        return 0;
+    }
+    if (HasSingleValue(*this)) {
+        AddSingleValue(*this);
+        return 1;
+    }
+    double low = Min;
+    double high = Max;
+    double step = (high - low) / NeatCount;
+    scling_double_QUA(&low, &high, &step, static_cast<short>(ValidCount), static_cast<short>(NeatCount));
+    AddEqualIntervals(*this, low, high, step, RealBoundText);
+    return 1;
+}
+
+int Drill::MakeStepCategories() {
+    ClearCategories();
+    if (HasSingleValue(*this)) {
+        // Intended: [Min, Max) admits no value, unlike the single category of the other methods; the half-open rule
+        // of this method holds for every interval.
+        AddInterval(CategorySet, Min, Max, FieldBoundText(Max));
+        return 1;
+    }
+    double lower = StartAtMin == 1 ? Min : StepStart;
+    for (int made = 0; made < IntervalLimit && lower <= Max; ++made) {
+        const double upper = StepSize + lower;
+        if (!(upper > lower)) {
+            break;
+        }
+        AddInterval(CategorySet, lower, upper, IntervalName(lower, "<=x<", upper, RealBoundText));
+        lower = upper;
+    }
+    return 1;
+}
+
+int Drill::MakeUserCategories() {
+    if (NU == 0) {
+        return 0;
+    }
+    ClearCategories();
+    // Intended: counts start at 1.0, unlike those of the other methods; the recount before they are shown resets them.
+    constexpr double startCount = 1.0;
+    const double first = UserInterv[0];
+    const double last = UserInterv[static_cast<std::size_t>(NU) - 1];
+    const double margin = (last - first) / NU;
+    AddInterval(CategorySet, std::min(Min, first) - margin, first, "x<=" + FieldBoundText(first), startCount);
+    for (std::size_t i = 1; i < static_cast<std::size_t>(NU); ++i) {
+        const double lower = UserInterv[i - 1];
+        const double upper = UserInterv[i];
+        AddInterval(CategorySet, lower, upper, IntervalName(lower, "<x<=", upper, FieldBoundText), startCount);
+    }
+    AddInterval(CategorySet, last, std::max(Max, last) + margin, FieldBoundText(last) + "<x", startCount);
+    return 1;
+}
+
+int Drill::RebuildCategories() {
+    switch (Method) {
+        case DistinctValues:
+        case IntegerCategories:
+            ClearCategories();
+            break;
+        case ExactIntervals:
+            MakeExactCategories();
+            break;
+        case NeatIntervals:
+            MakeNeatCategories();
+            break;
+        case StepIntervals:
+            MakeStepCategories();
+            break;
+        case UserIntervals:
+            MakeUserCategories();
+            break;
+        default:
+            break;
+    }
+    return 1;
+}

@@ -1,0 +1,97 @@
+#include "engine/DisplayNames.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "engine/DrillDown.h"
+#include "engine/HostBuffer.h"
+#include "engine/NumberTexts.h"
+#include "engine/Rounding.h"
+
+namespace {
+
+constexpr short NameFieldWidth = 8;
+constexpr unsigned char WholeNumberText = 6;
+
+/// Whole values are labelled and shown as whole numbers up to this magnitude.
+constexpr double LargestWholeValue = 2147483648.0;
+
+bool IsWholeWithinRange(double value, double rounded) {
+    return NearlyEqual(value, rounded) && !ClearlyBelow(LargestWholeValue, std::fabs(value));
+}
+
+/// A whole value as the text functions take it. 2147483648 itself is in range and fits a long.
+long WholePart(double rounded) {
+    return static_cast<long>(rounded);
+}
+
+int NameCategories(CDrillDown& analysis, const CDrillDown::DrillSet* set, std::int16_t var) {
+    HostBuffer<char> buffer(analysis, NameFieldSize);
+    if (!buffer) {
+        return 0;
+    }
+    const auto record = analysis.LookFor(var, set);
+    if (record == set->end()) {
+        return 1;
+    }
+    for (const Categories& category : record->CategorySet) {
+        std::fill_n(buffer.data(), NameFieldSize, '\0');
+        int position = 0;
+        const bool labelled = analysis.ValueToLabelText(var, category.Upper, &position, buffer.data()) == 1;
+        std::string name = buffer.data();
+        if (labelled) {
+            name = TrimBlanks(name);
+            analysis.ExpandPossible8CharHash(name);
+            analysis.StripFormatting(name);
+        }
+        Editable(category).Name = std::move(name);
+    }
+    return 1;
+}
+
+}  // namespace
+
+int CDrillDown::ValueToLabelText(std::int16_t var, double value, int* position, char* buffer) {
+    const double rounded = RoundHalfAwayFromZero(value);
+    char* text = buffer + *position;
+    if (!IsWholeWithinRange(value, rounded)) {
+        RealToFieldText(value, NumberFieldText, text);
+        return 0;
+    }
+    const auto single = static_cast<float>(value);
+    if (vvlcod(0, var, text, &single) == 0) {
+        *position += NameFieldWidth;
+        return 1;
+    }
+    if (IsSpecialFormatVariable(var) != 0) {
+        WriteSpecialFormatVariable(var, value, text, NameFieldWidth);
+        *position += NameFieldWidth;
+    } else {
+        // The rounded value: 2.9999999999999996 is named 3.
+        *position += IntToText(WholePart(rounded), WholeNumberText, NameFieldWidth, text);
+    }
+    return 0;
+}
+
+int CDrillDown::SetCategoriesName(std::int16_t var) {
+    return NameCategories(*this, DrillDowns, var);
+}
+
+int CDrillDown::SetReviewCategoriesName(std::int16_t var) {
+    return NameCategories(*this, Reviews, var);
+}
+
+std::string DisplayName(CDrillDown& analysis, std::int16_t var, char* field) {
+    std::fill_n(field, NameFieldSize, '\0');
+    analysis.getvn5(var, field);
+    std::string name = TrimBlanks(field);
+    analysis.ExpandPossible8CharHash(name);
+    analysis.StripFormatting(name);
+    return name;
+}
+
+std::string CDrillDown::VariableDisplayName(std::int16_t var) {
+    std::array<char, NameFieldSize> field{};
+    return DisplayName(*this, var, field.data());
+}

@@ -1,0 +1,68 @@
+#include "engine/DrillFilter.h"
+
+#include <iterator>
+
+namespace {
+
+KeepRule RuleOf(std::int32_t method) {
+    switch (method) {
+        case DistinctValues:
+        case IntegerCategories:
+            return KeepRule::Equal;
+        case ExactIntervals:
+        case NeatIntervals:
+        case UserIntervals:
+            return KeepRule::OpenClosed;
+        case StepIntervals:
+            return KeepRule::ClosedOpen;
+        default:
+            return KeepRule::Everything;
+    }
+}
+
+bool IsStepOnMissing(const Drill& record) {
+    return record.ChosenCategory == static_cast<std::int32_t>(record.CategorySet.size());
+}
+
+/// Intended: an unknown method ends the test of all steps behind it, unlike any other step; a case that came so far
+/// remains.
+bool EndsTheTest(const Drill& record) {
+    return !IsStepOnMissing(record) && record.Method > UserIntervals;
+}
+
+FilterCondition ConditionOf(CDrillDown& analysis, const Drill& record) {
+    if (IsStepOnMissing(record)) {
+        double code = 0.0;
+        analysis.getmd5(record.VarNo, &code);
+        const NearlyEqualRange missing = RangeNearlyEqualTo(code);
+        return {record.VarNo, KeepRule::MissingOnly, missing.Lowest, missing.Highest};
+    }
+    const Categories& kept = *std::next(record.CategorySet.begin(), record.ChosenCategory);
+    return {record.VarNo, RuleOf(record.Method), kept.Lower, kept.Upper};
+}
+
+}  // namespace
+
+CompiledFilter::CompiledFilter(CDrillDown& analysis) : Conditions(analysis, analysis.DrillUps->size() + 1) {
+    if (!Conditions) {
+        return;
+    }
+    for (const Drill& record : *analysis.DrillUps) {
+        if (EndsTheTest(record)) {
+            return;
+        }
+        Conditions[Count++] = ConditionOf(analysis, record);
+    }
+}
+
+int CDrillDown::HasBeenDrilled(const double* values) {
+    for (const Drill& record : *DrillUps) {
+        if (EndsTheTest(record)) {
+            return 0;
+        }
+        if (!ConditionOf(*this, record).Keeps(values[record.VarNo])) {
+            return 1;
+        }
+    }
+    return 0;
+}

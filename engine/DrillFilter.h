@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/DrillDown.h"
+#include "engine/HostBuffer.h"
+#include "platform/OrderedBits.h"
+
+/// What a drill step keeps, by plain comparison of a value with the bounds of the chosen category.
+enum class KeepRule : std::uint8_t {
+    MissingOnly,  ///< the variable is missing
+    Equal,  ///< exactly Upper
+    OpenClosed,  ///< (Lower, Upper]
+    ClosedOpen,  ///< [Lower, Upper)
+    Everything,  ///< an unknown method below those that exist
+};
+
+/// One drill step as a condition on one variable.
+struct FilterCondition {
+    std::int16_t VarNo;
+    KeepRule Rule;
+    double Lower;
+    double Upper;
+
+    /// Whether a value passes. A NaN passes an interval, which excludes only what lies outside its bounds.
+    [[nodiscard]] bool Keeps(double x) const noexcept {
+        switch (Rule) {
+            case KeepRule::MissingOnly:
+                return Lower <= x && x <= Upper;
+            case KeepRule::Equal:
+                // Intended: exact, unlike the counting of values, which takes nearly equal ones together; a drill
+                // keeps the value that was met first.
+                return x == Upper;
+            case KeepRule::OpenClosed:
+                // Intended: Lower is tested, unlike in the counting, where the first interval takes what lies below.
+                return !(x > Upper || Lower >= x);
+            case KeepRule::ClosedOpen:
+                return !(x >= Upper || Lower > x);
+            case KeepRule::Everything:
+                break;
+        }
+        return true;
+    }
+};
+
+/// The steps of an analysis as conditions, made once for a pass.
+class CompiledFilter {
+  public:
+    explicit CompiledFilter(CDrillDown& analysis);
+
+    /// False when there was no memory.
+    explicit operator bool() const noexcept { return static_cast<bool>(Conditions); }
+    [[nodiscard]] const FilterCondition* begin() const noexcept { return Conditions.data(); }
+    [[nodiscard]] const FilterCondition* end() const noexcept { return Conditions.data() + Count; }
+
+  private:
+    HostBuffer<FilterCondition> Conditions;
+    std::size_t Count = 0;
+};

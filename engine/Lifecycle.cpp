@@ -1,0 +1,116 @@
+#include <algorithm>
+#include <array>
+
+#include "engine/DrillDown.h"
+#include "engine/OutOfMemory.h"
+
+namespace {
+
+/// The variable arrays, in the order in which they are allocated and freed.
+struct VariableArray {
+    std::int16_t* CDrillDown::*Member;
+    unsigned long EntriesPerVariable;
+};
+
+constexpr std::array<VariableArray, 7> VariableArrays{{
+    // Member                     Entries per variable, and as many more
+    {&CDrillDown::RVCategorical, 1},
+    {&CDrillDown::RVContinuous, 1},
+    {&CDrillDown::Categorical, 1},
+    {&CDrillDown::Continuous, 1},
+    {&CDrillDown::FirstVarList, 1},
+    {&CDrillDown::SecondVarList, 1},
+    {&CDrillDown::AllReviewVars, 2},
+}};
+
+/// Makes the set, or empties the one that is there.
+void Renew(CDrillDown::DrillSet*& set) {
+    if (set == nullptr) {
+        set = new CDrillDown::DrillSet;
+    } else {
+        set->clear();
+    }
+}
+
+bool AllocateArrays(CDrillDown& analysis) {
+    const auto entries = static_cast<unsigned long>(analysis.Table.Variables) + 1;
+    for (const VariableArray& array : VariableArrays) {
+        void* address = nullptr;
+        if (analysis.AllocMem(&address, entries * array.EntriesPerVariable * sizeof(std::int16_t)) != 0) {
+            return false;
+        }
+        analysis.*array.Member = static_cast<std::int16_t*>(address);
+        std::fill_n(analysis.*array.Member, entries * array.EntriesPerVariable, std::int16_t{0});
+    }
+    return true;
+}
+
+}  // namespace
+
+void CDrillDown::InitMembers() {
+    StandAloneResults = 0;
+    DataChanged = 0;
+    PlotMedianQuartileRange = 0;
+    PlotMeanSEAndSD = 1;
+    PlotMeanSD196TimesSD = 0;
+    PlotMeanSE196TimesSE = 0;
+    NoRVCategorical = NoRVContinuous = 0;
+    NoCategorical = NoContinuous = 0;
+    WeightedMoments = 0;
+    CasewiseDeletionOfMD = RVCasewiseDeletionOfMD = 0;
+    CountMD = 1;
+    ValidVar = NumOfCases = 0;
+    ProgressOn = false;
+    CurrentDown = CurrentUp = -1;
+    Selected = -1;
+    FirstVarCount = SecondVarCount = 0;
+}
+
+void CDrillDown::ReleaseMembers() {
+    for (const VariableArray& array : VariableArrays) {
+        if (this->*array.Member != nullptr) {
+            FreeMem(this->*array.Member);
+            this->*array.Member = nullptr;
+        }
+    }
+}
+
+int CDrillDown::Init() {
+    InitCommons(&Table, &Names, &CaseLine, &CaseWeight, nullptr);
+    ReleaseMembers();
+    if (!AllocateArrays(*this)) {
+        ReleaseMembers();
+        return ReportNotEnoughMemory(*this);
+    }
+    Renew(DrillDowns);
+    Renew(DrillUps);
+    Renew(Reviews);
+    return 1;
+}
+
+int CDrillDown::ResetMembers() {
+    const int result = Init();
+    InitMembers();
+    for (DrillSet* set : {DrillDowns, DrillUps, Reviews}) {
+        if (set != nullptr) {
+            set->clear();
+        }
+    }
+    return result;
+}
+
+void CDrillDown::tdstar(int total, const char* text) {
+    if (ProgressOn) {
+        dstop();
+    }
+    d_pbar(text);
+    dstart(static_cast<unsigned long>(total));
+    ProgressOn = true;
+}
+
+void CDrillDown::ddstop() {
+    if (ProgressOn) {
+        dstop();
+    }
+    ProgressOn = false;
+}

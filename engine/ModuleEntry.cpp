@@ -1,0 +1,89 @@
+// The module's composition root: library load, entry function, creation and end of the analysis, and the steps by
+// which the host drives it.
+
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "engine/DrillDown.h"
+#include "host/AnalysisContext.h"
+#include "resources/StringTable.h"
+
+namespace {
+
+constexpr int AnalysisId = 4811;
+constexpr std::array<char, 8> AnalysisMark{'Q', 'L', 'D', 'R', 'I', 'L', 'L', ' '};
+
+constexpr ModuleInstance TheModule{"qladrilldown", StringTable};
+
+/// Made when the library is loaded, destroyed when it is unloaded.
+class DrillDownContext : public CAnalysisContext {
+  public:
+    DrillDownContext() { OrvOleRegisterTypeLib("QLADrillDown"); }
+    [[nodiscard]] const ModuleInstance* Instance() const override { return &TheModule; }
+};
+
+const DrillDownContext TheContext;
+
+const std::array<SequenceStep, 2> StepTable{{
+    // Id  Function                                                                         Next
+    {100, &CAnalysisSupport::InitializeAfterFileChanged, 101},
+    {101, static_cast<int (CAnalysisSupport::*)()>(&CDrillDown::StartAnalysis), 0},
+}};
+
+}  // namespace
+
+CAnalysisSupport* Orv6NewAnalysis() {
+    try {
+        return new (std::nothrow) CDrillDown(nullptr);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+CDrillDown::CDrillDown(CAnalysisDoc* document) : CAnalysisSupport(document, TheContext) {
+    std::copy(AnalysisMark.begin(), AnalysisMark.end(), Names.AnalysisTag);
+    SetSequenceTable(StepTable.data(), static_cast<int>(StepTable.size()));
+    InitMembers();
+}
+
+CDrillDown::~CDrillDown() {
+    delete DrillDowns;
+    delete DrillUps;
+    delete Reviews;
+    ReleaseMembers();
+}
+
+int CDrillDown::StartAnalysis() {
+    return -1;
+}
+
+int CDrillDown::InitializeAfterFileChanged() {
+    return Init();
+}
+
+void CDrillDown::Initialize() {}
+
+bool CDrillDown::ForwardSequence(int from, int to) const {
+    return CAnalysisSupport::ForwardSequence(from, to);
+}
+
+const ModuleInstance* CDrillDown::GetLibInstance() {
+    return &TheModule;
+}
+
+int CDrillDown::GetAnalysisID() {
+    return AnalysisId;
+}
+
+std::string CDrillDown::GetAnalysisName() const {
+    return const_cast<CDrillDown*>(this)->GetResourceString(AnalysisNameText);
+}
+
+bool CDrillDown::BeforeRouteOutput(IDispatch* document) {
+    return StandAloneResults != 0 && CAnalysisSupport::BeforeRouteOutput(document);
+}
+
+void CDrillDown::BeforeClose() {
+    CAnalysisSupport::BeforeClose();
+}

@@ -1,0 +1,85 @@
+#include "engine/PassLayout.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+/// The lists and the option of one side of an analysis.
+struct SideMembers {
+    std::int16_t CDrillDown::*Option;
+    std::int16_t* CDrillDown::*Categorical;
+    std::int16_t CDrillDown::*NoCategorical;
+    std::int16_t* CDrillDown::*Continuous;
+    std::int16_t CDrillDown::*NoContinuous;
+};
+
+constexpr std::array<SideMembers, PassSides> MembersOfSide{{
+    {&CDrillDown::CasewiseDeletionOfMD, &CDrillDown::Categorical, &CDrillDown::NoCategorical, &CDrillDown::Continuous,
+     &CDrillDown::NoContinuous},
+    {&CDrillDown::RVCasewiseDeletionOfMD, &CDrillDown::RVCategorical, &CDrillDown::NoRVCategorical,
+     &CDrillDown::RVContinuous, &CDrillDown::NoRVContinuous},
+}};
+
+bool HasSharedTargets(std::span<const PassVariable> variables) {
+    std::set<const Drill*> targets;
+    return std::any_of(variables.begin(), variables.end(), [&](const PassVariable& variable) {
+        const CategoryFeed& feed = variable.Categories;
+        return feed.Counting != CategoryCounting::None && feed.Target != nullptr &&
+               (feed.Feeder != feed.Target || !targets.insert(feed.Target).second);
+    });
+}
+
+}  // namespace
+
+PassLayout::PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<const PassVariable> variables,
+                       const CompiledFilter& filter)
+    : SharedTargets(HasSharedTargets(variables)) {
+    for (const PassVariable& variable : variables) {
+        Columns.push_back(ColumnOf(analysis, variable.VarNo));
+    }
+    if (rules.Filtered) {
+        for (const FilterCondition& condition : filter) {
+            FilterColumns.push_back(ColumnOf(analysis, condition.VarNo));
+        }
+    }
+    PlaceSides(variables);
+    CollectCasewise(analysis, rules);
+}
+
+std::size_t PassLayout::ColumnOf(CDrillDown& analysis, std::int16_t var) {
+    const auto known = std::find(Needed.begin(), Needed.end(), var);
+    const auto column = static_cast<std::size_t>(known - Needed.begin());
+    if (known == Needed.end()) {
+        double code = 0.0;
+        analysis.getmd5(var, &code);
+        Needed.push_back(var);
+        Missing.push_back(RangeNearlyEqualTo(code));
+    }
+    return column;
+}
+
+void PassLayout::PlaceSides(std::span<const PassVariable> variables) {
+    const auto drills = std::count_if(variables.begin(), variables.end(),
+                                      [](const PassVariable& variable) { return variable.Side == DrillSide; });
+    Sides[DrillSide].Count = static_cast<std::size_t>(drills);
+    Sides[ReviewSide].First = static_cast<std::size_t>(drills);
+    Sides[ReviewSide].Count = variables.size() - static_cast<std::size_t>(drills);
+}
+
+void PassLayout::CollectCasewise(CDrillDown& analysis, const PassRules& rules) {
+    for (const PassSide side : {DrillSide, ReviewSide}) {
+        const SideMembers& members = MembersOfSide[side];
+        Sides[side].Casewise =
+            Sides[side].Count > 0 && (rules.Casewise == CasewiseTest::Always || analysis.*members.Option == 1);
+        if (!Sides[side].Casewise) {
+            continue;
+        }
+        for (int i = 0; i < analysis.*members.NoCategorical; ++i) {
+            Sides[side].CasewiseColumns.push_back(ColumnOf(analysis, (analysis.*members.Categorical)[i]));
+        }
+        for (int i = 0; i < analysis.*members.NoContinuous; ++i) {
+            Sides[side].CasewiseColumns.push_back(ColumnOf(analysis, (analysis.*members.Continuous)[i]));
+        }
+    }
+}

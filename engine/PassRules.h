@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/CategoryTally.h"
+
+/// Which of the two lists a variable of a pass belongs to; each has its own casewise option.
+enum PassSide : std::size_t { DrillSide = 0, ReviewSide = 1, PassSides = 2 };
+
+/// Which cases a pass counts in ValidVar.
+enum class ValidVarRule : std::uint8_t {
+    Untouched,  ///< ValidVar isn't written
+    KeptCases,  ///< cases that the casewise option of the drill variables leaves
+    RemainingCases,  ///< all cases that remain, also those deleted casewise
+};
+
+/// When a case with missing data is deleted for all variables of a list.
+enum class CasewiseTest : std::uint8_t {
+    ByOption,  ///< when the option of the list is 1
+    Always,
+};
+
+/// What a case that is deleted for a list counts as in its variables.
+enum class DeletedCase : std::uint8_t { Nowhere, Missing };
+
+/// What sets one pass over the cases apart from the others.
+struct PassRules {
+    bool Filtered;  ///< only cases that remain under the steps
+    ValidVarRule ValidVar;
+    CasewiseTest Casewise;
+    DeletedCase DrillDeleted;
+    DeletedCase ReviewDeleted;
+};
+
+// clang-format off
+// Intended: ReviewDeleted is Nowhere after a drill, unlike in the scan of the review variables; the missing counts of
+// review tables depend on it.
+//                                                           Filtered  ValidVar                      Casewise                DrillDeleted          ReviewDeleted
+inline constexpr PassRules ScanOfDrillVariables             {false, ValidVarRule::KeptCases,      CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
+inline constexpr PassRules ScanOfReviewVariables            {true,  ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Missing};
+inline constexpr PassRules StatisticsAfterDrill             {true,  ValidVarRule::RemainingCases, CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
+inline constexpr PassRules RecountBeforeDrill               {true,  ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
+inline constexpr PassRules CountOfAllIntervals              {false, ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
+inline constexpr PassRules CountOfRemainingIntervals        {true,  ValidVarRule::Untouched,      CasewiseTest::Always,   DeletedCase::Nowhere, DeletedCase::Nowhere};
+// clang-format on
+
+/// One variable of a pass.
+struct PassVariable {
+    std::int16_t VarNo;
+    PassSide Side;
+    CategoryFeed Categories;
+};

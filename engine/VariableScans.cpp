@@ -1,0 +1,132 @@
+#include <span>
+#include <vector>
+
+#include "engine/CasePass.h"
+#include "engine/DrillDown.h"
+#include "engine/OutOfMemory.h"
+
+namespace {
+
+/// One of the two lists of an analysis, and where a scan of it stores what it found.
+struct VariableScan {
+    const PassRules& Rules;
+    PassSide Side;
+    CDrillDown::DrillSet* CDrillDown::*Set;
+    std::int16_t* CDrillDown::*Categorical;
+    std::int16_t CDrillDown::*NoCategorical;
+    std::int16_t* CDrillDown::*Continuous;
+    std::int16_t CDrillDown::*NoContinuous;
+    int (CDrillDown::*MarkCounted)(int);
+    int (CDrillDown::*NameCategories)(std::int16_t);
+    int (CDrillDown::*StoreDescriptives)(std::int16_t, double, double, double, double);
+    int (CDrillDown::*StoreCounts)(std::int16_t, std::int32_t, double, std::int32_t, double);
+    int (CDrillDown::*BuildIntervals)();
+    bool EmptiesSetOnCancel;
+};
+
+constexpr VariableScan DrillScan{
+    ScanOfDrillVariables,
+    DrillSide,
+    &CDrillDown::DrillDowns,
+    &CDrillDown::Categorical,
+    &CDrillDown::NoCategorical,
+    &CDrillDown::Continuous,
+    &CDrillDown::NoContinuous,
+    &CDrillDown::SetCategoriesIsset,
+    &CDrillDown::SetCategoriesName,
+    &CDrillDown::SetDrillDescriptives,
+    &CDrillDown::SetMissingCount,
+    &CDrillDown::SetNeatIntervals,
+    // Intended: emptied, unlike the review records, which keep what the pass had found; without drill records
+    // nothing can be drilled on half-read data.
+    true,
+};
+
+constexpr VariableScan ReviewScan{
+    ScanOfReviewVariables,
+    ReviewSide,
+    &CDrillDown::Reviews,
+    &CDrillDown::RVCategorical,
+    &CDrillDown::NoRVCategorical,
+    &CDrillDown::RVContinuous,
+    &CDrillDown::NoRVContinuous,
+    &CDrillDown::SetReviewCategoriesIsset,
+    &CDrillDown::SetReviewCategoriesName,
+    &CDrillDown::SetReviewDescriptives,
+    &CDrillDown::SetReviewMissingCount,
+    &CDrillDown::SetReviewsIntervals,
+    // Intended: kept, unlike the drill-down records; review tables then show what the pass had found.
+    false,
+};
+
+std::span<const std::int16_t> List(const CDrillDown& analysis, std::int16_t* CDrillDown::*list,
+                                   std::int16_t CDrillDown::*count) {
+    return {analysis.*list, static_cast<std::size_t>(analysis.*count)};
+}
+
+PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& scan, std::int16_t var, bool categorical) {
+    const CDrillDown::DrillSet* set = analysis.*scan.Set;
+    const auto record = analysis.LookFor(var, set);
+    Drill* target = record == set->end() ? nullptr : &Editable(*record);
+    // Distinct values are collected whatever the method becomes on the way.
+    const CategoryCounting counting = categorical ? CategoryCounting::EveryValue : CategoryCounting::None;
+    return {var, scan.Side, {target, target, CategoricalVariable, counting}};
+}
+
+std::vector<PassVariable> ScannedVariables(const CDrillDown& analysis, const VariableScan& scan) {
+    std::vector<PassVariable> variables;
+    for (const std::int16_t var : List(analysis, scan.Categorical, scan.NoCategorical)) {
+        variables.push_back(ScannedVariable(analysis, scan, var, true));
+    }
+    for (const std::int16_t var : List(analysis, scan.Continuous, scan.NoContinuous)) {
+        variables.push_back(ScannedVariable(analysis, scan, var, false));
+    }
+    return variables;
+}
+
+void StoreScan(CDrillDown& analysis, const VariableScan& scan, std::span<const PassVariable> variables,
+               const MomentTally& moments) {
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        const std::int16_t var = variables[i].VarNo;
+        if (variables[i].Categories.Counting == CategoryCounting::EveryValue) {
+            (analysis.*scan.MarkCounted)(var);
+            (analysis.*scan.NameCategories)(var);
+        }
+        const MomentStatistics found = moments.Of(i);
+        (analysis.*scan.StoreDescriptives)(var, found.Min, found.Max, found.Mean, found.SumSquares);
+        (analysis.*scan.StoreCounts)(var, found.MissingCount, found.MissingWeight, found.ValidCount, found.ValidWeight);
+    }
+    (analysis.*scan.BuildIntervals)();
+}
+
+int RunScan(CDrillDown& analysis, const VariableScan& scan) {
+    const std::vector<PassVariable> variables = ScannedVariables(analysis, scan);
+    MomentTally moments(analysis, variables.size());
+    if (!moments) {
+        return ReportNotEnoughMemory(analysis);
+    }
+    CasePass pass(analysis, scan.Rules, variables, &moments);
+    if (!pass) {
+        return ReportNotEnoughMemory(analysis);
+    }
+    if (pass.Run() == PassOutcome::Cancelled) {
+        if (scan.EmptiesSetOnCancel) {
+            (analysis.*scan.Set)->clear();
+        }
+        return 0;
+    }
+    StoreScan(analysis, scan, variables, moments);
+    return 1;
+}
+
+}  // namespace
+
+int CDrillDown::ReadDDNV(unsigned short) {
+    ValidVar = 0;
+    return RunScan(*this, DrillScan);
+}
+
+int CDrillDown::ReadRVV(unsigned short) {
+    // Intended: ValidVar stays, unlike in ReadDDNV; it belongs to the drill variables.
+    return RunScan(*this, ReviewScan);
+}

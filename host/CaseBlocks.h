@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+// Optional service of a host: cases in blocks of columns. An analysis that finds no such service reads its cases
+// one at a time; the results are the same to the last bit.
+
+/// Result of reading one case.
+enum class CaseResult : std::uint8_t {
+    Use = 0,  ///< the case belongs to the selection
+    Skip = 1,  ///< the case lies outside the selection
+    Stop = 2,  ///< the pass ends as cancelled; nothing behind this case is valid
+};
+
+/// Consecutive cases of some variables. The host owns the arrays; they stay valid until the next block is read
+/// or the table changes. Rows of a block count from 0.
+struct CaseBlock {
+    std::int32_t Count = 0;  ///< number of cases in the block
+    const CaseResult* Results = nullptr;  ///< one per case; null: every case is Use
+    const double* Weights = nullptr;  ///< one per case, as stored; null: no weight is in force
+    std::span<const double*> Columns;  ///< in: room for one address per variable asked for; out: their values
+};
+
+/// Implemented by the host, used by the module.
+class CaseBlocks {
+  public:
+    virtual ~CaseBlocks() = default;
+
+    /// Fills `block` with cases first .. first + count - 1 (numbered from 1) of the given variables (numbered
+    /// from 1), at most as many as the table has left. Touches no column that isn't asked for. The host polls for
+    /// a cancel by the user itself, as often as lookbr would be called, and marks the first case after which the
+    /// pass must end with CaseResult::Stop in place of Use. Doesn't fail.
+    virtual void ReadBlock(std::int32_t first, std::int32_t count, std::span<const std::int16_t> variables,
+                           CaseBlock& block) = 0;
+};

@@ -1,0 +1,70 @@
+#include <iterator>
+
+#include "engine/DrillDown.h"
+
+namespace {
+
+/// Numbers the records of a set by their place, counted from `first`.
+void Renumber(CDrillDown::DrillSet& set, std::int16_t first) {
+    for (const Drill& record : set) {
+        Editable(record).Order = first++;
+    }
+}
+
+/// The same from the last record to the first, so that no record passes another on the way up.
+void MakeRoomAtHead(CDrillDown::DrillSet& set) {
+    auto order = static_cast<std::int16_t>(set.size());
+    for (auto it = set.rbegin(); it != set.rend(); ++it) {
+        Editable(*it).Order = order--;
+    }
+}
+
+std::int16_t FirstVariable(const CDrillDown::DrillSet& set) {
+    return set.empty() ? std::int16_t{-1} : set.begin()->VarNo;
+}
+
+/// Turns a row of the list of non-empty categories into an index over all categories. The row behind the list, which
+/// is Missing, gives the size of the set.
+std::int32_t CategoryOfRow(const std::set<Categories>& categories, std::int32_t row) {
+    std::int32_t listed = 0;
+    std::int32_t empty = 0;
+    for (const Categories& category : categories) {
+        if (!IsNonZero(category.Count)) {
+            ++empty;
+        } else if (listed == row) {
+            break;
+        } else {
+            ++listed;
+        }
+    }
+    return row + empty;
+}
+
+}  // namespace
+
+int CDrillDown::MoveToDrillUps() {
+    const auto moved = LookFor(GetCurrentDrillDown(), DrillDowns);
+    Drill step = *moved;
+    step.Order = 0;
+    step.ChosenCategory = CategoryOfRow(moved->CategorySet, Selected);
+    MakeRoomAtHead(*DrillUps);
+    DrillUps->insert(std::move(step));
+    DrillDowns->erase(moved);
+    Renumber(*DrillDowns, 0);
+    CurrentDown = FirstVariable(*DrillDowns);
+    return 1;
+}
+
+int CDrillDown::MoveBackToDrillDowns() {
+    const auto moved = LookFor(GetCurrentDrillUp(), DrillUps);
+    Drill record = *moved;
+    record.Order = 0;
+    record.ChosenCategory = -1;
+    MakeRoomAtHead(*DrillDowns);
+    DrillDowns->insert(std::move(record));
+    DrillUps->erase(moved);
+    Renumber(*DrillUps, 0);
+    // Intended: CurrentDown stays, unlike CurrentUp and unlike in the other move; the dialog's list sets it anew.
+    CurrentUp = FirstVariable(*DrillUps);
+    return 1;
+}

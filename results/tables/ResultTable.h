@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+class CDrillDown;
+
+/// One spreadsheet on its way to the host: flat arrays in the layout of CAnalysisSupport::looka4, which a result
+/// fills and Output hands over. Arrays of cells lie column by column; texts stand in fixed fields padded with zeros.
+///
+/// A text longer than its field goes in as its 8-byte key, cut to the field; trailing blanks belong to a text. Places
+/// outside the table are passed over. Without memory, and after Release, the table has no arrays: the writers do
+/// nothing and Output makes no document.
+class ResultTable {
+  public:
+    static constexpr std::size_t TitleLines = 3;
+    static constexpr std::size_t TitleWidth = 80;
+
+    /// Takes the arrays from the host and clears the corner label of the next spreadsheet. The analysis outlives
+    /// the table.
+    ResultTable(CDrillDown& analysis, int rows, int columns);
+    ResultTable(const ResultTable&) = delete;
+    ResultTable& operator=(const ResultTable&) = delete;
+    ~ResultTable();
+
+    /// One line of the title, from 0, cut to TitleWidth bytes.
+    void SetTitle(std::size_t line, const std::string& text);
+    void SetColumnName(int column, std::string text);
+    void SetRowName(int row, std::string text);
+    /// A text cell, which makes its column a text column for good.
+    void SetCellText(int row, int column, std::string text);
+    void SetNumber(int row, int column, double value);
+    /// Gives a column the display of whole numbers.
+    void ShowWhole(int column);
+
+    /// Hands the table to the host and releases it. Gives the host's status; 0 without memory; 1, and hands nothing
+    /// over, with Suppress 1.
+    std::int16_t Output();
+    /// Gives the arrays back; may be repeated.
+    void Release();
+
+    // Data, in the order of the record. The arrays are the host's memory.
+
+    std::int32_t Rows;  ///< number of rows
+    std::int32_t Cols;  ///< number of columns
+    std::int32_t RowNameWidth;  ///< bytes of a row name: the table's case-name width, or 12
+    std::int32_t CellWidth = 8;  ///< bytes of a text cell and of a column name
+    std::int32_t Options = 0x2401;  ///< handed to the host as it stands
+    double* Data = nullptr;  ///< numbers; all bytes 0xFF: no number
+    char* Text = nullptr;  ///< text cells
+    signed char* ColFormat = nullptr;  ///< display of a column: 0, minus CellWidth (whole), or TextColumn
+    char* ColNames = nullptr;  ///< column names
+    char* ColLongNames = nullptr;  ///< second column names; written for raw data only
+    char* RowNames = nullptr;  ///< row names
+    unsigned char* Header = nullptr;  ///< block for the host; at output Rows and Cols go in
+    char Title[TitleLines][TitleWidth];  ///< title, subset, nothing; a full line has no zero at its end
+    std::int16_t Suppress = 0;  ///< 1: Output shows nothing
+
+    /// ColFormat of a column with a text cell: 156 as an unsigned byte.
+    static constexpr signed char TextColumn = -100;
+
+  private:
+    [[nodiscard]] bool Allocate();
+    [[nodiscard]] bool HoldsRow(int row) const;
+    [[nodiscard]] bool HoldsColumn(int column) const;
+    [[nodiscard]] std::size_t Cell(int row, int column) const;
+    void FillField(char* field, std::int32_t width, std::string text);
+    [[nodiscard]] std::int16_t HandOver();
+
+    CDrillDown& Analysis;
+};

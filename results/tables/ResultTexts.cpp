@@ -1,0 +1,45 @@
+#include "results/tables/ResultTexts.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "engine/DrillDown.h"
+#include "engine/NumberTexts.h"
+
+std::string NameField(CDrillDown& analysis, std::int16_t var) {
+    std::array<char, HostFieldSize> field{};
+    analysis.getvn5(var, field.data());
+    return field.data();
+}
+
+std::string ExpandedName(CDrillDown& analysis, std::int16_t var) {
+    std::string name = TrimBlanks(NameField(analysis, var));
+    analysis.ExpandPossible8CharHash(name);
+    return name;
+}
+
+std::string SixDecimals(double value) {
+    std::array<char, 400> text;  // the largest double has 309 digits before the point
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
+    return {text.data(), end.ptr};
+}
+
+std::string FillFormat(const std::string& format, std::initializer_list<std::string> values) {
+    std::string text;
+    std::size_t from = 0;
+    for (const std::string& value : values) {
+        const std::size_t mark = format.find('%', from);
+        if (mark == std::string::npos) {
+            break;
+        }
+        text.append(format, from, mark - from).append(value);
+        from = mark + 2;
+    }
+    return text.append(format, std::min(from, format.size()), std::string::npos);
+}
+
+bool FindLongLabel(CDrillDown& analysis, const Drill& record, const Categories& category, char* buffer) {
+    std::fill_n(buffer, HostFieldSize, '\0');
+    return analysis.RetrieveLongTextLabelAsHashedString(buffer, record.VarNo - 1, category.Upper) != 0;
+}

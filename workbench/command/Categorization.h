@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// How a continuous drill variable is to be cut into categories. Method is the module's number of the method; the
+/// other fields count for the methods that use them.
+struct Categorization {
+    int Method = 0;              ///< 0 distinct, 1 exact, 2 neat, 3 step, 4 integer, 5 bounds
+    int Count = 0;               ///< exact, neat: number of intervals
+    double StepSize = 0.0;       ///< step
+    double StepStart = 0.0;      ///< step: first bound, unless StartAtMin
+    bool StartAtMin = false;     ///< step: the intervals start at the smallest value
+    std::vector<double> Bounds;  ///< bounds: upper boundaries, rising
+};
+
+/// A categorization from the way people write it: distinct | exact:N | neat:N | step:SIZE | step:SIZE@START | integer |
+/// bounds:B1,B2,... Throws UsageError saying what is wrong with it.
+[[nodiscard]] Categorization ParseCategorization(std::string_view text);
+
+}  // namespace quillara

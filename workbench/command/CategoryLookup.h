@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// One row of the list from which the category of a drill step is chosen.
+struct CategoryRow {
+    std::string Name;
+    double Lower = 0.0;  ///< the bounds of the interval; both are the value itself under Methods 0 and 4
+    double Upper = 0.0;
+    bool IsMissing = false;  ///< the row of the missing data, which has no bounds
+};
+
+/// The category list of one variable as it is shown: categories with cases, then the missing data.
+struct CategoryList {
+    std::string Variable;
+    int Method = 0;       ///< categorization method of the variable, 0 to 5
+    bool IsText = false;  ///< the variable's values are texts; their numbers mean nothing to people
+    std::vector<CategoryRow> Rows;
+};
+
+/// The row that a text names. Tried in this order: `Missing`, when the list has that row; `#K`, row K from 0; the first
+/// row with exactly that name; the first without regard to case; a decimal number that an interval admits or, for
+/// values that are no texts, that is the value of a row.
+/// Throws DataError, listing what is shown, when there is none.
+[[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
+
+}  // namespace quillara

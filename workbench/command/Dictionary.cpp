@@ -1,0 +1,110 @@
+#include "workbench/command/Dictionary.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "workbench/command/Numbers.h"
+#include "workbench/data/Calendar.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DelimitedText.h"
+
+namespace quillara {
+namespace {
+
+/// Where the columns stand in a record.
+struct Columns {
+    std::optional<std::size_t> VariableName;
+    std::optional<std::size_t> Value;
+    std::optional<std::size_t> Label;
+    std::optional<std::size_t> Description;
+};
+
+/// One record of the file, named.
+struct Row {
+    const std::string& VariableName;
+    const std::string& Value;
+    const std::string& Label;
+    const std::string& Description;
+};
+
+Columns FindColumns(const std::vector<std::string>& names) {
+    const auto find = [&](std::string_view name) -> std::optional<std::size_t> {
+        const auto found = std::ranges::find(names, name);
+        return found == names.end() ? std::nullopt : std::optional<std::size_t>(found - names.begin());
+    };
+    return {find("variable"), find("value"), find("label"), find("description")};
+}
+
+Row NamedRow(const std::vector<std::string>& fields, const Columns& columns) {
+    static const std::string none;
+    const auto field = [&](std::optional<std::size_t> column) -> const std::string& {
+        return column ? fields[*column] : none;
+    };
+    return {field(columns.VariableName), field(columns.Value), field(columns.Label), field(columns.Description)};
+}
+
+/// The place of a text among those of a text variable, which is its value; nothing for a text that no case has.
+std::optional<double> ValueOfText(const Variable& variable, const std::string& text) {
+    const auto found = std::ranges::lower_bound(variable.Texts, text);
+    if (found == variable.Texts.end() || *found != text) {
+        return std::nullopt;
+    }
+    return static_cast<double>(found - variable.Texts.begin() + 1);
+}
+
+double ValueOfNumberOrDate(const Variable& variable, const std::string& text) {
+    const bool isDate = variable.Kind == ValueKind::Date;
+    const std::optional<double> value = isDate ? DaysFromText(text) : DecimalNumber(text);
+    if (!value) {
+        throw DataError("\"" + text + "\" is no value of the variable " + variable.Name + ", which holds " +
+                        (isDate ? "dates as YYYY-MM-DD" : "numbers"));
+    }
+    return *value;
+}
+
+void Replace(std::string& text, const std::string& by) {
+    if (!by.empty()) {
+        text = by;
+    }
+}
+
+void DescribeValue(Variable& variable, const Row& row) {
+    const std::optional<double> value = variable.Kind == ValueKind::Text
+                                            ? ValueOfText(variable, row.Value)
+                                            : std::optional(ValueOfNumberOrDate(variable, row.Value));
+    if (value && !(row.Label.empty() && row.Description.empty())) {
+        ValueTexts& texts = variable.Labels[*value];
+        Replace(texts.Label, row.Label);
+        Replace(texts.Description, row.Description);
+    }
+}
+
+void ApplyRow(DataTable& table, const Row& row) {
+    Variable& variable = table.Variables[table.IndexOf(row.VariableName)];
+    if (row.Value.empty()) {
+        Replace(variable.LongName, row.Label);
+    } else {
+        DescribeValue(variable, row);
+    }
+}
+
+}  // namespace
+
+void ApplyDictionary(DataTable& table, const std::string& path) {
+    const std::vector<DelimitedRecord> records = ReadDelimitedRecords(path);
+    const Columns columns = records.empty() ? Columns() : FindColumns(records.front().Fields);
+    if (!columns.VariableName) {
+        throw DataError(path + ": a dictionary needs a column named variable");
+    }
+    for (std::size_t record = 1; record < records.size(); ++record) {
+        try {
+            ApplyRow(table, NamedRow(records[record].Fields, columns));
+        } catch (const DataError& error) {
+            throw DataError(path + ", line " + std::to_string(records[record].Line) + ": " + error.what());
+        }
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,27 @@
+#pragma once
+
+namespace quillara {
+
+/// Thrown where work ends because the user pressed Ctrl-C. The program ends with status 130.
+struct Interrupted {};
+
+/// From now on Ctrl-C ends the program with status 130: at once, or, within an InterruptibleWork, when the work asks.
+void WatchForInterrupt();
+
+/// Whether Ctrl-C has been pressed within an InterruptibleWork. Costs next to nothing.
+[[nodiscard]] bool InterruptRequested() noexcept;
+
+/// A stretch of work that must not be cut off at any place: it asks InterruptRequested where it can stop, and calls
+/// Finish when it is done.
+class InterruptibleWork {
+  public:
+    InterruptibleWork() noexcept;
+    InterruptibleWork(const InterruptibleWork&) = delete;
+    InterruptibleWork& operator=(const InterruptibleWork&) = delete;
+    ~InterruptibleWork();
+
+    /// Throws Interrupted when Ctrl-C has been pressed.
+    static void Finish();
+};
+
+}  // namespace quillara

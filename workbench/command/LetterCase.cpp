@@ -1,0 +1,54 @@
+#include "workbench/command/LetterCase.h"
+
+#include <clocale>
+#include <cwchar>
+#include <cwctype>
+
+#include <locale.h>
+
+namespace quillara {
+namespace {
+
+/// Makes UTF-8 the encoding of this thread for a while, whatever the user's locale is.
+class Utf8Locale {
+  public:
+    Utf8Locale() : Used(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
+        if (Used != nullptr) {
+            Before = uselocale(Used);
+        }
+    }
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+    ~Utf8Locale() {
+        if (Used != nullptr) {
+            uselocale(Before);
+            freelocale(Used);
+        }
+    }
+
+  private:
+    locale_t Used;
+    locale_t Before = nullptr;
+};
+
+}  // namespace
+
+std::wstring WithoutLetterCase(std::string_view text) {
+    const Utf8Locale locale;
+    std::wstring folded;
+    while (!text.empty()) {
+        wchar_t character = 0;
+        std::mbstate_t state{};
+        std::size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
+        if (length == 0 || length > text.size()) {
+            character = static_cast<unsigned char>(text.front());
+            length = 1;
+        }
+        // By way of the capital letter, so that two small forms of one letter come out alike.
+        folded += static_cast<wchar_t>(std::towlower(std::towupper(static_cast<wint_t>(character))));
+        text.remove_prefix(length);
+    }
+    return folded;
+}
+
+}  // namespace quillara

@@ -1,0 +1,63 @@
+#include "workbench/command/ProgressBar.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace quillara {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto Patience = 500ms;
+constexpr auto RedrawEvery = 100ms;
+constexpr int Width = 40;
+constexpr const char* EraseLine = "\r\033[K";
+
+}  // namespace
+
+bool ProgressBar::IsWanted() {
+    return isatty(STDERR_FILENO) == 1;
+}
+
+ProgressBar::~ProgressBar() {
+    End();
+}
+
+void ProgressBar::Start(std::string_view text, std::int32_t total) {
+    End();
+    Text = text;
+    Total = std::max(total, 1);
+    NextLook = 0;
+    NextDraw = Clock::now() + Patience;
+}
+
+void ProgressBar::Advance(std::int32_t done) {
+    if (done < NextLook) {
+        return;
+    }
+    NextLook = std::int64_t{done} + Total / 500;
+    const auto now = Clock::now();
+    if (now >= NextDraw) {
+        NextDraw = now + RedrawEvery;
+        Draw(std::clamp(done, 0, Total));
+    }
+}
+
+void ProgressBar::End() {
+    if (IsShown) {
+        std::fputs(EraseLine, stderr);
+        IsShown = false;
+    }
+}
+
+void ProgressBar::Draw(std::int32_t done) {
+    const double share = static_cast<double>(done) / Total;
+    std::string bar(Width, '.');
+    std::fill_n(bar.begin(), static_cast<int>(share * Width), '#');
+    std::fprintf(stderr, "%s%s[%s] %3.0f%%", EraseLine, Text.c_str(), bar.c_str(), share * 100.0);
+    IsShown = true;
+}
+
+}  // namespace quillara

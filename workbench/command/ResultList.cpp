@@ -1,0 +1,61 @@
+#include "workbench/command/ResultList.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DelimitedText.h"
+
+namespace quillara {
+namespace {
+
+struct NamedResult {
+    std::string_view Name;
+    int Button;
+};
+
+// clang-format off
+constexpr std::array<NamedResult, 5> Results{{
+    // Name                 Button
+    {"summary",             9058},
+    {"frequencies",         9060},
+    {"descriptives",        9059},
+    {"review-frequencies",  9082},
+    {"review-descriptives", 9081},
+}};
+// clang-format on
+
+std::string KnownNames() {
+    std::string names;
+    for (const NamedResult& result : Results) {
+        names += (names.empty() ? "" : ", ") + std::string(result.Name);
+    }
+    return names;
+}
+
+int ButtonOf(std::string_view name) {
+    const auto* result = std::ranges::find(Results, name, &NamedResult::Name);
+    if (result == Results.end()) {
+        throw UsageError("unknown result \"" + std::string(name) + "\": choose from " + KnownNames());
+    }
+    return result->Button;
+}
+
+}  // namespace
+
+std::vector<int> ParseResultList(std::string_view list) {
+    std::vector<int> buttons;
+    for (const std::string& name : SplitRecord(list)) {
+        buttons.push_back(ButtonOf(name));
+    }
+    return buttons;
+}
+
+std::vector<int> DefaultResults() {
+    std::vector<int> buttons;
+    std::ranges::transform(Results, std::back_inserter(buttons), &NamedResult::Button);
+    return buttons;
+}
+
+}  // namespace quillara

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// The buttons of the results named in a list, in its order ("summary,frequencies"). Throws UsageError for a name
+/// that isn't known, listing those that are.
+[[nodiscard]] std::vector<int> ParseResultList(std::string_view list);
+
+/// The results that are shown when none are named.
+[[nodiscard]] std::vector<int> DefaultResults();
+
+}  // namespace quillara

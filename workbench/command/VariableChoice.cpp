@@ -1,0 +1,84 @@
+#include "workbench/command/VariableChoice.h"
+
+#include <set>
+#include <unordered_set>
+
+#include "platform/OrderedBits.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DelimitedText.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostCategories = 100;
+
+short NumberOf(std::size_t index) {
+    return static_cast<short>(index + 1);
+}
+
+std::vector<short> NumbersOf(const DataTable& table, const std::vector<std::string>& names) {
+    std::vector<short> numbers;
+    for (const std::string& name : names) {
+        numbers.push_back(NumberOf(table.IndexOf(name)));
+    }
+    return numbers;
+}
+
+void CheckForRepeats(const std::vector<std::string>& categorical, const std::vector<std::string>& continuous) {
+    std::set<std::string_view> seen;
+    for (const auto* names : {&categorical, &continuous}) {
+        for (const std::string& name : *names) {
+            if (!seen.insert(name).second) {
+                throw UsageError("the variable \"" + name + "\" is given twice");
+            }
+        }
+    }
+}
+
+bool HasFewValues(const Variable& variable) {
+    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
+    std::unordered_set<double> distinct;
+    for (const double value : variable.Values) {
+        if (!missing.Contains(value) && distinct.insert(value).second && distinct.size() > MostCategories) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::string> ParseNames(std::string_view text) {
+    try {
+        std::vector<std::string> names = SplitRecord(text);
+        const bool isEmpty = names.size() == 1 && names.front().empty();
+        return isEmpty ? std::vector<std::string>() : names;
+    } catch (const DataError& error) {
+        throw UsageError(error.what());
+    }
+}
+
+void CheckForRepeats(const VariableNames& names) {
+    CheckForRepeats(names.Categorical, names.Continuous);
+    CheckForRepeats(names.ReviewCategorical, names.ReviewContinuous);
+}
+
+VariableChoice ChooseByName(const DataTable& table, const VariableNames& names) {
+    return {{NumbersOf(table, names.Categorical), NumbersOf(table, names.Continuous)},
+            {NumbersOf(table, names.ReviewCategorical), NumbersOf(table, names.ReviewContinuous)}};
+}
+
+VariableChoice ChooseByContent(const DataTable& table) {
+    VariableChoice choice;
+    for (std::size_t index = 0; index < table.Variables.size(); ++index) {
+        const Variable& variable = table.Variables[index];
+        if (variable.HasLabels() && HasFewValues(variable)) {
+            choice.Drill.First.push_back(NumberOf(index));
+        } else if (variable.Kind != ValueKind::Text) {
+            choice.Drill.Second.push_back(NumberOf(index));
+        }
+    }
+    return choice;
+}
+
+}  // namespace quillara

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/data/DataTable.h"
+#include "workbench/support/AnalysisDoc.h"
+
+namespace quillara {
+
+/// Names of variables as the user gave them, list by list.
+struct VariableNames {
+    std::vector<std::string> Categorical;
+    std::vector<std::string> Continuous;
+    std::vector<std::string> ReviewCategorical;
+    std::vector<std::string> ReviewContinuous;
+};
+
+/// Numbers of variables, from 1: First holds the categorical ones, Second the continuous.
+struct VariableChoice {
+    VariableLists Drill;
+    VariableLists Review;
+};
+
+/// The names in one record of delimited text; none in an empty one. Throws UsageError when a quote isn't closed.
+[[nodiscard]] std::vector<std::string> ParseNames(std::string_view text);
+
+/// Throws UsageError when a name stands twice among the drill variables or twice among the review variables.
+void CheckForRepeats(const VariableNames& names);
+
+/// The variables of these names. Throws DataError for a name that isn't there.
+[[nodiscard]] VariableChoice ChooseByName(const DataTable& table, const VariableNames& names);
+
+/// The drill variables when the user names none, in the order of the file: texts and labelled variables of at most 100
+/// distinct values are categorical, all other variables but texts continuous.
+[[nodiscard]] VariableChoice ChooseByContent(const DataTable& table);
+
+}  // namespace quillara

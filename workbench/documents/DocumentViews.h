@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/documents/OutputCollection.h"
+
+namespace quillara {
+
+/// The documents as aligned text for a terminal.
+[[nodiscard]] std::string TextView(const OutputCollection& outputs);
+/// The documents as one JSON text that ends with a line feed; docs/json.md tells its shape.
+[[nodiscard]] std::string JsonView(const OutputCollection& outputs);
+/// The documents as delimited text, one block of records per document with an empty record between.
+[[nodiscard]] std::string CsvView(const OutputCollection& outputs);
+/// The documents as one HTML page that needs no other file.
+[[nodiscard]] std::string HtmlView(const OutputCollection& outputs);
+
+}  // namespace quillara

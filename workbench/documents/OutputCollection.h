@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "workbench/documents/SpreadsheetDocument.h"
+
+namespace quillara {
+
+/// A result document and where it comes from.
+struct OutputEntry {
+    int Command = 0;   ///< number of the button that made it
+    int Sequence = 0;  ///< its place among the documents of that command, from 1
+    int Step = 0;      ///< drill steps, down and up, taken before it
+    SpreadsheetDocument Spreadsheet;
+};
+
+/// The documents of one run, in the order in which they were made, and what they were made from.
+struct OutputCollection {
+    std::string FileName;  ///< of the data, without its folder
+    std::int32_t Cases = 0;
+    int Variables = 0;
+    std::vector<std::string> StepTexts;  ///< one line for each drill step taken ("Down: sex = Female"), for people
+    std::vector<OutputEntry> Entries;
+
+    /// A command begins: its documents are numbered from 1 and belong to `step`.
+    void BeginCommand(int command, int step);
+    /// Takes a document of the command that runs.
+    void Add(SpreadsheetDocument document);
+
+  private:
+    int Command = 0;
+    int Step = 0;
+    int OutputIndex = 0;
+};
+
+}  // namespace quillara

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace quillara {
+
+/// A cell of a spreadsheet: empty, a number, or a text.
+using SpreadsheetCell = std::variant<std::monostate, double, std::string>;
+
+struct SpreadsheetColumn {
+    std::string Name;    ///< may hold line feeds
+    bool Whole = false;  ///< all numbers of the column are whole and shown so
+};
+
+struct SpreadsheetRow {
+    std::string Name;
+    std::vector<SpreadsheetCell> Cells;  ///< one per column
+};
+
+/// A table of results as plain data. All texts are whole: no key of a long text is left in them.
+struct SpreadsheetDocument {
+    std::vector<std::string> Title;  ///< title lines up to the last that isn't empty
+    std::string Corner;              ///< text above the row names
+    std::vector<SpreadsheetColumn> Columns;
+    std::vector<SpreadsheetRow> Rows;
+};
+
+}  // namespace quillara

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "workbench/data/DataTable.h"
+#include "workbench/formats/ReadOptions.h"
+
+namespace quillara {
+
+/// Reads a file of delimited text as a table. A variable is numeric when all its fields that aren't missing are decimal
+/// numbers, or when it has none; a date when all are days YYYY-MM-DD; else text.
+/// Throws DataError, naming the file and the line, for a record with too many or too few fields, a quote that is
+/// never closed, a number too large for a double; also for a file without any record.
+/// Surprise: with --decimal "," a comma is the last choice as the separator that is found, not the first.
+[[nodiscard]] DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options);
+
+/// The names of variables from the fields of the first record: an empty one becomes Var and its number; a repeated
+/// one gets _2, _3, ..., the first of these that no variable has.
+[[nodiscard]] std::vector<std::string> VariableNames(std::vector<std::string> fields);
+
+}  // namespace quillara

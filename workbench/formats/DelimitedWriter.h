@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+/// A table as comma separated text in UTF-8: names first, one line a case, missing data as empty fields. Labels and
+/// texts stand in place of a variable's values when every value that occurs has one of its own; otherwise a text
+/// variable gives its texts and any other its numbers, in the shortest form that reads back as the same double.
+/// Dates are YYYY-MM-DD, times of day HH:MM:SS. Not kept: long names, descriptions, names of cases.
+[[nodiscard]] std::string TextOfTable(const DataTable& table);
+
+}  // namespace quillara

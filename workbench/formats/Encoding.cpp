@@ -1,0 +1,171 @@
+#include "workbench/formats/Encoding.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// The characters of bytes 0x80 to 0x9F.
+constexpr std::array<std::uint16_t, 32> windows1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+// The lead bytes of UTF-8, what follows them, and the range of the second byte that keeps the form well-formed.
+struct LeadByte {
+    unsigned char First, Last;
+    std::size_t Followers;
+    unsigned char SecondFirst, SecondLast;
+};
+// clang-format off
+constexpr std::array<LeadByte, 8> leadBytes = {{
+    {0xC2, 0xDF, 1, 0x80, 0xBF},
+    {0xE0, 0xE0, 2, 0xA0, 0xBF},
+    {0xE1, 0xEC, 2, 0x80, 0xBF},
+    {0xED, 0xED, 2, 0x80, 0x9F},
+    {0xEE, 0xEF, 2, 0x80, 0xBF},
+    {0xF0, 0xF0, 3, 0x90, 0xBF},
+    {0xF1, 0xF3, 3, 0x80, 0xBF},
+    {0xF4, 0xF4, 3, 0x80, 0x8F},
+}};
+// clang-format on
+
+bool IsWithin(char character, unsigned char first, unsigned char last) {
+    const auto byte = static_cast<unsigned char>(character);
+    return first <= byte && byte <= last;
+}
+
+/// Bytes of the character at the front of a text that begins with no ASCII character; 0 when it is malformed.
+std::size_t LengthOfCharacter(std::string_view text) {
+    const auto lead = std::ranges::find_if(
+        leadBytes, [&](const LeadByte& candidate) { return IsWithin(text[0], candidate.First, candidate.Last); });
+    if (lead == leadBytes.end() || text.size() <= lead->Followers ||
+        !IsWithin(text[1], lead->SecondFirst, lead->SecondLast)) {
+        return 0;
+    }
+    const std::string_view rest = text.substr(2, lead->Followers - 1);
+    const bool followed = std::ranges::all_of(rest, [](char byte) { return IsWithin(byte, 0x80, 0xBF); });
+    return followed ? 1 + lead->Followers : 0;
+}
+
+void AppendCharacter(std::string& text, std::uint16_t character) {
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+    } else if (character < 0x800) {
+        text += static_cast<char>(0xC0 | (character >> 6));
+        text += static_cast<char>(0x80 | (character & 0x3F));
+    } else {
+        text += static_cast<char>(0xE0 | (character >> 12));
+        text += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
+        text += static_cast<char>(0x80 | (character & 0x3F));
+    }
+}
+
+std::string FromWindows1252(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        AppendCharacter(text, IsWithin(byte, 0x80, 0x9F) ? windows1252[code - 0x80U] : code);
+    }
+    return text;
+}
+
+class Converter {
+  public:
+    explicit Converter(const std::string& from) : Handle(iconv_open("UTF-8", from.c_str())) {}
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    ~Converter() {
+        if (IsOpen()) {
+            iconv_close(Handle);
+        }
+    }
+
+    [[nodiscard]] bool IsOpen() const { return Handle != reinterpret_cast<iconv_t>(-1); }
+
+    /// Appends the whole of `bytes` to `text`; false when they are malformed.
+    [[nodiscard]] bool Append(std::string& bytes, std::string& text) {
+        char* input = bytes.data();
+        std::size_t inputLeft = bytes.size();
+        std::array<char, 1 << 16> piece;
+        while (inputLeft > 0) {
+            char* output = piece.data();
+            std::size_t outputLeft = piece.size();
+            const bool done = iconv(Handle, &input, &inputLeft, &output, &outputLeft) != static_cast<std::size_t>(-1);
+            const bool full = !done && errno == E2BIG;
+            text.append(piece.data(), piece.size() - outputLeft);
+            if (!done && !full) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+  private:
+    iconv_t Handle;
+};
+
+std::string WithoutByteOrderMark(std::string text) {
+    if (text.starts_with(byteOrderMark)) {
+        text.erase(0, byteOrderMark.size());
+    }
+    return text;
+}
+
+}  // namespace
+
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = IsWithin(text[0], 0x00, 0x7F) ? 1 : LengthOfCharacter(text);
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string ToUtf8(std::string text) {
+    return IsUtf8(text) ? std::move(text) : FromWindows1252(text);
+}
+
+std::string SystemEncodingName(const std::string& encoding) {
+    std::string name = encoding;
+    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::toupper(letter); });
+    // The system would take more behind a slash as instructions, and an empty name as that of the user's language.
+    if (name.empty() || name.find('/') != std::string::npos || !Converter(name).IsOpen()) {
+        throw UsageError("The encoding \"" + encoding + "\" isn't known; utf-8, windows-1252 and latin1 are.");
+    }
+    return name;
+}
+
+std::string DecodeText(std::string bytes, const std::string& encoding) {
+    if (encoding.empty()) {
+        return WithoutByteOrderMark(ToUtf8(std::move(bytes)));
+    }
+    const std::string name = SystemEncodingName(encoding);
+    if (name == "WINDOWS-1252" || name == "CP1252") {
+        return FromWindows1252(bytes);
+    }
+    std::string text;
+    text.reserve(bytes.size());
+    if (!Converter(name).Append(bytes, text)) {
+        throw DataError("The text isn't in the encoding " + encoding + ".");
+    }
+    return WithoutByteOrderMark(std::move(text));
+}
+
+}  // namespace quillara

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillara {
+
+/// Whether a text is well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
+/// The text as it stands when it is UTF-8, else read as Windows-1252; its five unused bytes become the control
+/// characters of the same number.
+[[nodiscard]] std::string ToUtf8(std::string text);
+
+/// The text of a file's bytes in UTF-8, without a byte-order mark. An empty encoding means: as ToUtf8. Otherwise any
+/// name that the system knows ("latin1", "cp1252", "utf-16"), in any case of letters.
+/// Throws UsageError when the encoding isn't known, DataError when the bytes are no text of that encoding.
+[[nodiscard]] std::string DecodeText(std::string bytes, const std::string& encoding);
+
+/// The given encoding's name as the character conversion of the system knows it. Throws UsageError for none.
+[[nodiscard]] std::string SystemEncodingName(const std::string& encoding);
+
+}  // namespace quillara

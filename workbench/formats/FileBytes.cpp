@@ -1,0 +1,89 @@
+#include "workbench/formats/FileBytes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+namespace {
+
+[[noreturn]] void ThrowUnreadable(const std::string& path) {
+    throw DataError("\"" + path + "\" can't be read: " + std::strerror(errno) + ".");
+}
+
+class InputFile {
+  public:
+    explicit InputFile(const std::string& path) : Path(path), Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (Descriptor < 0) {
+            ThrowUnreadable(path);
+        }
+    }
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile() { close(Descriptor); }
+
+    [[nodiscard]] std::size_t Size() const {
+        struct stat status {};
+        return fstat(Descriptor, &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    }
+
+    /// Bytes read; 0 at the end of the file.
+    [[nodiscard]] std::size_t Read(char* buffer, std::size_t size) {
+        ssize_t got = -1;
+        do {
+            got = read(Descriptor, buffer, size);
+        } while (got < 0 && errno == EINTR);
+        if (got < 0) {
+            ThrowUnreadable(Path);
+        }
+        return static_cast<std::size_t>(got);
+    }
+
+  private:
+    const std::string& Path;
+    int Descriptor;
+};
+
+}  // namespace
+
+std::string ReadBytes(const std::string& path, std::size_t limit) {
+    InputFile file(path);
+    std::string bytes;
+    std::size_t length = 0;
+    // A pipe tells no size; a file may grow while it is read: the end is where a read gives nothing.
+    for (std::size_t room = std::min(limit, file.Size() + 1); length < limit; room = std::min(limit, 2 * room + 4096)) {
+        bytes.resize(room);
+        while (length < room) {
+            const std::size_t got = file.Read(bytes.data() + length, room - length);
+            if (got == 0) {
+                bytes.resize(length);
+                return bytes;
+            }
+            length += got;
+        }
+    }
+    return bytes;
+}
+
+std::string NameOfFile(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+std::string ExtensionOf(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    if (!extension.empty()) {
+        extension.erase(0, 1);
+    }
+    std::ranges::transform(extension, extension.begin(), [](unsigned char letter) { return std::tolower(letter); });
+    return extension;
+}
+
+}  // namespace quillara

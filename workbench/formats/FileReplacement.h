@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillara {
+
+/// Makes `content` the whole content of a file, new or old. It is written under a temporary name in the same folder,
+/// brought to the disk and renamed, so that a reader sees the old file or the new one and never a part.
+/// Keeps the permissions of a file that it replaces and follows links; a device or pipe is written to as it stands.
+/// Throws DataError when that fails; the old file is then unchanged and no temporary file is left.
+void ReplaceFile(const std::string& path, std::string_view content);
+
+}  // namespace quillara

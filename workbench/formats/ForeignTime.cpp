@@ -1,0 +1,225 @@
+#include "workbench/formats/ForeignTime.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+#include <span>
+#include <string>
+
+namespace quillara {
+namespace {
+
+using Scale = ForeignTime::Scale;
+
+constexpr double day1582 = -141428;  // 1582-10-14, from which sav and por count
+constexpr double day1960 = -3653;  // 1960-01-01, from which dta, sas7bdat and xpt count
+constexpr double firstDay = -719162;  // 0001-01-01
+constexpr double lastDay = 2932896;  // 9999-12-31
+constexpr double secondsPerDay = 86400;
+constexpr double millisecondsPerDay = 1000 * secondsPerDay;
+
+struct NamedFormat {
+    std::string_view Name;
+    Scale Shown;
+};
+
+// clang-format off
+constexpr std::array savFormats = std::to_array<NamedFormat>({
+    {"DATE",     Scale::DateOfSeconds},
+    {"ADATE",    Scale::DateOfSeconds},
+    {"EDATE",    Scale::DateOfSeconds},
+    {"SDATE",    Scale::DateOfSeconds},
+    {"JDATE",    Scale::DateOfSeconds},
+    {"QYR",      Scale::DateOfSeconds},
+    {"MOYR",     Scale::DateOfSeconds},
+    {"WKYR",     Scale::DateOfSeconds},
+    {"DATETIME", Scale::DateAndTimeOfSeconds},
+    {"YMDHMS",   Scale::DateAndTimeOfSeconds},
+    {"TIME",     Scale::ClockOfSeconds},
+    {"DTIME",    Scale::ClockOfSeconds},
+    {"MTIME",    Scale::ClockOfSeconds},
+});
+
+constexpr std::array sasFormats = std::to_array<NamedFormat>({
+    {"DATE",      Scale::Days},
+    {"DAY",       Scale::Days},
+    {"DDMMYY",    Scale::Days},
+    {"DDMMYYB",   Scale::Days},
+    {"DDMMYYC",   Scale::Days},
+    {"DDMMYYD",   Scale::Days},
+    {"DDMMYYN",   Scale::Days},
+    {"DDMMYYP",   Scale::Days},
+    {"DDMMYYS",   Scale::Days},
+    {"DOWNAME",   Scale::Days},
+    {"B8601DA",   Scale::Days},
+    {"E8601DA",   Scale::Days},
+    {"IS8601DA",  Scale::Days},
+    {"JULDAY",    Scale::Days},
+    {"JULIAN",    Scale::Days},
+    {"MMDDYY",    Scale::Days},
+    {"MMDDYYB",   Scale::Days},
+    {"MMDDYYC",   Scale::Days},
+    {"MMDDYYD",   Scale::Days},
+    {"MMDDYYN",   Scale::Days},
+    {"MMDDYYP",   Scale::Days},
+    {"MMDDYYS",   Scale::Days},
+    {"MMYY",      Scale::Days},
+    {"MONNAME",   Scale::Days},
+    {"MONTH",     Scale::Days},
+    {"MONYY",     Scale::Days},
+    {"NLDATE",    Scale::Days},
+    {"QTR",       Scale::Days},
+    {"WEEKDATE",  Scale::Days},
+    {"WEEKDATX",  Scale::Days},
+    {"WEEKDAY",   Scale::Days},
+    {"WORDDATE",  Scale::Days},
+    {"WORDDATX",  Scale::Days},
+    {"YEAR",      Scale::Days},
+    {"YYMM",      Scale::Days},
+    {"YYMMDD",    Scale::Days},
+    {"YYMMDDB",   Scale::Days},
+    {"YYMMDDC",   Scale::Days},
+    {"YYMMDDD",   Scale::Days},
+    {"YYMMDDN",   Scale::Days},
+    {"YYMMDDP",   Scale::Days},
+    {"YYMMDDS",   Scale::Days},
+    {"YYMON",     Scale::Days},
+    {"YYQ",       Scale::Days},
+    {"DTDATE",    Scale::DateOfSeconds},
+    {"DTMONYY",   Scale::DateOfSeconds},
+    {"DTYEAR",    Scale::DateOfSeconds},
+    {"E8601DN",   Scale::DateOfSeconds},
+    {"B8601DN",   Scale::DateOfSeconds},
+    {"DATETIME",  Scale::DateAndTimeOfSeconds},
+    {"DATEAMPM",  Scale::DateAndTimeOfSeconds},
+    {"MDYAMPM",   Scale::DateAndTimeOfSeconds},
+    {"NLDATM",    Scale::DateAndTimeOfSeconds},
+    {"B8601DT",   Scale::DateAndTimeOfSeconds},
+    {"E8601DT",   Scale::DateAndTimeOfSeconds},
+    {"IS8601DT",  Scale::DateAndTimeOfSeconds},
+    {"TIME",      Scale::ClockOfSeconds},
+    {"TIMEAMPM",  Scale::ClockOfSeconds},
+    {"HHMM",      Scale::ClockOfSeconds},
+    {"HOUR",      Scale::ClockOfSeconds},
+    {"MMSS",      Scale::ClockOfSeconds},
+    {"TOD",       Scale::ClockOfSeconds},
+    {"B8601TM",   Scale::ClockOfSeconds},
+    {"E8601TM",   Scale::ClockOfSeconds},
+    {"IS8601TM",  Scale::ClockOfSeconds},
+});
+
+constexpr std::array dtaFormats = std::to_array<NamedFormat>({
+    {"td", Scale::Days},
+    {"d",  Scale::Days},
+    {"tc", Scale::DateAndTimeOfMilliseconds},
+    {"tw", Scale::Weeks},
+    {"tm", Scale::Months},
+    {"tq", Scale::Quarters},
+    {"th", Scale::HalfYears},
+});
+// clang-format on
+
+std::optional<Scale> FindByName(std::span<const NamedFormat> formats, std::string_view name) {
+    const auto found = std::ranges::find(formats, name, &NamedFormat::Name);
+    return found == formats.end() ? std::nullopt : std::optional(found->Shown);
+}
+
+/// DATETIME of "datetime20.3": a format without its width and decimals.
+std::string NameOfFormat(std::string_view format) {
+    const std::size_t end = format.find_last_not_of("0123456789.");
+    // A point parts the width from the decimals; letters stand before it only.
+    std::string name(format.substr(0, end == std::string_view::npos ? 0 : end + 1));
+    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::toupper(letter); });
+    return name;
+}
+
+/// Whether the pattern behind %tc shows the clock only: hours, minutes, seconds, am or pm.
+bool ShowsClockOnly(std::string_view pattern) {
+    return !pattern.empty() && pattern.find_first_not_of("HhMmSs:_.aApP!0123456789") == std::string_view::npos;
+}
+
+std::optional<Scale> FindInDta(std::string_view format) {
+    format.remove_prefix(std::min(format.find_first_not_of("%-"), format.size()));
+    // %9.0g begins with its width, so a format that begins with d is the old form of td.
+    const std::size_t length = format.starts_with('t') ? 2 : 1;
+    const std::optional<Scale> scale = FindByName(dtaFormats, format.substr(0, length));
+    if (scale == Scale::DateAndTimeOfMilliseconds && ShowsClockOnly(format.substr(length))) {
+        return Scale::ClockOfDateMilliseconds;
+    }
+    return scale;
+}
+
+std::optional<double> WithinCalendar(double days) {
+    return firstDay <= days && days <= lastDay ? std::optional(days) : std::nullopt;
+}
+
+std::optional<double> FirstDayOfMonth(double monthsSince1960) {
+    using namespace std::chrono;
+    constexpr double furthest = 12 * 10000;
+    if (std::abs(monthsSince1960) > furthest) {
+        return {};
+    }
+    const auto month = year{1960} / January + months{static_cast<int>(std::floor(monthsSince1960))};
+    return WithinCalendar(static_cast<double>(sys_days{month / 1}.time_since_epoch().count()));
+}
+
+/// A year has 52 weeks, counted from its first day; the last is the longer.
+std::optional<double> FirstDayOfWeek(double weeksSince1960) {
+    const double years = std::floor(weeksSince1960 / 52);
+    const std::optional<double> newYear = FirstDayOfMonth(12 * years);
+    return newYear ? std::optional(*newYear + 7 * std::floor(weeksSince1960 - 52 * years)) : std::nullopt;
+}
+
+std::optional<double> WithinDay(double seconds) {
+    return 0 <= seconds && seconds < secondsPerDay ? std::optional(seconds) : std::nullopt;
+}
+
+std::optional<double> WholeDays(double value, double unitsPerDay, double epoch) {
+    const double days = std::floor(value / unitsPerDay);
+    return days * unitsPerDay == value ? WithinCalendar(days + epoch) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<ForeignTime> ForeignTime::Find(std::string_view extension, std::string_view format) {
+    const bool isSav = extension == "sav" || extension == "zsav" || extension == "por";
+    const std::optional<Scale> scale = extension == "dta" ? FindInDta(format)
+                                       : isSav            ? FindByName(savFormats, NameOfFormat(format))
+                                                          : FindByName(sasFormats, NameOfFormat(format));
+    return scale ? std::optional(ForeignTime(*scale, isSav ? day1582 : day1960)) : std::nullopt;
+}
+
+ValueKind ForeignTime::Kind() const {
+    const bool isClock = Shown == Scale::ClockOfSeconds || Shown == Scale::ClockOfDateMilliseconds;
+    return isClock ? ValueKind::TimeOfDay : ValueKind::Date;
+}
+
+std::optional<double> ForeignTime::Convert(double value) const {
+    switch (Shown) {
+        case Scale::Days:
+            return WithinCalendar(std::floor(value) + Epoch);
+        case Scale::DateOfSeconds:
+            return WithinCalendar(std::floor(value / secondsPerDay) + Epoch);
+        case Scale::DateAndTimeOfSeconds:
+            return WholeDays(value, secondsPerDay, Epoch);
+        case Scale::DateAndTimeOfMilliseconds:
+            return WholeDays(value, millisecondsPerDay, Epoch);
+        case Scale::Weeks:
+            return FirstDayOfWeek(value);
+        case Scale::Months:
+            return FirstDayOfMonth(value);
+        case Scale::Quarters:
+            return FirstDayOfMonth(3 * std::floor(value));
+        case Scale::HalfYears:
+            return FirstDayOfMonth(6 * std::floor(value));
+        case Scale::ClockOfSeconds:
+            return WithinDay(value);
+        case Scale::ClockOfDateMilliseconds:
+            return WithinDay((value - millisecondsPerDay * std::floor(value / millisecondsPerDay)) / 1000);
+    }
+    return {};
+}
+
+}  // namespace quillara

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/formats/DelimitedText.h"
+#include "workbench/formats/RecordScanner.h"
+
+namespace quillara {
+
+/// The records of a file of delimited text, all of as many fields as the first. Empty records are passed over, but
+/// for those behind a first record of a single field: they count as an empty field.
+class RecordReader {
+  public:
+    /// Reads the whole file into memory. `candidates` are the separators to choose from when options has none.
+    /// Throws DataError when it can't be read or is no text, UsageError when the options can't be followed.
+    RecordReader(const std::string& path, const RecordOptions& options, std::string_view candidates = ",;\t|");
+
+    /// Reads the next record; false at the end. The fields stay valid as long as the reader.
+    /// Throws DataError, naming the file and the line, when the record has too many or too few fields or a quote is
+    /// never closed.
+    bool Next(std::vector<std::string_view>& fields);
+
+    /// The line on which the record that Next gave begins, from 1.
+    [[nodiscard]] std::size_t Line() const { return Scanner.Line(); }
+    /// The empty records before the first one that Next gave.
+    [[nodiscard]] std::size_t EmptyBefore() const { return LeadingEmpty; }
+
+    /// The error that `problem` on a line of this file is.
+    [[noreturn]] void Fail(std::size_t line, const std::string& problem) const;
+
+  private:
+    std::string Path;
+    std::string Text;
+    RecordScanner Scanner;
+    std::optional<std::size_t> FieldsPerRecord;
+    std::size_t LeadingEmpty = 0;
+};
+
+}  // namespace quillara

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// What distinguishes one kind of delimited text from another.
+struct RecordRules {
+    std::optional<char> Separator;  ///< nothing: each record is one field
+    bool LineBreaksEndRecords = true;  ///< else the whole text is one record
+    bool BlanksBeforeQuotes = false;  ///< whether a quote behind blanks opens a field
+};
+
+/// Cuts delimited text into records: they end at LF, CR LF or CR outside quotes; text behind a closing quote joins the
+/// field; a quote inside an unquoted field is itself. One pass, one call a record.
+class RecordScanner {
+  public:
+    /// The text must outlive the scanner.
+    RecordScanner(std::string_view text, RecordRules rules);
+
+    /// Reads the next record; false at the end of the text. The fields, trimmed of spaces and tabs, stay valid as long
+    /// as the scanner and the text. A quote that is never closed ends with the text.
+    bool Next(std::vector<std::string_view>& fields);
+
+    /// The line on which the record that Next gave begins, from 1.
+    [[nodiscard]] std::size_t Line() const { return RecordLine; }
+    /// Whether that record holds nothing but blanks.
+    [[nodiscard]] bool IsEmpty() const { return RecordIsEmpty; }
+    /// Whether that record ends inside quotes.
+    [[nodiscard]] bool EndsInQuotes() const { return QuoteIsOpen; }
+
+  private:
+    std::string_view ReadField();
+    std::string_view ReadUnquoted();
+    std::string_view ReadQuoted();
+    /// The text up to the closing quote or the end of the text.
+    std::string_view ReadToQuote();
+    bool PassRecordEnd();
+    [[nodiscard]] bool EndsUnquoted(char character) const;
+
+    std::string_view Text;
+    RecordRules Rules;
+    std::size_t Place = 0;
+    std::size_t NextLine = 1;
+    std::size_t RecordLine = 0;
+    bool RecordIsEmpty = false;
+    bool QuoteIsOpen = false;
+    std::deque<std::string> Joined;  // fields that stand nowhere in the text as one piece
+};
+
+/// A text without the spaces and tabs around it.
+[[nodiscard]] std::string_view WithoutBlanks(std::string_view text);
+
+/// The line breaks in a text: LF, CR LF or CR.
+[[nodiscard]] std::size_t CountLineBreaks(std::string_view text);
+
+/// The separator of a text: of the candidates the one that gives the same number of fields, above one, in the most of
+/// the first 1,000 records that aren't empty, if these are more than half; of equals the first. Nothing when none does.
+[[nodiscard]] std::optional<char> FindSeparator(std::string_view text, std::string_view candidates = ",;\t|");
+
+}  // namespace quillara

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+/// Whether files of this extension (in small letters) are read by ReadStatisticalFile.
+[[nodiscard]] bool IsStatisticalFile(std::string_view extension);
+
+/// Reads a sav, zsav, por, dta, sas7bdat or xpt file: names, labels, value labels, formats, the declared weight. What
+/// the file marks as missing (system missing, tagged missing, each user-missing value or range, a blank text), and what
+/// is no finite number, becomes the missing code; the label of a user-missing value goes with the value.
+/// Dates become ValueKind::Date, times TimeOfDay, as ForeignDates.h says. The texts of a text variable are numbered in
+/// byte order; a value label of a text becomes the label of its number. An encoding, unless empty, overrides the
+/// file's own.
+/// Throws DataError, naming the file, when it can't be read, is damaged or has fewer cases than it declares;
+/// UsageError when the encoding isn't known.
+[[nodiscard]] DataTable ReadStatisticalFile(const std::string& path, std::string_view extension,
+                                            const std::string& encoding);
+
+}  // namespace quillara

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+/// The value labels that a statistical file keeps under one name.
+struct LabelSet {
+    std::map<double, std::string> OfNumbers;
+    std::map<std::string, std::string> OfTexts;
+};
+
+/// One variable as a statistical file gives it.
+struct StatisticalColumn {
+    std::string Name;
+    std::string Label;
+    std::string Format;
+    std::string LabelSetName;
+    bool IsText = false;
+    std::vector<std::pair<double, double>> MissingNumbers;  ///< ranges, both ends included
+    std::vector<std::pair<std::string, std::string>> MissingTexts;  ///< as above, in byte order
+    std::vector<double> Numbers;  ///< IsText false: one per case; NaN: missing
+    std::vector<std::optional<std::string>> Texts;  ///< IsText true: one per case
+};
+
+/// The content of a statistical file, as it is gathered from the file's reader.
+struct StatisticalContent {
+    std::string FileLabel;
+    std::vector<StatisticalColumn> Columns;
+    std::map<std::string, LabelSet, std::less<>> LabelSets;
+    std::optional<std::int64_t> DeclaredCases;
+    std::int64_t Cases = 0;
+    std::optional<std::size_t> Weight;  ///< index of the declared weight
+};
+
+/// The table that a statistical file with this extension holds: user-missing values, dates, times, texts and labels are
+/// made ours as ReadStatisticalFile says. Throws DataError when it is too large.
+[[nodiscard]] DataTable TableOf(StatisticalContent content, std::string_view extension);
+
+}  // namespace quillara
