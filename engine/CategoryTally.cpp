@@ -3,14 +3,22 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 
 namespace {
 
-constexpr int KnownValueBits = 9;
+constexpr int KnownValueBits = 11;
 constexpr std::size_t KnownValues = std::size_t{1} << KnownValueBits;
 
-/// Multiplicative hashing (Knuth, The Art of Computer Programming 3, 6.4) with 2^64 divided by the golden ratio.
-std::size_t PlaceOf(std::uint64_t bits) {
+/// Place of a value among the known ones. Codes of categories, small whole numbers as a rule, have a place of their
+/// own; others are hashed (multiplicative hashing; Knuth, The Art of Computer Programming 3, 6.4).
+std::size_t PlaceOf(double value, std::uint64_t bits) {
+    if (value >= 0.0 && value < static_cast<double>(KnownValues)) {
+        const auto whole = static_cast<std::size_t>(static_cast<std::int64_t>(value));
+        if (static_cast<double>(static_cast<std::int64_t>(whole)) == value) {
+            return whole;
+        }
+    }
     return static_cast<std::size_t>((bits * 0x9E3779B97F4A7C15ULL) >> (64 - KnownValueBits));
 }
 
@@ -25,6 +33,19 @@ bool CrowdsTheNext(const std::set<Categories>& set, std::set<Categories>::const_
     return next != set.end() && static_cast<std::uint64_t>(OrderedBits(next->Upper)) -
                                         static_cast<std::uint64_t>(OrderedBits(inserted->Upper)) <=
                                     2 * BitTolerance;
+}
+
+/// Place of the first of `count` ascending bounds that isn't below the value; `count` when all are. A binary search
+/// without branches on the data, since values in no order make such branches slow.
+template <typename Below>
+std::size_t FirstNotBelow(const double* bounds, std::size_t count, double value, Below below) {
+    std::size_t first = 0;
+    while (count > 1) {
+        const std::size_t half = count / 2;
+        first += below(bounds[first + half - 1], value) ? half : 0;
+        count -= half;
+    }
+    return first + (below(bounds[first], value) ? 1 : 0);
 }
 
 }  // namespace
@@ -85,32 +106,34 @@ void CategoryTally::Add(const TallyColumn& column, const WeightedRows& rows) {
     std::size_t next = 0;
     // Distinct values can end on the way, when the record turns to neat intervals.
     if (const Way way = PresentWay(); way == Way::Distinct || way == Way::WholeDistinct) {
-        AddDistinct(column, rows, next);
+        next = AddDistinct(column, rows);
     }
     if (PresentWay() == Way::Intervals) {
         AddIntervals(column, rows, next);
     }
 }
 
-void CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& rows, std::size_t& next) {
+/// Counts distinct values up to the end or until the record takes them no longer. Gives the number of rows counted.
+std::size_t CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& rows) {
     const Way way = PresentWay();
-    for (; next < rows.Count; ++next) {
-        const double value = column.Values[rows.Rows[next]];
-        if (column.Missing.Contains(value)) {
+    const TallyColumn local = column;
+    for (std::size_t i = 0; i < rows.Count; ++i) {
+        const double value = local.Values[rows.Rows[i]];
+        if (local.Missing.Contains(value)) {
             continue;
         }
         const auto bits = std::bit_cast<std::uint64_t>(value);
-        KnownValue& known = Known[PlaceOf(bits)];
+        KnownValue& known = Known[PlaceOf(value, bits)];
         if (known.Count != nullptr && known.Bits == bits) {
-            *known.Count += rows.Weights[next];
+            *known.Count += rows.Weights[i];
         } else if (way == Way::Distinct || IsWhole(value)) {
-            AddNewDistinct(value, rows.Weights[next], known);
+            AddNewDistinct(value, rows.Weights[i], known);
             if (PresentWay() != way) {
-                ++next;
-                return;
+                return i + 1;
             }
         }
     }
+    return rows.Count;
 }
 
 void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& known) {
@@ -129,17 +152,29 @@ void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& know
 }
 
 void CategoryTally::AddIntervals(const TallyColumn& column, const WeightedRows& rows, std::size_t next) {
-    const bool closedBelow = Feed.Target->Method == StepIntervals;
-    const double* const first = Bounds.data();
-    const double* const last = first + Intervals;
+    if (Intervals == 0) {
+        return;
+    }
+    if (Feed.Target->Method == StepIntervals) {
+        AddIntervalsBelow(column, rows, next, std::less_equal<double>());
+    } else {
+        AddIntervalsBelow(column, rows, next, std::less<double>());
+    }
+}
+
+/// Counts values in the first interval whose bound isn't below them. A NaN is in none.
+template <typename Below>
+void CategoryTally::AddIntervalsBelow(const TallyColumn& column, const WeightedRows& rows, std::size_t next,
+                                      Below below) {
+    const double* const bounds = Bounds.data();
     for (; next < rows.Count; ++next) {
         const double value = column.Values[rows.Rows[next]];
         if (column.Missing.Contains(value) || std::isnan(value)) {
             continue;
         }
-        const double* bound = closedBelow ? std::upper_bound(first, last, value) : std::lower_bound(first, last, value);
-        if (bound != last) {
-            *Counts[static_cast<std::size_t>(bound - first)] += rows.Weights[next];
+        const std::size_t interval = FirstNotBelow(bounds, Intervals, value, below);
+        if (interval < Intervals) {
+            *Counts[interval] += rows.Weights[next];
         }
     }
 }

@@ -48,8 +48,10 @@ class CategoryTally {
 
     [[nodiscard]] Way PresentWay() const;
     [[nodiscard]] std::size_t IntervalRoom() const;
-    void AddDistinct(const TallyColumn& column, const WeightedRows& rows, std::size_t& next);
+    std::size_t AddDistinct(const TallyColumn& column, const WeightedRows& rows);
     void AddIntervals(const TallyColumn& column, const WeightedRows& rows, std::size_t next);
+    template <typename Below>
+    void AddIntervalsBelow(const TallyColumn& column, const WeightedRows& rows, std::size_t next, Below below);
     void AddShared(const TallyColumn& column, const WeightedRows& rows);
     void AddNewDistinct(double value, double weight, KnownValue& known);
     void CollectBounds();

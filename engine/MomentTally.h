@@ -5,6 +5,7 @@
 #include <span>
 
 #include "engine/HostBuffer.h"
+#include "engine/MomentKernel.h"
 #include "platform/OrderedBits.h"
 
 /// Statistics of one variable at the end of a pass.
@@ -17,13 +18,6 @@ struct MomentStatistics {
     double MissingWeight;
     std::int32_t ValidCount;
     double ValidWeight;
-};
-
-/// Cases of a block that enter a tally: rows of its columns, and a weight for each.
-struct WeightedRows {
-    const std::int32_t* Rows;
-    const double* Weights;
-    std::size_t Count;
 };
 
 /// One variable of a block: its column and the values that stand for missing data.
@@ -53,8 +47,9 @@ class MomentTally {
     [[nodiscard]] MomentStatistics Of(std::size_t variable) const;
 
   private:
-    template <std::size_t Pairs>
-    void AddPairs(std::size_t first, std::span<const TallyColumn> columns, const WeightedRows& rows);
+    void AddLanes(std::size_t first, std::span<const TallyColumn> columns, const WeightedRows& rows);
+    void LoadLane(MomentLanes& lanes, std::size_t lane, std::size_t variable) const;
+    void StoreLane(const MomentLanes& lanes, std::size_t lane, std::size_t variable) const;
 
     HostBuffer<double> Mean;
     HostBuffer<double> SumSquares;

@@ -147,7 +147,7 @@ std::int16_t ShowFrequencies(CDrillDown& analysis, const FrequencyRules& rules) 
     analysis.BringUpToDate();
     const CDrillDown::DrillSet& set = *(analysis.*rules.Set);
     if (std::any_of(set.begin(), set.end(), [](const Drill& record) { return record.Isset == 0; })) {
-        analysis.ReadBeforeDrill(0);
+        analysis.ReadBeforeDrill(0);  // after a cancel the counts are shown as they stand
     }
     // Intended: one flag for all tables of a command, unlike the flags of the descriptives; a fractional count also
     // takes the display of whole numbers from the tables behind it, so that they look alike.

@@ -130,8 +130,8 @@ std::string ClauseOf(CDrillDown& analysis, const CaptionRules& rules, const Dril
     return clause;
 }
 
-/// Intended: the valid cases of the first variable, unlike the number of cases in the subset; a case missing on that
-/// variable isn't in it, and the order of the lists decides.
+/// Intended: the valid cases of the first variable, unlike ValidVar, the number of cases in the subset; captions kept
+/// by users depend on it. A case missing on that variable isn't in it, and the order of the lists decides.
 std::int32_t SelectedCases(const CDrillDown& analysis) {
     for (const CDrillDown::DrillSet* set : {analysis.DrillDowns, analysis.Reviews}) {
         if (!set->empty()) {

@@ -29,7 +29,7 @@ TEST_F(DescriptivesTest, ShowContinuousVariablesUnderAnyMethod) {
                                   "x | 4 | 3.60555 | 1 | 8 | 3 | 0\n");
     Drill("g", 0);
     Record(Analysis().DrillDowns, "y").ValidCount = 1;
-    EXPECT_EQ(Descriptives(), Head("3, Selected: 1\\ng = 1", ".*****") +
+    EXPECT_EQ(Descriptives(), Head("3, Selected: 1\\ng = 1", "..****") +
                                   "y | 1.5 | 0 | 1 | 2 | 2 | 0\n"
                                   "x | 2 | 1.41421 | 1 | 3 | 2 | 0\n");
 }
@@ -75,6 +75,14 @@ TEST_F(DescriptivesTest, ReviewsShowNeatIntervalsWhateverTheType) {
     Record(Analysis().Reviews, "y").Method = 0;
     Record(Analysis().Reviews, "a longer name").Method = 5;
     EXPECT_EQ(Reviewed(), "");
+}
+
+TEST_F(DescriptivesTest, RowNamesAreTrimmedOfDrillVariablesOnly) {
+    Open({Numbers(" x", {1, 2})});
+    Choose({}, {" x"});
+    Review({}, {" x"});
+    EXPECT_NE(Descriptives().find("\nx | 1.5"), std::string::npos);
+    EXPECT_NE(Reviewed().find("\n x | 1.5"), std::string::npos);
 }
 
 TEST_F(DescriptivesTest, NoCasesIsARefusalExceptForReviewsWithoutDrillVariables) {

@@ -78,13 +78,35 @@ TEST_F(ResultTableTest, SuppressedTableIsReleasedUnseen) {
     EXPECT_EQ(Sheets(), "");
 }
 
+using Operation = std::int16_t (CDrillDown::*)(HWND);
+
+TEST_F(ResultTableTest, ResultsBringTheRecordsUpToDateFirst) {
+    Choose({"x"}, {"y"});
+    Review({"x"}, {"y"});
+    for (const Operation show :
+         {&CDrillDown::DDNDescriptive, &CDrillDown::RVSummary, &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency}) {
+        (Analysis().*show)(nullptr);
+        const std::string fresh = Sheets();
+        for (CDrillDown::DrillSet* set : {Analysis().DrillDowns, Analysis().Reviews}) {
+            Record(set, "y").MissingWeight = Record(set, "y").Mean = 9;
+        }
+        Analysis().ValidVar = 0;
+        Analysis().DataChanged = 1;
+        (Analysis().*show)(nullptr);
+        EXPECT_EQ(Sheets(), fresh);
+        EXPECT_EQ(Analysis().DataChanged, 0);
+    }
+    Record(Analysis().DrillDowns, "x").ValidCount = 9;
+    Analysis().DataChanged = 1;
+    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 3, Selected: 2");
+}
+
 /// Every table, with each allocation failing in turn: no crash, nothing kept, and whole again with the next call.
 TEST_F(ResultTableTest, FailedAllocationLeavesNothingBehind) {
     Data.Variables[0].Labels[1] = {"one", "The first of the values"};
     Choose({"x"}, {"y"});
     Review({"x"}, {"y"});
     Drill("x", 0);
-    using Operation = std::int16_t (CDrillDown::*)(HWND);
     for (const Operation show : {&CDrillDown::DDNSummary, &CDrillDown::DDNDescriptive, &CDrillDown::RVSummary,
                                  &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency}) {
         (Analysis().*show)(nullptr);  // brings the counts up to date

@@ -85,8 +85,9 @@ Categorization ParseCategorization(std::string_view text) {
     const std::string_view name = text.substr(0, colon);
     const auto* method = std::ranges::find(Methods, name, &MethodSyntax::Name);
     if (method == Methods.end()) {
-        throw UsageError("unknown method \"" + std::string(name) +
-                         "\": choose distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer or bounds:B1,B2,...");
+        throw UsageError(
+            "unknown method \"" + std::string(name) +
+            "\": choose distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer or bounds:B1,B2,...");
     }
     Categorization chosen;
     chosen.Method = method->Method;

@@ -9,11 +9,11 @@ namespace quillara {
 /// How a continuous drill variable is to be cut into categories. Method is the module's number of the method; the
 /// other fields count for the methods that use them.
 struct Categorization {
-    int Method = 0;              ///< 0 distinct, 1 exact, 2 neat, 3 step, 4 integer, 5 bounds
-    int Count = 0;               ///< exact, neat: number of intervals
-    double StepSize = 0.0;       ///< step
-    double StepStart = 0.0;      ///< step: first bound, unless StartAtMin
-    bool StartAtMin = false;     ///< step: the intervals start at the smallest value
+    int Method = 0;  ///< 0 distinct, 1 exact, 2 neat, 3 step, 4 integer, 5 bounds
+    int Count = 0;  ///< exact, neat: number of intervals
+    double StepSize = 0.0;  ///< step
+    double StepStart = 0.0;  ///< step: first bound, unless StartAtMin
+    bool StartAtMin = false;  ///< step: the intervals start at the smallest value
     std::vector<double> Bounds;  ///< bounds: upper boundaries, rising
 };
 

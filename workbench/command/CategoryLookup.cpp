@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include "workbench/command/Numbers.h"
 #include "workbench/command/LetterCase.h"
+#include "workbench/command/Numbers.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {

@@ -18,7 +18,7 @@ struct CategoryRow {
 /// The category list of one variable as it is shown: categories with cases, then the missing data.
 struct CategoryList {
     std::string Variable;
-    int Method = 0;       ///< categorization method of the variable, 0 to 5
+    int Method = 0;  ///< categorization method of the variable, 0 to 5
     bool IsText = false;  ///< the variable's values are texts; their numbers mean nothing to people
     std::vector<CategoryRow> Rows;
 };

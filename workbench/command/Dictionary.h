@@ -10,8 +10,8 @@ namespace quillara {
 /// columns variable, value, label and description, in any order, all but variable optional. A row without a value is
 /// about the variable itself. An empty label or description says nothing; of two rows for one value the later counts;
 /// a text that no case has is passed over.
-/// Throws DataError, and the table may be partly changed, when the file can't be read, has no column `variable`, names a
-/// variable that isn't there, or a value that is no value of its variable's kind.
+/// Throws DataError, and the table may be partly changed, when the file can't be read, has no column `variable`, names
+/// a variable that isn't there, or a value that is no value of its variable's kind.
 void ApplyDictionary(DataTable& table, const std::string& path);
 
 }  // namespace quillara

@@ -14,6 +14,8 @@
 namespace quillara {
 namespace {
 
+constexpr const char* NoMemory = "There is not enough memory for this analysis.";
+
 /// A button that shows results.
 struct ResultButton {
     int Number;
@@ -114,10 +116,12 @@ struct DrillDriver::State {
     template <typename Pass>
     void Run(Pass pass) {
         pass();
-        if (Document.Services.BreakRequested && Document.Services.BreakRequested()) {
+        if (IsCancelled()) {
             throw Interrupted();
         }
     }
+    [[nodiscard]] bool IsCancelled() const;
+    void Choose(const VariableLists& variables, const std::function<int()>& operation);
     void SelectDown(short variable) {
         Module.SetCurrentDown(variable);
         Module.SetSelected(-1);
@@ -142,7 +146,22 @@ DrillDriver::State::State(const DataTable& table, CaseSettings settings, Analysi
     Document.Services = std::move(services);
     Document.Services.ChooseVariables = [this](const VariableListRequest&) { return Answer; };
     if (!Document.RunSequence()) {
-        throw DataError("There is not enough memory for this analysis.");
+        throw DataError(NoMemory);
+    }
+}
+
+bool DrillDriver::State::IsCancelled() const {
+    const AnalysisServices& services = Document.Services;
+    return (services.BreakFlag != nullptr && services.BreakFlag->load()) ||
+           (services.BreakRequested && services.BreakRequested());
+}
+
+void DrillDriver::State::Choose(const VariableLists& variables, const std::function<int()>& operation) {
+    Answer = variables;
+    int result = 0;
+    Run([&] { result = operation(); });
+    if (result == 0) {
+        throw DataError(NoMemory);
     }
 }
 
@@ -162,8 +181,8 @@ void DrillDriver::State::BringCategoriesUpToDate() {
 
 CategoryList DrillDriver::State::CurrentCategories() {
     const auto index = static_cast<std::size_t>(Module.GetCurrentDown() - 1);
-    return {Module.GetCurrentVariableName(), Module.GetCurrentMethod(),
-            Table.Variables[index].Kind == ValueKind::Text, RowsOf(Module)};
+    return {Module.GetCurrentVariableName(), Module.GetCurrentMethod(), Table.Variables[index].Kind == ValueKind::Text,
+            RowsOf(Module)};
 }
 
 DrillDriver::DrillDriver(const DataTable& table, CaseSettings settings, AnalysisServices services)
@@ -172,15 +191,13 @@ DrillDriver::DrillDriver(const DataTable& table, CaseSettings settings, Analysis
 DrillDriver::~DrillDriver() = default;
 
 void DrillDriver::ChooseDrillVariables(const VariableLists& variables) {
-    Analysis->Answer = variables;
     const int all = Analysis->Module.Table.Variables;
-    Analysis->Run([&] { Analysis->Module.SetDDNVariable(nullptr, 1, 0, all, 0, all, all); });
+    Analysis->Choose(variables, [&] { return Analysis->Module.SetDDNVariable(nullptr, 1, 0, all, 0, all, all); });
 }
 
 void DrillDriver::ChooseReviewVariables(const VariableLists& variables) {
-    Analysis->Answer = variables;
     const int all = Analysis->Module.Table.Variables;
-    Analysis->Run([&] { Analysis->Module.SetRVVariable(nullptr, 1, 0, all); });
+    Analysis->Choose(variables, [&] { return Analysis->Module.SetRVVariable(nullptr, 1, 0, all); });
 }
 
 void DrillDriver::Press(OptionBox box) {

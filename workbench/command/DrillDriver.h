@@ -29,8 +29,8 @@ enum class OptionBox : int {
 };
 
 /// Drives one analysis of the drill-down module without a screen: does what the commands of its dialog do, in their
-/// order. Variables go by their numbers, from 1. Every operation that reads cases throws Interrupted when the user asked
-/// to cancel; the driver is then of no more use.
+/// order. Variables go by their numbers, from 1. Every operation that reads cases throws Interrupted when the user
+/// asked to cancel; the driver is then of no more use.
 class DrillDriver {
   public:
     /// Chooses the row of a category list that a step keeps. When it throws, no step is taken.

@@ -31,8 +31,8 @@ void WatchForInterrupt() {
     sigaction(SIGINT, &action, nullptr);
 }
 
-bool InterruptRequested() noexcept {
-    return Requested.load(std::memory_order_relaxed);
+const std::atomic<bool>& InterruptFlag() noexcept {
+    return Requested;
 }
 
 InterruptibleWork::InterruptibleWork() noexcept {
@@ -44,7 +44,7 @@ InterruptibleWork::~InterruptibleWork() {
 }
 
 void InterruptibleWork::Finish() {
-    if (InterruptRequested()) {
+    if (Requested.load()) {
         throw Interrupted();
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 namespace quillara {
 
 /// Thrown where work ends because the user pressed Ctrl-C. The program ends with status 130.
@@ -8,10 +10,10 @@ struct Interrupted {};
 /// From now on Ctrl-C ends the program with status 130: at once, or, within an InterruptibleWork, when the work asks.
 void WatchForInterrupt();
 
-/// Whether Ctrl-C has been pressed within an InterruptibleWork. Costs next to nothing.
-[[nodiscard]] bool InterruptRequested() noexcept;
+/// True once Ctrl-C has been pressed within an InterruptibleWork; lives as long as the program.
+[[nodiscard]] const std::atomic<bool>& InterruptFlag() noexcept;
 
-/// A stretch of work that must not be cut off at any place: it asks InterruptRequested where it can stop, and calls
+/// A stretch of work that must not be cut off at any place: it looks at InterruptFlag where it can stop, and calls
 /// Finish when it is done.
 class InterruptibleWork {
   public:

@@ -24,7 +24,7 @@ std::vector<short> NumbersOf(const DataTable& table, const std::vector<std::stri
     return numbers;
 }
 
-void CheckForRepeats(const std::vector<std::string>& categorical, const std::vector<std::string>& continuous) {
+void CheckBothLists(const std::vector<std::string>& categorical, const std::vector<std::string>& continuous) {
     std::set<std::string_view> seen;
     for (const auto* names : {&categorical, &continuous}) {
         for (const std::string& name : *names) {
@@ -49,18 +49,14 @@ bool HasFewValues(const Variable& variable) {
 }  // namespace
 
 std::vector<std::string> ParseNames(std::string_view text) {
-    try {
-        std::vector<std::string> names = SplitRecord(text);
-        const bool isEmpty = names.size() == 1 && names.front().empty();
-        return isEmpty ? std::vector<std::string>() : names;
-    } catch (const DataError& error) {
-        throw UsageError(error.what());
-    }
+    std::vector<std::string> names = SplitRecord(text);
+    const bool isEmpty = names.size() == 1 && names.front().empty();
+    return isEmpty ? std::vector<std::string>() : names;
 }
 
 void CheckForRepeats(const VariableNames& names) {
-    CheckForRepeats(names.Categorical, names.Continuous);
-    CheckForRepeats(names.ReviewCategorical, names.ReviewContinuous);
+    CheckBothLists(names.Categorical, names.Continuous);
+    CheckBothLists(names.ReviewCategorical, names.ReviewContinuous);
 }
 
 VariableChoice ChooseByName(const DataTable& table, const VariableNames& names) {

@@ -13,14 +13,14 @@ namespace quillara {
 /// What the numbers of a variable stand for.
 enum class ValueKind {
     Number,
-    Date,       ///< days since 1970-01-01
+    Date,  ///< days since 1970-01-01
     TimeOfDay,  ///< seconds since midnight
-    Text,       ///< 1, 2, ...: the place of the text among the distinct texts in byte order
+    Text,  ///< 1, 2, ...: the place of the text among the distinct texts in byte order
 };
 
 /// The texts of one value; either may be empty.
 struct ValueTexts {
-    std::string Label;        ///< what the value is shown as
+    std::string Label;  ///< what the value is shown as
     std::string Description;  ///< a second, longer text
 };
 
@@ -29,15 +29,16 @@ struct Variable {
     std::string Name;
     std::string LongName;  ///< the variable's label in its file; may be empty
     ValueKind Kind = ValueKind::Number;
-    std::string Format;                    ///< display format as the file writes it ("F8.2"); may be empty
-    double MissingCode = -9999;            ///< the one value that stands for missing data
-    std::vector<std::string> Texts;        ///< Kind Text only: the text of value i stands at i - 1
-    std::map<double, ValueTexts> Labels;   ///< labels and descriptions by value; before Texts
-    std::vector<double> Values;            ///< one per case; missing data is MissingCode
+    std::string Format;  ///< display format as the file writes it ("F8.2"); may be empty
+    double MissingCode = -9999;  ///< the one value that stands for missing data
+    std::vector<std::string> Texts;  ///< Kind Text only: the text of value i stands at i - 1
+    std::map<double, ValueTexts> Labels;  ///< labels and descriptions by value; before Texts
+    std::vector<double> Values;  ///< one per case; missing data is MissingCode
 
-    /// The label of a value (its text, for a text variable without a label of its own); null when it has none.
+    /// The label of exactly this value (its text, for a text value without a label of its own); null when it has none
+    /// or an empty one.
     [[nodiscard]] const std::string* LabelOf(double value) const;
-    /// The description of a value; null when it has none.
+    /// The description of exactly this value; null when it has none or an empty one.
     [[nodiscard]] const std::string* DescriptionOf(double value) const;
     /// Whether a value is the missing code or nearly equal to it.
     [[nodiscard]] bool IsMissing(double value) const;
@@ -48,25 +49,29 @@ struct Variable {
 /// A table of numbered variables and cases. Columns all have Cases entries.
 struct DataTable {
     std::string FileName;  ///< name of the file without its folder
-    std::string Header;    ///< title text of the file; may be empty
+    std::string Header;  ///< title text of the file; may be empty
     std::int32_t Cases = 0;
     std::vector<Variable> Variables;
     std::vector<std::string> CaseNames;  ///< one per case, or empty: the cases have no names
-    std::optional<std::size_t> Weight;   ///< index of the weight variable that the file declares
+    std::optional<std::size_t> Weight;  ///< index of the weight variable that the file declares
 
     /// Index of the variable of exactly this name.
     [[nodiscard]] std::optional<std::size_t> Find(std::string_view name) const;
     /// As Find; throws DataError naming the variable when there is none.
     [[nodiscard]] std::size_t IndexOf(std::string_view name) const;
-    /// Bytes of the longest case name; 0 without case names.
+    /// Width of the case-name field: bytes of the longest case name, at least those of an ordinary row name; 0 without
+    /// case names.
     [[nodiscard]] std::size_t CaseNameWidth() const;
 };
 
 /// Chooses the missing code of a column (-9999, -99999, -999999, ...: the first below Min - 10 x (Max - Min) - 10 of
 /// the valid values that no value is nearly equal to) and writes it over every NaN of `values`. Returns the code.
+/// Infinities take no part in Min and Max. A column without valid values gets -9999; one whose range leaves none of
+/// these codes gets a number near the lowest double.
 double EncodeMissing(std::vector<double>& values);
 
-/// Gives a text variable its values: distinct texts numbered from 1 in byte order; a case without a text is missing.
+/// Gives a text variable its values, texts and missing code: distinct texts numbered from 1 in byte order; a case
+/// without a text is missing.
 void EncodeTexts(Variable& variable, const std::vector<std::optional<std::string>>& texts);
 
 /// Throws DataError when the table is larger than an analysis can number: 32,766 variables, 2^31 - 2 cases.

@@ -10,9 +10,9 @@ namespace quillara {
 
 /// A result document and where it comes from.
 struct OutputEntry {
-    int Command = 0;   ///< number of the button that made it
+    int Command = 0;  ///< number of the button that made it
     int Sequence = 0;  ///< its place among the documents of that command, from 1
-    int Step = 0;      ///< drill steps, down and up, taken before it
+    int Step = 0;  ///< drill steps, down and up, taken before it
     SpreadsheetDocument Spreadsheet;
 };
 

@@ -10,7 +10,7 @@ namespace quillara {
 using SpreadsheetCell = std::variant<std::monostate, double, std::string>;
 
 struct SpreadsheetColumn {
-    std::string Name;    ///< may hold line feeds
+    std::string Name;  ///< may hold line feeds
     bool Whole = false;  ///< all numbers of the column are whole and shown so
 };
 
@@ -22,7 +22,7 @@ struct SpreadsheetRow {
 /// A table of results as plain data. All texts are whole: no key of a long text is left in them.
 struct SpreadsheetDocument {
     std::vector<std::string> Title;  ///< title lines up to the last that isn't empty
-    std::string Corner;              ///< text above the row names
+    std::string Corner;  ///< text above the row names
     std::vector<SpreadsheetColumn> Columns;
     std::vector<SpreadsheetRow> Rows;
 };

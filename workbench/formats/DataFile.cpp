@@ -41,7 +41,9 @@ std::string_view FormatBySignature(std::string_view bytes) {
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
     const std::string extension = ExtensionOf(path);
     // What is read from a pipe is gone, so only a file that stands on the disk is looked at beforehand.
-    const bool isPipe = std::filesystem::exists(path) && !std::filesystem::is_regular_file(path);
+    std::error_code error;
+    const std::filesystem::file_type type = std::filesystem::status(path, error).type();
+    const bool isPipe = type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::character;
     const std::string_view content = isPipe ? "" : FormatBySignature(ReadBytes(path, signatureLength));
     // sav and zsav are one format to their reader.
     const bool agrees = content.empty() || content == extension || (content == "zsav" && extension == "sav") ||

@@ -16,8 +16,8 @@ struct DelimitedRecord {
 
 /// How delimited text is cut into records.
 struct RecordOptions {
-    std::optional<char> Separator;  ///< nothing: found from the text
-    std::string Encoding;  ///< empty: UTF-8, else Windows-1252
+    std::optional<char> Separator{};  ///< nothing: found from the text
+    std::string Encoding{};  ///< empty: UTF-8, else Windows-1252
 };
 
 /// The fields of one record, without quotes, trimmed of spaces and tabs; an empty text is one empty field. A quote

@@ -154,7 +154,7 @@ std::string SystemEncodingName(const std::string& encoding) {
 
 std::string DecodeText(std::string bytes, const std::string& encoding) {
     if (encoding.empty()) {
-        return WithoutByteOrderMark(ToUtf8(std::move(bytes)));
+        return ToUtf8(WithoutByteOrderMark(std::move(bytes)));
     }
     const std::string name = SystemEncodingName(encoding);
     if (name == "WINDOWS-1252" || name == "CP1252") {

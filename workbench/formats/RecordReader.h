@@ -18,6 +18,8 @@ class RecordReader {
     /// Reads the whole file into memory. `candidates` are the separators to choose from when options has none.
     /// Throws DataError when it can't be read or is no text, UsageError when the options can't be followed.
     RecordReader(const std::string& path, const RecordOptions& options, std::string_view candidates = ",;\t|");
+    RecordReader(const RecordReader&) = delete;
+    RecordReader& operator=(const RecordReader&) = delete;
 
     /// Reads the next record; false at the end. The fields stay valid as long as the reader.
     /// Throws DataError, naming the file and the line, when the record has too many or too few fields or a quote is

@@ -11,7 +11,7 @@ namespace quillara {
 
 /// What distinguishes one kind of delimited text from another.
 struct RecordRules {
-    std::optional<char> Separator;  ///< nothing: each record is one field
+    std::optional<char> Separator{};  ///< nothing: each record is one field
     bool LineBreaksEndRecords = true;  ///< else the whole text is one record
     bool BlanksBeforeQuotes = false;  ///< whether a quote behind blanks opens a field
 };

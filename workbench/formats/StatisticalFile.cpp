@@ -161,6 +161,13 @@ Parser MakeParser(const std::string& encoding) {
                     " file: " + reason);
 }
 
+/// What ReadStat says of an error, and what to do when its cause may be the encoding.
+std::string ReasonOf(readstat_error_t error) {
+    const bool mayBeEncoding = error == READSTAT_ERROR_CONVERT || error == READSTAT_ERROR_CONVERT_BAD_STRING ||
+                               error == READSTAT_ERROR_UNSUPPORTED_CHARSET;
+    return std::string(readstat_error_message(error)) + (mayBeEncoding ? "; another encoding may help." : ".");
+}
+
 bool IsWhole(const StatisticalContent& content) {
     const bool hasAllCases = !content.DeclaredCases || *content.DeclaredCases == content.Cases;
     return hasAllCases && std::ranges::all_of(content.Columns, [&](const StatisticalColumn& column) {
@@ -183,13 +190,14 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
         std::rethrow_exception(collection.Failure);
     }
     if (error != READSTAT_OK) {
-        ThrowDamaged(path, extension, std::string(readstat_error_message(error)) + ".");
+        ThrowDamaged(path, extension, ReasonOf(error));
     }
     if (!IsWhole(collection.Content)) {
         ThrowDamaged(path, extension, "It holds fewer cases than it declares.");
     }
     // The records of an xpt file have 80 bytes; nothing else tells where it ends.
-    if (extension == "xpt" && std::filesystem::file_size(path) % 80 != 0) {
+    std::error_code unknownSize;
+    if (extension == "xpt" && std::filesystem::file_size(path, unknownSize) % 80 != 0) {
         ThrowDamaged(path, extension, "Its last record isn't whole.");
     }
     DataTable table = TableOf(std::move(collection.Content), extension);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,16 +38,22 @@ struct AnalysisServices {
     std::function<void(SpreadsheetDocument)> TakeSpreadsheet;
     /// Whether the user asked to cancel; asked once per case that is used.
     std::function<bool()> BreakRequested;
+    /// The same as a flag, for hosts that cancel from elsewhere: looked at once per case read singly and once per
+    /// block. Outlives the document; null: none.
+    const std::atomic<bool>* BreakFlag = nullptr;
     /// Progress of a pass: started with a text and a total, told how many cases are done, ended.
     std::function<void(std::string_view text, std::int32_t total)> ProgressStarted;
     std::function<void(std::int32_t done)> ProgressAdvanced;
     std::function<void()> ProgressEnded;
 };
 
+struct AnalysisState;
+
 }  // namespace quillara
 
 /// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its
-/// sequence, and answers its calls. The table outlives the document.
+/// sequence, and answers its calls. The table outlives the document
+/// and doesn't change under it.
 class CAnalysisDoc {
   public:
     explicit CAnalysisDoc(const quillara::DataTable& table);
@@ -55,13 +62,14 @@ class CAnalysisDoc {
     /// Tells the analysis that it closes, then destroys it.
     ~CAnalysisDoc();
 
-    /// Takes an analysis and becomes its document.
+    /// Takes an analysis and becomes its document. An analysis taken earlier closes and is destroyed.
     void Adopt(std::unique_ptr<CAnalysisSupport> analysis);
     /// Runs the steps of the analysis's sequence from the first on; false when a step failed.
     bool RunSequence();
+    /// The analysis that was adopted; there must be one.
     [[nodiscard]] CAnalysisSupport& Analysis();
 
-    /// Selects cases: one result per case (Use or Skip), or empty for all.
+    /// Selects cases: one result per case (Use or Skip), or empty for all. Throws DataError when the number is another.
     void SetSelection(std::vector<CaseResult> results);
     /// Chooses the weight variable by its index in the table; nothing: no weight is in force.
     void SetWeight(std::optional<std::size_t> variable);
@@ -78,10 +86,11 @@ class CAnalysisDoc {
 
   private:
     friend class CAnalysisSupport;  // its calls are answered from here
-    struct State;
 
-    void Bind(OrvTag* table, Orv88Tag* names, b1_com* line, Wght_com* weight);
+    /// The state of a document; without a document that of an empty table.
+    static quillara::AnalysisState& StateOf(CAnalysisDoc* document);
+    void Close();
 
-    std::unique_ptr<State> Host;
+    std::unique_ptr<quillara::AnalysisState> Host;
     std::unique_ptr<CAnalysisSupport> Owned;
 };

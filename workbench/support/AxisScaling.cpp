@@ -213,7 +213,8 @@ void scling_double_QUA(double* low, double* high, double* step, short /*cases*/,
         return;
     }
     const Range range{*low, *high, parts < 1 ? DefaultParts : parts};
-    const Scale scale = RoundScale(range).value_or(EqualParts(range));
+    const auto round = RoundScale(range);
+    const Scale scale = round ? *round : EqualParts(range);
     *low = scale.Low;
     *high = scale.High;
     *step = scale.Step;

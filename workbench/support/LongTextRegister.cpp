@@ -1,6 +1,8 @@
 #include "workbench/support/LongTextRegister.h"
 
+#include <algorithm>
 #include <mutex>
+#include <tuple>
 
 #include "workbench/support/LongTexts.h"
 

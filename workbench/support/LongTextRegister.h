@@ -31,7 +31,7 @@ class LongTextRegister {
 
     Hash FirstKey;
     mutable std::shared_mutex Guard;
-    std::unordered_map<std::string, std::string> Texts;           ///< by key; entries stay where they are
+    std::unordered_map<std::string, std::string> Texts;  ///< by key; entries stay where they are
     std::unordered_map<std::string_view, std::string_view> Keys;  ///< by text; both views point into Texts
 };
 

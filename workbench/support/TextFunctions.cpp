@@ -17,7 +17,7 @@ constexpr char NotPrintable[] = "--";
 /// A number's magnitude as d.ddd times a power of ten.
 struct Digits {
     std::string Text;  ///< without a point
-    int Exponent;      ///< of the first digit
+    int Exponent;  ///< of the first digit
 };
 
 // Numbers are formatted by to_chars, which knows no locale: a program that sets one gets the same texts.
@@ -69,9 +69,9 @@ struct Candidate {
 std::optional<Candidate> LongestFixed(double magnitude, int exponent, int room) {
     std::array<char, 128> buffer;
     for (int decimals = exponent < room ? room : -1; decimals >= 0; --decimals) {
-        const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                       std::chars_format::fixed, decimals)
-                             .ptr;
+        const auto end =
+            std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, std::chars_format::fixed, decimals)
+                .ptr;
         if (end - buffer.data() > room) {
             continue;
         }

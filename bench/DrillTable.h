@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "engine/DrillDown.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/support/AnalysisDoc.h"
+
+/// What one benchmark runs on.
+struct BenchCase {
+    int Steps = 0;  ///< drill steps in force, on the first categorical variables
+    bool Weighted = false;  ///< a fractional weight is in force
+    bool Blocks = true;  ///< the host offers columns
+};
+
+/// Number of values of each categorical variable.
+inline constexpr int CategoricalValues[] = {2, 5, 9, 16, 42, 500};
+inline constexpr int CategoricalVariables = 6;
+inline constexpr int ContinuousVariables = 6;
+
+/// 1,000,000 cases of 6 categorical and 6 continuous variables with 3 % missing data, and a weight; the same in every
+/// run.
+const quillara::DataTable& BenchTable();
+
+/// An analysis of that table with all variables chosen and the steps of `setting` taken.
+class BenchAnalysis {
+  public:
+    explicit BenchAnalysis(const BenchCase& setting);
+
+    [[nodiscard]] CDrillDown& Analysis() { return static_cast<CDrillDown&>(Document.Analysis()); }
+
+  private:
+    void Drill(std::int16_t var);
+
+    CAnalysisDoc Document;
+};
+
+/// The floor: plain loops over the columns that a pass after a drill reads. They find the cases that remain, count
+/// categories and sum x and x * x of the variables still open, without any division.
+class PlainLoops {
+  public:
+    explicit PlainLoops(const BenchCase& setting) : Setting(setting) {}
+
+    /// Gives a figure that depends on everything that was summed.
+    double Run() const;
+
+  private:
+    BenchCase Setting;
+};

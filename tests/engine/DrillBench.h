@@ -1,0 +1,119 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/DrillDown.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/support/AnalysisDoc.h"
+
+namespace drilltest {
+
+inline constexpr double NA = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double Infinity = std::numeric_limits<double>::infinity();
+inline constexpr char NotEnoughMemory[] =
+    "Not enough memory to complete the requested computations; close other applications and try again.";
+
+/// How the module gets its cases from the host.
+enum class Road : std::uint8_t { CaseByCase, Columns };
+
+using Names = std::vector<std::string>;
+
+/// A variable in which NA is missing.
+quillara::Variable Numbers(std::string name, std::vector<double> values);
+/// A variable whose values reach the module as they are.
+quillara::Variable RawNumbers(std::string name, std::vector<double> values, double missingCode = -9999);
+quillara::DataTable TableOf(std::vector<quillara::Variable> variables);
+
+/// `value` moved by so many representable numbers.
+double Moved(double value, std::int64_t units);
+
+/// The real module on the real host, over a small table: verbs of an exploration, and its state as short texts.
+class DrillBench {
+  public:
+    explicit DrillBench(Road road) : TheRoad(road) {}
+    /// A new analysis of a table.
+    void Open(quillara::DataTable table);
+    void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
+
+    // Verbs
+
+    /// Chooses the drill variables, categorical and continuous. Gives the result of the operation.
+    int Choose(const Names& categorical, const Names& continuous = {});
+    int Review(const Names& categorical, const Names& continuous = {});
+    /// The same by numbers; nothing: the user cancels the dialog.
+    int ChooseLists(const std::optional<quillara::VariableLists>& answer);
+    int ReviewLists(const std::optional<quillara::VariableLists>& answer);
+    void Weigh(const std::string& name) { Document->SetWeight(Data.IndexOf(name)); }
+    /// Makes a variable the current one and its counts fresh, as the dialog does before it shows the categories.
+    void Focus(std::int16_t var);
+    /// Drills down on a row of the current variable's list; the row behind the last is Missing.
+    void Take(int row);
+    /// A whole step down on the category of that name, or on "Missing".
+    void Down(const std::string& name, const std::string& category);
+    /// Undoes the step on a variable.
+    void Up(const std::string& name);
+    void UpPlace(int place);
+    /// Gives a drill-down variable another method as the Categorization tab does, and recounts.
+    void Categorize(const std::string& name, const std::function<void(Drill&)>& change);
+    void Recount() { Analysis().ReadBeforeDrill(0); }
+    /// Cancels at the n-th poll from now on; 0: never.
+    void CancelAt(int poll);
+
+    // State
+
+    CDrillDown& Analysis() const { return static_cast<CDrillDown&>(Document->Analysis()); }
+    CAnalysisDoc& Host() const { return *Document; }
+    std::int16_t Number(const std::string& name) const { return static_cast<std::int16_t>(Data.IndexOf(name) + 1); }
+    /// Polls since CancelAt.
+    int Polls() const { return PollCount; }
+    /// Rows that a record's list shows before Missing.
+    static int Rows(const Drill& record);
+    /// "Z Y X | 3 open, 120 cases": the steps, newest first, the variables left, ValidVar.
+    std::string State() const;
+    /// "x: n=5 mean=2.5 [1:3 2:2] missing 1", with "w=" behind n where the weights differ from it.
+    std::string Open(const std::string& name) const { return Text(*Analysis().DrillDowns, name); }
+    std::string Reviewed(const std::string& name) const { return Text(*Analysis().Reviews, name); }
+    /// The names alone: "1 | 2 | 3".
+    std::string CategoryNames(const std::string& name) const;
+    Drill& Record(const std::string& name) const { return RecordIn(*Analysis().DrillDowns, name); }
+    Drill& RecordIn(const CDrillDown::DrillSet& set, const std::string& name) const;
+    /// Messages shown since the last call.
+    Names TakeMessages() { return std::exchange(Messages, {}); }
+
+  private:
+    std::optional<quillara::VariableLists> ListsOf(const Names& first, const Names& second) const;
+    std::string Text(const CDrillDown::DrillSet& set, const std::string& name) const;
+
+    Road TheRoad;
+    quillara::DataTable Data;
+    std::unique_ptr<CAnalysisDoc> Document;
+    std::optional<quillara::VariableLists> Answer;
+    Names Messages;
+    int PollCount = 0;
+    int CancelPoll = 0;
+};
+
+/// Base of the suites that must come out the same on every road.
+class DrillTest : public testing::TestWithParam<Road>, public DrillBench {
+  protected:
+    DrillTest() : DrillBench(GetParam()) {}
+};
+
+inline std::string RoadName(const testing::TestParamInfo<Road>& road) {
+    return road.param == Road::Columns ? "Columns" : "CaseByCase";
+}
+
+}  // namespace drilltest
+
+/// Runs a suite on every road.
+#define ON_EVERY_ROAD(Suite)                                                                                       \
+    INSTANTIATE_TEST_SUITE_P(Roads, Suite, testing::Values(drilltest::Road::CaseByCase, drilltest::Road::Columns), \
+                             drilltest::RoadName)

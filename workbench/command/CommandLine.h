@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "workbench/formats/ReadOptions.h"
+
+namespace quillara {
+
+/// Takes the value of an option. Throws UsageError or DataError when it can't be used: wrong usage in either case, and
+/// the option's name is put before the text.
+using ValueTaker = std::function<void(const std::string&)>;
+
+/// An option with one value, given at most once. The value is taken as it stands, whatever characters it holds.
+CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help);
+
+/// The same with a value that any text is good for.
+CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& text,
+                     const std::string& help);
+
+/// An option with one value that may be given any number of times; the values are taken in the order given.
+CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help);
+
+/// The file that a command works on, and the options that say how delimited text is read.
+void AddDataFile(CLI::App& command, const std::string& name, std::string& file, ReadOptions& reading);
+
+/// Adds the subcommands to the program; their callbacks do the work.
+void AddDrillCommand(CLI::App& program);
+void AddInfoCommand(CLI::App& program);
+void AddConvertCommand(CLI::App& program);
+
+}  // namespace quillara

@@ -1,0 +1,168 @@
+// quillara drill: its options, and the run from the file to the finished documents.
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "workbench/command/CommandLine.h"
+#include "workbench/command/DrillOptions.h"
+#include "workbench/command/DrillRun.h"
+#include "workbench/command/Interruption.h"
+#include "workbench/command/ResultList.h"
+#include "workbench/command/StandardStreams.h"
+#include "workbench/documents/DocumentViews.h"
+#include "workbench/formats/FileReplacement.h"
+
+namespace quillara {
+namespace {
+
+struct DocumentView {
+    OutputFormat Format;
+    std::string (*View)(const OutputCollection&);
+};
+
+constexpr std::array<DocumentView, 4> Views{{
+    {OutputFormat::Text, TextView},
+    {OutputFormat::Json, JsonView},
+    {OutputFormat::Csv, CsvView},
+    {OutputFormat::Html, HtmlView},
+}};
+
+constexpr const char* Notes =
+    "NAMES are comma separated; a name with a comma or a quote stands in double quotes, a quote in it twice.\n"
+    "METHOD: distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer, bounds:B1,B2,...\n"
+    "CATEGORY: the name of a row of the category list (Missing for missing data), #K for row K from 0, or a number.\n"
+    "LIST: summary, frequencies, descriptives, review-frequencies, review-descriptives (default: all, in this order).\n"
+    "Without any of the four variable options, texts and labelled variables of at most 100 distinct values are\n"
+    "categorical, all other numbers and dates continuous.\n"
+    "\n"
+    "Examples:\n"
+    "  quillara drill survey.sav --weight wt --weighted-moments --down sex=Female\n"
+    "  quillara drill adult.csv --categorical sex,education --continuous age --categorize age=bounds:25,45,65 \\\n"
+    "      --down sex=Female --down age=30 --show frequencies --after each --format json --output women.json\n";
+
+void Write(const DrillOptions& options, const std::string& text) {
+    if (options.OutputFile) {
+        const InterruptibleWork work;
+        ReplaceFile(*options.OutputFile, text);
+    } else {
+        WriteToStandardOutput(text);
+    }
+}
+
+void Run(const DrillOptions& options) {
+    const OutputCollection outputs = RunDrill(options);
+    const auto* view = std::ranges::find(Views, options.Format, &DocumentView::Format);
+    Write(options, view->View(outputs));
+}
+
+void AddVariableOptions(CLI::App& command, DrillOptions& options) {
+    struct NameOption {
+        const char* Name;
+        std::vector<std::string> VariableNames::*Names;
+        const char* Help;
+    };
+    constexpr std::array<NameOption, 4> nameOptions{{
+        {"--categorical", &VariableNames::Categorical, "categorical drill variables, in this order"},
+        {"--continuous", &VariableNames::Continuous, "continuous drill variables"},
+        {"--review-categorical", &VariableNames::ReviewCategorical, "categorical review variables"},
+        {"--review-continuous", &VariableNames::ReviewContinuous, "continuous review variables"},
+    }};
+    for (const NameOption& option : nameOptions) {
+        const auto take = [&options, names = option.Names](const std::string& text) {
+            if (!options.Names) {
+                options.Names.emplace();
+            }
+            (*options.Names).*names = ParseNames(text);
+        };
+        AddValue(command, option.Name, take, option.Help)->type_name("NAMES")->group("Variables");
+    }
+    AddRepeated(
+        command, "--categorize",
+        [&](const std::string& text) { options.Categorizations.push_back(ParseCategorizedVariable(text)); },
+        "how a continuous drill variable is cut into categories; repeatable")
+        ->type_name("VAR=METHOD")
+        ->group("Variables");
+    AddText(command, "--dictionary", options.DictionaryFile,
+            "delimited file of labels with the columns variable, value, label, description")
+        ->type_name("FILE")
+        ->group("Variables");
+}
+
+void AddCaseOptions(CLI::App& command, DrillOptions& options) {
+    const std::string group = "Cases";
+    AddText(command, "--select", options.Formula, "case selection, as: age > 30 and sex = \"Female\"")
+        ->type_name("FORMULA")
+        ->group(group);
+    AddText(command, "--weight", options.Weight, "weight variable")->type_name("VAR")->group(group);
+    command.add_flag("--weighted-moments", options.WeightedMoments, "use fractional weights as they are")->group(group);
+    command.add_flag("--casewise", options.Casewise, "a case missing in one drill variable is missing in all")
+        ->group(group);
+    command.add_flag("--review-casewise", options.ReviewCasewise, "the same for the review variables")->group(group);
+    command.add_flag("--no-count-missing", options.NoCountMissing, "missing data is no category")->group(group);
+}
+
+void AddResultOptions(CLI::App& command, DrillOptions& options) {
+    const std::string group = "Results";
+    const auto add = [&](const std::string& name, const ValueTaker& take, const std::string& help) {
+        return AddValue(command, name, take, help)->group(group);
+    };
+    add(
+        "--show", [&](const std::string& text) { options.Results = ParseResultList(text); },
+        "results, in the order of their documents")
+        ->type_name("LIST");
+    add(
+        "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
+        "results after each step, or after the last (default)")
+        ->type_name("each|last");
+    add(
+        "--format", [&](const std::string& text) { options.Format = ParseFormat(text); }, "default text")
+        ->type_name("text|json|csv|html");
+    AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
+        ->type_name("FILE")
+        ->group(group);
+}
+
+/// The steps in the order in which --down and --up stand on the command line, whichever of the two they are.
+std::vector<DrillStep> StepsInOrder(const CLI::App& command, const CLI::Option* down, const CLI::Option* up) {
+    std::vector<DrillStep> steps;
+    std::size_t downs = 0;
+    std::size_t ups = 0;
+    for (const CLI::Option* option : command.parse_order()) {
+        if (option == down) {
+            steps.push_back(ParseDown(down->results()[downs++]));
+        } else if (option == up) {
+            steps.push_back({up->results()[ups++], std::nullopt});
+        }
+    }
+    return steps;
+}
+
+}  // namespace
+
+void AddDrillCommand(CLI::App& program) {
+    const auto options = std::make_shared<DrillOptions>();
+    options->Results = DefaultResults();
+    CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");
+    command->footer(Notes);
+    AddDataFile(*command, "FILE", options->File, options->Reading);
+    AddVariableOptions(*command, *options);
+    AddCaseOptions(*command, *options);
+    const CLI::Option* down = AddRepeated(*command, "--down", ParseDown, "one drill step; repeatable, runs in order")
+                                  ->type_name("VAR=CATEGORY")
+                                  ->group("Steps");
+    const CLI::Option* up = AddRepeated(
+                                *command, "--up", [](const std::string&) {}, "undo the step on VAR; repeatable")
+                                ->type_name("VAR")
+                                ->group("Steps");
+    AddResultOptions(*command, *options);
+    command->callback([=] {
+        options->Steps = StepsInOrder(*command, down, up);
+        if (options->Names) {
+            CheckForRepeats(*options->Names);
+        }
+        Run(*options);
+    });
+}
+
+}  // namespace quillara

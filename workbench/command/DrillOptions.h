@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/command/Categorization.h"
+#include "workbench/command/VariableChoice.h"
+#include "workbench/formats/ReadOptions.h"
+
+namespace quillara {
+
+/// A step down into a category of a variable, or back up from it.
+struct DrillStep {
+    std::string Variable;
+    std::optional<std::string> Category;  ///< nothing: a step up
+};
+
+struct CategorizedVariable {
+    std::string Variable;
+    Categorization How;
+};
+
+enum class OutputFormat { Text, Json, Csv, Html };
+
+/// What `quillara drill` is asked to do.
+struct DrillOptions {
+    std::string File;
+    ReadOptions Reading;
+    std::optional<std::string> DictionaryFile;
+    std::optional<std::string> Formula;  ///< of the case selection; nothing: all cases
+    std::optional<std::string> Weight;  ///< name of the weight variable; nothing: no weight is in force
+
+    std::optional<VariableNames> Names;  ///< nothing: chosen by their content
+    bool WeightedMoments = false;
+    bool Casewise = false;
+    bool ReviewCasewise = false;
+    bool NoCountMissing = false;
+    std::vector<CategorizedVariable> Categorizations;
+    std::vector<DrillStep> Steps;
+
+    std::vector<int> Results;  ///< buttons, in the order of their documents
+    bool AfterEach = false;  ///< results after every step, else after the last
+    OutputFormat Format = OutputFormat::Text;
+    std::optional<std::string> OutputFile;  ///< nothing: standard output
+};
+
+/// Each throws UsageError saying what is wrong with the text.
+[[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
+[[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
+[[nodiscard]] OutputFormat ParseFormat(std::string_view text);  ///< text, json, csv or html
+[[nodiscard]] bool ParseAfterEach(std::string_view text);  ///< each or last
+
+}  // namespace quillara

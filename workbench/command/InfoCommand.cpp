@@ -1,0 +1,51 @@
+// quillara info: the variables of a data file.
+
+#include <memory>
+
+#include "workbench/command/CommandLine.h"
+#include "workbench/command/Dictionary.h"
+#include "workbench/command/StandardStreams.h"
+#include "workbench/command/VariableSummary.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DataFile.h"
+
+namespace quillara {
+namespace {
+
+struct InfoOptions {
+    std::string File;
+    ReadOptions Reading;
+    std::optional<std::string> DictionaryFile;
+    bool AsJson = false;
+};
+
+bool ParseAsJson(const std::string& text) {
+    if (text != "text" && text != "json") {
+        throw UsageError("unknown value \"" + text + "\": choose from text, json");
+    }
+    return text == "json";
+}
+
+void Run(const InfoOptions& options) {
+    DataTable table = ReadDataFile(options.File, options.Reading);
+    if (options.DictionaryFile) {
+        ApplyDictionary(table, *options.DictionaryFile);
+    }
+    WriteToStandardOutput(options.AsJson ? VariablesAsJson(table) : VariablesAsText(table));
+}
+
+}  // namespace
+
+void AddInfoCommand(CLI::App& program) {
+    const auto options = std::make_shared<InfoOptions>();
+    CLI::App* command = program.add_subcommand("info", "show the variables of a data file");
+    AddDataFile(*command, "FILE", options->File, options->Reading);
+    AddText(*command, "--dictionary", options->DictionaryFile,
+            "delimited file of labels with the columns variable, value, label, description")
+        ->type_name("FILE");
+    const auto take = [options](const std::string& text) { options->AsJson = ParseAsJson(text); };
+    AddValue(*command, "--format", take, "text (default) or json, which has all value labels")->type_name("text|json");
+    command->callback([options] { Run(*options); });
+}
+
+}  // namespace quillara

@@ -1,0 +1,116 @@
+#include "workbench/command/VariableSummary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/OrderedBits.h"
+#include "workbench/data/Calendar.h"
+
+namespace quillara {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json JsonNumber(double value) {
+    constexpr double firstInexact = 9007199254740992.0;
+    const bool isWhole = std::abs(value) < firstInexact && std::floor(value) == value;
+    return isWhole ? Json(static_cast<std::int64_t>(value)) : Json(value);
+}
+
+std::string TypeOf(const Variable& variable) {
+    switch (variable.Kind) {
+        case ValueKind::Date:
+            return "date";
+        case ValueKind::TimeOfDay:
+            return "time";
+        case ValueKind::Text:
+            return "text";
+        case ValueKind::Number:
+            break;
+    }
+    return "number";
+}
+
+std::string TextOf(const Variable& variable, double value) {
+    switch (variable.Kind) {
+        case ValueKind::Date:
+            return TextFromDays(value);
+        case ValueKind::TimeOfDay:
+            return TextFromSeconds(value);
+        case ValueKind::Text:
+            return variable.Texts[static_cast<std::size_t>(value) - 1];
+        case ValueKind::Number:
+            break;
+    }
+    return JsonNumber(value).dump();
+}
+
+/// The values that the summary tells of: those with texts of their own and, for a text variable, all.
+std::set<double> ValuesOf(const Variable& variable) {
+    std::set<double> values;
+    for (const auto& [value, texts] : variable.Labels) {
+        values.insert(value);
+    }
+    for (std::size_t text = 1; text <= variable.Texts.size(); ++text) {
+        values.insert(static_cast<double>(text));
+    }
+    return values;
+}
+
+std::string Copy(const std::string* text) {
+    return text == nullptr ? std::string() : *text;
+}
+
+Json JsonOf(const LabelledValue& value, const std::string& type) {
+    Json json;
+    json["value"] = type == "number" ? JsonNumber(value.Number) : Json(value.Text);
+    json["label"] = value.Label;
+    if (!value.Description.empty()) {
+        json["description"] = value.Description;
+    }
+    return json;
+}
+
+Json JsonOf(const VariableSummary& summary) {
+    Json labels = Json::array();
+    for (const LabelledValue& value : summary.Values) {
+        labels.push_back(JsonOf(value, summary.Type));
+    }
+    return {{"name", summary.Name},
+            {"type", summary.Type},
+            {"label", summary.Label},
+            {"format", summary.Format},
+            {"missing", summary.MissingCases},
+            {"labels", std::move(labels)}};
+}
+
+}  // namespace
+
+VariableSummary SummaryOf(const Variable& variable) {
+    VariableSummary summary{variable.Name, TypeOf(variable), variable.LongName, variable.Format, 0, {}};
+    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
+    summary.MissingCases =
+        std::ranges::count_if(variable.Values, [&](double value) { return missing.Contains(value); });
+    for (const double value : ValuesOf(variable)) {
+        summary.Values.push_back(
+            {value, TextOf(variable, value), Copy(variable.LabelOf(value)), Copy(variable.DescriptionOf(value))});
+    }
+    return summary;
+}
+
+std::string VariablesAsJson(const DataTable& table) {
+    Json json;
+    json["data"] = {{"file", table.FileName}, {"cases", table.Cases}, {"variables", table.Variables.size()}};
+    json["data"]["title"] = table.Header;
+    json["data"]["weight"] = table.Weight ? Json(table.Variables[*table.Weight].Name) : Json();
+    json["variables"] = Json::array();
+    for (const Variable& variable : table.Variables) {
+        json["variables"].push_back(JsonOf(SummaryOf(variable)));
+    }
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace quillara

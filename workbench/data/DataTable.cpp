@@ -1,0 +1,98 @@
+#include "workbench/data/DataTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/OrderedBits.h"
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostVariables = 32766;
+constexpr std::size_t MostCases = 2147483646;
+
+/// The texts of exactly this value; null when it has none.
+const ValueTexts* TextsOf(const std::map<double, ValueTexts>& labels, double value) {
+    // The order of a map takes NaN for equal to every key.
+    const auto found = std::isnan(value) ? labels.end() : labels.find(value);
+    return found == labels.end() ? nullptr : &found->second;
+}
+
+const std::string* UnlessEmpty(const std::string& text) {
+    return text.empty() ? nullptr : &text;
+}
+
+bool EqualButForLetterCase(std::string_view left, std::string_view right) {
+    const auto lower = [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    };
+    return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+std::string Quoted(std::string_view name) {
+    return '"' + std::string(name) + '"';
+}
+
+}  // namespace
+
+const std::string* Variable::LabelOf(double value) const {
+    if (const ValueTexts* texts = TextsOf(Labels, value); texts != nullptr && !texts->Label.empty()) {
+        return &texts->Label;
+    }
+    const bool isPlace = value >= 1 && value <= static_cast<double>(Texts.size()) && value == std::floor(value);
+    return Kind == ValueKind::Text && isPlace ? UnlessEmpty(Texts[static_cast<std::size_t>(value) - 1]) : nullptr;
+}
+
+const std::string* Variable::DescriptionOf(double value) const {
+    const ValueTexts* texts = TextsOf(Labels, value);
+    return texts == nullptr ? nullptr : UnlessEmpty(texts->Description);
+}
+
+bool Variable::IsMissing(double value) const {
+    return NearlyEqual(value, MissingCode);
+}
+
+bool Variable::HasLabels() const {
+    return Kind == ValueKind::Text ||
+           std::ranges::any_of(Labels, [](const auto& entry) { return !entry.second.Label.empty(); });
+}
+
+std::optional<std::size_t> DataTable::Find(std::string_view name) const {
+    const auto found = std::ranges::find(Variables, name, &Variable::Name);
+    if (found == Variables.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - Variables.begin());
+}
+
+std::size_t DataTable::IndexOf(std::string_view name) const {
+    if (const std::optional<std::size_t> index = Find(name)) {
+        return *index;
+    }
+    const auto similar = std::ranges::find_if(
+        Variables, [&](const Variable& variable) { return EqualButForLetterCase(variable.Name, name); });
+    const std::string advice = similar == Variables.end() ? "" : "; did you mean " + Quoted(similar->Name) + "?";
+    throw DataError("The data have no variable named " + Quoted(name) + (advice.empty() ? "." : advice));
+}
+
+std::size_t DataTable::CaseNameWidth() const {
+    std::size_t width = 0;
+    for (const std::string& name : CaseNames) {
+        width = std::max(width, name.size());
+    }
+    return width;
+}
+
+void CheckSize(std::size_t variables, std::size_t cases) {
+    if (variables > MostVariables) {
+        throw DataError("The data have " + std::to_string(variables) + " variables; an analysis takes at most " +
+                        std::to_string(MostVariables) + ".");
+    }
+    if (cases > MostCases) {
+        throw DataError("The data have " + std::to_string(cases) + " cases; an analysis takes at most " +
+                        std::to_string(MostCases) + ".");
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,153 @@
+#include "workbench/data/FormulaTokens.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace quillara {
+namespace {
+
+struct SignSpelling {
+    std::string_view Written;
+    std::string_view Meant;
+};
+
+// The longer spelling stands before the one it begins with.
+constexpr std::array<SignSpelling, 14> Signs = {{
+    {"==", "="},
+    {"!=", "<>"},
+    {"<>", "<>"},
+    {"<=", "<="},
+    {">=", ">="},
+    {"=", "="},
+    {"<", "<"},
+    {">", ">"},
+    {"+", "+"},
+    {"-", "-"},
+    {"*", "*"},
+    {"/", "/"},
+    {"(", "("},
+    {")", ")"},
+}};
+
+bool IsBlank(char letter) {
+    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r';
+}
+
+bool IsDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+/// Letters beyond ASCII are bytes with the high bit set.
+bool BeginsWord(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
+           (static_cast<unsigned char>(letter) & 0x80U) != 0;
+}
+
+bool ContinuesWord(char letter) {
+    return BeginsWord(letter) || IsDigit(letter) || letter == '.';
+}
+
+bool ContinuesCharacter(char letter) {
+    return (static_cast<unsigned char>(letter) & 0xC0U) == 0x80U;
+}
+
+class Scanner {
+  public:
+    explicit Scanner(std::string_view formula) : Formula(formula) {}
+
+    Token Next() {
+        Offset = static_cast<std::size_t>(
+            std::find_if_not(Formula.begin() + static_cast<std::ptrdiff_t>(Offset), Formula.end(), IsBlank) -
+            Formula.begin());
+        Begin = Offset;
+        if (Offset == Formula.size()) {
+            return Finished(TokenKind::End, "");
+        }
+        const char first = Formula[Offset];
+        if (first == '"') {
+            return Enclosed(TokenKind::Text, '"', "the text that begins here has no closing quote");
+        }
+        if (first == '[') {
+            return Enclosed(TokenKind::Name, ']', "the name that begins here has no closing bracket ]");
+        }
+        if (IsDigit(first) || (first == '.' && Offset + 1 < Formula.size() && IsDigit(Formula[Offset + 1]))) {
+            return Number();
+        }
+        return BeginsWord(first) ? Word() : Sign();
+    }
+
+  private:
+    [[nodiscard]] Token Finished(TokenKind kind, std::string text, double number = 0) const {
+        return {kind, std::move(text), number, Begin, Formula.substr(Begin, Offset - Begin)};
+    }
+
+    /// A closing sign that is doubled stands for itself.
+    Token Enclosed(TokenKind kind, char closing, const char* unclosed) {
+        std::string content;
+        while (++Offset < Formula.size()) {
+            if (Formula[Offset] == closing) {
+                ++Offset;
+                if (Offset == Formula.size() || Formula[Offset] != closing) {
+                    return Finished(kind, std::move(content));
+                }
+            }
+            content += Formula[Offset];
+        }
+        throw UnreadableAt(Formula, Begin, unclosed);
+    }
+
+    Token Number() {
+        double number = 0;
+        const auto [end, error] = std::from_chars(Formula.data() + Offset, Formula.data() + Formula.size(), number);
+        if (error != std::errc()) {
+            throw UnreadableAt(Formula, Begin, "the number that begins here is too large or too small");
+        }
+        Offset = static_cast<std::size_t>(end - Formula.data());
+        return Finished(TokenKind::Number, "", number);
+    }
+
+    Token Word() {
+        while (Offset < Formula.size() && ContinuesWord(Formula[Offset])) {
+            ++Offset;
+        }
+        return Finished(TokenKind::Word, std::string(Formula.substr(Begin, Offset - Begin)));
+    }
+
+    Token Sign() {
+        const std::string_view rest = Formula.substr(Offset);
+        const auto* sign = std::ranges::find_if(
+            Signs, [&](const SignSpelling& spelling) { return rest.starts_with(spelling.Written); });
+        if (sign == Signs.end()) {
+            throw UnreadableAt(Formula, Begin,
+                               std::string("unknown sign ") + rest.front() +
+                                   " (a name that is no plain word stands in [square brackets], a text in \"quotes\")");
+        }
+        Offset += sign->Written.size();
+        return Finished(TokenKind::Sign, std::string(sign->Meant));
+    }
+
+    std::string_view Formula;
+    std::size_t Offset = 0;
+    std::size_t Begin = 0;
+};
+
+}  // namespace
+
+std::vector<Token> TokensOf(std::string_view formula) {
+    Scanner scanner(formula);
+    std::vector<Token> tokens;
+    do {
+        tokens.push_back(scanner.Next());
+    } while (tokens.back().Kind != TokenKind::End);
+    return tokens;
+}
+
+UsageError UnreadableAt(std::string_view formula, std::size_t offset, const std::string& reason) {
+    const std::string_view before = formula.substr(0, offset);
+    const auto character = std::ranges::count_if(before, [](char letter) { return !ContinuesCharacter(letter); }) + 1;
+    return UsageError("The selection formula can't be read at character " + std::to_string(character) + ": " + reason +
+                      ".");
+}
+
+}  // namespace quillara

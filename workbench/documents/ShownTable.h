@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/documents/OutputCollection.h"
+
+namespace quillara {
+
+struct ShownColumn {
+    std::vector<std::string> NameLines;
+    bool HoldsTexts = false;  ///< shown on the left, not on the right as numbers are
+};
+
+struct ShownCell {
+    std::string Text;
+    std::optional<double> Percent;  ///< in a column of percents that aren't cumulative
+};
+
+struct ShownRow {
+    std::string Name;
+    std::vector<ShownCell> Cells;  ///< one per column
+};
+
+/// A spreadsheet in words: what every view for people shows, all texts as ShownLine gives them.
+struct ShownTable {
+    std::string Title;
+    std::vector<std::string> CaptionLines;  ///< what stands below the title
+    std::string Corner;
+    std::vector<ShownColumn> Columns;
+    std::vector<ShownRow> Rows;
+};
+
+[[nodiscard]] ShownTable ShowTable(const SpreadsheetDocument& document);
+
+/// The results of one step: entries First up to, but without, Last of the collection.
+struct StepResults {
+    int Step = 0;
+    std::size_t First = 0;
+    std::size_t Last = 0;
+};
+
+/// The entries in their order, cut wherever the step changes.
+[[nodiscard]] std::vector<StepResults> ResultsByStep(const OutputCollection& outputs);
+
+/// What a step is: "All cases" for step 0, else its text; empty for a step without one.
+[[nodiscard]] std::string StepText(const OutputCollection& outputs, int step);
+
+}  // namespace quillara

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// The text as well-formed UTF-8: a character that is cut off at the end is dropped, as texts of fixed width end so;
+/// every other byte that is no part of a character becomes U+FFFD.
+[[nodiscard]] std::string ValidText(std::string_view text);
+
+/// One line for people, in well-formed UTF-8: without trailing blanks, with a blank for each tab and line break, and
+/// with U+FFFD for each other control character, so that no text can steer a terminal.
+[[nodiscard]] std::string ShownLine(std::string_view text);
+
+/// The lines of a text, each as ShownLine gives it. An empty text is one empty line.
+[[nodiscard]] std::vector<std::string> ShownLines(std::string_view text);
+
+/// How many columns of a terminal a line of well-formed UTF-8 takes.
+[[nodiscard]] std::size_t DisplayWidth(std::string_view line);
+
+}  // namespace quillara

@@ -1,0 +1,82 @@
+#include "workbench/support/AnalysisState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "workbench/support/LongTexts.h"
+
+namespace quillara {
+
+namespace {
+
+/// Whether a pass can take a weight as it is stored. A missing weight must drop its case, as a negative code does by
+/// itself, and an infinite one would leave no moments to show.
+bool IsUsableWeight(const Variable& variable, double weight) {
+    return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
+}
+
+/// Copies a text into a field of fixed width, which is not terminated when it is full.
+template <std::size_t Width>
+void FillField(char (&field)[Width], const std::string& text) {
+    const std::string cut = WithoutBrokenTail(text.substr(0, Width));
+    std::fill(std::copy(cut.begin(), cut.end(), field), field + Width, '\0');
+}
+
+}  // namespace
+
+AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
+    : Table(table), Services(services), Blocks(*this) {}
+
+const Variable* AnalysisState::FindVariable(int number) const {
+    const bool known = number >= 1 && static_cast<std::size_t>(number) <= Table.Variables.size();
+    return known ? &Table.Variables[static_cast<std::size_t>(number) - 1] : nullptr;
+}
+
+CaseResult AnalysisState::ResultOf(std::int32_t caseNumber) const {
+    return Selection.empty() ? CaseResult::Use : Selection[static_cast<std::size_t>(caseNumber) - 1];
+}
+
+bool AnalysisState::AskForBreak() const {
+    const bool flagged = Services.BreakFlag != nullptr && Services.BreakFlag->load(std::memory_order_relaxed);
+    return flagged || (Services.BreakRequested && Services.BreakRequested());
+}
+
+void AnalysisState::ReportProgress(std::int32_t done) const {
+    if (Progress.Running && Services.ProgressAdvanced) {
+        Services.ProgressAdvanced(done);
+    }
+}
+
+void AnalysisState::ChooseWeight(const Variable* variable) {
+    WeightVariable = variable;
+    Weights = nullptr;
+    CleanWeights.clear();
+    if (variable != nullptr) {
+        const std::vector<double>& column = variable->Values;
+        const auto isUsable = [&](double weight) { return IsUsableWeight(*variable, weight); };
+        if (!std::ranges::all_of(column, isUsable)) {
+            CleanWeights = column;
+            std::ranges::replace_if(CleanWeights, std::not_fn(isUsable), 0.0);
+        }
+        Weights = CleanWeights.empty() ? column.data() : CleanWeights.data();
+    }
+    FillCommons();
+}
+
+void AnalysisState::FillCommons() const {
+    if (Commons.Table != nullptr) {
+        Commons.Table->Variables = static_cast<std::int16_t>(Table.Variables.size());
+        Commons.Table->Cases = Table.Cases;
+        FillField(Commons.Table->HeaderText, Table.Header);
+    }
+    if (Commons.Names != nullptr) {
+        Commons.Names->CaseNameWidth =
+            static_cast<std::int16_t>(std::min<std::size_t>(Table.CaseNameWidth(), INT16_MAX));
+    }
+    if (Commons.Weight != nullptr) {
+        Commons.Weight->Active = Weights != nullptr ? 1 : 0;
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,36 @@
+#include "host/AnalysisSupport.h"
+#include "workbench/support/AnalysisState.h"
+
+using quillara::AnalysisState;
+
+int CAnalysisSupport::lookbr() {
+    return CAnalysisDoc::StateOf(Document).AskForBreak() ? 1 : 0;
+}
+
+void CAnalysisSupport::d_pbar(const char* text) {
+    if (Document != nullptr) {
+        CAnalysisDoc::StateOf(Document).Progress.Text = text;
+    }
+}
+
+void CAnalysisSupport::dstart(unsigned long total) {
+    if (Document == nullptr) {
+        return;
+    }
+    AnalysisState& state = CAnalysisDoc::StateOf(Document);
+    state.Progress.Running = true;
+    if (state.Services.ProgressStarted) {
+        state.Services.ProgressStarted(state.Progress.Text, static_cast<std::int32_t>(total));
+    }
+}
+
+void CAnalysisSupport::dstop() {
+    if (Document == nullptr) {
+        return;
+    }
+    AnalysisState& state = CAnalysisDoc::StateOf(Document);
+    if (state.Progress.Running && state.Services.ProgressEnded) {
+        state.Services.ProgressEnded();
+    }
+    state.Progress.Running = false;
+}

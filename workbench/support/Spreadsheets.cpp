@@ -1,0 +1,125 @@
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <string_view>
+
+#include "host/AnalysisSupport.h"
+#include "workbench/support/AnalysisState.h"
+#include "workbench/support/LongTexts.h"
+
+using quillara::AnalysisState;
+using quillara::SpreadsheetCell;
+using quillara::SpreadsheetDocument;
+
+namespace {
+
+constexpr std::size_t TitleLines = 3;
+constexpr std::uint64_t NoNumber = ~std::uint64_t{0};
+
+/// Text fields of one width in a row; an array that isn't there holds empty ones.
+struct FieldArray {
+    const char* Start;
+    int Width;
+
+    [[nodiscard]] std::string_view Field(std::size_t index) const {
+        if (Start == nullptr || Width <= 0) {
+            return {};
+        }
+        const auto width = static_cast<std::size_t>(Width);
+        return {Start + index * width, width};
+    }
+};
+
+/// The flat arrays of a table, column by column.
+struct FlatTable {
+    std::size_t Rows;
+    std::size_t Columns;
+    const double* Numbers;
+    const signed char* Formats;
+    FieldArray Cells;
+    FieldArray ColumnNames;
+    FieldArray RowNames;
+    FieldArray Titles;
+};
+
+/// A field's text, whole: without what a cut has broken, and with its long texts in place of their keys.
+std::string TextOf(std::string_view field) {
+    using quillara::WithoutBrokenTail;
+    const std::string_view text = field.substr(0, field.find('\0'));
+    // A text behind a key may have been cut before it became long enough to need one.
+    return WithoutBrokenTail(quillara::Replace8CharGrow(WithoutBrokenTail(std::string(text))));
+}
+
+SpreadsheetCell CellOf(const FlatTable& table, std::size_t row, std::size_t column) {
+    const std::size_t index = column * table.Rows + row;
+    const std::string_view text = table.Cells.Field(index);
+    if (std::ranges::any_of(text, [](char c) { return c != '\0'; })) {
+        return TextOf(text);
+    }
+    if (table.Numbers == nullptr || std::bit_cast<std::uint64_t>(table.Numbers[index]) == NoNumber) {
+        return std::monostate();
+    }
+    return table.Numbers[index];
+}
+
+std::vector<std::string> TitleOf(const FlatTable& table) {
+    std::vector<std::string> title;
+    for (std::size_t line = 0; line < TitleLines; ++line) {
+        title.push_back(TextOf(table.Titles.Field(line)));
+    }
+    while (!title.empty() && title.back().empty()) {
+        title.pop_back();
+    }
+    return title;
+}
+
+SpreadsheetDocument DocumentOf(const FlatTable& table) {
+    SpreadsheetDocument document;
+    document.Title = TitleOf(table);
+    for (std::size_t column = 0; column < table.Columns; ++column) {
+        const bool whole = table.Formats != nullptr && table.Formats[column] == -table.Cells.Width;
+        document.Columns.push_back({TextOf(table.ColumnNames.Field(column)), whole});
+    }
+    for (std::size_t row = 0; row < table.Rows; ++row) {
+        document.Rows.push_back({TextOf(table.RowNames.Field(row)), {}});
+        for (std::size_t column = 0; column < table.Columns; ++column) {
+            document.Rows.back().Cells.push_back(CellOf(table, row, column));
+        }
+    }
+    return document;
+}
+
+}  // namespace
+
+short CAnalysisSupport::looka4(const double* data, const char* text, const signed char* columnFormats,
+                               const char* columnNames, const char* /*columnLongNames*/, const char* rowNames,
+                               const char* title, int rows, int columns, int /*rowCapacity*/, int /*columnCapacity*/,
+                               int /*headerOffset*/, int /*headerCount*/, int /*rowNameRoom*/, int /*cellRoom*/,
+                               int titleWidth, int /*titleMode*/, int /*firstRow*/, int rowNameWidth,
+                               int columnNameWidth, int cellWidth, int /*options*/, int /*reserved*/,
+                               void* /*reserved1*/, void* /*reserved2*/, void* /*header*/, short* status1,
+                               short* status2, short* status3) {
+    constexpr short done = 0;
+    const AnalysisState& state = CAnalysisDoc::StateOf(Document);
+    if (state.Services.TakeSpreadsheet) {
+        const FlatTable table{static_cast<std::size_t>(std::max(rows, 0)),
+                              static_cast<std::size_t>(std::max(columns, 0)),
+                              data,
+                              columnFormats,
+                              {text, cellWidth},
+                              {columnNames, columnNameWidth},
+                              {rowNames, rowNameWidth},
+                              {title, titleWidth}};
+        SpreadsheetDocument document = DocumentOf(table);
+        if (state.Commons.Table != nullptr) {
+            document.Corner = TextOf({state.Commons.Table->CornerLabel, CornerLabelWidth});
+        }
+        state.Services.TakeSpreadsheet(std::move(document));
+    }
+    for (short* status : {status1, status2, status3}) {
+        if (status != nullptr) {
+            *status = done;
+        }
+    }
+    return done;
+}
