@@ -220,19 +220,8 @@ constexpr std::array<VerbRow, Operation::Verbs> VerbTable{{
 }  // namespace
 
 std::string Text(const Operation& operation) {
-    std::ostringstream text;
-    text << VerbTable[operation.What].Name << " place " << operation.Place << " row " << operation.Row << " method "
-         << operation.Method.Method << " flags";
-    for (const std::int16_t flag : operation.Flags) {
-        text << ' ' << flag;
-    }
-    for (const auto& list : {operation.Lists.First, operation.Lists.Second}) {
-        text << " |";
-        for (const std::int16_t var : list) {
-            text << ' ' << var;
-        }
-    }
-    return text.str() + '\n';
+    return std::string(VerbTable[operation.What].Name) + ' ' + std::to_string(operation.Place) + ' ' +
+           std::to_string(operation.Row) + '\n';
 }
 
 void Categorize(Drill& record, const Drill& method) {
@@ -249,30 +238,22 @@ void Categorize(Drill& record, const Drill& method) {
 
 std::string Difference(const Drill& left, const Drill& right, bool names) {
     Comparison compare;
-    compare("VarNo", left.VarNo, right.VarNo);
-    compare("VarType", left.VarType, right.VarType);
-    compare("Name", left.Name, right.Name);
-    compare("ValidCount", left.ValidCount, right.ValidCount);
-    compare("ValidWeight", left.ValidWeight, right.ValidWeight);
-    compare("MissingCount", left.MissingCount, right.MissingCount);
-    compare("MissingWeight", left.MissingWeight, right.MissingWeight);
-    compare("Min", left.Min, right.Min);
-    compare("Max", left.Max, right.Max);
-    compare("Mean", left.Mean, right.Mean);
-    compare("SumSquares", left.SumSquares, right.SumSquares);
-    compare("Method", left.Method, right.Method);
-    compare("ExactCount", left.ExactCount, right.ExactCount);
-    compare("NeatCount", left.NeatCount, right.NeatCount);
-    compare("StepSize", left.StepSize, right.StepSize);
-    compare("StepStart", left.StepStart, right.StepStart);
-    compare("StartAtMin", left.StartAtMin, right.StartAtMin);
-    compare("NU", left.NU, right.NU);
+    const auto compareMembers = [&](const auto&... field) {
+        (compare(field.first, left.*field.second, right.*field.second), ...);
+    };
+    using std::pair;
+    compareMembers(pair{"VarNo", &Drill::VarNo}, pair{"VarType", &Drill::VarType}, pair{"Name", &Drill::Name},
+                   pair{"ValidCount", &Drill::ValidCount}, pair{"ValidWeight", &Drill::ValidWeight},
+                   pair{"MissingCount", &Drill::MissingCount}, pair{"MissingWeight", &Drill::MissingWeight},
+                   pair{"Min", &Drill::Min}, pair{"Max", &Drill::Max}, pair{"Mean", &Drill::Mean},
+                   pair{"SumSquares", &Drill::SumSquares}, pair{"Method", &Drill::Method},
+                   pair{"ExactCount", &Drill::ExactCount}, pair{"NeatCount", &Drill::NeatCount},
+                   pair{"StepSize", &Drill::StepSize}, pair{"StepStart", &Drill::StepStart},
+                   pair{"StartAtMin", &Drill::StartAtMin}, pair{"NU", &Drill::NU}, pair{"Isset", &Drill::Isset},
+                   pair{"Order", &Drill::Order}, pair{"ChosenCategory", &Drill::ChosenCategory});
     for (std::size_t i = 0; i < static_cast<std::size_t>(left.NU); ++i) {
         compare("UserInterv", left.UserInterv[i], right.UserInterv[i]);
     }
-    compare("Isset", left.Isset, right.Isset);
-    compare("Order", left.Order, right.Order);
-    compare("ChosenCategory", left.ChosenCategory, right.ChosenCategory);
     compare("categories", left.CategorySet.size(), right.CategorySet.size());
     auto other = right.CategorySet.begin();
     for (auto it = left.CategorySet.begin(); compare.Found.empty() && it != left.CategorySet.end(); ++it, ++other) {

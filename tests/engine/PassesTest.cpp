@@ -219,6 +219,48 @@ TEST_P(Passes, CancelledLeaveWhatIsTold) {
     EXPECT_EQ(TakeMessages(), Names{});
 }
 
+TEST_P(Passes, PutTheNameOfTheCaseIntoTheTextLine) {
+    const std::string longName(220, 'n');
+    struct Case {
+        int CaseNumber;
+        std::int16_t Width, Column;
+        std::int16_t ColumnBehind;
+        std::string Line;  ///< from ColumnBehind on, up to the first byte that isn't written
+    };
+    const Case cases[] = {
+        {1, 0, 1, 1, ""},
+        {1, 5, 1, 1, "ann  "},
+        {1, 5, 10, 10, "ann  "},
+        {1, 5, 217, 217, "ann "},
+        {1, 5, 218, 1, "ann  "},
+        {1, 5, 0, 1, "ann  "},
+        {2, 4, 1, 1, "    "},
+        {3, 220, 1, 1, std::string(220, ' ')},
+        {1, 300, 200, 200, "ann" + std::string(18, ' ')},
+    };
+    quillara::DataTable table = TableOf({Numbers("x", {1, 2, 3})});
+    table.CaseNames = {"ann", "", longName};
+    Open(table);
+    CDrillDown& analysis = Analysis();
+    double values[2] = {};
+    for (const Case& each : cases) {
+        std::fill_n(analysis.CaseLine.Line, CaseLineWidth, '\0');
+        analysis.CaseLine.Column = each.Column;
+        analysis.Names.CaseNameWidth = each.Width;
+        EXPECT_EQ(analysis.ReadCase(each.CaseNumber, values), 0);
+        EXPECT_EQ(values[1], each.CaseNumber);
+        EXPECT_EQ(analysis.CaseLine.Column, each.ColumnBehind);
+        const std::string line(analysis.CaseLine.Line, CaseLineWidth);
+        const std::string written = line.substr(static_cast<std::size_t>(each.ColumnBehind) - 1);
+        EXPECT_EQ(written.substr(0, written.find('\0')), each.Line) << "width " << each.Width;
+    }
+    analysis.Names.CaseNameWidth = 8;
+    analysis.ReadCase(3, values);
+    std::string key(analysis.CaseLine.Line, 8);
+    analysis.ExpandPossible8CharHash(key);
+    EXPECT_EQ(key, longName) << "a name wider than its field is put in as its key";
+}
+
 TEST_P(Passes, BringTheRecordsUpToDateOnceAfterAChange) {
     Open({Numbers("x", {1, 2})});
     Choose({"x"});

@@ -86,42 +86,6 @@ TEST(Records, CountAnInfinityOnlyWhereItIsMetFirst) {
     EXPECT_EQ(Shown(record), "inf:1 ");
 }
 
-TEST(Records, GiveUpAFullSetWhateverValueArrives) {
-    Drill record(1, CategoricalVariable, 0, "x");
-    record.Isset = 1;
-    for (int value = 0; value < 2048; ++value) {
-        record.AddDistinctValue(value, 0, 1.0, "");
-    }
-    EXPECT_EQ(record.CategorySet.size(), 2048U);
-    EXPECT_EQ(record.AddDistinctValue(5, 0, 1.0, ""), SetEmptied);
-    EXPECT_EQ(record.CategorySet.size(), 0U);
-    EXPECT_EQ(record.Method, NeatIntervals);
-    EXPECT_EQ(record.Isset, 1);
-    EXPECT_EQ(record.AddDistinctValue(5, 0, 1.0, ""), ValueInserted);
-}
-
-TEST(Records, CountAValueInTheFirstIntervalThatEndsAtOrAboveIt) {
-    struct Case {
-        std::int32_t Method;
-        double Value;
-        const char* Counted;
-    };
-    const Case cases[] = {
-        {NeatIntervals, -9, "5.000000:1 10.000000:0 "},          {NeatIntervals, 5, "5.000000:1 10.000000:0 "},
-        {NeatIntervals, 10, "5.000000:0 10.000000:1 "},          {NeatIntervals, 10.5, "5.000000:0 10.000000:0 "},
-        {StepIntervals, 5, "5.000000:0 10.000000:1 "},           {StepIntervals, 10, "5.000000:0 10.000000:0 "},
-        {StepIntervals, -9, "5.000000:1 10.000000:0 "},          {NeatIntervals, NA, "5.000000:0 10.000000:0 "},
-        {NeatIntervals, Moved(5, 1), "5.000000:0 10.000000:1 "},
-    };
-    for (const Case& each : cases) {
-        Drill record(1, ContinuousVariable, 0, "x");
-        record.Method = each.Method;
-        record.CategorySet = {{1, 0.0, 5.0, "", 0.0}, {1, 0.0, 10.0, "", 5.0}};
-        EXPECT_EQ(record.AddToInterval(each.Value, 1.0), 1);
-        EXPECT_EQ(Shown(record), each.Counted) << each.Method << ' ' << each.Value;
-    }
-}
-
 class RecordAccess : public DrillTest {
   protected:
     void SetUp() override {
@@ -151,31 +115,19 @@ TEST_P(RecordAccess, WithoutVariablesGivesWhatIsToldForAbsentRecords) {
     EXPECT_EQ(analysis.GetDrillDownsContSize(), 0);
 }
 
-TEST_P(RecordAccess, ReadsTheCurrentRecord) {
+TEST_P(RecordAccess, TellsTheParametersOfTheMethod) {
     Choose({"x"}, {"y"});
-    CDrillDown& analysis = Analysis();
-    analysis.SetCurrentDown(Number("y"));
+    Analysis().SetCurrentDown(Number("y"));
+    Record("y").ExactCount = 4;
     int type = 0, count = 0, atMin = 0;
     double step = 0, start = 7;
-    Record("y").ExactCount = 4;
-    EXPECT_EQ(analysis.GetDrillMethod(type, count, atMin, step, start), 2);
-    EXPECT_EQ((std::vector<double>{double(type), double(count), double(atMin), step, start}),
-              (std::vector<double>{1, 10, 1, 1.0, 0.0}));
+    EXPECT_EQ(Analysis().GetDrillMethod(type, count, atMin, step, start), NeatIntervals);
+    EXPECT_EQ(count, 10);
     Record("y").Method = ExactIntervals;
-    analysis.GetDrillMethod(type, count, atMin, step, start);
+    EXPECT_EQ(Analysis().GetDrillMethod(type, count, atMin, step, start), ExactIntervals);
     EXPECT_EQ(count, 4);
-    EXPECT_EQ(analysis.GetDrillMinMax(step, start), 1);
-    EXPECT_EQ(step, 1);
-    EXPECT_EQ(start, 4);
-    EXPECT_EQ(analysis.GetDrillDownsContSize(), 1);
-    EXPECT_EQ(analysis.GetCurrentVariableName(), "y");
-    const double bounds[] = {1.5, 2.5};
-    EXPECT_EQ(analysis.SetUserIntervals(bounds, 2), 1);
-    EXPECT_EQ(analysis.GetCurrentNU(), 2);
-    EXPECT_EQ(analysis.GetUserInterv()[1], 2.5);
-    analysis.SetCurrentDown(Number("x"));
-    EXPECT_EQ(analysis.GetCurrentMCount(), 1);
-    EXPECT_EQ(analysis.GetCurrentCategories()->size(), 2U);
+    EXPECT_EQ(type * 100 + atMin * 10 + step, 111);
+    EXPECT_EQ(Analysis().GetDrillDownsContSize(), 1);
 }
 
 TEST_P(RecordAccess, SelectsTheItemAmongTheNonEmptyCategories) {
@@ -187,30 +139,6 @@ TEST_P(RecordAccess, SelectsTheItemAmongTheNonEmptyCategories) {
         EXPECT_EQ(Analysis().SetSelectedItem(item), selected) << item;
         EXPECT_EQ(Analysis().GetSelected(), selected) << item;
     }
-}
-
-TEST_P(RecordAccess, WritesEachSetByItsOwnTwin) {
-    Choose({"x"});
-    Review({"x"});
-    CDrillDown& analysis = Analysis();
-    const std::int16_t x = Number("x");
-    analysis.SetReviewDescriptives(x, 1, 2, 3, 4);
-    EXPECT_EQ(Reviewed("x"), "x: n=0 w=3 mean=3 [1:1 2:2] missing 1");
-    analysis.SetReviewMissingCount(x, 5, 6.5, 7, 8.5);
-    EXPECT_EQ(Reviewed("x"), "x: n=7 w=8.5 mean=3 [1:1 2:2] missing 6.5");
-    analysis.SetReviewCategories(x, 9, 1, 2.5);
-    EXPECT_EQ(analysis.SetReviewCategoriesName(x), 1);
-    EXPECT_EQ(Reviewed("x"), "x: n=7 w=8.5 mean=3 [1:1 2:2 9:2.5] missing 6.5");
-    RecordIn(*analysis.Reviews, "x").Method = NeatIntervals;
-    analysis.SetReviewCategoriesIsset(x);
-    EXPECT_EQ(RecordIn(*analysis.Reviews, "x").Isset, 0);
-    EXPECT_EQ(Open("x"), "x: n=3 mean=1.66667 [1:1 2:2] missing 1");
-    EXPECT_EQ(Record("x").Isset, 1);
-    analysis.SetAllIsset(0);
-    analysis.SetCategoriesIsset(x);
-    EXPECT_EQ(Record("x").Isset, 1);
-    analysis.SetNumOfCases();
-    EXPECT_EQ(Record("x").ValidCount, 0);
 }
 
 TEST_P(RecordAccess, TogglesAFlagToOneOnlyFromZero) {

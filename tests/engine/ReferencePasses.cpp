@@ -192,35 +192,47 @@ void ReferencePasses::ChooseDrills(const quillara::VariableLists& lists) {
     Reviews.clear();
     DrillUps.clear();
     MakeRecords(DrillDowns, Drills);
-    ReadDDNV();
+    ValidVar = 0;
+    Scan(DrillDowns, Drills, false);
 }
 
 void ReferencePasses::ChooseReviews(const quillara::VariableLists& lists) {
     Reviewed = lists;
     MakeRecords(Reviews, Reviewed);
-    ReadRVV();
+    Scan(Reviews, Reviewed, true);
     DataChanged = 0;
 }
 
-void ReferencePasses::ScanCase(Records& set, const quillara::VariableLists& lists, std::vector<Statistics>& found,
-                               std::size_t row, double weight, bool casewise) {
+/// The scan of newly chosen variables. What sets the two lists apart: reviews are filtered and leave ValidVar alone;
+/// drill records take neat intervals under any method but 0, reviews under Method 2; a cancel empties the drill
+/// records.
+int ReferencePasses::Scan(Records& set, const quillara::VariableLists& lists, bool reviews) {
     const std::vector<std::int16_t> variables = AllOf(lists);
-    for (std::size_t i = 0; i < variables.size(); ++i) {
-        const double x = Value(variables[i], row);
-        if (!casewise && IsMissing(variables[i], x)) {
-            found[i].AddMissing(weight);
-            continue;
+    std::vector<Statistics> found(variables.size());
+    const bool completed = ForEachCase([&](std::size_t row, double weight) {
+        if (reviews && HasBeenDrilled(row)) {
+            return;
         }
-        found[i].Add(x, weight);
-        if (i < lists.First.size()) {
-            AddDistinctValue(*First(set, variables[i]), x, 0, weight);
+        if (reviews ? DeletedForReviews(row) : DeletedForDrills(row)) {
+            std::for_each(found.begin(), found.end(), [&](Statistics& each) { each.AddMissing(weight); });
+            return;
         }
+        ValidVar += reviews ? 0 : 1;
+        for (std::size_t i = 0; i < variables.size(); ++i) {
+            const double x = Value(variables[i], row);
+            if (IsMissing(variables[i], x)) {
+                found[i].AddMissing(weight);
+                continue;
+            }
+            found[i].Add(x, weight);
+            if (i < lists.First.size()) {
+                AddDistinctValue(*First(set, variables[i]), x, 0, weight);
+            }
+        }
+    });
+    if (!completed) {
+        return reviews ? 0 : (set.clear(), 0);
     }
-}
-
-void ReferencePasses::StoreScan(Records& set, const quillara::VariableLists& lists,
-                                const std::vector<Statistics>& found) {
-    const std::vector<std::int16_t> variables = AllOf(lists);
     for (std::size_t i = 0; i < variables.size(); ++i) {
         found[i].Store(*First(set, variables[i]));
         for (Drill& record : set) {
@@ -229,50 +241,8 @@ void ReferencePasses::StoreScan(Records& set, const quillara::VariableLists& lis
             }
         }
     }
-}
-
-int ReferencePasses::ReadDDNV() {
-    ValidVar = 0;
-    std::vector<Statistics> found(DrillDowns.size());
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (DeletedForDrills(row)) {
-            std::for_each(found.begin(), found.end(), [&](Statistics& each) { each.AddMissing(weight); });
-            return;
-        }
-        ++ValidVar;
-        ScanCase(DrillDowns, Drills, found, row, weight, CasewiseDeletionOfMD == 1);
-    });
-    if (!completed) {
-        DrillDowns.clear();
-        return 0;
-    }
-    StoreScan(DrillDowns, Drills, found);
-    for (Drill& record : DrillDowns) {
-        if (record.Method != 0) {
-            record.MakeNeatCategories();
-        }
-    }
-    return 1;
-}
-
-int ReferencePasses::ReadRVV() {
-    std::vector<Statistics> found(Reviews.size());
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (HasBeenDrilled(row)) {
-            return;
-        }
-        if (DeletedForReviews(row)) {
-            std::for_each(found.begin(), found.end(), [&](Statistics& each) { each.AddMissing(weight); });
-            return;
-        }
-        ScanCase(Reviews, Reviewed, found, row, weight, RVCasewiseDeletionOfMD == 1);
-    });
-    if (!completed) {
-        return 0;
-    }
-    StoreScan(Reviews, Reviewed, found);
-    for (Drill& record : Reviews) {
-        if (record.Method == 2) {
+    for (Drill& record : set) {
+        if (reviews ? record.Method == 2 : record.Method != 0) {
             record.MakeNeatCategories();
         }
     }
@@ -289,6 +259,16 @@ void ReferencePasses::AddValues(Records& set, std::vector<Statistics>& found, st
         found[i].Add(x, weight);
         if (Admits(set[i], x)) {
             AddDistinctValue(*First(set, set[i].VarNo), x, set[i].VarType, weight);
+        }
+    }
+}
+
+void ReferencePasses::StoreAfterDrill(Records& set, const std::vector<Statistics>& found, int (Drill::*build)()) {
+    for (std::size_t i = 0; i < set.size(); ++i) {
+        found[i].Store(set[i]);
+        set[i].Isset = TakesDistinctValues(set[i]) ? 1 : 0;
+        if (!TakesDistinctValues(set[i])) {
+            (set[i].*build)();
         }
     }
 }
@@ -318,20 +298,8 @@ int ReferencePasses::ReadAfterDrill() {
         EmptyCategories(Reviews);
         return 0;
     }
-    for (std::size_t i = 0; i < DrillDowns.size(); ++i) {
-        drills[i].Store(DrillDowns[i]);
-        DrillDowns[i].Isset = TakesDistinctValues(DrillDowns[i]) ? 1 : 0;
-        if (!TakesDistinctValues(DrillDowns[i])) {
-            DrillDowns[i].RebuildCategories();
-        }
-    }
-    for (std::size_t i = 0; i < Reviews.size(); ++i) {
-        reviews[i].Store(Reviews[i]);
-        Reviews[i].Isset = TakesDistinctValues(Reviews[i]) ? 1 : 0;
-        if (!TakesDistinctValues(Reviews[i])) {
-            Reviews[i].MakeNeatCategories();
-        }
-    }
+    StoreAfterDrill(DrillDowns, drills, &Drill::RebuildCategories);
+    StoreAfterDrill(Reviews, reviews, &Drill::MakeNeatCategories);
     return 1;
 }
 
@@ -381,49 +349,45 @@ int ReferencePasses::ReadBeforeDrill() {
     return 1;
 }
 
-int ReferencePasses::FillNeatIntervals() {
+/// Counts values into the intervals of the first record of each variable, which may be drilled on already.
+template <typename Deletes>
+int ReferencePasses::FillIntervals(const std::vector<std::int16_t>& variables, Deletes deletes) {
     const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (DeletedForDrills(row)) {
-            return;
-        }
-        for (const std::int16_t var : Drills.Second) {
+        for (const std::int16_t var : variables) {
             Drill* record = First(DrillDowns, var);
-            if (record != nullptr && !IsMissing(var, Value(var, row))) {
+            if (record != nullptr && !deletes(row) && !IsMissing(var, Value(var, row))) {
                 AddToInterval(*record, Value(var, row), weight);
             }
         }
     });
-    if (!completed) {
-        return 0;
-    }
+    return completed ? 1 : 0;
+}
+
+int ReferencePasses::FillNeatIntervals() {
+    const int result = FillIntervals(Drills.Second, [&](std::size_t row) { return DeletedForDrills(row); });
     for (Drill& record : DrillDowns) {
-        if (std::count(Drills.Second.begin(), Drills.Second.end(), record.VarNo) > 0) {
+        if (result == 1 && std::count(Drills.Second.begin(), Drills.Second.end(), record.VarNo) > 0) {
             record.Isset = 1;
         }
     }
-    return 1;
+    return result;
 }
 
 int ReferencePasses::FillContinuousIntervals() {
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (AnyMissing(Drills, row) || HasBeenDrilled(row)) {
-            return;
-        }
-        for (const Drill& record : DrillDowns) {
-            if (record.VarType == 1) {
-                AddToInterval(*First(DrillDowns, record.VarNo), Value(record.VarNo, row), weight);
-            }
-        }
-    });
-    if (!completed) {
-        return 0;
-    }
-    for (Drill& record : DrillDowns) {
+    std::vector<std::int16_t> continuous;
+    for (const Drill& record : DrillDowns) {
         if (record.VarType == 1) {
+            continuous.push_back(record.VarNo);
+        }
+    }
+    const int result =
+        FillIntervals(continuous, [&](std::size_t row) { return AnyMissing(Drills, row) || HasBeenDrilled(row); });
+    for (Drill& record : DrillDowns) {
+        if (result == 1 && record.VarType == 1) {
             record.Isset = 1;
         }
     }
-    return 1;
+    return result;
 }
 
 void ReferencePasses::MoveDown(std::int16_t var, int row) {

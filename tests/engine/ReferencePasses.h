@@ -79,11 +79,10 @@ class ReferencePasses {
     [[nodiscard]] bool DeletedForReviews(std::size_t row) const;
 
     void MakeRecords(Records& set, const quillara::VariableLists& lists) const;
-    int ReadDDNV();
-    int ReadRVV();
-    void ScanCase(Records& set, const quillara::VariableLists& lists, std::vector<Statistics>& found, std::size_t row,
-                  double weight, bool casewise);
-    void StoreScan(Records& set, const quillara::VariableLists& lists, const std::vector<Statistics>& found);
+    int Scan(Records& set, const quillara::VariableLists& lists, bool reviews);
+    void StoreAfterDrill(Records& set, const std::vector<Statistics>& found, int (Drill::*build)());
+    template <typename Deletes>
+    int FillIntervals(const std::vector<std::int16_t>& variables, Deletes deletes);
     void AddValues(Records& set, std::vector<Statistics>& found, std::size_t row, double weight);
 
     const quillara::DataTable& Table;

@@ -26,7 +26,7 @@ class VariableSelection : public DrillTest {
     static std::string List(const std::int16_t* list, std::int16_t count) {
         std::string text;
         for (std::int16_t i = 0; i < count; ++i) {
-            text += " " + std::to_string(list[i]);
+            (text += ' ') += std::to_string(list[i]);
         }
         return text + " ";
     }

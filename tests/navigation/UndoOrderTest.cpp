@@ -94,26 +94,4 @@ TEST(UndoOrder, LeavesWhatTheRemainingStepsAloneWouldGive) {
     }
 }
 
-TEST(UndoOrder, OfTheSameStepsPlaysNoPart) {
-    for (std::uint64_t seed = 1; seed <= 150 && !testing::Test::HasFailure(); ++seed) {
-        UndoSession forward(seed, Road::Columns);
-        UndoSession backward(seed, Road::Columns);
-        forward.DrillDown();
-        backward.DrillDown();
-        std::vector<std::int16_t> undone;
-        for (const Drill& step : *forward.Bench.Analysis().DrillUps) {
-            if (Chance(forward.Random, 2)) {
-                undone.push_back(step.VarNo);
-            }
-        }
-        const auto undo = [](DrillBench& bench, std::int16_t var) {
-            bench.Analysis().SetCurrentUp(var);
-            bench.UpPlace(bench.Analysis().GetCurrentUpItem());
-        };
-        std::for_each(undone.begin(), undone.end(), [&](std::int16_t var) { undo(forward.Bench, var); });
-        std::for_each(undone.rbegin(), undone.rend(), [&](std::int16_t var) { undo(backward.Bench, var); });
-        ASSERT_EQ(Differences(forward.Bench.Analysis(), backward.Bench.Analysis()), "") << "table " << seed;
-    }
-}
-
 }  // namespace drilltest

@@ -31,7 +31,8 @@ bool EqualButForLetterCase(std::string_view left, std::string_view right) {
 }
 
 std::string Quoted(std::string_view name) {
-    return '"' + std::string(name) + '"';
+    std::string quoted = "\"";
+    return quoted.append(name).append("\"");
 }
 
 }  // namespace

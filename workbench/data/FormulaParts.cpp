@@ -130,7 +130,7 @@ void ReadTime(const FormulaContext& context, const TimeNotation& notation, Formu
     const std::string& text = std::get<QuotedPart>(quoted.Content).Text;
     const std::optional<double> value = notation.Read(text);
     if (!value) {
-        Refuse(context, quoted.Offset, '"' + text + "\" " + std::string(notation.Advice));
+        Refuse(context, quoted.Offset, "the text " + text + " " + std::string(notation.Advice));
     }
     quoted.Content = *value;
 }

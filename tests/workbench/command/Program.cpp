@@ -64,7 +64,8 @@ Outcome Quillara(const std::vector<std::string>& arguments, int interruptAfter) 
     }
     int status = 0;
     waitpid(process, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), folder.Read("out"), folder.Read("errors")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), folder.Read("out"),
+            folder.Read("errors")};
 }
 
 std::vector<std::string> Words(const std::string& line) {

@@ -7,7 +7,7 @@
 
 /// What one run of the program left behind.
 struct Outcome {
-    int Status = -1;
+    int Status = -1;  ///< as a shell tells it: 128 and the signal for a run that a signal ended
     std::string Out;
     std::string Errors;
 };

@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(All, RefusalTest, testing::ValuesIn(Refusals));
 TEST_F(RefusalTest, NinetyNineBoundsAreTaken) {
     std::string line = "drill DATA --categorize age=bounds:1";
     for (int bound = 2; bound <= 99; ++bound) {
-        line += "," + std::to_string(bound);
+        line.append(",").append(std::to_string(bound));
     }
     EXPECT_EQ(Run(line).Status, 0);
     EXPECT_EQ(Run(line + ",100").Status, 2);
