@@ -14,6 +14,20 @@ std::int32_t BlockSizeFor(const PassLayout& layout) {
     return layout.SharedTargets ? 1 : BlockSize;
 }
 
+/// The progress display of a pass; off when the pass ends, however it ends.
+class ProgressDisplay {
+  public:
+    explicit ProgressDisplay(CDrillDown& analysis) : Analysis(analysis) {
+        Analysis.tdstar(Analysis.Table.Cases, Analysis.GetResourceString(ComputingText));
+    }
+    ProgressDisplay(const ProgressDisplay&) = delete;
+    ProgressDisplay& operator=(const ProgressDisplay&) = delete;
+    ~ProgressDisplay() { Analysis.ddstop(); }
+
+  private:
+    CDrillDown& Analysis;
+};
+
 DeletedCase DeletedCaseOf(const PassRules& rules, PassSide side) {
     return side == DrillSide ? rules.DrillDeleted : rules.ReviewDeleted;
 }
@@ -34,21 +48,20 @@ CasePass::CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const
       Deleted(analysis, BlockSize),
       Columns(variables.size()),
       HasMemory(Filter && Source && Remaining && Kept && Deleted) {
-    Categories.reserve(variables.size());
+    CategoryTallies.reserve(variables.size());
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        Categories.emplace_back(analysis, variables[i].Categories, Layout.SharedTargets);
+        CategoryTallies.emplace_back(analysis, variables[i].Feed, Layout.SharedTargets);
         Columns[i].Missing = Layout.Missing[Layout.Columns[i]];
-        HasMemory = HasMemory && Categories.back();
+        HasMemory = HasMemory && CategoryTallies.back();
     }
 }
 
 PassOutcome CasePass::Run() {
-    Analysis.tdstar(Analysis.Table.Cases, Analysis.GetResourceString(ComputingText));
+    const ProgressDisplay progress(Analysis);
     CaseColumns block;
     while (Source.Next(block)) {
         TallyBlock(block);
     }
-    Analysis.ddstop();
     return Source.Cancelled() ? PassOutcome::Cancelled : PassOutcome::Completed;
 }
 
@@ -130,6 +143,6 @@ void CasePass::TallyRows(const PassLayout::Side& side, const WeightedRows& rows)
         Moments->Add(side.First, std::span<const TallyColumn>(Columns).subspan(side.First, side.Count), rows);
     }
     for (std::size_t i = side.First; i < side.First + side.Count; ++i) {
-        Categories[i].Add(Columns[i], rows);
+        CategoryTallies[i].Add(Columns[i], rows);
     }
 }

@@ -64,7 +64,7 @@ class CasePass {
     RowList Remaining;
     RowList Kept;
     RowList Deleted;
-    std::vector<CategoryTally> Categories;
+    std::vector<CategoryTally> CategoryTallies;
     std::vector<TallyColumn> Columns;  // of the variables of the pass in the present block
     bool HasMemory;
 };

@@ -49,7 +49,8 @@ bool CaseSource::NextFromColumns(CaseColumns& block) {
     read.Columns = {Columns.data(), Variables.size()};
     Blocks->ReadBlock(NextCase, std::min(BlockSize, left), Variables, read);
     const std::int32_t rows = RowsBeforeStop(read);
-    Stopped = rows < read.Count;
+    // A host that gives no case where some are left has ended the pass.
+    Stopped = rows < read.Count || read.Count == 0;
     NextCase += read.Count;
     block = {rows, read.Results, read.Weights, Columns.data()};
     return read.Count > 0;

@@ -1,6 +1,7 @@
 // How a record cuts the range of its variable into categories, one builder per method.
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 #include "engine/Drill.h"
@@ -31,9 +32,18 @@ bool HasSingleValue(const Drill& record) {
     return NearlyEqual(record.Min, record.Max);
 }
 
-/// The one category of a variable with a single value under Methods 1 and 2.
-void AddSingleValue(Drill& record) {
-    AddInterval(record.CategorySet, record.Min - 1.0, record.Max, "x=" + FieldBoundText(record.Max));
+/// What Methods 1 and 2 begin with: empties the categories, and deals with a range that can't be cut. Gives the result
+/// of the builder in that case: 0 without a range, 1 with the one category of a single value.
+std::optional<int> StartCutting(Drill& record) {
+    record.ClearCategories();
+    if (HasNoRange(record)) {
+        return 0;
+    }
+    if (HasSingleValue(record)) {
+        AddInterval(record.CategorySet, record.Min - 1.0, record.Max, "x=" + FieldBoundText(record.Max));
+        return 1;
+    }
+    return std::nullopt;
 }
 
 /// Intervals (a, b] of one width from `low` on, until a bound lies clearly above `high`. An interval without width
@@ -59,13 +69,8 @@ int Drill::ClearCategories() {
 }
 
 int Drill::MakeExactCategories() {
-    ClearCategories();
-    if (HasNoRange(*this)) {
-        return 0;
-    }
-    if (HasSingleValue(*this)) {
-        AddSingleValue(*this);
-        return 1;
+    if (const auto result = StartCutting(*this)) {
+        return *result;
     }
     if (ExactCount < 1) {
         return -1;
@@ -76,13 +81,8 @@ int Drill::MakeExactCategories() {
 }
 
 int Drill::MakeNeatCategories() {
-    ClearCategories();
-    if (HasNoRange(*this)) {
-        return 0;
-    }
-    if (HasSingleValue(*this)) {
-        AddSingleValue(*this);
-        return 1;
+    if (const auto result = StartCutting(*this)) {
+        return *result;
     }
     double low = Min;
     double high = Max;
@@ -113,6 +113,8 @@ int Drill::MakeStepCategories() {
 }
 
 int Drill::MakeUserCategories() {
+    // Intended: nothing changes without boundaries, unlike in the other builders; the categories shown stay until the
+    // user has given some.
     if (NU == 0) {
         return 0;
     }

@@ -51,14 +51,15 @@ std::size_t FirstNotBelow(const double* bounds, std::size_t count, double value,
 }  // namespace
 
 CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, bool shared)
-    : Feed(feed),
-      Shared(shared),
-      Known(host, feed.Counting == CategoryCounting::None ? 1 : KnownValues),
-      Bounds(host, IntervalRoom()),
-      Counts(host, IntervalRoom()) {
+    : Feed(feed), Shared(shared), Known(host, KnownRoom()), Bounds(host, IntervalRoom()), Counts(host, IntervalRoom()) {
     if (*this && PresentWay() == Way::Intervals) {
         CollectBounds();
     }
+}
+
+std::size_t CategoryTally::KnownRoom() const {
+    const Way way = PresentWay();
+    return !Shared && (way == Way::Distinct || way == Way::WholeDistinct) ? KnownValues : 1;
 }
 
 std::size_t CategoryTally::IntervalRoom() const {
@@ -155,6 +156,7 @@ void CategoryTally::AddIntervals(const TallyColumn& column, const WeightedRows& 
     if (Intervals == 0) {
         return;
     }
+    // A value on an upper bound belongs to the next interval under Method 3, else to the interval that it ends.
     if (Feed.Target->Method == StepIntervals) {
         AddIntervalsBelow(column, rows, next, std::less_equal<double>());
     } else {

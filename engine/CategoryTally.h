@@ -47,6 +47,7 @@ class CategoryTally {
     };
 
     [[nodiscard]] Way PresentWay() const;
+    [[nodiscard]] std::size_t KnownRoom() const;
     [[nodiscard]] std::size_t IntervalRoom() const;
     std::size_t AddDistinct(const TallyColumn& column, const WeightedRows& rows);
     void AddIntervals(const TallyColumn& column, const WeightedRows& rows, std::size_t next);

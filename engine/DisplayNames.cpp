@@ -21,11 +21,6 @@ bool IsWholeWithinRange(double value, double rounded) {
     return NearlyEqual(value, rounded) && !ClearlyBelow(LargestWholeValue, std::fabs(value));
 }
 
-/// A whole value as the text functions take it. 2147483648 itself is in range and fits a long.
-long WholePart(double rounded) {
-    return static_cast<long>(rounded);
-}
-
 int NameCategories(CDrillDown& analysis, const CDrillDown::DrillSet* set, std::int16_t var) {
     HostBuffer<char> buffer(analysis, NameFieldSize);
     if (!buffer) {
@@ -64,12 +59,12 @@ int CDrillDown::ValueToLabelText(std::int16_t var, double value, int* position, 
         *position += NameFieldWidth;
         return 1;
     }
+    // The rounded value: 2.9999999999999996 is named 3.
     if (IsSpecialFormatVariable(var) != 0) {
-        WriteSpecialFormatVariable(var, value, text, NameFieldWidth);
+        WriteSpecialFormatVariable(var, rounded, text, NameFieldWidth);
         *position += NameFieldWidth;
     } else {
-        // The rounded value: 2.9999999999999996 is named 3.
-        *position += IntToText(WholePart(rounded), WholeNumberText, NameFieldWidth, text);
+        *position += IntToText(static_cast<long>(rounded), WholeNumberText, NameFieldWidth, text);
     }
     return 0;
 }

@@ -22,8 +22,8 @@ std::set<Categories>::const_iterator Drill::FindDistinctValue(double value) cons
 }
 
 int Drill::AddDistinctValue(double value, std::int16_t kind, double weight, const std::string& name) {
-    // Intended: the limit is tested before the value is looked up, so a full set is given up whatever value arrives,
-    // also one that it holds; which variables turn to neat intervals depends on it.
+    // Intended: the limit is tested before the value is looked up, unlike a plain insert; a full set is given up
+    // whatever value arrives, and which variables turn to neat intervals depends on it.
     if (CategorySet.size() >= DistinctValueLimit) {
         CategorySet.clear();
         Method = NeatIntervals;

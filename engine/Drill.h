@@ -36,6 +36,9 @@ class Drill {
     /// A record without statistics and categories; `order` is its place in its set.
     Drill(std::int16_t varNo, std::int16_t varType, std::int16_t order, std::string name);
 
+    /// Whether values are categories as they come: Methods 0 and 4.
+    [[nodiscard]] bool TakesDistinctValues() const { return Method == DistinctValues || Method == IntegerCategories; }
+
     // Counting
 
     /// Adds weight to the category of a value, or makes the category, for Methods 0 and 4. A value that arrives when

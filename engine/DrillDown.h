@@ -142,7 +142,7 @@ class CDrillDown : public CAnalysisSupport {
     double GetCurrentMCount() const;
     /// CurrentDown if DrillDowns has it, else -1.
     std::int16_t GetCurrentDrillDown() const;
-    /// CurrentUp if DrillUps has it, else 0 (Intended: 0, unlike GetCurrentDrillDown; scripts compare with it).
+    /// CurrentUp if DrillUps has it, else 0 and not -1.
     std::int16_t GetCurrentDrillUp() const;
     std::string GetCurrentDrillUpName() const;
     std::string GetCurrentVariableName() const;
@@ -169,6 +169,8 @@ class CDrillDown : public CAnalysisSupport {
     /// 0 when a step on Missing exists in DrillUps, else 1.
     int NoMissingDrill() const;
     DrillSet::const_iterator LookFor(std::int16_t var, const DrillSet* set) const;
+    /// The same as a record that can be changed; null when there is none.
+    static Drill* FindRecord(const DrillSet* set, int var);
 
     // Names - engine/DisplayNames.cpp
 

@@ -20,8 +20,17 @@ KeepRule RuleOf(std::int32_t method) {
     }
 }
 
+std::int32_t CategoryCount(const Drill& record) {
+    return static_cast<std::int32_t>(record.CategorySet.size());
+}
+
 bool IsStepOnMissing(const Drill& record) {
-    return record.ChosenCategory == static_cast<std::int32_t>(record.CategorySet.size());
+    return record.ChosenCategory == CategoryCount(record);
+}
+
+/// A script can drill on a row that the category list doesn't have.
+bool HasChosenCategory(const Drill& record) {
+    return record.ChosenCategory >= 0 && record.ChosenCategory < CategoryCount(record);
 }
 
 /// Intended: an unknown method ends the test of all steps behind it, unlike any other step; a case that came so far
@@ -36,6 +45,9 @@ FilterCondition ConditionOf(CDrillDown& analysis, const Drill& record) {
         analysis.getmd5(record.VarNo, &code);
         const NearlyEqualRange missing = RangeNearlyEqualTo(code);
         return {record.VarNo, KeepRule::MissingOnly, missing.Lowest, missing.Highest};
+    }
+    if (!HasChosenCategory(record)) {
+        return {record.VarNo, KeepRule::Nothing, 0.0, 0.0};
     }
     const Categories& kept = *std::next(record.CategorySet.begin(), record.ChosenCategory);
     return {record.VarNo, RuleOf(record.Method), kept.Lower, kept.Upper};

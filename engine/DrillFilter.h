@@ -14,6 +14,7 @@ enum class KeepRule : std::uint8_t {
     OpenClosed,  ///< (Lower, Upper]
     ClosedOpen,  ///< [Lower, Upper)
     Everything,  ///< an unknown method below those that exist
+    Nothing,  ///< the chosen category isn't there
 };
 
 /// One drill step as a condition on one variable.
@@ -24,6 +25,8 @@ struct FilterCondition {
     double Upper;
 
     /// Whether a value passes. A NaN passes an interval, which excludes only what lies outside its bounds.
+    /// Intended: a missing value is tested like any other, unlike in the counting, which passes it over; a missing code
+    /// inside the chosen interval stays in the subset.
     [[nodiscard]] bool Keeps(double x) const noexcept {
         switch (Rule) {
             case KeepRule::MissingOnly:
@@ -37,6 +40,8 @@ struct FilterCondition {
                 return !(x > Upper || Lower >= x);
             case KeepRule::ClosedOpen:
                 return !(x >= Upper || Lower > x);
+            case KeepRule::Nothing:
+                return false;
             case KeepRule::Everything:
                 break;
         }

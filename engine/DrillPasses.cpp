@@ -6,15 +6,6 @@
 
 namespace {
 
-bool TakesValuesAsTheyCome(const Drill& record) {
-    return record.Method == DistinctValues || record.Method == IntegerCategories;
-}
-
-/// The record that values of a variable go to: the first with its number.
-Drill* TargetOf(const CDrillDown& analysis, const CDrillDown::DrillSet* set, std::int16_t var) {
-    return &Editable(*analysis.LookFor(var, set));
-}
-
 PassVariable Variable(const Drill& record, PassSide side, Drill* target, CategoryCounting counting) {
     return {record.VarNo, side, {&Editable(record), target, record.VarType, counting}};
 }
@@ -23,11 +14,11 @@ PassVariable Variable(const Drill& record, PassSide side, Drill* target, Categor
 std::vector<PassVariable> VariablesAfterDrill(const CDrillDown& analysis) {
     std::vector<PassVariable> variables;
     for (const Drill& record : *analysis.DrillDowns) {
-        variables.push_back(Variable(record, DrillSide, TargetOf(analysis, analysis.DrillDowns, record.VarNo),
+        variables.push_back(Variable(record, DrillSide, CDrillDown::FindRecord(analysis.DrillDowns, record.VarNo),
                                      CategoryCounting::DistinctByMethod));
     }
     for (const Drill& record : *analysis.Reviews) {
-        variables.push_back(Variable(record, ReviewSide, TargetOf(analysis, analysis.Reviews, record.VarNo),
+        variables.push_back(Variable(record, ReviewSide, CDrillDown::FindRecord(analysis.Reviews, record.VarNo),
                                      CategoryCounting::DistinctByMethod));
     }
     return variables;
@@ -37,7 +28,7 @@ std::vector<PassVariable> VariablesAfterDrill(const CDrillDown& analysis) {
 std::vector<PassVariable> VariablesBeforeDrill(const CDrillDown& analysis) {
     std::vector<PassVariable> variables;
     for (const Drill& record : *analysis.DrillDowns) {
-        variables.push_back(Variable(record, DrillSide, TargetOf(analysis, analysis.DrillDowns, record.VarNo),
+        variables.push_back(Variable(record, DrillSide, CDrillDown::FindRecord(analysis.DrillDowns, record.VarNo),
                                      CategoryCounting::ByMethod));
     }
     for (const Drill& record : *analysis.Reviews) {
@@ -47,6 +38,8 @@ std::vector<PassVariable> VariablesBeforeDrill(const CDrillDown& analysis) {
     return variables;
 }
 
+/// Intended: Isset stays, unlike in Drill::ClearCategories; the pass that follows sets it, and after a cancel the
+/// record is as it was but for its categories.
 void EmptyCategories(const CDrillDown& analysis) {
     for (const CDrillDown::DrillSet* set : {analysis.DrillDowns, analysis.Reviews}) {
         for (const Drill& record : *set) {
@@ -84,6 +77,7 @@ struct RecordList {
     int (Drill::*BuildIntervals)();
 };
 
+// Intended: rebuilt by their method, unlike the review records; drill variables offer every method.
 constexpr RecordList DrillDownList{&CDrillDown::DrillDowns, &CDrillDown::SetCategoriesName, &Drill::RebuildCategories};
 // Intended: neat intervals under every interval method, unlike the drill-down records; reviews offer no other choice.
 constexpr RecordList ReviewList{&CDrillDown::Reviews, &CDrillDown::SetReviewCategoriesName, &Drill::MakeNeatCategories};
@@ -93,7 +87,7 @@ void StoreList(CDrillDown& analysis, const RecordList& list, const MomentTally& 
     for (const Drill& entry : *(analysis.*list.Set)) {
         Drill& record = Editable(entry);
         StoreStatistics(record, moments.Of(next++));
-        if (TakesValuesAsTheyCome(record)) {
+        if (record.TakesDistinctValues()) {
             record.Isset = 1;
             (analysis.*list.NameCategories)(record.VarNo);
         } else {
@@ -129,6 +123,7 @@ int CDrillDown::ReadAfterDrill(unsigned short) {
 }
 
 int CDrillDown::ReadBeforeDrill(unsigned short) {
+    // Intended: DataChanged is cleared here, unlike by ReadAfterDrill, which leaves that to its callers.
     // Counts are reset behind a pass for changed settings, so that nothing is counted twice.
     BringUpToDate();
     ResetCounts(*this);
@@ -143,10 +138,11 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     for (const Drill& entry : *DrillDowns) {
         Drill& record = Editable(entry);
         record.Isset = 1;
-        if (TakesValuesAsTheyCome(record)) {
+        if (record.TakesDistinctValues()) {
             SetCategoriesName(record.VarNo);
         }
     }
+    // Intended: no naming, unlike above; the values of the reviews keep the names of the pass that met them.
     for (const Drill& entry : *Reviews) {
         Editable(entry).Isset = 1;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <type_traits>
 #include <utility>
 
@@ -16,6 +17,7 @@ class HostBuffer {
         void* address = nullptr;
         if (host.AllocMem(&address, static_cast<unsigned long>(count * sizeof(T))) == 0) {
             Items = static_cast<T*>(address);
+            std::uninitialized_value_construct_n(Items, count);
         }
     }
     HostBuffer(HostBuffer&& other) noexcept : Host(other.Host), Items(std::exchange(other.Items, nullptr)) {}

@@ -8,8 +8,7 @@ namespace {
 
 /// A drill variable whose values go into the intervals of the first drill-down record with its number.
 PassVariable CountedVariable(const CDrillDown& analysis, std::int16_t var) {
-    const auto record = analysis.LookFor(var, analysis.DrillDowns);
-    Drill* target = record == analysis.DrillDowns->end() ? nullptr : &Editable(*record);
+    Drill* target = CDrillDown::FindRecord(analysis.DrillDowns, var);
     return {var, DrillSide, {target, target, 0, CategoryCounting::IntoIntervals}};
 }
 
@@ -25,6 +24,7 @@ int CountIntervals(CDrillDown& analysis, const PassRules& rules, const std::vect
 
 int CDrillDown::SetNeatIntervals() {
     for (const Drill& record : *DrillDowns) {
+        // Intended: neat intervals for every method but 0, unlike SetReviewsIntervals; a scan starts from them.
         if (record.Method != DistinctValues) {
             Editable(record).MakeNeatCategories();
         }
@@ -86,8 +86,8 @@ int CDrillDown::FillContinuousIntervals() {
 }
 
 int CDrillDown::AddCategories(double value, std::int16_t var, double weight) {
-    const auto record = LookFor(var, DrillDowns);
-    return record == DrillDowns->end() ? 1 : Editable(*record).AddToInterval(value, weight);
+    Drill* record = FindRecord(DrillDowns, var);
+    return record == nullptr ? 1 : record->AddToInterval(value, weight);
 }
 
 int CDrillDown::SetNumOfCases() {

@@ -9,11 +9,11 @@ namespace {
 /// The variable arrays, in the order in which they are allocated and freed.
 struct VariableArray {
     std::int16_t* CDrillDown::*Member;
-    unsigned long EntriesPerVariable;
+    unsigned long Entries;
 };
 
 constexpr std::array<VariableArray, 7> VariableArrays{{
-    // Member                     Entries per variable, and as many more
+    // Member                     Entries, times (variables + 1)
     {&CDrillDown::RVCategorical, 1},
     {&CDrillDown::RVContinuous, 1},
     {&CDrillDown::Categorical, 1},
@@ -32,15 +32,27 @@ void Renew(CDrillDown::DrillSet*& set) {
     }
 }
 
+/// Without arrays there are no variables.
+void ForgetVariables(CDrillDown& analysis) {
+    analysis.NoRVCategorical = analysis.NoRVContinuous = 0;
+    analysis.NoCategorical = analysis.NoContinuous = 0;
+    analysis.FirstVarCount = analysis.SecondVarCount = 0;
+    for (CDrillDown::DrillSet* set : {analysis.DrillDowns, analysis.DrillUps, analysis.Reviews}) {
+        if (set != nullptr) {
+            set->clear();
+        }
+    }
+}
+
 bool AllocateArrays(CDrillDown& analysis) {
-    const auto entries = static_cast<unsigned long>(analysis.Table.Variables) + 1;
+    const auto size = static_cast<unsigned long>(analysis.Table.Variables) + 1;
     for (const VariableArray& array : VariableArrays) {
         void* address = nullptr;
-        if (analysis.AllocMem(&address, entries * array.EntriesPerVariable * sizeof(std::int16_t)) != 0) {
+        if (analysis.AllocMem(&address, size * array.Entries * sizeof(std::int16_t)) != 0) {
             return false;
         }
         analysis.*array.Member = static_cast<std::int16_t*>(address);
-        std::fill_n(analysis.*array.Member, entries * array.EntriesPerVariable, std::int16_t{0});
+        std::fill_n(analysis.*array.Member, size * array.Entries, std::int16_t{0});
     }
     return true;
 }
@@ -80,6 +92,7 @@ int CDrillDown::Init() {
     ReleaseMembers();
     if (!AllocateArrays(*this)) {
         ReleaseMembers();
+        ForgetVariables(*this);
         return ReportNotEnoughMemory(*this);
     }
     Renew(DrillDowns);
@@ -91,11 +104,7 @@ int CDrillDown::Init() {
 int CDrillDown::ResetMembers() {
     const int result = Init();
     InitMembers();
-    for (DrillSet* set : {DrillDowns, DrillUps, Reviews}) {
-        if (set != nullptr) {
-            set->clear();
-        }
-    }
+    ForgetVariables(*this);
     return result;
 }
 

@@ -30,7 +30,12 @@ int RealToFieldText(double value, unsigned char flags, char* buffer) {
         flags = static_cast<unsigned char>(flags & ~NumberFieldText);
         decimals = 7;
     }
-    return RealToText(value, flags, FieldWidth, decimals, buffer, TextSize);
+    // The host may use all the room that it is told, which is more than the field has.
+    std::array<char, TextSize> text{};
+    RealToText(value, flags, FieldWidth, decimals, text.data(), TextSize);
+    text[FieldWidth] = '\0';
+    std::strcpy(buffer, text.data());
+    return static_cast<int>(std::strlen(buffer));
 }
 
 std::string FieldBoundText(double value) {

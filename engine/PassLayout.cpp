@@ -24,7 +24,7 @@ constexpr std::array<SideMembers, PassSides> MembersOfSide{{
 bool HasSharedTargets(std::span<const PassVariable> variables) {
     std::set<const Drill*> targets;
     return std::any_of(variables.begin(), variables.end(), [&](const PassVariable& variable) {
-        const CategoryFeed& feed = variable.Categories;
+        const CategoryFeed& feed = variable.Feed;
         return feed.Counting != CategoryCounting::None && feed.Target != nullptr &&
                (feed.Feeder != feed.Target || !targets.insert(feed.Target).second);
     });

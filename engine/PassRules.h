@@ -34,20 +34,25 @@ struct PassRules {
 };
 
 // clang-format off
-// Intended: ReviewDeleted is Nowhere after a drill, unlike in the scan of the review variables; the missing counts of
-// review tables depend on it.
-//                                                           Filtered  ValidVar                      Casewise                DrillDeleted          ReviewDeleted
-inline constexpr PassRules ScanOfDrillVariables             {false, ValidVarRule::KeptCases,      CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
-inline constexpr PassRules ScanOfReviewVariables            {true,  ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Missing};
-inline constexpr PassRules StatisticsAfterDrill             {true,  ValidVarRule::RemainingCases, CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
-inline constexpr PassRules RecountBeforeDrill               {true,  ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
-inline constexpr PassRules CountOfAllIntervals              {false, ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
-inline constexpr PassRules CountOfRemainingIntervals        {true,  ValidVarRule::Untouched,      CasewiseTest::Always,   DeletedCase::Nowhere, DeletedCase::Nowhere};
+// Intended: three differences between passes that look alike.
+// - ValidVar counts no case deleted casewise in the scan, unlike after a drill; the test for an empty subset depends on it.
+// - A case deleted for the reviews counts nowhere after a drill, unlike in their scan; missing counts of review tables
+//   depend on it.
+// - Remaining intervals are counted without cases with missing data whatever the option, unlike all intervals; hosts that
+//   call both depend on it.
+// A recount counts no missing data at all: those figures stay as the pass after the drill left them.
+//                                                  Filtered  ValidVar                      Casewise                DrillDeleted          ReviewDeleted
+inline constexpr PassRules ScanOfDrillVariables     {false,   ValidVarRule::KeptCases,      CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
+inline constexpr PassRules ScanOfReviewVariables    {true,    ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Missing};
+inline constexpr PassRules StatisticsAfterDrill     {true,    ValidVarRule::RemainingCases, CasewiseTest::ByOption, DeletedCase::Missing, DeletedCase::Nowhere};
+inline constexpr PassRules RecountBeforeDrill       {true,    ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
+inline constexpr PassRules CountOfAllIntervals      {false,   ValidVarRule::Untouched,      CasewiseTest::ByOption, DeletedCase::Nowhere, DeletedCase::Nowhere};
+inline constexpr PassRules CountOfRemainingIntervals{true,    ValidVarRule::Untouched,      CasewiseTest::Always,   DeletedCase::Nowhere, DeletedCase::Nowhere};
 // clang-format on
 
 /// One variable of a pass.
 struct PassVariable {
     std::int16_t VarNo;
     PassSide Side;
-    CategoryFeed Categories;
+    CategoryFeed Feed;
 };

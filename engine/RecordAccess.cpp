@@ -6,16 +6,10 @@ namespace {
 
 using DrillSet = CDrillDown::DrillSet;
 
-/// The first record of a variable, or null.
-Drill* Find(const DrillSet* set, int var) {
-    const auto it = std::find_if(set->begin(), set->end(), [var](const Drill& record) { return record.VarNo == var; });
-    return it == set->end() ? nullptr : &Editable(*it);
-}
-
 /// Carries out `change` on the first record of a variable. Always 1.
 template <typename Change>
 int Write(const DrillSet* set, int var, Change change) {
-    if (Drill* record = Find(set, var)) {
+    if (Drill* record = CDrillDown::FindRecord(set, var)) {
         change(*record);
     }
     return 1;
@@ -35,7 +29,7 @@ int WriteEvery(const DrillSet* set, int var, Change change) {
 /// A member of a variable's record, or `absent`.
 template <typename Value>
 Value Read(const DrillSet* set, int var, Value Drill::*member, Value absent) {
-    const Drill* record = Find(set, var);
+    const Drill* record = CDrillDown::FindRecord(set, var);
     return record == nullptr ? absent : record->*member;
 }
 
@@ -56,6 +50,7 @@ int StoreDescriptives(const DrillSet* set, int var, const Descriptives& values) 
         record.Max = values.Max;
         record.Mean = values.Mean;
         record.SumSquares = values.SumSquares;
+        // Intended: reset here, unlike the other counts; the caller stores all of them next.
         record.ValidCount = 0;
     });
 }
@@ -77,7 +72,7 @@ int StoreCounts(const DrillSet* set, int var, const CaseCounts& counts) {
 }
 
 void MarkCountedByMethod(Drill& record) {
-    record.Isset = record.Method == DistinctValues || record.Method == IntegerCategories ? 1 : 0;
+    record.Isset = record.TakesDistinctValues() ? 1 : 0;
 }
 
 /// Stands for the categories of a record that isn't there.
@@ -139,7 +134,7 @@ int CDrillDown::GetCurrentIsset() const {
 }
 
 CDrillDown::CategorySetType* CDrillDown::GetCurrentCategories() {
-    Drill* record = Find(DrillDowns, CurrentDown);
+    Drill* record = FindRecord(DrillDowns, CurrentDown);
     return record == nullptr ? &NoCategories() : &record->CategorySet;
 }
 
@@ -148,7 +143,7 @@ const CDrillDown::CategorySetType* CDrillDown::GetCurrentCategories() const {
 }
 
 const CDrillDown::CategorySetType* CDrillDown::GetDrillCategories(std::int16_t var) const {
-    const Drill* record = Find(DrillDowns, var);
+    const Drill* record = FindRecord(DrillDowns, var);
     return record == nullptr ? &NoCategories() : &record->CategorySet;
 }
 
@@ -157,7 +152,7 @@ CDrillDown::DrillSet::const_iterator CDrillDown::GetLastDrillUpCategories() cons
 }
 
 const double* CDrillDown::GetUserInterv() const {
-    const Drill* record = Find(DrillDowns, CurrentDown);
+    const Drill* record = FindRecord(DrillDowns, CurrentDown);
     return record == nullptr ? nullptr : record->UserInterv.data();
 }
 
@@ -177,11 +172,12 @@ double CDrillDown::GetCurrentMCount() const {
 }
 
 std::int16_t CDrillDown::GetCurrentDrillDown() const {
+    // Intended: -1 when absent, unlike GetCurrentDrillUp; the moves and scripts depend on the two numbers.
     return Read(DrillDowns, CurrentDown, &Drill::VarNo, std::int16_t{-1});
 }
 
 std::int16_t CDrillDown::GetCurrentDrillUp() const {
-    // Intended: 0 when absent, unlike GetCurrentDrillDown; callers compare the two results with different numbers.
+    // Intended: 0 when absent, unlike GetCurrentDrillDown; the moves and scripts depend on the two numbers.
     return Read(DrillUps, CurrentUp, &Drill::VarNo, std::int16_t{0});
 }
 
@@ -202,7 +198,7 @@ int CDrillDown::GetCurrentMethod() const {
 }
 
 int CDrillDown::GetDrillMethod(int& type, int& count, int& atMin, double& step, double& start) const {
-    const Drill* record = Find(DrillDowns, CurrentDown);
+    const Drill* record = FindRecord(DrillDowns, CurrentDown);
     if (record == nullptr) {
         return -1;
     }
@@ -215,7 +211,7 @@ int CDrillDown::GetDrillMethod(int& type, int& count, int& atMin, double& step, 
 }
 
 int CDrillDown::GetDrillMinMax(double& min, double& max) const {
-    const Drill* record = Find(DrillDowns, CurrentDown);
+    const Drill* record = FindRecord(DrillDowns, CurrentDown);
     if (record == nullptr) {
         return -1;
     }
@@ -230,11 +226,13 @@ int CDrillDown::GetDrillDownsContSize() const {
 }
 
 int CDrillDown::SetCurrentCategories(int, int, int, double, double) {
-    // Intended: changes nothing; hosts may call it and rely on the result.
+    // Intended: changes nothing, unlike the other setters; hosts may call it and rely on the result.
     return 1;
 }
 
 std::int32_t CDrillDown::SetSelectedItem(std::int32_t item) {
+    // Intended: an index over all categories, unlike the row that MoveToDrillUps reads; callers that set the two apart
+    // depend on it.
     const CategorySetType& categories = *GetCurrentCategories();
     std::int32_t index = 0;
     std::int32_t counted = 0;
@@ -255,7 +253,8 @@ std::int16_t CDrillDown::SetCurrentUpItem(std::int16_t item) {
 std::int16_t CDrillDown::GetCurrentUpItem() {
     const auto it = LookFor(CurrentUp, DrillUps);
     if (it == DrillUps->end()) {
-        // Intended: this getter writes; the brushing undo depends on no stale variable staying current.
+        // Intended: this getter writes, unlike the others; the undo of brushing depends on no stale variable staying
+        // current.
         return CurrentUp = -1;
     }
     return static_cast<std::int16_t>(std::distance(DrillUps->cbegin(), it));
@@ -270,4 +269,9 @@ int CDrillDown::NoMissingDrill() const {
 
 CDrillDown::DrillSet::const_iterator CDrillDown::LookFor(std::int16_t var, const DrillSet* set) const {
     return std::find_if(set->begin(), set->end(), [var](const Drill& record) { return record.VarNo == var; });
+}
+
+Drill* CDrillDown::FindRecord(const DrillSet* set, int var) {
+    const auto it = std::find_if(set->begin(), set->end(), [var](const Drill& record) { return record.VarNo == var; });
+    return it == set->end() ? nullptr : &Editable(*it);
 }

@@ -65,10 +65,9 @@ std::span<const std::int16_t> List(const CDrillDown& analysis, std::int16_t* CDr
 }
 
 PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& scan, std::int16_t var, bool categorical) {
-    const CDrillDown::DrillSet* set = analysis.*scan.Set;
-    const auto record = analysis.LookFor(var, set);
-    Drill* target = record == set->end() ? nullptr : &Editable(*record);
-    // Distinct values are collected whatever the method becomes on the way.
+    Drill* target = CDrillDown::FindRecord(analysis.*scan.Set, var);
+    // Intended: distinct values are collected whatever the method becomes on the way, unlike after a drill; intervals
+    // replace them at the end of the scan.
     const CategoryCounting counting = categorical ? CategoryCounting::EveryValue : CategoryCounting::None;
     return {var, scan.Side, {target, target, CategoricalVariable, counting}};
 }
@@ -88,7 +87,7 @@ void StoreScan(CDrillDown& analysis, const VariableScan& scan, std::span<const P
                const MomentTally& moments) {
     for (std::size_t i = 0; i < variables.size(); ++i) {
         const std::int16_t var = variables[i].VarNo;
-        if (variables[i].Categories.Counting == CategoryCounting::EveryValue) {
+        if (variables[i].Feed.Counting == CategoryCounting::EveryValue) {
             (analysis.*scan.MarkCounted)(var);
             (analysis.*scan.NameCategories)(var);
         }
@@ -122,6 +121,7 @@ int RunScan(CDrillDown& analysis, const VariableScan& scan) {
 }  // namespace
 
 int CDrillDown::ReadDDNV(unsigned short) {
+    // Intended: ValidVar is counted anew, unlike in ReadRVV; it belongs to the drill variables.
     ValidVar = 0;
     return RunScan(*this, DrillScan);
 }

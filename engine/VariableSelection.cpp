@@ -40,6 +40,7 @@ void ShowDrillDowns(HWND dialog, const char* const* names) {
     InitStaticListBox(GetDlgItem(dialog, DrillUpListControl), none);
 }
 
+/// Intended: AllReviewVars stays, unlike the other lists; the next choice of review variables replaces it.
 void DropReviewSelection(CDrillDown& analysis) {
     analysis.NoRVCategorical = analysis.NoRVContinuous = 0;
     analysis.FirstVarCount = analysis.SecondVarCount = 0;
@@ -141,6 +142,8 @@ int CDrillDown::SetRVVariable(HWND dialog, unsigned short mode, int lowest, int 
     InsertRecords(*this, *Reviews, List(RVCategorical, NoRVCategorical), CategoricalVariable, nameField.data());
     InsertRecords(*this, *Reviews, List(RVContinuous, NoRVContinuous), ContinuousVariable, nameField.data());
     ReadRVV(0);
+    // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
+    // variables show what the records hold.
     DataChanged = 0;
     return answer;
 }

@@ -20,7 +20,8 @@ struct SequenceStep {
 
 /// Base of all analyses: the services of the host, by family. The host implements it; a module derives its
 /// analysis from it. All calls are made from the host's one user-interface thread. Variable numbers and case
-/// numbers count from 1 unless a call says otherwise. Calls without a told failure succeed.
+/// numbers count from 1 unless a call says otherwise. Calls without a told failure succeed; none throws, but for an
+/// allocation failure of the language where a call makes texts.
 class CAnalysisSupport {
   public:
     /// `document` is the host's owner of the analysis and may be null until the host binds it; `context` outlives
@@ -115,8 +116,27 @@ class CAnalysisSupport {
                             short* list2, short* count2, const char* label1, const char* label2,
                             unsigned short typeCount, int* types, int reserved1, int reserved2);
 
-    /// Shows a spreadsheet. Arrays lie column by column; `results/tables/ResultTable.h` tells their layout. The host
-    /// copies what it needs, the corner label of the OrvTag too, before it returns. Gives a status.
+    /// Shows a spreadsheet of `rows` x `columns` cells and gives a status. The host copies what it needs, the corner
+    /// label of the OrvTag too, before it returns.
+    ///
+    /// Arrays of cells lie column by column: the cell of row r and column c, from 0, stands at c x `rows` + r. Texts
+    /// stand in fields of fixed width, padded with zero bytes; a full field has no zero at its end, and a cut may have
+    /// left its last character or key unfinished. The host shows the long texts that keys in a field stand for.
+    ///   data             the numbers; a cell whose 8 bytes are all 0xFF has none
+    ///   text             the text cells, `cellWidth` bytes each; a cell shows its text, or, if it is empty, its number
+    ///   columnFormats    a byte a column: 0, numbers in the default display; minus `cellWidth`, all numbers are whole
+    ///                    and shown so; -100 (156 unsigned), the column has at least one text cell
+    ///   columnNames      `columnNameWidth` bytes a column; line feeds may stand in the long text of a name
+    ///   columnLongNames  second names in fields as above, empty for most spreadsheets
+    ///   rowNames         `rowNameWidth` bytes a row
+    ///   title            three lines of `titleWidth` bytes: title, subset, and one that stays empty
+    ///   header           a block for the host's own use, columns + 16 + (columns + 1) x (rows + 1) / 8 bytes; bytes 12
+    ///                    and 14 begin the low 16 bits of `rows` and `columns`
+    /// Of the numbers, `rowCapacity` and `columnCapacity` repeat `rows` and `columns`; `rowNameRoom` and `cellRoom` are
+    /// `rowNameWidth` and `cellWidth` + 2; an analysis always gives titleWidth 80, columnNameWidth 8, cellWidth 8,
+    /// headerOffset 16, headerCount 6, titleMode 1, firstRow 0, options 0x2401 and reserved 0. A host needs no more
+    /// than the sizes and widths. `reserved1` and `reserved2` are null. The statuses come in as 0, 1 and 1; the host
+    /// may write them, and no analysis looks at them.
     short looka4(const double* data, const char* text, const signed char* columnFormats, const char* columnNames,
                  const char* columnLongNames, const char* rowNames, const char* title, int rows, int columns,
                  int rowCapacity, int columnCapacity, int headerOffset, int headerCount, int rowNameRoom, int cellRoom,

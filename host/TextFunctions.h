@@ -17,7 +17,12 @@ short IntToText(long value, unsigned char flags, short width, char* text);
 /// Non-zero when the value can be printed: it is finite.
 int ValueIsValid(const double* value);
 
-/// Replaces a data range and a raw step by round ones: the new low is at or below the old, the new high at or
-/// above it, and low + k * step, built by repeated addition, reaches high for a whole k near `parts`.
+/// Replaces a data range and a raw step by round ones for intervals (a, b]: the new low is below the old one, the new
+/// high at or above it, and repeated addition of step to low reaches high after a number of steps near `parts`.
 /// `parts` below 1 counts as 10; `cases` plays no part.
+/// When the largest value lies a few units in the last place above a round bound, it counts as lying on it, and the
+/// step is raised until the last bound reaches it. A low equal to high gives one interval around the value.
+/// A range that isn't finite, or is reversed, stays unchanged, and so does the step. Where no round bounds enclose the
+/// range, at the ends of the doubles, it gets equal parts from the number below its low on, or, at the lowest double,
+/// from the low itself; their step always moves a bound.
 void scling_double_QUA(double* low, double* high, double* step, short cases, short parts);

@@ -1,4 +1,6 @@
-#include <iterator>
+#include <algorithm>
+#include <cassert>
+#include <limits>
 
 #include "engine/DrillDown.h"
 
@@ -37,13 +39,19 @@ std::int32_t CategoryOfRow(const std::set<Categories>& categories, std::int32_t 
             ++listed;
         }
     }
-    return row + empty;
+    // A script can select any row; the sum stays a number that no category has.
+    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::min(std::int64_t{row} + empty, largest));
 }
 
 }  // namespace
 
 int CDrillDown::MoveToDrillUps() {
     const auto moved = LookFor(GetCurrentDrillDown(), DrillDowns);
+    assert(moved != DrillDowns->end());
+    if (moved == DrillDowns->end()) {
+        return 1;
+    }
     Drill step = *moved;
     step.Order = 0;
     step.ChosenCategory = CategoryOfRow(moved->CategorySet, Selected);
@@ -57,6 +65,10 @@ int CDrillDown::MoveToDrillUps() {
 
 int CDrillDown::MoveBackToDrillDowns() {
     const auto moved = LookFor(GetCurrentDrillUp(), DrillUps);
+    assert(moved != DrillUps->end());
+    if (moved == DrillUps->end()) {
+        return 1;
+    }
     Drill record = *moved;
     record.Order = 0;
     record.ChosenCategory = -1;

@@ -28,7 +28,8 @@ inline constexpr std::uint64_t BitTolerance = 15;
 [[nodiscard]] constexpr bool ClearlyBelow(double a, double b) noexcept {
     const std::int64_t left = OrderedBits(a);
     const std::int64_t right = OrderedBits(b);
-    return left<right&& static_cast<std::uint64_t>(right) - static_cast<std::uint64_t>(left)> BitTolerance;
+    const std::uint64_t distance = static_cast<std::uint64_t>(right) - static_cast<std::uint64_t>(left);
+    return left < right && (distance > BitTolerance);
 }
 
 /// True for infinities and NaN: all exponent bits are set.

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 #include <sstream>
+#include <utility>
 
 #include "engine/Drill.h"
 #include "tests/engine/DrillBench.h"
@@ -130,6 +133,21 @@ TEST(Categorization, NeatIntervalsAreContiguousAndHoldTheWholeRange) {
         for (const Categories& category : record.CategorySet) {
             ASSERT_EQ(std::exchange(lower, category.Upper), category.Lower);
         }
+    }
+}
+
+TEST(Categorization, ExactIntervalsAreAsManyAsAskedFor) {
+    // Bounds are built by addition; the last interval closes although rounding may leave it a little above its end.
+    std::mt19937_64 random(2);
+    for (int i = 0; i < 3000; ++i) {
+        const double min = static_cast<double>(random() % 1000) / 7.0;
+        const double max = min + static_cast<double>(1 + random() % 3000) / 11.0;
+        const double count = 2.0 + static_cast<double>(random() % 11);
+        Drill record = Prepared({ExactIntervals, min, max, count, {}, ""});
+        record.RebuildCategories();
+        ASSERT_EQ(static_cast<double>(record.CategorySet.size()), count) << min << ' ' << max;
+        ASSERT_LT(record.CategorySet.begin()->Lower, min);
+        ASSERT_GT(record.CategorySet.rbegin()->Upper, max);
     }
 }
 

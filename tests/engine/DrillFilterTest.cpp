@@ -75,6 +75,18 @@ TEST_P(DrillFilter, EndsAtAStepOfUnknownMethod) {
     EXPECT_EQ(State(), "z x | 1 open, 0 cases");
 }
 
+TEST_P(DrillFilter, KeepsNothingWhereTheChosenCategoryIsNotThere) {
+    for (const int row : {-1, 4, 2147483647}) {
+        Open({Numbers("x", {1, 2, 3, NA}), Numbers("y", {1, 1, 1, 1})});
+        Choose({"x", "y"});
+        Focus(Number("x"));
+        Take(row);
+        EXPECT_EQ(State(), "x | 1 open, 0 cases") << row;
+        const double values[] = {0.0, 1.0, 1.0};
+        EXPECT_EQ(Analysis().HasBeenDrilled(values), 1) << row;
+    }
+}
+
 TEST_P(DrillFilter, KeepsTheMissingCasesOfAStepOnMissing) {
     Open({RawNumbers("x", {1, 5, Moved(5, 15), Moved(5, 16), 5}, 5), Numbers("y", {1, 1, 2, 3, 3})});
     Choose({"x", "y"});

@@ -24,7 +24,7 @@ inline bool Chance(Random& random, std::size_t oneIn) {
 enum class TableStyle : std::uint8_t {
     Anything,  ///< near-equal values, infinities, NaN, any missing code, case weights of every kind
     PlainNumbers,  ///< quarters only, so that sums are exact; a missing code outside of the data; positive weights
-    ManyValues,  ///< more distinct values than a record keeps
+    ManyValues,  ///< more distinct values than a record keeps; positive weights
 };
 
 /// A random table; its last variable is made to be the weight.

@@ -150,4 +150,14 @@ TEST_P(MemoryFailure, AtTheStartEndsTheSequence) {
     EXPECT_EQ(document.LiveAllocations(), 7U);
 }
 
+TEST_P(MemoryFailure, AtASecondStartLeavesAnAnalysisWithoutVariables) {
+    Open({Numbers("x", {1, 2})});
+    Choose({"x"});
+    Host().FailAllocation(1);
+    EXPECT_FALSE(Host().RunSequence());
+    EXPECT_EQ(Analysis().SelectedVariable(Number("x")), 0);
+    EXPECT_EQ(Analysis().ReadBeforeDrill(0), 1);
+    EXPECT_EQ(Analysis().GetDrillDownsSize(), 0);
+}
+
 }  // namespace drilltest

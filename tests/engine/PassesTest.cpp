@@ -254,6 +254,7 @@ TEST_P(Passes, PutTheNameOfTheCaseIntoTheTextLine) {
         const std::string written = line.substr(static_cast<std::size_t>(each.ColumnBehind) - 1);
         EXPECT_EQ(written.substr(0, written.find('\0')), each.Line) << "width " << each.Width;
     }
+    analysis.CaseLine.Column = 1;
     analysis.Names.CaseNameWidth = 8;
     analysis.ReadCase(3, values);
     std::string key(analysis.CaseLine.Line, 8);

@@ -91,7 +91,7 @@ quillara::Variable ManyValued(Random& random, std::string name, std::int32_t cas
 quillara::Variable WeightVariable(Random& random, TableStyle style, std::int32_t cases) {
     static const Values any{0.0, 0.4, 0.5, 1.0, 1.25, 2.5, 3.0, -1.0, -0.4, 0.1, 99.0, Moved(0.0, 15), Moved(0.0, 16)};
     static const Values plain{1.0, 2.0, 0.5, 1.25};
-    const Values& weights = style == TableStyle::PlainNumbers ? plain : any;
+    const Values& weights = style == TableStyle::Anything ? any : plain;
     Values values(static_cast<std::size_t>(cases));
     std::generate(values.begin(), values.end(), [&] { return weights[Pick(random, weights.size())]; });
     return RawNumbers("weight", std::move(values), Chance(random, 2) ? 99.0 : -9999);

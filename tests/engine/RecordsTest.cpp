@@ -141,6 +141,14 @@ TEST_P(RecordAccess, SelectsTheItemAmongTheNonEmptyCategories) {
     }
 }
 
+TEST_P(RecordAccess, ForgetsTheValidCasesWithNewDescriptives) {
+    Choose({"x"});
+    Review({"x"});
+    Analysis().SetReviewDescriptives(Number("x"), 1, 2, 3, 4);
+    EXPECT_EQ(Reviewed("x"), "x: n=0 w=3 mean=3 [1:1 2:2] missing 1");
+    EXPECT_EQ(Open("x"), "x: n=3 mean=1.66667 [1:1 2:2] missing 1");
+}
+
 TEST_P(RecordAccess, TogglesAFlagToOneOnlyFromZero) {
     CDrillDown& analysis = Analysis();
     using Setter = std::int16_t (CDrillDown::*)(std::int16_t);

@@ -3,6 +3,8 @@
 // with the bounds that those steps froze. Only the order of the open variables and whether their counts are fresh
 // depend on the way.
 
+#include <algorithm>
+
 #include "tests/engine/Exploration.h"
 
 namespace drilltest {
