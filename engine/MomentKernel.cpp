@@ -51,10 +51,10 @@ struct QuadState {
 
 [[gnu::always_inline]] inline void CountMissing(MomentLanes& lanes, std::size_t quad, double weight,
                                                 const QuadMask& missing) {
-    for (std::size_t side = 0; side < LanesOfQuad; ++side) {
-        if (missing[side] != 0) {
-            lanes.MissingWeight[quad * LanesOfQuad + side] += weight;
-            ++lanes.MissingCount[quad * LanesOfQuad + side];
+    for (std::size_t lane = 0; lane < LanesOfQuad; ++lane) {
+        if (missing[lane] != 0) {
+            lanes.MissingWeight[quad * LanesOfQuad + lane] += weight;
+            ++lanes.MissingCount[quad * LanesOfQuad + lane];
         }
     }
 }
@@ -86,37 +86,49 @@ struct QuadStates {
     std::array<QuadState, Quads> States;
 };
 
+/// The values of one case in some variables, and which of them are missing.
 template <std::size_t Quads>
-[[gnu::always_inline]] inline void UpdateQuads(MomentLanes& lanes, const WeightedRows& rows) {
-    QuadStates<Quads> state(lanes);
-    const auto values = lanes.Values;
-    for (std::size_t i = 0; i < rows.Count; ++i) {
-        const std::int32_t row = rows.Rows[i];
-        const double weight = rows.Weights[i];
-        Quad x[Quads] = {};
-        QuadMask missing[Quads] = {};
-        QuadMask anyMissing{};
+struct CaseValues {
+    [[gnu::always_inline]] CaseValues(const MomentLanes& lanes, std::int32_t row) {
         for (std::size_t quad = 0; quad < Quads; ++quad) {
             const std::size_t lane = quad * LanesOfQuad;
-            const Quad value{values[lane][row], values[lane + 1][row], values[lane + 2][row], values[lane + 3][row]};
-            x[quad] = value;
+            const double* const* columns = &lanes.Values[lane];
+            const Quad value{columns[0][row], columns[1][row], columns[2][row], columns[3][row]};
             Quad lowest;
             Quad highest;
             Load(lowest, &lanes.LowestMissing[lane]);
             Load(highest, &lanes.HighestMissing[lane]);
-            missing[quad] = (lowest <= value) & (value <= highest);
-            anyMissing |= missing[quad];
+            Values[quad] = value;
+            Missing[quad] = (lowest <= value) & (value <= highest);
+            AnyMissing |= Missing[quad];
         }
+    }
+
+    [[gnu::always_inline]] [[nodiscard]] bool HasMissing() const {
+        return (AnyMissing[0] | AnyMissing[1] | AnyMissing[2] | AnyMissing[3]) != 0;
+    }
+
+    Quad Values[Quads] = {};
+    QuadMask Missing[Quads] = {};
+    QuadMask AnyMissing = {};
+};
+
+template <std::size_t Quads>
+[[gnu::always_inline]] inline void UpdateQuads(MomentLanes& lanes, const WeightedRows& rows) {
+    QuadStates<Quads> state(lanes);
+    for (std::size_t i = 0; i < rows.Count; ++i) {
+        const double weight = rows.Weights[i];
+        const CaseValues<Quads> values(lanes, rows.Rows[i]);
         // Most cases have no missing value among a few variables and need no masks.
-        if ((anyMissing[0] | anyMissing[1] | anyMissing[2] | anyMissing[3]) == 0) {
+        if (!values.HasMissing()) {
             for (std::size_t quad = 0; quad < Quads; ++quad) {
-                Update(state.States[quad], x[quad], weight);
+                Update(state.States[quad], values.Values[quad], weight);
             }
-        } else {
-            for (std::size_t quad = 0; quad < Quads; ++quad) {
-                UpdateValid(state.States[quad], x[quad], weight, missing[quad]);
-                CountMissing(lanes, quad, weight, missing[quad]);
-            }
+            continue;
+        }
+        for (std::size_t quad = 0; quad < Quads; ++quad) {
+            UpdateValid(state.States[quad], values.Values[quad], weight, values.Missing[quad]);
+            CountMissing(lanes, quad, weight, values.Missing[quad]);
         }
     }
     state.StoreTo(lanes);

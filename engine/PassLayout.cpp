@@ -5,22 +5,6 @@
 
 namespace {
 
-/// The lists and the option of one side of an analysis.
-struct SideMembers {
-    std::int16_t CDrillDown::*Option;
-    std::int16_t* CDrillDown::*Categorical;
-    std::int16_t CDrillDown::*NoCategorical;
-    std::int16_t* CDrillDown::*Continuous;
-    std::int16_t CDrillDown::*NoContinuous;
-};
-
-constexpr std::array<SideMembers, PassSides> MembersOfSide{{
-    {&CDrillDown::CasewiseDeletionOfMD, &CDrillDown::Categorical, &CDrillDown::NoCategorical, &CDrillDown::Continuous,
-     &CDrillDown::NoContinuous},
-    {&CDrillDown::RVCasewiseDeletionOfMD, &CDrillDown::RVCategorical, &CDrillDown::NoRVCategorical,
-     &CDrillDown::RVContinuous, &CDrillDown::NoRVContinuous},
-}};
-
 bool HasSharedTargets(std::span<const PassVariable> variables) {
     std::set<const Drill*> targets;
     return std::any_of(variables.begin(), variables.end(), [&](const PassVariable& variable) {
@@ -51,6 +35,7 @@ std::size_t PassLayout::ColumnOf(CDrillDown& analysis, std::int16_t var) {
     const auto known = std::find(Needed.begin(), Needed.end(), var);
     const auto column = static_cast<std::size_t>(known - Needed.begin());
     if (known == Needed.end()) {
+        // A missing code doesn't change during a pass, so it is asked for once and not for every value.
         double code = 0.0;
         analysis.getmd5(var, &code);
         Needed.push_back(var);
@@ -69,17 +54,17 @@ void PassLayout::PlaceSides(std::span<const PassVariable> variables) {
 
 void PassLayout::CollectCasewise(CDrillDown& analysis, const PassRules& rules) {
     for (const PassSide side : {DrillSide, ReviewSide}) {
-        const SideMembers& members = MembersOfSide[side];
-        Sides[side].Casewise =
-            Sides[side].Count > 0 && (rules.Casewise == CasewiseTest::Always || analysis.*members.Option == 1);
+        const SelectionMembers& selection = Selections[side];
+        Sides[side].Casewise = Sides[side].Count > 0 &&
+                               (rules.Casewise == CasewiseTest::Always || analysis.*selection.CasewiseOption == 1);
         if (!Sides[side].Casewise) {
             continue;
         }
-        for (int i = 0; i < analysis.*members.NoCategorical; ++i) {
-            Sides[side].CasewiseColumns.push_back(ColumnOf(analysis, (analysis.*members.Categorical)[i]));
-        }
-        for (int i = 0; i < analysis.*members.NoContinuous; ++i) {
-            Sides[side].CasewiseColumns.push_back(ColumnOf(analysis, (analysis.*members.Continuous)[i]));
+        // The lists are tested and not the records, so that a variable drilled on still deletes cases.
+        for (const auto& list : {selection.CategoricalOf(analysis), selection.ContinuousOf(analysis)}) {
+            for (const std::int16_t var : list) {
+                Sides[side].CasewiseColumns.push_back(ColumnOf(analysis, var));
+            }
         }
     }
 }

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "engine/CategoryTally.h"
-
-/// Which of the two lists a variable of a pass belongs to; each has its own casewise option.
-enum PassSide : std::size_t { DrillSide = 0, ReviewSide = 1, PassSides = 2 };
+#include "engine/VariableLists.h"
 
 /// Which cases a pass counts in ValidVar.
 enum class ValidVarRule : std::uint8_t {

@@ -12,10 +12,6 @@ struct VariableScan {
     const PassRules& Rules;
     PassSide Side;
     CDrillDown::DrillSet* CDrillDown::*Set;
-    std::int16_t* CDrillDown::*Categorical;
-    std::int16_t CDrillDown::*NoCategorical;
-    std::int16_t* CDrillDown::*Continuous;
-    std::int16_t CDrillDown::*NoContinuous;
     int (CDrillDown::*MarkCounted)(int);
     int (CDrillDown::*NameCategories)(std::int16_t);
     int (CDrillDown::*StoreDescriptives)(std::int16_t, double, double, double, double);
@@ -28,10 +24,6 @@ constexpr VariableScan DrillScan{
     ScanOfDrillVariables,
     DrillSide,
     &CDrillDown::DrillDowns,
-    &CDrillDown::Categorical,
-    &CDrillDown::NoCategorical,
-    &CDrillDown::Continuous,
-    &CDrillDown::NoContinuous,
     &CDrillDown::SetCategoriesIsset,
     &CDrillDown::SetCategoriesName,
     &CDrillDown::SetDrillDescriptives,
@@ -46,10 +38,6 @@ constexpr VariableScan ReviewScan{
     ScanOfReviewVariables,
     ReviewSide,
     &CDrillDown::Reviews,
-    &CDrillDown::RVCategorical,
-    &CDrillDown::NoRVCategorical,
-    &CDrillDown::RVContinuous,
-    &CDrillDown::NoRVContinuous,
     &CDrillDown::SetReviewCategoriesIsset,
     &CDrillDown::SetReviewCategoriesName,
     &CDrillDown::SetReviewDescriptives,
@@ -58,11 +46,6 @@ constexpr VariableScan ReviewScan{
     // Intended: kept, unlike the drill-down records; review tables then show what the pass had found.
     false,
 };
-
-std::span<const std::int16_t> List(const CDrillDown& analysis, std::int16_t* CDrillDown::*list,
-                                   std::int16_t CDrillDown::*count) {
-    return {analysis.*list, static_cast<std::size_t>(analysis.*count)};
-}
 
 PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& scan, std::int16_t var, bool categorical) {
     Drill* target = CDrillDown::FindRecord(analysis.*scan.Set, var);
@@ -73,11 +56,12 @@ PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& sca
 }
 
 std::vector<PassVariable> ScannedVariables(const CDrillDown& analysis, const VariableScan& scan) {
+    const SelectionMembers& selection = Selections[scan.Side];
     std::vector<PassVariable> variables;
-    for (const std::int16_t var : List(analysis, scan.Categorical, scan.NoCategorical)) {
+    for (const std::int16_t var : selection.CategoricalOf(analysis)) {
         variables.push_back(ScannedVariable(analysis, scan, var, true));
     }
-    for (const std::int16_t var : List(analysis, scan.Continuous, scan.NoContinuous)) {
+    for (const std::int16_t var : selection.ContinuousOf(analysis)) {
         variables.push_back(ScannedVariable(analysis, scan, var, false));
     }
     return variables;
