@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-    g++ cmake ninja-build make pkg-config
+    g++ cmake ninja-build make
     libreadstat-dev      # statistical data files
     libmuparser-dev      # case selection formulas
     libcli11-dev         # command line

@@ -1,9 +1,11 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include <sys/wait.h>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <string>
+
+#include "tests/workbench/Files.h"
 
 /// What one run of the program left behind.
 struct Outcome {
@@ -12,31 +14,27 @@ struct Outcome {
     std::string Errors;
 };
 
-/// Runs the program and waits for its end. With `interruptAfter` it is sent Ctrl-C's signal after so many milliseconds.
-Outcome Quillara(const std::vector<std::string>& arguments, int interruptAfter = 0);
+/// Runs the program in a folder and waits for its end. Arguments are written, and what stands before the program is
+/// read, as a shell reads them.
+inline Outcome Quillara(const TemporaryFolder& folder, const std::string& arguments, const std::string& before = "") {
+    const TemporaryFolder results;
+    const std::string out = results.Path("out");
+    const std::string errors = results.Path("errors");
+    const std::string line = "cd " + folder.Path("") + "; " + before + " " QUILLARA_PROGRAM " " + arguments;
+    const int status = std::system(("(" + line + ") >" + out + " 2>" + errors).c_str());
+    return {WEXITSTATUS(status), ContentOf(out), ContentOf(errors)};
+}
 
-/// The arguments of a command line cut at blanks; 'single quotes' hold an argument together.
-std::vector<std::string> Words(const std::string& line);
-
-/// A folder of this test's own, with its files; gone when the test ends.
-class Folder {
-  public:
-    Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder();
-
-    /// Writes a file; gives its path.
-    std::string Write(const std::string& name, const std::string& content) const;
-    std::string Path(const std::string& name) const;
-    std::string Read(const std::string& name) const;
-    /// Names of all files, also hidden ones.
-    std::vector<std::string> Names() const;
-
-  private:
-    std::string Root;
-};
-
-/// Documents in short: "9060.1@0 sex: Female 3, Male 2, Missing 1 | ..." - button, sequence, step, the last word of the
+/// A document in short: "9060.1@0 sex: Female 3, Male 2, Missing 1" - button, sequence, step, the last word of the
 /// title, then each row with its first cell.
-std::string InShort(const nlohmann::json& outputs);
+inline std::string InShort(const nlohmann::json& document) {
+    const auto title = document["title"][0].get<std::string>();
+    std::string text = document["command"].dump() + "." + document["sequence"].dump() + "@" + document["step"].dump() +
+                       " " + title.substr(title.rfind(' ') + 1) + ":";
+    for (const nlohmann::json& row : document["rows"]) {
+        const nlohmann::json& cell = row["cells"][0];
+        text += (text.back() == ':' ? " " : ", ") + row["name"].get<std::string>() + " " +
+                (cell.is_string() ? cell.get<std::string>() : cell.dump());
+    }
+    return text;
+}

@@ -2,36 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
+#include "tests/workbench/Tables.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
 namespace {
 
-constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
-
-Variable Numbers(const std::string& name, std::vector<double> values, ValueKind kind = ValueKind::Number) {
-    Variable variable;
-    variable.Name = name;
-    variable.Kind = kind;
-    variable.Values = std::move(values);
-    variable.MissingCode = EncodeMissing(variable.Values);
-    return variable;
-}
-
-Variable Texts(const std::string& name, const std::vector<std::optional<std::string>>& texts) {
-    Variable variable;
-    variable.Name = name;
-    EncodeTexts(variable, texts);
-    return variable;
-}
-
 /// Six cases, of which the last is missing in most variables.
 DataTable Sample() {
-    DataTable table;
-    table.Cases = 6;
-    table.Variables = {
+    DataTable table = TableOf({
         Numbers("a", {1, 2, 3, 4, 5, Missing}),
         Numbers("b", {0, 1, 0, 2, -1, 1}),
         Numbers("degree", {1, 2, 3, 1, 2, 3}),
@@ -42,7 +21,7 @@ DataTable Sample() {
         Numbers("and", {1, 2, 1, 2, 1, 2}),
         Numbers("Größe.1", {7, 8, 9, 7, 8, 9}),
         Numbers("gap", {1, Missing, 1, Missing, 1, 1}),
-    };
+    });
     table.Variables[2].Labels = {{1, {"low", ""}}, {2, {"high", ""}}, {3, {"low", ""}}, {9, {"never", ""}}};
     return table;
 }
@@ -53,192 +32,82 @@ std::string Selected(const std::string& formula) {
     try {
         const std::vector<CaseResult> results = SelectCases(Sample(), formula);
         for (std::size_t i = 0; i < results.size(); ++i) {
-            if (results[i] == CaseResult::Use) {
-                cases += (cases.empty() ? "" : " ") + std::to_string(i + 1);
-            }
+            cases += results[i] == CaseResult::Use ? " " + std::to_string(i + 1) : "";
         }
     } catch (const UsageError& error) {
         return std::string("usage: ") + error.what();
     } catch (const DataError& error) {
         return std::string("data: ") + error.what();
     }
-    return cases;
+    return cases.empty() ? "" : cases.substr(1);
 }
 
-struct Row {
-    const char* Formula;
-    const char* Cases;
+// clang-format off
+constexpr std::pair<const char*, const char*> Selections[] = {
+    // Comparisons
+    {"a = 2", "2"},             {"a == 2", "2"},             {"a <> 2", "1 3 4 5"},      {"a!=2", "1 3 4 5"},
+    {"a < 2", "1"},             {"a <= 2", "1 2"},           {"a > 4", "5"},             {"a >= 4", "4 5"},
+    {"3 < a", "4 5"},           {"a = a", "1 2 3 4 5"},      {"1 = 2", ""},              {"1 = 1", "1 2 3 4 5 6"},
+    {"a = 3.0000000000000004", ""},
+    // What binds tighter
+    {"not a = 2", "1 3 4 5"},               {"NOT not a = 2", "2"},                 {"not a = 2 and a < 4", "1 3"},
+    {"not (a = 2 or a < 4)", "4 5"},        {"a = 1 or a = 2 and b = 0", "1"},      {"a = 1 Or not a < 5", "1 5"},
+    {"(a = 1 or a = 2) And b = 1", "2"},    {"((a)) = (2)", "2"},                   {"a + 1 * 2 = 4", "2"},
+    {"(a + 1) * 2 = 4", "1"},               {"a - 1 - 1 = 1", "3"},                 {"12 / a / 2 = 2", "3"},
+    {"-a * 2 < -7", "4 5"},                 {"2 - -a = 4", "2"},                    {"- - a = + 2", "2"},
+    {"a*.5=1.", "2"},                       {"a = 2e0", "2"},
+    // Labels and texts
+    {"sex = \"Female\"", "1 3"},            {"\"Female\" = (sex)", "1 3"},          {"sex <> \"Female\"", "2 4 5"},
+    {"sex = \"female\"", ""},               {"sex <> \"nobody\"", "1 2 3 4 5"},     {"sex = \"say \"\"x\"\"\"", "5"},
+    {"sex = \"\"", ""},                     {"degree = \"low\"", "1 3 4 6"},        {"degree <> \"low\"", "2 5"},
+    {"degree = \"never\"", ""},             {"degree > 1 and degree = \"low\"", "3 6"},
+    // Dates and times
+    {"day >= \"2024-02-01\"", "2 3 5"},     {"\"2024-02-01\" > day", "1 4"},        {"day = \"2024-01-31\"", "1 4"},
+    {"day + 1 > 19755", "3"},               {"at > \"00:59:59\"", "2 3 5"},         {"at = \"01:00:00\"", "2 5"},
+    // Missing data
+    {"missing(gap)", "2 4"},                {"not Missing ( [gap] )", "1 3 5 6"},   {"missing(a) or b = 1", "2 6"},
+    {"b = 1 or a = 2", "2"},                {"not a > 100", "1 2 3 4 5"},           {"missing(sex) and b = 1", "6"},
+    // Arithmetic without a result
+    {"a / b > 0", "2 4"},                   {"not a / b > 0", "5"},                 {"a / b > 0 or a < 4", "2 4"},
+    {"1 / (a / b) < 1", "2 4 5"},           {"b / b <> 1", ""},                     {"a * 1e308 > 0", "1"},
+    {"1 / 0 = 1 or a = 1", ""},
+    // Names
+    {"[marital status]]] = 2", "4 5 6"},    {"[and] = 1 AND [a]<4", "1 3"},         {"Größe.1 = 9", "3 6"},
 };
 
-class SelectionTest : public testing::TestWithParam<Row> {};
-
-TEST_P(SelectionTest, Selects) {
-    EXPECT_EQ(Selected(GetParam().Formula), GetParam().Cases) << GetParam().Formula;
-}
-
-INSTANTIATE_TEST_SUITE_P(Comparisons, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"a = 2", "2"},
-                             {"a == 2", "2"},
-                             {"a <> 2", "1 3 4 5"},
-                             {"a!=2", "1 3 4 5"},
-                             {"a < 2", "1"},
-                             {"a <= 2", "1 2"},
-                             {"a > 4", "5"},
-                             {"a >= 4", "4 5"},
-                             {"3 < a", "4 5"},
-                             {"a = a", "1 2 3 4 5"},
-                             {"a > b and 1 = 1", "1 2 3 4 5"},
-                             {"1 = 2", ""},
-                             {"1 = 1", "1 2 3 4 5 6"},
-                             {"a = 3.0000000000000004", ""},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(Binding, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"not a = 2", "1 3 4 5"},
-                             {"NOT not a = 2", "2"},
-                             {"not a = 2 and a < 4", "1 3"},
-                             {"not (a = 2 or a < 4)", "4 5"},
-                             {"a = 1 or a = 2 and b = 0", "1"},
-                             {"(a = 1 or a = 2) And b = 1", "2"},
-                             {"a = 1 Or not a < 5", "1 5"},
-                             {"((a)) = (2)", "2"},
-                             {"a + 1 * 2 = 4", "2"},
-                             {"(a + 1) * 2 = 4", "1"},
-                             {"a - 1 - 1 = 1", "3"},
-                             {"12 / a / 2 = 2", "3"},
-                             {"-a * 2 < -7", "4 5"},
-                             {"2 - -a = 4", "2"},
-                             {"- - a = + 2", "2"},
-                             {"a*.5=1.", "2"},
-                             {"a = 2e0", "2"},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(LabelsAndTexts, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"sex = \"Female\"", "1 3"},
-                             {"\"Female\" = (sex)", "1 3"},
-                             {"sex <> \"Female\"", "2 4 5"},
-                             {"sex = \"female\"", ""},
-                             {"sex <> \"nobody\"", "1 2 3 4 5"},
-                             {"sex = \"say \"\"x\"\"\"", "5"},
-                             {"sex = \"\"", ""},
-                             {"degree = \"low\"", "1 3 4 6"},
-                             {"degree <> \"low\"", "2 5"},
-                             {"degree = \"never\"", ""},
-                             {"degree > 1 and degree = \"low\"", "3 6"},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(DatesAndTimes, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"day >= \"2024-02-01\"", "2 3 5"},
-                             {"\"2024-02-01\" > day", "1 4"},
-                             {"day = \"2024-01-31\"", "1 4"},
-                             {"day + 1 > 19755", "3"},
-                             {"at > \"00:59:59\"", "2 3 5"},
-                             {"at = \"01:00:00\"", "2 5"},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(MissingData, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"missing(gap)", "2 4"},
-                             {"not Missing ( [gap] )", "1 3 5 6"},
-                             {"missing(a) or b = 1", "2 6"},
-                             {"b = 1 or a = 2", "2"},
-                             {"missing(a) or a = 2", "2"},
-                             {"not a > 100", "1 2 3 4 5"},
-                             {"missing(sex) and b = 1", "6"},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(ArithmeticWithoutResult, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"a / b > 0", "2 4"},
-                             {"not a / b > 0", "5"},
-                             {"a / b > 0 or a < 4", "2 4"},
-                             {"1 / (a / b) < 1", "2 4 5"},
-                             {"b / b <> 1", ""},
-                             {"a * 1e308 > 0", "1"},
-                             {"1 / 0 = 1 or a = 1", ""},
-                         }));
-
-INSTANTIATE_TEST_SUITE_P(Names, SelectionTest,
-                         testing::ValuesIn<Row>({
-                             {"[marital status]]] = 2", "4 5 6"},
-                             {"[and] = 1 AND [a]<4", "1 3"},
-                             {"Größe.1 = 9", "3 6"},
-                         }));
-
-constexpr char Unreadable[] = "usage: The selection formula can't be read at character ";
-
-struct Fault {
-    const char* Formula;
-    const char* Message;  ///< from the number of the character on
+/// Formulas and the character where they can't be read.
+constexpr std::pair<const char*, int> Unreadables[] = {
+    {"", 1},                    {"  ", 3},                      {"a", 1},                   {"a =", 4},
+    {"a = 2)", 6},              {"(a = 2", 7},                  {"a = 2 b = 3", 7},         {"a < 2 < 3", 7},
+    {"(a < 2) < 3", 1},         {"(a < 2) + 1 = 3", 1},         {"a = not 3", 5},           {"a and b = 1", 1},
+    {"b = 1 and a", 11},        {"not a", 5},                   {"and = 1", 1},             {"a = 1 and or b = 1", 11},
+    {"a = 1 & b = 1", 7},       {"a = 'x'", 5},                 {"Größe.1 = 9 ?", 13},      {"a = 3x", 6},
+    {"a = 1e999", 5},           {"sex = \"Female", 7},          {"[marital status = 2", 1}, {"missing = 1", 9},
+    {"missing(a + 1)", 11},     {"missing(\"a\")", 9},          {"sex = 1", 1},             {"sex + 1 = 2", 1},
+    {"1 < sex", 5},             {"sex = sex", 1},               {"sex < \"Female\"", 5},    {"degree >= \"low\"", 8},
+    {"a = \"2\"", 5},           {"\"a\" = \"a\"", 1},           {"a + 1 = \"2\"", 9},       {"a + \"2\" = 1", 5},
+    {"day > \"2024-02-30\"", 7},                                {"at > \"1:00\"", 6},
 };
+// clang-format on
 
-class UnreadableFormulaTest : public testing::TestWithParam<Fault> {};
+const std::string Unreadable = "usage: The selection formula can't be read at character ";
 
-TEST_P(UnreadableFormulaTest, SaysWhere) {
-    const std::string message = Selected(GetParam().Formula);
-    EXPECT_EQ(message.substr(0, message.find(':', 8)), std::string(Unreadable) + GetParam().Message)
-        << GetParam().Formula << "\n"
-        << message;
-}
-
-INSTANTIATE_TEST_SUITE_P(Faults, UnreadableFormulaTest,
-                         testing::ValuesIn<Fault>({
-                             {"", "1"},
-                             {"  ", "3"},
-                             {"a", "1"},
-                             {"a =", "4"},
-                             {"a = 2)", "6"},
-                             {"(a = 2", "7"},
-                             {"a = 2 b = 3", "7"},
-                             {"a < 2 < 3", "7"},
-                             {"(a < 2) < 3", "1"},
-                             {"(a < 2) + 1 = 3", "1"},
-                             {"a = not 3", "5"},
-                             {"a and b = 1", "1"},
-                             {"b = 1 and a", "11"},
-                             {"not a", "5"},
-                             {"and = 1", "1"},
-                             {"a = 1 and or b = 1", "11"},
-                             {"a = 1 & b = 1", "7"},
-                             {"a = 'x'", "5"},
-                             {"Größe.1 = 9 ?", "13"},
-                             {"a = 3x", "6"},
-                             {"a = 1e999", "5"},
-                             {"sex = \"Female", "7"},
-                             {"[marital status = 2", "1"},
-                             {"missing = 1", "9"},
-                             {"missing(a + 1)", "11"},
-                             {"missing(\"a\")", "9"},
-                             {"sex = 1", "1"},
-                             {"sex + 1 = 2", "1"},
-                             {"1 < sex", "5"},
-                             {"sex = sex", "1"},
-                             {"sex < \"Female\"", "5"},
-                             {"degree >= \"low\"", "8"},
-                             {"a = \"2\"", "5"},
-                             {"\"a\" = \"a\"", "1"},
-                             {"a + 1 = \"2\"", "9"},
-                             {"a + \"2\" = 1", "5"},
-                             {"day > \"2024-02-30\"", "7"},
-                             {"at > \"1:00\"", "6"},
-                         }));
-
-TEST(CaseSelectionTest, ErrorsSayWhatIsWrong) {
-    EXPECT_EQ(Selected("a = )"),
-              std::string(Unreadable) + "5: expected a number, a variable or a quoted text, found ).");
-    const std::string unknown = Selected("A = 1");
-    EXPECT_EQ(unknown.substr(0, unknown.find(" (")),
-              "data: The selection formula names a variable \"A\" that the data don't have");
+TEST(CaseSelection, SelectsOrSaysWhereItCannotRead) {
+    for (const auto& [formula, cases] : Selections) {
+        EXPECT_EQ(Selected(formula), cases) << formula;
+    }
+    for (const auto& [formula, place] : Unreadables) {
+        EXPECT_EQ(Selected(formula).find(Unreadable + std::to_string(place) + ":"), 0U) << formula << "\n"
+                                                                                        << Selected(formula);
+    }
+    EXPECT_EQ(Selected("a = )"), Unreadable + "5: expected a number, a variable or a quoted text, found ).");
+    const std::string unknown = "data: The selection formula names a variable \"A\" that the data don't have (";
+    EXPECT_EQ(Selected("A = 1").substr(0, unknown.size()), unknown);
     EXPECT_EQ(Selected("missing(none)").substr(0, 5), "data:");
 }
 
-TEST(CaseSelectionTest, EndlessFormulasAreRefusedOrRead) {
-    const std::string deep(100000, '(');
-    EXPECT_EQ(Selected(deep + "a").find(Unreadable), 0U);
+TEST(CaseSelection, EndlessFormulasAreRefusedOrRead) {
+    EXPECT_EQ(Selected(std::string(100000, '(') + "a").find(Unreadable), 0U);
     EXPECT_EQ(Selected("a = " + std::string(100000, '-') + "1").find(Unreadable), 0U);
     std::string alternatives = "a = 1";
     std::string sum = "a";
@@ -250,20 +119,16 @@ TEST(CaseSelectionTest, EndlessFormulasAreRefusedOrRead) {
     EXPECT_EQ(Selected(sum + " > 1").substr(0, 6), "usage:");
 }
 
-TEST(CaseSelectionTest, EveryCaseOfALongTableIsDecided) {
-    for (const std::int32_t cases : {0, 1, 4095, 4096, 4097, 10000}) {
-        DataTable table;
-        table.Cases = cases;
+TEST(CaseSelection, EveryCaseOfALongTableIsDecided) {
+    for (const std::size_t cases : {0, 1, 4095, 4096, 4097, 10000}) {
         std::vector<double> values;
-        for (std::int32_t i = 0; i < cases; ++i) {
-            values.push_back(i % 7 == 0 ? Missing : i);
+        for (std::size_t i = 0; i < cases; ++i) {
+            values.push_back(i % 7 == 0 ? Missing : static_cast<double>(i));
         }
-        table.Variables = {Numbers("i", values)};
-        const std::vector<CaseResult> results = SelectCases(table, "not i * 2 < 100 and i <> 4096");
-        ASSERT_EQ(results.size(), static_cast<std::size_t>(cases));
-        for (std::int32_t i = 0; i < cases; ++i) {
-            const bool inside = i % 7 != 0 && i >= 50 && i != 4096;
-            ASSERT_EQ(results[static_cast<std::size_t>(i)] == CaseResult::Use, inside) << i;
+        const auto results = SelectCases(TableOf({Numbers("i", values)}), "not i * 2 < 100 and i <> 4096");
+        ASSERT_EQ(results.size(), cases);
+        for (std::size_t i = 0; i < cases; ++i) {
+            ASSERT_EQ(results[i] == CaseResult::Use, i % 7 != 0 && i >= 50 && i != 4096) << i;
         }
     }
 }

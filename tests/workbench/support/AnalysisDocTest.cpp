@@ -8,95 +8,110 @@
 #include "workbench/support/AnalysisModule.h"
 #include "workbench/support/LongTexts.h"
 
-using quillara::DataTable;
-using quillara::LongTextKey;
-using quillara::ValueKind;
-using quillara::Variable;
-using quillara::VariableLists;
-using testing::ElementsAre;
-
+namespace quillara {
 namespace {
 
+using testing::ElementsAre;
+
 DataTable SmallTable() {
-    DataTable table = TableOf({Numbers("age", {1, 2}), Numbers("marital status", {1, 2}), Numbers("day", {0, 1})});
+    DataTable table = TableOf({Numbers("age", {1, 2}), Texts("marital status", {"Divorced", "Never-married"}),
+                               Numbers("day", {0, 1}, ValueKind::Date)});
     table.Header = std::string(79, 'h') + "\xC3\x9F";
-    table.CaseNames = {"first", "the second"};
+    table.CaseNames = {"first", "the second case"};
     table.Variables[0].LongName = std::string(126, 'n') + "\xC3\x9F";
     table.Variables[0].MissingCode = -99999;
     table.Variables[0].Labels = {{1, {"one", "short"}}, {2.1, {"two and a tenth", ""}}, {16777217, {"large", ""}}};
     table.Variables[0].Labels[3] = {"", "a description only"};
-    table.Variables[1].Kind = ValueKind::Text;
-    table.Variables[1].Texts = {"Divorced", "Never-married"};
-    table.Variables[2].Kind = ValueKind::Date;
     return table;
 }
 
-TEST(AnalysisDoc, RunsTheStepsInTheirOrderAndCloses) {
-    const DataTable table = SmallTable();
-    std::vector<std::string> notes;
-    {
-        TestHost host(table);
-        host.Analysis->Notes = &notes;
-        EXPECT_TRUE(host.Document.RunSequence());
-        EXPECT_EQ(&host.Document.Analysis(), host.Analysis);
-        host.Analysis->AllocMem(&host.Analysis->Block, 10);
-    }
-    EXPECT_THAT(notes, ElementsAre("bound", "worked", "finished", "closing", "destroyed"));
+struct Document : testing::Test {
+    const DataTable Table = SmallTable();
+    std::vector<std::string> Notes;
+    std::optional<TestHost> Host{Table};
+    TestAnalysis& Analysis = *Host->Analysis;
+};
+
+TEST_F(Document, RunsTheStepsInTheirOrderAndCloses) {
+    Analysis.Notes = &Notes;
+    EXPECT_TRUE(Host->Document.RunSequence());
+    Analysis.WorkResult = 0;
+    EXPECT_FALSE(Host->Document.RunSequence());
+    Analysis.Forbidden = 7;
+    EXPECT_TRUE(Host->Document.RunSequence());
+    Analysis.AllocMem(&Analysis.Block, 10);
+    Host.reset();
+    EXPECT_THAT(Notes, ElementsAre("bound", "worked", "finished",  // the whole sequence
+                                   "bound", "worked",  // one with a step that fails
+                                   "bound",  // one that may not go on
+                                   "closing", "destroyed"));
 }
 
-TEST(AnalysisDoc, AFailedOrForbiddenStepEndsTheSequence) {
-    const DataTable table = SmallTable();
-    std::vector<std::string> notes;
-    TestHost host(table);
-    host.Analysis->Notes = &notes;
-    host.Analysis->WorkResult = 0;
-    EXPECT_FALSE(host.Document.RunSequence());
-    host.Analysis->Forbidden = 7;
-    EXPECT_TRUE(host.Document.RunSequence());
-    EXPECT_THAT(notes, ElementsAre("bound", "worked", "bound"));
-    host.Analysis->Notes = nullptr;
-}
-
-TEST(AnalysisDoc, KeepsTheCommonsUpToDate) {
-    const DataTable table = SmallTable();
-    TestHost host(table);
-    TestHost other(table);
-    host.Document.RunSequence();
+TEST_F(Document, KeepsTheCommonsUpToDate) {
+    TestHost other(Table);
+    Host->Document.RunSequence();
     other.Document.RunSequence();
-    EXPECT_EQ(host.Analysis->Table.Variables, 3);
-    EXPECT_EQ(host.Analysis->Table.Cases, 2);
-    EXPECT_EQ(std::string(host.Analysis->Table.HeaderText, 80), std::string(79, 'h') + '\0');
-    EXPECT_EQ(host.Analysis->Names.CaseNameWidth, 10);
-    EXPECT_EQ(host.Analysis->Weight.Active, 0);
-    host.Document.SetWeight(0);
-    EXPECT_EQ(host.Analysis->Weight.Active, 1);
+    EXPECT_EQ(Analysis.Table.Variables, 3);
+    EXPECT_EQ(Analysis.Table.Cases, 2);
+    EXPECT_EQ(std::string(Analysis.Table.HeaderText, 80), std::string(79, 'h') + '\0');
+    EXPECT_EQ(Analysis.Names.CaseNameWidth, 15);
+    EXPECT_EQ(Analysis.Weight.Active, 0);
+    Host->Document.SetWeight(0);
+    EXPECT_EQ(Analysis.Weight.Active, 1);
     EXPECT_EQ(other.Analysis->Weight.Active, 0);
-    host.Document.SetWeight(std::nullopt);
-    EXPECT_EQ(host.Analysis->Weight.Active, 0);
+    Host->Document.SetWeight(std::nullopt);
+    EXPECT_EQ(Analysis.Weight.Active, 0);
 }
 
-TEST(AnalysisDoc, CountsAndFailsAllocations) {
-    const DataTable table = SmallTable();
-    TestHost host(table);
+TEST_F(Document, CountsAndFailsAllocations) {
     void* blocks[3];
-    host.Document.FailAllocation(2);
-    EXPECT_EQ(host.Analysis->AllocMem(&blocks[0], 100), 0);
-    EXPECT_NE(host.Analysis->AllocMem(&blocks[1], 100), 0);
-    EXPECT_EQ(host.Analysis->AllocMem(&blocks[2], 0), 0);
+    Host->Document.FailAllocation(2);
+    EXPECT_EQ(Analysis.AllocMem(&blocks[0], 100), 0);
+    EXPECT_NE(Analysis.AllocMem(&blocks[1], 100), 0);
+    EXPECT_EQ(Analysis.AllocMem(&blocks[2], 0), 0);
     EXPECT_EQ(blocks[1], nullptr);
     EXPECT_EQ(static_cast<char*>(blocks[0])[99], 0);
-    EXPECT_EQ(host.Document.AllocationCalls(), 3);
-    EXPECT_EQ(host.Document.LiveAllocations(), 2U);
-    host.Analysis->FreeMem(blocks[0]);
-    host.Analysis->FreeMem(blocks[2]);
-    EXPECT_EQ(host.Document.LiveAllocations(), 0U);
+    EXPECT_EQ(Host->Document.AllocationCalls(), 3);
+    EXPECT_EQ(Host->Document.LiveAllocations(), 2U);
+    Analysis.FreeMem(blocks[0]);
+    Analysis.FreeMem(blocks[2]);
+    EXPECT_EQ(Host->Document.LiveAllocations(), 0U);
+}
+
+TEST_F(Document, TakesListsOfVariablesWithinTheLimits) {
+    std::optional<VariableLists> answer;
+    std::string shown;
+    short lists[2][3] = {};
+    short counts[2] = {-1, -1};
+    const auto ask = [&](int lowest, int highest) {
+        return Analysis.DoubleVarListDialog(nullptr, 1, "Title", nullptr, lowest, highest, 0, 3, 3, lists[0],
+                                            &counts[0], lists[1], &counts[1], "A", "B", 2, nullptr, 0, 0);
+    };
+    EXPECT_EQ(ask(0, 3), 0);
+    Host->Document.Services.ChooseVariables = [&](const VariableListRequest& request) {
+        shown = request.Title + request.Label1 + request.Label2;
+        return answer;
+    };
+    EXPECT_EQ(ask(0, 3), 0);
+    EXPECT_EQ(shown, "TitleAB");
+    Host->Document.Services.ShowMessage = [&](std::string_view text) { shown = text; };
+    for (const VariableLists& refused : {VariableLists{{0}, {}}, {{4}, {}}, {{}, {1, 2, 3, 1}}, {{1, 2, 3}, {1}}}) {
+        answer = refused;
+        EXPECT_EQ(ask(0, 3), 0);
+        EXPECT_NE(shown, "TitleAB");
+    }
+    EXPECT_EQ(counts[0], -1);
+    answer = VariableLists{{3, 1}, {2}};
+    EXPECT_EQ(ask(3, 3) + ask(0, 1), 0);
+    EXPECT_EQ(ask(0, 2), 1);
+    EXPECT_THAT(lists[0], ElementsAre(3, 1, 0));
+    EXPECT_THAT(lists[1], ElementsAre(2, 0, 0));
+    EXPECT_THAT(counts, ElementsAre(2, 1));
 }
 
 TEST(UnboundAnalysis, IsQuiet) {
     TestAnalysis analysis;
-    void* block = nullptr;
-    ASSERT_EQ(analysis.AllocMem(&block, 8), 0);
-    analysis.FreeMem(block);
+    ASSERT_EQ(analysis.AllocMem(&analysis.Block, 8), 0);
     EXPECT_EQ(analysis.InitializeAfterFileChanged(), 1);
     EXPECT_EQ(analysis.GetCaseBlocks(), nullptr);
     EXPECT_EQ(analysis.lookbr(), 0);
@@ -110,119 +125,76 @@ TEST(UnboundAnalysis, IsQuiet) {
     EXPECT_EQ(analysis.cstrtw(1, nullptr, nullptr, nullptr, nullptr), 2);
 }
 
-struct Names : testing::Test {
+/// What the host writes for the analysis; "none" where it says that there is nothing.
+struct Names : Document {
+    template <typename Call>
+    static std::string Text(const Call& call) {
+        char text[128] = "????????";
+        return call(text) ? text : "none";
+    }
     std::string ShortName(int variable) {
-        char name[9];
-        Host.Analysis->getvn5(variable, name);
-        return name;
+        return Text([&](char* text) { return Analysis.getvn5(variable, text), true; });
+    }
+    std::string LongName(int variable) {
+        return Text([&](char* text) { return Analysis.WriteVarLongName(text, variable), true; });
     }
     std::string Label(int variable, float value) {
-        char text[9] = "????????";
-        return Host.Analysis->vvlcod(0, variable, text, &value) == 0 ? text : "none";
+        return Text([&](char* text) { return Analysis.vvlcod(0, variable, text, &value) == 0; });
     }
     std::string Description(int index, double value) {
-        char text[9] = "";
-        const int found = Host.Analysis->RetrieveLongTextLabelAsHashedString(text, index, value);
-        EXPECT_EQ(found != 0, text[0] != '\0');
-        return text;
+        return Text([&](char* text) { return Analysis.RetrieveLongTextLabelAsHashedString(text, index, value) != 0; });
     }
-    std::string Special(int variable, double value, int width = 8) {
-        char text[9];
-        Host.Analysis->WriteSpecialFormatVariable(variable, value, text, width);
-        return text;
+    std::string Special(double value, int width = 8) {
+        return Text([&](char* text) { return Analysis.WriteSpecialFormatVariable(3, value, text, width), true; });
     }
-
-    const DataTable Table = SmallTable();
-    TestHost Host{Table};
 };
 
 TEST_F(Names, VariablesHaveShortAndLongNames) {
     EXPECT_EQ(ShortName(1), "age");
     EXPECT_EQ(ShortName(2), LongTextKey("marital status"));
-    char longName[128];
-    Host.Analysis->WriteVarLongName(longName, 1);
-    EXPECT_EQ(longName, std::string(126, 'n'));
-    Host.Analysis->WriteVarLongName(longName, 2);
-    EXPECT_STREQ(longName, "");
+    EXPECT_EQ(LongName(1), std::string(126, 'n'));
+    EXPECT_EQ(LongName(2), "");
     for (const int variable : {-1, 0, 4, 40000}) {
         EXPECT_EQ(ShortName(variable), "");
-        EXPECT_EQ(Host.Analysis->IsSpecialFormatVariable(variable), 0);
+        EXPECT_EQ(Analysis.IsSpecialFormatVariable(variable), 0);
         EXPECT_EQ(Label(variable, 1), "none");
     }
     double code = 0;
-    Host.Analysis->getmd5(1, &code);
+    Analysis.getmd5(1, &code);
     EXPECT_EQ(code, -99999);
-    EXPECT_EQ(Host.Analysis->GetCaseName(1), "the second");
-    EXPECT_EQ(Host.Analysis->GetCaseName(2), "");
+    EXPECT_EQ(Analysis.GetCaseName(1), "the second case");
+    EXPECT_EQ(Analysis.GetCaseName(2), "");
 }
 
 TEST_F(Names, LabelsAreFoundBySinglePrecision) {
     EXPECT_EQ(Label(1, 1), "one     ");
     EXPECT_EQ(Label(1, 2.1F), LongTextKey("two and a tenth"));
     EXPECT_EQ(Label(1, 16777216.0F), "large   ");
-    EXPECT_EQ(Label(1, 3), "none");
-    EXPECT_EQ(Label(1, 4), "none");
+    EXPECT_EQ(Label(1, 3) + Label(1, 4) + Label(2, 3), "nonenonenone");
     EXPECT_EQ(Label(2, 1), "Divorced");
     EXPECT_EQ(Label(2, 2), LongTextKey("Never-married"));
-    EXPECT_EQ(Label(2, 3), "none");
 }
 
 TEST_F(Names, DescriptionsCountTheirVariableFromZero) {
     EXPECT_EQ(Description(0, 1), "short");
     EXPECT_EQ(Description(0, 3), LongTextKey("a description only"));
-    EXPECT_EQ(Description(0, 2.1), "");
-    EXPECT_EQ(Description(1, 1), "");
-    EXPECT_EQ(Description(3, 1), "");
+    EXPECT_EQ(Description(0, 2.1) + Description(1, 1) + Description(3, 1), "nonenonenone");
 }
 
 TEST_F(Names, DatesAreWrittenInTheirFormat) {
-    EXPECT_EQ(Host.Analysis->IsSpecialFormatVariable(1), 0);
-    EXPECT_NE(Host.Analysis->IsSpecialFormatVariable(3), 0);
-    EXPECT_EQ(Special(3, 0), "19700101");
-    EXPECT_EQ(Special(3, 1e7), "10000000");  // beyond the year 9999
-    EXPECT_EQ(Special(3, 1e300), "1e300");
-    EXPECT_EQ(Special(3, std::numeric_limits<double>::infinity()), "--");
-    EXPECT_EQ(Special(3, 0, 4), "0");
-}
-
-TEST(VariableDialog, TakesListsWithinTheLimits) {
-    const DataTable table = SmallTable();
-    TestHost host(table);
-    std::optional<VariableLists> answer;
-    std::string shown;
-    std::string message;
-    short lists[2][3] = {};
-    short counts[2] = {-1, -1};
-    const auto ask = [&](int lowest, int highest, int total) {
-        return host.Analysis->DoubleVarListDialog(nullptr, 1, "Title", nullptr, lowest, highest, 0, 3, total, lists[0],
-                                                  &counts[0], lists[1], &counts[1], "A", "B", 2, nullptr, 0, 0);
-    };
-    EXPECT_EQ(ask(0, 3, 3), 0);
-    host.Document.Services.ChooseVariables = [&](const quillara::VariableListRequest& request) {
-        shown = request.Title + request.Label1 + request.Label2;
-        return answer;
-    };
-    host.Document.Services.ShowMessage = [&](std::string_view text) { message = text; };
-    EXPECT_EQ(ask(0, 3, 3), 0);
-    for (const VariableLists& refused : {VariableLists{{0}, {}}, {{4}, {}}, {{}, {1, 2, 3, 1}}, {{1, 2, 3}, {1}}}) {
-        answer = refused;
-        EXPECT_EQ(ask(0, 3, 3), 0);
-        EXPECT_NE(message, "");
-    }
-    EXPECT_EQ(counts[0], -1);
-    answer = VariableLists{{3, 1}, {2}};
-    EXPECT_EQ(ask(3, 3, 3), 0);
-    EXPECT_EQ(ask(0, 1, 3), 0);
-    EXPECT_EQ(ask(0, 2, 3), 1);
-    EXPECT_EQ(shown, "TitleAB");
-    EXPECT_THAT(lists[0], ElementsAre(3, 1, 0));
-    EXPECT_THAT(lists[1], ElementsAre(2, 0, 0));
-    EXPECT_THAT(counts, ElementsAre(2, 1));
+    EXPECT_EQ(Analysis.IsSpecialFormatVariable(1), 0);
+    EXPECT_NE(Analysis.IsSpecialFormatVariable(3), 0);
+    EXPECT_EQ(Special(0), "19700101");
+    EXPECT_EQ(Special(1e7), "10000000");  // beyond the year 9999
+    EXPECT_EQ(Special(1e300), "1e300");
+    EXPECT_EQ(Special(Infinity), "--");
+    EXPECT_EQ(Special(0, 4), "0");
 }
 
 TEST(Module, ALibraryThatIsNoModuleIsRefused) {
-    EXPECT_THROW(quillara::AnalysisModule("/nowhere/libnothing.so"), quillara::DataError);
-    EXPECT_THROW(quillara::AnalysisModule("libm.so.6"), quillara::DataError);
+    EXPECT_THROW(AnalysisModule("/nowhere/libnothing.so"), DataError);
+    EXPECT_THROW(AnalysisModule("libm.so.6"), DataError);
 }
 
 }  // namespace
+}  // namespace quillara

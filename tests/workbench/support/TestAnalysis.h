@@ -8,20 +8,20 @@
 #include "host/AnalysisContext.h"
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
+#include "tests/workbench/Tables.h"
 #include "workbench/support/AnalysisDoc.h"
+
+namespace quillara {
+
+/// A module without any resources.
+struct TestContext : CAnalysisContext {
+    [[nodiscard]] const ModuleInstance* Instance() const override { return &Module; }
+    ModuleInstance Module{"test", {}};
+};
 
 /// An analysis that does nothing by itself: tests call the host through it.
 class TestAnalysis : public CAnalysisSupport {
   public:
-    class TestContext : public CAnalysisContext {
-      public:
-        [[nodiscard]] const ModuleInstance* Instance() const override {
-            static constexpr StringResource strings[] = {{10, "ten"}, {12, "twelve"}};
-            static constexpr ModuleInstance instance{"test", strings};
-            return &instance;
-        }
-    };
-
     TestAnalysis() : CAnalysisSupport(nullptr, TheContext) { SetSequenceTable(Steps, 3); }
     ~TestAnalysis() override {
         if (Block != nullptr) {
@@ -68,7 +68,7 @@ inline const SequenceStep TestAnalysis::Steps[3] = {
 
 /// A document with a test analysis.
 struct TestHost {
-    explicit TestHost(const quillara::DataTable& table) : Document(table) {
+    explicit TestHost(const DataTable& table) : Document(table) {
         auto analysis = std::make_unique<TestAnalysis>();
         Analysis = analysis.get();
         Document.Adopt(std::move(analysis));
@@ -78,18 +78,4 @@ struct TestHost {
     TestAnalysis* Analysis;
 };
 
-/// A variable of numbers.
-inline quillara::Variable Numbers(std::string name, std::vector<double> values) {
-    quillara::Variable variable;
-    variable.Name = std::move(name);
-    variable.Values = std::move(values);
-    return variable;
-}
-
-/// A table of variables of equal length.
-inline quillara::DataTable TableOf(std::vector<quillara::Variable> variables) {
-    quillara::DataTable table;
-    table.Cases = static_cast<std::int32_t>(variables.front().Values.size());
-    table.Variables = std::move(variables);
-    return table;
-}
+}  // namespace quillara
