@@ -130,8 +130,8 @@ class CAnalysisSupport {
     ///   columnLongNames  second names in fields as above, empty for most spreadsheets
     ///   rowNames         `rowNameWidth` bytes a row
     ///   title            three lines of `titleWidth` bytes: title, subset, and one that stays empty
-    ///   header           a block for the host's own use, columns + 16 + (columns + 1) x (rows + 1) / 8 bytes; bytes 12
-    ///                    and 14 begin the low 16 bits of `rows` and `columns`
+    ///   header           a block for the host's own use, columns + 16 + (columns + 1) x (rows + 1) / 8 bytes; the low
+    ///                    16 bits of `rows` stand at byte 12, those of `columns` at byte 14
     /// Of the numbers, `rowCapacity` and `columnCapacity` repeat `rows` and `columns`; `rowNameRoom` and `cellRoom` are
     /// `rowNameWidth` and `cellWidth` + 2; an analysis always gives titleWidth 80, columnNameWidth 8, cellWidth 8,
     /// headerOffset 16, headerCount 6, titleMode 1, firstRow 0, options 0x2401 and reserved 0. A host needs no more

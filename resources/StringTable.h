@@ -6,7 +6,7 @@
 #include "platform/ModuleInstance.h"
 
 // The module's string table: the only source of the texts it shows. Ids are used by hosts and scripts and never change.
-// The texts of 10025 and 10026 are alike; both are in use.
+// The texts of 10025 and 10026 are alike; both are kept.
 
 /// Names of the ids that the module uses.
 enum StringId : int {
@@ -109,5 +109,6 @@ inline constexpr std::array<StringResource, 62> StringTable{{
 // clang-format on
 
 static_assert(StringTable.front().Id == 10000 && StringTable.back().Id == 10061);
-static_assert(std::is_sorted(StringTable.begin(), StringTable.end(),
-                             [](const StringResource& a, const StringResource& b) { return a.Id < b.Id; }));
+static_assert(std::adjacent_find(StringTable.begin(), StringTable.end(),
+                                 [](const StringResource& a, const StringResource& b) { return a.Id >= b.Id; }) ==
+              StringTable.end());  // in rising order, each id once

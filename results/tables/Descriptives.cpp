@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
@@ -49,7 +50,7 @@ constexpr DescriptivesRules ReviewDescriptives{
     .RefusesWithoutDrillVariables = false,
 };
 
-enum Column : int {
+enum Column : std::size_t {
     MeanColumn,
     DeviationColumn,
     MinimumColumn,
@@ -60,7 +61,7 @@ enum Column : int {
 };
 
 /// The columns in front of it hold statistics, which a variable without cases doesn't have.
-constexpr int StatisticsEnd = CasesColumn;
+constexpr std::size_t StatisticsEnd = CasesColumn;
 
 using ColumnValues = std::array<double, ColumnCount>;
 using ColumnFlags = std::array<bool, ColumnCount>;
@@ -101,38 +102,35 @@ bool RefusesForNoCases(CDrillDown& analysis, const DescriptivesRules& rules) {
 }
 
 void WriteHeadings(CDrillDown& analysis, ResultTable& table) {
-    const std::array<int, ColumnCount> names{MeanText,   StandardDeviationText, MinimumText, MaximumText, CasesText,
+    const int cases = analysis.CaseWeight.Active != 0 ? WeightedCasesText : CasesText;
+    const std::array<int, ColumnCount> names{MeanText,   StandardDeviationText, MinimumText, MaximumText, cases,
                                              MissingText};
     table.SetTitle(0, analysis.GetResourceString(DescriptivesTitleText));
     table.SetTitle(1, analysis.DrillString());
-    for (int column = 0; column < ColumnCount; ++column) {
-        table.SetColumnName(column, analysis.GetResourceString(names[static_cast<std::size_t>(column)]));
-    }
-    if (analysis.CaseWeight.Active != 0) {
-        table.SetColumnName(CasesColumn, analysis.GetResourceString(WeightedCasesText));
+    for (std::size_t column = 0; column < ColumnCount; ++column) {
+        table.SetColumnName(column, analysis.GetResourceString(names[column]));
     }
 }
 
 /// Intended: the whole-number test sees every value, also the -1.0 and the bounds that "-" replaces; "-" then takes
 /// the display of whole numbers from its columns for good, unlike from the two columns of cases.
-void WriteRow(ResultTable& table, int row, const Drill& record, ColumnFlags& fractional) {
+void WriteRow(ResultTable& table, std::size_t row, const Drill& record, ColumnFlags& fractional) {
     const ColumnValues values = ValuesOf(record);
     const bool hasStatistics = IsNonZero(record.ValidWeight);
-    for (int column = 0; column < ColumnCount; ++column) {
-        const auto place = static_cast<std::size_t>(column);
-        fractional[place] = fractional[place] || !ShowsAsWhole(values[place]);
+    for (std::size_t column = 0; column < ColumnCount; ++column) {
+        fractional[column] = fractional[column] || !ShowsAsWhole(values[column]);
         if (hasStatistics || column >= StatisticsEnd) {
-            table.SetNumber(row, column, values[place]);
+            table.SetNumber(row, column, values[column]);
         } else {
             table.SetCellText(row, column, "-");
-            fractional[place] = true;
+            fractional[column] = true;
         }
     }
 }
 
 void ShowWholeColumns(ResultTable& table, const ColumnFlags& fractional) {
-    for (int column = 0; column < ColumnCount; ++column) {
-        if (!fractional[static_cast<std::size_t>(column)]) {
+    for (std::size_t column = 0; column < ColumnCount; ++column) {
+        if (!fractional[column]) {
             table.ShowWhole(column);
         }
     }
@@ -144,11 +142,11 @@ std::int16_t ShowDescriptives(CDrillDown& analysis, const DescriptivesRules& rul
         return 0;
     }
     const CDrillDown::DrillSet& set = *(analysis.*rules.Set);
-    const auto rows = static_cast<int>(std::count_if(set.begin(), set.end(), rules.Shows));
+    const auto rows = static_cast<std::size_t>(std::count_if(set.begin(), set.end(), rules.Shows));
     ResultTable table(analysis, rows, ColumnCount);
     WriteHeadings(analysis, table);
     ColumnFlags fractional{};
-    int row = 0;
+    std::size_t row = 0;
     for (const Drill& record : set) {
         if (rules.Shows(record)) {
             table.SetRowName(row, rules.RowName(analysis, record.VarNo));

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/HostBuffer.h"
 #include "resources/StringTable.h"
@@ -22,11 +24,11 @@ constexpr FrequencyRules DrillFrequencies{&CDrillDown::DrillDowns, &CDrillDown::
 // Intended: the separator is " : ", unlike in DDNFrequency; scripts that find a table by its title depend on it.
 constexpr FrequencyRules ReviewFrequencies{&CDrillDown::Reviews, &CDrillDown::LongDescriptionReviews, " : "};
 
-constexpr int CountColumn = 0;
-constexpr int CumulativeCountColumn = 1;
-constexpr int PercentColumn = 2;
-constexpr int CumulativePercentColumn = 3;
-constexpr int DescriptionColumn = 4;
+constexpr std::size_t CountColumn = 0;
+constexpr std::size_t CumulativeCountColumn = 1;
+constexpr std::size_t PercentColumn = 2;
+constexpr std::size_t CumulativePercentColumn = 3;
+constexpr std::size_t DescriptionColumn = 4;
 constexpr std::size_t LongNameSize = 128;
 
 // Intended: a literal, unlike in the summary, whose column takes its name from the string table; translations of the
@@ -38,7 +40,7 @@ struct TableRows {
     ResultTable& Table;
     double Total;  ///< what the percents are of
     bool& AnyFractional;
-    int Row = 0;
+    std::size_t Row = 0;
     double Cumulative = 0.0;
 
     void Write(const std::string& name, double count) {
@@ -86,11 +88,11 @@ void WriteHeadings(CDrillDown& analysis, const FrequencyRules& rules, std::int16
     table.SetColumnName(CumulativeCountColumn, analysis.GetResourceString(CumulativeCountText));
     table.SetColumnName(PercentColumn, analysis.GetResourceString(PercentText));
     table.SetColumnName(CumulativePercentColumn, analysis.GetResourceString(CumulativePercentText));
-    table.SetColumnName(DescriptionColumn, DescriptionName);
 }
 
 void WriteDescriptions(CDrillDown& analysis, const Drill& record, ResultTable& table, char* label) {
-    int row = 0;
+    table.SetColumnName(DescriptionColumn, DescriptionName);
+    std::size_t row = 0;
     for (const Categories& category : record.CategorySet) {
         if (FindLongLabel(analysis, record, category, label)) {
             table.SetCellText(row, DescriptionColumn, label);
@@ -119,11 +121,11 @@ void WriteRows(CDrillDown& analysis, const Drill& record, ResultTable& table, bo
 
 /// False when memory for the descriptions is missing.
 bool ShowTable(CDrillDown& analysis, const FrequencyRules& rules, const Drill& record, bool& anyFractional) {
-    const int rows = static_cast<int>(record.CategorySet.size()) + (HasMissingRow(analysis, record) ? 1 : 0);
+    const std::size_t rows = record.CategorySet.size() + (HasMissingRow(analysis, record) ? 1 : 0);
     const bool described = (analysis.*rules.HasLongLabels)(record.VarNo, record.VarType) == 1;
     ResultTable table(analysis, rows, described ? DescriptionColumn + 1 : DescriptionColumn);
     if (described) {
-        HostBuffer<char> label(analysis, HostFieldSize);
+        const HostBuffer<char> label(analysis, NameFieldSize);
         if (!label) {
             return false;
         }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/HostBuffer.h"
 #include "results/tables/ResultTexts.h"
@@ -12,7 +13,7 @@ std::int16_t HasLongLabel(CDrillDown& analysis, const CDrillDown::DrillSet* set,
     if (type == ContinuousVariable) {
         return 0;
     }
-    HostBuffer<char> buffer(analysis, HostFieldSize);
+    HostBuffer<char> buffer(analysis, NameFieldSize);
     const auto record = analysis.LookFor(var, set);
     if (!buffer || record == set->end()) {
         return 0;

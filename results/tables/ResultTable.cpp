@@ -4,13 +4,14 @@
 #include <array>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 #include "engine/DrillDown.h"
 
 namespace {
 
 constexpr std::int32_t DefaultRowNameWidth = 12;
-constexpr std::size_t ColumnNameWidth = 8;
+constexpr std::size_t TextSize = ResultTable::TextWidth;
 constexpr std::size_t HeaderRowsOffset = 12;
 constexpr std::size_t HeaderColumnsOffset = 14;
 constexpr std::size_t HeaderFixedPart = 16;
@@ -48,9 +49,9 @@ void WriteCount(unsigned char* place, std::int32_t count) {
 
 }  // namespace
 
-ResultTable::ResultTable(CDrillDown& analysis, int rows, int columns)
-    : Rows(rows),
-      Cols(columns),
+ResultTable::ResultTable(CDrillDown& analysis, std::size_t rows, std::size_t columns)
+    : Rows(static_cast<std::int32_t>(rows)),
+      Cols(static_cast<std::int32_t>(columns)),
       RowNameWidth(analysis.Names.CaseNameWidth != 0 ? analysis.Names.CaseNameWidth : DefaultRowNameWidth),
       Title{},
       Analysis(analysis) {
@@ -68,9 +69,9 @@ bool ResultTable::Allocate() {
     const auto rows = static_cast<std::size_t>(Rows);
     const auto columns = static_cast<std::size_t>(Cols);
     const std::size_t cells = rows * columns;
-    const bool taken = Take(Analysis, Data, cells) && Take(Analysis, Text, cells * ColumnNameWidth) &&
-                       Take(Analysis, ColFormat, columns) && Take(Analysis, ColNames, columns * ColumnNameWidth + 1) &&
-                       Take(Analysis, ColLongNames, columns * ColumnNameWidth + 1) &&
+    const bool taken = Take(Analysis, Data, cells) && Take(Analysis, Text, cells * TextSize) &&
+                       Take(Analysis, ColFormat, columns) && Take(Analysis, ColNames, columns * TextSize + 1) &&
+                       Take(Analysis, ColLongNames, columns * TextSize + 1) &&
                        Take(Analysis, RowNames, rows * static_cast<std::size_t>(RowNameWidth) + 1) &&
                        Take(Analysis, Header, columns + HeaderFixedPart + (columns + 1) * (rows + 1) / 8);
     if (taken && cells != 0) {
@@ -91,16 +92,28 @@ void ResultTable::Release() {
 
 // Header is the array taken last, and never an empty one: where it is, all are.
 
-bool ResultTable::HoldsRow(int row) const {
-    return Header != nullptr && row >= 0 && row < Rows;
+bool ResultTable::HoldsRow(std::size_t row) const {
+    return Header != nullptr && row < static_cast<std::size_t>(Rows);
 }
 
-bool ResultTable::HoldsColumn(int column) const {
-    return Header != nullptr && column >= 0 && column < Cols;
+bool ResultTable::HoldsColumn(std::size_t column) const {
+    return Header != nullptr && column < static_cast<std::size_t>(Cols);
 }
 
-std::size_t ResultTable::Cell(int row, int column) const {
-    return static_cast<std::size_t>(column) * static_cast<std::size_t>(Rows) + static_cast<std::size_t>(row);
+std::size_t ResultTable::Cell(std::size_t row, std::size_t column) const {
+    return column * static_cast<std::size_t>(Rows) + row;
+}
+
+char* ResultTable::CellField(std::size_t row, std::size_t column) const {
+    return Text + Cell(row, column) * TextSize;
+}
+
+char* ResultTable::ColumnField(std::size_t column) const {
+    return ColNames + column * TextSize;
+}
+
+char* ResultTable::RowField(std::size_t row) const {
+    return RowNames + row * static_cast<std::size_t>(RowNameWidth);
 }
 
 void ResultTable::FillField(char* field, std::int32_t width, std::string text) {
@@ -119,33 +132,32 @@ void ResultTable::SetTitle(std::size_t line, const std::string& text) {
     }
 }
 
-void ResultTable::SetColumnName(int column, std::string text) {
+void ResultTable::SetColumnName(std::size_t column, std::string text) {
     if (HoldsColumn(column)) {
-        FillField(ColNames + static_cast<std::size_t>(column) * ColumnNameWidth, CellWidth, std::move(text));
+        FillField(ColumnField(column), CellWidth, std::move(text));
     }
 }
 
-void ResultTable::SetRowName(int row, std::string text) {
+void ResultTable::SetRowName(std::size_t row, std::string text) {
     if (HoldsRow(row)) {
-        FillField(RowNames + static_cast<std::size_t>(row) * static_cast<std::size_t>(RowNameWidth), RowNameWidth,
-                  std::move(text));
+        FillField(RowField(row), RowNameWidth, std::move(text));
     }
 }
 
-void ResultTable::SetCellText(int row, int column, std::string text) {
+void ResultTable::SetCellText(std::size_t row, std::size_t column, std::string text) {
     if (HoldsRow(row) && HoldsColumn(column)) {
-        FillField(Text + Cell(row, column) * ColumnNameWidth, CellWidth, std::move(text));
+        FillField(CellField(row, column), CellWidth, std::move(text));
         ColFormat[column] = TextColumn;
     }
 }
 
-void ResultTable::SetNumber(int row, int column, double value) {
+void ResultTable::SetNumber(std::size_t row, std::size_t column, double value) {
     if (HoldsRow(row) && HoldsColumn(column)) {
         Data[Cell(row, column)] = value;
     }
 }
 
-void ResultTable::ShowWhole(int column) {
+void ResultTable::ShowWhole(std::size_t column) {
     if (HoldsColumn(column)) {
         ColFormat[column] = static_cast<signed char>(-CellWidth);
     }
@@ -160,7 +172,7 @@ std::int16_t ResultTable::HandOver() {
     std::array<short, 3> status{0, 1, 1};
     return Analysis.looka4(Data, Text, ColFormat, ColNames, ColLongNames, RowNames, Title[0], Rows, Cols, Rows, Cols,
                            HeaderOffset, HeaderCount, RowNameWidth + FieldMargin, CellWidth + FieldMargin,
-                           static_cast<int>(TitleWidth), TitleMode, FirstRow, RowNameWidth, ColumnNameWidth, CellWidth,
+                           static_cast<int>(TitleWidth), TitleMode, FirstRow, RowNameWidth, TextWidth, CellWidth,
                            Options, 0, nullptr, nullptr, Header, &status[0], &status[1], &status[2]);
 }
 

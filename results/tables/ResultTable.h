@@ -6,8 +6,8 @@
 
 class CDrillDown;
 
-/// One spreadsheet on its way to the host: flat arrays in the layout of CAnalysisSupport::looka4, which a result
-/// fills and Output hands over. Arrays of cells lie column by column; texts stand in fixed fields padded with zeros.
+/// One spreadsheet on its way to the host: flat arrays in the layout that CAnalysisSupport::looka4 tells, which a
+/// result fills and Output hands over. Rows and columns count from 0.
 ///
 /// A text longer than its field goes in as its 8-byte key, cut to the field; trailing blanks belong to a text. Places
 /// outside the table are passed over. Without memory, and after Release, the table has no arrays: the writers do
@@ -16,23 +16,24 @@ class ResultTable {
   public:
     static constexpr std::size_t TitleLines = 3;
     static constexpr std::size_t TitleWidth = 80;
+    static constexpr std::int32_t TextWidth = 8;
 
     /// Takes the arrays from the host and clears the corner label of the next spreadsheet. The analysis outlives
     /// the table.
-    ResultTable(CDrillDown& analysis, int rows, int columns);
+    ResultTable(CDrillDown& analysis, std::size_t rows, std::size_t columns);
     ResultTable(const ResultTable&) = delete;
     ResultTable& operator=(const ResultTable&) = delete;
     ~ResultTable();
 
     /// One line of the title, from 0, cut to TitleWidth bytes.
     void SetTitle(std::size_t line, const std::string& text);
-    void SetColumnName(int column, std::string text);
-    void SetRowName(int row, std::string text);
+    void SetColumnName(std::size_t column, std::string text);
+    void SetRowName(std::size_t row, std::string text);
     /// A text cell, which makes its column a text column for good.
-    void SetCellText(int row, int column, std::string text);
-    void SetNumber(int row, int column, double value);
+    void SetCellText(std::size_t row, std::size_t column, std::string text);
+    void SetNumber(std::size_t row, std::size_t column, double value);
     /// Gives a column the display of whole numbers.
-    void ShowWhole(int column);
+    void ShowWhole(std::size_t column);
 
     /// Hands the table to the host and releases it. Gives the host's status; 0 without memory; 1, and hands nothing
     /// over, with Suppress 1.
@@ -45,7 +46,7 @@ class ResultTable {
     std::int32_t Rows;  ///< number of rows
     std::int32_t Cols;  ///< number of columns
     std::int32_t RowNameWidth;  ///< bytes of a row name: the table's case-name width, or 12
-    std::int32_t CellWidth = 8;  ///< bytes of a text cell and of a column name
+    std::int32_t CellWidth = TextWidth;  ///< bytes of a text cell and of a column name
     std::int32_t Options = 0x2401;  ///< handed to the host as it stands
     double* Data = nullptr;  ///< numbers; all bytes 0xFF: no number
     char* Text = nullptr;  ///< text cells
@@ -62,9 +63,12 @@ class ResultTable {
 
   private:
     [[nodiscard]] bool Allocate();
-    [[nodiscard]] bool HoldsRow(int row) const;
-    [[nodiscard]] bool HoldsColumn(int column) const;
-    [[nodiscard]] std::size_t Cell(int row, int column) const;
+    [[nodiscard]] bool HoldsRow(std::size_t row) const;
+    [[nodiscard]] bool HoldsColumn(std::size_t column) const;
+    [[nodiscard]] std::size_t Cell(std::size_t row, std::size_t column) const;
+    [[nodiscard]] char* CellField(std::size_t row, std::size_t column) const;
+    [[nodiscard]] char* ColumnField(std::size_t column) const;
+    [[nodiscard]] char* RowField(std::size_t row) const;
     void FillField(char* field, std::int32_t width, std::string text);
     [[nodiscard]] std::int16_t HandOver();
 

@@ -3,18 +3,27 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/NumberTexts.h"
 
 std::string NameField(CDrillDown& analysis, std::int16_t var) {
-    std::array<char, HostFieldSize> field{};
+    std::array<char, NameFieldSize> field{};
     analysis.getvn5(var, field.data());
     return field.data();
 }
 
 std::string ExpandedName(CDrillDown& analysis, std::int16_t var) {
-    std::string name = TrimBlanks(NameField(analysis, var));
+    std::array<char, NameFieldSize> field{};
+    return ExpandedName(analysis, var, field.data());
+}
+
+std::string ExpandedName(CDrillDown& analysis, std::int16_t var, char* field) {
+    std::fill_n(field, NameFieldSize, '\0');
+    analysis.getvn5(var, field);
+    std::string name = TrimBlanks(field);
     analysis.ExpandPossible8CharHash(name);
     return name;
 }
@@ -40,6 +49,6 @@ std::string FillFormat(const std::string& format, std::initializer_list<std::str
 }
 
 bool FindLongLabel(CDrillDown& analysis, const Drill& record, const Categories& category, char* buffer) {
-    std::fill_n(buffer, HostFieldSize, '\0');
+    std::fill_n(buffer, NameFieldSize, '\0');
     return analysis.RetrieveLongTextLabelAsHashedString(buffer, record.VarNo - 1, category.Upper) != 0;
 }

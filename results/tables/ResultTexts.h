@@ -8,15 +8,14 @@
 
 class CDrillDown;
 
-/// Room for a name or a label of the host: 8 bytes and a zero.
-inline constexpr std::size_t HostFieldSize = 9;
-
 /// Short name of a variable as the host's field has it: blanks stay, and a long name is its key.
 [[nodiscard]] std::string NameField(CDrillDown& analysis, std::int16_t var);
 
 /// Short name of a variable without blanks at both ends, its key expanded; formatting marks stay, unlike in
 /// CDrillDown::VariableDisplayName.
 [[nodiscard]] std::string ExpandedName(CDrillDown& analysis, std::int16_t var);
+/// The same, made in a work field of NameFieldSize bytes.
+[[nodiscard]] std::string ExpandedName(CDrillDown& analysis, std::int16_t var, char* field);
 
 /// A value as %f prints it, with a point whatever the locale of the host.
 [[nodiscard]] std::string SixDecimals(double value);
@@ -24,5 +23,5 @@ inline constexpr std::size_t HostFieldSize = 9;
 /// A text whose marks (% and a letter) are replaced by the values in turn.
 [[nodiscard]] std::string FillFormat(const std::string& format, std::initializer_list<std::string> values);
 
-/// Whether a category of a variable has a long label; its key then stands in `buffer` (HostFieldSize bytes).
+/// Whether a category of a variable has a long label; its key then stands in `buffer` (NameFieldSize bytes).
 [[nodiscard]] bool FindLongLabel(CDrillDown& analysis, const Drill& record, const Categories& category, char* buffer);

@@ -1,7 +1,7 @@
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <iterator>
-#include <string_view>
+#include <string>
 
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
@@ -33,14 +33,32 @@ enum class Place {
     Anywhere,
 };
 
+/// What a clause is put together from.
+enum class Piece {
+    None,  ///< fills the rest of a rule
+    LineFeed,
+    Name,  ///< of the variable
+    Category,  ///< name of the chosen category
+    Lower,  ///< its bounds
+    Upper,
+    Missing,  ///< the word
+    Equals,
+    Below,
+    UpTo,
+    Above,
+    From,
+};
+
 /// The clause of a step is that of the first rule that holds: its Method lies in FirstMethod .. LastMethod, its chosen
-/// category at Where. Marks in braces stand for the variable's name, the category's name and bounds, and "Missing".
+/// category at Where.
 struct ClauseRule {
     std::int32_t FirstMethod;
     std::int32_t LastMethod;
     Place Where;
-    const char* Pattern;
+    std::array<Piece, 6> Clause;
 };
+
+using enum Piece;
 
 // Intended: the operators differ between the methods, unlike a common form; each is the rule by which the drill
 // filter of that method admits a value, and what a reader takes from a caption depends on it.
@@ -48,17 +66,17 @@ struct ClauseRule {
 // users and scripts depend on it.
 // clang-format off
 constexpr std::array<ClauseRule, 10> ClauseRules{{
-    // From            To                 Where             Pattern
-    {DistinctValues,    UserIntervals,     Place::BehindEnd, "\n{name} = {missing}"},
-    {DistinctValues,    DistinctValues,    Place::Anywhere,  "\n{name} = {category}"},
-    {IntegerCategories, IntegerCategories, Place::Anywhere,  "\n{name} = {category}"},
-    {ExactIntervals,    NeatIntervals,     Place::OneValue,  "\n{name} = {upper}"},
-    {ExactIntervals,    NeatIntervals,     Place::Anywhere,  "\n{lower} < {name} <= {upper}"},
-    {StepIntervals,     StepIntervals,     Place::Last,      "\n{name} >= {lower}"},
-    {StepIntervals,     StepIntervals,     Place::Anywhere,  "\n{lower} <= {name} < {upper}"},
-    {UserIntervals,     UserIntervals,     Place::First,     "{name} <= {upper}"},
-    {UserIntervals,     UserIntervals,     Place::Last,      "\n{name} > {lower}"},
-    {UserIntervals,     UserIntervals,     Place::Anywhere,  "\n{lower} < {name} <= {upper}"},
+    // From            To                 Where             Clause
+    {DistinctValues,    UserIntervals,     Place::BehindEnd, {LineFeed, Name, Equals, Missing}},
+    {DistinctValues,    DistinctValues,    Place::Anywhere,  {LineFeed, Name, Equals, Category}},
+    {IntegerCategories, IntegerCategories, Place::Anywhere,  {LineFeed, Name, Equals, Category}},
+    {ExactIntervals,    NeatIntervals,     Place::OneValue,  {LineFeed, Name, Equals, Upper}},
+    {ExactIntervals,    NeatIntervals,     Place::Anywhere,  {LineFeed, Lower, Below, Name, UpTo, Upper}},
+    {StepIntervals,     StepIntervals,     Place::Last,      {LineFeed, Name, From, Lower}},
+    {StepIntervals,     StepIntervals,     Place::Anywhere,  {LineFeed, Lower, UpTo, Name, Below, Upper}},
+    {UserIntervals,     UserIntervals,     Place::First,     {Name, UpTo, Upper}},
+    {UserIntervals,     UserIntervals,     Place::Last,      {LineFeed, Name, Above, Lower}},
+    {UserIntervals,     UserIntervals,     Place::Anywhere,  {LineFeed, Lower, Below, Name, UpTo, Upper}},
 }};
 // clang-format on
 
@@ -81,16 +99,6 @@ bool StandsAt(const Drill& step, Place where) {
     return false;
 }
 
-/// Empty for an unknown method and for a place that is none.
-std::string_view PatternOf(const Drill& step) {
-    for (const ClauseRule& rule : ClauseRules) {
-        if (rule.FirstMethod <= step.Method && step.Method <= rule.LastMethod && StandsAt(step, rule.Where)) {
-            return rule.Pattern;
-        }
-    }
-    return {};
-}
-
 /// Intended: six decimals and no more, however fine the bound, unlike the names of categories; equal captions of equal
 /// subsets depend on a fixed form.
 std::string BoundText(double bound) {
@@ -100,32 +108,52 @@ std::string BoundText(double bound) {
     return text;
 }
 
-std::string MarkText(CDrillDown& analysis, const CaptionRules& rules, const Drill& step, std::string_view mark) {
-    if (mark == "name") {
-        return rules.VariableName(analysis, step.VarNo);
-    }
-    if (mark == "missing") {
-        return analysis.GetResourceString(MissingText);
-    }
-    const auto category = std::next(step.CategorySet.begin(), step.ChosenCategory);
-    if (mark == "category") {
-        return category->Name;
-    }
-    return BoundText(mark == "lower" ? category->Lower : category->Upper);
+/// The chosen category; the rules that ask for it hold only where there is one.
+const Categories& ChosenCategoryOf(const Drill& step) {
+    return *std::next(step.CategorySet.begin(), step.ChosenCategory);
 }
 
+std::string PieceText(CDrillDown& analysis, const CaptionRules& rules, const Drill& step, Piece piece) {
+    switch (piece) {
+        case None:
+            return "";
+        case LineFeed:
+            return "\n";
+        case Name:
+            return rules.VariableName(analysis, step.VarNo);
+        case Category:
+            return ChosenCategoryOf(step).Name;
+        case Lower:
+            return BoundText(ChosenCategoryOf(step).Lower);
+        case Upper:
+            return BoundText(ChosenCategoryOf(step).Upper);
+        case Missing:
+            return analysis.GetResourceString(MissingText);
+        case Equals:
+            return " = ";
+        case Below:
+            return " < ";
+        case UpTo:
+            return " <= ";
+        case Above:
+            return " > ";
+        case From:
+            return " >= ";
+    }
+    return "";
+}
+
+/// Empty for an unknown method and for a place that is none.
 std::string ClauseOf(CDrillDown& analysis, const CaptionRules& rules, const Drill& step) {
+    const auto rule = std::find_if(ClauseRules.begin(), ClauseRules.end(), [&](const ClauseRule& candidate) {
+        return candidate.FirstMethod <= step.Method && step.Method <= candidate.LastMethod &&
+               StandsAt(step, candidate.Where);
+    });
     std::string clause;
-    std::string_view rest = PatternOf(step);
-    while (!rest.empty()) {
-        const std::size_t open = rest.find('{');
-        clause += rest.substr(0, open);
-        if (open == std::string_view::npos) {
-            break;
+    if (rule != ClauseRules.end()) {
+        for (const Piece piece : rule->Clause) {
+            clause += PieceText(analysis, rules, step, piece);
         }
-        const std::size_t close = rest.find('}', open);
-        clause += MarkText(analysis, rules, step, rest.substr(open + 1, close - open - 1));
-        rest.remove_prefix(close + 1);
     }
     return clause;
 }

@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <iterator>
 #include <string_view>
 
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/HostBuffer.h"
 #include "resources/StringTable.h"
@@ -11,8 +13,8 @@
 
 namespace {
 
-constexpr int CategoryColumn = 0;
-constexpr int DescriptionColumn = 1;
+constexpr std::size_t CategoryColumn = 0;
+constexpr std::size_t DescriptionColumn = 1;
 constexpr std::size_t CornerTextWidth = 12;
 
 /// Intended: every category of every step counts, of continuous variables too, unlike in LongDescription, and not the
@@ -30,25 +32,27 @@ void WriteCorner(CDrillDown& analysis) {
     std::memcpy(analysis.Table.CornerLabel, text.data(), std::min(text.size(), CornerTextWidth));
 }
 
-void WriteHeadings(CDrillDown& analysis, ResultTable& table) {
+void WriteHeadings(CDrillDown& analysis, bool described, ResultTable& table) {
     table.SetTitle(0, analysis.GetResourceString(SummaryTitleText));
     WriteCorner(analysis);
     table.SetColumnName(CategoryColumn, analysis.GetResourceString(CategoryText));
-    // Intended: a text of the string table, unlike in the frequency tables, which have a literal; translations of the
-    // table reach this column alone.
-    table.SetColumnName(DescriptionColumn, analysis.GetResourceString(DescriptionText));
+    if (described) {
+        // Intended: a text of the string table, unlike in the frequency tables, which have a literal; translations of
+        // the table reach this column alone.
+        table.SetColumnName(DescriptionColumn, analysis.GetResourceString(DescriptionText));
+    }
 }
 
-/// A chosen place that is neither in the set nor behind its end leaves the row without a category.
-void WriteStep(CDrillDown& analysis, ResultTable& table, int row, const Drill& step, char* label) {
-    table.SetRowName(row, ExpandedName(analysis, step.VarNo));
+/// A chosen place that is neither in the set nor behind its end leaves the row without a category. Without a `label`
+/// to work in, there are no descriptions.
+void WriteCategory(CDrillDown& analysis, ResultTable& table, std::size_t row, const Drill& step, char* label) {
     const auto size = static_cast<std::int32_t>(step.CategorySet.size());
     if (step.ChosenCategory == size) {
         table.SetCellText(row, CategoryColumn, analysis.GetResourceString(MissingText));
     } else if (step.ChosenCategory >= 0 && step.ChosenCategory < size) {
         const auto chosen = std::next(step.CategorySet.begin(), step.ChosenCategory);
         table.SetCellText(row, CategoryColumn, chosen->Name);
-        if (table.Cols > DescriptionColumn && FindLongLabel(analysis, step, *chosen, label)) {
+        if (label != nullptr && FindLongLabel(analysis, step, *chosen, label)) {
             table.SetCellText(row, DescriptionColumn, label);
         }
     }
@@ -59,16 +63,18 @@ void WriteStep(CDrillDown& analysis, ResultTable& table, int row, const Drill& s
 // Intended: no result prologue and no look at the number of cases, unlike in every other table; the summary depends on
 // the steps alone and can be shown for an empty subset.
 std::int16_t CDrillDown::DDNSummary(HWND) {
-    HostBuffer<char> label(*this, HostFieldSize);
-    if (!label) {
+    const HostBuffer<char> label(*this, NameFieldSize);
+    const HostBuffer<char> name(*this, NameFieldSize);
+    if (!label || !name) {
         return 0;
     }
     const bool described = AnyLongLabel(*this, label.data());
-    ResultTable table(*this, GetDrillUpsSize(), described ? 2 : 1);
-    WriteHeadings(*this, table);
-    int row = 0;
+    ResultTable table(*this, DrillUps->size(), described ? 2 : 1);
+    WriteHeadings(*this, described, table);
+    std::size_t row = 0;
     for (const Drill& step : *DrillUps) {
-        WriteStep(*this, table, row++, step, label.data());
+        table.SetRowName(row, ExpandedName(*this, step.VarNo, name.data()));
+        WriteCategory(*this, table, row++, step, described ? label.data() : nullptr);
     }
     // Intended: nothing is shown without rows, unlike the frequency tables; a call without a step depends on being
     // silent.

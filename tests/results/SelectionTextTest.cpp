@@ -1,7 +1,6 @@
 #include "tests/results/ResultsBench.h"
 
-namespace quillara {
-namespace {
+namespace drilltest {
 
 class SelectionTextTest : public ResultsBench {
   protected:
@@ -10,92 +9,74 @@ class SelectionTextTest : public ResultsBench {
         Choose({"x", "y", "a longer name"});
     }
 
-    /// A step on x or another variable among the categories (-1.5, 0], (0, 2.5], (2.5, 1e6], of which `size` are there.
+    /// A step on a variable that has the first `size` of three categories.
     void Step(std::int32_t method, int size, int chosen, double max = 9, const std::string& name = "x") {
-        const Categories all[]{{1, 1, 0, "low", -1.5}, {1, 1, 2.5, "mid", 0}, {1, 1, 1e6, "high", 2.5}};
-        ::Drill step(Number(name), 1, static_cast<std::int16_t>(-Analysis().GetDrillUpsSize()), name);
+        const Categories all[]{
+            {1, 1, 1e-7, "low", -1.5}, {1, 1, 2.1234567, "mid", 1e-7}, {1, 1, 1e20, "high", 2.1234567}};
+        Drill step(Number(name), 1, static_cast<std::int16_t>(-Analysis().GetDrillUpsSize()), name);
         step.Method = method;
         step.Max = max;
         step.ChosenCategory = chosen;
         step.CategorySet.insert(all, all + size);
         Analysis().DrillUps->insert(step);
     }
-
-    std::string ClauseOf(std::int32_t method, int size, int chosen, double max = 9) {
-        Analysis().DrillUps->clear();
-        Step(method, size, chosen, max);
-        return LongTextOf(Analysis().DrillString()).substr(std::string("N Total: 4, Selected: 3").size());
-    }
 };
 
 TEST_F(SelectionTextTest, CountsTheValidCasesOfTheFirstVariable) {
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 3");  // one case of x is missing
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 3");  // one case of x is missing
     Choose({"y", "x"});
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 4");
-    Drill("y", 3);
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 1\ny = 4");
-}
-
-TEST_F(SelectionTextTest, CountsTheFirstReviewVariableWithoutDrillVariables) {
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 4");
+    Down("y", "4");
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 1\ny = 4");
+    Analysis().DrillUps->clear();
     Analysis().DrillDowns->clear();
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 0");
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 0");
     Review({"x"});
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 3");
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 3");
 }
 
-TEST_F(SelectionTextTest, EachMethodHasItsClauses) {
-    for (const int method : {0, 4}) {
-        EXPECT_EQ(ClauseOf(method, 3, 1), "\nx = mid");
-    }
-    for (const int method : {1, 2}) {
-        EXPECT_EQ(ClauseOf(method, 3, 0), "\n-1.5 < x <= 0");
-        EXPECT_EQ(ClauseOf(method, 3, 2), "\n2.5 < x <= 1000000");
-        EXPECT_EQ(ClauseOf(method, 3, 1, 0.0), "\nx = 2.5");  // a single value: Min and Max are 0
-    }
-    EXPECT_EQ(ClauseOf(3, 3, 0), "\n-1.5 <= x < 0");
-    EXPECT_EQ(ClauseOf(3, 3, 2), "\nx >= 2.5");
-    EXPECT_EQ(ClauseOf(3, 1, 0), "\nx >= -1.5");
-    EXPECT_EQ(ClauseOf(5, 3, 1), "\n0 < x <= 2.5");
-    EXPECT_EQ(ClauseOf(5, 3, 2), "\nx > 2.5");
-}
-
-TEST_F(SelectionTextTest, FirstUserIntervalContinuesTheLineBefore) {
-    EXPECT_EQ(ClauseOf(5, 3, 0), "x <= 0");
-    EXPECT_EQ(ClauseOf(5, 1, 0), "x <= 0");
-    Step(5, 3, 0, 9, "y");
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()), "N Total: 4, Selected: 3y <= 0x <= 0");
-}
-
-TEST_F(SelectionTextTest, MissingAndOtherPlacesDontDependOnTheMethod) {
-    for (int method = 0; method <= 5; ++method) {
-        EXPECT_EQ(ClauseOf(method, 3, 3), "\nx = Missing");
-        EXPECT_EQ(ClauseOf(method, 0, 0), "\nx = Missing");
-        EXPECT_EQ(ClauseOf(method, 3, 4), "");
-        EXPECT_EQ(ClauseOf(method, 3, -1), "");
-    }
-    EXPECT_EQ(ClauseOf(6, 3, 1), "");
-    EXPECT_EQ(ClauseOf(6, 3, 3), "");
-}
-
-TEST_F(SelectionTextTest, BoundsShowSixDecimals) {
-    Step(2, 1, 0);
-    const auto show = [this](double upper) {
-        Editable(*Analysis().DrillUps->begin()).CategorySet = {Categories{1, 1, upper, "", upper - 1}};
-        const std::string text = LongTextOf(Analysis().DrillString());
-        return text.substr(text.find("<= ") + 3);
+TEST_F(SelectionTextTest, ClausesFollowTheMethodAndThePlace) {
+    const struct {
+        std::int32_t FirstMethod, LastMethod;
+        int Size, Chosen;
+        double Max;  // Min is 0
+        const char* Clause;
+    } rows[] = {
+        {0, 5, 3, 3, 9, "\nx = Missing"},
+        {0, 5, 0, 0, 9, "\nx = Missing"},
+        {0, 5, 3, 4, 9, ""},
+        {0, 5, 3, -1, 9, ""},
+        {6, 6, 3, 1, 9, ""},
+        {6, 6, 3, 3, 9, ""},
+        {0, 0, 3, 1, 9, "\nx = mid"},
+        {4, 4, 3, 1, 9, "\nx = mid"},
+        {1, 2, 3, 0, 9, "\n-1.5 < x <= 0"},
+        {1, 2, 3, 2, 9, "\n2.123457 < x <= 100000000000000000000"},
+        {1, 2, 3, 1, 0, "\nx = 2.123457"},
+        {3, 3, 3, 0, 9, "\n-1.5 <= x < 0"},
+        {3, 3, 3, 2, 9, "\nx >= 2.123457"},
+        {3, 3, 1, 0, 9, "\nx >= -1.5"},
+        {5, 5, 3, 0, 9, "x <= 0"},  // continues the line before
+        {5, 5, 1, 0, 9, "x <= 0"},
+        {5, 5, 3, 1, 9, "\n0 < x <= 2.123457"},
+        {5, 5, 3, 2, 9, "\nx > 2.123457"},
     };
-    EXPECT_EQ(show(0.0000001), "0");
-    EXPECT_EQ(show(10), "10");
-    EXPECT_EQ(show(0.1234567), "0.123457");
-    EXPECT_EQ(show(1e20), "100000000000000000000");
+    for (const auto& row : rows) {
+        for (std::int32_t method = row.FirstMethod; method <= row.LastMethod; ++method) {
+            Analysis().DrillUps->clear();
+            Step(method, row.Size, row.Chosen, row.Max);
+            EXPECT_EQ(Caption(), std::string("N Total: 4, Selected: 3") + row.Clause) << "method " << method;
+        }
+    }
 }
 
-TEST_F(SelectionTextTest, NamesAreRawInTheOneCaptionAndWholeInTheOther) {
+TEST_F(SelectionTextTest, NewestStepIsFirstAndNamesAreRawInTheOneCaptionAndWholeInTheOther) {
+    Step(0, 3, 1);
+    Step(5, 3, 0, 9, "y");
     Step(0, 3, 1, 9, "a longer name");
-    EXPECT_EQ(LongTextOf(Analysis().DrillString()),
-              "N Total: 4, Selected: 3\n" + LongTextKey("a longer name") + " = mid");
-    EXPECT_EQ(LongTextOf(Analysis().ScatterDrillString()), "N Total: 4, Selected: 3\na longer name = mid");
+    EXPECT_EQ(Caption(), "N Total: 4, Selected: 3\n" + LongTextKey("a longer name") + " = midy <= 0\nx = mid");
+    EXPECT_EQ(LongTextOf(Analysis().ScatterDrillString()),
+              "N Total: 4, Selected: 3\na longer name = midy <= 0\nx = mid");
 }
 
-}  // namespace
-}  // namespace quillara
+}  // namespace drilltest

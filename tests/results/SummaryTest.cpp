@@ -1,58 +1,61 @@
 #include "tests/results/ResultsBench.h"
 
-namespace quillara {
-namespace {
+namespace drilltest {
 
 class SummaryTest : public ResultsBench {
   protected:
+    static constexpr char Plain[] = "Summary of drill-down analysis\nVariable | Category\n";
+    static constexpr char Described[] = "Summary of drill-down analysis\nVariable | Category | Description\n";
+
     void SetUp() override {
-        Variable group = Numbers("group", {1, 2, NA, 2});
-        group.Labels[1] = {"a long label", ""};
-        group.Labels[2] = {"two", "The second group"};
-        Open({group, Numbers("a longer name", {5, 6, 7, 6})});
+        Group.Labels = {{1, {"a long label", ""}}, {2, {"two", "The second group"}}};
+        Open({Group, Numbers("a longer name", {5, 6, 7, 6})});
     }
-    std::string Summary() { return Analysis().DDNSummary(nullptr) == 1 ? Sheets() : "refused"; }
+    std::string Summary() { return Show(&CDrillDown::DDNSummary); }
+
+    quillara::Variable Group = Numbers("group", {1, 2, NA, 2});
 };
 
 TEST_F(SummaryTest, ListsStepsNewestFirst) {
     Choose({"a longer name", "group"});
     EXPECT_EQ(Summary(), "");
-    Drill("a longer name", 1);
-    EXPECT_EQ(Summary(), "Summary of drill-down analysis\nVariable | Category\na longer name | '6'\n");
-    Drill("group", 0);
-    EXPECT_EQ(Summary(),
-              "Summary of drill-down analysis\nVariable | Category | Description\n"
-              "group | 'two' | 'The second group'\na longer name | '6' | \n");
-    Analysis().SetCurrentUp(Number("a longer name"));
-    Analysis().MoveBackToDrillDowns();
-    EXPECT_EQ(Summary(),
-              "Summary of drill-down analysis\nVariable | Category | Description\n"
-              "group | 'two' | 'The second group'\n");
+    Down("a longer name", "6");
+    EXPECT_EQ(Summary(), std::string(Plain) + "a longer name | '6'\n");
+    Down("group", "two");
+    EXPECT_EQ(Summary(), std::string(Described) + "group | 'two' | 'The second group'\na longer name | '6' | \n");
+    Up("a longer name");
+    EXPECT_EQ(Summary(), std::string(Described) + "group | 'two' | 'The second group'\n");
 }
 
 TEST_F(SummaryTest, AnyDescribedValueGivesTheColumnAlsoToContinuousSteps) {
     Choose({}, {"group"});
-    Record(Analysis().DrillDowns, "group").Method = 4;
-    Analysis().ReadAfterDrill(0);
-    const std::string head = "Summary of drill-down analysis\nVariable | Category | Description\n";
-    Drill("group", 0);
-    EXPECT_EQ(Summary(), head + "group | 'a long label' | \n");
-    ::Drill& step = Record(Analysis().DrillUps, "group");
-    step.ChosenCategory = 2;
-    EXPECT_EQ(Summary(), head + "group | 'Missing' | \n");
-    step.ChosenCategory = 3;
-    EXPECT_EQ(Summary(), head + "group |  | \n");
+    Categorize("group", [](Drill& group) { group.Method = 4; });
+    Down("group", "a long label");
+    EXPECT_EQ(Summary(), std::string(Described) + "group | 'a long label' | \n");
+    for (const auto& [chosen, row] : {std::pair{2, "group | 'Missing' | \n"}, {3, "group |  | \n"}}) {
+        RecordIn(*Analysis().DrillUps, "group").ChosenCategory = chosen;
+        EXPECT_EQ(Summary(), Described + std::string(row));
+    }
 }
 
 TEST_F(SummaryTest, IsShownForAnEmptySubsetAndRunsNoPass) {
     Choose({"group"});
-    Drill("group", 0);
+    Down("group", "two");
     Analysis().ValidVar = 0;
     Analysis().DataChanged = 1;
-    EXPECT_NE(Summary(), "refused");
+    EXPECT_EQ(Summary(), std::string(Described) + "group | 'two' | 'The second group'\n");
     EXPECT_EQ(Analysis().DataChanged, 1);
-    EXPECT_TRUE(Messages.empty());
+    EXPECT_TRUE(TakeMessages().empty());
 }
 
-}  // namespace
-}  // namespace quillara
+TEST_F(SummaryTest, RowNamesStayWholeBesideShortCaseNames) {
+    quillara::DataTable table = TableOf({Numbers("a longer name", {5, 6, 6}), Numbers("twelve bytes", {1, 1, 1})});
+    table.CaseNames = {"c1", "c2", "c3"};
+    Open(table);
+    Choose({"a longer name", "twelve bytes"});
+    Down("a longer name", "6");
+    Down("twelve bytes", "1");
+    EXPECT_EQ(Summary(), std::string(Plain) + "twelve bytes | '1'\na longer name | '6'\n");
+}
+
+}  // namespace drilltest

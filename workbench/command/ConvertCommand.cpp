@@ -18,8 +18,7 @@ struct ConvertOptions {
 void Run(const ConvertOptions& options) {
     const DataTable table = ReadDataFile(options.Input, options.Reading);
     const InterruptibleWork work;
-    WriteDataFile(table, options.Output);
-    InterruptibleWork::Finish();
+    WriteDataFile(table, options.Output, [] { return InterruptFlag().load(); });
 }
 
 }  // namespace

@@ -2,10 +2,9 @@
 
 #include <atomic>
 
-namespace quillara {
+#include "workbench/data/Errors.h"
 
-/// Thrown where work ends because the user pressed Ctrl-C. The program ends with status 130.
-struct Interrupted {};
+namespace quillara {
 
 /// From now on Ctrl-C ends the program with status 130: at once, or, within an InterruptibleWork, when the work asks.
 void WatchForInterrupt();

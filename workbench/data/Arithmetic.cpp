@@ -45,7 +45,7 @@ struct Arithmetic::Engine {
 };
 
 std::string ArithmeticName(std::size_t variable) {
-    return "v" + std::to_string(variable);
+    return std::string("v").append(std::to_string(variable));
 }
 
 Arithmetic::Arithmetic(const DataTable& table, const ArithmeticText& text) : Computing(std::make_unique<Engine>()) {

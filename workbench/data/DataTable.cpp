@@ -9,6 +9,9 @@
 namespace quillara {
 namespace {
 
+/// Results have row names as wide as the case names; narrower ones would cut what they show.
+constexpr std::size_t RowNameWidth = 12;
+
 constexpr std::size_t MostVariables = 32766;
 constexpr std::size_t MostCases = 2147483646;
 
@@ -78,7 +81,10 @@ std::size_t DataTable::IndexOf(std::string_view name) const {
 }
 
 std::size_t DataTable::CaseNameWidth() const {
-    std::size_t width = 0;
+    if (CaseNames.empty()) {
+        return 0;
+    }
+    std::size_t width = RowNameWidth;
     for (const std::string& name : CaseNames) {
         width = std::max(width, name.size());
     }

@@ -17,4 +17,10 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// The user ended the work before it was done; nothing was changed. The program ends with status 130.
+class Interrupted : public std::runtime_error {
+  public:
+    Interrupted() : std::runtime_error("Interrupted.") {}
+};
+
 }  // namespace quillara

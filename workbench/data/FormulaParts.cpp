@@ -33,11 +33,14 @@ struct TimeNotation {
     ValueKind Kind;
     std::optional<double> (*Read)(std::string_view text);
     std::string_view Advice;
+    std::string_view Request;  ///< how it is asked for where a number stands
 };
 
 constexpr std::array<TimeNotation, 2> TimeNotations = {{
-    {ValueKind::Date, DaysFromText, "isn't a day of the calendar written as YYYY-MM-DD"},
-    {ValueKind::TimeOfDay, SecondsFromText, "isn't a time written as HH:MM:SS"},
+    {ValueKind::Date, DaysFromText, "isn't a day of the calendar written as YYYY-MM-DD",
+     "is a date: write the day in quotes, as \"2020-01-01\""},
+    {ValueKind::TimeOfDay, SecondsFromText, "isn't a time written as HH:MM:SS",
+     "is a time: write it in quotes, as \"13:45:00\""},
 }};
 
 const TimeNotation* NotationOf(const Variable& variable) {
@@ -125,6 +128,20 @@ SelectionStep LabelTestOf(const FormulaContext& context, const VariablePart& par
     return LabelTest{part.Variable, BearersOf(variable, label), between == Relation::Equal};
 }
 
+bool HoldsVariable(const FormulaPart& part) {
+    const auto* arithmetic = std::get_if<ArithmeticText>(&part.Content);
+    return Is<VariablePart>(part) || (arithmetic != nullptr && !arithmetic->Variables.empty());
+}
+
+/// A number beside a point in time is a mistake: 2020-01-01 without quotes is 2018.
+void RefuseNumberBesideTime(const FormulaContext& context, const FormulaPart& time, const FormulaPart& other) {
+    const Variable* variable = VariableOf(context, time);
+    const TimeNotation* notation = variable == nullptr ? nullptr : NotationOf(*variable);
+    if (notation != nullptr && !HoldsVariable(other)) {
+        Refuse(context, other.Offset, '"' + variable->Name + "\" " + std::string(notation->Request));
+    }
+}
+
 /// Puts the number of a point in time in place of its text.
 void ReadTime(const FormulaContext& context, const TimeNotation& notation, FormulaPart& quoted) {
     const std::string& text = std::get<QuotedPart>(quoted.Content).Text;
@@ -178,6 +195,9 @@ SelectionStep ComparisonOf(const FormulaContext& context, FormulaPart left, cons
         } else {
             Refuse(context, quoted.Offset, variable->Name + " has no labels: compare it with a number, without quotes");
         }
+    } else {
+        RefuseNumberBesideTime(context, left, right);
+        RefuseNumberBesideTime(context, right, left);
     }
     return Comparison{RelationOf(relation), OperandOf(context, left), OperandOf(context, right)};
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <span>
 
 namespace quillara {
 namespace {
@@ -28,6 +29,18 @@ constexpr std::array<SignSpelling, 14> Signs = {{
     {"/", "/"},
     {"(", "("},
     {")", ")"},
+}};
+
+/// Signs of other languages, and what stands for them here.
+constexpr std::array<SignSpelling, 8> ForeignSigns = {{
+    {"'", "a text stands in \"double quotes\""},
+    {"&&", "write and"},
+    {"&", "write and"},
+    {"||", "write or"},
+    {"|", "write or"},
+    {"!", "write not"},
+    {",", "the decimal point is ."},
+    {"]", "the name begins with ["},
 }};
 
 bool IsBlank(char letter) {
@@ -115,16 +128,29 @@ class Scanner {
     }
 
     Token Sign() {
-        const std::string_view rest = Formula.substr(Offset);
-        const auto* sign = std::ranges::find_if(
-            Signs, [&](const SignSpelling& spelling) { return rest.starts_with(spelling.Written); });
-        if (sign == Signs.end()) {
-            throw UnreadableAt(Formula, Begin,
-                               std::string("unknown sign ") + rest.front() +
-                                   " (a name that is no plain word stands in [square brackets], a text in \"quotes\")");
+        const SignSpelling* sign = Spelling(Signs);
+        if (sign == nullptr) {
+            RefuseSign();
         }
         Offset += sign->Written.size();
         return Finished(TokenKind::Sign, std::string(sign->Meant));
+    }
+
+    /// The spelling that stands here; null when there is none.
+    [[nodiscard]] const SignSpelling* Spelling(std::span<const SignSpelling> spellings) const {
+        const std::string_view rest = Formula.substr(Offset);
+        const auto found = std::ranges::find_if(
+            spellings, [&](const SignSpelling& spelling) { return rest.starts_with(spelling.Written); });
+        return found == spellings.end() ? nullptr : &*found;
+    }
+
+    [[noreturn]] void RefuseSign() const {
+        const SignSpelling* foreign = Spelling(ForeignSigns);
+        const std::string sign(foreign == nullptr ? Formula.substr(Offset, 1) : foreign->Written);
+        const std::string advice(foreign == nullptr ? "a name that is no plain word stands in [square brackets], a "
+                                                      "text in \"quotes\""
+                                                    : foreign->Meant);
+        throw UnreadableAt(Formula, Begin, "unknown sign " + sign + " (" + advice + ")");
     }
 
     std::string_view Formula;

@@ -1,25 +1,12 @@
+#include "workbench/data/ExactNumbers.h"
 #include "workbench/documents/DocumentViews.h"
-#include "workbench/documents/NumberTexts.h"
 #include "workbench/documents/ShownText.h"
+#include "workbench/formats/DelimitedText.h"
 
 namespace quillara {
 namespace {
 
 using Record = std::vector<std::string>;
-
-std::string FieldOf(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) {
-        return text;
-    }
-    std::string field = "\"";
-    for (const char character : text) {
-        field += character;
-        if (character == '"') {
-            field += character;
-        }
-    }
-    return field + '"';
-}
 
 std::string RecordText(const Record& record) {
     const bool looksEmpty = record.size() == 1 && record.front().empty();
@@ -29,7 +16,7 @@ std::string RecordText(const Record& record) {
     std::string text;
     for (const std::string& field : record) {
         text += &field == &record.front() ? "" : ",";
-        text += FieldOf(field);
+        text += QuotedField(field);
     }
     return text + '\n';
 }

@@ -4,7 +4,8 @@
 
 namespace quillara {
 
-/// The style sheet of the page that HtmlView makes. A table cell of class "share" shows its custom property --share,
+/// The style sheet of the page that HtmlView makes. Where a table's box is narrow, names of rows wrap and bars shrink
+/// before the box scrolls. A table cell of class "share" shows its custom property --share,
 /// 0 to 100, as a bar beside its number.
 inline constexpr std::string_view htmlStyle = R"css(
 :root {
@@ -43,27 +44,28 @@ a:hover, a:focus-visible { text-decoration: underline; }
 .contents summary { cursor: pointer; font-weight: 600; }
 .contents ul { margin: .3rem 0 .9rem; padding: 0; list-style: none; }
 .contents li { margin: .3rem 0; line-height: 1.35; overflow-wrap: anywhere; }
+.kind { color: var(--soft); }
 .contents li li { padding-left: .8rem; border-left: 2px solid var(--faint); }
 main { min-width: 0; padding: 1.5rem 2rem 4rem; }
 section + section { margin-top: 3rem; }
 h2 { margin: 0 0 1.25rem; padding-bottom: .4rem; border-bottom: 2px solid var(--line); font-size: 1.25rem;
   overflow-wrap: anywhere; }
-.result { max-width: 100%; margin: 0 0 2.25rem; overflow-x: auto; }
+.result { container-type: inline-size; margin: 0 0 2.25rem; overflow-x: auto; }
 table { border-collapse: collapse; font-variant-numeric: tabular-nums lining-nums; }
 caption { padding-bottom: .6rem; text-align: left; }
-.caption { position: sticky; left: 0; width: max-content; max-width: min(60rem, calc(100vw - 2.5rem)); }
+.caption { position: sticky; left: 0; width: max-content; max-width: min(60rem, 100cqi); }
 caption h3 { margin: 0; font-size: 1.05rem; line-height: 1.35; overflow-wrap: anywhere; }
 caption p { margin: 0; color: var(--soft); font-size: .875rem; overflow-wrap: anywhere; }
 th, td { padding: .3rem .8rem; text-align: right; vertical-align: baseline; border-bottom: 1px solid var(--faint); }
 thead th, thead td { vertical-align: bottom; border-bottom: 1px solid var(--soft); line-height: 1.25; }
 thead th { font-size: .875rem; font-weight: 600; white-space: nowrap; }
 th[scope=row] {
-  position: sticky; left: 0; min-width: 7rem; background: var(--page); font-weight: 500; white-space: nowrap;
+  position: sticky; left: 0; min-width: 7rem; background: var(--page); font-weight: 500; overflow-wrap: break-word;
 }
 th:first-child, td:first-child { padding-left: 0; }
 th[scope=row], .corner, .text { text-align: left; }
 td { white-space: nowrap; }
-th[scope=row].long { min-width: 14rem; max-width: 24rem; white-space: normal; overflow-wrap: anywhere; }
+th[scope=row].long { min-width: 14rem; max-width: 24rem; overflow-wrap: anywhere; }
 td.long { min-width: 18rem; max-width: 36rem; white-space: normal; overflow-wrap: anywhere; }
 td.share {
   padding-left: 5.6rem; background-repeat: no-repeat; background-position: .8rem .78rem;
@@ -80,14 +82,28 @@ tbody tr:hover > * { background-color: var(--panel); }
     background: var(--panel); }
   main { padding: 1.25rem 1.25rem 3rem; }
 }
-@media (max-width: 40rem) {
+@container (max-width: 56rem) {
+  th, td { padding: .3rem .5rem; }
+  td.share { padding-left: 3.25rem; background-position: .5rem .78rem;
+    background-size: calc(var(--share) * .0225rem) .55rem, 2.25rem .55rem; }
+}
+@container (max-width: 45rem) {
   table { font-size: .875rem; }
-  thead th { font-size: .8125rem; }
-  th, td { padding: .3rem .4rem; }
-  th[scope=row] { min-width: 4rem; max-width: 11rem; white-space: normal; overflow-wrap: break-word; }
-  th[scope=row].long { min-width: 8rem; max-width: 11rem; }
-  td.share { padding-left: 2.9rem; background-position: .4rem .72rem;
-    background-size: calc(var(--share) * .0225rem) .5rem, 2.25rem .5rem; }
+  thead th { font-size: .8125rem; white-space: normal; }
+  th, td { padding: .3rem .35rem; }
+  th[scope=row] { min-width: 4rem; max-width: 11rem; }
+  th[scope=row].long { min-width: 8rem; }
+  td.share { padding-left: 2.2rem; background-position: .35rem .72rem;
+    background-size: calc(var(--share) * .015rem) .5rem, 1.5rem .5rem; }
+}
+@container (max-width: 30rem) {
+  table, thead th { font-size: .8125rem; }
+  th, td { padding: .3rem .25rem; }
+  th[scope=row] { min-width: 0; }
+  td.share { padding-left: .25rem; background-image: none; }
+}
+@media (max-width: 30rem) {
+  .page-head, .contents, main { padding-left: .75rem; padding-right: .75rem; }
 }
 @media print {
   :root {
@@ -98,8 +114,9 @@ tbody tr:hover > * { background-color: var(--panel); }
   .contents { display: none; }
   .layout { display: block; }
   .page-head, main { padding-left: 0; padding-right: 0; }
-  .result { overflow: visible; }
+  .result { container-type: normal; overflow: visible; }
   .caption, th[scope=row] { position: static; }
+  .caption { max-width: 40rem; }
   td.long { min-width: 0; }
   caption, h2 { break-after: avoid; }
   tr { break-inside: avoid; }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "workbench/data/ExactNumbers.h"
 #include "workbench/documents/DocumentViews.h"
 #include "workbench/documents/HtmlStyle.h"
 #include "workbench/documents/NumberTexts.h"
@@ -68,11 +69,24 @@ std::string CaptionOf(const ShownTable& table) {
     return Element("caption", "", Element("div", "class=\"caption\"", text)) + '\n';
 }
 
+/// A name that may be broken, where its column is narrow, at places without a blank: household_|size, Percent|(%),
+/// 10|<=x.
+std::string BreakableName(std::string_view name) {
+    std::string result;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const std::string_view rest = name.substr(i);
+        const bool isBreak = rest.starts_with('(') || rest.starts_with("<=") || name.substr(0, i).ends_with('_');
+        result += i > 0 && isBreak ? "<wbr>" : "";
+        result += Escaped(rest.substr(0, 1));
+    }
+    return result;
+}
+
 std::string ColumnName(const ShownColumn& column) {
     std::string name;
     for (const std::string& line : column.NameLines) {
         name += name.empty() ? "" : "<br>";
-        name += Escaped(line);
+        name += BreakableName(line);
     }
     return name;
 }
@@ -103,7 +117,7 @@ std::string CellAttributes(const ShownCell& cell, const ShownColumn& column) {
 
 std::string BodyRow(const ShownTable& table, const ShownRow& row) {
     std::string text =
-        Element("th", IsLong(row.Name) ? "scope=\"row\" class=\"long\"" : "scope=\"row\"", Escaped(row.Name));
+        Element("th", IsLong(row.Name) ? "scope=\"row\" class=\"long\"" : "scope=\"row\"", BreakableName(row.Name));
     for (std::size_t i = 0; i < row.Cells.size(); ++i) {
         const ShownCell& cell = row.Cells[i];
         text += Element("td", CellAttributes(cell, table.Columns[i]), Escaped(cell.Text));
@@ -147,15 +161,38 @@ std::string Counted(int count, const std::string& noun) {
 
 std::string PageHead(const OutputCollection& outputs) {
     const std::string size = Counted(outputs.Cases, "case") + ", " + Counted(outputs.Variables, "variable");
-    const std::string name = Element("h1", "", Escaped(ShownLine(outputs.FileName)));
-    return Element("header", "class=\"page-head\"", name + Element("p", "", size) + '\n' + StepList(outputs)) + '\n';
+    std::string text = Element("h1", "", Escaped(ShownLine(outputs.FileName))) + Element("p", "", size) + '\n';
+    for (const std::string& setting : outputs.Settings) {
+        text += Element("p", "", Escaped(ShownLine(setting))) + '\n';
+    }
+    return Element("header", "class=\"page-head\"", text + StepList(outputs)) + '\n';
+}
+
+/// Which variables a table is about, where another command makes tables of the same titles.
+std::string_view VariablesOf(int command) {
+    switch (command) {
+        case 9059:
+        case 9060:
+            return "drill variables";
+        case 9081:
+        case 9082:
+            return "review variables";
+        default:
+            return {};
+    }
+}
+
+std::string ContentsLine(const OutputEntry& entry) {
+    const std::string title = TitleOf(ShowTable(entry.Spreadsheet));
+    const std::string_view variables = VariablesOf(entry.Command);
+    return variables.empty() ? title
+                             : title + ' ' + Element("span", "class=\"kind\"", '(' + std::string(variables) + ')');
 }
 
 std::string ContentsOfStep(const OutputCollection& outputs, const StepResults& step) {
     std::string items;
     for (std::size_t i = step.First; i < step.Last; ++i) {
-        const ShownTable table = ShowTable(outputs.Entries[i].Spreadsheet);
-        items += Element("li", "", Link(TableAnchor(i), TitleOf(table))) + '\n';
+        items += Element("li", "", Link(TableAnchor(i), ContentsLine(outputs.Entries[i]))) + '\n';
     }
     return Element("ul", "", '\n' + items);
 }

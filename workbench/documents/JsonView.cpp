@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
+#include "workbench/data/ExactNumbers.h"
 #include "workbench/documents/DocumentViews.h"
 #include "workbench/documents/NumberTexts.h"
 #include "workbench/documents/ShownText.h"

@@ -9,7 +9,6 @@
 namespace quillara {
 namespace {
 
-constexpr double smallestExponentNumber = 9007199254740992.0;  // 2^53: above it not every whole number is a double
 constexpr double leastCommonNumber = 0.01;
 constexpr double leastHugeNumber = 1e15;
 constexpr int hugeDigits = 6;
@@ -34,22 +33,6 @@ int DecimalsNeeded(double number, int mostDecimals) {
 }
 
 }  // namespace
-
-bool IsExactWhole(double number) {
-    const bool isNegativeZero = number == 0.0 && std::signbit(number);
-    return std::trunc(number) == number && std::fabs(number) < smallestExponentNumber && !isNegativeZero;
-}
-
-std::string ExactNumberText(double number) {
-    if (!std::isfinite(number)) {
-        return {};
-    }
-    if (IsExactWhole(number)) {
-        return std::to_string(static_cast<std::int64_t>(number));
-    }
-    NumberBuffer buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
-}
 
 NumberFormat::NumberFormat(const std::vector<double>& numbers, int mostDecimals) : SmallDigits(mostDecimals) {
     for (const double number : numbers) {

@@ -5,13 +5,6 @@
 
 namespace quillara {
 
-/// Whether a number is whole and below 2^53 in magnitude, so that its digits alone give it back. Negative zero isn't.
-[[nodiscard]] bool IsExactWhole(double number);
-
-/// The shortest text that reads back as the same number, whole numbers below 2^53 in plain digits. Empty for a number
-/// that isn't finite.
-[[nodiscard]] std::string ExactNumberText(double number);
-
 /// How the numbers of one column are shown to people: all with the same number of decimals, so that their points
 /// stand below each other, save those that such a form would show as nothing or with digits that mean nothing.
 class NumberFormat {

@@ -21,6 +21,7 @@ struct OutputCollection {
     std::string FileName;  ///< of the data, without its folder
     std::int32_t Cases = 0;
     int Variables = 0;
+    std::vector<std::string> Settings;  ///< what applies to all documents ("Selection: age > 30"), for people
     std::vector<std::string> StepTexts;  ///< one line for each drill step taken ("Down: sex = Female"), for people
     std::vector<OutputEntry> Entries;
 

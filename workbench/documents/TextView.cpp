@@ -15,6 +15,7 @@ struct DrawnColumn {
     std::vector<std::string> NameLines{};
     std::vector<std::string> Cells{};
     bool IsLeft = false;
+    bool HoldsTexts = false;
     std::size_t Width = 0;
 };
 
@@ -36,7 +37,7 @@ DrawnColumn RowNames(const ShownTable& table) {
 
 DrawnColumn ColumnAt(const ShownTable& table, std::size_t index) {
     const ShownColumn& source = table.Columns[index];
-    DrawnColumn column{.NameLines = source.NameLines, .IsLeft = source.HoldsTexts};
+    DrawnColumn column{.NameLines = source.NameLines, .IsLeft = source.HoldsTexts, .HoldsTexts = source.HoldsTexts};
     for (const ShownRow& row : table.Rows) {
         column.Cells.push_back(row.Cells[index].Text);
     }
@@ -76,14 +77,17 @@ std::string Line(const std::vector<DrawnColumn>& columns, auto textOf) {
     return line + '\n';
 }
 
+std::string Rule(const DrawnColumn& column) {
+    return std::string(column.HoldsTexts ? std::min(column.Width, longestRule) : column.Width, '-');
+}
+
 std::string Drawing(const ShownTable& table) {
     const std::vector<DrawnColumn> columns = Drawn(table);
     std::string text;
     for (std::size_t i = 0; i < columns.front().NameLines.size(); ++i) {
         text += Line(columns, [i](const DrawnColumn& column) { return column.NameLines[i]; });
     }
-    text +=
-        Line(columns, [](const DrawnColumn& column) { return std::string(std::min(column.Width, longestRule), '-'); });
+    text += Line(columns, Rule);
     for (std::size_t i = 0; i < table.Rows.size(); ++i) {
         text += Line(columns, [i](const DrawnColumn& column) { return column.Cells[i]; });
     }

@@ -41,12 +41,16 @@ std::vector<std::string> DefaultMissingTexts() {
 /// Turns the fields of a variable into its values.
 class ColumnReader {
   public:
-    ColumnReader(const Cells& cells, const ReadOptions& options, const RecordReader& reader)
-        : All(cells), Reader(reader), Decimal(options.Decimal) {
+    ColumnReader(const Cells& cells, const ReadOptions& options, const RecordReader& reader, WorkMonitor& monitor)
+        : All(cells), Reader(reader), Monitor(monitor), Decimal(options.Decimal) {
         MissingTexts = options.MissingTexts.value_or(DefaultMissingTexts());
     }
 
     [[nodiscard]] Variable Read(std::size_t index, std::string name) const {
+        constexpr double begin = 0.5;  // where reading the records ends
+        const double perColumn = (1 - begin) / static_cast<double>(All.Columns.size());
+        const double share = begin + perColumn * static_cast<double>(index);
+        Monitor.Enter(share, share + perColumn, All.Lines.size());
         Variable variable;
         variable.Name = std::move(name);
         if (ReadNumbers(index, variable.Values)) {
@@ -72,6 +76,7 @@ class ColumnReader {
         std::optional<std::size_t> tooLarge;
         values.assign(column.size(), missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
+            Monitor.Advance();
             if (IsMissing(column[row])) {
                 continue;
             }
@@ -92,6 +97,7 @@ class ColumnReader {
     [[nodiscard]] bool ReadDates(const Column& column, std::vector<double>& values) const {
         values.assign(column.size(), missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
+            Monitor.Advance();
             if (IsMissing(column[row])) {
                 continue;
             }
@@ -107,6 +113,7 @@ class ColumnReader {
     [[nodiscard]] std::vector<std::optional<std::string>> ReadTexts(const Column& column) const {
         std::vector<std::optional<std::string>> texts(column.size());
         for (std::size_t row = 0; row < column.size(); ++row) {
+            Monitor.Advance();
             if (!IsMissing(column[row])) {
                 texts[row] = column[row];
             }
@@ -125,6 +132,7 @@ class ColumnReader {
 
     const Cells& All;
     const RecordReader& Reader;
+    WorkMonitor& Monitor;
     char Decimal;
     std::vector<std::string> MissingTexts;
 };
@@ -172,7 +180,10 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     const std::string_view candidates = options.Decimal == ',' ? ";\t|," : ",;\t|";
-    RecordReader reader(path, {.Separator = options.Separator, .Encoding = options.Encoding}, candidates);
+    WorkMonitor monitor(options.Progress, options.Cancelled);
+    RecordReader reader(
+        path, {.Separator = options.Separator, .Encoding = options.Encoding, .SeparatorOption = "--separator"}, monitor,
+        candidates);
     std::vector<std::string_view> first;
     if (!reader.Next(first)) {
         throw DataError("\"" + path + "\" is empty.");
@@ -186,7 +197,7 @@ DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options
         names.assign(first.begin(), first.end());
     }
     names = VariableNames(std::move(names));
-    const ColumnReader columns(cells, options, reader);
+    const ColumnReader columns(cells, options, reader, monitor);
     DataTable table;
     table.FileName = NameOfFile(path);
     table.Cases = static_cast<std::int32_t>(cells.Lines.size());

@@ -19,13 +19,28 @@ std::vector<std::string> SplitRecord(std::string_view text, char separator) {
 }
 
 std::vector<DelimitedRecord> ReadDelimitedRecords(const std::string& path, const RecordOptions& options) {
-    RecordReader reader(path, options);
+    WorkMonitor monitor;
+    RecordReader reader(path, options, monitor);
     std::vector<std::string_view> fields;
     std::vector<DelimitedRecord> records;
     while (reader.Next(fields)) {
         records.push_back({{fields.begin(), fields.end()}, reader.Line()});
     }
     return records;
+}
+
+std::string QuotedField(const std::string& text) {
+    if (text.find_first_of("\",;\t|\r\n") == std::string::npos) {
+        return text;
+    }
+    std::string field = "\"";
+    for (const char character : text) {
+        field += character;
+        if (character == '"') {
+            field += character;
+        }
+    }
+    return field + '"';
 }
 
 }  // namespace quillara

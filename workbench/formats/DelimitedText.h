@@ -18,6 +18,7 @@ struct DelimitedRecord {
 struct RecordOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
     std::string Encoding{};  ///< empty: UTF-8, else Windows-1252
+    std::string_view SeparatorOption{};  ///< what sets another separator, for error messages; empty: nothing does
 };
 
 /// The fields of one record, without quotes, trimmed of spaces and tabs; an empty text is one empty field. A quote
@@ -31,5 +32,8 @@ struct RecordOptions {
 /// never closed; also when the file can't be read or is no text.
 [[nodiscard]] std::vector<DelimitedRecord> ReadDelimitedRecords(const std::string& path,
                                                                 const RecordOptions& options = {});
+
+/// A field as it stands in delimited text: in quotes when a reader could take it for more than one.
+[[nodiscard]] std::string QuotedField(const std::string& text);
 
 }  // namespace quillara

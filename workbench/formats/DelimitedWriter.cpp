@@ -1,34 +1,15 @@
 #include "workbench/formats/DelimitedWriter.h"
 
-#include <array>
-#include <charconv>
 #include <set>
 #include <unordered_map>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/ExactNumbers.h"
+#include "workbench/formats/DelimitedText.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 namespace {
-
-std::string TextOfNumber(double value) {
-    std::array<char, 32> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
-}
-
-/// A field as it stands in the text: in quotes when a reader could take it for more than one.
-std::string FieldOf(const std::string& text) {
-    if (text.find_first_of("\",;\t|\r\n") == std::string::npos) {
-        return text;
-    }
-    std::string field = "\"";
-    for (const char character : text) {
-        field += character;
-        if (character == '"') {
-            field += character;
-        }
-    }
-    return field + '"';
-}
 
 /// Whether each value that occurs has a label that no other has.
 bool LabelsStandForValues(const Variable& variable) {
@@ -58,12 +39,12 @@ class FieldWriter {
         const double value = Source.Values[row];
         const bool isText = ShowsLabels || Source.Kind != ValueKind::Number;
         if (!isText) {
-            Last = Source.IsMissing(value) ? "" : TextOfNumber(value);
+            Last = Source.IsMissing(value) ? "" : ExactNumberText(value);
             return Last;
         }
         const auto [entry, isNew] = Fields.try_emplace(value);
         if (isNew && !Source.IsMissing(value)) {
-            entry->second = FieldOf(TextOfValue(value));
+            entry->second = QuotedField(TextOfValue(value));
         }
         return entry->second;
     }
@@ -83,7 +64,7 @@ class FieldWriter {
             case ValueKind::Number:
                 break;
         }
-        return TextOfNumber(value);
+        return ExactNumberText(value);
     }
 
     const Variable& Source;
@@ -94,13 +75,15 @@ class FieldWriter {
 
 }  // namespace
 
-std::string TextOfTable(const DataTable& table) {
+std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled) {
+    WorkMonitor monitor({}, cancelled);
     std::string text;
     std::vector<FieldWriter> writers;
     for (const Variable& variable : table.Variables) {
         text += writers.empty() ? "" : ",";
-        text += FieldOf(variable.Name);
+        text += QuotedField(variable.Name);
         writers.emplace_back(variable);
+        monitor.Advance(variable.Values.size());
     }
     text += '\n';
     for (std::size_t row = 0; row < static_cast<std::size_t>(table.Cases); ++row) {
@@ -109,6 +92,7 @@ std::string TextOfTable(const DataTable& table) {
             text += writers[i].Field(row);
         }
         text += '\n';
+        monitor.Advance(writers.size());
     }
     return text;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "workbench/data/DataTable.h"
@@ -10,6 +11,7 @@ namespace quillara {
 /// texts stand in place of a variable's values when every value that occurs has one of its own; otherwise a text
 /// variable gives its texts and any other its numbers, in the shortest form that reads back as the same double.
 /// Dates are YYYY-MM-DD, times of day HH:MM:SS. Not kept: long names, descriptions, names of cases.
-[[nodiscard]] std::string TextOfTable(const DataTable& table);
+/// Throws Interrupted when `cancelled`, asked now and then, answers true.
+[[nodiscard]] std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled = {});
 
 }  // namespace quillara

@@ -15,6 +15,7 @@ namespace quillara {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 // The characters of bytes 0x80 to 0x9F.
 constexpr std::array<std::uint16_t, 32> windows1252 = {
@@ -73,12 +74,13 @@ void AppendCharacter(std::string& text, std::uint16_t character) {
     }
 }
 
-std::string FromWindows1252(std::string_view bytes) {
+std::string FromWindows1252(std::string_view bytes, WorkMonitor& monitor) {
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 8);
     for (const char byte : bytes) {
         const auto code = static_cast<unsigned char>(byte);
         AppendCharacter(text, IsWithin(byte, 0x80, 0x9F) ? windows1252[code - 0x80U] : code);
+        monitor.Advance();
     }
     return text;
 }
@@ -97,7 +99,7 @@ class Converter {
     [[nodiscard]] bool IsOpen() const { return Handle != reinterpret_cast<iconv_t>(-1); }
 
     /// Appends the whole of `bytes` to `text`; false when they are malformed.
-    [[nodiscard]] bool Append(std::string& bytes, std::string& text) {
+    [[nodiscard]] bool Append(std::string& bytes, std::string& text, WorkMonitor& monitor) {
         char* input = bytes.data();
         std::size_t inputLeft = bytes.size();
         std::array<char, 1 << 16> piece;
@@ -110,6 +112,7 @@ class Converter {
             if (!done && !full) {
                 return false;
             }
+            monitor.Advance(piece.size() - outputLeft);
         }
         return true;
     }
@@ -118,11 +121,29 @@ class Converter {
     iconv_t Handle;
 };
 
-std::string WithoutByteOrderMark(std::string text) {
-    if (text.starts_with(byteOrderMark)) {
-        text.erase(0, byteOrderMark.size());
+/// Whether the text began with the mark.
+bool RemoveByteOrderMark(std::string& text) {
+    const bool isMarked = text.starts_with(byteOrderMark);
+    text.erase(0, isMarked ? byteOrderMark.size() : 0);
+    return isMarked;
+}
+
+/// As IsUtf8, piece by piece.
+bool PiecesAreUtf8(std::string_view text, WorkMonitor& monitor) {
+    constexpr std::size_t piece = 1 << 20;
+    while (!text.empty()) {
+        std::size_t end = std::min(piece, text.size());
+        // No character is cut where the next byte doesn't continue it.
+        while (end < text.size() && IsWithin(text[end], 0x80, 0xBF)) {
+            ++end;
+        }
+        if (!IsUtf8(text.substr(0, end))) {
+            return false;
+        }
+        text.remove_prefix(end);
+        monitor.Advance(end);
     }
-    return text;
+    return true;
 }
 
 }  // namespace
@@ -139,7 +160,20 @@ bool IsUtf8(std::string_view text) {
 }
 
 std::string ToUtf8(std::string text) {
-    return IsUtf8(text) ? std::move(text) : FromWindows1252(text);
+    if (IsUtf8(text)) {
+        return text;
+    }
+    WorkMonitor monitor;
+    return FromWindows1252(text, monitor);
+}
+
+std::string WithoutKeyMarks(std::string_view text) {
+    std::string result;
+    for (std::size_t mark = text.find(KeyMark); mark != std::string_view::npos; mark = text.find(KeyMark)) {
+        result.append(text, 0, mark).append(replacementCharacter);
+        text.remove_prefix(mark + 1);
+    }
+    return result.append(text);
 }
 
 std::string SystemEncodingName(const std::string& encoding) {
@@ -152,20 +186,22 @@ std::string SystemEncodingName(const std::string& encoding) {
     return name;
 }
 
-std::string DecodeText(std::string bytes, const std::string& encoding) {
-    if (encoding.empty()) {
-        return ToUtf8(WithoutByteOrderMark(std::move(bytes)));
+std::string DecodeText(std::string bytes, const std::string& encoding, WorkMonitor& monitor) {
+    const std::string name = encoding.empty() ? "" : SystemEncodingName(encoding);
+    const bool isMarked = RemoveByteOrderMark(bytes);
+    if ((isMarked || name.empty()) && PiecesAreUtf8(bytes, monitor)) {
+        return bytes;
     }
-    const std::string name = SystemEncodingName(encoding);
-    if (name == "WINDOWS-1252" || name == "CP1252") {
-        return FromWindows1252(bytes);
+    if (name.empty() || name == "WINDOWS-1252" || name == "CP1252") {
+        return FromWindows1252(bytes, monitor);
     }
     std::string text;
-    text.reserve(bytes.size());
-    if (!Converter(name).Append(bytes, text)) {
+    text.reserve(bytes.size() + bytes.size() / 8);
+    if (!Converter(name).Append(bytes, text, monitor)) {
         throw DataError("The text isn't in the encoding " + encoding + ".");
     }
-    return WithoutByteOrderMark(std::move(text));
+    RemoveByteOrderMark(text);  // of UTF-16
+    return text;
 }
 
 }  // namespace quillara

@@ -3,7 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "workbench/formats/WorkMonitor.h"
+
 namespace quillara {
+
+/// The byte that keys of long texts begin with; no text of a file keeps it.
+inline constexpr char KeyMark = '\x01';
 
 /// Whether a text is well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 [[nodiscard]] bool IsUtf8(std::string_view text);
@@ -14,8 +19,13 @@ namespace quillara {
 
 /// The text of a file's bytes in UTF-8, without a byte-order mark. An empty encoding means: as ToUtf8. Otherwise any
 /// name that the system knows ("latin1", "cp1252", "utf-16"), in any case of letters.
-/// Throws UsageError when the encoding isn't known, DataError when the bytes are no text of that encoding.
-[[nodiscard]] std::string DecodeText(std::string bytes, const std::string& encoding);
+/// Throws UsageError when the encoding isn't known, DataError when the bytes are no text of that encoding, Interrupted
+/// when the monitor's work was cancelled.
+/// Surprise: bytes that are UTF-8 and begin with its byte-order mark are read as such whatever encoding is given.
+[[nodiscard]] std::string DecodeText(std::string bytes, const std::string& encoding, WorkMonitor& monitor);
+
+/// The text with U+FFFD in place of every KeyMark: a text that held one would be taken for one that a cut has broken.
+[[nodiscard]] std::string WithoutKeyMarks(std::string_view text);
 
 /// The given encoding's name as the character conversion of the system knows it. Throws UsageError for none.
 [[nodiscard]] std::string SystemEncodingName(const std::string& encoding);

@@ -36,11 +36,12 @@ class InputFile {
     }
 
     /// Bytes read; 0 at the end of the file.
-    [[nodiscard]] std::size_t Read(char* buffer, std::size_t size) {
-        ssize_t got = -1;
-        do {
-            got = read(Descriptor, buffer, size);
-        } while (got < 0 && errno == EINTR);
+    [[nodiscard]] std::size_t Read(char* buffer, std::size_t size, WorkMonitor& monitor) {
+        ssize_t got = read(Descriptor, buffer, std::min(size, piece));
+        while (got < 0 && errno == EINTR) {
+            monitor.Check();
+            got = read(Descriptor, buffer, std::min(size, piece));
+        }
         if (got < 0) {
             ThrowUnreadable(Path);
         }
@@ -48,13 +49,15 @@ class InputFile {
     }
 
   private:
+    static constexpr std::size_t piece = 4 << 20;
+
     const std::string& Path;
     int Descriptor;
 };
 
 }  // namespace
 
-std::string ReadBytes(const std::string& path, std::size_t limit) {
+std::string ReadBytes(const std::string& path, WorkMonitor& monitor, std::size_t limit) {
     InputFile file(path);
     std::string bytes;
     std::size_t length = 0;
@@ -62,12 +65,13 @@ std::string ReadBytes(const std::string& path, std::size_t limit) {
     for (std::size_t room = std::min(limit, file.Size() + 1); length < limit; room = std::min(limit, 2 * room + 4096)) {
         bytes.resize(room);
         while (length < room) {
-            const std::size_t got = file.Read(bytes.data() + length, room - length);
+            const std::size_t got = file.Read(bytes.data() + length, room - length, monitor);
             if (got == 0) {
                 bytes.resize(length);
                 return bytes;
             }
             length += got;
+            monitor.Advance(got);
         }
     }
     return bytes;

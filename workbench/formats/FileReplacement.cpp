@@ -4,12 +4,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 namespace {
@@ -18,13 +21,15 @@ namespace {
     throw DataError("\"" + path + "\" can't be written: " + std::strerror(error) + ".");
 }
 
-bool WriteAll(int descriptor, std::string_view content) {
+bool WriteAll(int descriptor, std::string_view content, const WorkMonitor& monitor) {
+    constexpr std::size_t piece = 4 << 20;
     while (!content.empty()) {
-        const ssize_t written = write(descriptor, content.data(), content.size());
+        const ssize_t written = write(descriptor, content.data(), std::min(content.size(), piece));
         if (written < 0 && errno != EINTR) {
             return false;
         }
         content.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+        monitor.Check();
     }
     return true;
 }
@@ -45,15 +50,31 @@ bool IsDeviceOrPipe(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
-void WriteToDevice(const std::string& path, std::string_view content) {
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        ThrowUnwritable(path, errno);
+/// A descriptor that is closed when its owner goes.
+class OpenFile {
+  public:
+    explicit OpenFile(int descriptor) : Descriptor(descriptor) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        if (IsOpen()) {
+            close(Descriptor);
+        }
     }
-    const int error = WriteAll(descriptor, content) ? 0 : errno;
-    close(descriptor);
-    if (error != 0) {
-        ThrowUnwritable(path, error);
+
+    [[nodiscard]] bool IsOpen() const { return Descriptor >= 0; }
+    [[nodiscard]] int Number() const { return Descriptor; }
+    /// False and errno when it fails.
+    [[nodiscard]] bool Close() { return close(std::exchange(Descriptor, -1)) == 0; }
+
+  private:
+    int Descriptor;
+};
+
+void WriteToDevice(const std::string& path, std::string_view content, const WorkMonitor& monitor) {
+    const OpenFile file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!file.IsOpen() || !WriteAll(file.Number(), content, monitor)) {
+        ThrowUnwritable(path, errno);
     }
 }
 
@@ -61,32 +82,22 @@ void WriteToDevice(const std::string& path, std::string_view content) {
 class TemporaryFile {
   public:
     explicit TemporaryFile(const std::filesystem::path& target)
-        : Name((target.parent_path() / ".quillara-XXXXXX").string()), Descriptor(mkostemp(Name.data(), O_CLOEXEC)) {
-        IsThere = Descriptor >= 0;
+        : Name((target.parent_path() / ".quillara-XXXXXX").string()), File(mkostemp(Name.data(), O_CLOEXEC)) {
+        IsThere = File.IsOpen();
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
-        if (Descriptor >= 0) {
-            close(Descriptor);
-        }
         if (IsThere) {
             unlink(Name.c_str());
         }
     }
 
     /// Each of the three gives false and errno when it fails.
-    [[nodiscard]] bool Write(std::string_view content, mode_t permissions) {
-        return IsThere && fchmod(Descriptor, permissions) == 0 && WriteAll(Descriptor, content);
+    [[nodiscard]] bool Write(std::string_view content, mode_t permissions, const WorkMonitor& monitor) {
+        return IsThere && fchmod(File.Number(), permissions) == 0 && WriteAll(File.Number(), content, monitor);
     }
-    [[nodiscard]] bool Finish() {
-        const bool synchronized = fsync(Descriptor) == 0;
-        const int error = errno;
-        const bool closed = close(Descriptor) == 0;
-        Descriptor = -1;
-        errno = synchronized ? errno : error;
-        return synchronized && closed;
-    }
+    [[nodiscard]] bool Finish() { return fsync(File.Number()) == 0 && File.Close(); }
     [[nodiscard]] bool MoveTo(const std::string& target) {
         IsThere = rename(Name.c_str(), target.c_str()) != 0;
         return !IsThere;
@@ -94,22 +105,28 @@ class TemporaryFile {
 
   private:
     std::string Name;
-    int Descriptor;
+    OpenFile File;
     bool IsThere = false;
 };
 
-/// The file behind a link, so that the link outlives the replacement.
+/// The file behind a link, there or not, so that the link outlives the replacement.
 std::string ResolveLinks(const std::string& path) {
+    constexpr int longestChain = 40;  // as the system follows
     std::error_code error;
-    const std::filesystem::path real = std::filesystem::canonical(path, error);
-    return error ? path : real.string();
+    std::filesystem::path real = path;
+    for (int i = 0; i < longestChain && std::filesystem::is_symlink(real, error); ++i) {
+        // A relative target begins in the link's folder; an absolute one stands alone.
+        real = real.parent_path() / std::filesystem::read_symlink(real, error);
+    }
+    return real.string();
 }
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, std::string_view content) {
+void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled) {
+    const WorkMonitor monitor({}, cancelled);
     if (IsDeviceOrPipe(path)) {
-        WriteToDevice(path, content);
+        WriteToDevice(path, content, monitor);
         return;
     }
     const std::string target = ResolveLinks(path);
@@ -117,10 +134,14 @@ void ReplaceFile(const std::string& path, std::string_view content) {
     if (access(target.c_str(), W_OK) != 0 && errno != ENOENT) {
         ThrowUnwritable(path, errno);
     }
+    const mode_t permissions = PermissionsFor(target);
     int error = 0;
     {
         TemporaryFile file(target);
-        if (!file.Write(content, PermissionsFor(target)) || !file.Finish() || !file.MoveTo(target)) {
+        const bool isFinished = file.Write(content, permissions, monitor) && file.Finish();
+        error = isFinished ? 0 : errno;
+        monitor.Check();
+        if (isFinished && !file.MoveTo(target)) {
             error = errno;
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -8,7 +9,9 @@ namespace quillara {
 /// Makes `content` the whole content of a file, new or old. It is written under a temporary name in the same folder,
 /// brought to the disk and renamed, so that a reader sees the old file or the new one and never a part.
 /// Keeps the permissions of a file that it replaces and follows links; a device or pipe is written to as it stands.
-/// Throws DataError when that fails; the old file is then unchanged and no temporary file is left.
-void ReplaceFile(const std::string& path, std::string_view content);
+/// `cancelled` is asked after each piece that is written and right before the renaming.
+/// Throws DataError when that fails, Interrupted when cancelled; the old file is then unchanged and no temporary file
+/// is left.
+void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled = {});
 
 }  // namespace quillara

@@ -1,18 +1,22 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace quillara {
 
-/// How a data file is to be read. All but Encoding count for delimited text only.
+/// How a data file is to be read. Separator, Decimal, HasHeader and MissingTexts count for delimited text only.
 struct ReadOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
     char Decimal = '.';
     std::string Encoding{};  ///< empty: what the file says; delimited text: UTF-8, else Windows-1252
     bool HasHeader = true;
     std::optional<std::vector<std::string>> MissingTexts{};  ///< in place of NA, N/A, NaN, ...
+
+    std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
+    std::function<bool()> Cancelled{};  ///< asked now and then; true ends the reading with Interrupted
 };
 
 }  // namespace quillara

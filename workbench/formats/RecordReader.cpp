@@ -1,5 +1,11 @@
 #include "workbench/formats/RecordReader.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <utility>
+
 #include "workbench/data/Errors.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
@@ -7,12 +13,21 @@
 namespace quillara {
 namespace {
 
-std::string ReadText(const std::string& path, const std::string& encoding) {
-    std::string bytes = ReadBytes(path);
+// How much of reading a table is done when its bytes are there, when they are text, and when they are records.
+constexpr double shareOfBytes = 0.1;
+constexpr double shareOfText = 0.2;
+constexpr double shareOfRecords = 0.5;
+
+std::string ReadText(const std::string& path, const std::string& encoding, WorkMonitor& monitor) {
+    std::error_code unknownSize;
+    const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
+    monitor.Enter(0, shareOfBytes, unknownSize ? 0 : size);
+    std::string bytes = ReadBytes(path, monitor);
     const bool looksWide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
     std::string text;
     try {
-        text = DecodeText(std::move(bytes), encoding);
+        monitor.Enter(shareOfBytes, shareOfText, bytes.size());
+        text = DecodeText(std::move(bytes), encoding, monitor);
     } catch (const DataError& error) {
         throw DataError("\"" + path + "\" can't be read: " + error.what());
     }
@@ -33,19 +48,36 @@ std::optional<char> ChooseSeparator(std::string_view text, std::optional<char> a
     return asked;
 }
 
+std::string NameOfSeparator(std::optional<char> separator) {
+    constexpr std::array<std::pair<char, std::string_view>, 4> names = {
+        {{',', "comma"}, {';', "semicolon"}, {'\t', "tab"}, {'|', "bar"}}};
+    if (!separator) {
+        return "none found";
+    }
+    const auto* found = std::ranges::find(names, *separator, &std::pair<char, std::string_view>::first);
+    return found == names.end() ? std::string(1, *separator) : std::string(found->second);
+}
+
 std::string CountOfFields(std::size_t fields) {
     return std::to_string(fields) + (fields == 1 ? " field" : " fields");
 }
 
 }  // namespace
 
-RecordReader::RecordReader(const std::string& path, const RecordOptions& options, std::string_view candidates)
+RecordReader::RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
+                           std::string_view candidates)
     : Path(path),
-      Text(ReadText(path, options.Encoding)),
-      Scanner(Text, {.Separator = ChooseSeparator(Text, options.Separator, candidates)}) {}
+      Options(options),
+      Monitor(monitor),
+      Text(ReadText(path, options.Encoding, monitor)),
+      HasKeyMarks(Text.find(KeyMark) != std::string::npos),
+      Scanner(Text, {.Separator = ChooseSeparator(Text, options.Separator, candidates)}) {
+    Monitor.Enter(shareOfText, shareOfRecords, Text.size());
+}
 
 bool RecordReader::Next(std::vector<std::string_view>& fields) {
     while (Scanner.Next(fields)) {
+        Monitor.Advance(Scanner.BytesRead() - std::exchange(BytesCounted, Scanner.BytesRead()));
         if (Scanner.IsEmpty() && FieldsPerRecord != 1) {
             LeadingEmpty += FieldsPerRecord ? 0 : 1;
             continue;
@@ -57,11 +89,31 @@ bool RecordReader::Next(std::vector<std::string_view>& fields) {
             FieldsPerRecord = fields.size();
         }
         if (fields.size() != *FieldsPerRecord) {
-            Fail(Line(), CountOfFields(fields.size()) + " instead of " + std::to_string(*FieldsPerRecord));
+            FailForCount(fields.size());
         }
+        ReplaceKeyMarks(fields);
         return true;
     }
     return false;
+}
+
+void RecordReader::FailForCount(std::size_t fields) const {
+    const std::string expected = std::to_string(*FieldsPerRecord);
+    std::string advice = "separator: " + NameOfSeparator(Scanner.Separator());
+    if (!Options.SeparatorOption.empty()) {
+        advice.append("; ").append(Options.SeparatorOption).append(" sets another");
+    }
+    Fail(Line(), CountOfFields(fields) + " instead of " + expected + "; the first record has " + expected + " (" +
+                     advice + ")");
+}
+
+// Field by field, because the mark of keys may also be the separator.
+void RecordReader::ReplaceKeyMarks(std::vector<std::string_view>& fields) {
+    for (std::string_view& field : fields) {
+        if (HasKeyMarks && field.find(KeyMark) != std::string_view::npos) {
+            field = Replaced.emplace_back(WithoutKeyMarks(field));
+        }
+    }
 }
 
 void RecordReader::Fail(std::size_t line, const std::string& problem) const {

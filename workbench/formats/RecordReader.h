@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/RecordScanner.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
@@ -15,13 +17,15 @@ namespace quillara {
 /// for those behind a first record of a single field: they count as an empty field.
 class RecordReader {
   public:
-    /// Reads the whole file into memory. `candidates` are the separators to choose from when options has none.
+    /// Reads the whole file into memory. `candidates` are the separators to choose from when options has none. The
+    /// monitor, which must outlive the reader, takes reading as half of the work and can interrupt all of it.
     /// Throws DataError when it can't be read or is no text, UsageError when the options can't be followed.
-    RecordReader(const std::string& path, const RecordOptions& options, std::string_view candidates = ",;\t|");
+    RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
+                 std::string_view candidates = ",;\t|");
     RecordReader(const RecordReader&) = delete;
     RecordReader& operator=(const RecordReader&) = delete;
 
-    /// Reads the next record; false at the end. The fields stay valid as long as the reader.
+    /// Reads the next record; false at the end. The fields stay valid as long as the reader; none holds a KeyMark.
     /// Throws DataError, naming the file and the line, when the record has too many or too few fields or a quote is
     /// never closed.
     bool Next(std::vector<std::string_view>& fields);
@@ -35,11 +39,19 @@ class RecordReader {
     [[noreturn]] void Fail(std::size_t line, const std::string& problem) const;
 
   private:
+    [[noreturn]] void FailForCount(std::size_t fields) const;
+    void ReplaceKeyMarks(std::vector<std::string_view>& fields);
+
     std::string Path;
+    RecordOptions Options;
+    WorkMonitor& Monitor;
     std::string Text;
+    bool HasKeyMarks;
     RecordScanner Scanner;
+    std::deque<std::string> Replaced;  // fields that held marks of keys
     std::optional<std::size_t> FieldsPerRecord;
     std::size_t LeadingEmpty = 0;
+    std::size_t BytesCounted = 0;
 };
 
 }  // namespace quillara

@@ -27,6 +27,9 @@ class RecordScanner {
     /// as the scanner and the text. A quote that is never closed ends with the text.
     bool Next(std::vector<std::string_view>& fields);
 
+    [[nodiscard]] std::optional<char> Separator() const { return Rules.Separator; }
+    /// How many bytes of the text are read.
+    [[nodiscard]] std::size_t BytesRead() const { return Place; }
     /// The line on which the record that Next gave begins, from 1.
     [[nodiscard]] std::size_t Line() const { return RecordLine; }
     /// Whether that record holds nothing but blanks.

@@ -17,6 +17,8 @@
 namespace quillara {
 namespace {
 
+constexpr double shareOfParsing = 0.7;  // of the whole reading
+
 struct Format {
     std::string_view Extension;
     readstat_error_t (*Parse)(readstat_parser_t*, const char*, void*);
@@ -38,15 +40,16 @@ const Format* FindFormat(std::string_view extension) {
     return found == formats.end() ? nullptr : &*found;
 }
 
-/// A text of the file in UTF-8, without the blanks that fill its field; a null is empty.
+/// A text of the file in UTF-8, without the blanks that fill its field and without marks of keys; a null is empty.
 std::string TextFrom(const char* text) {
     std::string result = text == nullptr ? "" : text;
     result.erase(result.find_last_not_of(' ') + 1);
-    return ToUtf8(std::move(result));
+    return WithoutKeyMarks(ToUtf8(std::move(result)));
 }
 
 /// What the callbacks of a pass fill. No exception may cross the library: it waits here until the library is left.
 struct Collection {
+    WorkMonitor& Monitor;
     StatisticalContent Content;
     std::exception_ptr Failure;
 };
@@ -126,8 +129,16 @@ double NumberFrom(readstat_value_t value) {
     return isMissing ? std::numeric_limits<double>::quiet_NaN() : readstat_double_value(value);
 }
 
+/// The library tells how much of the file it has read, mostly after every case.
+int FollowProgress(double part, void* context) {
+    return Collect(context, [&](StatisticalContent& /*content*/) {
+        static_cast<Collection*>(context)->Monitor.MoveTo(std::clamp(part, 0.0, 1.0));
+    });
+}
+
 int CollectValue(int row, readstat_variable_t* variable, readstat_value_t value, void* context) {
     return Collect(context, [&](StatisticalContent& content) {
+        static_cast<Collection*>(context)->Monitor.Advance();
         content.Cases = std::max<std::int64_t>(content.Cases, std::int64_t{row} + 1);
         StatisticalColumn& column = content.Columns.at(static_cast<std::size_t>(readstat_variable_get_index(variable)));
         if (column.IsText) {
@@ -150,6 +161,7 @@ Parser MakeParser(const std::string& encoding) {
     readstat_set_fweight_handler(parser.get(), CollectWeight);
     readstat_set_value_label_handler(parser.get(), CollectLabel);
     readstat_set_value_handler(parser.get(), CollectValue);
+    readstat_set_progress_handler(parser.get(), FollowProgress);
     if (!encoding.empty()) {
         readstat_set_file_character_encoding(parser.get(), encoding.c_str());
     }
@@ -181,10 +193,12 @@ bool IsStatisticalFile(std::string_view extension) {
     return FindFormat(extension) != nullptr;
 }
 
-DataTable ReadStatisticalFile(const std::string& path, std::string_view extension, const std::string& encoding) {
-    const std::string encodingName = encoding.empty() ? "" : SystemEncodingName(encoding);
+DataTable ReadStatisticalFile(const std::string& path, std::string_view extension, const ReadOptions& options) {
+    const std::string encodingName = options.Encoding.empty() ? "" : SystemEncodingName(options.Encoding);
+    WorkMonitor monitor(options.Progress, options.Cancelled);
+    monitor.Enter(0, shareOfParsing);
     const Parser parser = MakeParser(encodingName);
-    Collection collection;
+    Collection collection{.Monitor = monitor, .Content = {}, .Failure = {}};
     const readstat_error_t error = FindFormat(extension)->Parse(parser.get(), path.c_str(), &collection);
     if (collection.Failure) {
         std::rethrow_exception(collection.Failure);
@@ -200,7 +214,9 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
     if (extension == "xpt" && std::filesystem::file_size(path, unknownSize) % 80 != 0) {
         ThrowDamaged(path, extension, "Its last record isn't whole.");
     }
-    DataTable table = TableOf(std::move(collection.Content), extension);
+    monitor.Enter(shareOfParsing, 1,
+                  collection.Content.Columns.size() * static_cast<std::size_t>(collection.Content.Cases));
+    DataTable table = TableOf(std::move(collection.Content), extension, monitor);
     table.FileName = NameOfFile(path);
     return table;
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/formats/ReadOptions.h"
 
 namespace quillara {
 
@@ -14,11 +15,11 @@ namespace quillara {
 /// the file marks as missing (system missing, tagged missing, each user-missing value or range, a blank text), and what
 /// is no finite number, becomes the missing code; the label of a user-missing value goes with the value.
 /// Dates become ValueKind::Date, times TimeOfDay, as ForeignDates.h says. The texts of a text variable are numbered in
-/// byte order; a value label of a text becomes the label of its number. An encoding, unless empty, overrides the
-/// file's own.
+/// byte order; a value label of a text becomes the label of its number. options.Encoding, unless empty, overrides the
+/// file's own; of the others Progress and Cancelled count.
 /// Throws DataError, naming the file, when it can't be read, is damaged or has fewer cases than it declares;
-/// UsageError when the encoding isn't known.
+/// UsageError when the encoding isn't known; Interrupted when options.Cancelled says so.
 [[nodiscard]] DataTable ReadStatisticalFile(const std::string& path, std::string_view extension,
-                                            const std::string& encoding);
+                                            const ReadOptions& options);
 
 }  // namespace quillara

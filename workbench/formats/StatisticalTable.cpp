@@ -82,7 +82,7 @@ void FillTexts(Variable& variable, StatisticalColumn& column, const LabelSet& la
 
 }  // namespace
 
-DataTable TableOf(StatisticalContent content, std::string_view extension) {
+DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor) {
     CheckSize(content.Columns.size(), static_cast<std::size_t>(content.Cases));
     std::vector<std::string> names;
     for (const StatisticalColumn& column : content.Columns) {
@@ -106,6 +106,7 @@ DataTable TableOf(StatisticalContent content, std::string_view extension) {
         } else {
             FillNumbers(variable, column, labelSet, extension);
         }
+        monitor.Advance(static_cast<std::size_t>(content.Cases));
     }
     return table;
 }

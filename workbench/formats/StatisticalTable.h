@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
@@ -42,7 +43,8 @@ struct StatisticalContent {
 };
 
 /// The table that a statistical file with this extension holds: user-missing values, dates, times, texts and labels are
-/// made ours as ReadStatisticalFile says. Throws DataError when it is too large.
-[[nodiscard]] DataTable TableOf(StatisticalContent content, std::string_view extension);
+/// made ours as ReadStatisticalFile says. Throws DataError when it is too large, Interrupted when the monitor's work
+/// was cancelled.
+[[nodiscard]] DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor);
 
 }  // namespace quillara

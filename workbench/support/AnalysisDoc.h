@@ -34,7 +34,8 @@ struct AnalysisServices {
     std::function<std::optional<VariableLists>(const VariableListRequest&)> ChooseVariables;
     /// Shows a message.
     std::function<void(std::string_view)> ShowMessage;
-    /// Takes a finished spreadsheet.
+    /// Takes a finished spreadsheet. The analysis is in the midst of its result: this may neither call back into it nor
+    /// throw.
     std::function<void(SpreadsheetDocument)> TakeSpreadsheet;
     /// Whether the user asked to cancel; asked once per case that is used.
     std::function<bool()> BreakRequested;
@@ -51,9 +52,8 @@ struct AnalysisState;
 
 }  // namespace quillara
 
-/// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its
-/// sequence, and answers its calls. The table outlives the document
-/// and doesn't change under it.
+/// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its sequence,
+/// and answers its calls. The table outlives the document and doesn't change under it.
 class CAnalysisDoc {
   public:
     explicit CAnalysisDoc(const quillara::DataTable& table);

@@ -10,10 +10,19 @@ namespace quillara {
 
 namespace {
 
-/// Whether a pass can take a weight as it is stored. A missing weight must drop its case, as a negative code does by
-/// itself, and an infinite one would leave no moments to show.
-bool IsUsableWeight(const Variable& variable, double weight) {
-    return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
+/// The weights of a variable with 0 in place of those that must drop their case and wouldn't as they are stored: a
+/// missing weight whose code isn't negative, and an infinite one, which would leave no moments to show. Empty when the
+/// column can be handed out as it is.
+std::vector<double> UsableWeights(const Variable& variable) {
+    const auto isUsable = [&](double weight) {
+        return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
+    };
+    if (std::ranges::all_of(variable.Values, isUsable)) {
+        return {};
+    }
+    std::vector<double> weights = variable.Values;
+    std::ranges::replace_if(weights, std::not_fn(isUsable), 0.0);
+    return weights;
 }
 
 /// Copies a text into a field of fixed width, which is not terminated when it is full.
@@ -49,17 +58,11 @@ void AnalysisState::ReportProgress(std::int32_t done) const {
 }
 
 void AnalysisState::ChooseWeight(const Variable* variable) {
-    WeightVariable = variable;
     Weights = nullptr;
     CleanWeights.clear();
     if (variable != nullptr) {
-        const std::vector<double>& column = variable->Values;
-        const auto isUsable = [&](double weight) { return IsUsableWeight(*variable, weight); };
-        if (!std::ranges::all_of(column, isUsable)) {
-            CleanWeights = column;
-            std::ranges::replace_if(CleanWeights, std::not_fn(isUsable), 0.0);
-        }
-        Weights = CleanWeights.empty() ? column.data() : CleanWeights.data();
+        CleanWeights = UsableWeights(*variable);
+        Weights = CleanWeights.empty() ? variable->Values.data() : CleanWeights.data();
     }
     FillCommons();
 }

@@ -44,6 +44,7 @@ struct AnalysisState {
     /// Whether the user asks to cancel now.
     [[nodiscard]] bool AskForBreak() const;
     void ReportProgress(std::int32_t done) const;
+    /// The variable that gives the weights; null: no weight is in force.
     void ChooseWeight(const Variable* variable);
     /// Writes the fields of the commons that the host keeps up to date.
     void FillCommons() const;
@@ -51,8 +52,7 @@ struct AnalysisState {
     const DataTable& Table;
     const AnalysisServices& Services;
     std::vector<CaseResult> Selection;  ///< one per case, or empty for all
-    const Variable* WeightVariable = nullptr;  ///< null: no weight is in force
-    const double* Weights = nullptr;  ///< its weights, one per case; missing ones aren't positive
+    const double* Weights = nullptr;  ///< one per case, missing ones aren't positive; null: no weight is in force
     BoundCommons Commons;
     AllocationRecord Memory;
     ProgressState Progress;

@@ -196,7 +196,8 @@ std::optional<Scale> RoundScale(const Range& range) {
 Scale EqualParts(const Range& range) {
     const double below = FromOrderedBits(OrderedBits(range.Low) - 1);
     const double low = HasFullExponent(below) ? range.Low : below;
-    const double step = range.High / range.Parts - low / range.Parts;
+    // The lowest double alone has no number below it to make its range more than a point.
+    const double step = low < range.High ? range.High / range.Parts - low / range.Parts : UnitInTheLastPlace(-low);
     std::vector<double> least(static_cast<std::size_t>(range.Parts), low);
     least.back() = range.High;
     const auto scale = RaiseStep(low, step, least);

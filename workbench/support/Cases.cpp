@@ -1,5 +1,4 @@
 #include "host/AnalysisSupport.h"
-#include "platform/OrderedBits.h"
 #include "workbench/support/AnalysisState.h"
 
 using quillara::AnalysisState;
@@ -8,14 +7,6 @@ using quillara::DataTable;
 namespace {
 
 constexpr std::int32_t CasesPerProgressReport = 1024;
-
-double WeightOf(const AnalysisState& state, std::size_t row) {
-    if (state.Weights == nullptr) {
-        return 1.0;
-    }
-    const double weight = state.Weights[row];
-    return state.WeightVariable->IsMissing(weight) ? 0.0 : weight;
-}
 
 void FillValues(const DataTable& table, std::size_t row, double* values) {
     for (const quillara::Variable& variable : table.Variables) {
@@ -33,7 +24,7 @@ int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, doub
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
     FillValues(state.Table, row, values);
     *weighted = state.Weights != nullptr ? 1 : 0;
-    *weight = WeightOf(state, row);
+    *weight = state.Weights != nullptr ? state.Weights[row] : 1.0;
     *tag = 0;
     if (caseNumber % CasesPerProgressReport == 0 || caseNumber == state.Table.Cases) {
         state.ReportProgress(caseNumber);

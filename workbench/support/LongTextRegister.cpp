@@ -58,7 +58,12 @@ std::string LongTextRegister::KeyOf(std::string_view text) {
     while (!added) {
         std::tie(entry, added) = Texts.try_emplace(KeyFrom(++number), text);
     }
-    Keys.emplace(entry->second, entry->first);
+    try {
+        Keys.emplace(entry->second, entry->first);
+    } catch (...) {
+        Texts.erase(entry);
+        throw;
+    }
     return entry->first;
 }
 

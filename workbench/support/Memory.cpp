@@ -1,7 +1,23 @@
 #include <cstdlib>
+#include <new>
+#include <utility>
 
 #include "host/AnalysisSupport.h"
 #include "workbench/support/AnalysisState.h"
+
+namespace {
+
+/// False when there is no memory to note the address.
+bool Remember(quillara::AllocationRecord& record, void* address) {
+    try {
+        record.Live.insert(address);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+}  // namespace
 
 int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
     *address = nullptr;
@@ -13,8 +29,9 @@ int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
     if (*address == nullptr) {
         return 1;
     }
-    if (record != nullptr) {
-        record->Live.insert(*address);
+    if (record != nullptr && !Remember(*record, *address)) {
+        std::free(std::exchange(*address, nullptr));
+        return 1;
     }
     return 0;
 }

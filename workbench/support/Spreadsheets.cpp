@@ -2,6 +2,7 @@
 #include <bit>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "host/AnalysisSupport.h"
 #include "workbench/support/AnalysisState.h"
@@ -42,12 +43,13 @@ struct FlatTable {
     FieldArray Titles;
 };
 
-/// A field's text, whole: without what a cut has broken, and with its long texts in place of their keys.
+/// A field's text, whole: without what a cut has broken in a full field, and with its long texts in place of keys.
 std::string TextOf(std::string_view field) {
-    using quillara::WithoutBrokenTail;
-    const std::string_view text = field.substr(0, field.find('\0'));
-    // A text behind a key may have been cut before it became long enough to need one.
-    return WithoutBrokenTail(quillara::Replace8CharGrow(WithoutBrokenTail(std::string(text))));
+    std::string text(field.substr(0, field.find('\0')));
+    if (text.size() == field.size()) {
+        text = quillara::WithoutBrokenTail(std::move(text));
+    }
+    return quillara::Replace8CharGrow(text);
 }
 
 SpreadsheetCell CellOf(const FlatTable& table, std::size_t row, std::size_t column) {

@@ -8,7 +8,6 @@
 #include "workbench/support/AnalysisState.h"
 #include "workbench/support/LongTexts.h"
 
-using quillara::AnalysisState;
 using quillara::ValueKind;
 using quillara::Variable;
 

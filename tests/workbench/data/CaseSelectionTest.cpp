@@ -63,7 +63,8 @@ constexpr std::pair<const char*, const char*> Selections[] = {
     {"degree = \"never\"", ""},             {"degree > 1 and degree = \"low\"", "3 6"},
     // Dates and times
     {"day >= \"2024-02-01\"", "2 3 5"},     {"\"2024-02-01\" > day", "1 4"},        {"day = \"2024-01-31\"", "1 4"},
-    {"day + 1 > 19755", "3"},               {"at > \"00:59:59\"", "2 3 5"},         {"at = \"01:00:00\"", "2 5"},
+    {"day + 1 > 19755", "3"},               {"day - 1 < day and day - at < 19753", "2 3 5"},
+    {"day = [day]", "1 2 3 4 5"},               {"at > \"00:59:59\"", "2 3 5"},         {"at = \"01:00:00\"", "2 5"},
     // Missing data
     {"missing(gap)", "2 4"},                {"not Missing ( [gap] )", "1 3 5 6"},   {"missing(a) or b = 1", "2 6"},
     {"b = 1 or a = 2", "2"},                {"not a > 100", "1 2 3 4 5"},           {"missing(sex) and b = 1", "6"},
@@ -87,6 +88,7 @@ constexpr std::pair<const char*, int> Unreadables[] = {
     {"1 < sex", 5},             {"sex = sex", 1},               {"sex < \"Female\"", 5},    {"degree >= \"low\"", 8},
     {"a = \"2\"", 5},           {"\"a\" = \"a\"", 1},           {"a + 1 = \"2\"", 9},       {"a + \"2\" = 1", 5},
     {"day > \"2024-02-30\"", 7},                                {"at > \"1:00\"", 6},
+    {"day > 2020-01-01", 7},    {"19753 = (day)", 1},           {"a = 1 and at < 3600", 16},
 };
 // clang-format on
 
@@ -100,6 +102,8 @@ TEST(CaseSelection, SelectsOrSaysWhereItCannotRead) {
         EXPECT_EQ(Selected(formula).find(Unreadable + std::to_string(place) + ":"), 0U) << formula << "\n"
                                                                                         << Selected(formula);
     }
+    EXPECT_EQ(Selected("day = 1"), Unreadable + "7: \"day\" is a date: write the day in quotes, as \"2020-01-01\".");
+    EXPECT_EQ(Selected("a = 1 && b = 1"), Unreadable + "7: unknown sign && (write and).");
     EXPECT_EQ(Selected("a = )"), Unreadable + "5: expected a number, a variable or a quoted text, found ).");
     const std::string unknown = "data: The selection formula names a variable \"A\" that the data don't have (";
     EXPECT_EQ(Selected("A = 1").substr(0, unknown.size()), unknown);

@@ -130,6 +130,12 @@ TEST(TextView, TextsAreHarmlessAndAligned) {
               "cut      3  \uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\n");
 }
 
+TEST(TextView, OnlyTheRuleOfFreeTextIsCut) {
+    const std::string wide(80, 'w');
+    EXPECT_THAT(TextView(Collection({{{"T"}, "", {{"Text", false}}, {{wide, {wide}}}}})),
+                HasSubstr('\n' + std::string(80, '-') + "  " + std::string(72, '-') + '\n'));
+}
+
 TEST(CsvView, AnEmptyRecordStandsBetweenDocumentsOnly) {
     EXPECT_EQ(CsvView(Collection({Frequencies, Summary})), R"(Frequency table of sex
 "N Total: 8, Selected: 7"
@@ -153,7 +159,7 @@ TEST(HtmlView, ATableHasCaptionAndScopes) {
     EXPECT_EQ(Between(HtmlView(Collection({Frequencies})), "<table>", "</table>"),
               R"(
 <caption><div class="caption"><h3>Frequency table of sex</h3><p>N Total: 8, Selected: 7</p><p>age = 30</p></div></caption>
-<thead><tr><td></td><th scope="col">Count</th><th scope="col">Cumulative<br>Count</th><th scope="col">Percent(%)</th><th scope="col" class="text">Description</th></tr></thead>
+<thead><tr><td></td><th scope="col">Count</th><th scope="col">Cumulative<br>Count</th><th scope="col">Percent<wbr>(%)</th><th scope="col" class="text">Description</th></tr></thead>
 <tbody>
 <tr><th scope="row">Female</th><td>3</td><td>3</td><td class="share" style="--share:42.857142857142854">42.86</td><td class="text">said &quot;she&quot;, &lt;b&gt;</td></tr>
 <tr><th scope="row">Male</th><td>4</td><td>7</td><td class="share" style="--share:57.142857142857146">57.14</td><td class="text"></td></tr>
@@ -175,6 +181,7 @@ TEST(HtmlView, EveryTextIsEscapedAndThePageNeedsNoOtherFile) {
 TEST(HtmlView, ContentsLeadToStepsAndTables) {
     OutputCollection outputs = Collection({});
     outputs.StepTexts = {"Down: sex = Female", "Up: sex"};
+    outputs.Settings = {"Weight: <w>"};
     outputs.Add(Summary);
     outputs.BeginCommand(9060, 2);
     outputs.Add(Frequencies);
@@ -182,6 +189,8 @@ TEST(HtmlView, ContentsLeadToStepsAndTables) {
     for (const std::string anchor : {"step-1\"", "step-2\"", "table-1\"", "table-2\""}) {
         EXPECT_THAT(page, AllOf(HasSubstr("href=\"#" + anchor), HasSubstr("id=\"" + anchor)));
     }
+    EXPECT_THAT(page, AllOf(HasSubstr("<p>Weight: &lt;w&gt;</p>"),
+                            HasSubstr("Frequency table of sex <span class=\"kind\">(drill variables)</span></a>")));
     EXPECT_THAT(page, AllOf(HasSubstr("<h2><span class=\"number\">Step 0</span>All cases</h2>"),
                             HasSubstr("<h2><span class=\"number\">Step 2</span>Up: sex</h2>"),
                             HasSubstr("<li><span class=\"number\">Step 1</span>Down: sex = Female</li>")));

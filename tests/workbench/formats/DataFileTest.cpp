@@ -47,14 +47,21 @@ TEST(DataFile, LabelsAreWrittenWhenEachValueHasItsOwn) {
 TEST(DataFile, ContentMustBeWhatTheNameSays) {
     const TemporaryFolder folder;
     const std::pair<std::string, std::string> cases[] = {
-        {folder.Put("a.csv", "$FL2@(#) ..."), " isn't what its name says: its content is that of a sav file."},
-        {folder.Put("b.sav", "PK\x03\x04 ..."), " isn't what its name says: its content is that of a zip file."},
+        {folder.Put("a.csv", "$FL2@(#) ..."),
+         " isn't what its name says: it holds a sav file; rename it to \"a.sav\"."},
+        {folder.Put("b.sav", "PK\x03\x04 ..."), " is a zip archive, which can't be read; unpack it first."},
+        {folder.Put("z.xlsx", "PK\x03\x04 ..."), " is an Excel workbook, which can't be read; save it as csv."},
+        {folder.Put("z", "PK\x03\x04 mimetypeapplication/vnd.oasis.opendocument.spreadsheet"),
+         " is an OpenDocument spreadsheet, which can't be read; save it as csv."},
+        {folder.Put("z.json", "[1, 2]"), " is a JSON file, which can't be read; save it as csv."},
         {folder.Path("none.csv"), " can't be read: No such file or directory."},
         {folder.Path(""), " can't be read: Is a directory."},
     };
     for (const auto& [path, message] : cases) {
         EXPECT_EQ(ShowFile(path), "\"@\"" + message);
     }
+    std::filesystem::copy(QUILLARA_SAMPLES "/survey.sav", folder.Path("survey"));
+    EXPECT_EQ(ReadDataFile(folder.Path("survey")).Cases, 2000);
     for (const char* extension : {"sav", "zsav", "por", "dta", "sas7bdat", "xpt"}) {
         const std::string shown = ShowFile(folder.Put(std::string("t.") + extension, "a,b\n1,2\n"));
         EXPECT_EQ(shown.find("\"@\" can't be read; it is damaged"), 0U) << shown;
@@ -79,6 +86,8 @@ TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {
     const std::string path = folder.Put("a.csv", "old");
     std::filesystem::permissions(path, std::filesystem::perms{0640});
     std::filesystem::create_symlink(path, folder.Path("link.csv"));
+    EXPECT_THROW(ReplaceFile(folder.Path("link.csv"), "new", [] { return true; }), Interrupted);
+    EXPECT_EQ(ContentOf(path), "old");
     ReplaceFile(folder.Path("link.csv"), "new");
     EXPECT_EQ(ContentOf(path), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link.csv")));
@@ -86,7 +95,10 @@ TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {
     for (const std::string& nowhere : {folder.Path("none/a.csv"), folder.Path(""), std::string("/dev/full")}) {
         EXPECT_THROW(ReplaceFile(nowhere, "new"), DataError) << nowhere;
     }
-    EXPECT_EQ(folder.Files(), 2U);
+    std::filesystem::create_symlink("later.csv", folder.Path("ahead.csv"));
+    ReplaceFile(folder.Path("ahead.csv"), "new");
+    EXPECT_EQ(ContentOf(folder.Path("later.csv")), "new");
+    EXPECT_EQ(folder.Files(), 4U);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DecimalNumber.h"
@@ -10,6 +12,8 @@
 
 namespace quillara {
 namespace {
+
+const std::string OfTwo = "; the first record has 2 (separator: comma; --separator sets another).";
 
 using Fields = std::vector<std::string>;
 
@@ -20,7 +24,7 @@ std::string Read(const std::string& text, const ReadOptions& options = {}) {
 
 // clang-format off
 TEST(DelimitedTable, Shows) {
-    const std::pair<std::string, const char*> cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         // Records, quotes and encodings
         {"", "\"@\" is empty."},                               {"\n \n", "\"@\" is empty."},
         {"a,b\n", "a N; b N"},                                 {"a,b\n1,2", "a N 1; b N 2"},
@@ -33,10 +37,10 @@ TEST(DelimitedTable, Shows) {
         {"\xEF\xBB\xBF""a,b\n1,2\n", "a N 1; b N 2"},          {"\xEF\xBB\xBF""a,b\n\xE9,2\n", "a T é; b N 2"},
         {"a,b\n\xE9,\x80\n", "a T é; b T €"},                  {"a,b\né,\xE2\x82\xAC\n", "a T é; b T €"},
         // Errors name the line
-        {"a,b\n1,2\n1,2,3\n", "\"@\", line 3: 3 fields instead of 2."},
-        {"a,b\n1,2\n\n7\n1,2\n", "\"@\", line 4: 1 field instead of 2."},
-        {"a,b\n\"x\r\n\ny\",2\n1,2\n1\n", "\"@\", line 6: 1 field instead of 2."},
-        {"a,b\n1,2\n\"\"\n1,2\n", "\"@\", line 3: 1 field instead of 2."},
+        {"a,b\n1,2\n1,2,3\n", "\"@\", line 3: 3 fields instead of 2" + OfTwo},
+        {"a,b\n1,2\n\n7\n1,2\n", "\"@\", line 4: 1 field instead of 2" + OfTwo},
+        {"a,b\n\"x\r\n\ny\",2\n1,2\n1\n", "\"@\", line 6: 1 field instead of 2" + OfTwo},
+        {"a,b\n1,2\n\"\"\n1,2\n", "\"@\", line 3: 1 field instead of 2" + OfTwo},
         {"a,b\n1,2\n3,\"4\n5,6\n", "\"@\", line 3: a quote is opened and never closed."},
         {"a,b\nx,2\n\"\n\",1e999\n", "\"@\", line 4: a number is too large: 1e999."},
         {"a,b\nx,y\n1,-1e400\n", "a T x 1; b T y -1e400"},     {"a,b\n1,1e-999\n", "a N 1; b N 0"},
@@ -78,6 +82,8 @@ TEST(DelimitedTable, OptionsOverride) {
         {"a,b\n99,NA\n1,\n",      {.MissingTexts = {{"99"}}},           "a N - 1; b T NA -"},
         {"a,b\n\xE9,1\n",         {.Encoding = "Latin1"},               "a T é; b N 1"},
         {"a,b\n\x80,1\n",         {.Encoding = "cp1252"},               "a T €; b N 1"},
+        {"\xEF\xBB\xBFä,b\n1,2\n",  {.Encoding = "windows-1252"},         "ä N 1; b N 2"},
+        {"\xEF\xBB\xBF" "a,b\n\x80,2\n", {.Encoding = "cp1252"},           "a T €; b N 2"},
         {"a,b\n\xE9,1\n",         {.Encoding = "utf-8"},                "\"@\" can't be read: The text isn't in the encoding utf-8."},
         {std::string("\xFF\xFE" "a\0\n\0" "7\0", 8), {.Encoding = "utf-16"}, "a N 7"},
     };
@@ -96,9 +102,26 @@ TEST(DelimitedTable, ManyRecordsAndVariables) {
     for (int i = 0; i < 999; ++i) {
         text += "1;2\n";
     }
-    EXPECT_EQ(Read(text + "3,4\n"), "\"@\", line 1001: 1 field instead of 2.");
+    EXPECT_EQ(Read(text + "3,4\n")
+                  .find("\"@\", line 1001: 1 field instead of 2; the first record has 2 (separator: semicolon;"),
+              0U);
     EXPECT_EQ(Read(std::string(32765, ',') + "\n").substr(0, 6), "Var1 N");
     EXPECT_NE(Read(std::string(32766, ',') + "\n").find("32767 variables"), std::string::npos);
+}
+
+TEST(DelimitedTable, ALongReadingTellsItsProgressAndCanBeEnded) {
+    std::string text = "a,b\n";
+    for (int i = 0; i < 200000; ++i) {
+        text += std::to_string(i) + ",2024-02-29\n";
+    }
+    const TemporaryFolder folder;
+    const std::string path = folder.Put("data.csv", text);
+    std::vector<double> shares{0};
+    (void)ReadDataFile(path, {.Progress = [&](double share) { shares.push_back(share); }});
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+    EXPECT_GT(shares.size(), 1U);
+    EXPECT_LE(shares.back(), 1);
+    EXPECT_THROW((void)ReadDataFile(path, {.Cancelled = [] { return true; }}), Interrupted);
 }
 
 TEST(DelimitedText, SplitRecord) {

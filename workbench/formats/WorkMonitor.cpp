@@ -1,0 +1,52 @@
+#include "workbench/formats/WorkMonitor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+
+WorkMonitor::WorkMonitor(std::function<void(double share)> progress, std::function<bool()> cancelled)
+    : Progress(std::move(progress)), Cancelled(std::move(cancelled)) {}
+
+void WorkMonitor::Enter(double firstShare, double lastShare, std::size_t units) {
+    FirstShare = firstShare;
+    LastShare = lastShare;
+    Share = firstShare;
+    Units = units;
+    Done = 0;
+    DoneAtLook = 0;
+    Look();
+}
+
+void WorkMonitor::MoveTo(double part) {
+    Share = ShareAt(part);
+    Look();
+}
+
+void WorkMonitor::Check() const {
+    if (Cancelled && Cancelled()) {
+        throw Interrupted();
+    }
+}
+
+void WorkMonitor::Look() {
+    constexpr std::chrono::milliseconds pause(20);
+    DoneAtLook = Done;
+    if (Units > 0) {
+        // What the work counts may be an estimate.
+        Share = ShareAt(std::min(1.0, static_cast<double>(Done) / static_cast<double>(Units)));
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (now - LastReport < pause) {
+        return;
+    }
+    LastReport = now;
+    Check();
+    if (Progress) {
+        Progress(Share);
+    }
+}
+
+}  // namespace quillara

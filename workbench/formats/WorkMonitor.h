@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+
+namespace quillara {
+
+/// Follows a long piece of work: tells how much of it is done and asks whether it is to end, every 20 milliseconds or
+/// so however often the work calls it.
+class WorkMonitor {
+  public:
+    /// Either function may be empty.
+    explicit WorkMonitor(std::function<void(double share)> progress = {}, std::function<bool()> cancelled = {});
+
+    /// A stage begins that leads from one share of the whole work to another. Of 0 units: MoveTo tells how far it is.
+    void Enter(double firstShare, double lastShare, std::size_t units = 0);
+    /// Counts units of the stage as done. Throws Interrupted when the work was cancelled.
+    void Advance(std::size_t units = 1) {
+        Done += units;
+        if (Done - DoneAtLook >= unitsPerLook) {
+            Look();
+        }
+    }
+    /// So much of the stage, from 0 to 1, is done. Throws Interrupted when the work was cancelled.
+    void MoveTo(double part);
+    /// Asks at once. Throws Interrupted when the work was cancelled.
+    void Check() const;
+
+  private:
+    static constexpr std::size_t unitsPerLook = 4096;  // less than a millisecond's work
+
+    void Look();
+    [[nodiscard]] double ShareAt(double part) const { return FirstShare + part * (LastShare - FirstShare); }
+
+    std::function<void(double)> Progress;
+    std::function<bool()> Cancelled;
+    std::chrono::steady_clock::time_point LastReport = std::chrono::steady_clock::now();
+    double FirstShare = 0;
+    double LastShare = 0;
+    double Share = 0;
+    std::size_t Units = 0;
+    std::size_t Done = 0;
+    std::size_t DoneAtLook = 0;
+};
+
+}  // namespace quillara
