@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "workbench/command/Numbers.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -85,15 +86,14 @@ Categorization ParseCategorization(std::string_view text) {
     const std::string_view name = text.substr(0, colon);
     const auto* method = std::ranges::find(Methods, name, &MethodSyntax::Name);
     if (method == Methods.end()) {
-        throw UsageError(
-            "unknown method \"" + std::string(name) +
-            "\": choose distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer or bounds:B1,B2,...");
+        throw UsageError("Unknown method " + Quoted(name) +
+                         "; choose distinct, integer, exact:N, neat:N, step:SIZE, step:SIZE@START or bounds:B1,B2.");
     }
     Categorization chosen;
     chosen.Method = method->Method;
     const Argument argument = colon == std::string_view::npos ? Argument() : Argument(text.substr(colon + 1));
     if (!method->Read(chosen, argument)) {
-        throw UsageError("\"" + std::string(text) + "\": " + std::string(method->Rule));
+        throw UsageError(Quoted(text) + " can't be used; " + std::string(method->Rule) + ".");
     }
     return chosen;
 }

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <set>
 
 #include "workbench/command/LetterCase.h"
 #include "workbench/command/Numbers.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -71,16 +73,24 @@ FoundRow AdmittingRow(const CategoryList& list, std::string_view text) {
     return FirstRow(list, [&](const CategoryRow& row) { return !row.IsMissing && Admits(list.Method, row, *value); });
 }
 
+/// The names of the rows; one that several rows have stands once, as it finds the first of them only.
+std::vector<std::string> NamesOf(const CategoryList& list) {
+    std::vector<std::string> names;
+    std::set<std::string_view> seen;
+    for (const CategoryRow& row : list.Rows) {
+        if (seen.insert(row.Name).second) {
+            names.push_back(row.Name);
+        }
+    }
+    return names;
+}
+
 std::string Refusal(const CategoryList& list, std::string_view text) {
-    std::string line = "The variable " + list.Variable + " has no category \"" + std::string(text) + "\" now; ";
+    const std::string line = "The variable " + Quoted(list.Variable) + " has no category " + Quoted(text) + " now; ";
     if (list.Rows.empty()) {
         return line + "its list of categories is empty.";
     }
-    line += "the list shows: ";
-    for (const CategoryRow& row : list.Rows) {
-        line += (&row == &list.Rows.front() ? "\"" : ", \"") + row.Name + "\"";
-    }
-    return line + ".";
+    return line + "the list shows: " + QuotedList(NamesOf(list)) + ".";
 }
 
 }  // namespace

@@ -1,5 +1,11 @@
 #include "workbench/command/CommandLine.h"
 
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string_view>
+
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedText.h"
 
@@ -16,7 +22,7 @@ void Take(const std::string& option, const ValueTaker& take, const std::string& 
 
 char SingleCharacter(const std::string& text) {
     if (text.size() != 1) {
-        throw UsageError("\"" + text + "\" isn't a single character");
+        throw UsageError(Quoted(text) + " isn't a single character.");
     }
     return text.front();
 }
@@ -28,9 +34,72 @@ char SeparatorOf(const std::string& text) {
 char DecimalOf(const std::string& text) {
     const char decimal = SingleCharacter(text);
     if (decimal != '.' && decimal != ',') {
-        throw UsageError("the decimal character is a point or a comma");
+        throw UsageError("The decimal character is a point or a comma.");
     }
     return decimal;
+}
+
+/// Whether an option takes several things with commas between.
+bool TakesList(const CLI::Option& option) {
+    constexpr std::array<std::string_view, 3> types = {"NAMES", "LIST", "TEXTS"};
+    return std::ranges::find(types, option.get_type_name()) != types.end();
+}
+
+/// Several lists as one argument.
+std::string Joined(const std::vector<std::string>& lists) {
+    std::string joined;
+    for (const std::string& list : lists) {
+        joined += (joined.empty() ? "" : ",") + list;
+    }
+    return joined.find_first_of(" \"") == std::string::npos ? joined : "'" + joined + "'";
+}
+
+/// Programs that take "-" for standard input are many; a file of this name is rare.
+void RefuseDash(const std::string& file) {
+    std::error_code error;
+    if (file == "-" && !std::filesystem::exists(file, error)) {
+        throw UsageError("There is no file \"-\"; standard input goes by the name /dev/stdin.");
+    }
+}
+
+}  // namespace
+
+CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
+    const CLI::callback_t callback = [&command, name, take](const CLI::results_t& values) {
+        if (values.size() > 1) {
+            const bool isList = TakesList(*command.get_option(name));
+            throw UsageError(name + " is given twice" + (isList ? "; write " + name + " " + Joined(values) : "") + ".");
+        }
+        Take(name, take, values.front());
+        return true;
+    };
+    return command.add_option(name, callback, help)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& text,
+                     const std::string& help) {
+    return AddValue(
+        command, name, [&text](const std::string& value) { text = value; }, help);
+}
+
+CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
+    const CLI::callback_t callback = [name, take](const CLI::results_t& values) {
+        for (const std::string& value : values) {
+            Take(name, take, value);
+        }
+        return true;
+    };
+    return command.add_option(name, callback, help)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+void AddDataFile(CLI::App& command, const std::string& name, std::string& file) {
+    const auto take = [&file](const std::string& value) {
+        RefuseDash(value);
+        file = value;
+    };
+    AddValue(command, name, take, "data file: csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt")
+        ->type_name("")
+        ->required();
 }
 
 void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
@@ -58,42 +127,8 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
     command
         .add_flag_callback(
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
+        ->disable_flag_override()
         ->group(group);
-}
-
-}  // namespace
-
-CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
-    const CLI::callback_t callback = [name, take](const CLI::results_t& values) {
-        Take(name, take, values.front());
-        return true;
-    };
-    return command.add_option(name, callback, help)->multi_option_policy(CLI::MultiOptionPolicy::Throw);
-}
-
-CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& text,
-                     const std::string& help) {
-    return AddValue(
-        command, name, [&text](const std::string& value) { text = value; }, help);
-}
-
-CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
-    const CLI::callback_t callback = [name, take](const CLI::results_t& values) {
-        for (const std::string& value : values) {
-            Take(name, take, value);
-        }
-        return true;
-    };
-    return command.add_option(name, callback, help)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-}
-
-void AddDataFile(CLI::App& command, const std::string& name, std::string& file, ReadOptions& reading) {
-    const std::string help = "data file: csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt";
-    AddValue(
-        command, name, [&file](const std::string& value) { file = value; }, help)
-        ->type_name("")
-        ->required();
-    AddReadingOptions(command, reading);
 }
 
 }  // namespace quillara

@@ -24,8 +24,11 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<s
 /// An option with one value that may be given any number of times; the values are taken in the order given.
 CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help);
 
-/// The file that a command works on, and the options that say how delimited text is read.
-void AddDataFile(CLI::App& command, const std::string& name, std::string& file, ReadOptions& reading);
+/// The file that a command works on.
+void AddDataFile(CLI::App& command, const std::string& name, std::string& file);
+
+/// The options that say how delimited text is read; --help shows them where they are added.
+void AddReadingOptions(CLI::App& command, ReadOptions& reading);
 
 /// Adds the subcommands to the program; their callbacks do the work.
 void AddDrillCommand(CLI::App& program);

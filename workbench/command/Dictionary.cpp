@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "workbench/command/Numbers.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedText.h"
@@ -58,8 +59,8 @@ double ValueOfNumberOrDate(const Variable& variable, const std::string& text) {
     const bool isDate = variable.Kind == ValueKind::Date;
     const std::optional<double> value = isDate ? DaysFromText(text) : DecimalNumber(text);
     if (!value) {
-        throw DataError("\"" + text + "\" is no value of the variable " + variable.Name + ", which holds " +
-                        (isDate ? "dates as YYYY-MM-DD" : "numbers"));
+        throw DataError(Quoted(text) + " is no value of the variable " + Quoted(variable.Name) + ", which holds " +
+                        (isDate ? "dates as YYYY-MM-DD." : "numbers."));
     }
     return *value;
 }
@@ -90,19 +91,24 @@ void ApplyRow(DataTable& table, const Row& row) {
     }
 }
 
+[[noreturn]] void RefuseColumns(const std::string& path, const std::vector<DelimitedRecord>& records) {
+    const std::string found = records.empty() ? "it is empty" : "it has " + QuotedList(records.front().Fields);
+    throw DataError(Quoted(path) + " is no dictionary: it needs a column named \"variable\"; " + found + ".");
+}
+
 }  // namespace
 
 void ApplyDictionary(DataTable& table, const std::string& path) {
     const std::vector<DelimitedRecord> records = ReadDelimitedRecords(path);
     const Columns columns = records.empty() ? Columns() : FindColumns(records.front().Fields);
     if (!columns.VariableName) {
-        throw DataError(path + ": a dictionary needs a column named variable");
+        RefuseColumns(path, records);
     }
     for (std::size_t record = 1; record < records.size(); ++record) {
         try {
             ApplyRow(table, NamedRow(records[record].Fields, columns));
         } catch (const DataError& error) {
-            throw DataError(path + ", line " + std::to_string(records[record].Line) + ": " + error.what());
+            throw DataError(Quoted(path) + ", line " + std::to_string(records[record].Line) + ": " + error.what());
         }
     }
 }

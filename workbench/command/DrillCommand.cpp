@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "workbench/command/CommandLine.h"
+#include "workbench/command/DataReading.h"
 #include "workbench/command/DrillOptions.h"
 #include "workbench/command/DrillRun.h"
 #include "workbench/command/Interruption.h"
@@ -29,28 +30,46 @@ constexpr std::array<DocumentView, 4> Views{{
 }};
 
 constexpr const char* Notes =
-    "NAMES are comma separated; a name with a comma or a quote stands in double quotes, a quote in it twice.\n"
+    "NAMES are comma separated; a name with a comma or a quote stands in double quotes, a quote in it\n"
+    "twice.\n"
     "METHOD: distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer, bounds:B1,B2,...\n"
-    "CATEGORY: the name of a row of the category list (Missing for missing data), #K for row K from 0, or a number.\n"
-    "LIST: summary, frequencies, descriptives, review-frequencies, review-descriptives (default: all, in this order).\n"
-    "Without any of the four variable options, texts and labelled variables of at most 100 distinct values are\n"
-    "categorical, all other numbers and dates continuous.\n"
+    "CATEGORY: the name of a row of the category list (Missing for missing data), #K for row K from 0,\n"
+    "or a number.\n"
+    "FORMULA: comparisons (= <> < <= > >=), arithmetic, and, or, not, brackets, missing(NAME). A text in\n"
+    "double quotes is compared with the labels of a variable, a date is written \"YYYY-MM-DD\"; a name\n"
+    "that is no plain word stands in [square brackets].\n"
+    "LIST: summary, frequencies, descriptives, review-frequencies, review-descriptives (default: all, in\n"
+    "this order).\n"
+    "Without any of the four variable options, texts and labelled variables of at most 100 distinct\n"
+    "values are categorical, all other numbers and dates continuous.\n"
+    "\n"
+    "Exit status: 0 done, 1 the data or the drill could not be done as asked, 2 wrong usage,\n"
+    "130 interrupted.\n"
     "\n"
     "Examples:\n"
     "  quillara drill survey.sav --weight wt --weighted-moments --down sex=Female\n"
-    "  quillara drill adult.csv --categorical sex,education --continuous age --categorize age=bounds:25,45,65 \\\n"
-    "      --down sex=Female --down age=30 --show frequencies --after each --format json --output women.json\n";
+    "  quillara drill adult.csv --categorical sex,education --continuous age \\\n"
+    "      --categorize age=bounds:25,45,65 --down sex=Female --down age=30 \\\n"
+    "      --show frequencies --after each --format json --output women.json";
 
 void Write(const DrillOptions& options, const std::string& text) {
     if (options.OutputFile) {
         const InterruptibleWork work;
-        ReplaceFile(*options.OutputFile, text);
+        ReplaceFile(*options.OutputFile, text, IsInterrupted);
     } else {
         WriteToStandardOutput(text);
     }
 }
 
+void CheckOutput(const DrillOptions& options) {
+    if (options.OutputFile) {
+        CheckOutputIsAnother("--output", *options.OutputFile, "data", options.File);
+        CheckOutputIsAnother("--output", *options.OutputFile, "dictionary", options.DictionaryFile.value_or(""));
+    }
+}
+
 void Run(const DrillOptions& options) {
+    CheckOutput(options);
     const OutputCollection outputs = RunDrill(options);
     const auto* view = std::ranges::find(Views, options.Format, &DocumentView::Format);
     Write(options, view->View(outputs));
@@ -91,15 +110,21 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
 
 void AddCaseOptions(CLI::App& command, DrillOptions& options) {
     const std::string group = "Cases";
-    AddText(command, "--select", options.Formula, "case selection, as: age > 30 and sex = \"Female\"")
+    AddText(command, "--select", options.Formula,
+            "case selection, as: age > 30 and sex = \"Female\"; texts are compared with labels")
         ->type_name("FORMULA")
         ->group(group);
-    AddText(command, "--weight", options.Weight, "weight variable")->type_name("VAR")->group(group);
-    command.add_flag("--weighted-moments", options.WeightedMoments, "use fractional weights as they are")->group(group);
-    command.add_flag("--casewise", options.Casewise, "a case missing in one drill variable is missing in all")
+    AddText(command, "--weight", options.Weight,
+            "weight variable; one that the file declares is used only when it is named here")
+        ->type_name("VAR")
         ->group(group);
-    command.add_flag("--review-casewise", options.ReviewCasewise, "the same for the review variables")->group(group);
-    command.add_flag("--no-count-missing", options.NoCountMissing, "missing data is no category")->group(group);
+    const auto addFlag = [&](const std::string& name, bool& flag, const std::string& help) {
+        command.add_flag(name, flag, help)->disable_flag_override()->group(group);
+    };
+    addFlag("--weighted-moments", options.WeightedMoments, "use fractional weights as they are");
+    addFlag("--casewise", options.Casewise, "a case missing in one drill variable is missing in all");
+    addFlag("--review-casewise", options.ReviewCasewise, "the same for the review variables");
+    addFlag("--no-count-missing", options.NoCountMissing, "missing data is no category");
 }
 
 void AddResultOptions(CLI::App& command, DrillOptions& options) {
@@ -116,7 +141,8 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "results after each step, or after the last (default)")
         ->type_name("each|last");
     add(
-        "--format", [&](const std::string& text) { options.Format = ParseFormat(text); }, "default text")
+        "--format", [&](const std::string& text) { options.Format = ParseFormat(text); },
+        "text (default) for reading, html for a report, json and csv for programs")
         ->type_name("text|json|csv|html");
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
@@ -145,7 +171,7 @@ void AddDrillCommand(CLI::App& program) {
     options->Results = DefaultResults();
     CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");
     command->footer(Notes);
-    AddDataFile(*command, "FILE", options->File, options->Reading);
+    AddDataFile(*command, "FILE", options->File);
     AddVariableOptions(*command, *options);
     AddCaseOptions(*command, *options);
     const CLI::Option* down = AddRepeated(*command, "--down", ParseDown, "one drill step; repeatable, runs in order")
@@ -156,6 +182,7 @@ void AddDrillCommand(CLI::App& program) {
                                 ->type_name("VAR")
                                 ->group("Steps");
     AddResultOptions(*command, *options);
+    AddReadingOptions(*command, options->Reading);
     command->callback([=] {
         options->Steps = StepsInOrder(*command, down, up);
         if (options->Names) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -13,7 +14,7 @@ namespace {
 std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, std::string_view rest) {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos) {
-        throw UsageError("\"" + std::string(text) + "\" isn't of the form VAR=" + std::string(rest));
+        throw UsageError(Quoted(text) + " isn't of the form VAR=" + std::string(rest) + ".");
     }
     return {std::string(text.substr(0, equals)), text.substr(equals + 1)};
 }
@@ -27,7 +28,7 @@ Meaning Choose(const std::array<std::pair<std::string_view, Meaning>, Count>& wo
         }
         known += (known.empty() ? "" : ", ") + std::string(word);
     }
-    throw UsageError("unknown value \"" + std::string(text) + "\": choose from " + known);
+    throw UsageError("Unknown value " + Quoted(text) + "; choose from " + known + ".");
 }
 
 constexpr std::array<std::pair<std::string_view, OutputFormat>, 4> FormatWords{{

@@ -4,14 +4,15 @@
 #include <utility>
 
 #include "workbench/command/CategoryLookup.h"
+#include "workbench/command/DataReading.h"
 #include "workbench/command/Dictionary.h"
 #include "workbench/command/DrillDriver.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DataFile.h"
 
 namespace quillara {
 namespace {
@@ -21,7 +22,7 @@ short NumberOf(const DataTable& table, const std::string& name) {
 }
 
 DataTable OpenData(const DrillOptions& options) {
-    DataTable table = ReadDataFile(options.File, options.Reading);
+    DataTable table = ReadDataWithProgress(options.File, options.Reading);
     if (options.DictionaryFile) {
         ApplyDictionary(table, *options.DictionaryFile);
     }
@@ -31,7 +32,7 @@ DataTable OpenData(const DrillOptions& options) {
 std::size_t WeightNamed(const DataTable& table, const std::string& name) {
     const std::size_t index = table.IndexOf(name);
     if (table.Variables[index].Kind == ValueKind::Text) {
-        throw DataError("The variable " + name + " can't be the weight: it holds texts.");
+        throw DataError("The variable " + Quoted(name) + " can't be the weight: it holds texts.");
     }
     return index;
 }
@@ -49,6 +50,29 @@ CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
 
 bool IsEmpty(const VariableLists& lists) {
     return lists.First.empty() && lists.Second.empty();
+}
+
+/// What is in force for all results, for people.
+std::vector<std::string> SettingTexts(const DrillOptions& options) {
+    std::vector<std::string> texts;
+    if (options.Weight) {
+        const std::string manner = options.WeightedMoments ? ", fractions as they are" : ", rounded to whole numbers";
+        texts.push_back("Weight: " + *options.Weight + manner);
+    }
+    if (options.Formula) {
+        texts.push_back("Selection: " + *options.Formula);
+    }
+    const std::initializer_list<std::pair<bool, const char*>> boxes = {
+        {options.Casewise, "Missing data deleted casewise"},
+        {options.ReviewCasewise, "Missing data of review variables deleted casewise"},
+        {options.NoCountMissing, "Missing data not counted"},
+    };
+    for (const auto& [isPressed, text] : boxes) {
+        if (isPressed) {
+            texts.emplace_back(text);
+        }
+    }
+    return texts;
 }
 
 /// One drill from open data to its documents.
@@ -81,17 +105,20 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
     Outputs.FileName = table.FileName;
     Outputs.Cases = table.Cases;
     Outputs.Variables = static_cast<int>(table.Variables.size());
+    Outputs.Settings = SettingTexts(options);
 }
 
 AnalysisServices DrillRun::Services() {
     AnalysisServices services;
-    services.ShowMessage = [](std::string_view text) { WriteMessage(text); };
+    services.ShowMessage = [this](std::string_view text) {
+        Progress.Clear();
+        WriteMessage(text);
+    };
     services.TakeSpreadsheet = [this](SpreadsheetDocument document) { Outputs.Add(std::move(document)); };
     services.BreakFlag = &InterruptFlag();
     if (ProgressBar::IsWanted()) {
         services.ProgressStarted = [this](std::string_view text, std::int32_t total) { Progress.Start(text, total); };
         services.ProgressAdvanced = [this](std::int32_t done) { Progress.Advance(done); };
-        services.ProgressEnded = [this] { Progress.End(); };
     }
     return services;
 }
@@ -139,8 +166,8 @@ void DrillRun::PressBoxes() {
 void DrillRun::Categorize(const CategorizedVariable& categorized) {
     const short variable = NumberOf(Table, categorized.Variable);
     if (std::ranges::find(Variables.Drill.Second, variable) == Variables.Drill.Second.end()) {
-        throw DataError("The variable " + categorized.Variable +
-                        " can't be categorized: it is no continuous drill variable.");
+        throw DataError("The variable " + Quoted(categorized.Variable) +
+                        " can't be categorized: it is no continuous drill variable; name it in --continuous.");
     }
     Driver.Categorize(variable, categorized.How);
 }
@@ -156,11 +183,12 @@ void DrillRun::Take(const DrillStep& step) {
 void DrillRun::GoDown(const std::string& name, const std::string& category) {
     const short variable = NumberOf(Table, name);
     if (Driver.CanGoUp(variable)) {
-        throw DataError("The variable " + name + " has been drilled on already; undo that step first (--up " + name +
-                        ").");
+        throw DataError("The variable " + Quoted(name) + " has been drilled on already; undo that step first (--up " +
+                        name + ").");
     }
     if (!Driver.CanGoDown(variable)) {
-        throw DataError("The variable " + name + " can't be drilled on: it is no drill variable.");
+        throw DataError("The variable " + Quoted(name) +
+                        " can't be drilled on: it is no drill variable; name it in --categorical or --continuous.");
     }
     std::string chosen;
     Driver.Down(variable, [&](const CategoryList& list) {
@@ -174,7 +202,7 @@ void DrillRun::GoDown(const std::string& name, const std::string& category) {
 void DrillRun::GoUp(const std::string& name) {
     const short variable = NumberOf(Table, name);
     if (!Driver.CanGoUp(variable)) {
-        throw DataError("There is no step on the variable " + name + " to undo.");
+        throw DataError("There is no step on the variable " + Quoted(name) + " to undo.");
     }
     Driver.Up(variable);
     Outputs.StepTexts.push_back("Up: " + name);

@@ -3,14 +3,23 @@
 #include <memory>
 
 #include "workbench/command/CommandLine.h"
+#include "workbench/command/DataReading.h"
 #include "workbench/command/Dictionary.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/command/VariableSummary.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DataFile.h"
 
 namespace quillara {
 namespace {
+
+constexpr const char* Notes =
+    "Values shows the labels of a variable, the texts of a text variable, and of any other variable the\n"
+    "smallest and the largest value.\n"
+    "\n"
+    "Examples:\n"
+    "  quillara info survey.sav\n"
+    "  quillara info prices.txt --separator tab --decimal , --format json";
 
 struct InfoOptions {
     std::string File;
@@ -21,13 +30,13 @@ struct InfoOptions {
 
 bool ParseAsJson(const std::string& text) {
     if (text != "text" && text != "json") {
-        throw UsageError("unknown value \"" + text + "\": choose from text, json");
+        throw UsageError("Unknown value " + Quoted(text) + "; choose from text, json.");
     }
     return text == "json";
 }
 
 void Run(const InfoOptions& options) {
-    DataTable table = ReadDataFile(options.File, options.Reading);
+    DataTable table = ReadDataWithProgress(options.File, options.Reading);
     if (options.DictionaryFile) {
         ApplyDictionary(table, *options.DictionaryFile);
     }
@@ -39,12 +48,14 @@ void Run(const InfoOptions& options) {
 void AddInfoCommand(CLI::App& program) {
     const auto options = std::make_shared<InfoOptions>();
     CLI::App* command = program.add_subcommand("info", "show the variables of a data file");
-    AddDataFile(*command, "FILE", options->File, options->Reading);
+    command->footer(Notes);
+    AddDataFile(*command, "FILE", options->File);
     AddText(*command, "--dictionary", options->DictionaryFile,
             "delimited file of labels with the columns variable, value, label, description")
         ->type_name("FILE");
     const auto take = [options](const std::string& text) { options->AsJson = ParseAsJson(text); };
     AddValue(*command, "--format", take, "text (default) or json, which has all value labels")->type_name("text|json");
+    AddReadingOptions(*command, options->Reading);
     command->callback([options] { Run(*options); });
 }
 

@@ -35,6 +35,10 @@ const std::atomic<bool>& InterruptFlag() noexcept {
     return Requested;
 }
 
+bool IsInterrupted() noexcept {
+    return Requested.load();
+}
+
 InterruptibleWork::InterruptibleWork() noexcept {
     WorkRunning.fetch_add(1);
 }
@@ -44,7 +48,7 @@ InterruptibleWork::~InterruptibleWork() {
 }
 
 void InterruptibleWork::Finish() {
-    if (Requested.load()) {
+    if (IsInterrupted()) {
         throw Interrupted();
     }
 }

@@ -11,6 +11,7 @@ void WatchForInterrupt();
 
 /// True once Ctrl-C has been pressed within an InterruptibleWork; lives as long as the program.
 [[nodiscard]] const std::atomic<bool>& InterruptFlag() noexcept;
+[[nodiscard]] bool IsInterrupted() noexcept;  ///< the same, for work that asks a function
 
 /// A stretch of work that must not be cut off at any place: it looks at InterruptFlag where it can stop, and calls
 /// Finish when it is done.

@@ -1,14 +1,15 @@
 // The command-line program: finds the subcommand, runs it, and turns failures into one line and an exit status.
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
+#include "workbench/command/ArgumentComplaint.h"
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/ExitStatus.h"
+#include "workbench/command/HelpFormatter.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
@@ -17,7 +18,7 @@ namespace quillara {
 namespace {
 
 constexpr const char* ProgramName = "quillara";
-constexpr const char* NoDesktop = "this build has no desktop; drill, info and convert work without one";
+constexpr const char* NoDesktop = "This build has no desktop; drill, info and convert work without one.";
 
 void AddOpenCommand(CLI::App& program) {
     CLI::App* command = program.add_subcommand("open", "open a data file in the desktop (not in this build)");
@@ -61,13 +62,6 @@ std::string HelpCall(const CLI::App& program) {
     return ProgramName + (commands.empty() ? "" : " " + commands.front()->get_name()) + " --help";
 }
 
-/// The first argument that the parser could make nothing of.
-std::string FirstUnknown(const CLI::App& program) {
-    const std::vector<std::string> unknown = program.remaining(true);
-    const auto first = std::ranges::find_if(unknown, [](const std::string& argument) { return argument != "--"; });
-    return first == unknown.end() ? "" : *first;
-}
-
 ExitStatus Complain(ExitStatus status, const std::string& problem) {
     WriteMessage(std::string(ProgramName) + ": " + problem);
     return status;
@@ -82,16 +76,16 @@ ExitStatus WrongUsage(const CLI::App& program, const std::string& problem) {
 ExitStatus Run(int count, char** values) {
     CLI::App program("Drill-down exploration of data files.", ProgramName);
     try {
+        program.formatter(std::make_shared<HelpFormatter>());
+        program.set_help_flag("-h,--help", "print this help and exit");
         AddCommands(program);
         program.parse(Arguments(count, values));
         return DoneStatus;
     } catch (const CLI::CallForHelp&) {
         WriteToStandardOutput(program.help());
         return DoneStatus;
-    } catch (const CLI::ExtrasError&) {
-        return WrongUsage(program, "\"" + FirstUnknown(program) + "\" is not expected here");
     } catch (const CLI::ParseError& error) {
-        return WrongUsage(program, error.what());
+        return WrongUsage(program, ComplaintAbout(program, error));
     } catch (const UsageError& error) {
         return WrongUsage(program, error.what());
     }
@@ -108,7 +102,7 @@ int main(int count, char** values) {
     } catch (const Interrupted&) {
         return InterruptedStatus;
     } catch (const std::bad_alloc&) {
-        return Complain(NotDoneStatus, "there is not enough memory for this data");
+        return Complain(NotDoneStatus, "There is not enough memory for this data.");
     } catch (const std::exception& error) {
         return Complain(NotDoneStatus, error.what());
     }

@@ -22,15 +22,16 @@ bool ProgressBar::IsWanted() {
 }
 
 ProgressBar::~ProgressBar() {
-    End();
+    Clear();
 }
 
 void ProgressBar::Start(std::string_view text, std::int32_t total) {
-    End();
     Text = text;
     Total = std::max(total, 1);
     NextLook = 0;
-    NextDraw = Clock::now() + Patience;
+    if (!NextDraw) {
+        NextDraw = Clock::now() + Patience;
+    }
 }
 
 void ProgressBar::Advance(std::int32_t done) {
@@ -45,7 +46,7 @@ void ProgressBar::Advance(std::int32_t done) {
     }
 }
 
-void ProgressBar::End() {
+void ProgressBar::Clear() {
     if (IsShown) {
         std::fputs(EraseLine, stderr);
         IsShown = false;

@@ -2,13 +2,14 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace quillara {
 
-/// A bar on standard error that shows how far a pass over the cases is. It appears once the pass has run for half a
-/// second and goes when it ends.
+/// A bar on standard error that shows how far a pass over the data is. It appears half a second after the first start,
+/// so that many short passes show it too, and stays until it is cleared.
 class ProgressBar {
   public:
     /// Whether anybody would see a bar: standard error is a terminal.
@@ -21,7 +22,8 @@ class ProgressBar {
 
     void Start(std::string_view text, std::int32_t total);
     void Advance(std::int32_t done);
-    void End();
+    /// Takes the bar off the screen; to be done before anything else is written there.
+    void Clear();
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -31,7 +33,7 @@ class ProgressBar {
     std::string Text;
     std::int32_t Total = 0;
     std::int64_t NextLook = 0;  ///< cases before which the clock isn't read again
-    Clock::time_point NextDraw;
+    std::optional<Clock::time_point> NextDraw;  ///< nothing: never started
     bool IsShown = false;
 };
 

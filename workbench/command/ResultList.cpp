@@ -4,8 +4,9 @@
 #include <array>
 #include <string>
 
+#include "workbench/command/QuotedText.h"
+#include "workbench/command/VariableChoice.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DelimitedText.h"
 
 namespace quillara {
 namespace {
@@ -37,7 +38,7 @@ std::string KnownNames() {
 int ButtonOf(std::string_view name) {
     const auto* result = std::ranges::find(Results, name, &NamedResult::Name);
     if (result == Results.end()) {
-        throw UsageError("unknown result \"" + std::string(name) + "\": choose from " + KnownNames());
+        throw UsageError("Unknown result " + Quoted(name) + "; choose from " + KnownNames() + ".");
     }
     return result->Button;
 }
@@ -46,8 +47,11 @@ int ButtonOf(std::string_view name) {
 
 std::vector<int> ParseResultList(std::string_view list) {
     std::vector<int> buttons;
-    for (const std::string& name : SplitRecord(list)) {
+    for (const std::string& name : ParseNames(list)) {
         buttons.push_back(ButtonOf(name));
+    }
+    if (buttons.empty()) {
+        throw UsageError("No result is named; choose from " + KnownNames() + ".");
     }
     return buttons;
 }

@@ -3,8 +3,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "workbench/data/Errors.h"
+#include "workbench/documents/ShownText.h"
 
 namespace quillara {
 
@@ -16,21 +18,7 @@ void WriteToStandardOutput(std::string_view text) {
 }
 
 void WriteMessage(std::string_view text) {
-    std::fprintf(stderr, "%s\n", OnOneLine(text).c_str());
-}
-
-std::string OnOneLine(std::string_view text) {
-    std::string line;
-    for (const char character : text) {
-        const auto code = static_cast<unsigned char>(character);
-        const bool isControl = code < 0x20 || code == 0x7F;
-        if (!isControl) {
-            line += character;
-        } else if (!line.empty() && line.back() != ' ') {
-            line += ' ';
-        }
-    }
-    return line;
+    std::fprintf(stderr, "%s\n", ShownLine(text).c_str());
 }
 
 }  // namespace quillara

@@ -1,9 +1,11 @@
 #include "workbench/command/VariableChoice.h"
 
+#include <algorithm>
 #include <set>
 #include <unordered_set>
 
 #include "platform/OrderedBits.h"
+#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedText.h"
 
@@ -29,7 +31,7 @@ void CheckBothLists(const std::vector<std::string>& categorical, const std::vect
     for (const auto* names : {&categorical, &continuous}) {
         for (const std::string& name : *names) {
             if (!seen.insert(name).second) {
-                throw UsageError("the variable \"" + name + "\" is given twice");
+                throw UsageError("The variable " + Quoted(name) + " is given twice.");
             }
         }
     }
@@ -51,7 +53,13 @@ bool HasFewValues(const Variable& variable) {
 std::vector<std::string> ParseNames(std::string_view text) {
     std::vector<std::string> names = SplitRecord(text);
     const bool isEmpty = names.size() == 1 && names.front().empty();
-    return isEmpty ? std::vector<std::string>() : names;
+    if (isEmpty) {
+        return {};
+    }
+    if (std::ranges::find(names, "") != names.end()) {
+        throw UsageError("A name is missing in " + Quoted(text) + "; a list with blanks stands in quotes: \"a, b\".");
+    }
+    return names;
 }
 
 void CheckForRepeats(const VariableNames& names) {

@@ -23,7 +23,8 @@ struct VariableChoice {
     VariableLists Review;
 };
 
-/// The names in one record of delimited text; none in an empty one. Throws DataError when a quote isn't closed.
+/// The names in one record of delimited text; none in an empty one. Throws UsageError when one of several is empty,
+/// DataError when a quote isn't closed.
 [[nodiscard]] std::vector<std::string> ParseNames(std::string_view text);
 
 /// Throws UsageError when a name stands twice among the drill variables or twice among the review variables.

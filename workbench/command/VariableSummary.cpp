@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 
 #include <nlohmann/json.hpp>
@@ -87,13 +88,33 @@ Json JsonOf(const VariableSummary& summary) {
             {"labels", std::move(labels)}};
 }
 
+void TakeValues(VariableSummary& summary, const Variable& variable) {
+    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
+    double smallest = std::numeric_limits<double>::infinity();
+    double largest = -smallest;
+    for (const double value : variable.Values) {
+        if (missing.Contains(value)) {
+            ++summary.MissingCases;
+        } else if (std::isfinite(value)) {
+            smallest = std::min(smallest, value);
+            largest = std::max(largest, value);
+        }
+    }
+    if (smallest <= largest && variable.Kind != ValueKind::Text) {
+        summary.Smallest = TextOf(variable, smallest);
+        summary.Largest = TextOf(variable, largest);
+    }
+}
+
 }  // namespace
 
 VariableSummary SummaryOf(const Variable& variable) {
-    VariableSummary summary{variable.Name, TypeOf(variable), variable.LongName, variable.Format, 0, {}};
-    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-    summary.MissingCases =
-        std::ranges::count_if(variable.Values, [&](double value) { return missing.Contains(value); });
+    VariableSummary summary;
+    summary.Name = variable.Name;
+    summary.Type = TypeOf(variable);
+    summary.Label = variable.LongName;
+    summary.Format = variable.Format;
+    TakeValues(summary, variable);
     for (const double value : ValuesOf(variable)) {
         summary.Values.push_back(
             {value, TextOf(variable, value), Copy(variable.LabelOf(value)), Copy(variable.DescriptionOf(value))});

@@ -23,6 +23,8 @@ struct VariableSummary {
     std::string Label;
     std::string Format;
     std::int64_t MissingCases = 0;
+    std::string Smallest;  ///< of the values that aren't missing; empty for texts, and when there is none
+    std::string Largest;
     std::vector<LabelledValue> Values;  ///< ascending
 };
 

@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <array>
 
-#include "workbench/command/StandardStreams.h"
 #include "workbench/command/VariableSummary.h"
+#include "workbench/documents/ShownText.h"
+#include "workbench/formats/DelimitedText.h"
 
 namespace quillara {
 namespace {
@@ -26,7 +27,7 @@ std::size_t CharactersIn(const std::string& text) {
 
 /// A text on one line, cut between characters when it is too long for a column.
 std::string Shortened(const std::string& text) {
-    std::string line = OnOneLine(text);
+    std::string line = ShownLine(text);
     if (CharactersIn(line) <= LongestText) {
         return line;
     }
@@ -36,13 +37,22 @@ std::string Shortened(const std::string& text) {
     return std::string(line.begin(), cut) + "...";
 }
 
-std::string ShownValue(const LabelledValue& value) {
-    const bool sayBoth = !value.Label.empty() && value.Label != value.Text;
-    return Shortened(sayBoth ? value.Text + " = " + value.Label : value.Text);
+/// A text among others with commas between.
+std::string ListedText(const std::string& text) {
+    return QuotedField(Shortened(text));
 }
 
-/// The first values with their labels; of many, how many more there are.
+std::string ShownValue(const LabelledValue& value) {
+    const bool sayBoth = !value.Label.empty() && value.Label != value.Text;
+    return ListedText(value.Text) + (sayBoth ? " = " + ListedText(value.Label) : "");
+}
+
+/// The first values with their labels and, of many, how many more there are; without any, where the values lie.
 std::string ShownValuesOf(const VariableSummary& summary) {
+    if (summary.Values.empty()) {
+        const bool isOne = summary.Smallest == summary.Largest;
+        return isOne ? summary.Smallest : summary.Smallest + " to " + summary.Largest;
+    }
     std::string shown;
     const std::size_t count = std::min(summary.Values.size(), ShownValues);
     for (std::size_t value = 0; value < count; ++value) {
@@ -53,7 +63,7 @@ std::string ShownValuesOf(const VariableSummary& summary) {
 }
 
 Line LineOf(std::size_t number, const VariableSummary& summary) {
-    return {std::to_string(number),   OnOneLine(summary.Name), summary.Type, std::to_string(summary.MissingCases),
+    return {std::to_string(number),   ShownLine(summary.Name), summary.Type, std::to_string(summary.MissingCases),
             Shortened(summary.Label), ShownValuesOf(summary)};
 }
 
@@ -61,14 +71,14 @@ std::string Aligned(const std::vector<Line>& lines) {
     std::array<std::size_t, ColumnCount> widths{};
     for (const Line& line : lines) {
         for (std::size_t column = 0; column < ColumnCount; ++column) {
-            widths[column] = std::max(widths[column], CharactersIn(line[column]));
+            widths[column] = std::max(widths[column], DisplayWidth(line[column]));
         }
     }
     std::string text;
     for (const Line& line : lines) {
         std::string row;
         for (std::size_t column = 0; column < ColumnCount; ++column) {
-            const std::string padding(widths[column] - CharactersIn(line[column]), ' ');
+            const std::string padding(widths[column] - DisplayWidth(line[column]), ' ');
             row += (column == 0 ? "" : "  ") + (RightAligned[column] ? padding + line[column] : line[column] + padding);
         }
         row.erase(row.find_last_not_of(' ') + 1);
@@ -77,14 +87,18 @@ std::string Aligned(const std::vector<Line>& lines) {
     return text;
 }
 
+std::string Counted(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 std::string HeadingOf(const DataTable& table) {
-    std::string heading = OnOneLine(table.FileName) + ": " + std::to_string(table.Cases) + " cases, " +
-                          std::to_string(table.Variables.size()) + " variables\n";
+    std::string heading = ShownLine(table.FileName) + ": " + Counted(static_cast<std::size_t>(table.Cases), "case") +
+                          ", " + Counted(table.Variables.size(), "variable") + "\n";
     if (!table.Header.empty()) {
-        heading += "Title: " + OnOneLine(table.Header) + "\n";
+        heading += "Title: " + ShownLine(table.Header) + "\n";
     }
     if (table.Weight) {
-        heading += "The file declares a weight: " + OnOneLine(table.Variables[*table.Weight].Name) + "\n";
+        heading += "The file declares a weight: " + ShownLine(table.Variables[*table.Weight].Name) + "\n";
     }
     return heading + "\n";
 }

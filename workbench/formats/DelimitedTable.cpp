@@ -204,6 +204,7 @@ DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options
     for (std::size_t i = 0; i < names.size(); ++i) {
         table.Variables.push_back(columns.Read(i, std::move(names[i])));
     }
+    monitor.Finish();
     return table;
 }
 

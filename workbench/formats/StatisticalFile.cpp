@@ -218,6 +218,7 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
                   collection.Content.Columns.size() * static_cast<std::size_t>(collection.Content.Cases));
     DataTable table = TableOf(std::move(collection.Content), extension, monitor);
     table.FileName = NameOfFile(path);
+    monitor.Finish();
     return table;
 }
 

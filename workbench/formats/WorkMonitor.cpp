@@ -31,6 +31,13 @@ void WorkMonitor::Check() const {
     }
 }
 
+void WorkMonitor::Finish() const {
+    Check();
+    if (Progress) {
+        Progress(1);
+    }
+}
+
 void WorkMonitor::Look() {
     constexpr std::chrono::milliseconds pause(20);
     DoneAtLook = Done;

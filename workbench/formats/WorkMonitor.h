@@ -26,6 +26,8 @@ class WorkMonitor {
     void MoveTo(double part);
     /// Asks at once. Throws Interrupted when the work was cancelled.
     void Check() const;
+    /// The whole work is done: asks a last time, then tells the share 1. Throws Interrupted when it was cancelled.
+    void Finish() const;
 
   private:
     static constexpr std::size_t unitsPerLook = 4096;  // less than a millisecond's work

@@ -24,11 +24,21 @@ TEST_F(InfoAndConvert, InfoIsAnAlignedTable) {
               "\n"
               "#  Name    Type    Missing  Label  Values\n"
               "1  sex     text          1         Female, Mäle\n"
-              "2  height  number        1\n"
-              "3  day     date          1\n");
+              "2  height  number        1         1.5 to 2\n"
+              "3  day     date          1         2024-02-01 to 2024-02-02\n");
     EXPECT_NE(Quillara(Folder, "info --missing= small.csv").Out.find("NA"), std::string::npos);
     const std::string survey = QUILLARA_SAMPLES "/survey";
     EXPECT_EQ(Quillara(Folder, "info " + survey + ".csv --dictionary " + survey + "-dictionary.csv").Errors, "");
+}
+
+TEST_F(InfoAndConvert, NoTextSteersTheTerminalOrLooksLikeTwo) {
+    Folder.Put("odd.csv",
+               "a\xC2\x9B"
+               "31m\n\"x, y\"\n");
+    EXPECT_EQ(Quillara(Folder, "info odd.csv").Out,
+              "odd.csv: 1 case, 1 variable\n\n#  Name   Type  Missing  Label  Values\n"
+              "1  a\xEF\xBF\xBD"
+              "31m  text        0         \"x, y\"\n");
 }
 
 TEST_F(InfoAndConvert, InfoAsJsonHasAllLabels) {
@@ -45,6 +55,23 @@ TEST_F(InfoAndConvert, ConvertedDataReadBackTheSame) {
     ASSERT_EQ(Quillara(Folder, "convert small.csv copy.csv --decimal=,").Status, 0);
     EXPECT_EQ(json::parse(Quillara(Folder, "info copy.csv --format json").Out)["variables"],
               json::parse(Quillara(Folder, "info small.csv --decimal , --format json").Out)["variables"]);
+}
+
+TEST_F(InfoAndConvert, CtrlCKeepsTheFileThatWasThere) {
+    std::string large = "number,text\n";
+    for (int number = 0; number < 400'000; ++number) {
+        large += std::to_string(number) + ",text " + std::to_string(number % 1000) + "\n";
+    }
+    Folder.Put("large.csv", large);
+    for (const int milliseconds : {20, 100, 200, 300, 400}) {
+        const std::string copy = Folder.Put("copy.csv", "before");
+        const std::string wait = std::to_string(milliseconds / 1000.0);
+        const Outcome outcome =
+            Quillara(Folder, "convert large.csv copy.csv", "timeout --foreground --preserve-status -s INT " + wait);
+        EXPECT_EQ(ContentOf(copy) == "before", outcome.Status != 0) << milliseconds;
+        EXPECT_TRUE(outcome.Status == 0 || outcome.Status == 130) << outcome.Status;
+        EXPECT_EQ(Folder.Files(), 4U);
+    }
 }
 
 }  // namespace

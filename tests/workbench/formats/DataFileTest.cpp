@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
 
 #include "tests/workbench/formats/FormatsTesting.h"
@@ -79,6 +80,21 @@ TEST(DataFile, BothFilesOfTheSurveyHoldTheSameCases) {
     ASSERT_EQ(sav.Weight, sav.IndexOf("weight"));
     const std::vector<double>& weights = sav.Variables[*sav.Weight].Values;
     EXPECT_NEAR(std::accumulate(weights.begin(), weights.end(), 0.0), 2000, 0.5);
+}
+
+TEST(DataFile, ReadingTellsItsProgressAndCanBeEnded) {
+    const TemporaryFolder folder;
+    std::string text = "a,b\n";
+    for (int i = 0; i < 100000; ++i) {
+        text += std::to_string(i) + ",2024-02-29\n";
+    }
+    for (const std::string& path : {folder.Put("long.csv", text), std::string(QUILLARA_SAMPLES "/survey.sav")}) {
+        std::vector<double> shares;
+        (void)ReadDataFile(path, {.Progress = [&](double share) { shares.push_back(share); }});
+        EXPECT_TRUE(std::ranges::is_sorted(shares)) << path;
+        EXPECT_EQ(shares.back(), 1) << path;
+        EXPECT_THROW((void)ReadDataFile(path, {.Cancelled = [] { return true; }}), Interrupted) << path;
+    }
 }
 
 TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {

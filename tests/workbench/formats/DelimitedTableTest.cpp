@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DecimalNumber.h"
@@ -107,21 +105,6 @@ TEST(DelimitedTable, ManyRecordsAndVariables) {
               0U);
     EXPECT_EQ(Read(std::string(32765, ',') + "\n").substr(0, 6), "Var1 N");
     EXPECT_NE(Read(std::string(32766, ',') + "\n").find("32767 variables"), std::string::npos);
-}
-
-TEST(DelimitedTable, ALongReadingTellsItsProgressAndCanBeEnded) {
-    std::string text = "a,b\n";
-    for (int i = 0; i < 200000; ++i) {
-        text += std::to_string(i) + ",2024-02-29\n";
-    }
-    const TemporaryFolder folder;
-    const std::string path = folder.Put("data.csv", text);
-    std::vector<double> shares{0};
-    (void)ReadDataFile(path, {.Progress = [&](double share) { shares.push_back(share); }});
-    EXPECT_TRUE(std::ranges::is_sorted(shares));
-    EXPECT_GT(shares.size(), 1U);
-    EXPECT_LE(shares.back(), 1);
-    EXPECT_THROW((void)ReadDataFile(path, {.Cancelled = [] { return true; }}), Interrupted);
 }
 
 TEST(DelimitedText, SplitRecord) {

@@ -1,0 +1,49 @@
+#include "workbench/command/DataReading.h"
+
+#include <filesystem>
+
+#include "workbench/command/Interruption.h"
+#include "workbench/command/ProgressBar.h"
+#include "workbench/command/QuotedText.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DataFile.h"
+
+namespace quillara {
+namespace {
+
+constexpr int ProgressUnits = 1000;
+
+bool IsRegularFile(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+}  // namespace
+
+DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
+    if (!IsRegularFile(path)) {
+        return ReadDataFile(path, options);  // may wait for a pipe for ever; Ctrl-C ends the program at once
+    }
+    ProgressBar progress;
+    if (ProgressBar::IsWanted()) {
+        progress.Start("Reading data ", ProgressUnits);
+        options.Progress = [&progress](double share) {
+            progress.Advance(static_cast<std::int32_t>(share * ProgressUnits));
+        };
+    }
+    options.Cancelled = IsInterrupted;
+    const InterruptibleWork work;
+    DataTable table = ReadDataFile(path, options);
+    InterruptibleWork::Finish();
+    return table;
+}
+
+void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,
+                          const std::string& input) {
+    std::error_code error;
+    if (IsRegularFile(input) && std::filesystem::equivalent(output, input, error)) {
+        throw UsageError(option + " names the " + role + " file " + Quoted(output) + " itself; choose another file.");
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// A name, a path or another text of the user's, as it stands in a message.
+[[nodiscard]] std::string Quoted(std::string_view text);
+
+/// Several of them with commas between; of many the first 20, and how many more there are.
+[[nodiscard]] std::string QuotedList(const std::vector<std::string>& texts);
+
+}  // namespace quillara
