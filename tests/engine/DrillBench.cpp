@@ -9,18 +9,6 @@
 
 namespace drilltest {
 
-namespace {
-
-std::vector<std::int16_t> NumbersOf(const DrillBench& bench, const Names& names) {
-    std::vector<std::int16_t> numbers;
-    for (const std::string& name : names) {
-        numbers.push_back(bench.Number(name));
-    }
-    return numbers;
-}
-
-}  // namespace
-
 quillara::Variable Numbers(std::string name, std::vector<double> values) {
     const double code = quillara::EncodeMissing(values);
     return RawNumbers(std::move(name), std::move(values), code);
@@ -57,16 +45,12 @@ void DrillBench::Open(quillara::DataTable table) {
     ASSERT_TRUE(Document->RunSequence());
 }
 
-std::optional<quillara::VariableLists> DrillBench::ListsOf(const Names& first, const Names& second) const {
-    return quillara::VariableLists{NumbersOf(*this, first), NumbersOf(*this, second)};
-}
-
-int DrillBench::Choose(const Names& categorical, const Names& continuous) {
-    return ChooseLists(ListsOf(categorical, continuous));
-}
-
-int DrillBench::Review(const Names& categorical, const Names& continuous) {
-    return ReviewLists(ListsOf(categorical, continuous));
+quillara::VariableLists DrillBench::ListsOf(const Names& first, const Names& second) const {
+    quillara::VariableLists lists;
+    const auto number = [this](const std::string& name) { return Number(name); };
+    std::transform(first.begin(), first.end(), std::back_inserter(lists.First), number);
+    std::transform(second.begin(), second.end(), std::back_inserter(lists.Second), number);
+    return lists;
 }
 
 int DrillBench::ChooseLists(const std::optional<quillara::VariableLists>& answer) {
@@ -162,14 +146,6 @@ std::string DrillBench::Text(const CDrillDown::DrillSet& set, const std::string&
     }
     text << "] missing " << record.MissingWeight;
     return text.str();
-}
-
-std::string DrillBench::CategoryNames(const std::string& name) const {
-    std::string text;
-    for (const Categories& category : Record(name).CategorySet) {
-        text += (text.empty() ? "" : " | ") + category.Name;
-    }
-    return text;
 }
 
 Drill& DrillBench::RecordIn(const CDrillDown::DrillSet& set, const std::string& name) const {

@@ -47,8 +47,12 @@ class DrillBench {
     // Verbs
 
     /// Chooses the drill variables, categorical and continuous. Gives the result of the operation.
-    int Choose(const Names& categorical, const Names& continuous = {});
-    int Review(const Names& categorical, const Names& continuous = {});
+    int Choose(const Names& categorical, const Names& continuous = {}) {
+        return ChooseLists(ListsOf(categorical, continuous));
+    }
+    int Review(const Names& categorical, const Names& continuous = {}) {
+        return ReviewLists(ListsOf(categorical, continuous));
+    }
     /// The same by numbers; nothing: the user cancels the dialog.
     int ChooseLists(const std::optional<quillara::VariableLists>& answer);
     int ReviewLists(const std::optional<quillara::VariableLists>& answer);
@@ -73,6 +77,9 @@ class DrillBench {
     CDrillDown& Analysis() const { return static_cast<CDrillDown&>(Document->Analysis()); }
     CAnalysisDoc& Host() const { return *Document; }
     std::int16_t Number(const std::string& name) const { return static_cast<std::int16_t>(Data.IndexOf(name) + 1); }
+    const std::vector<double>& ValuesOf(int var) const {
+        return Data.Variables[static_cast<std::size_t>(var - 1)].Values;
+    }
     /// Polls since CancelAt.
     int Polls() const { return PollCount; }
     /// Rows that a record's list shows before Missing.
@@ -82,15 +89,13 @@ class DrillBench {
     /// "x: n=5 mean=2.5 [1:3 2:2] missing 1", with "w=" behind n where the weights differ from it.
     std::string Open(const std::string& name) const { return Text(*Analysis().DrillDowns, name); }
     std::string Reviewed(const std::string& name) const { return Text(*Analysis().Reviews, name); }
-    /// The names alone: "1 | 2 | 3".
-    std::string CategoryNames(const std::string& name) const;
     Drill& Record(const std::string& name) const { return RecordIn(*Analysis().DrillDowns, name); }
     Drill& RecordIn(const CDrillDown::DrillSet& set, const std::string& name) const;
     /// Messages shown since the last call.
     Names TakeMessages() { return std::exchange(Messages, {}); }
 
   private:
-    std::optional<quillara::VariableLists> ListsOf(const Names& first, const Names& second) const;
+    quillara::VariableLists ListsOf(const Names& first, const Names& second) const;
     std::string Text(const CDrillDown::DrillSet& set, const std::string& name) const;
 
     Road TheRoad;

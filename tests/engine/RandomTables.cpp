@@ -1,15 +1,32 @@
-// Random tables and random operations on them.
+#include "tests/engine/RandomTables.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
-
-#include "tests/engine/Exploration.h"
+#include <iomanip>
+#include <ostream>
+#include <string_view>
+#include <tuple>
 
 namespace drilltest {
 
 namespace {
 
 using Values = std::vector<double>;
+using ValueMaker = double (*)(Random&);
+
+double Quarter(Random& random) {
+    return static_cast<double>(Pick(random, 40)) / 4.0 - 2.5;
+}
+
+double WholeValue(Random& random) {
+    return static_cast<double>(Pick(random, 9)) - 3.0;
+}
+
+double Fraction(Random& random) {
+    return std::uniform_real_distribution<double>(-100.0, 100.0)(random);
+}
 
 double NearlyEqualValue(Random& random) {
     static constexpr std::array<double, 4> bases{1.0, -2.5, 0.0, 1e-310};
@@ -19,154 +36,127 @@ double NearlyEqualValue(Random& random) {
 
 double SpecialValue(Random& random) {
     static constexpr double largest = std::numeric_limits<double>::max();
-    static const std::array<double, 16> values{NA,     -NA,     Infinity,     -Infinity, -0.0,     0.0,
-                                               5e-324, -5e-324, 1e-300,       largest,   -largest, 1.7e308,
-                                               1.0,    -1e300,  2147483648.0, 0.5};
+    static const Values values{NA,     -NA,     Infinity, -Infinity, -0.0,   0.0, 5e-324,       -5e-324,
+                               1e-300, largest, -largest, 1.7e308,   -1e300, 1.0, 2147483648.0, 0.5};
     return values[Pick(random, values.size())];
 }
 
-double Quarters(Random& random, int range) {
-    return static_cast<double>(Pick(random, static_cast<std::size_t>(range))) / 4.0 - range / 16.0;
-}
+constexpr std::array<ValueMaker, 5> ValueMakers{WholeValue, Quarter, Fraction, NearlyEqualValue, SpecialValue};
 
-double RandomValue(Random& random, std::size_t kind) {
-    switch (kind) {
-        case 0:
-            return static_cast<double>(Pick(random, 9)) - 3.0;
-        case 1:
-            return Quarters(random, 40);
-        case 2:
-            return std::uniform_real_distribution<double>(-100.0, 100.0)(random);
-        case 3:
-            return NearlyEqualValue(random);
-        default:
-            return SpecialValue(random);
-    }
-}
-
-constexpr std::size_t ValueKinds = 5;
-
-/// A missing code that is met: outside of the data, one of the values, or 15 or 16 units away from one.
-double ChooseMissingCode(Random& random, Values& values) {
-    if (values.empty() || !Chance(random, 3)) {
-        for (double& value : values) {
-            value = Chance(random, 8) ? -9999 : value;
-        }
-        return -9999;
-    }
-    const double value = values[Pick(random, values.size())];
-    static constexpr std::array<std::int64_t, 3> units{0, 15, 16};
-    return std::isfinite(value) ? Moved(value, units[Pick(random, units.size())]) : value;
-}
-
-quillara::Variable AnyVariable(Random& random, std::string name, std::int32_t cases) {
-    const std::size_t kind = Pick(random, ValueKinds);
+Values MakeValues(std::int32_t cases, const std::function<double()>& make) {
     Values values(static_cast<std::size_t>(cases));
-    std::generate(values.begin(), values.end(), [&] { return RandomValue(random, kind); });
-    const double code = ChooseMissingCode(random, values);
+    std::generate(values.begin(), values.end(), make);
+    return values;
+}
+
+/// As many values as a record keeps, or a few less or more; after them, and now and then before, the same again.
+Values ManyValues(Random& random, std::int32_t cases) {
+    const std::size_t distinct = 2046 + Pick(random, 5);
+    std::size_t last = 0;
+    return MakeValues(cases, [&] {
+        const std::size_t place = Chance(random, 4) ? Pick(random, last + 1) : ++last;
+        return static_cast<double>(place * 7919 % distinct);
+    });
+}
+
+/// The missing code lies outside of the data, or is one of the values, or lies 15 or 16 units away from one.
+quillara::Variable ValueVariable(Random& random, TableStyle style, std::string name, std::int32_t cases) {
+    const ValueMaker make = ValueMakers[Pick(random, style == TableStyle::Anything ? ValueMakers.size() : 2)];
+    const bool outside = style != TableStyle::Anything || cases == 0 || !Chance(random, 3);
+    Values values = style == TableStyle::ManyValues
+                        ? ManyValues(random, cases)
+                        : MakeValues(cases, [&] { return outside && Chance(random, 8) ? -9999 : make(random); });
+    static constexpr std::array<std::int64_t, 3> units{0, 15, 16};
+    const double near = outside ? -9999 : values[Pick(random, values.size())];
+    const double code = outside || !std::isfinite(near) ? near : Moved(near, units[Pick(random, units.size())]);
     return RawNumbers(std::move(name), std::move(values), code);
 }
 
-quillara::Variable PlainVariable(Random& random, std::string name, std::int32_t cases) {
-    const bool whole = Chance(random, 2);
-    Values values(static_cast<std::size_t>(cases));
-    std::generate(values.begin(), values.end(), [&] {
-        return Chance(random, 9) ? -9999 : whole ? static_cast<double>(Pick(random, 6)) : Quarters(random, 60);
-    });
-    return RawNumbers(std::move(name), std::move(values));
-}
-
-quillara::Variable ManyValued(Random& random, std::string name, std::int32_t cases) {
-    const std::size_t distinct = 2000 + Pick(random, 200);
-    Values values(static_cast<std::size_t>(cases));
-    std::size_t place = 0;
-    for (double& value : values) {
-        // Now and then the same value again, so that a full set is also met by a value that it has just counted.
-        place += Chance(random, 4) ? 0 : 1;
-        value = static_cast<double>((place * 7919) % distinct) - (Chance(random, 50) ? 0.5 : 0.0);
-    }
-    return RawNumbers(std::move(name), std::move(values));
-}
-
 quillara::Variable WeightVariable(Random& random, TableStyle style, std::int32_t cases) {
-    static const Values any{0.0, 0.4, 0.5, 1.0, 1.25, 2.5, 3.0, -1.0, -0.4, 0.1, 99.0, Moved(0.0, 15), Moved(0.0, 16)};
-    static const Values plain{1.0, 2.0, 0.5, 1.25};
-    const Values& weights = style == TableStyle::Anything ? any : plain;
-    Values values(static_cast<std::size_t>(cases));
-    std::generate(values.begin(), values.end(), [&] { return weights[Pick(random, weights.size())]; });
-    return RawNumbers("weight", std::move(values), Chance(random, 2) ? 99.0 : -9999);
+    static const Values weights{1.0,  2.0, 0.5,  1.25,           0.0,           0.4, 2.5, 3.0, -1.0,
+                                -0.4, 0.1, 99.0, Moved(0.0, 15), Moved(0.0, 16)};
+    const std::size_t count = style == TableStyle::Anything ? weights.size() : 4;
+    const double code = Chance(random, 2) ? 99.0 : -9999;
+    return RawNumbers("weight", MakeValues(cases, [&] { return weights[Pick(random, count)]; }), code);
 }
 
-quillara::VariableLists RandomLists(Random& random, std::size_t variables) {
-    quillara::VariableLists lists;
-    for (std::size_t var = 1; var <= variables; ++var) {
-        // A variable may stand in none, in one or in both.
-        const std::size_t place = Pick(random, 8);
-        if (place >= 1 && place <= 4) {
-            lists.First.insert(lists.First.begin() + static_cast<std::ptrdiff_t>(Pick(random, lists.First.size() + 1)),
-                               static_cast<std::int16_t>(var));
-        }
-        if (place >= 4) {
-            lists.Second.push_back(static_cast<std::int16_t>(var));
-        }
+/// Equal to the last bit; all NaN are the same.
+struct Exactly {
+    friend bool operator==(const Exactly& left, const Exactly& right) {
+        return (std::isnan(left.Value) && std::isnan(right.Value)) ||
+               std::bit_cast<std::uint64_t>(left.Value) == std::bit_cast<std::uint64_t>(right.Value);
     }
-    // The dialog takes no more entries than there are variables.
-    lists.Second.resize(std::min(lists.Second.size(), variables - lists.First.size()));
-    return lists;
+    friend std::ostream& operator<<(std::ostream& out, const Exactly& each) {
+        return out << std::setprecision(17) << each.Value;
+    }
+    double Value;
+};
+
+auto Fields(const Drill& record) {
+    return std::tuple(record.VarNo, record.VarType, std::string_view(record.Name), record.ValidCount,
+                      Exactly{record.ValidWeight}, record.MissingCount, Exactly{record.MissingWeight},
+                      Exactly{record.Min}, Exactly{record.Max}, Exactly{record.Mean}, Exactly{record.SumSquares},
+                      record.Method, record.Isset, record.Order, record.ChosenCategory, record.CategorySet.size());
 }
 
-Drill RandomMethod(Random& random) {
-    Drill method(0, 0, 0, "");
-    method.Method = static_cast<std::int32_t>(Pick(random, 6));
-    method.ExactCount = static_cast<std::int32_t>(Pick(random, 12));
-    method.NeatCount = static_cast<std::int32_t>(Pick(random, 15));
-    method.StepSize = Chance(random, 8) ? 0.0 : static_cast<double>(1 + Pick(random, 80)) / 4.0;
-    method.StepStart = Quarters(random, 60);
-    method.StartAtMin = static_cast<std::int32_t>(Pick(random, 2));
-    method.NU = static_cast<std::int32_t>(Pick(random, 6));
-    std::generate_n(method.UserInterv.begin(), method.NU, [&] { return Quarters(random, 60); });
-    std::sort(method.UserInterv.begin(), method.UserInterv.begin() + method.NU);
-    return method;
+auto Fields(const Categories& category, bool names) {
+    return std::tuple(category.Kind, Exactly{category.Count}, Exactly{category.Upper}, Exactly{category.Lower},
+                      names ? std::string_view(category.Name) : std::string_view());
 }
 
 }  // namespace
 
-std::size_t Pick(Random& random, std::size_t count) {
-    return random() % count;
-}
-
 quillara::DataTable RandomTable(Random& random, TableStyle style, std::int32_t cases) {
-    const auto make = style == TableStyle::Anything       ? AnyVariable
-                      : style == TableStyle::PlainNumbers ? PlainVariable
-                                                          : ManyValued;
     std::vector<quillara::Variable> variables;
     const std::size_t count = style == TableStyle::ManyValues ? 2 : 2 + Pick(random, 4);
     for (std::size_t i = 0; i < count; ++i) {
-        variables.push_back(make(random, std::string(1, static_cast<char>('a' + i)), cases));
+        variables.push_back(ValueVariable(random, style, std::string(1, static_cast<char>('a' + i)), cases));
     }
     variables.push_back(WeightVariable(random, style, cases));
     return TableOf(std::move(variables));
 }
 
-Operation RandomOperation(Random& random, const quillara::DataTable& table, Operation::Verb verb) {
-    Operation operation;
-    operation.What = verb;
-    operation.Lists = RandomLists(random, table.Variables.size());
-    std::generate(operation.Flags.begin(), operation.Flags.end(),
-                  [&] { return static_cast<std::int16_t>(Pick(random, 2)); });
-    operation.Place = Pick(random, 64);
-    operation.Row = Pick(random, 64);
-    operation.InReviews = Chance(random, 4);
-    operation.Method = RandomMethod(random);
-    if (!Chance(random, 3)) {
-        operation.Weight = table.Variables.size() - 1;
+quillara::VariableLists RandomLists(Random& random, std::size_t variables) {
+    quillara::VariableLists lists;
+    for (std::size_t var = 1; var <= variables; ++var) {
+        const std::size_t place = Pick(random, 8);
+        if (place >= 1 && place <= 4) {
+            lists.First.push_back(static_cast<std::int16_t>(var));
+        }
+        if (place >= 4) {
+            lists.Second.push_back(static_cast<std::int16_t>(var));
+        }
     }
-    if (!Chance(random, 3)) {
-        operation.Selection.resize(static_cast<std::size_t>(table.Cases));
-        std::generate(operation.Selection.begin(), operation.Selection.end(),
-                      [&] { return Chance(random, 5) ? CaseResult::Skip : CaseResult::Use; });
+    std::shuffle(lists.First.begin(), lists.First.end(), random);
+    // The dialog takes no more entries than there are variables.
+    lists.Second.resize(std::min(lists.Second.size(), variables - lists.First.size()));
+    return lists;
+}
+
+void CategorizeAnyhow(Random& random, Drill& record, const std::vector<double>& values) {
+    const bool farApart = std::any_of(values.begin(), values.end(), [](double x) { return std::fabs(x) > 1e4; });
+    const auto method = static_cast<std::int32_t>(Pick(random, 6));
+    record.Method = farApart && method == StepIntervals ? NeatIntervals : method;
+    record.ExactCount = static_cast<std::int32_t>(Pick(random, 12));
+    record.NeatCount = static_cast<std::int32_t>(Pick(random, 15));
+    record.StepSize = Chance(random, 8) ? 0.0 : static_cast<double>(1 + Pick(random, 80)) / 4.0;
+    record.StepStart = Quarter(random);
+    record.StartAtMin = static_cast<std::int32_t>(Pick(random, 2));
+    record.NU = static_cast<std::int32_t>(Pick(random, 6));
+    std::generate_n(record.UserInterv.begin(), record.NU, [&] { return Quarter(random); });
+    std::sort(record.UserInterv.begin(), record.UserInterv.begin() + record.NU);
+    record.RebuildCategories();
+}
+
+void ExpectSame(const std::vector<Drill>& left, const std::vector<Drill>& right, bool names, const std::string& where) {
+    ASSERT_EQ(left.size(), right.size()) << where;
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        ASSERT_EQ(Fields(left[i]), Fields(right[i])) << where;
+        auto other = right[i].CategorySet.begin();
+        for (const Categories& category : left[i].CategorySet) {
+            ASSERT_EQ(Fields(category, names), Fields(*other++, names)) << where << ": " << left[i].Name;
+        }
     }
-    return operation;
 }
 
 }  // namespace drilltest

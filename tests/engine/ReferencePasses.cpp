@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "platform/OrderedBits.h"
 
@@ -9,16 +10,110 @@ namespace drilltest {
 
 namespace {
 
-bool IsWhole(double value) {
-    return NearlyEqual(value, std::floor(value));
+using Plain = ReferencePasses;
+using Records = Plain::Records;
+
+double Value(const Plain& plain, std::int16_t var, std::size_t row) {
+    return plain.Table.Variables[static_cast<std::size_t>(var) - 1].Values[row];
+}
+
+bool IsMissing(const Plain& plain, std::int16_t var, std::size_t row) {
+    return NearlyEqual(Value(plain, var, row), plain.Table.Variables[static_cast<std::size_t>(var) - 1].MissingCode);
+}
+
+bool AnyMissing(const Plain& plain, const quillara::VariableLists& lists, std::size_t row) {
+    const auto missing = [&](std::int16_t var) { return IsMissing(plain, var, row); };
+    return std::any_of(lists.First.begin(), lists.First.end(), missing) ||
+           std::any_of(lists.Second.begin(), lists.Second.end(), missing);
+}
+
+bool Deleted(const Plain& plain, const Plain::Side& side, std::size_t row) {
+    return side.Casewise == 1 && AnyMissing(plain, side.Lists, row);
+}
+
+double WeightOf(const Plain& plain, std::size_t row) {
+    if (!plain.Weight) {
+        return 1.0;
+    }
+    const auto var = static_cast<std::int16_t>(*plain.Weight + 1);
+    const double weight = Value(plain, var, row);
+    const double whole = weight > 0.0 ? std::floor(weight + 0.5) : std::ceil(weight - 0.5);
+    return IsMissing(plain, var, row) ? -1.0 : plain.WeightedMoments == 1 || weight == 0.0 ? weight : whole;
 }
 
 bool TakesDistinctValues(const Drill& record) {
     return record.Method == 0 || record.Method == 4;
 }
 
-bool Admits(const Drill& record, double value) {
-    return record.Method == 0 || (record.Method == 4 && IsWhole(value));
+bool Keeps(const Plain& plain, const Drill& step, std::size_t row) {
+    const double x = Value(plain, step.VarNo, row);
+    if (step.ChosenCategory == static_cast<std::int32_t>(step.CategorySet.size())) {
+        return IsMissing(plain, step.VarNo, row);
+    }
+    const Categories& kept = *std::next(step.CategorySet.begin(), step.ChosenCategory);
+    return TakesDistinctValues(step) ? x == kept.Upper
+           : step.Method == 3        ? !(x >= kept.Upper || kept.Lower > x)
+                                     : !(x > kept.Upper || kept.Lower >= x);
+}
+
+/// Visits the cases of the selection that have a positive weight and, if asked for, pass every step; false when the
+/// user cancels on the way.
+template <typename Visit>
+bool ForEachCase(Plain& plain, bool filtered, Visit visit) {
+    for (std::size_t row = 0; row < static_cast<std::size_t>(plain.Table.Cases); ++row) {
+        if (!plain.Selection.empty() && plain.Selection[row] == CaseResult::Skip) {
+            continue;
+        }
+        if (++plain.Polls == plain.CancelPoll) {
+            return false;
+        }
+        const double weight = WeightOf(plain, row);
+        const auto keeps = [&](const Drill& step) { return Keeps(plain, step, row); };
+        if (OrderedBits(weight) > 15 && (!filtered || std::all_of(plain.Steps.begin(), plain.Steps.end(), keeps))) {
+            visit(row, weight);
+        }
+    }
+    return true;
+}
+
+auto Statistics(Drill& record) {
+    return std::tie(record.Min, record.Max, record.Mean, record.SumSquares, record.ValidCount, record.ValidWeight,
+                    record.MissingCount, record.MissingWeight);
+}
+
+/// The records with the statistics of no case; a pass adds to them and stores them at its end.
+Records WithoutStatistics(Records records) {
+    for (Drill& found : records) {
+        Statistics(found) = std::tuple(1.7e+308, -1.7e+308, 0.0, 0.0, 0, 0.0, 0, 0.0);
+    }
+    return records;
+}
+
+void AddMissing(Drill& found, double weight) {
+    ++found.MissingCount;
+    found.MissingWeight += weight;
+}
+
+void AddMissing(Records& found, double weight) {
+    std::for_each(found.begin(), found.end(), [weight](Drill& each) { AddMissing(each, weight); });
+}
+
+void AddValid(Drill& found, double x, double weight) {
+    ++found.ValidCount;
+    found.ValidWeight += weight;
+    found.Min = x < found.Min ? x : found.Min;
+    found.Max = x > found.Max ? x : found.Max;
+    const double d = (x - found.Mean) * weight;
+    found.Mean = found.Mean + d / found.ValidWeight;
+    found.SumSquares = found.SumSquares + (x - found.Mean) * d;
+}
+
+bool AdmitsAny(const Drill& record, double) {
+    return record.VarType == 0;
+}
+
+bool AdmitsByMethod(const Drill& record, double value) {
+    return record.Method == 0 || (record.Method == 4 && NearlyEqual(value, std::floor(value)));
 }
 
 void AddDistinctValue(Drill& record, double value, std::int16_t kind, double weight) {
@@ -45,375 +140,196 @@ void AddToInterval(Drill& record, double value, double weight) {
     }
 }
 
-std::vector<std::int16_t> AllOf(const quillara::VariableLists& lists) {
-    std::vector<std::int16_t> all = lists.First;
-    all.insert(all.end(), lists.Second.begin(), lists.Second.end());
-    return all;
+/// The first record of a variable.
+Drill* First(Records& records, std::int16_t var) {
+    const auto found = std::find_if(records.begin(), records.end(), [var](auto& each) { return each.VarNo == var; });
+    return found == records.end() ? nullptr : &*found;
 }
 
-void EmptyCategories(ReferencePasses::Records& set) {
-    for (Drill& record : set) {
-        record.CategorySet.clear();
-    }
-}
-
-void Renumber(ReferencePasses::Records& set) {
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        set[i].Order = static_cast<std::int16_t>(i);
-    }
-}
-
-}  // namespace
-
-void ReferencePasses::Statistics::AddMissing(double weight) {
-    MissingWeight += weight;
-    ++MissingCount;
-}
-
-void ReferencePasses::Statistics::Add(double x, double weight) {
-    SumWeights += weight;
-    ++ValidCount;
-    if (x < Min) {
-        Min = x;
-    }
-    if (x > Max) {
-        Max = x;
-    }
-    const double d = (x - Mean) * weight;
-    Mean = Mean + d / SumWeights;
-    SumSquares = SumSquares + (x - Mean) * d;
-}
-
-void ReferencePasses::Statistics::Store(Drill& record) const {
-    record.Min = Min;
-    record.Max = Max;
-    record.Mean = Mean;
-    record.SumSquares = SumSquares;
-    record.MissingCount = MissingCount;
-    record.MissingWeight = MissingWeight;
-    record.ValidCount = ValidCount;
-    record.ValidWeight = SumWeights;
-}
-
-/// Visits the cases of the selection that have a positive weight; false when the user cancels on the way.
-template <typename Visit>
-bool ReferencePasses::ForEachCase(Visit visit) {
-    for (std::size_t row = 0; row < static_cast<std::size_t>(Table.Cases); ++row) {
-        if (!Selection.empty() && Selection[row] == CaseResult::Skip) {
+/// Adds a case to the statistics found so far, and its admitted values to the categories of the first record of their
+/// variable.
+void AddCase(const Plain& plain, Records& open, Records& found, std::size_t row, double weight,
+             bool (*admits)(const Drill&, double)) {
+    for (std::size_t i = 0; i < open.size(); ++i) {
+        const Drill& record = open[i];
+        const double x = Value(plain, record.VarNo, row);
+        if (IsMissing(plain, record.VarNo, row)) {
+            AddMissing(found[i], weight);
             continue;
         }
-        if (++Polls == CancelPoll) {
-            return false;
+        AddValid(found[i], x, weight);
+        if (admits(record, x)) {
+            AddDistinctValue(*First(open, record.VarNo), x, record.VarType, weight);
         }
-        const double weight = WeightOf(row);
-        if (OrderedBits(weight) > 15) {
-            visit(row, weight);
+    }
+}
+
+template <typename Change>
+void ForEachRecord(Plain& plain, Change change) {
+    std::for_each(plain.Drills.Open.begin(), plain.Drills.Open.end(), change);
+    std::for_each(plain.Reviews.Open.begin(), plain.Reviews.Open.end(), change);
+}
+
+void EmptyCategories(Drill& record) {
+    record.CategorySet.clear();
+}
+
+/// The scan of newly chosen variables. What sets the two lists apart: reviews are filtered and leave ValidVar alone;
+/// drill records take neat intervals under any method but 0, reviews under Method 2.
+bool Scan(Plain& plain, Plain::Side& side, const quillara::VariableLists& lists) {
+    const bool reviews = &side == &plain.Reviews;
+    side.Lists = lists;
+    side.Open.clear();
+    for (const auto& [list, type] : {std::pair(&lists.First, 0), std::pair(&lists.Second, 1)}) {
+        for (const std::int16_t var : *list) {
+            const auto order = static_cast<std::int16_t>(side.Open.size());
+            const std::string& name = plain.Table.Variables[static_cast<std::size_t>(var) - 1].Name;
+            side.Open.emplace_back(var, static_cast<std::int16_t>(type), order, name);
+        }
+    }
+    Records found = WithoutStatistics(side.Open);
+    const bool completed = ForEachCase(plain, reviews, [&](std::size_t row, double weight) {
+        if (Deleted(plain, side, row)) {
+            return AddMissing(found, weight);
+        }
+        plain.ValidVar += reviews ? 0 : 1;
+        AddCase(plain, side.Open, found, row, weight, AdmitsAny);
+    });
+    if (!completed) {
+        return false;
+    }
+    for (Drill& each : found) {
+        Statistics(*First(side.Open, each.VarNo)) = Statistics(each);
+    }
+    for (Drill& record : side.Open) {
+        record.Isset = TakesDistinctValues(record) ? 1 : 0;
+        if (reviews ? record.Method == 2 : record.Method != 0) {
+            record.MakeNeatCategories();
         }
     }
     return true;
 }
 
-double ReferencePasses::WeightOf(std::size_t row) const {
-    if (!Weight) {
-        return 1.0;
-    }
-    const quillara::Variable& variable = Table.Variables[*Weight];
-    const double weight = variable.Values[row];
-    if (NearlyEqual(weight, variable.MissingCode)) {
-        return -1.0;
-    }
-    if (WeightedMoments == 1 || weight == 0.0) {
-        return weight;
-    }
-    return weight > 0.0 ? std::floor(weight + 0.5) : std::ceil(weight - 0.5);
-}
-
-double ReferencePasses::Value(std::int16_t var, std::size_t row) const {
-    return Table.Variables[static_cast<std::size_t>(var) - 1].Values[row];
-}
-
-bool ReferencePasses::IsMissing(std::int16_t var, double value) const {
-    return NearlyEqual(value, Table.Variables[static_cast<std::size_t>(var) - 1].MissingCode);
-}
-
-bool ReferencePasses::AnyMissing(const quillara::VariableLists& lists, std::size_t row) const {
-    const std::vector<std::int16_t> all = AllOf(lists);
-    return std::any_of(all.begin(), all.end(), [&](std::int16_t var) { return IsMissing(var, Value(var, row)); });
-}
-
-bool ReferencePasses::DeletedForDrills(std::size_t row) const {
-    return CasewiseDeletionOfMD == 1 && AnyMissing(Drills, row);
-}
-
-bool ReferencePasses::DeletedForReviews(std::size_t row) const {
-    return RVCasewiseDeletionOfMD == 1 && AnyMissing(Reviewed, row);
-}
-
-bool ReferencePasses::HasBeenDrilled(std::size_t row) const {
-    for (const Drill& step : DrillUps) {
-        const double x = Value(step.VarNo, row);
-        if (step.ChosenCategory == static_cast<std::int32_t>(step.CategorySet.size())) {
-            if (!IsMissing(step.VarNo, x)) {
-                return true;
-            }
-            continue;
-        }
-        if (step.Method > 5) {
-            return false;
-        }
-        const Categories& kept = *std::next(step.CategorySet.begin(), step.ChosenCategory);
-        const bool dropped = TakesDistinctValues(step) ? !(x == kept.Upper)
-                             : step.Method == 3        ? x >= kept.Upper || kept.Lower > x
-                                                       : x > kept.Upper || kept.Lower >= x;
-        if (dropped) {
-            return true;
+void StoreAfterDrill(Records& open, Records& found, int (Drill::*build)()) {
+    for (std::size_t i = 0; i < open.size(); ++i) {
+        Statistics(open[i]) = Statistics(found[i]);
+        open[i].Isset = TakesDistinctValues(open[i]) ? 1 : 0;
+        if (!TakesDistinctValues(open[i])) {
+            (open[i].*build)();
         }
     }
-    return false;
 }
 
-Drill* ReferencePasses::First(Records& set, std::int16_t var) const {
-    const auto found = std::find_if(set.begin(), set.end(), [var](const Drill& record) { return record.VarNo == var; });
-    return found == set.end() ? nullptr : &*found;
+}  // namespace
+
+void ReferencePasses::Adopt(const CDrillDown& module) {
+    ValidVar = module.ValidVar;
+    DataChanged = module.DataChanged;
+    WeightedMoments = module.WeightedMoments;
+    Drills.Casewise = module.CasewiseDeletionOfMD;
+    Reviews.Casewise = module.RVCasewiseDeletionOfMD;
+    Drills.Open.assign(module.DrillDowns->begin(), module.DrillDowns->end());
+    Reviews.Open.assign(module.Reviews->begin(), module.Reviews->end());
+    Steps.assign(module.DrillUps->begin(), module.DrillUps->end());
 }
 
-void ReferencePasses::MakeRecords(Records& set, const quillara::VariableLists& lists) const {
-    set.clear();
-    for (const std::int16_t var : AllOf(lists)) {
-        const auto order = static_cast<std::int16_t>(set.size());
-        const std::int16_t type = set.size() < lists.First.size() ? 0 : 1;
-        set.emplace_back(var, type, order, Table.Variables[static_cast<std::size_t>(var) - 1].Name);
-    }
-}
-
-void ReferencePasses::ChooseDrills(const quillara::VariableLists& lists) {
-    Drills = lists;
-    Reviewed = {};
-    Reviews.clear();
-    DrillUps.clear();
-    MakeRecords(DrillDowns, Drills);
+int ReferencePasses::Choose(const quillara::VariableLists& lists) {
+    Reviews.Lists = {};
+    Reviews.Open.clear();
     ValidVar = 0;
-    Scan(DrillDowns, Drills, false);
-}
-
-void ReferencePasses::ChooseReviews(const quillara::VariableLists& lists) {
-    Reviewed = lists;
-    MakeRecords(Reviews, Reviewed);
-    Scan(Reviews, Reviewed, true);
-    DataChanged = 0;
-}
-
-/// The scan of newly chosen variables. What sets the two lists apart: reviews are filtered and leave ValidVar alone;
-/// drill records take neat intervals under any method but 0, reviews under Method 2; a cancel empties the drill
-/// records.
-int ReferencePasses::Scan(Records& set, const quillara::VariableLists& lists, bool reviews) {
-    const std::vector<std::int16_t> variables = AllOf(lists);
-    std::vector<Statistics> found(variables.size());
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (reviews && HasBeenDrilled(row)) {
-            return;
-        }
-        if (reviews ? DeletedForReviews(row) : DeletedForDrills(row)) {
-            std::for_each(found.begin(), found.end(), [&](Statistics& each) { each.AddMissing(weight); });
-            return;
-        }
-        ValidVar += reviews ? 0 : 1;
-        for (std::size_t i = 0; i < variables.size(); ++i) {
-            const double x = Value(variables[i], row);
-            if (IsMissing(variables[i], x)) {
-                found[i].AddMissing(weight);
-                continue;
-            }
-            found[i].Add(x, weight);
-            if (i < lists.First.size()) {
-                AddDistinctValue(*First(set, variables[i]), x, 0, weight);
-            }
-        }
-    });
-    if (!completed) {
-        return reviews ? 0 : (set.clear(), 0);
-    }
-    for (std::size_t i = 0; i < variables.size(); ++i) {
-        found[i].Store(*First(set, variables[i]));
-        for (Drill& record : set) {
-            if (i < lists.First.size() && record.VarNo == variables[i]) {
-                record.Isset = TakesDistinctValues(record) ? 1 : 0;
-            }
-        }
-    }
-    for (Drill& record : set) {
-        if (reviews ? record.Method == 2 : record.Method != 0) {
-            record.MakeNeatCategories();
-        }
+    if (!Scan(*this, Drills, lists)) {
+        Drills.Open.clear();
     }
     return 1;
 }
 
-void ReferencePasses::AddValues(Records& set, std::vector<Statistics>& found, std::size_t row, double weight) {
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        const double x = Value(set[i].VarNo, row);
-        if (IsMissing(set[i].VarNo, x)) {
-            found[i].AddMissing(weight);
-            continue;
-        }
-        found[i].Add(x, weight);
-        if (Admits(set[i], x)) {
-            AddDistinctValue(*First(set, set[i].VarNo), x, set[i].VarType, weight);
-        }
-    }
-}
-
-void ReferencePasses::StoreAfterDrill(Records& set, const std::vector<Statistics>& found, int (Drill::*build)()) {
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        found[i].Store(set[i]);
-        set[i].Isset = TakesDistinctValues(set[i]) ? 1 : 0;
-        if (!TakesDistinctValues(set[i])) {
-            (set[i].*build)();
-        }
-    }
+int ReferencePasses::Review(const quillara::VariableLists& lists) {
+    Scan(*this, Reviews, lists);
+    DataChanged = 0;
+    return 1;
 }
 
 int ReferencePasses::ReadAfterDrill() {
     ValidVar = 0;
-    EmptyCategories(DrillDowns);
-    EmptyCategories(Reviews);
-    std::vector<Statistics> drills(DrillDowns.size());
-    std::vector<Statistics> reviews(Reviews.size());
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (HasBeenDrilled(row)) {
-            return;
-        }
+    ForEachRecord(*this, EmptyCategories);
+    Records drills = WithoutStatistics(Drills.Open);
+    Records reviews = WithoutStatistics(Reviews.Open);
+    const bool completed = ForEachCase(*this, true, [&](std::size_t row, double weight) {
         ++ValidVar;
-        if (DeletedForDrills(row)) {
-            std::for_each(drills.begin(), drills.end(), [&](Statistics& each) { each.AddMissing(weight); });
+        if (Deleted(*this, Drills, row)) {
+            AddMissing(drills, weight);
         } else {
-            AddValues(DrillDowns, drills, row, weight);
+            AddCase(*this, Drills.Open, drills, row, weight, AdmitsByMethod);
         }
-        if (!DeletedForReviews(row)) {
-            AddValues(Reviews, reviews, row, weight);
+        if (!Deleted(*this, Reviews, row)) {
+            AddCase(*this, Reviews.Open, reviews, row, weight, AdmitsByMethod);
         }
     });
     if (!completed) {
-        EmptyCategories(DrillDowns);
-        EmptyCategories(Reviews);
+        ForEachRecord(*this, EmptyCategories);
         return 0;
     }
-    StoreAfterDrill(DrillDowns, drills, &Drill::RebuildCategories);
-    StoreAfterDrill(Reviews, reviews, &Drill::MakeNeatCategories);
+    StoreAfterDrill(Drills.Open, drills, &Drill::RebuildCategories);
+    StoreAfterDrill(Reviews.Open, reviews, &Drill::MakeNeatCategories);
     return 1;
 }
 
 int ReferencePasses::ReadBeforeDrill() {
-    if (DataChanged != 0 && !(AllOf(Drills).empty() && AllOf(Reviewed).empty())) {
+    if (DataChanged != 0 && !(Drills.Lists.First.empty() && Drills.Lists.Second.empty() &&
+                              Reviews.Lists.First.empty() && Reviews.Lists.Second.empty())) {
         ReadAfterDrill();
     }
     DataChanged = 0;
-    for (Records* set : {&DrillDowns, &Reviews}) {
-        for (Drill& record : *set) {
-            record.Isset = 0;
-            for (const Categories& category : record.CategorySet) {
-                Editable(category).Count = 0.0;
-            }
+    ForEachRecord(*this, [](Drill& record) {
+        record.Isset = 0;
+        for (const Categories& category : record.CategorySet) {
+            Editable(category).Count = 0.0;
         }
-    }
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        if (HasBeenDrilled(row)) {
-            return;
-        }
-        for (Drill& record : DrillDowns) {
-            const double x = Value(record.VarNo, row);
-            if (DeletedForDrills(row) || IsMissing(record.VarNo, x)) {
-                continue;
-            }
-            if (!TakesDistinctValues(record)) {
-                AddToInterval(record, x, weight);
-            } else if (Admits(record, x)) {
-                AddDistinctValue(*First(DrillDowns, record.VarNo), x, record.VarType, weight);
-            }
-        }
-        for (Drill& record : Reviews) {
-            const double x = Value(record.VarNo, row);
-            if (!DeletedForReviews(row) && !IsMissing(record.VarNo, x)) {
-                AddToInterval(record, x, weight);
+    });
+    const bool completed = ForEachCase(*this, true, [&](std::size_t row, double weight) {
+        for (Side* side : {&Drills, &Reviews}) {
+            for (Drill& record : side->Open) {
+                const double x = Value(*this, record.VarNo, row);
+                if (Deleted(*this, *side, row) || IsMissing(*this, record.VarNo, row)) {
+                    continue;
+                }
+                if (side == &Reviews || !TakesDistinctValues(record)) {
+                    AddToInterval(record, x, weight);
+                } else if (AdmitsByMethod(record, x)) {
+                    AddDistinctValue(*First(Drills.Open, record.VarNo), x, record.VarType, weight);
+                }
             }
         }
     });
-    if (!completed) {
-        return 0;
+    if (completed) {
+        ForEachRecord(*this, [](Drill& record) { record.Isset = 1; });
     }
-    for (Records* set : {&DrillDowns, &Reviews}) {
-        for (Drill& record : *set) {
-            record.Isset = 1;
-        }
-    }
-    return 1;
-}
-
-/// Counts values into the intervals of the first record of each variable, which may be drilled on already.
-template <typename Deletes>
-int ReferencePasses::FillIntervals(const std::vector<std::int16_t>& variables, Deletes deletes) {
-    const bool completed = ForEachCase([&](std::size_t row, double weight) {
-        for (const std::int16_t var : variables) {
-            Drill* record = First(DrillDowns, var);
-            if (record != nullptr && !deletes(row) && !IsMissing(var, Value(var, row))) {
-                AddToInterval(*record, Value(var, row), weight);
-            }
-        }
-    });
     return completed ? 1 : 0;
 }
 
-int ReferencePasses::FillNeatIntervals() {
-    const int result = FillIntervals(Drills.Second, [&](std::size_t row) { return DeletedForDrills(row); });
-    for (Drill& record : DrillDowns) {
-        if (result == 1 && std::count(Drills.Second.begin(), Drills.Second.end(), record.VarNo) > 0) {
+int ReferencePasses::FillIntervals(bool remaining) {
+    std::vector<std::int16_t> variables = remaining ? std::vector<std::int16_t>() : Drills.Lists.Second;
+    for (const Drill& record : Drills.Open) {
+        if (remaining && record.VarType == 1) {
+            variables.push_back(record.VarNo);
+        }
+    }
+    const bool completed = ForEachCase(*this, remaining, [&](std::size_t row, double weight) {
+        const bool deleted = remaining ? AnyMissing(*this, Drills.Lists, row) : Deleted(*this, Drills, row);
+        for (const std::int16_t var : variables) {
+            Drill* record = First(Drills.Open, var);
+            if (record != nullptr && !deleted && !IsMissing(*this, var, row)) {
+                AddToInterval(*record, Value(*this, var, row), weight);
+            }
+        }
+    });
+    for (Drill& record : Drills.Open) {
+        const auto times = std::count(variables.begin(), variables.end(), record.VarNo);
+        if (completed && (remaining ? record.VarType == 1 : times > 0)) {
             record.Isset = 1;
         }
     }
-    return result;
-}
-
-int ReferencePasses::FillContinuousIntervals() {
-    std::vector<std::int16_t> continuous;
-    for (const Drill& record : DrillDowns) {
-        if (record.VarType == 1) {
-            continuous.push_back(record.VarNo);
-        }
-    }
-    const int result =
-        FillIntervals(continuous, [&](std::size_t row) { return AnyMissing(Drills, row) || HasBeenDrilled(row); });
-    for (Drill& record : DrillDowns) {
-        if (result == 1 && record.VarType == 1) {
-            record.Isset = 1;
-        }
-    }
-    return result;
-}
-
-void ReferencePasses::MoveDown(std::int16_t var, int row) {
-    Drill* record = First(DrillDowns, var);
-    int listed = -1;
-    record->ChosenCategory = 0;
-    for (const Categories& category : record->CategorySet) {
-        listed += IsNonZero(category.Count) ? 1 : 0;
-        if (listed == row) {
-            break;
-        }
-        ++record->ChosenCategory;
-    }
-    DrillUps.insert(DrillUps.begin(), *record);
-    DrillDowns.erase(DrillDowns.begin() + (record - DrillDowns.data()));
-    Renumber(DrillUps);
-    Renumber(DrillDowns);
-}
-
-void ReferencePasses::MoveUp(std::int16_t var) {
-    Drill* step = First(DrillUps, var);
-    step->ChosenCategory = -1;
-    DrillDowns.insert(DrillDowns.begin(), *step);
-    DrillUps.erase(DrillUps.begin() + (step - DrillUps.data()));
-    Renumber(DrillUps);
-    Renumber(DrillDowns);
+    return completed ? 1 : 0;
 }
 
 }  // namespace drilltest
