@@ -110,14 +110,7 @@ class Exploration {
     /// Begins with ChangeSettings, Choose and Review and goes on with any verbs by their share.
     void Explore(std::size_t operations) {
         for (std::size_t i = 0; i < operations && !testing::Test::HasFailure(); ++i) {
-            const Verb* verb = &Verbs[i];
-            if (i >= 3) {
-                verb = Verbs.data();
-                for (std::size_t share = Pick(Source, 22); share >= verb->Share; ++verb) {
-                    share -= verb->Share;
-                }
-            }
-            Apply(*verb);
+            Apply(i < 3 ? Verbs[i] : AnyVerb());
         }
     }
 
@@ -144,6 +137,14 @@ class Exploration {
     [[nodiscard]] int Polls() const { return Cases.Polls(); }
 
   private:
+    const Verb& AnyVerb() {
+        const Verb* verb = Verbs.data();
+        for (std::size_t share = Pick(Source, 22); share >= verb->Share; ++verb) {
+            share -= verb->Share;
+        }
+        return *verb;
+    }
+
     void CompareRoads() const {
         const CDrillDown& cases = Cases.Analysis();
         const CDrillDown& columns = Columns.Analysis();
