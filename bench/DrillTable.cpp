@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "workbench/dialogs/VariableListsDialog.h"
+
 using quillara::DataTable;
 using quillara::Variable;
-using quillara::VariableListRequest;
-using quillara::VariableLists;
 
 namespace {
 
@@ -104,15 +104,13 @@ BenchAnalysis::BenchAnalysis(const BenchCase& setting) : Document(BenchTable()) 
     if (setting.Weighted) {
         Document.SetWeight(WeightColumn);
     }
-    Document.Services.ChooseVariables = [](const VariableListRequest&) {
-        VariableLists lists;
-        for (short var = 1; var <= CategoricalVariables; ++var) {
-            lists.First.push_back(var);
-        }
-        for (short var = 1; var <= ContinuousVariables; ++var) {
-            lists.Second.push_back(static_cast<short>(CategoricalVariables + var));
-        }
-        return lists;
+    Document.Services.WorkIn = [](quillara::Window& window) {
+        std::vector<short> categorical(CategoricalVariables);
+        std::iota(categorical.begin(), categorical.end(), short{1});
+        std::vector<short> continuous(ContinuousVariables);
+        std::iota(continuous.begin(), continuous.end(), static_cast<short>(CategoricalVariables + 1));
+        quillara::ChooseVariables(window, categorical, continuous);
+        return true;
     };
     Document.Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));
     Document.RunSequence();

@@ -5,7 +5,7 @@
 
 #include "engine/DrillDown.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDoc.h"
+#include "workbench/support/AnalysisDocument.h"
 
 /// What one benchmark runs on.
 struct BenchCase {
@@ -33,7 +33,7 @@ class BenchAnalysis {
   private:
     void Drill(std::int16_t var);
 
-    CAnalysisDoc Document;
+    quillara::AnalysisDocument Document;
 };
 
 /// The floor: plain loops over the columns that a pass after a drill reads. They find the cases that remain, count

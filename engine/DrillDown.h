@@ -8,6 +8,7 @@
 #include "host/AnalysisSupport.h"
 #include "host/Commons.h"
 
+class COutDocument;
 class COutputTracker;
 
 /// The analysis object: the one object of the module, which owns all state of one exploration. Its operations stand in
@@ -24,7 +25,11 @@ class COutputTracker;
 /// - drill passes: what the remaining cases look like (engine/DrillPasses.cpp)
 /// - drill filter: whether a case remains (engine/DrillFilter.cpp)
 /// - drill moves: one step down or up (navigation/DrillMoves.cpp)
+/// - reordering: another order of a set (navigation/Reordering.cpp)
+/// - list presentation: what the lists of the dialogs show (navigation/ListPresentation.cpp)
 /// - captions (results/tables/SelectionText.cpp) and tables (results/tables)
+/// - graphs: charts, brushing, plots of the host (results/graphs)
+/// - output: stand-alone documents and their updates (automation/OutputOperations.cpp)
 ///
 /// Operations give 1 for success and 0 for failure or cancel unless they say otherwise. Failures are shown through
 /// dsplst; a cancel is silent. Flags are 0 or 1 and compared with 1. Used from the host's user-interface thread only.
@@ -253,6 +258,21 @@ class CDrillDown : public CAnalysisSupport {
     /// Moves the current drill-up record to the head of DrillDowns. The record must exist. Always 1.
     int MoveBackToDrillDowns();
 
+    // Reordering - navigation/Reordering.cpp. A request has one entry for each record of the set, in its present order:
+    // the record's new place, or -1 for a record that keeps its place among those not placed, behind the placed ones.
+    // The places given are 0 .. placed - 1, each once; a record whose place is taken is lost. Always 1.
+
+    int ReorderDrillDowns(const std::int32_t* request, int entries, int placed);
+    int ReorderDrillUps(const std::int32_t* request, int entries, int placed);
+
+    // List presentation - navigation/ListPresentation.cpp. Gives 0, and changes nothing, without memory.
+
+    /// Fills the two lists of the startup dialog.
+    int RefreshListBoxes(HWND dialog);
+    /// Fills the two lists of the drill order dialog: records without a place in the request on the left, the others
+    /// at their places on the right.
+    int LeftAndRight(HWND dialog, const std::int32_t* request, int entries);
+
     // Captions - results/tables/SelectionText.cpp
 
     /// Caption of the present subset: the count line and one clause per step, newest first, as one text or its key.
@@ -274,6 +294,47 @@ class CDrillDown : public CAnalysisSupport {
     /// Frequency tables - results/tables/Frequencies.cpp
     std::int16_t DDNFrequency(HWND window);
     std::int16_t RVFrequency(HWND window);
+    /// The remaining cases as a new table of the host - results/tables/RawData.cpp
+    std::int16_t DDNSaveData(HWND window);
+    /// The remaining cases as one spreadsheet - results/tables/DataSheet.cpp
+    std::int16_t DDNDatasheet(HWND window);
+
+    // Graphs - results/graphs. Windows and first arguments of type short play no part. 1 when the walk was finished, 0
+    // when memory ran out; what becomes of a single chart isn't told.
+
+    /// A chart for each variable of the set - results/graphs/Histograms.cpp
+    std::int16_t DDNHistograms(HWND window);
+    std::int16_t RVHistograms(HWND window);
+    /// The histogram of the current variable for picking bars - results/graphs/BrushingGraph.cpp
+    std::int16_t DDNGraphForBrushing(HWND window);
+    /// The document of the brushing graph, the last one made; false when there is none.
+    bool GetActiveChartInfo(COutDocument** document);
+    /// One cycle of picking a bar - results/graphs/Brushing.cpp. 1: a bar or drill up was picked; 0: no graph, or the
+    /// user has left; -1: the pick can't be used. `item` is the bar, `action` 0 for down and 1 for up.
+    std::int16_t DDNBrushing(int* item, int* action);
+    /// Looks for the brushing graph and does nothing with it. 0 when the host's lists can't be read.
+    std::int16_t DDNCloseBrushing(HWND window);
+    /// All variables of the set in one chart, in percent; 0 also when a variable has no cases -
+    /// results/graphs/StackedPlots.cpp
+    int DDNStackedplots(short, HWND window);
+    int RVStackedplots(short, HWND window);
+    /// A pie for each variable of the set - results/graphs/PieCharts.cpp
+    int DDNPiecharts(short, HWND window);
+    int RVPiecharts(short, HWND window);
+    /// Plots that the host computes from the remaining cases - results/graphs/ReviewPlots.cpp
+    std::int16_t RVBoxWhiker(HWND window);
+    std::int16_t RVScatterPlot(HWND window);
+    int RV3DHistograms(short, HWND window);
+
+    // Output - automation/OutputOperations.cpp
+
+    /// Runs again the commands of all stand-alone documents, which are replaced in place. Gives 1; 0, and does nothing,
+    /// with StandAloneResults 0. The argument plays no part.
+    std::int32_t AutoUpdate(std::uint16_t);
+    /// Whether a document of that key stands alone.
+    bool OutputExists(unsigned outputId, unsigned outputSeq) const;
+    /// The next document takes this key in place of its own; a part that is 0 counts for nothing.
+    void SetNextOutputID(unsigned outputId, unsigned outputSeq);
 
     // State. The dialogs read and toggle the options directly.
 

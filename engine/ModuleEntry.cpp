@@ -3,10 +3,14 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <new>
 
+#include "automation/OutputTracker.h"
+#include "dialogs/DefineTask.h"
 #include "engine/DrillDown.h"
 #include "host/AnalysisContext.h"
+#include "resources/Dialogs.h"
 #include "resources/StringTable.h"
 
 namespace {
@@ -14,7 +18,7 @@ namespace {
 constexpr int AnalysisId = 4811;
 constexpr std::array<char, 8> AnalysisMark{'Q', 'L', 'D', 'R', 'I', 'L', 'L', ' '};
 
-constexpr ModuleInstance TheModule{"qladrilldown", StringTable};
+constexpr ModuleInstance TheModule{"qladrilldown", StringTable, DialogTable};
 
 /// Made when the library is loaded, destroyed when it is unloaded.
 class DrillDownContext : public CAnalysisContext {
@@ -45,9 +49,13 @@ CDrillDown::CDrillDown(CAnalysisDoc* document) : CAnalysisSupport(document, TheC
     std::copy(AnalysisMark.begin(), AnalysisMark.end(), Names.AnalysisTag);
     SetSequenceTable(StepTable.data(), static_cast<int>(StepTable.size()));
     InitMembers();
+    OutputTracker = new COutputTracker(*this);
 }
 
 CDrillDown::~CDrillDown() {
+    BeforeClose();
+    delete OutputTracker;
+    OutputTracker = nullptr;
     delete DrillDowns;
     delete DrillUps;
     delete Reviews;
@@ -55,7 +63,13 @@ CDrillDown::~CDrillDown() {
 }
 
 int CDrillDown::StartAnalysis() {
-    return -1;
+    constexpr int opened = -1;
+    auto dialog = std::make_unique<CDefineTask>(*this);
+    if (dialog->CreateAnalysisDialog() == 0) {
+        return 0;
+    }
+    static_cast<void>(dialog.release());  // the host's from now on
+    return opened;
 }
 
 int CDrillDown::InitializeAfterFileChanged() {
@@ -78,12 +92,4 @@ int CDrillDown::GetAnalysisID() {
 
 std::string CDrillDown::GetAnalysisName() const {
     return const_cast<CDrillDown*>(this)->GetResourceString(AnalysisNameText);
-}
-
-bool CDrillDown::BeforeRouteOutput(IDispatch* document) {
-    return StandAloneResults != 0 && CAnalysisSupport::BeforeRouteOutput(document);
-}
-
-void CDrillDown::BeforeClose() {
-    CAnalysisSupport::BeforeClose();
 }

@@ -1,14 +1,19 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
+#include "host/Charts.h"
 #include "host/Commons.h"
 #include "platform/Handles.h"
 
 class CAnalysisContext;
 class CAnalysisDoc;
+class CAnalysisModelessDialog;
 class CAnalysisSupport;
 class CaseBlocks;
+struct ActiveCommand;
+struct AnalysisBinding;
 struct ModuleInstance;
 
 /// One step of the sequence that the host runs through when an analysis starts. A step that gives 0 ends it.
@@ -93,6 +98,10 @@ class CAnalysisSupport {
     /// Reads one case. Returns 0: a case to use; 1: a case to skip, it lies outside the selection; 2: stop the pass.
     /// For 0 and 1 fills `values`, indexed by variable number (entry 0 is spare), and the three outputs.
     int cstrtw(int caseNumber, double* values, int* weighted, double* weight, int* tag);
+    /// The same for reading the cases as data: what the module writes of a case comes from here.
+    int cstart(int caseNumber, double* values, int* weighted, double* weight, int* tag);
+    /// Writes the value of a cell as it is stored; variable and case count from 0, and both exist.
+    void ReadTableValue(int variableIndex, int caseIndex, double* value);
     /// The name of a case, counted from 0.
     std::string GetCaseName(int caseIndex);
     /// The host's columns, or null when the host offers none. Owned by the host, valid while the table is open.
@@ -106,9 +115,56 @@ class CAnalysisSupport {
     void dstart(unsigned long total);
     void dstop();
 
+    // New data tables. A table is written as a stream of rows: the case name (none without case names), then the value
+    // of each variable as a double, all without gaps.
+
+    /// Begins a table of `variables` variables for about `cases` cases and gives its handle; 0 when it can't.
+    ///   list           numbers of the input variables that the new ones come from, one each; 0: from none
+    ///   names          8 bytes a variable, not terminated when full
+    ///   longNames      `longNameWidth` bytes a variable
+    ///   header         80 bytes, the header text of the new table
+    ///   caseNameWidth  bytes of a case name in a row, 0: no case names
+    ///   position       the write position of the stream, set to 0
+    /// Analyses give code 25, an empty name, reserved 0 and longNameWidth 128.
+    short SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list, int cases,
+                         const char* names, const char* longNames, int longNameWidth, const char* header,
+                         int caseNameWidth, std::uint32_t* position);
+    /// The same with the categorical variables among them: their places in the list, and the numbers, less 1, of the
+    /// input variables, `categoricals` of each.
+    short SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list, int cases,
+                         const char* names, const char* longNames, int longNameWidth, const char* header,
+                         int caseNameWidth, std::uint32_t* position, const std::int32_t* places,
+                         const std::int32_t* sources, int categoricals);
+    /// Writes bytes at a position of the stream, which is where the last write ended (modulo 2^32). 0 on success.
+    int PutDataF(short table, const void* bytes, std::uint32_t position, int length);
+    /// Finishes a table; it is the host's from now on.
+    void MatClo(short table);
+    /// Drops an unfinished table; of a handle that is none, nothing.
+    void AbortOutput(short table);
+
+    // Settings that outlive the analysis
+
+    /// Reads a setting of the module into *value; one never written is 0. `section` is 0, `reserved` points to a 0.
+    void GetInitKeyword(int section, const char* key, const std::int32_t* reserved, std::int32_t* value);
+    void PutInitKeyword(int section, const char* key, const std::int32_t* reserved, const std::int32_t* value);
+
+    // Result documents and commands
+
+    /// Moves the content of a new document into the window of an old one; true when done. The new one is then empty.
+    bool ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh);
+    /// The message of the startup dialog that runs now; null when none does.
+    ActiveCommand* GetActiveCommand();
+    /// The startup dialog of the analysis; null when there is none.
+    CAnalysisModelessDialog* GetStartupDialog();
+    /// The window of the startup dialog; null when there is none.
+    HWND GetStartupWindow();
+    /// The host's owner of the analysis; null until it is bound.
+    CAnalysisDoc* GetDocument();
+
     // Dialogs and results
 
-    /// Lets the user fill two lists of variables. The five limits are the lowest and highest number of entries of
+    /// Lets the user fill two lists of variables from all, or from those of `preset`, which a 0 ends; at the start the
+    /// lists hold what `list1` and `list2` do. The five limits are the lowest and highest number of entries of
     /// the first list, the same of the second, and the highest of both together. `list1` and `list2` have room
     /// for one entry per variable; lists and counts are written on OK only. Returns 0 for cancel.
     int DoubleVarListDialog(HWND owner, unsigned short mode, const char* title, short* preset, int lowest1,
@@ -144,8 +200,64 @@ class CAnalysisSupport {
                  int options, int reserved, void* reserved1, void* reserved2, void* header, short* status1,
                  short* status2, short* status3);
 
+    // Charts that are handed over
+
+    /// Makes one chart of `seriesCount` series and gives 0; 1 when it can't. The host copies what it needs before it
+    /// returns. Texts in fields of fixed width are padded with zero bytes and not terminated when full; the host shows
+    /// the long texts that keys in them stand for.
+    ///   seriesData       a block a series: the x values, then the y values from index pointCounts[series] on; a number
+    ///                    of which all bytes are 0xFF was never written
+    ///   pointCounts      points in use of each series
+    ///   seriesKinds      5 bars, 10 pie
+    ///   seriesWidths     width of a bar in units of the x axis
+    ///   seriesNames      40 bytes each, or null
+    ///   title            `titleLines` lines of `titleWidth` bytes
+    ///   captions         with the length of each and 1 line
+    ///   axes             lowest, highest and step of y, then of x
+    ///   scales           texts of an axis: fields of a width, positions, count; of x, none, of y, none. Slot 0 of the
+    ///   x
+    ///                    axis is unused when the first label belongs to position 1
+    ///   options          three triples of option words
+    ///   pointLabelRows   1: each series has labels of its points, fields of `pointLabelWidth` bytes; 0: none
+    short NewGeneralMultipleChartLongEx(
+        const CChartInfo& info, unsigned short chartFlags, short seriesCount, double** seriesData,
+        std::int32_t* pointCounts, std::uint8_t* seriesKinds, std::uint8_t* seriesAttributesB,
+        std::uint8_t* seriesAttributesC, std::uint8_t* seriesColors, char** seriesNames, double* seriesWidths,
+        const char* title, short titleWidth, short titleLines, const char* xCaption, short xCaptionLength,
+        short xCaptionLines, const char* yCaption, short yCaptionLength, short yCaptionLines, double yMin, double yMax,
+        double yStep, double xMin, double xMax, double xStep, const char* xScaleText, short xScaleWidth,
+        const double* xScaleValues, int xScaleCount, const char* secondXScaleText, short secondXScaleWidth,
+        const double* secondXScaleValues, int secondXScaleCount, const char* yScaleText, short yScaleWidth,
+        const double* yScaleValues, int yScaleCount, const char* extraScaleText, short extraScaleWidth,
+        const double* extraScaleValues, int extraScaleCount, unsigned short optionA, short optionA1, short optionA2,
+        unsigned short optionB, short optionB1, short optionB2, unsigned short optionC, short optionC1, short optionC2,
+        const char* noteBlock, short noteWidth, std::int32_t* seriesFlags, short pointLabelRows, short pointLabelWidth,
+        char** pointLabels);
+
+    // Plots that the host computes from the cases, in one read of the columns that they need. The filter is asked for
+    // every case of the table. All give 0 when the plot was made, 1 when it wasn't.
+
+    /// A box-whisker plot of `count` variables by number. `type`: 52 median, quartiles, range; 54 mean, SE, SD; 53
+    /// mean, SD, 1.96 SD; 55 mean, SE, 1.96 SE. `caption` is the second title line. Null texts and the 0 are reserved.
+    short CategorizedVarBoxAndWhisker(unsigned short type, const char* title, const char* caption,
+                                      const char* reserved1, const char* reserved2, int reserved3, short count,
+                                      const short* variables, const char* reserved4, CaseFilter filter);
+    /// A scatterplot matrix of `count` variables by number. Bit 8 of `flags`: a histogram of each variable on the
+    /// diagonal; bit 128: a fitted line in each cell. The second list is empty; the rest but filter and title is
+    /// reserved.
+    short CorrelationScatterplot(unsigned short flags, int reserved1, short count, const short* variables,
+                                 short secondCount, const short* secondVariables, unsigned short reserved2,
+                                 const double* reserved3, const double* reserved4, const char* caseLine,
+                                 CaseFilter filter, const std::string& title);
+    /// A 3D histogram of the two values that the filter gives for each case it keeps. `x` and `y` are the places of the
+    /// variables, from 0; type is 4; texts but `title` and `caption` are null, the other numbers 0 and lists null.
+    short Histogram3D(unsigned short type, short x, short y, short reserved1, short reserved2, const short* reserved3,
+                      const short* reserved4, short reserved5, const char* title, const char* reserved6,
+                      const char* caption, const char* reserved7, int reserved8, const char* reserved9,
+                      CaseFilter filter);
+
   private:
-    friend class CAnalysisDoc;  // the owner of the analysis, which binds itself and runs the sequence
+    friend struct AnalysisBinding;  // by which a host binds its document to the analysis and runs the sequence
 
     CAnalysisDoc* Document;
     const CAnalysisContext& Context;

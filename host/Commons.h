@@ -24,9 +24,10 @@ struct Orv88Tag {
     char AnalysisTag[8] = {};  ///< mark of the analysis; written by the module, read by the host
 };
 
-/// The weight of the case that was read last.
+/// The weights in force, and that of the case that was read last.
 struct Wght_com {
     std::int16_t Active = 0;  ///< 0: no weight is in force; written by the host
+    std::int16_t Variable = 0;  ///< number of the weight variable, 0: none is defined; written by the host
     std::int16_t Weighted = 0;  ///< the case came with a weight
     std::int16_t CaseTag = 0;  ///< the host's tag of the case
     float SingleWeight = 0.0F;  ///< its weight in single precision

@@ -1,6 +1,6 @@
 #pragma once
 
-// Free functions of the host that turn numbers into short texts and scale axes. They neither fail nor throw.
+// Free functions of the host that turn numbers into short texts and back, and scale axes. None throws.
 
 /// Flags of RealToText that analyses use. All give the same text.
 inline constexpr unsigned char CategoryBoundText = 0x84;
@@ -26,3 +26,15 @@ int ValueIsValid(const double* value);
 /// range, at the ends of the doubles, it gets equal parts from the number below its low on, or, at the lowest double,
 /// from the low itself; their step always moves a bound.
 void scling_double_QUA(double* low, double* high, double* step, short cases, short parts);
+
+// Functions that take texts apart.
+
+/// The character that separates the items of a list.
+char GetListSep();
+
+/// Length of the leading run of `text` without a character of `set`.
+int wstrcspn(const char* text, const char* set);
+
+/// Reads a decimal number that fills the first `length` bytes of a text. 0, and the number; not 0, and nothing written,
+/// when they are none or it isn't finite. Analyses give the mode 5.
+int GetDouble(int mode, const char* text, int length, double* value);

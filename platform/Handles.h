@@ -6,5 +6,5 @@
 struct WindowHandleTag;
 using HWND = WindowHandleTag*;
 
-/// A document of the host as automation sees it. Only passed on by this layer.
+/// An object of the host as automation sees it, a result document above all.
 struct IDispatch;

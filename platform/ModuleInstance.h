@@ -2,6 +2,8 @@
 
 #include <span>
 
+#include "platform/DialogResource.h"
+
 /// One row of a module's string table.
 struct StringResource {
     int Id;
@@ -13,4 +15,5 @@ struct StringResource {
 struct ModuleInstance {
     const char* Name;
     std::span<const StringResource> Strings;  ///< ascending by Id
+    std::span<const DialogResource> Dialogs;  ///< dialogs and their pages
 };

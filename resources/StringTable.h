@@ -19,8 +19,13 @@ enum StringId : int {
     SummaryTitleText = 10007,
     FrequencyTitleText = 10009,
     DescriptivesTitleText = 10010,
+    TooManyValuesText = 10011,
+    InvalidValueText = 10012,
+    FallingValuesText = 10013,
+    NotEnoughValuesText = 10014,
     CategoryText = 10015,
     VariableText = 10016,
+    DataSheetTitleText = 10018,
     CountLineText = 10025,
     DescriptionText = 10027,
     SelectReviewVariablesText = 10028,
@@ -38,6 +43,10 @@ enum StringId : int {
     CasesText = 10054,
     WeightedCasesText = 10055,
     NoCasesText = 10057,
+    DialogDescriptionText = 10058,
+    NoReviewVariablesText = 10059,
+    NoDrillVariablesText = 10060,
+    WeightText = 10061,
 };
 
 // clang-format off

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/OrderedBits.h"
+#include "workbench/dialogs/VariableListsDialog.h"
 
 namespace drilltest {
 
@@ -36,30 +37,35 @@ double Moved(double value, std::int64_t units) {
 void DrillBench::Open(quillara::DataTable table) {
     Document.reset();
     Data = std::move(table);
-    Document = std::make_unique<CAnalysisDoc>(Data);
+    Document = std::make_unique<quillara::AnalysisDocument>(Data);
     Document->OfferCaseBlocks(TheRoad == Road::Columns);
     Document->Services.ShowMessage = [this](std::string_view text) { Messages.emplace_back(text); };
-    Document->Services.ChooseVariables = [this](const quillara::VariableListRequest&) { return Answer; };
+    Document->Services.WorkIn = [this](quillara::Window& window) {
+        if (Answer && !window.IsClosed()) {
+            quillara::ChooseVariables(window, Answer->First, Answer->Second);
+        }
+        return window.IsClosed();
+    };
     Document->Services.BreakRequested = [this] { return ++PollCount == CancelPoll; };
     Document->Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));
     ASSERT_TRUE(Document->RunSequence());
 }
 
-quillara::VariableLists DrillBench::ListsOf(const Names& first, const Names& second) const {
-    quillara::VariableLists lists;
+VariableLists DrillBench::ListsOf(const Names& first, const Names& second) const {
+    VariableLists lists;
     const auto number = [this](const std::string& name) { return Number(name); };
     std::transform(first.begin(), first.end(), std::back_inserter(lists.First), number);
     std::transform(second.begin(), second.end(), std::back_inserter(lists.Second), number);
     return lists;
 }
 
-int DrillBench::ChooseLists(const std::optional<quillara::VariableLists>& answer) {
+int DrillBench::ChooseLists(const std::optional<VariableLists>& answer) {
     Answer = answer;
     const int variables = Analysis().Table.Variables;
     return Analysis().SetDDNVariable(nullptr, 1, 0, variables, 0, variables, variables);
 }
 
-int DrillBench::ReviewLists(const std::optional<quillara::VariableLists>& answer) {
+int DrillBench::ReviewLists(const std::optional<VariableLists>& answer) {
     Answer = answer;
     return Analysis().SetRVVariable(nullptr, 1, 0, Analysis().Table.Variables);
 }

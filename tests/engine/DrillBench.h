@@ -12,8 +12,9 @@
 #include <vector>
 
 #include "engine/DrillDown.h"
+#include "tests/engine/VariableLists.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDoc.h"
+#include "workbench/support/AnalysisDocument.h"
 
 namespace drilltest {
 
@@ -54,8 +55,8 @@ class DrillBench {
         return ReviewLists(ListsOf(categorical, continuous));
     }
     /// The same by numbers; nothing: the user cancels the dialog.
-    int ChooseLists(const std::optional<quillara::VariableLists>& answer);
-    int ReviewLists(const std::optional<quillara::VariableLists>& answer);
+    int ChooseLists(const std::optional<VariableLists>& answer);
+    int ReviewLists(const std::optional<VariableLists>& answer);
     void Weigh(const std::string& name) { Document->SetWeight(Data.IndexOf(name)); }
     /// Makes a variable the current one and its counts fresh, as the dialog does before it shows the categories.
     void Focus(std::int16_t var);
@@ -75,7 +76,7 @@ class DrillBench {
     // State
 
     CDrillDown& Analysis() const { return static_cast<CDrillDown&>(Document->Analysis()); }
-    CAnalysisDoc& Host() const { return *Document; }
+    quillara::AnalysisDocument& Host() const { return *Document; }
     std::int16_t Number(const std::string& name) const { return static_cast<std::int16_t>(Data.IndexOf(name) + 1); }
     const std::vector<double>& ValuesOf(int var) const {
         return Data.Variables[static_cast<std::size_t>(var - 1)].Values;
@@ -95,13 +96,13 @@ class DrillBench {
     Names TakeMessages() { return std::exchange(Messages, {}); }
 
   private:
-    quillara::VariableLists ListsOf(const Names& first, const Names& second) const;
+    VariableLists ListsOf(const Names& first, const Names& second) const;
     std::string Text(const CDrillDown::DrillSet& set, const std::string& name) const;
 
     Road TheRoad;
     quillara::DataTable Data;
-    std::unique_ptr<CAnalysisDoc> Document;
-    std::optional<quillara::VariableLists> Answer;
+    std::unique_ptr<quillara::AnalysisDocument> Document;
+    std::optional<VariableLists> Answer;
     Names Messages;
     int PollCount = 0;
     int CancelPoll = 0;

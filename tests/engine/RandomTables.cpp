@@ -116,8 +116,8 @@ quillara::DataTable RandomTable(Random& random, TableStyle style, std::int32_t c
     return TableOf(std::move(variables));
 }
 
-quillara::VariableLists RandomLists(Random& random, std::size_t variables) {
-    quillara::VariableLists lists;
+VariableLists RandomLists(Random& random, std::size_t variables) {
+    VariableLists lists;
     for (std::size_t var = 1; var <= variables; ++var) {
         const std::size_t place = Pick(random, 8);
         if (place >= 1 && place <= 4) {

@@ -29,7 +29,7 @@ enum class TableStyle : std::uint8_t {
 /// A random table; its last variable is made to be the weight.
 quillara::DataTable RandomTable(Random& random, TableStyle style, std::int32_t cases);
 /// Lists in which each variable may stand in none, in one or in both.
-quillara::VariableLists RandomLists(Random& random, std::size_t variables);
+VariableLists RandomLists(Random& random, std::size_t variables);
 /// Gives a record a random method with random parameters and cuts it anew. Steps are no method where the values of the
 /// variable lie far apart.
 void CategorizeAnyhow(Random& random, Drill& record, const std::vector<double>& values);

@@ -19,7 +19,7 @@ struct Verb {
     int (*OnPlain)(ReferencePasses&, Random);
 };
 
-quillara::VariableLists ListsFor(const DrillBench& bench, Random random) {
+VariableLists ListsFor(const DrillBench& bench, Random random) {
     return RandomLists(random, static_cast<std::size_t>(bench.Analysis().Table.Variables));
 }
 

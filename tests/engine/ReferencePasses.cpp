@@ -21,7 +21,7 @@ bool IsMissing(const Plain& plain, std::int16_t var, std::size_t row) {
     return NearlyEqual(Value(plain, var, row), plain.Table.Variables[static_cast<std::size_t>(var) - 1].MissingCode);
 }
 
-bool AnyMissing(const Plain& plain, const quillara::VariableLists& lists, std::size_t row) {
+bool AnyMissing(const Plain& plain, const VariableLists& lists, std::size_t row) {
     const auto missing = [&](std::int16_t var) { return IsMissing(plain, var, row); };
     return std::any_of(lists.First.begin(), lists.First.end(), missing) ||
            std::any_of(lists.Second.begin(), lists.Second.end(), missing);
@@ -176,7 +176,7 @@ void EmptyCategories(Drill& record) {
 
 /// The scan of newly chosen variables. What sets the two lists apart: reviews are filtered and leave ValidVar alone;
 /// drill records take neat intervals under any method but 0, reviews under Method 2.
-bool Scan(Plain& plain, Plain::Side& side, const quillara::VariableLists& lists) {
+bool Scan(Plain& plain, Plain::Side& side, const VariableLists& lists) {
     const bool reviews = &side == &plain.Reviews;
     side.Lists = lists;
     side.Open.clear();
@@ -233,7 +233,7 @@ void ReferencePasses::Adopt(const CDrillDown& module) {
     Steps.assign(module.DrillUps->begin(), module.DrillUps->end());
 }
 
-int ReferencePasses::Choose(const quillara::VariableLists& lists) {
+int ReferencePasses::Choose(const VariableLists& lists) {
     Reviews.Lists = {};
     Reviews.Open.clear();
     ValidVar = 0;
@@ -243,7 +243,7 @@ int ReferencePasses::Choose(const quillara::VariableLists& lists) {
     return 1;
 }
 
-int ReferencePasses::Review(const quillara::VariableLists& lists) {
+int ReferencePasses::Review(const VariableLists& lists) {
     Scan(*this, Reviews, lists);
     DataChanged = 0;
     return 1;

@@ -6,8 +6,8 @@
 
 #include "engine/DrillDown.h"
 #include "host/CaseBlocks.h"
+#include "tests/engine/VariableLists.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDoc.h"
 
 namespace drilltest {
 
@@ -19,7 +19,7 @@ struct ReferencePasses {
 
     /// One of the two selections.
     struct Side {
-        quillara::VariableLists Lists;  ///< categorical, continuous
+        VariableLists Lists;  ///< categorical, continuous
         std::int16_t Casewise = 0;
         Records Open;
     };
@@ -30,8 +30,8 @@ struct ReferencePasses {
 
     // The passes, each with the result of its twin in the module.
 
-    int Choose(const quillara::VariableLists& lists);
-    int Review(const quillara::VariableLists& lists);
+    int Choose(const VariableLists& lists);
+    int Review(const VariableLists& lists);
     int ReadAfterDrill();
     int ReadBeforeDrill();
     /// FillContinuousIntervals, and of all cases FillNeatIntervals. Values go into the intervals of the first record of

@@ -43,7 +43,7 @@ TEST_P(VariableSelection, CutsTheSecondHistogramListToTheLengthOfTheFirst) {
     using List = std::vector<std::int16_t>;
     struct Case {
         List First, Second;
-        quillara::VariableLists Reviewed;
+        VariableLists Reviewed;
         List FirstKept, SecondKept;
     };
     const Case cases[] = {

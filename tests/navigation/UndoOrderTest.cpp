@@ -27,8 +27,8 @@ struct UndoSession : DrillBench {
         const quillara::DataTable table = RandomTable(Source, TableStyle::PlainNumbers, 20 + Pick(Source, 80));
         Open(table);
         Weigh("weight");
-        quillara::VariableLists drills;
-        quillara::VariableLists reviews;
+        VariableLists drills;
+        VariableLists reviews;
         for (std::int16_t var = 1; var < static_cast<std::int16_t>(table.Variables.size()); ++var) {
             (Chance(Source, 2) ? drills.First : drills.Second).push_back(var);
             (Chance(Source, 2) ? reviews.First : reviews.Second).push_back(var);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/engine/DrillBench.h"
+#include "workbench/documents/ResultDocument.h"
 #include "workbench/support/LongTexts.h"
 
 namespace drilltest {
@@ -23,7 +24,7 @@ class ResultsBench : public testing::Test, public DrillBench {
 
     void Open(quillara::DataTable table) {
         DrillBench::Open(std::move(table));
-        Host().Services.TakeSpreadsheet = [this](quillara::SpreadsheetDocument shown) { Shown.push_back(shown); };
+        Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) { Shown.push_back(shown.Content()); };
     }
     void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
 

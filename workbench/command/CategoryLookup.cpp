@@ -17,8 +17,6 @@ using FoundRow = std::optional<std::size_t>;
 
 constexpr std::string_view MissingName = "Missing";
 
-enum Method : int { Distinct = 0, Step = 3, Integer = 4 };
-
 FoundRow FirstRow(const CategoryList& list, const std::function<bool(const CategoryRow&)>& matches) {
     const auto row = std::find_if(list.Rows.begin(), list.Rows.end(), matches);
     return row == list.Rows.end() ? FoundRow() : FoundRow(row - list.Rows.begin());
@@ -28,7 +26,7 @@ FoundRow MissingRow(const CategoryList& list, std::string_view text) {
     if (text != MissingName) {
         return std::nullopt;
     }
-    return FirstRow(list, [](const CategoryRow& row) { return row.IsMissing; });
+    return FirstRow(list, [](const CategoryRow& row) { return !row.Range; });
 }
 
 FoundRow NumberedRow(const CategoryList& list, std::string_view text) {
@@ -51,26 +49,26 @@ FoundRow NamedRowInAnyCase(const CategoryList& list, std::string_view text) {
     return FirstRow(list, [&](const CategoryRow& row) { return WithoutLetterCase(row.Name) == wanted; });
 }
 
-/// Whether a drill step on the row would keep a case with this value.
-bool Admits(int method, const CategoryRow& row, double value) {
-    switch (method) {
-        case Distinct:
-        case Integer:
-            return value == row.Upper;
-        case Step:
-            return row.Lower <= value && value < row.Upper;
-        default:
-            return row.Lower < value && value <= row.Upper;
-    }
+bool Admits(const RowRange& range, double value) {
+    const bool isAbove = range.HasLower ? range.Lower <= value : range.Lower < value;
+    const bool isBelow = range.HasUpper ? value <= range.Upper : value < range.Upper;
+    return isAbove && isBelow;
 }
 
+bool IsSingleValue(const RowRange& range) {
+    return range.HasLower && range.HasUpper && range.Lower == range.Upper;
+}
+
+/// The number of a text means nothing to people; an interval of such numbers is asked for by its bounds, as they are
+/// its name.
 FoundRow AdmittingRow(const CategoryList& list, std::string_view text) {
     const std::optional<double> value = DecimalNumber(text);
-    const bool wordsOnly = list.IsText && (list.Method == Distinct || list.Method == Integer);
-    if (!value || wordsOnly) {
+    if (!value) {
         return std::nullopt;
     }
-    return FirstRow(list, [&](const CategoryRow& row) { return !row.IsMissing && Admits(list.Method, row, *value); });
+    return FirstRow(list, [&](const CategoryRow& row) {
+        return row.Range && !(list.IsText && IsSingleValue(*row.Range)) && Admits(*row.Range, *value);
+    });
 }
 
 /// The names of the rows; one that several rows have stands once, as it finds the first of them only.

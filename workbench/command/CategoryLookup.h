@@ -1,24 +1,24 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/ListControls.h"
 
 namespace quillara {
 
 /// One row of the list from which the category of a drill step is chosen.
 struct CategoryRow {
     std::string Name;
-    double Lower = 0.0;  ///< the bounds of the interval; both are the value itself under Methods 0 and 4
-    double Upper = 0.0;
-    bool IsMissing = false;  ///< the row of the missing data, which has no bounds
+    std::optional<RowRange> Range;  ///< the values that a step on it keeps; nothing: the missing data
 };
 
 /// The category list of one variable as it is shown: categories with cases, then the missing data.
 struct CategoryList {
     std::string Variable;
-    int Method = 0;  ///< categorization method of the variable, 0 to 5
     bool IsText = false;  ///< the variable's values are texts; their numbers mean nothing to people
     std::vector<CategoryRow> Rows;
 };

@@ -11,11 +11,16 @@ namespace quillara {
 namespace {
 
 constexpr const char* Notes =
-    "The format of OUT goes by its extension. Labels and texts are written in place of coded values.\n"
-    "A file that stands there is replaced.\n"
+    "The format of OUT goes by its extension: csv, sav, zsav or dta. sav, zsav and dta keep names, labels,\n"
+    "value labels, dates, missing data and the declared weight; names and labels that the format doesn't\n"
+    "admit are kept in its notes. A text variable with value labels becomes labelled numbers in dta. csv\n"
+    "holds labels and texts in place of coded values, and no labels of variables.\n"
+    "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept\n"
+    "as it was when anything goes wrong.\n"
     "\n"
-    "Example:\n"
-    "  quillara convert survey.sav survey.csv";
+    "Examples:\n"
+    "  quillara convert survey.sav survey.csv\n"
+    "  quillara convert survey.csv survey.dta";
 
 struct ConvertOptions {
     std::string Input;
@@ -25,6 +30,7 @@ struct ConvertOptions {
 
 void Run(const ConvertOptions& options) {
     CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
+    CheckCanBeWritten(options.Output);
     const DataTable table = ReadDataWithProgress(options.Input, options.Reading);
     const InterruptibleWork work;
     WriteDataFile(table, options.Output, IsInterrupted);
@@ -38,7 +44,7 @@ void AddConvertCommand(CLI::App& program) {
     command->footer(Notes);
     AddDataFile(*command, "IN", options->Input);
     const auto take = [options](const std::string& value) { options->Output = value; };
-    AddValue(*command, "OUT", take, "file to write, csv")->type_name("")->required();
+    AddValue(*command, "OUT", take, "file to write: csv, sav, zsav or dta")->type_name("")->required();
     AddReadingOptions(*command, options->Reading);
     command->callback([options] { Run(*options); });
 }

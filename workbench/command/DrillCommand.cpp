@@ -1,33 +1,17 @@
-// quillara drill: its options, and the run from the file to the finished documents.
+// quillara drill: its options.
 
-#include <algorithm>
 #include <array>
 #include <memory>
 
 #include "workbench/command/CommandLine.h"
-#include "workbench/command/DataReading.h"
+#include "workbench/command/DrillFiles.h"
 #include "workbench/command/DrillOptions.h"
 #include "workbench/command/DrillRun.h"
-#include "workbench/command/Interruption.h"
 #include "workbench/command/ResultList.h"
-#include "workbench/command/StandardStreams.h"
-#include "workbench/documents/DocumentViews.h"
-#include "workbench/formats/FileReplacement.h"
+#include "workbench/formats/DataFile.h"
 
 namespace quillara {
 namespace {
-
-struct DocumentView {
-    OutputFormat Format;
-    std::string (*View)(const OutputCollection&);
-};
-
-constexpr std::array<DocumentView, 4> Views{{
-    {OutputFormat::Text, TextView},
-    {OutputFormat::Json, JsonView},
-    {OutputFormat::Csv, CsvView},
-    {OutputFormat::Html, HtmlView},
-}};
 
 constexpr const char* Notes =
     "NAMES are comma separated; a name with a comma or a quote stands in double quotes, a quote in it\n"
@@ -52,27 +36,9 @@ constexpr const char* Notes =
     "      --categorize age=bounds:25,45,65 --down sex=Female --down age=30 \\\n"
     "      --show frequencies --after each --format json --output women.json";
 
-void Write(const DrillOptions& options, const std::string& text) {
-    if (options.OutputFile) {
-        const InterruptibleWork work;
-        ReplaceFile(*options.OutputFile, text, IsInterrupted);
-    } else {
-        WriteToStandardOutput(text);
-    }
-}
-
-void CheckOutput(const DrillOptions& options) {
-    if (options.OutputFile) {
-        CheckOutputIsAnother("--output", *options.OutputFile, "data", options.File);
-        CheckOutputIsAnother("--output", *options.OutputFile, "dictionary", options.DictionaryFile.value_or(""));
-    }
-}
-
 void Run(const DrillOptions& options) {
-    CheckOutput(options);
-    const OutputCollection outputs = RunDrill(options);
-    const auto* view = std::ranges::find(Views, options.Format, &DocumentView::Format);
-    Write(options, view->View(outputs));
+    CheckFiles(options);
+    WriteFiles(options, RunDrill(options));
 }
 
 void AddVariableOptions(CLI::App& command, DrillOptions& options) {
@@ -147,6 +113,13 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
         ->group(group);
+    const auto takeSaveFile = [&options](const std::string& file) {
+        CheckCanBeWritten(file);
+        options.SaveFile = file;
+    };
+    add("--save", takeSaveFile,
+        "data file for the cases left after the last step, with all drill and review variables: csv, sav, zsav or dta")
+        ->type_name("FILE");
 }
 
 /// The steps in the order in which --down and --up stand on the command line, whichever of the two they are.

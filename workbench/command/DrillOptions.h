@@ -44,6 +44,7 @@ struct DrillOptions {
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
     std::optional<std::string> OutputFile;  ///< nothing: standard output
+    std::optional<std::string> SaveFile;  ///< for the cases left at the end; nothing: they aren't saved
 };
 
 /// Each throws UsageError saying what is wrong with the text.

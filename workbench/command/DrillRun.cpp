@@ -3,16 +3,18 @@
 #include <algorithm>
 #include <utility>
 
+#include "resources/ControlIds.h"
 #include "workbench/command/CategoryLookup.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Dictionary.h"
-#include "workbench/command/DrillDriver.h"
+#include "workbench/command/DrillSession.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
+#include "workbench/documents/ResultDocument.h"
 
 namespace quillara {
 namespace {
@@ -49,7 +51,7 @@ CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
 }
 
 bool IsEmpty(const VariableLists& lists) {
-    return lists.First.empty() && lists.Second.empty();
+    return lists.Categorical.empty() && lists.Continuous.empty();
 }
 
 /// What is in force for all results, for people.
@@ -75,12 +77,12 @@ std::vector<std::string> SettingTexts(const DrillOptions& options) {
     return texts;
 }
 
-/// One drill from open data to its documents.
+/// One drill from open data to its documents and its subset.
 class DrillRun {
   public:
     DrillRun(const DrillOptions& options, const DataTable& table, CaseSettings settings, VariableChoice variables);
 
-    OutputCollection Run();
+    DrillOutcome Run();
 
   private:
     AnalysisServices Services();
@@ -91,21 +93,23 @@ class DrillRun {
     void GoDown(const std::string& name, const std::string& category);
     void GoUp(const std::string& name);
     void ShowResults();
+    void SaveSubset();
 
     const DrillOptions& Options;
     const DataTable& Table;
     const VariableChoice Variables;
     ProgressBar Progress;
-    OutputCollection Outputs;
-    DrillDriver Driver;
+    DrillOutcome Outcome;
+    DrillSession Session;
 };
 
 DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSettings settings, VariableChoice variables)
-    : Options(options), Table(table), Variables(std::move(variables)), Driver(table, std::move(settings), Services()) {
-    Outputs.FileName = table.FileName;
-    Outputs.Cases = table.Cases;
-    Outputs.Variables = static_cast<int>(table.Variables.size());
-    Outputs.Settings = SettingTexts(options);
+    : Options(options), Table(table), Variables(std::move(variables)), Session(table, std::move(settings), Services()) {
+    OutputCollection& outputs = Outcome.Outputs;
+    outputs.FileName = table.FileName;
+    outputs.Cases = table.Cases;
+    outputs.Variables = static_cast<int>(table.Variables.size());
+    outputs.Settings = SettingTexts(options);
 }
 
 AnalysisServices DrillRun::Services() {
@@ -114,7 +118,10 @@ AnalysisServices DrillRun::Services() {
         Progress.Clear();
         WriteMessage(text);
     };
-    services.TakeSpreadsheet = [this](SpreadsheetDocument document) { Outputs.Add(std::move(document)); };
+    services.TakeDocument = [this](ResultDocument& document) {
+        Outcome.Outputs.Add(document.Content(), document.Origin());
+    };
+    services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
     services.BreakFlag = &InterruptFlag();
     if (ProgressBar::IsWanted()) {
         services.ProgressStarted = [this](std::string_view text, std::int32_t total) { Progress.Start(text, total); };
@@ -123,7 +130,7 @@ AnalysisServices DrillRun::Services() {
     return services;
 }
 
-OutputCollection DrillRun::Run() {
+DrillOutcome DrillRun::Run() {
     ChooseVariables();
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
@@ -136,40 +143,43 @@ OutputCollection DrillRun::Run() {
     if (!Options.AfterEach || Options.Steps.empty()) {
         ShowResults();
     }
-    return std::move(Outputs);
+    if (Options.SaveFile) {
+        SaveSubset();
+    }
+    return std::move(Outcome);
 }
 
 /// An empty list is never given: the analysis would only ask again.
 void DrillRun::ChooseVariables() {
     if (!IsEmpty(Variables.Drill)) {
-        Driver.ChooseDrillVariables(Variables.Drill);
+        Session.ChooseDrillVariables(Variables.Drill);
     }
     if (!IsEmpty(Variables.Review)) {
-        Driver.ChooseReviewVariables(Variables.Review);
+        Session.ChooseReviewVariables(Variables.Review);
     }
 }
 
 void DrillRun::PressBoxes() {
-    const std::initializer_list<std::pair<bool, OptionBox>> boxes = {
-        {Options.WeightedMoments && Options.Weight, OptionBox::WeightedMoments},
-        {Options.Casewise, OptionBox::CasewiseDeletion},
-        {Options.ReviewCasewise, OptionBox::ReviewCasewiseDeletion},
-        {Options.NoCountMissing, OptionBox::CountMissing},
+    const std::initializer_list<std::pair<bool, int>> boxes = {
+        {Options.WeightedMoments && Options.Weight, WeightedMomentsBox},
+        {Options.Casewise, CasewiseBox},
+        {Options.ReviewCasewise, ReviewCasewiseBox},
+        {Options.NoCountMissing, CountMissingBox},
     };
     for (const auto& [isAskedFor, box] : boxes) {
         if (isAskedFor) {
-            Driver.Press(box);
+            Session.Toggle(box);
         }
     }
 }
 
 void DrillRun::Categorize(const CategorizedVariable& categorized) {
     const short variable = NumberOf(Table, categorized.Variable);
-    if (std::ranges::find(Variables.Drill.Second, variable) == Variables.Drill.Second.end()) {
+    if (std::ranges::find(Variables.Drill.Continuous, variable) == Variables.Drill.Continuous.end()) {
         throw DataError("The variable " + Quoted(categorized.Variable) +
                         " can't be categorized: it is no continuous drill variable; name it in --continuous.");
     }
-    Driver.Categorize(variable, categorized.How);
+    Session.Categorize(variable, categorized.How);
 }
 
 void DrillRun::Take(const DrillStep& step) {
@@ -182,51 +192,62 @@ void DrillRun::Take(const DrillStep& step) {
 
 void DrillRun::GoDown(const std::string& name, const std::string& category) {
     const short variable = NumberOf(Table, name);
-    if (Driver.CanGoUp(variable)) {
+    if (Session.CanGoUp(variable)) {
         throw DataError("The variable " + Quoted(name) + " has been drilled on already; undo that step first (--up " +
                         name + ").");
     }
-    if (!Driver.CanGoDown(variable)) {
+    if (!Session.CanGoDown(variable)) {
         throw DataError("The variable " + Quoted(name) +
                         " can't be drilled on: it is no drill variable; name it in --categorical or --continuous.");
     }
     std::string chosen;
-    Driver.Down(variable, [&](const CategoryList& list) {
+    Session.Down(variable, [&](const CategoryList& list) {
         const std::size_t row = FindCategory(list, category);
         chosen = list.Rows[row].Name;
         return row;
     });
-    Outputs.StepTexts.push_back("Down: " + name + " = " + chosen);
+    Outcome.Outputs.StepTexts.push_back("Down: " + name + " = " + chosen);
 }
 
 void DrillRun::GoUp(const std::string& name) {
     const short variable = NumberOf(Table, name);
-    if (!Driver.CanGoUp(variable)) {
+    if (!Session.CanGoUp(variable)) {
         throw DataError("There is no step on the variable " + Quoted(name) + " to undo.");
     }
-    Driver.Up(variable);
-    Outputs.StepTexts.push_back("Up: " + name);
+    Session.Up(variable);
+    Outcome.Outputs.StepTexts.push_back("Up: " + name);
 }
 
 void DrillRun::ShowResults() {
+    Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.StepTexts.size());
     for (const int button : Options.Results) {
-        if (Driver.CanShow(button)) {
-            Outputs.BeginCommand(button, static_cast<int>(Outputs.StepTexts.size()));
-            Driver.Show(button);
+        if (Session.CanPress(button)) {
+            Session.Press(button);
         }
+    }
+}
+
+void DrillRun::SaveSubset() {
+    const std::string nothingSaved = "Nothing was saved to " + Quoted(*Options.SaveFile);
+    if (!Session.CanPress(SaveDataButton)) {
+        throw DataError(nothingSaved + ": there are no drill variables; name some in --categorical or --continuous.");
+    }
+    Session.Press(SaveDataButton);
+    if (Outcome.Subset == nullptr) {
+        throw DataError(nothingSaved + ", for the reason told above.");
     }
 }
 
 }  // namespace
 
-OutputCollection RunDrill(const DrillOptions& options) {
+DrillOutcome RunDrill(const DrillOptions& options) {
     const DataTable table = OpenData(options);
     CaseSettings settings = SettingsFor(table, options);
     VariableChoice variables = options.Names ? ChooseByName(table, *options.Names) : ChooseByContent(table);
     const InterruptibleWork work;
-    OutputCollection outputs = DrillRun(options, table, std::move(settings), std::move(variables)).Run();
+    DrillOutcome outcome = DrillRun(options, table, std::move(settings), std::move(variables)).Run();
     InterruptibleWork::Finish();
-    return outputs;
+    return outcome;
 }
 
 }  // namespace quillara

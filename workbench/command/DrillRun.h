@@ -1,12 +1,21 @@
 #pragma once
 
+#include <memory>
+
 #include "workbench/command/DrillOptions.h"
+#include "workbench/data/DataTable.h"
 #include "workbench/documents/OutputCollection.h"
 
 namespace quillara {
 
+/// What a drill has made.
+struct DrillOutcome {
+    OutputCollection Outputs;
+    std::shared_ptr<const DataTable> Subset;  ///< the cases left at its end; null unless they are to be saved
+};
+
 /// Drills as asked, from opening the file to the last result. Messages of the analysis and the progress of its passes
 /// go to standard error. Throws DataError or UsageError when it can't be done, Interrupted when the user cancelled.
-[[nodiscard]] OutputCollection RunDrill(const DrillOptions& options);
+[[nodiscard]] DrillOutcome RunDrill(const DrillOptions& options);
 
 }  // namespace quillara

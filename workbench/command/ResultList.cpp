@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "resources/ControlIds.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/VariableChoice.h"
 #include "workbench/data/Errors.h"
@@ -19,11 +20,11 @@ struct NamedResult {
 // clang-format off
 constexpr std::array<NamedResult, 5> Results{{
     // Name                 Button
-    {"summary",             9058},
-    {"frequencies",         9060},
-    {"descriptives",        9059},
-    {"review-frequencies",  9082},
-    {"review-descriptives", 9081},
+    {"summary",             SummaryButton},
+    {"frequencies",         FrequenciesButton},
+    {"descriptives",        DescriptivesButton},
+    {"review-frequencies",  ReviewFrequenciesButton},
+    {"review-descriptives", ReviewDescriptivesButton},
 }};
 // clang-format on
 

@@ -77,9 +77,9 @@ VariableChoice ChooseByContent(const DataTable& table) {
     for (std::size_t index = 0; index < table.Variables.size(); ++index) {
         const Variable& variable = table.Variables[index];
         if (variable.HasLabels() && HasFewValues(variable)) {
-            choice.Drill.First.push_back(NumberOf(index));
+            choice.Drill.Categorical.push_back(NumberOf(index));
         } else if (variable.Kind != ValueKind::Text) {
-            choice.Drill.Second.push_back(NumberOf(index));
+            choice.Drill.Continuous.push_back(NumberOf(index));
         }
     }
     return choice;

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDoc.h"
 
 namespace quillara {
 
@@ -17,7 +16,12 @@ struct VariableNames {
     std::vector<std::string> ReviewContinuous;
 };
 
-/// Numbers of variables, from 1: First holds the categorical ones, Second the continuous.
+/// Numbers of variables, from 1.
+struct VariableLists {
+    std::vector<short> Categorical;
+    std::vector<short> Continuous;
+};
+
 struct VariableChoice {
     VariableLists Drill;
     VariableLists Review;

@@ -4,14 +4,8 @@
 
 namespace quillara {
 
-void OutputCollection::BeginCommand(int command, int step) {
-    Command = command;
-    Step = step;
-    OutputIndex = 0;
-}
-
-void OutputCollection::Add(SpreadsheetDocument document) {
-    Entries.push_back({Command, ++OutputIndex, Step, std::move(document)});
+void OutputCollection::Add(SpreadsheetDocument document, const DocumentOrigin& origin) {
+    Entries.push_back({origin.Command, origin.Sequence, Step, std::move(document)});
 }
 
 }  // namespace quillara

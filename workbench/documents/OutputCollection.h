@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/SpreadsheetDocument.h"
 
 namespace quillara {
@@ -24,16 +25,10 @@ struct OutputCollection {
     std::vector<std::string> Settings;  ///< what applies to all documents ("Selection: age > 30"), for people
     std::vector<std::string> StepTexts;  ///< one line for each drill step taken ("Down: sex = Female"), for people
     std::vector<OutputEntry> Entries;
+    int Step = 0;  ///< what the documents that come next belong to
 
-    /// A command begins: its documents are numbered from 1 and belong to `step`.
-    void BeginCommand(int command, int step);
-    /// Takes a document of the command that runs.
-    void Add(SpreadsheetDocument document);
-
-  private:
-    int Command = 0;
-    int Step = 0;
-    int OutputIndex = 0;
+    /// Takes a document.
+    void Add(SpreadsheetDocument document, const DocumentOrigin& origin);
 };
 
 }  // namespace quillara

@@ -11,7 +11,11 @@
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/FileSignature.h"
+#include "workbench/formats/ReadBack.h"
 #include "workbench/formats/StatisticalFile.h"
+#include "workbench/formats/StatisticalLayout.h"
+#include "workbench/formats/StatisticalRules.h"
+#include "workbench/formats/StatisticalWriter.h"
 
 namespace quillara {
 namespace {
@@ -58,6 +62,49 @@ std::string FormatOf(const std::string& path) {
     return extension;
 }
 
+/// The rules of the statistical format that is written under an extension; null for any other.
+const StatisticalRules* FindRules(std::string_view extension) {
+    const auto found = std::ranges::find(statisticalRules, extension, &StatisticalRules::Extension);
+    return found == statisticalRules.end() ? nullptr : &*found;
+}
+
+/// What `read` gives of the file that was written under a temporary name.
+template <typename Read>
+auto ReadBackFor(const std::string& path, Read read) {
+    try {
+        return read();
+    } catch (const ReadBackDifference&) {
+        throw;
+    } catch (const DataError&) {
+        throw DataError("\"" + path +
+                        "\" can't be written: what it would hold can't be read back; choose another format.");
+    }
+}
+
+void WriteStatistical(const DataTable& table, const std::string& path, const StatisticalRules& rules,
+                      const std::function<bool()>& cancelled) {
+    WorkMonitor monitor({}, cancelled);
+    const StatisticalLayout layout = LayOut(table, rules);
+    const auto cases = static_cast<std::size_t>(table.Cases);
+    const auto check = [&](const std::string& temporary) {
+        const DataTable readBack = ReadBackFor(
+            path, [&] { return ReadStatisticalFile(temporary, rules.Extension, {.Cancelled = cancelled}); });
+        ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
+        for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
+            expected.Variables.push_back(layout.Columns[i].Content);
+        }
+        CheckReadBack(expected, readBack, monitor);
+    };
+    ReplaceFile(path, StatisticalFileBytes(layout, cases, rules, monitor), cancelled, check);
+}
+
+void WriteDelimited(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled) {
+    const auto check = [&](const std::string& temporary) {
+        ReadBackFor(path, [&] { CheckDelimitedFile(table, temporary, cancelled); });
+    };
+    ReplaceFile(path, TextOfTable(table, cancelled), cancelled, check);
+}
+
 }  // namespace
 
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
@@ -65,11 +112,25 @@ DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
     return IsStatisticalFile(format) ? ReadStatisticalFile(path, format, options) : ReadDelimitedTable(path, options);
 }
 
-void WriteDataFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled) {
-    if (ExtensionOf(path) != "csv") {
-        throw DataError("\"" + path + "\" can't be written: can only write csv so far.");
+void CheckCanBeWritten(const std::string& path) {
+    const std::string extension = ExtensionOf(path);
+    if (extension != "csv" && FindRules(extension) == nullptr) {
+        throw DataError("\"" + path +
+                        "\" can't be written: data files can be written as csv, sav, zsav or dta; give it " +
+                        "one of these extensions.");
     }
-    ReplaceFile(path, TextOfTable(table, cancelled), cancelled);
+}
+
+void WriteDataFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled) {
+    CheckCanBeWritten(path);
+    if (table.Variables.empty()) {
+        throw DataError("\"" + path + "\" can't be written: the table has no variables.");
+    }
+    if (const StatisticalRules* rules = FindRules(ExtensionOf(path))) {
+        WriteStatistical(table, path, *rules, cancelled);
+    } else {
+        WriteDelimited(table, path, cancelled);
+    }
 }
 
 }  // namespace quillara

@@ -16,10 +16,26 @@ namespace quillara {
 /// options.Cancelled says so.
 [[nodiscard]] DataTable ReadDataFile(const std::string& path, const ReadOptions& options = {});
 
-/// Writes a table to a csv file: names first, labels and texts in place of coded values (see TextOfTable), missing
-/// data as empty fields. A file that stands there already is replaced as a whole or, after a failure, left as it was.
+/// Throws DataError, which lists what can be written, unless the extension of a path, in any case of letters, is csv,
+/// sav, zsav or dta.
+void CheckCanBeWritten(const std::string& path);
+
+/// Writes a table to a data file in the format that its extension says (see CheckCanBeWritten).
+///
+/// sav, zsav and dta keep names, long names, kinds, values, value labels and descriptions, missing data (as system
+/// missing or blank text), names of the cases, the declared weight and the title text, so that ReadDataFile gives them
+/// back. What has no field there or is too long for it is kept in the notes of the file (see NoteKinds.h and
+/// FileNotes.h): original names (NamesInFile tells which are changed), which variable holds the case names, whole
+/// labels, descriptions; in dta also the weight and labels of numbers that aren't whole. A text variable with labels of
+/// its own is written to dta as numbers with labels: its texts aren't kept, what they were shown as is. zsav takes a
+/// negative zero for 0. csv keeps what TextOfTable says. The missing code isn't kept: reading chooses one.
+///
+/// The new file is read back before it takes its name, and compared with the table as far as the format can hold it. A
+/// file that stands there already is replaced as a whole or, after a failure, left as it was; no other file is left. A
+/// device or pipe is written as it stands and not read back.
 /// `cancelled` is asked now and then, the last time right before the file is replaced.
-/// Throws DataError when the extension is another one or the file can't be written, Interrupted when cancelled.
+/// Throws DataError when the file can't be written or the format can't hold the table, naming the variable; Interrupted
+/// when cancelled.
 void WriteDataFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled = {});
 
 }  // namespace quillara

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/RemovalOnSignal.h"
 #include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
@@ -82,7 +83,8 @@ void WriteToDevice(const std::string& path, std::string_view content, const Work
 class TemporaryFile {
   public:
     explicit TemporaryFile(const std::filesystem::path& target)
-        : Name((target.parent_path() / ".quillara-XXXXXX").string()), File(mkostemp(Name.data(), O_CLOEXEC)) {
+        : Name((target.parent_path() / ".quillara-XXXXXX").string()),
+          File(Removal.Watch(Name, [this] { return mkostemp(Name.data(), O_CLOEXEC); })) {
         IsThere = File.IsOpen();
     }
     TemporaryFile(const TemporaryFile&) = delete;
@@ -103,7 +105,10 @@ class TemporaryFile {
         return !IsThere;
     }
 
+    [[nodiscard]] const std::string& Path() const { return Name; }
+
   private:
+    RemovalOnSignal Removal;
     std::string Name;
     OpenFile File;
     bool IsThere = false;
@@ -123,7 +128,8 @@ std::string ResolveLinks(const std::string& path) {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled) {
+void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled,
+                 const std::function<void(const std::string& temporary)>& check) {
     const WorkMonitor monitor({}, cancelled);
     if (IsDeviceOrPipe(path)) {
         WriteToDevice(path, content, monitor);
@@ -140,6 +146,9 @@ void ReplaceFile(const std::string& path, std::string_view content, const std::f
         TemporaryFile file(target);
         const bool isFinished = file.Write(content, permissions, monitor) && file.Finish();
         error = isFinished ? 0 : errno;
+        if (isFinished && check) {
+            check(file.Path());
+        }
         monitor.Check();
         if (isFinished && !file.MoveTo(target)) {
             error = errno;

@@ -181,6 +181,34 @@ std::optional<double> WholeDays(double value, double unitsPerDay, double epoch) 
     return days * unitsPerDay == value ? WithinCalendar(days + epoch) : std::nullopt;
 }
 
+/// The milliseconds that read as these seconds; whole ones where they do.
+double MillisecondsOf(double seconds) {
+    const double whole = std::round(1000 * seconds);
+    return whole / 1000 == seconds ? whole : 1000 * seconds;
+}
+
+std::optional<double> InverseOf(Scale scale, double ours, double epoch) {
+    switch (scale) {
+        case Scale::Days:
+            return ours - epoch;
+        case Scale::DateOfSeconds:
+        case Scale::DateAndTimeOfSeconds:
+            return (ours - epoch) * secondsPerDay;
+        case Scale::DateAndTimeOfMilliseconds:
+            return (ours - epoch) * millisecondsPerDay;
+        case Scale::ClockOfSeconds:
+            return ours;
+        case Scale::ClockOfDateMilliseconds:
+            return MillisecondsOf(ours);
+        case Scale::Weeks:
+        case Scale::Months:
+        case Scale::Quarters:
+        case Scale::HalfYears:
+            break;
+    }
+    return {};
+}
+
 }  // namespace
 
 std::optional<ForeignTime> ForeignTime::Find(std::string_view extension, std::string_view format) {
@@ -220,6 +248,11 @@ std::optional<double> ForeignTime::Convert(double value) const {
             return WithinDay((value - millisecondsPerDay * std::floor(value / millisecondsPerDay)) / 1000);
     }
     return {};
+}
+
+std::optional<double> ForeignTime::Invert(double ours) const {
+    const std::optional<double> value = InverseOf(Shown, ours, Epoch);
+    return value && std::isfinite(*value) && Convert(*value) == ours ? value : std::nullopt;
 }
 
 }  // namespace quillara

@@ -25,6 +25,8 @@ class ForeignTime {
     [[nodiscard]] ValueKind Kind() const;
     /// The value in our units; nothing when it rules the conversion out. The value must be finite.
     [[nodiscard]] std::optional<double> Convert(double value) const;
+    /// The value of the file that Convert makes ours; nothing when there is none, or the file counts weeks or longer.
+    [[nodiscard]] std::optional<double> Invert(double ours) const;
 
     /// What the number in a file counts and what its format shows.
     enum class Scale {

@@ -124,6 +124,10 @@ int CollectLabel(const char* labelSetName, readstat_value_t value, const char* l
     });
 }
 
+int CollectNote(int /*index*/, const char* note, void* context) {
+    return Collect(context, [&](StatisticalContent& content) { content.Notes.push_back(TextFrom(note)); });
+}
+
 double NumberFrom(readstat_value_t value) {
     const bool isMissing = readstat_value_is_system_missing(value) || readstat_value_is_tagged_missing(value);
     return isMissing ? std::numeric_limits<double>::quiet_NaN() : readstat_double_value(value);
@@ -157,6 +161,7 @@ Parser MakeParser(const std::string& encoding) {
         throw std::bad_alloc();
     }
     readstat_set_metadata_handler(parser.get(), CollectMetadata);
+    readstat_set_note_handler(parser.get(), CollectNote);
     readstat_set_variable_handler(parser.get(), CollectVariable);
     readstat_set_fweight_handler(parser.get(), CollectWeight);
     readstat_set_value_label_handler(parser.get(), CollectLabel);

@@ -11,7 +11,8 @@ namespace quillara {
 /// Whether files of this extension (in small letters) are read by ReadStatisticalFile.
 [[nodiscard]] bool IsStatisticalFile(std::string_view extension);
 
-/// Reads a sav, zsav, por, dta, sas7bdat or xpt file: names, labels, value labels, formats, the declared weight. What
+/// Reads a sav, zsav, por, dta, sas7bdat or xpt file: names, labels, value labels, formats, the declared weight, and
+/// what WriteDataFile had no room for and noted in the file (see NotedFacts.h). What
 /// the file marks as missing (system missing, tagged missing, each user-missing value or range, a blank text), and what
 /// is no finite number, becomes the missing code; the label of a user-missing value goes with the value.
 /// Dates become ValueKind::Date, times TimeOfDay, as ForeignDates.h says. The texts of a text variable are numbered in

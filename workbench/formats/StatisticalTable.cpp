@@ -6,6 +6,7 @@
 
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/ForeignTime.h"
+#include "workbench/formats/NotedFacts.h"
 
 namespace quillara {
 namespace {
@@ -108,6 +109,7 @@ DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMo
         }
         monitor.Advance(static_cast<std::size_t>(content.Cases));
     }
+    ApplyNotes(table, content.Notes);
     return table;
 }
 

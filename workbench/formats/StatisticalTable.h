@@ -40,11 +40,12 @@ struct StatisticalContent {
     std::optional<std::int64_t> DeclaredCases;
     std::int64_t Cases = 0;
     std::optional<std::size_t> Weight;  ///< index of the declared weight
+    std::vector<std::string> Notes;  ///< line by line
 };
 
 /// The table that a statistical file with this extension holds: user-missing values, dates, times, texts and labels are
-/// made ours as ReadStatisticalFile says. Throws DataError when it is too large, Interrupted when the monitor's work
-/// was cancelled.
+/// made ours as ReadStatisticalFile says, and what the notes tell is put in its place. Throws DataError when it is too
+/// large, Interrupted when the monitor's work was cancelled.
 [[nodiscard]] DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor);
 
 }  // namespace quillara

@@ -35,11 +35,23 @@ void FillField(char (&field)[Width], const std::string& text) {
 }  // namespace
 
 AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
-    : Table(table), Services(services), Blocks(*this) {}
+    : Services(services), Blocks(*this), Input(&table) {
+    Dialogs.Queue.Trace = [this](std::string_view call) { Trace(call); };
+}
+
+AnalysisState::~AnalysisState() = default;
+
+void AnalysisState::Exchange(std::shared_ptr<const DataTable> table) {
+    OwnedInput = std::move(table);
+    Input = OwnedInput.get();
+    Selection.clear();
+    SelectionFormula.clear();
+    ChooseWeight(std::nullopt);
+}
 
 const Variable* AnalysisState::FindVariable(int number) const {
-    const bool known = number >= 1 && static_cast<std::size_t>(number) <= Table.Variables.size();
-    return known ? &Table.Variables[static_cast<std::size_t>(number) - 1] : nullptr;
+    const bool known = number >= 1 && static_cast<std::size_t>(number) <= Table().Variables.size();
+    return known ? &Table().Variables[static_cast<std::size_t>(number) - 1] : nullptr;
 }
 
 CaseResult AnalysisState::ResultOf(std::int32_t caseNumber) const {
@@ -57,28 +69,44 @@ void AnalysisState::ReportProgress(std::int32_t done) const {
     }
 }
 
-void AnalysisState::ChooseWeight(const Variable* variable) {
+void AnalysisState::Select(std::vector<CaseResult> results) {
+    const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
+    Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);
+    SelectionFormula.clear();
+}
+
+void AnalysisState::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
+    WeightVariable = variable;
+    IsWeighted = variable && isOn;
     Weights = nullptr;
     CleanWeights.clear();
-    if (variable != nullptr) {
-        CleanWeights = UsableWeights(*variable);
-        Weights = CleanWeights.empty() ? variable->Values.data() : CleanWeights.data();
+    if (IsWeighted) {
+        const Variable& weight = Table().Variables.at(*variable);
+        CleanWeights = UsableWeights(weight);
+        Weights = CleanWeights.empty() ? weight.Values.data() : CleanWeights.data();
     }
     FillCommons();
 }
 
 void AnalysisState::FillCommons() const {
     if (Commons.Table != nullptr) {
-        Commons.Table->Variables = static_cast<std::int16_t>(Table.Variables.size());
-        Commons.Table->Cases = Table.Cases;
-        FillField(Commons.Table->HeaderText, Table.Header);
+        Commons.Table->Variables = static_cast<std::int16_t>(Table().Variables.size());
+        Commons.Table->Cases = Table().Cases;
+        FillField(Commons.Table->HeaderText, Table().Header);
     }
     if (Commons.Names != nullptr) {
         Commons.Names->CaseNameWidth =
-            static_cast<std::int16_t>(std::min<std::size_t>(Table.CaseNameWidth(), INT16_MAX));
+            static_cast<std::int16_t>(std::min<std::size_t>(Table().CaseNameWidth(), INT16_MAX));
     }
     if (Commons.Weight != nullptr) {
-        Commons.Weight->Active = Weights != nullptr ? 1 : 0;
+        Commons.Weight->Active = IsWeighted ? 1 : 0;
+        Commons.Weight->Variable = static_cast<std::int16_t>(WeightVariable ? *WeightVariable + 1 : 0);
+    }
+}
+
+void AnalysisState::Trace(std::string_view call) const {
+    if (Services.Trace) {
+        Services.Trace(call);
     }
 }
 

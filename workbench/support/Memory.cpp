@@ -21,7 +21,7 @@ bool Remember(quillara::AllocationRecord& record, void* address) {
 
 int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
     *address = nullptr;
-    quillara::AllocationRecord* record = Document == nullptr ? nullptr : &CAnalysisDoc::StateOf(Document).Memory;
+    quillara::AllocationRecord* record = Document == nullptr ? nullptr : &quillara::StateOf(Document).Memory;
     if (record != nullptr && ++record->Calls == record->FailingCall) {
         return 1;
     }
@@ -38,7 +38,7 @@ int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
 
 void CAnalysisSupport::FreeMem(void* address) {
     if (Document != nullptr) {
-        CAnalysisDoc::StateOf(Document).Memory.Live.erase(address);
+        quillara::StateOf(Document).Memory.Live.erase(address);
     }
     std::free(address);
 }

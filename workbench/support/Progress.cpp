@@ -4,12 +4,12 @@
 using quillara::AnalysisState;
 
 int CAnalysisSupport::lookbr() {
-    return CAnalysisDoc::StateOf(Document).AskForBreak() ? 1 : 0;
+    return quillara::StateOf(Document).AskForBreak() ? 1 : 0;
 }
 
 void CAnalysisSupport::d_pbar(const char* text) {
     if (Document != nullptr) {
-        CAnalysisDoc::StateOf(Document).Progress.Text = text;
+        quillara::StateOf(Document).Progress.Text = text;
     }
 }
 
@@ -17,8 +17,9 @@ void CAnalysisSupport::dstart(unsigned long total) {
     if (Document == nullptr) {
         return;
     }
-    AnalysisState& state = CAnalysisDoc::StateOf(Document);
+    AnalysisState& state = quillara::StateOf(Document);
     state.Progress.Running = true;
+    state.Trace("Pass");
     if (state.Services.ProgressStarted) {
         state.Services.ProgressStarted(state.Progress.Text, static_cast<std::int32_t>(total));
     }
@@ -28,7 +29,7 @@ void CAnalysisSupport::dstop() {
     if (Document == nullptr) {
         return;
     }
-    AnalysisState& state = CAnalysisDoc::StateOf(Document);
+    AnalysisState& state = quillara::StateOf(Document);
     if (state.Progress.Running && state.Services.ProgressEnded) {
         state.Services.ProgressEnded();
     }

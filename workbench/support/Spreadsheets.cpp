@@ -7,6 +7,7 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/support/AnalysisState.h"
 #include "workbench/support/LongTexts.h"
+#include "workbench/support/ResultRouting.h"
 
 using quillara::AnalysisState;
 using quillara::SpreadsheetCell;
@@ -102,8 +103,8 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
                                void* /*reserved1*/, void* /*reserved2*/, void* /*header*/, short* status1,
                                short* status2, short* status3) {
     constexpr short done = 0;
-    const AnalysisState& state = CAnalysisDoc::StateOf(Document);
-    if (state.Services.TakeSpreadsheet) {
+    if (Document != nullptr) {
+        AnalysisState& state = quillara::StateOf(Document);
         const FlatTable table{static_cast<std::size_t>(std::max(rows, 0)),
                               static_cast<std::size_t>(std::max(columns, 0)),
                               data,
@@ -116,7 +117,7 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
         if (state.Commons.Table != nullptr) {
             document.Corner = TextOf({state.Commons.Table->CornerLabel, CornerLabelWidth});
         }
-        state.Services.TakeSpreadsheet(std::move(document));
+        quillara::RouteResult(*this, state, std::move(document));
     }
     for (short* status : {status1, status2, status3}) {
         if (status != nullptr) {

@@ -55,12 +55,12 @@ void CAnalysisSupport::SetSequenceTable(const SequenceStep* table, int rows) {
 void CAnalysisSupport::InitCommons(OrvTag* table, Orv88Tag* names, b1_com* /*line*/, Wght_com* weight,
                                    _AddMenu* /*menu*/) {
     if (Document != nullptr) {
-        quillara::AnalysisState& state = CAnalysisDoc::StateOf(Document);
+        quillara::AnalysisState& state = quillara::StateOf(Document);
         state.Commons = {table, names, weight};
         state.FillCommons();
     }
 }
 
 int CAnalysisSupport::IsOleAutomation() const {
-    return 0;
+    return quillara::StateOf(Document).Dialogs.IsAutomated ? 1 : 0;
 }

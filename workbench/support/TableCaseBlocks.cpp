@@ -10,7 +10,7 @@ TableCaseBlocks::TableCaseBlocks(const AnalysisState& state) : State(state) {}
 
 void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::span<const std::int16_t> variables,
                                 CaseBlock& block) {
-    const std::int32_t cases = State.Table.Cases;
+    const std::int32_t cases = State.Table().Cases;
     block.Count = first >= 1 && first <= cases ? std::clamp(count, 0, cases - first + 1) : 0;
     block.Results = nullptr;
     block.Weights = nullptr;

@@ -51,27 +51,85 @@ TEST_F(InfoAndConvert, InfoAsJsonHasAllLabels) {
         "format":"","missing":1,"labels":[{"value":2,"label":"tall","description":"two metres"}]})"));
 }
 
-TEST_F(InfoAndConvert, ConvertedDataReadBackTheSame) {
-    ASSERT_EQ(Quillara(Folder, "convert small.csv copy.csv --decimal=,").Status, 0);
-    EXPECT_EQ(json::parse(Quillara(Folder, "info copy.csv --format json").Out)["variables"],
-              json::parse(Quillara(Folder, "info small.csv --decimal , --format json").Out)["variables"]);
+/// The variables that info tells of a file, but for their display formats.
+json VariablesOf(const TemporaryFolder& folder, const std::string& file) {
+    json variables = json::parse(Quillara(folder, "info --format json " + file).Out)["variables"];
+    for (json& variable : variables) {
+        variable.erase("format");
+    }
+    return variables;
 }
 
-TEST_F(InfoAndConvert, CtrlCKeepsTheFileThatWasThere) {
-    std::string large = "number,text\n";
-    for (int number = 0; number < 400'000; ++number) {
-        large += std::to_string(number) + ",text " + std::to_string(number % 1000) + "\n";
+TEST_F(InfoAndConvert, ConvertedDataReadBackTheSame) {
+    const json variables = VariablesOf(Folder, "small.csv --decimal ,");
+    std::string before = "small.csv --decimal ,";
+    for (const std::string extension : {"sav", "dta", "zsav", "csv", "DTA"}) {
+        const Outcome outcome = Quillara(Folder, "convert " + before + " copy." + extension);
+        EXPECT_EQ(outcome.Out + outcome.Errors, "") << extension;
+        before = "copy." + extension;
+        EXPECT_EQ(VariablesOf(Folder, before), variables) << extension;
     }
-    Folder.Put("large.csv", large);
-    for (const int milliseconds : {20, 100, 200, 300, 400}) {
-        const std::string copy = Folder.Put("copy.csv", "before");
-        const std::string wait = std::to_string(milliseconds / 1000.0);
-        const Outcome outcome =
-            Quillara(Folder, "convert large.csv copy.csv", "timeout --foreground --preserve-status -s INT " + wait);
-        EXPECT_EQ(ContentOf(copy) == "before", outcome.Status != 0) << milliseconds;
-        EXPECT_TRUE(outcome.Status == 0 || outcome.Status == 130) << outcome.Status;
-        EXPECT_EQ(Folder.Files(), 4U);
+    EXPECT_EQ(
+        Quillara(Folder, "convert small.csv pipe.sav --decimal ,", "mkfifo pipe.sav; cat pipe.sav >out.sav &").Status,
+        0);
+    EXPECT_EQ(VariablesOf(Folder, "out.sav"), variables);
+}
+
+TEST_F(InfoAndConvert, WhatCannotBeWrittenIsOneLine) {
+    for (const std::string out : {"out.xlsx", "out", "out.sas7bdat"}) {
+        const Outcome outcome = Quillara(Folder, "convert none.csv " + out);
+        EXPECT_EQ(outcome.Status, 1);
+        EXPECT_NE(
+            outcome.Errors.find("\"" + out + "\" can't be written: data files can be written as csv, sav, zsav or dta"),
+            std::string::npos)
+            << outcome.Errors;
     }
+    EXPECT_NE(Quillara(Folder, "convert --help").Out.find("csv, sav, zsav or dta"), std::string::npos);
+    EXPECT_EQ(Folder.Files(), 2U);
+}
+
+struct LargeConversion : InfoAndConvert {
+    LargeConversion() {
+        std::string large = "number,text\n";
+        for (int number = 0; number < 400'000; ++number) {
+            large += std::to_string(number) + ",text " + std::to_string(number % 1000) + "\n";
+        }
+        Folder.Put("large.csv", large);
+    }
+};
+
+TEST_F(LargeConversion, FullDiskKeepsTheFileThatWasThere) {
+    for (const std::string name : {"copy.csv", "copy.sav", "copy.zsav", "copy.dta"}) {
+        const std::string copy = Folder.Put(name, "before");
+        EXPECT_EQ(Quillara(Folder, "convert large.csv " + name, "trap '' XFSZ; ulimit -f 64;").Status, 1);
+        EXPECT_GT(Quillara(Folder, "convert large.csv " + name, "ulimit -f 64;").Status, 128);
+        EXPECT_EQ(ContentOf(copy), "before");
+        std::filesystem::remove(copy);
+        EXPECT_EQ(Folder.Files(), 3U) << name;
+    }
+}
+
+TEST_F(LargeConversion, ASignalKeepsTheFileThatWasThere) {
+    const struct {
+        const char* Name;
+        const char* Signal;
+    } cases[] = {{"copy.csv", "INT"}, {"copy.sav", "INT"}, {"copy.dta", "TERM"}, {"copy.zsav", "HUP"}};
+    for (const auto& [name, signal] : cases) {
+        for (const int milliseconds : {20, 200, 400, 600, 800}) {
+            const std::string copy = Folder.Put(name, "before");
+            const std::string wait = std::to_string(milliseconds / 1000.0);
+            const Outcome outcome =
+                Quillara(Folder, std::string("convert large.csv ") + name,
+                         std::string("timeout --foreground --preserve-status -s ") + signal + " " + wait);
+            EXPECT_EQ(ContentOf(copy) == "before", outcome.Status != 0) << name << milliseconds;
+            EXPECT_TRUE(outcome.Status == 0 || outcome.Status >= 129) << outcome.Status;
+            std::filesystem::remove(copy);
+            EXPECT_EQ(Folder.Files(), 3U);
+        }
+    }
+    const std::string copy = Folder.Put("copy.sav", "before");
+    const Outcome killed = Quillara(Folder, "convert large.csv copy.sav", "timeout --foreground -s KILL 0.5");
+    EXPECT_EQ(ContentOf(copy) == "before", killed.Status != 0);
 }
 
 }  // namespace

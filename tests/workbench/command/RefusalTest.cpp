@@ -10,6 +10,7 @@ namespace {
 struct RefusalTest : testing::Test {
     RefusalTest() {
         Folder.Put("DATA", "sex,age,day,x\nFemale,20,2024-02-01,1\nMale,30,2024-02-02,2\n");
+        Folder.Put("data.csv", "x\n1\n");
         Folder.Put("NOVAR", "value,label\n1,one\n");
         Folder.Put("BADVAR", "variable,value,label\nheight,1,one\n");
         Folder.Put("BADNUMBER", "variable,value,label\nage,young,one\n");
@@ -57,6 +58,9 @@ const Refusal Refusals[] = {
     {2, "/dev/stdin",                   {"info -"}},
     {2, "the data file \"./DATA\"",     {"--output ./DATA", "convert DATA ./DATA"}},
     {2, "dictionary file",              {"--dictionary BADVAR --output BADVAR"}},
+    {2, "the data file \"data.csv\"",   {"drill ./data.csv --save data.csv"}},
+    {2, "choose two files",             {"--save new.csv --output ./new.csv"}},
+    {2, "csv, sav, zsav or dta",        {"--save new", "--save new.por", "drill NOWHERE --save csv"}},
 
     {1, "NOWHERE",                      {"drill NOWHERE"}},
     {1, "height",                       {"--categorical height", "--weight height", "--select 'height > 1'", "--up height",
@@ -72,7 +76,8 @@ const Refusal Refusals[] = {
     {1, "line 2",                       {"--dictionary BADVAR"}},
     {1, "numbers",                      {"--dictionary BADNUMBER"}},
     {1, "YYYY-MM-DD",                   {"--dictionary BADDAY"}},
-    {1, "NOFOLDER",                     {"--output NOFOLDER/results.txt"}},
+    {1, "NOFOLDER",                     {"--output NOFOLDER/results.txt", "--save NOFOLDER/subset.csv"}},
+    {1, "no drill variables",           {"--review-continuous age --save new.csv"}},
     {1, "out.csv",                      {"convert DATA DATA/out.csv"}},
 };
 // clang-format on

@@ -46,14 +46,14 @@ OutputCollection Collection(const std::vector<SpreadsheetDocument>& documents, c
     outputs.FileName = "people.csv";
     outputs.Cases = 8;
     outputs.Variables = 3;
-    outputs.BeginCommand(9060, 0);
+    int sequence = 0;
     for (const SpreadsheetDocument& document : documents) {
-        outputs.Add(document);
+        outputs.Add(document, {9060, ++sequence});
     }
     if (!step.empty()) {
         outputs.StepTexts = {step};
-        outputs.BeginCommand(9058, 1);
-        outputs.Add(behind);
+        outputs.Step = 1;
+        outputs.Add(behind, {9058, 1});
     }
     return outputs;
 }
@@ -182,9 +182,9 @@ TEST(HtmlView, ContentsLeadToStepsAndTables) {
     OutputCollection outputs = Collection({});
     outputs.StepTexts = {"Down: sex = Female", "Up: sex"};
     outputs.Settings = {"Weight: <w>"};
-    outputs.Add(Summary);
-    outputs.BeginCommand(9060, 2);
-    outputs.Add(Frequencies);
+    outputs.Add(Summary, {9060, 1});
+    outputs.Step = 2;
+    outputs.Add(Frequencies, {9060, 1});
     const std::string page = HtmlView(outputs);
     for (const std::string anchor : {"step-1\"", "step-2\"", "table-1\"", "table-2\""}) {
         EXPECT_THAT(page, AllOf(HasSubstr("href=\"#" + anchor), HasSubstr("id=\"" + anchor)));

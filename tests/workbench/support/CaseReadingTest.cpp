@@ -73,7 +73,7 @@ DataTable RandomTable(double badWeight = 1, double missingCode = -9999) {
 }
 
 /// Lets the `call`-th question for a break be answered with yes, and all behind it; 0: none.
-void BreakAt(CAnalysisDoc& document, int call) {
+void BreakAt(AnalysisDocument& document, int call) {
     document.Services.BreakRequested = [call, asked = 0]() mutable { return ++asked >= call && call > 0; };
 }
 

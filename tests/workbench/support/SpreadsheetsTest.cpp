@@ -5,7 +5,10 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/WindowMessages.h"
 #include "tests/workbench/support/TestAnalysis.h"
+#include "workbench/documents/ResultDocument.h"
+#include "workbench/support/AnalysisState.h"
 #include "workbench/support/LongTexts.h"
 
 namespace quillara {
@@ -23,6 +26,7 @@ struct Spreadsheets : testing::Test {
     std::string Titles = std::string(240, '\0');
     const DataTable Table = TableOf({Numbers("x", {1})});
     TestHost Host{Table};
+    std::string Origins;  ///< of the documents shown
 
     static void Put(std::string& fields, std::size_t position, const std::string& text) {
         fields.replace(position, text.size(), text);
@@ -30,7 +34,11 @@ struct Spreadsheets : testing::Test {
     SpreadsheetDocument Shown(int rows, int columns, const std::string& corner = "") {
         SpreadsheetDocument shown;
         short statuses[3] = {0, 1, 1};
-        Host.Document.Services.TakeSpreadsheet = [&](SpreadsheetDocument document) { shown = std::move(document); };
+        Host.Document.Services.TakeDocument = [&](ResultDocument& document) {
+            shown = document.Content();
+            Origins +=
+                std::to_string(document.Origin().Command) + '.' + std::to_string(document.Origin().Sequence) + ' ';
+        };
         Host.Document.RunSequence();
         std::memcpy(Host.Analysis->Table.CornerLabel, corner.data(), corner.size());
         Host.Analysis->looka4(Values.data(), Cells.data(), Formats.data(), ColumnNames.data(), nullptr, RowNames.data(),
@@ -74,6 +82,21 @@ TEST_F(Spreadsheets, TitlesEndWithTheLastLineThatIsNotEmpty) {
     EXPECT_THAT(shown.Title, ElementsAre("", "", "third"));
     EXPECT_TRUE(shown.Rows.empty());
     EXPECT_EQ(shown.Columns.size(), 1U);
+}
+
+TEST_F(Spreadsheets, AreNumberedWithinTheirCommand) {
+    std::optional<ActiveCommand>& command = Host.Document.State().Dialogs.Command;
+    Shown(1, 1);
+    command = ActiveCommand{WindowMessage::Command, (2U << 16) + 9060, 0};
+    Shown(1, 1);
+    Shown(1, 1);
+    EXPECT_EQ(command->OutputIndex, 2);
+    command = ActiveCommand{WindowMessage::InitDialog, 7, 0};
+    Shown(1, 1);
+    command.reset();
+    Shown(1, 1);
+    EXPECT_EQ(Origins, "0.1 9060.1 9060.2 0.1 0.2 ");
+    EXPECT_TRUE(Host.Document.Documents().OfAnalysis().empty());  // nobody has kept one
 }
 
 }  // namespace

@@ -9,14 +9,14 @@
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
 #include "tests/workbench/Tables.h"
-#include "workbench/support/AnalysisDoc.h"
+#include "workbench/support/AnalysisDocument.h"
 
 namespace quillara {
 
 /// A module without any resources.
 struct TestContext : CAnalysisContext {
     [[nodiscard]] const ModuleInstance* Instance() const override { return &Module; }
-    ModuleInstance Module{"test", {}};
+    ModuleInstance Module{"test", {}, {}};
 };
 
 /// An analysis that does nothing by itself: tests call the host through it.
@@ -74,7 +74,7 @@ struct TestHost {
         Document.Adopt(std::move(analysis));
     }
 
-    CAnalysisDoc Document;
+    AnalysisDocument Document;
     TestAnalysis* Analysis;
 };
 

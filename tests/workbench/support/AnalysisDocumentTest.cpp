@@ -1,4 +1,4 @@
-#include "workbench/support/AnalysisDoc.h"
+#include "workbench/support/AnalysisDocument.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,35 +78,15 @@ TEST_F(Document, CountsAndFailsAllocations) {
     EXPECT_EQ(Host->Document.LiveAllocations(), 0U);
 }
 
-TEST_F(Document, TakesListsOfVariablesWithinTheLimits) {
-    std::optional<VariableLists> answer;
-    std::string shown;
+TEST_F(Document, AScriptThatFailsInAWindowCancelsItAndIsHeardOfLater) {
     short lists[2][3] = {};
     short counts[2] = {-1, -1};
-    const auto ask = [&](int lowest, int highest) {
-        return Analysis.DoubleVarListDialog(nullptr, 1, "Title", nullptr, lowest, highest, 0, 3, 3, lists[0],
-                                            &counts[0], lists[1], &counts[1], "A", "B", 2, nullptr, 0, 0);
-    };
-    EXPECT_EQ(ask(0, 3), 0);
-    Host->Document.Services.ChooseVariables = [&](const VariableListRequest& request) {
-        shown = request.Title + request.Label1 + request.Label2;
-        return answer;
-    };
-    EXPECT_EQ(ask(0, 3), 0);
-    EXPECT_EQ(shown, "TitleAB");
-    Host->Document.Services.ShowMessage = [&](std::string_view text) { shown = text; };
-    for (const VariableLists& refused : {VariableLists{{0}, {}}, {{4}, {}}, {{}, {1, 2, 3, 1}}, {{1, 2, 3}, {1}}}) {
-        answer = refused;
-        EXPECT_EQ(ask(0, 3), 0);
-        EXPECT_NE(shown, "TitleAB");
-    }
-    EXPECT_EQ(counts[0], -1);
-    answer = VariableLists{{3, 1}, {2}};
-    EXPECT_EQ(ask(3, 3) + ask(0, 1), 0);
-    EXPECT_EQ(ask(0, 2), 1);
-    EXPECT_THAT(lists[0], ElementsAre(3, 1, 0));
-    EXPECT_THAT(lists[1], ElementsAre(2, 0, 0));
-    EXPECT_THAT(counts, ElementsAre(2, 1));
+    Host->Document.Services.WorkIn = [&](Window&) -> bool { throw DataError("no"); };
+    EXPECT_EQ(Analysis.DoubleVarListDialog(nullptr, 1, "Title", nullptr, 0, 3, 0, 3, 3, lists[0], &counts[0], lists[1],
+                                           &counts[1], "A", "B", 2, nullptr, 0, 0),
+              0);
+    EXPECT_THROW(Host->Document.RunMessages(), DataError);
+    EXPECT_NO_THROW(Host->Document.RunMessages());
 }
 
 TEST(UnboundAnalysis, IsQuiet) {

@@ -1,0 +1,43 @@
+#include "automation/DispatchByName.h"
+
+namespace {
+
+HRESULT NumberOf(IDispatch* object, const char16_t* name, DISPID* member) {
+    return object == nullptr ? E_POINTER : object->GetIDsOfNames(&name, 1, member);
+}
+
+bool HoldsObject(const VARIANT& value) {
+    return value.Type == VariantType::Dispatch || value.Type == VariantType::Unknown;
+}
+
+}  // namespace
+
+HRESULT PutProperty(IDispatch* object, const char16_t* name, VARIANT value) {
+    DISPID member = 0;
+    if (const HRESULT status = NumberOf(object, name, &member); !Succeeded(status)) {
+        return status;
+    }
+    DISPID named = PropertyPutArgument;
+    const DISPPARAMS parameters{&value, &named, 1, 1};
+    if (HoldsObject(value) && Succeeded(object->Invoke(member, DispatchPropertyPutReference, parameters, nullptr))) {
+        return S_OK;
+    }
+    return object->Invoke(member, DispatchPropertyPut, parameters, nullptr);
+}
+
+CountedPointer<IUnknown> GetObjectProperty(IDispatch* object, const char16_t* name) {
+    DISPID member = 0;
+    VARIANT value;
+    if (!Succeeded(NumberOf(object, name, &member)) ||
+        !Succeeded(object->Invoke(member, DispatchPropertyGet, {}, &value)) || !HoldsObject(value)) {
+        return {};
+    }
+    IUnknown* held = value.Type == VariantType::Dispatch ? value.Dispatch : value.Unknown;
+    return CountedPointer<IUnknown>::Adopt(held);
+}
+
+HRESULT CallMethod(IDispatch* object, const char16_t* name) {
+    DISPID member = 0;
+    const HRESULT status = NumberOf(object, name, &member);
+    return Succeeded(status) ? object->Invoke(member, DispatchMethod, {}, nullptr) : status;
+}

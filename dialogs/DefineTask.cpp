@@ -1,0 +1,256 @@
+#include "dialogs/DefineTask.h"
+
+#include <algorithm>
+#include <array>
+
+#include "dialogs/CategorizationPage.h"
+#include "dialogs/DrillSteps.h"
+#include "dialogs/HostCommands.h"
+#include "dialogs/ReorderDrillDown.h"
+#include "dialogs/ReorderListBoxes.h"
+#include "dialogs/VariableChoice.h"
+#include "host/WindowServices.h"
+#include "platform/ModuleInstance.h"
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
+#include "resources/Dialogs.h"
+#include "resources/StringTable.h"
+
+namespace {
+
+constexpr int ResultFieldAttribute = 1;  // of the host's colours
+constexpr char AutoUpdateKeyword[] = "StandAloneResults";
+constexpr std::int32_t NoReserve = 0;
+
+// Commands with steps of their own
+
+template <int (*Select)(CDefineTask&)>
+std::int64_t ChooseVariables(CDefineTask& task) {
+    task.LockResults();
+    Select(task);
+    task.UnlockResults();
+    return 0;
+}
+
+/// What stands on the Categorization page goes to the variable that was current until now.
+std::int64_t ChangeDrillDownVariable(CDefineTask& task) {
+    task.ApplyCategorization();
+    task.SelectCurrentDown();
+    task.UpdateControls();
+    return 0;
+}
+
+std::int64_t ChangeDrillUpVariable(CDefineTask& task) {
+    task.SelectCurrentUp();
+    task.UpdateControls();
+    return 0;
+}
+
+// Intended: nothing but the flag changes, unlike with the other options; documents that stand alone stay so, and
+// updates stop or go on.
+std::int64_t ToggleAutoUpdate(CDefineTask& task) {
+    task.Analysis->StandAloneResults = task.Analysis->StandAloneResults == 0 ? 1 : 0;
+    return 0;
+}
+
+std::int64_t ChangeOrder(CDefineTask& task) {
+    task.LockResults();
+    ReorderDrillDown dialog(*task.Analysis);
+    if (dialog.DoModal(task.Analysis->GetLibInstance()) == 1) {
+        task.Analysis->RefreshListBoxes(task.Window);
+        task.SelectCurrentDown();
+        task.UpdateControls();
+    }
+    task.UnlockResults();
+    return 1;
+}
+
+template <CategorizationMethod Method>
+std::int64_t Choose(CDefineTask& task) {
+    return ChooseMethod(task, Method);
+}
+
+std::int64_t CloseDialog(CDefineTask& task) {
+    task.EnableStartupMenus(1);
+    task.Analysis->PutInitKeyword(0, AutoUpdateKeyword, &NoReserve, &task.Analysis->StandAloneResults);
+    task.ExitDialog(0, 1, 0);
+    return 1;
+}
+
+struct CommandRow {
+    int Id;
+    std::int64_t (*Run)(CDefineTask& task);  ///< gives the result of the command
+};
+
+/// A flag of the analysis that a check box toggles.
+struct OptionRow {
+    int Id;
+    std::int16_t CDrillDown::*Flag;
+    bool ChangesCounts;  ///< the counts must be read again
+};
+
+/// A button that makes a result.
+/// Intended: review results and the saved data neither store the Categorization page nor test for records, unlike the
+/// results of the drill variables; what they show doesn't depend on the page.
+struct ResultRow {
+    int Id;
+    std::int16_t (CDrillDown::*Operation)(HWND window);
+    CDrillDown::DrillSet* CDrillDown::*Records;  ///< the page is stored first, and these must be there; null: neither
+};
+
+// clang-format off
+constexpr std::array Commands{
+    // Id                              Run
+    CommandRow{CancelCommand,          CloseDialog},
+    CommandRow{SelectCasesButton,      DefineCaseSelection},
+    CommandRow{WeightButton,           DefineWeights},
+    CommandRow{OpenDataButton,         OpenData},
+    CommandRow{DrillVariablesButton,   ChooseVariables<SelectDrillVariables>},
+    CommandRow{DrillDownListControl,   ChangeDrillDownVariable},
+    CommandRow{DrillUpListControl,     ChangeDrillUpVariable},
+    CommandRow{OrderButton,            ChangeOrder},
+    CommandRow{DownButton,             DrillOneDown},
+    CommandRow{UpButton,               DrillOneUp},
+    CommandRow{DistinctValuesRadio,    Choose<DistinctValues>},
+    CommandRow{ExactIntervalsRadio,    Choose<ExactIntervals>},
+    CommandRow{NeatIntervalsRadio,     Choose<NeatIntervals>},
+    CommandRow{StepIntervalsRadio,     Choose<StepIntervals>},
+    CommandRow{IntegerCategoriesRadio, Choose<IntegerCategories>},
+    CommandRow{UserIntervalsRadio,     Choose<UserIntervals>},
+    CommandRow{StartAtMinimumBox,      ToggleStartAtMinimum},
+    CommandRow{BoundariesButton,       EditBoundaries},
+    CommandRow{ReviewVariablesButton,  ChooseVariables<SelectReviewVariables>},
+    CommandRow{AutoUpdateBox,          ToggleAutoUpdate},
+};
+
+constexpr std::array Options{
+    // Id                             Flag                                  ChangesCounts
+    OptionRow{WeightedMomentsBox,     &CDrillDown::WeightedMoments,         true},
+    OptionRow{ReviewCasewiseBox,      &CDrillDown::RVCasewiseDeletionOfMD,  true},
+    OptionRow{MedianQuartileRangeBox, &CDrillDown::PlotMedianQuartileRange, false},
+    OptionRow{MeanSEAndSDBox,         &CDrillDown::PlotMeanSEAndSD,         false},
+    OptionRow{MeanSD196TimesSDBox,    &CDrillDown::PlotMeanSD196TimesSD,    false},
+    OptionRow{MeanSE196TimesSEBox,    &CDrillDown::PlotMeanSE196TimesSE,    false},
+    OptionRow{CountMissingBox,        &CDrillDown::CountMD,                 true},
+    OptionRow{CasewiseBox,            &CDrillDown::CasewiseDeletionOfMD,    true},
+};
+
+constexpr std::array ResultButtons{
+    // Id                               Operation                    Records
+    ResultRow{SummaryButton,            &CDrillDown::DDNSummary,     &CDrillDown::DrillUps},
+    ResultRow{DescriptivesButton,       &CDrillDown::DDNDescriptive, &CDrillDown::DrillDowns},
+    ResultRow{FrequenciesButton,        &CDrillDown::DDNFrequency,   &CDrillDown::DrillDowns},
+    ResultRow{ReviewDescriptivesButton, &CDrillDown::RVSummary,      nullptr},
+    ResultRow{ReviewFrequenciesButton,  &CDrillDown::RVFrequency,    nullptr},
+    ResultRow{SaveDataButton,           &CDrillDown::DDNSaveData,    nullptr},
+};
+// clang-format on
+
+template <typename Table>
+constexpr bool IsAscending(const Table& table) {
+    return std::ranges::adjacent_find(table, std::ranges::greater_equal{}, [](const auto& row) { return row.Id; }) ==
+           table.end();
+}
+
+static_assert(IsAscending(Commands) && IsAscending(Options) && IsAscending(ResultButtons));
+
+/// The row of an id; null when there is none.
+template <typename Table>
+const typename Table::value_type* FindRow(const Table& table, int id) {
+    const auto row = std::ranges::find(table, id, &Table::value_type::Id);
+    return row == table.end() ? nullptr : &*row;
+}
+
+void ToggleOption(CDefineTask& task, const OptionRow& option) {
+    std::int16_t& flag = task.Analysis->*option.Flag;
+    flag = flag == 0 ? 1 : 0;
+    if (option.ChangesCounts) {
+        task.Analysis->DataChanged = 1;
+        task.UpdateControls();
+    }
+}
+
+void MakeResult(CDefineTask& task, const ResultRow& result) {
+    CDrillDown& analysis = *task.Analysis;
+    if (result.Records != nullptr) {
+        task.ApplyCategorization();
+        if ((analysis.*result.Records)->empty()) {
+            return;
+        }
+    }
+    (analysis.*result.Operation)(task.Window);
+}
+
+std::int64_t RunCommand(CDefineTask& task, int id) {
+    if (const CommandRow* command = FindRow(Commands, id)) {
+        return command->Run(task);
+    }
+    if (const OptionRow* option = FindRow(Options, id)) {
+        ToggleOption(task, *option);
+    } else if (const ResultRow* result = FindRow(ResultButtons, id)) {
+        MakeResult(task, *result);
+    }
+    return 0;
+}
+
+// Other messages
+
+std::int64_t StartDialog(CDefineTask& task) {
+    CDrillDown& analysis = *task.Analysis;
+    task.AddDlgTabs(PageTabs, StartupTabs.data(), -1, analysis.GetLibInstance(), nullptr);
+    task.InitOpeningDialog();
+    (new CDrillReorderListBox(analysis))->AttachTo(task.GetDlgItem(task.Window, DrillDownListControl));
+    (new CDrillUpReorderListBox(analysis))->AttachTo(task.GetDlgItem(task.Window, DrillUpListControl));
+    analysis.GetInitKeyword(0, AutoUpdateKeyword, &NoReserve, &analysis.StandAloneResults);
+    task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);
+    task.SelectCurrentDown();
+    task.UpdateControls();
+    return 1;
+}
+
+constexpr bool IsColourQuery(unsigned message) {
+    return message >= WindowMessage::ColourOfEdit && message <= WindowMessage::ColourOfStatic;
+}
+
+/// Whether a control shows results, in the host's colour for them.
+constexpr bool ShowsResults(int id) {
+    constexpr std::array controls{DrillDownListControl,    DrillUpListControl,      ReviewCategoricalCaption,
+                                  DrillCategoricalCaption, ReviewContinuousCaption, DrillContinuousCaption};
+    return std::ranges::find(controls, id) != controls.end();
+}
+
+}  // namespace
+
+CDefineTask::CDefineTask(CDrillDown& analysis)
+    : CDrillDownModelessDialog(analysis, StartupDialog, nullptr), Analysis(&analysis) {}
+
+const MessageMap* CDefineTask::GetMessageMap() const {
+    return CDrillDownModelessDialog::GetMessageMap();
+}
+
+void CDefineTask::DoDataExchange(DataExchange* exchange) {
+    CDrillDownModelessDialog::DoDataExchange(exchange);
+}
+
+IUnknown* CDefineTask::GetUnknown() {
+    return CDrillDownModelessDialog::GetUnknown();
+}
+
+std::int64_t CDefineTask::EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
+    Window = window;
+    if (const short taken = IsResultsMsg(window, message, wParam, lParam); taken != 0) {
+        return taken;
+    }
+    if (IsColourQuery(message)) {
+        const bool shows = ShowsResults(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
+        return shows ? HandleWM_CTLCOLOR(window, wParam, lParam, RGBAttrType(ResultFieldAttribute)) : 0;
+    }
+    if (message == WindowMessage::InitDialog) {
+        return StartDialog(*this);
+    }
+    return message == WindowMessage::Command ? RunCommand(*this, CommandOf(wParam)) : 0;
+}
+
+std::string CDefineTask::GetDialogDescription() {
+    return Analysis->GetResourceString(DialogDescriptionText);
+}

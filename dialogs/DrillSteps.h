@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+class CDefineTask;
+
+// The drill steps of the startup dialog, as commands: each gives the result of its command.
+
+/// Down: asks for a category of the current drill-down variable and takes the step. Nothing but the categorization and
+/// the counts has changed when the user cancels. While user-specified categories have no boundaries it takes no step
+/// but has the boundaries asked for, and gives 1.
+std::int64_t DrillOneDown(CDefineTask& task);
+
+/// Up: undoes the step that is selected in the drill-up list; nothing without a selection.
+std::int64_t DrillOneUp(CDefineTask& task);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "host/CaseBlocks.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/support/AnalysisDocument.h"
+#include "workbench/support/AnalysisModule.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+
+/// What is in force while the cases are read.
+struct CaseSettings {
+    std::vector<CaseResult> Selection;  ///< one per case; empty: all cases
+    std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
+};
+
+/// A drill-down analysis that is worked with as a user does, without a screen: acts on the controls of its startup
+/// dialog and answers the modal dialogs that they open. Every action throws Interrupted when the user has asked to
+/// cancel; the session is then of no more use. Controls that can't be used at the moment throw as those of a Window.
+class DialogSession {
+  public:
+    /// Works in a modal dialog until it is closed. When it throws or leaves the dialog open, the dialog is cancelled.
+    using Answer = std::function<void(Window&)>;
+
+    /// An analysis of a table, which outlives the session. Of the services WorkIn is the session's own matter.
+    /// Throws DataError when the module can't be loaded or has no memory.
+    DialogSession(const DataTable& table, CaseSettings settings, AnalysisServices services);
+    DialogSession(const DialogSession&) = delete;
+    DialogSession& operator=(const DialogSession&) = delete;
+
+    /// Clicks a button or box of the startup dialog. Dialogs that it opens are cancelled.
+    void Press(int id);
+    /// Clicks a button that opens a modal dialog. What the answer throws comes out of here once the dialog is
+    /// cancelled; an answer that leaves the dialog open is a DataError, and so is a dialog that isn't opened.
+    void Press(int id, const Answer& answer);
+    /// Runs the command of a control, whether or not it is enabled.
+    void Command(int id);
+    void ClickRow(int list, int row);
+    void TypeNumber(int field, double number);
+
+    /// A control of the startup dialog; there must be one.
+    [[nodiscard]] const Control& At(int id);
+
+  private:
+    void Act(const std::function<void(Window&)>& action, const Answer* answer = nullptr);
+    bool WorkIn(Window& dialog);
+
+    AnalysisModule Library;
+    AnalysisDocument Document;
+    const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: it is cancelled
+};
+
+}  // namespace quillara

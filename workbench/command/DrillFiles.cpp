@@ -1,0 +1,71 @@
+#include "workbench/command/DrillFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "workbench/command/DataReading.h"
+#include "workbench/command/Interruption.h"
+#include "workbench/command/QuotedText.h"
+#include "workbench/command/StandardStreams.h"
+#include "workbench/data/Errors.h"
+#include "workbench/documents/DocumentViews.h"
+#include "workbench/formats/DataFile.h"
+#include "workbench/formats/FileReplacement.h"
+
+namespace quillara {
+namespace {
+
+struct DocumentView {
+    OutputFormat Format;
+    std::string (*View)(const OutputCollection&);
+};
+
+constexpr std::array<DocumentView, 4> Views{{
+    {OutputFormat::Text, TextView},
+    {OutputFormat::Json, JsonView},
+    {OutputFormat::Csv, CsvView},
+    {OutputFormat::Html, HtmlView},
+}};
+
+void CheckFile(const std::string& option, const std::optional<std::string>& file, const DrillOptions& options) {
+    if (file) {
+        CheckOutputIsAnother(option, *file, "data", options.File);
+        CheckOutputIsAnother(option, *file, "dictionary", options.DictionaryFile.value_or(""));
+    }
+}
+
+/// Also of files that aren't there yet.
+bool AreOneFile(const std::string& file, const std::string& other) {
+    std::error_code error;
+    const std::filesystem::path place = std::filesystem::weakly_canonical(std::filesystem::absolute(file), error);
+    return !error && place == std::filesystem::weakly_canonical(std::filesystem::absolute(other), error);
+}
+
+}  // namespace
+
+void CheckFiles(const DrillOptions& options) {
+    CheckFile("--output", options.OutputFile, options);
+    CheckFile("--save", options.SaveFile, options);
+    if (options.OutputFile && options.SaveFile && AreOneFile(*options.OutputFile, *options.SaveFile)) {
+        throw UsageError("--save and --output both name " + Quoted(*options.SaveFile) + "; choose two files.");
+    }
+}
+
+void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
+    const auto* view = std::ranges::find(Views, options.Format, &DocumentView::Format);
+    const std::string documents = view->View(outcome.Outputs);
+    if (options.SaveFile || options.OutputFile) {
+        const InterruptibleWork work;
+        if (options.SaveFile) {
+            WriteDataFile(*outcome.Subset, *options.SaveFile, IsInterrupted);
+        }
+        if (options.OutputFile) {
+            ReplaceFile(*options.OutputFile, documents, IsInterrupted);
+            return;
+        }
+    }
+    WriteToStandardOutput(documents);
+}
+
+}  // namespace quillara

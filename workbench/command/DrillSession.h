@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "workbench/command/Categorization.h"
+#include "workbench/command/CategoryLookup.h"
+#include "workbench/command/DialogSession.h"
+#include "workbench/command/VariableChoice.h"
+
+namespace quillara {
+
+/// One drill through the dialogs of its analysis. Variables go by their numbers, from 1; a list of the dialog may show
+/// several of them by the same text. Every operation that reads cases throws Interrupted when the user asked to
+/// cancel; the session is then of no more use.
+class DrillSession {
+  public:
+    /// Chooses the row of a category list that a step keeps. When it throws, no step is taken.
+    using RowChooser = std::function<std::size_t(const CategoryList&)>;
+
+    /// As DialogSession.
+    DrillSession(const DataTable& table, CaseSettings settings, AnalysisServices services);
+
+    /// `variables` names at least one. Throws DataError when the analysis has no memory for them.
+    void ChooseDrillVariables(const VariableLists& variables);
+    void ChooseReviewVariables(const VariableLists& variables);
+    /// Toggles a check box that changes how cases are read, by its control id.
+    void Toggle(int box);
+    /// Sets how a continuous variable that can be drilled on is cut into categories; the same again changes nothing.
+    void Categorize(short variable, const Categorization& chosen);
+
+    /// Whether a step on the variable can be taken, or undone.
+    [[nodiscard]] bool CanGoDown(short variable) const;
+    [[nodiscard]] bool CanGoUp(short variable) const;
+    /// Takes a step on a variable that can be drilled on.
+    void Down(short variable, const RowChooser& chooseRow);
+    /// Undoes the step on a variable that has been drilled on.
+    void Up(short variable);
+
+    /// Whether a button of the startup dialog is enabled.
+    [[nodiscard]] bool CanPress(int button);
+    /// Presses it; what it makes goes to the services.
+    void Press(int button);
+
+  private:
+    void ClickDown(short variable);
+
+    const DataTable& Table;
+    DialogSession Dialogs;
+    std::vector<short> Downs;  // the variables of the two lists, row by row
+    std::vector<short> Ups;
+};
+
+}  // namespace quillara

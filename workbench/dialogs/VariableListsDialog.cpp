@@ -1,0 +1,205 @@
+#include "workbench/dialogs/VariableListsDialog.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "platform/WindowMessages.h"
+#include "workbench/data/Errors.h"
+#include "workbench/dialogs/DialogIds.h"
+
+namespace quillara {
+namespace {
+
+using Dialog = VariableListsDialog;
+
+// clang-format off
+constexpr ControlResource Controls[] = {
+    // Id                    Kind                        Caption                   X    Y    W    H
+    {NoControlId,            ControlKind::Static,        "&Variables:",         {  7,   8, 118,   9}},
+    {Dialog::AvailableList,  ControlKind::ReportList,    "",                    {  7,  19, 118, 183}},
+    {Dialog::FirstLabel,     ControlKind::Static,        "",                    {189,   8, 118,   9}},
+    {Dialog::FirstList,      ControlKind::ReportList,    "",                    {189,  19, 118,  82}},
+    {Dialog::AddToFirst,     ControlKind::Button,        "&Add >",              {131,  42,  52,  14}},
+    {Dialog::TakeFromFirst,  ControlKind::Button,        "< &Remove",           {131,  60,  52,  14}},
+    {Dialog::SecondLabel,    ControlKind::Static,        "",                    {189, 109, 118,   9}},
+    {Dialog::SecondList,     ControlKind::ReportList,    "",                    {189, 120, 118,  82}},
+    {Dialog::AddToSecond,    ControlKind::Button,        "A&dd >",              {131, 143,  52,  14}},
+    {Dialog::TakeFromSecond, ControlKind::Button,        "< R&emove",           {131, 161,  52,  14}},
+    {OkCommand,              ControlKind::DefaultButton, "OK",                  {203, 210,  50,  14}},
+    {CancelCommand,          ControlKind::Button,        "Cancel",              {257, 210,  50,  14}},
+};
+
+/// The controls of the two lists.
+struct Side {
+    int Label;
+    int List;
+    int Add;
+    int Take;
+};
+
+constexpr std::array<Side, 2> Sides = {{
+    {Dialog::FirstLabel,  Dialog::FirstList,  Dialog::AddToFirst,  Dialog::TakeFromFirst},
+    {Dialog::SecondLabel, Dialog::SecondList, Dialog::AddToSecond, Dialog::TakeFromSecond},
+}};
+// clang-format on
+
+constexpr DialogResource Resource{VariableListsDialogId, "Select variables", 314, 231, Controls};
+
+std::vector<short> NumbersIn(const Control& list) {
+    std::vector<short> numbers;
+    for (const ReportRow& row : list.ReportRows) {
+        numbers.push_back(static_cast<short>(NumberOf(row)));
+    }
+    return numbers;
+}
+
+std::string CountOf(int number) {
+    return std::to_string(number) + (number == 1 ? " variable" : " variables");
+}
+
+std::string WithoutColon(std::string label) {
+    if (label.ends_with(':')) {
+        label.pop_back();
+    }
+    return label;
+}
+
+void CheckCount(const VariableListRequest& request, std::size_t entries) {
+    const auto count = static_cast<int>(entries);
+    const std::string label = WithoutColon(request.Label);
+    if (count < request.Lowest) {
+        throw UsageError(label + ": choose at least " + CountOf(request.Lowest) + ".");
+    }
+    if (count > request.Highest) {
+        throw UsageError(label + ": choose at most " + CountOf(request.Highest) + ", not " + std::to_string(count) +
+                         ".");
+    }
+}
+
+/// The rows of a list by the numbers of their variables.
+std::map<int, int> RowsByNumber(const Control& list) {
+    std::map<int, int> rows;
+    for (const ReportRow& row : list.ReportRows) {
+        rows.emplace(NumberOf(row), static_cast<int>(rows.size()));
+    }
+    return rows;
+}
+
+void CheckAnswer(const std::vector<short>& numbers, const std::map<int, int>& offered) {
+    std::set<short> named;
+    for (const short number : numbers) {
+        if (!offered.contains(number)) {
+            throw UsageError("There is no variable " + std::to_string(number) + " to choose.");
+        }
+        if (!named.insert(number).second) {
+            throw UsageError("The variable " + std::to_string(number) + " is named twice for one list.");
+        }
+    }
+}
+
+void Fill(Window& window, const Side& side, const std::vector<short>& numbers, const std::map<int, int>& offered) {
+    while (!window.At(side.List).ReportRows.empty()) {
+        window.ClickRow(side.List, static_cast<int>(window.At(side.List).ReportRows.size()) - 1);
+        window.Click(side.Take);
+    }
+    for (const short number : numbers) {
+        window.ClickRow(Dialog::AvailableList, offered.at(number));
+        window.Click(side.Add);
+    }
+}
+
+}  // namespace
+
+VariableListsDialog::VariableListsDialog(MessageQueue& queue, const DataTable& table, VariableListsRequest request,
+                                         Tell tell)
+    : HostDialog(queue, Resource, request.Title, std::move(tell)), Table(table), Request(std::move(request)) {
+    for (const int list : {AvailableList, FirstList, SecondList}) {
+        At(list).Columns = {{"Name", 90}, {"Label", 140}};
+    }
+    for (const short number : Request.Offered) {
+        Add(AvailableList, number);
+    }
+    for (std::size_t i = 0; i < Sides.size(); ++i) {
+        At(Sides[i].Label).Text = Request.Lists[i].Label;
+        for (const short number : Request.Lists[i].Chosen) {
+            if (Holds[AvailableList].contains(number)) {
+                Add(Sides[i].List, number);
+            }
+        }
+    }
+    Update();
+}
+
+std::array<std::vector<short>, 2> VariableListsDialog::Chosen() {
+    return {NumbersIn(At(FirstList)), NumbersIn(At(SecondList))};
+}
+
+void VariableListsDialog::Use(int control) {
+    for (const Side& side : Sides) {
+        if (control == side.Add) {
+            if (const ReportRow* selected = SelectedRow(At(AvailableList))) {
+                Add(side.List, static_cast<short>(NumberOf(*selected)));
+            }
+        } else if (control == side.Take) {
+            Take(side.List);
+        }
+    }
+}
+
+bool VariableListsDialog::IsVariable(short number) const {
+    return number >= 1 && static_cast<std::size_t>(number) <= Table.Variables.size();
+}
+
+/// Adds a variable at the end of a list, unless it stands there or nowhere.
+void VariableListsDialog::Add(int list, short number) {
+    if (IsVariable(number) && !Holds[list].contains(number)) {
+        const Variable& variable = Table.Variables[static_cast<std::size_t>(number) - 1];
+        At(list).ReportRows.push_back(NumberedRow(number, {variable.Name, variable.LongName}));
+        Holds[list].insert(number);
+    }
+}
+
+void VariableListsDialog::Take(int list) {
+    Control& control = At(list);
+    if (const ReportRow* row = SelectedRow(control)) {
+        Holds[list].erase(NumberOf(*row));
+        control.ReportRows.erase(control.ReportRows.begin() + control.Selected);
+        control.Selected = std::min(control.Selected, static_cast<int>(control.ReportRows.size()) - 1);
+    }
+}
+
+void VariableListsDialog::Accept() {
+    const auto chosen = Chosen();
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        CheckCount(Request.Lists[i], chosen[i].size());
+    }
+    const auto total = static_cast<int>(chosen[0].size() + chosen[1].size());
+    if (total > Request.HighestTotal) {
+        throw UsageError("Choose at most " + CountOf(Request.HighestTotal) + " in both lists together, not " +
+                         std::to_string(total) + ".");
+    }
+}
+
+void VariableListsDialog::Update() {
+    const ReportRow* available = SelectedRow(At(AvailableList));
+    for (const Side& side : Sides) {
+        At(side.Add).Enabled = available != nullptr && !Holds[side.List].contains(NumberOf(*available));
+        At(side.Take).Enabled = SelectedRow(At(side.List)) != nullptr;
+    }
+}
+
+void ChooseVariables(Window& window, const std::vector<short>& first, const std::vector<short>& second) {
+    if (window.Resource().Id != VariableListsDialogId) {
+        throw UsageError("The window \"" + std::string(window.Resource().Title) + "\" takes no lists of variables.");
+    }
+    const std::map<int, int> offered = RowsByNumber(window.At(Dialog::AvailableList));
+    CheckAnswer(first, offered);
+    CheckAnswer(second, offered);
+    Fill(window, Sides[0], first, offered);
+    Fill(window, Sides[1], second, offered);
+    window.Click(OkCommand);
+}
+
+}  // namespace quillara

@@ -1,0 +1,58 @@
+#include "workbench/documents/DocumentEvents.h"
+
+#include <algorithm>
+#include <new>
+
+namespace quillara {
+
+HRESULT DocumentEvents::QueryInterface(const GUID& id, void** object) {
+    *object = nullptr;
+    if (id != IUnknown::Id && id != IConnectionPoint::Id) {
+        return E_NOINTERFACE;
+    }
+    *object = static_cast<IConnectionPoint*>(this);
+    AddRef();
+    return S_OK;
+}
+
+HRESULT DocumentEvents::Advise(IUnknown* listener, std::uint32_t* cookie) {
+    if (listener == nullptr || cookie == nullptr) {
+        return E_POINTER;
+    }
+    CountedPointer<IDispatch> events = QueryFor<IDispatch>(listener, Events);
+    if (!events) {
+        return E_NOINTERFACE;
+    }
+    try {
+        Connections.push_back({LastCookie + 1, std::move(events)});
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+    *cookie = ++LastCookie;
+    return S_OK;
+}
+
+HRESULT DocumentEvents::Unadvise(std::uint32_t cookie) {
+    const auto found = std::ranges::find(Connections, cookie, &Connection::Cookie);
+    if (found == Connections.end()) {
+        return CONNECT_E_NOCONNECTION;
+    }
+    const Connection ended = std::move(*found);  // goes last: its end may come back here
+    Connections.erase(found);
+    return S_OK;
+}
+
+void DocumentEvents::Fire(DISPID event, const DISPPARAMS& parameters) {
+    const std::vector<Connection> told = Connections;  // listeners come and go while they are told
+    for (const Connection& connection : told) {
+        if (IsConnected(connection.Cookie)) {
+            connection.Listener->Invoke(event, DispatchMethod, parameters, nullptr);
+        }
+    }
+}
+
+bool DocumentEvents::IsConnected(std::uint32_t cookie) const {
+    return std::ranges::find(Connections, cookie, &Connection::Cookie) != Connections.end();
+}
+
+}  // namespace quillara

@@ -1,0 +1,127 @@
+#include "workbench/documents/ResultDocument.h"
+
+#include <utility>
+
+#include "workbench/documents/OpenDocuments.h"
+
+namespace quillara {
+
+ResultDocument::ResultDocument(SpreadsheetDocument content, DocumentOrigin origin)
+    : Sheet(std::move(content)),
+      MadeBy(origin),
+      Point(static_cast<IDispatch&>(*this), SpreadsheetKind.Events),
+      Window(*this) {}
+
+ResultDocument::~ResultDocument() {
+    if (Documents != nullptr) {
+        Documents->WentAway(*this);
+    }
+}
+
+CountedPointer<ResultDocument> ResultDocument::Create(SpreadsheetDocument content, DocumentOrigin origin,
+                                                      OpenDocuments& documents) {
+    auto document = CountedPointer<ResultDocument>::Share(new ResultDocument(std::move(content), origin));
+    documents.Add(*document);
+    document->Documents = &documents;
+    return document;
+}
+
+ResultDocument* ResultDocument::Of(IDispatch* document) {
+    return dynamic_cast<ResultDocument*>(document);
+}
+
+std::uint32_t ResultDocument::Release() {
+    const std::uint32_t left = --References;
+    if (left == 0) {
+        delete this;
+    }
+    return left;
+}
+
+void ResultDocument::Close() {
+    if (std::exchange(Closed, true)) {
+        return;
+    }
+    const auto alive = CountedPointer<ResultDocument>::Share(this);
+    Point.Fire(Kind().Closing, {});
+    LeaveForGood();
+}
+
+void ResultDocument::CloseWithChoice(int choice) {
+    if (Closed) {
+        return;
+    }
+    const auto alive = CountedPointer<ResultDocument>::Share(this);
+    std::int32_t answer = choice;
+    VARIANT argument;
+    argument.Type = VariantType::IntegerByReference;
+    argument.IntegerReference = &answer;
+    Point.Fire(Kind().ClosingWithChoice, {&argument, nullptr, 1, 0});
+    if (answer == 1) {
+        Closed = true;
+        LeaveForGood();
+    }
+}
+
+void ResultDocument::LeaveForGood() {
+    if (Documents != nullptr) {
+        Documents->RemoveFromAnalysis(this);
+    }
+    SetVisible(false);
+}
+
+bool ResultDocument::Activate() {
+    if (!SetVisible(true)) {
+        return false;
+    }
+    if (Documents != nullptr) {
+        Documents->CameToFront(*this);
+    }
+    return true;
+}
+
+bool ResultDocument::SetVisible(bool visible) {
+    if (visible && Closed) {
+        return false;
+    }
+    if (std::exchange(Visible, visible) != visible && Documents != nullptr) {
+        visible ? Documents->Showed(*this) : Documents->Hid(*this);
+    }
+    return true;
+}
+
+bool ResultDocument::TakeContentOf(ResultDocument& fresh) {
+    if (Closed || &fresh == this) {
+        return false;
+    }
+    Sheet = std::exchange(fresh.Sheet, {});
+    return true;
+}
+
+HRESULT ResultDocument::OutputWindow::QueryInterface(const GUID& id, void** object) {
+    *object = nullptr;
+    if (id != IUnknown::Id && id != IOutputWindow::Id) {
+        return E_NOINTERFACE;
+    }
+    *object = static_cast<IOutputWindow*>(this);
+    AddRef();
+    return S_OK;
+}
+
+HRESULT ResultDocument::OutputWindow::GetState(WindowState* state) {
+    if (state == nullptr) {
+        return E_POINTER;
+    }
+    *state = Document.State;
+    return S_OK;
+}
+
+HRESULT ResultDocument::OutputWindow::PutState(WindowState state) {
+    if (state != WindowState::Minimized && state != WindowState::Normal) {
+        return E_INVALIDARG;
+    }
+    Document.State = state;
+    return S_OK;
+}
+
+}  // namespace quillara

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <cstdint>
+
+#include "host/DocumentInterfaces.h"
+#include "platform/Automation.h"
+#include "platform/CountedPointer.h"
+#include "workbench/documents/DocumentEvents.h"
+#include "workbench/documents/SpreadsheetDocument.h"
+
+namespace quillara {
+
+class OpenDocuments;
+
+/// Where a result document comes from.
+struct DocumentOrigin {
+    int Command = 0;  ///< number of the button that made it; 0: none did
+    int Sequence = 0;  ///< its place among the documents of that command, from 1
+};
+
+/// A result of an analysis as a document of the host: its content, its window, and what automation sees of them. It
+/// lives as long as somebody holds a reference; a window does. A document is made without a window and unsaved.
+///
+/// By name: the properties Saved and Visible (boolean), Window (read only; the result carries a reference for the
+/// caller), and the method Activate.
+class ResultDocument final : public IDispatch, public IConnectionPointContainer {
+  public:
+    /// Makes a document and enters it among `documents`, of which it tells no more once they have gone.
+    [[nodiscard]] static CountedPointer<ResultDocument> Create(SpreadsheetDocument content, DocumentOrigin origin,
+                                                               OpenDocuments& documents);
+    ResultDocument(const ResultDocument&) = delete;
+    ResultDocument& operator=(const ResultDocument&) = delete;
+
+    /// The document behind an interface; null when that is something else's.
+    [[nodiscard]] static ResultDocument* Of(IDispatch* document);
+
+    // Automation
+
+    HRESULT QueryInterface(const GUID& id, void** object) override;
+    std::uint32_t AddRef() override { return ++References; }
+    std::uint32_t Release() override;
+    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
+    HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
+    HRESULT FindConnectionPoint(const GUID& events, IConnectionPoint** point) override;
+
+    // What a user does
+
+    /// Closes the document: it tells so, its analysis forgets it, and its window goes. Once closed it stays so.
+    void Close();
+    /// The same by way of a question whose answer listeners are told, and may change: the document closes when it is 1.
+    void CloseWithChoice(int choice);
+    /// Shows the document in a window if it has none, and brings that in front. Not of a closed one: false.
+    bool Activate();
+    void Minimize() { State = WindowState::Minimized; }
+
+    // What the host does
+
+    /// Shows or hides the window. Showing a closed document fails: false.
+    bool SetVisible(bool visible);
+    /// Moves the content of another document here, which leaves that one empty. False, and nothing moves, when this one
+    /// is closed or is the other one.
+    bool TakeContentOf(ResultDocument& fresh);
+    /// The documents that it was entered in have gone.
+    void Detach() { Documents = nullptr; }
+
+    // State
+
+    [[nodiscard]] const SpreadsheetDocument& Content() const { return Sheet; }
+    [[nodiscard]] const DocumentOrigin& Origin() const { return MadeBy; }
+    [[nodiscard]] const DocumentKind& Kind() const { return SpreadsheetKind; }
+    [[nodiscard]] bool IsSaved() const { return Saved; }
+    [[nodiscard]] bool IsVisible() const { return Visible; }
+    [[nodiscard]] bool IsMinimized() const { return State == WindowState::Minimized; }
+    [[nodiscard]] bool IsClosed() const { return Closed; }
+    [[nodiscard]] const DocumentEvents& Events() const { return Point; }
+
+  private:
+    /// The window as automation sees it: a part of the document, with which it shares its count.
+    class OutputWindow final : public IOutputWindow {
+      public:
+        explicit OutputWindow(ResultDocument& document) : Document(document) {}
+        HRESULT QueryInterface(const GUID& id, void** object) override;
+        std::uint32_t AddRef() override { return Document.AddRef(); }
+        std::uint32_t Release() override { return Document.Release(); }
+        HRESULT GetState(WindowState* state) override;
+        HRESULT PutState(WindowState state) override;
+
+      private:
+        ResultDocument& Document;
+    };
+
+    ResultDocument(SpreadsheetDocument content, DocumentOrigin origin);
+    ~ResultDocument();
+    void LeaveForGood();
+    HRESULT Get(DISPID member, VARIANT* result);
+    HRESULT Put(DISPID member, const DISPPARAMS& parameters);
+
+    SpreadsheetDocument Sheet;
+    DocumentOrigin MadeBy;
+    OpenDocuments* Documents = nullptr;  // not owned; null once they have gone
+    DocumentEvents Point;
+    OutputWindow Window;
+    WindowState State = WindowState::Normal;
+    std::uint32_t References = 0;
+    bool Saved = false;
+    bool Visible = false;
+    bool Closed = false;
+};
+
+}  // namespace quillara

@@ -1,0 +1,85 @@
+#include "workbench/formats/RemovalOnSignal.h"
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <climits>
+
+namespace quillara {
+namespace {
+
+constexpr std::array endingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
+
+std::atomic_flag IsTaken;
+std::array<char, PATH_MAX> Doomed = {};  // written before a handler is set
+std::array<struct sigaction, endingSignals.size()> Former = {};
+
+/// By now the signal has its ordinary effect again, and ends the program when this returns.
+void RemoveAndEnd(int signal) {
+    unlink(Doomed.data());
+    raise(signal);
+}
+
+void CatchSignals() {
+    struct sigaction action = {};
+    action.sa_handler = RemoveAndEnd;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (std::size_t i = 0; i < endingSignals.size(); ++i) {
+        sigaction(endingSignals[i], nullptr, &Former[i]);
+        if (Former[i].sa_handler == SIG_DFL) {
+            sigaction(endingSignals[i], &action, nullptr);
+        }
+    }
+}
+
+void ReleaseSignals() {
+    for (std::size_t i = 0; i < endingSignals.size(); ++i) {
+        if (Former[i].sa_handler == SIG_DFL) {
+            sigaction(endingSignals[i], &Former[i], nullptr);
+        }
+    }
+}
+
+/// Holds the signals of this thread back.
+class HeldSignals {
+  public:
+    HeldSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &Before);
+    }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals() { pthread_sigmask(SIG_SETMASK, &Before, nullptr); }
+
+  private:
+    sigset_t Before = {};
+};
+
+}  // namespace
+
+RemovalOnSignal::~RemovalOnSignal() {
+    if (IsWatching) {
+        ReleaseSignals();
+        IsTaken.clear();
+    }
+}
+
+int RemovalOnSignal::Watch(const std::string& path, const std::function<int()>& make) {
+    const HeldSignals held;
+    const int descriptor = make();
+    const int error = errno;
+    if (descriptor >= 0 && path.size() < Doomed.size() && !IsTaken.test_and_set()) {
+        IsWatching = true;
+        *std::ranges::copy(path, Doomed.begin()).out = '\0';
+        CatchSignals();
+    }
+    errno = error;
+    return descriptor;
+}
+
+}  // namespace quillara

@@ -1,0 +1,219 @@
+#include "workbench/formats/StatisticalLayout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "workbench/data/Errors.h"
+#include "workbench/data/ExactNumbers.h"
+#include "workbench/formats/NoteKinds.h"
+
+namespace quillara {
+namespace {
+
+[[noreturn]] void Refuse(const std::string& variable, const std::string& reason) {
+    throw DataError("Variable \"" + variable + "\" " + reason);
+}
+
+/// Refuses texts that wouldn't come back from the fields of a file.
+void CheckTexts(const Variable& variable, const StatisticalRules& rules) {
+    const std::string format(rules.Extension);
+    for (const std::string& text : variable.Texts) {
+        if (text.size() > rules.TextBytes) {
+            Refuse(variable.Name, "has a text of " + std::to_string(text.size()) + " bytes; a " + format +
+                                      " file holds at most " + std::to_string(rules.TextBytes) +
+                                      ": write dta or csv, or shorten the text.");
+        }
+        if (text.empty() || text.ends_with(' ')) {
+            Refuse(variable.Name, "has a text that is empty or ends with a blank, which a " + format +
+                                      " file can't tell from missing data or a shorter text: change the text.");
+        }
+        if (text.find('\0') != std::string::npos) {
+            Refuse(variable.Name, "has a text with a null byte, which a " + format + " file can't hold: remove it.");
+        }
+    }
+}
+
+Variable NamesAsVariable(const DataTable& table) {
+    std::vector<std::string> names;
+    for (const Variable& variable : table.Variables) {
+        names.push_back(variable.Name);
+    }
+    std::vector<std::optional<std::string>> texts(table.CaseNames.begin(), table.CaseNames.end());
+    std::ranges::replace(texts, std::optional<std::string>(""), std::nullopt);
+    Variable variable;
+    variable.Name = FreeNameForCases(names);
+    EncodeTexts(variable, texts);
+    return variable;
+}
+
+bool HasLabelsBesideTexts(const Variable& variable) {
+    return variable.Kind == ValueKind::Text &&
+           std::ranges::any_of(variable.Labels, [](const auto& entry) { return !entry.second.Label.empty(); });
+}
+
+/// The numbers of a text variable, each labelled with what it is shown as.
+Variable AsLabelledNumbers(const Variable& texts) {
+    Variable numbers = texts;
+    numbers.Kind = ValueKind::Number;
+    numbers.Format.clear();
+    numbers.Texts.clear();
+    for (std::size_t i = 1; i <= texts.Texts.size(); ++i) {
+        const auto number = static_cast<double>(i);
+        if (const std::string* label = texts.LabelOf(number)) {
+            numbers.Labels[number].Label = *label;
+        }
+    }
+    return numbers;
+}
+
+/// Whether a file of a kind without labels of all numbers can label this one. The highest are missing data there.
+bool IsLabelKey(double number) {
+    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr double highest = std::numeric_limits<std::int32_t>::max() - 27;
+    return std::floor(number) == number && lowest < number && number <= highest;
+}
+
+/// Fills one column, and the notes with what the column has no room for.
+class ColumnLayout {
+  public:
+    ColumnLayout(const StatisticalRules& rules, FileColumn& column, std::vector<FileNote>& notes)
+        : Rules(rules), Column(column), Content(*column.Content), Notes(notes) {}
+
+    void Fill() {
+        if (Column.Name != Content.Name) {
+            AddNote(noteKinds::Name, "", Content.Name);
+        }
+        Column.LongName = Kept(Content.LongName, Rules.LongName, noteKinds::LongName);
+        if (Content.Kind == ValueKind::Text) {
+            CheckTexts(Content, Rules);
+        } else {
+            const bool isTime = Content.Kind == ValueKind::TimeOfDay;
+            Column.Format = FormatInFile(Content, Rules.Extension, isTime ? Rules.TimeFormat : Rules.DateFormat);
+        }
+        for (const auto& [value, texts] : Content.Labels) {
+            if (const std::optional<std::string> key = KeyOf(value)) {
+                AddLabel(value, *key, texts);
+            }
+        }
+    }
+
+  private:
+    void AddNote(std::string_view kind, const std::string& value, const std::string& text) {
+        Notes.push_back({std::string(kind), Column.Name, value, text});
+    }
+
+    /// What the field has of a text; a note has the whole of one that is cut.
+    std::string Kept(const std::string& text, const TextRoom& room, std::string_view kind,
+                     const std::string& value = "") {
+        std::string kept = Fitted(text, room);
+        if (kept != text) {
+            AddNote(kind, value, text);
+        }
+        return kept;
+    }
+
+    /// A value as the notes call it; nothing for one that can't be labelled.
+    [[nodiscard]] std::optional<std::string> KeyOf(double value) const {
+        if (!std::isfinite(value) || Content.IsMissing(value)) {
+            return {};
+        }
+        if (Content.Kind != ValueKind::Text) {
+            return ExactNumberText(value);
+        }
+        const bool isPlace =
+            std::floor(value) == value && 1 <= value && value <= static_cast<double>(Content.Texts.size());
+        return isPlace ? std::optional(Content.Texts[static_cast<std::size_t>(value) - 1]) : std::nullopt;
+    }
+
+    [[nodiscard]] bool HasRoomForLabelOf(double value) const {
+        return Rules.LabelsAllNumbers || IsLabelKey(Column.NumberInFile(value));
+    }
+
+    void AddLabel(double value, const std::string& key, const ValueTexts& texts) {
+        if (!texts.Description.empty()) {
+            AddNote(noteKinds::Description, key, texts.Description);
+        }
+        const TextRoom room = HasRoomForLabelOf(value) ? Rules.ValueLabel : TextRoom{};
+        std::string label = Kept(texts.Label, room, noteKinds::ValueLabel, key);
+        if (!label.empty()) {
+            Column.Labels.emplace_back(value, std::move(label));
+        }
+    }
+
+    const StatisticalRules& Rules;
+    FileColumn& Column;
+    const Variable& Content;
+    std::vector<FileNote>& Notes;
+};
+
+std::size_t LongestText(const Variable& variable) {
+    std::size_t longest = 1;
+    for (const std::string& text : variable.Texts) {
+        longest = std::max(longest, text.size());
+    }
+    return variable.Kind == ValueKind::Text ? longest : 0;
+}
+
+void AddColumns(StatisticalLayout& layout, const DataTable& table, const StatisticalRules& rules) {
+    if (layout.HasCaseNames) {
+        layout.Columns.emplace_back().Content = &layout.Made.emplace_back(NamesAsVariable(table));
+    }
+    for (const Variable& variable : table.Variables) {
+        const bool isOther = !rules.LabelsTexts && HasLabelsBesideTexts(variable);
+        layout.Columns.emplace_back().Content =
+            isOther ? &layout.Made.emplace_back(AsLabelledNumbers(variable)) : &variable;
+    }
+    std::vector<NamedColumn> wanted;
+    for (FileColumn& column : layout.Columns) {
+        column.TextBytes = LongestText(*column.Content);
+        wanted.push_back({column.Content->Name, column.TextBytes});
+    }
+    const std::vector<std::string> names = NamesInFile(wanted, rules.Names);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        layout.Columns[i].Name = names[i];
+    }
+}
+
+void AddWeight(StatisticalLayout& layout, std::size_t weight, const StatisticalRules& rules) {
+    if (rules.DeclaresWeight && layout.Columns[weight].Content->Kind != ValueKind::Text) {
+        layout.Weight = weight;
+    } else {
+        layout.Notes.push_back({std::string(noteKinds::Weight), layout.Columns[weight].Name, "", ""});
+    }
+}
+
+}  // namespace
+
+double FileColumn::NumberInFile(double value) const {
+    const std::optional<double> number = Format.Time ? Format.Time->Invert(value) : std::optional(value);
+    if (!number) {
+        Refuse(Content->Name,
+               "has the value " + ExactNumberText(value) +
+                   ", which isn't a date or time of day that a file can hold: write csv, or correct it.");
+    }
+    return *number;
+}
+
+StatisticalLayout LayOut(const DataTable& table, const StatisticalRules& rules) {
+    StatisticalLayout layout;
+    layout.HasCaseNames = !table.CaseNames.empty();
+    AddColumns(layout, table, rules);
+    layout.Header = Fitted(table.Header, rules.Header);
+    if (layout.Header != table.Header) {
+        layout.Notes.push_back({std::string(noteKinds::Header), "", "", table.Header});
+    }
+    for (FileColumn& column : layout.Columns) {
+        ColumnLayout(rules, column, layout.Notes).Fill();
+    }
+    const std::size_t firstVariable = layout.HasCaseNames ? 1 : 0;
+    if (layout.HasCaseNames) {
+        layout.Notes.push_back({std::string(noteKinds::CaseNames), layout.Columns.front().Name, "", ""});
+    }
+    if (table.Weight) {
+        AddWeight(layout, *table.Weight + firstVariable, rules);
+    }
+    return layout;
+}
+
+}  // namespace quillara

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "workbench/formats/StatisticalLayout.h"
+#include "workbench/formats/StatisticalRules.h"
+#include "workbench/formats/WorkMonitor.h"
+
+namespace quillara {
+
+/// The bytes of a sav, zsav or dta file with this layout and number of cases. Missing data are system missing, or a
+/// blank text. sav files are packed row by row, unless a value is a negative zero, which packing would lose; zsav files
+/// lose its sign.
+/// Throws DataError, naming the variable, when the file can't hold a value; Interrupted when the monitor's work was
+/// cancelled.
+[[nodiscard]] std::string StatisticalFileBytes(const StatisticalLayout& layout, std::size_t cases,
+                                               const StatisticalRules& rules, WorkMonitor& monitor);
+
+}  // namespace quillara

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+class ResultDocument;
+class SettingsStore;
+class Window;
+
+/// What an analysis asks of the people and programs around it. Members left empty have the quiet outcome. None
+/// but WorkIn may throw, other than for an allocation failure.
+struct AnalysisServices {
+    /// Lets the user work in an open modal window: a script acts in it and gives true, or gives false to leave it to be
+    /// cancelled; a desktop gives true once the user has closed it. Asked again while the window stays open. What it
+    /// throws cancels the window, and AnalysisDocument::RunMessages throws it again.
+    std::function<bool(Window&)> WorkIn;
+    /// Shows a message.
+    std::function<void(std::string_view)> ShowMessage;
+    /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the
+    /// midst of its result: this may not call back into it.
+    std::function<void(ResultDocument&)> TakeDocument;
+    /// Takes a finished data table.
+    std::function<void(std::shared_ptr<const DataTable>)> TakeData;
+    /// Where settings are kept from run to run; outlives the document. Null: they last as long as the document.
+    SettingsStore* Settings = nullptr;
+
+    /// Whether the user asked to cancel; asked once per case that is used.
+    std::function<bool()> BreakRequested;
+    /// The same as a flag, for hosts that cancel from elsewhere: looked at once per case read singly and once per
+    /// block. Outlives the document; null: none.
+    const std::atomic<bool>* BreakFlag = nullptr;
+    /// Progress of a pass: started with a text and a total, told how many cases are done, ended.
+    std::function<void(std::string_view text, std::int32_t total)> ProgressStarted;
+    std::function<void(std::int32_t done)> ProgressAdvanced;
+    std::function<void()> ProgressEnded;
+
+    /// Told the calls of the dialog services, in words, as they come ("LockResults", "DoModal 4818"); for diagnosis.
+    std::function<void(std::string_view call)> Trace;
+};
+
+}  // namespace quillara

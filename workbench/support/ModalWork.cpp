@@ -1,0 +1,39 @@
+#include "workbench/support/ModalWork.h"
+
+#include <exception>
+
+#include "platform/WindowMessages.h"
+#include "workbench/support/AnalysisState.h"
+
+namespace quillara {
+namespace {
+
+/// Whether somebody has worked in the window and may be asked again.
+bool WorkIn(AnalysisState& state, Window& window) {
+    if (state.Dialogs.Failure != nullptr || !state.Services.WorkIn) {
+        return false;
+    }
+    try {
+        return state.Services.WorkIn(window);
+    } catch (...) {
+        // The analysis that opened the window knows nothing of what goes wrong in a script.
+        state.Dialogs.Failure = std::current_exception();
+        return false;
+    }
+}
+
+}  // namespace
+
+int RunModal(AnalysisState& state, Window& window) {
+    window.Start();
+    while (!window.IsClosed()) {
+        if (!WorkIn(state, window)) {
+            window.SendCommand(CancelCommand);
+            window.Close(0);
+        }
+        state.Dialogs.Queue.DispatchAll();
+    }
+    return window.CloseResult();
+}
+
+}  // namespace quillara

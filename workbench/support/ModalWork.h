@@ -1,0 +1,14 @@
+#pragma once
+
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+
+struct AnalysisState;
+
+/// Starts a window and lets the user, or the script that stands in for one, work in it until it is closed. When nobody
+/// answers it is cancelled. Gives what it was closed with. An exception of the script cancels the window and reaches
+/// whoever runs the document's messages.
+int RunModal(AnalysisState& state, Window& window);
+
+}  // namespace quillara

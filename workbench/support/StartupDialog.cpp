@@ -1,0 +1,58 @@
+// The startup dialog of an analysis: a window that stays open while the user works elsewhere.
+
+#include "host/AnalysisSupport.h"
+#include "workbench/support/AnalysisState.h"
+#include "workbench/support/DialogHost.h"
+
+int CAnalysisModelessDialog::CreateAnalysisDialog() {
+    if (!DialogHost::MakeWindow(*this, Support().GetLibInstance())) {
+        return 0;
+    }
+    DialogHost::StateOf(*this).Dialogs.Startup.reset(this);
+    Host().TheWindow->Start();
+    return 1;
+}
+
+short CAnalysisModelessDialog::IsResultsMsg(HWND /*window*/, unsigned /*message*/, std::uint64_t /*wParam*/,
+                                            std::int64_t /*lParam*/) {
+    return 0;
+}
+
+void CAnalysisModelessDialog::LockResults() {
+    DialogHost::Trace(*this, "LockResults");
+    Host().ResultsLocked = true;
+}
+
+void CAnalysisModelessDialog::UnlockResults() {
+    DialogHost::Trace(*this, "UnlockResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::RestoreResults() {
+    DialogHost::Trace(*this, "RestoreResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::ReallyRestoreResults() {
+    DialogHost::Trace(*this, "ReallyRestoreResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::EnableStartupMenus(int enable) {
+    DialogHost::Trace(*this, "EnableStartupMenus " + std::to_string(enable));
+    Host().MenusEnabled = enable != 0;
+}
+
+void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int control) {
+    DialogHost::Trace(*this, "FinishRecordingDialog " + std::to_string(step) + " " + std::to_string(kind) + " " +
+                                 std::to_string(control));
+}
+
+CAnalysisModelessDialog* CAnalysisSupport::GetStartupDialog() {
+    return quillara::StateOf(Document).Dialogs.Startup.get();
+}
+
+HWND CAnalysisSupport::GetStartupWindow() {
+    const CAnalysisModelessDialog* dialog = GetStartupDialog();
+    return dialog == nullptr ? nullptr : DialogHost::WindowOf(*dialog);
+}
