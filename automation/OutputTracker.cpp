@@ -214,10 +214,11 @@ void COutputTracker::DropStale(std::uint32_t command) {
     const auto isStale = [command](const OutputKey& key) { return key.OutputId == command; };
     auto stale = Pending.begin();
     while ((stale = std::find_if(Pending.begin(), Pending.end(), isStale)) != Pending.end()) {
-        if (const auto entry = FindOutput(*stale); entry != Outputs.end()) {
+        const OutputKey key = *stale;
+        Pending.erase(stale);  // first, because hiding a document may end in another change of the list
+        if (const auto entry = FindOutput(key); entry != Outputs.end()) {
             RemoveOutput(entry, true);
         }
-        Pending.erase(stale);
     }
 }
 

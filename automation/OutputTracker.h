@@ -20,7 +20,7 @@ struct OutputKey {
 struct TrackedOutput {
     std::uint32_t OutputId = 0;
     std::uint32_t OutputSeq = 0;
-    IDispatch* Document = nullptr;  ///< no reference is held: its window holds one
+    IDispatch* Document = nullptr;  ///< no reference is held: the host keeps it until it closes or is hidden
     CQCOMSink* Sink = nullptr;  ///< one reference; null: the document isn't watched
 
     [[nodiscard]] OutputKey Key() const { return {OutputId, OutputSeq}; }

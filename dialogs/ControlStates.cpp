@@ -116,7 +116,8 @@ Facts FactsOf(const CDrillDown& analysis) {
 }
 
 /// The VarNo at the selected row of a list; `otherwise` when none is selected or the set has no such row.
-std::int16_t SelectedVariable(CDefineTask& task, int list, const CDrillDown::DrillSet& set, std::int16_t otherwise) {
+std::int16_t VariableAtSelectedRow(CDefineTask& task, int list, const CDrillDown::DrillSet& set,
+                                   std::int16_t otherwise) {
     const int row = GetListSelection(task.GetDlgItem(task.Window, list));
     int place = 0;
     for (const Drill& record : set) {
@@ -131,12 +132,13 @@ std::int16_t SelectedVariable(CDefineTask& task, int list, const CDrillDown::Dri
 
 // Intended: forgets the chosen category, unlike SelectCurrentUp; a category belongs to one drill-down variable.
 void CDefineTask::SelectCurrentDown() {
-    Analysis->CurrentDown = SelectedVariable(*this, DrillDownListControl, *Analysis->DrillDowns, Analysis->CurrentDown);
+    Analysis->CurrentDown =
+        VariableAtSelectedRow(*this, DrillDownListControl, *Analysis->DrillDowns, Analysis->CurrentDown);
     Analysis->Selected = -1;
 }
 
 void CDefineTask::SelectCurrentUp() {
-    Analysis->CurrentUp = SelectedVariable(*this, DrillUpListControl, *Analysis->DrillUps, Analysis->CurrentUp);
+    Analysis->CurrentUp = VariableAtSelectedRow(*this, DrillUpListControl, *Analysis->DrillUps, Analysis->CurrentUp);
 }
 
 void CDefineTask::UpdateControls() {

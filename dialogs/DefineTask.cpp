@@ -20,7 +20,7 @@ namespace {
 
 constexpr int ResultFieldAttribute = 1;  // of the host's colours
 constexpr char AutoUpdateKeyword[] = "StandAloneResults";
-constexpr std::int32_t NoReserve = 0;
+constexpr std::int32_t Reserved = 0;
 
 // Commands with steps of their own
 
@@ -46,8 +46,8 @@ std::int64_t ChangeDrillUpVariable(CDefineTask& task) {
     return 0;
 }
 
-// Intended: nothing but the flag changes, unlike with the other options; documents that stand alone stay so, and
-// updates stop or go on.
+// Intended: nothing but the flag changes, unlike with the options that change counts; documents that stand alone stay
+// so, and updates stop or go on.
 std::int64_t ToggleAutoUpdate(CDefineTask& task) {
     task.Analysis->StandAloneResults = task.Analysis->StandAloneResults == 0 ? 1 : 0;
     return 0;
@@ -72,7 +72,7 @@ std::int64_t Choose(CDefineTask& task) {
 
 std::int64_t CloseDialog(CDefineTask& task) {
     task.EnableStartupMenus(1);
-    task.Analysis->PutInitKeyword(0, AutoUpdateKeyword, &NoReserve, &task.Analysis->StandAloneResults);
+    task.Analysis->PutInitKeyword(0, AutoUpdateKeyword, &Reserved, &task.Analysis->StandAloneResults);
     task.ExitDialog(0, 1, 0);
     return 1;
 }
@@ -201,7 +201,7 @@ std::int64_t StartDialog(CDefineTask& task) {
     task.InitOpeningDialog();
     (new CDrillReorderListBox(analysis))->AttachTo(task.GetDlgItem(task.Window, DrillDownListControl));
     (new CDrillUpReorderListBox(analysis))->AttachTo(task.GetDlgItem(task.Window, DrillUpListControl));
-    analysis.GetInitKeyword(0, AutoUpdateKeyword, &NoReserve, &analysis.StandAloneResults);
+    analysis.GetInitKeyword(0, AutoUpdateKeyword, &Reserved, &analysis.StandAloneResults);
     task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);
     task.SelectCurrentDown();
     task.UpdateControls();

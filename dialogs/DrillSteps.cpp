@@ -37,6 +37,8 @@ void PrepareCategories(CDefineTask& task) {
 }
 
 /// Has the category chosen and kept for the record; false when the user cancels.
+/// Intended: the record is told of the category also after a cancel, unlike of the step; recorders take what they are
+/// told last.
 bool ChooseCategory(CDefineTask& task) {
     if (IsChosenByScript(task)) {
         task.EarlyRecordState(DrillOperationsGroup);
@@ -73,7 +75,8 @@ std::int64_t DrillOneDown(CDefineTask& task) {
         return 1;
     }
     PrepareCategories(task);
-    if (!ChooseCategory(task)) {
+    // A script may have named a variable that can't be drilled on.
+    if (!ChooseCategory(task) || analysis.GetCurrentDrillDown() < 0) {
         task.UnlockResults();
         return 0;
     }

@@ -39,8 +39,8 @@ std::int64_t DefineWeights(CDefineTask& task) {
 
 std::int64_t OpenData(CDefineTask& task) {
     CDrillDown& analysis = *task.Analysis;
-    // Intended: no lock around the dialog of the host, unlike around the other two; RestoreResults ends it, opened or
-    // not.
+    // Intended: no lock around the dialog of the host, unlike around the other two; RestoreResults, which comes behind
+    // it in any case, would leave none.
     const int opened = task.OpenOrvFile();
     task.RestoreResults();
     if (opened == 0) {

@@ -58,23 +58,31 @@ int CountChosen(const CDrillDown& analysis, const Choice& choice) {
     return count;
 }
 
-bool ChooseSome(CDefineTask& task, const Choice& choice) {
-    CDrillDown& analysis = *task.Analysis;
-    while (choice.Ask(analysis, task.Window) != 0) {
-        if (CountChosen(analysis, choice) >= 1) {
-            return true;
-        }
-        const std::string text = analysis.GetResourceString(choice.NothingChosenText);
-        analysis.dsplst(static_cast<int>(text.size()), text.c_str());
-    }
-    return false;
-}
-
 void ShowChosen(CDefineTask& task, std::span<const CaptionRow> captions) {
     const CDrillDown& analysis = *task.Analysis;
     for (const CaptionRow& row : captions) {
         task.WriteVarListToCaption(task.Window, row.Control, analysis.*row.Count, analysis.*row.Variables);
     }
+}
+
+/// False when the user cancels.
+bool ChooseSome(CDefineTask& task, const Choice& choice) {
+    CDrillDown& analysis = *task.Analysis;
+    bool hasEmptied = false;
+    while (choice.Ask(analysis, task.Window) != 0) {
+        if (CountChosen(analysis, choice) >= 1) {
+            return true;
+        }
+        hasEmptied = true;
+        const std::string text = analysis.GetResourceString(choice.NothingChosenText);
+        analysis.dsplst(static_cast<int>(text.size()), text.c_str());
+    }
+    if (hasEmptied) {
+        // The empty choice has taken the variables, and the dialog must not offer what is gone.
+        ShowChosenVariables(task);
+        task.UpdateControls();
+    }
+    return false;
 }
 
 }  // namespace

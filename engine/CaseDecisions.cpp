@@ -35,6 +35,22 @@ bool AnyMissing(CDrillDown& analysis, const double* values, const std::int16_t* 
 
 }  // namespace
 
+void StoreCase(CDrillDown& analysis, int caseNumber, const CaseExtras& extras) {
+    Wght_com& stored = analysis.CaseWeight;
+    stored.Weighted = static_cast<std::int16_t>(extras.Weighted != 0 ? 1 : 0);
+    stored.Weight = extras.Weight;
+    stored.SingleWeight = static_cast<float>(extras.Weight);
+    stored.CaseTag = static_cast<std::int16_t>(extras.Tag);
+    const std::int16_t width = analysis.Names.CaseNameWidth;
+    if (width != 0) {
+        std::string name = analysis.GetCaseName(caseNumber - 1);
+        if (static_cast<int>(name.size()) > width) {
+            analysis.Get8CharHash(name);
+        }
+        PlaceCaseName(analysis.CaseLine, name, width);
+    }
+}
+
 int CDrillDown::ReadCase(int caseNumber, double* values) {
     int weighted = 0;
     double weight = 0.0;
@@ -43,17 +59,7 @@ int CDrillDown::ReadCase(int caseNumber, double* values) {
     if (result != 0 && result != 1) {
         return result;
     }
-    CaseWeight.Weighted = static_cast<std::int16_t>(weighted != 0 ? 1 : 0);
-    CaseWeight.Weight = weight;
-    CaseWeight.SingleWeight = static_cast<float>(weight);
-    CaseWeight.CaseTag = static_cast<std::int16_t>(tag);
-    if (Names.CaseNameWidth != 0) {
-        std::string name = GetCaseName(caseNumber - 1);
-        if (static_cast<int>(name.size()) > Names.CaseNameWidth) {
-            Get8CharHash(name);
-        }
-        PlaceCaseName(CaseLine, name, Names.CaseNameWidth);
-    }
+    StoreCase(*this, caseNumber, {weighted, weight, tag});
     return result;
 }
 

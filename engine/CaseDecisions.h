@@ -5,6 +5,18 @@
 #include "engine/Rounding.h"
 #include "host/Commons.h"
 
+class CDrillDown;
+
+/// What the host gives with the values of a case.
+struct CaseExtras {
+    int Weighted = 0;
+    double Weight = 0.0;
+    int Tag = 0;
+};
+
+/// Stores the weight of a case that was read, and writes its name into the text line.
+void StoreCase(CDrillDown& analysis, int caseNumber, const CaseExtras& extras);
+
 /// How a stored case weight counts in a pass.
 enum class WeightRule : std::uint8_t {
     None,  ///< no weight is in force: every case weighs 1.0

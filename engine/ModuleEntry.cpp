@@ -53,7 +53,11 @@ CDrillDown::CDrillDown(CAnalysisDoc* document) : CAnalysisSupport(document, TheC
 }
 
 CDrillDown::~CDrillDown() {
-    BeforeClose();
+    try {
+        BeforeClose();
+    } catch (const std::bad_alloc&) {
+        // The tracker lets go of what is left as it ends.
+    }
     delete OutputTracker;
     OutputTracker = nullptr;
     delete DrillDowns;

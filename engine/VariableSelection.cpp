@@ -52,6 +52,11 @@ void DropReviewSelection(CDrillDown& analysis) {
     analysis.Reviews->clear();
 }
 
+/// False when a file was opened without memory for its arrays and there still is none.
+bool HasArrays(CDrillDown& analysis) {
+    return analysis.Categorical != nullptr || analysis.Init() != 0;
+}
+
 /// Copies the entries of a list that stand among the review variables to `kept`, as often as they stand there.
 /// Gives the number of copies, at most `room`.
 std::int16_t KeepReviewed(VariableList list, VariableList reviewed, std::int16_t* kept, int room) {
@@ -96,6 +101,9 @@ VariableList CollectReviewVariables(CDrillDown& analysis) {
 
 int CDrillDown::SetDDNVariable(HWND dialog, unsigned short mode, int lowest1, int highest1, int lowest2, int highest2,
                                int highestTotal) {
+    if (!HasArrays(*this)) {
+        return 0;
+    }
     std::array<int, 2> types{1, 2};
     const int answer =
         DoubleVarListDialog(dialog, mode, GetResourceString(SelectDrillVariablesText), nullptr, lowest1, highest1,
@@ -124,6 +132,9 @@ int CDrillDown::SetDDNVariable(HWND dialog, unsigned short mode, int lowest1, in
 }
 
 int CDrillDown::SetRVVariable(HWND dialog, unsigned short mode, int lowest, int highest) {
+    if (!HasArrays(*this)) {
+        return 0;
+    }
     std::array<int, 2> types{1, 2};
     const int answer = DoubleVarListDialog(
         dialog, mode, GetResourceString(SelectReviewVariablesText), nullptr, lowest, highest, lowest, highest,

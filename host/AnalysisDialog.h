@@ -68,7 +68,7 @@ class CAnalysisDialog {
     void SetDlgItemInt(HWND window, int id, int value, int mode);
     /// `format` is 2 for a resting value, 3 for a value of a record.
     void SetDlgItemDouble(HWND window, int id, double value, int mode, int format);
-    /// 0, and the value, or not 0 and nothing written when the field holds no number.
+    /// 0, and the value, or not 0 and nothing written when the field holds no number, or no whole one of 16 bits.
     int GetDlgItemInteger(HWND window, int id, std::int16_t* value);
     int GetDlgItemDouble(HWND window, int id, double* value);
 

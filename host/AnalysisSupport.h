@@ -51,7 +51,10 @@ class CAnalysisSupport {
     /// Shows a message to the user and returns when it has been dismissed. `length` is the text's length or 0.
     virtual void dsplst(int length, const char* text);
     virtual std::string GetAnalysisName() const;
-    /// Asked before a result document goes to its output target; true: the analysis has taken it.
+    /// Asked before a result document goes to its output target. The host gives a reference with the document; true:
+    /// the analysis has taken both and lets the reference go; false: the reference is still the host's. An analysis
+    /// that has taken a document holds none: the host keeps the document alive until it has told that it closes, or the
+    /// analysis has had it forgotten and hidden.
     virtual bool BeforeRouteOutput(IDispatch* document);
     virtual void BeforeClose();
 

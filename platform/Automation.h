@@ -97,7 +97,8 @@ enum class VariantType : std::uint16_t {
     IntegerByReference = 0x4003,
 };
 
-/// A value of automation. It owns nothing: interfaces, texts and references are the caller's.
+/// A value of automation. It owns nothing: interfaces, texts and references are the caller's; an interface that is a
+/// result carries a reference for the caller.
 struct VARIANT {
     VariantType Type = VariantType::Empty;
     union {

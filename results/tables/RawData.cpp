@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "engine/CaseDecisions.h"
 #include "engine/DrillDown.h"
 #include "engine/DrillFilter.h"
 #include "engine/HostBuffer.h"
@@ -18,8 +19,6 @@ constexpr int SubsetCode = 25;
 constexpr std::size_t ShortNameWidth = 8;
 constexpr std::size_t LongNameWidth = 128;
 constexpr std::size_t ValueWidth = sizeof(double);
-/// Longest case name that is copied into the text line.
-constexpr std::size_t LongestCaseName = 218;
 
 enum class ExportOutcome : std::uint8_t {
     Written,
@@ -98,14 +97,15 @@ void ListColumns(CDrillDown& analysis, const ExportBuffers& buffers) {
     }
 }
 
-/// The categorical variables among the columns of a new table.
+/// The categorical variables among the columns of a new table, of which there is room for as many as were counted.
 struct CategoricalColumns {
-    CategoricalColumns(CDrillDown& analysis, const ExportBuffers& buffers)
-        : Places(analysis, buffers.Columns), Sources(analysis, buffers.Columns) {
-        for (std::size_t column = 0; Places && Sources && column < buffers.Columns; ++column) {
+    CategoricalColumns(CDrillDown& analysis, const ExportBuffers& buffers, std::size_t counted)
+        : Places(analysis, counted), Sources(analysis, counted) {
+        std::size_t count = 0;
+        for (std::size_t column = 0; *this && column < buffers.Columns && count < counted; ++column) {
             if (analysis.IsCategoricalVariable(buffers.List[column]) != 0) {
-                Places[Count] = static_cast<std::int32_t>(column);
-                Sources[Count++] = buffers.List[column] - 1;
+                Places[count] = static_cast<std::int32_t>(column);
+                Sources[count++] = buffers.List[column] - 1;
             }
         }
     }
@@ -113,7 +113,6 @@ struct CategoricalColumns {
 
     HostBuffer<std::int32_t> Places;  ///< their columns, from 0
     HostBuffer<std::int32_t> Sources;  ///< their variable numbers less 1
-    std::size_t Count = 0;
 };
 
 /// A table of the host that is being written; it is dropped unless it is finished. The progress display ends with it.
@@ -130,7 +129,7 @@ class NewTable {
     }
 
     /// Begins the table; false without memory.
-    [[nodiscard]] bool Begin(const ExportBuffers& buffers, bool hasCategorical);
+    [[nodiscard]] bool Begin(const ExportBuffers& buffers, int categoricals);
     /// Writes bytes behind those written before; false when the host refuses.
     [[nodiscard]] bool Put(const char* bytes, std::size_t length) {
         const std::uint32_t place = Position;
@@ -150,43 +149,27 @@ class NewTable {
     bool Finished = false;
 };
 
-bool NewTable::Begin(const ExportBuffers& buffers, bool hasCategorical) {
+bool NewTable::Begin(const ExportBuffers& buffers, int categoricals) {
     std::array<char, HeaderTextWidth> header;
     std::copy_n(Analysis.Table.HeaderText, HeaderTextWidth, header.data());
-    const auto create = [&](const auto&... categoricals) {
+    const auto create = [&](const auto&... columns) {
         // Intended: as many cases are announced as entered the last pass, unlike the rows that come, which also hold
         // cases without a positive weight; hosts depend on the announcement for room only.
         return Analysis.SubsetAndAddEx(SubsetCode, "", static_cast<int>(buffers.Columns), 0, buffers.List.data(),
                                        Analysis.ValidVar, buffers.Names.data(), buffers.LongNames.data(),
                                        static_cast<int>(LongNameWidth), header.data(),
-                                       static_cast<int>(buffers.NameWidth), &Position, categoricals...);
+                                       static_cast<int>(buffers.NameWidth), &Position, columns...);
     };
-    if (!hasCategorical) {
+    if (categoricals < 1) {
         Handle = create();
         return true;
     }
-    const CategoricalColumns categoricals(Analysis, buffers);
-    if (!categoricals) {
+    const CategoricalColumns columns(Analysis, buffers, static_cast<std::size_t>(categoricals));
+    if (!columns) {
         return false;
     }
-    Handle = create(categoricals.Places.data(), categoricals.Sources.data(), static_cast<int>(categoricals.Count));
+    Handle = create(columns.Places.data(), columns.Sources.data(), categoricals);
     return true;
-}
-
-/// Writes the name of a case to the start of the text line, which is clear.
-void WriteCaseName(CDrillDown& analysis, int caseNumber) {
-    const std::size_t width = CaseNameWidth(analysis);
-    if (width == 0) {
-        return;
-    }
-    std::string name = analysis.GetCaseName(caseNumber - 1);
-    if (name.size() > width) {
-        analysis.Get8CharHash(name);
-    }
-    std::fill_n(analysis.CaseLine.Line, std::min(width, CaseLineWidth), ' ');
-    if (name.size() <= LongestCaseName) {
-        std::copy(name.begin(), name.end(), analysis.CaseLine.Line);
-    }
 }
 
 /// Reads a case as data, with its weight and name. Gives the host's result.
@@ -197,11 +180,7 @@ CaseResult ReadDataCase(CDrillDown& analysis, int caseNumber, double* values) {
     int tag = 0;
     const auto result = static_cast<CaseResult>(analysis.cstart(caseNumber, values, &weighted, &weight, &tag));
     if (result == CaseResult::Use || result == CaseResult::Skip) {
-        analysis.CaseWeight.Weighted = static_cast<std::int16_t>(weighted != 0 ? 1 : 0);
-        analysis.CaseWeight.Weight = weight;
-        analysis.CaseWeight.SingleWeight = static_cast<float>(weight);
-        analysis.CaseWeight.CaseTag = static_cast<std::int16_t>(tag);
-        WriteCaseName(analysis, caseNumber);
+        StoreCase(analysis, caseNumber, {weighted, weight, tag});
     }
     return result;
 }
@@ -269,7 +248,7 @@ ExportOutcome Export(CDrillDown& analysis, NewTable& table) {
         return ExportOutcome::Failed;
     }
     ListColumns(analysis, buffers);
-    if (!table.Begin(buffers, counts.Categorical > 0)) {
+    if (!table.Begin(buffers, counts.Categorical)) {
         return ExportOutcome::Failed;
     }
     return PutCases(analysis, table, buffers);

@@ -11,6 +11,7 @@
 #include "resources/Dialogs.h"
 #include "tests/dialogs/DialogBench.h"
 #include "tests/workbench/Files.h"
+#include "workbench/data/Errors.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 
 namespace dialogtest {
@@ -185,10 +186,23 @@ TEST_F(StartupDialogTest, AChoiceOfNoVariableIsRefusedAndHasItsEffect) {
     Click(DrillVariablesButton, {Variables({}), Cancel()});
     EXPECT_EQ(TakeMessages(),
               Names{"No drill-down variables are selected. \nYou must select at least one drill-down variable."});
-    EXPECT_EQ(Lists(), " | ");
+    EXPECT_EQ(Lists() + TextOf(9052) + Enabled({DownButton, OrderButton, FrequenciesButton}), " | none");
     Click(DrillVariablesButton, {Variables({"area"})});
     EXPECT_EQ(Lists() + "; " + TextOf(9052) + "; " + TextOf(9085) + "; " + TextOf(9113), "area | ; area; none; none");
     EXPECT_EQ(Analysis().GetSelected(), -1);
+}
+
+TEST_F(StartupDialogTest, CantBeUsedWhileAModalWindowStandsOpen) {
+    Choose({"sex"});
+    Pick("sex");
+    Click(DownButton, {[this](quillara::Window& window) {
+              EXPECT_THROW(Startup().Click(2), quillara::UsageError);
+              EXPECT_THROW(Startup().Click(DownButton), quillara::UsageError);
+              window.Click(2);
+          }});
+    EXPECT_EQ(Lists(), "[sex] | ");
+    Click(2);
+    EXPECT_EQ(Host().StartupWindow(), nullptr);
 }
 
 TEST_F(StartupDialogTest, OnlyTheDrillDownListForgetsTheChosenCategory) {

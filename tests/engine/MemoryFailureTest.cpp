@@ -143,4 +143,15 @@ TEST_P(MemoryFailure, AtTheStartEndsTheSequence) {
     EXPECT_EQ(Host().LiveAllocations(), 7U);
 }
 
+TEST_P(MemoryFailure, OfAResetIsMadeGoodByTheNextChoice) {
+    Explore(*this);
+    Host().FailAllocation(1);
+    EXPECT_EQ(Analysis().ResetMembers(), 0);
+    Host().FailAllocation(1);
+    EXPECT_EQ(Choose({"a"}), 0);
+    Host().FailAllocation(0);
+    EXPECT_EQ(Choose({"a"}), 1);
+    EXPECT_EQ(TakeMessages(), Names(2, NotEnoughMemory));
+}
+
 }  // namespace drilltest

@@ -58,8 +58,7 @@ void ResultDocument::CloseWithChoice(int choice) {
     argument.IntegerReference = &answer;
     Point.Fire(Kind().ClosingWithChoice, {&argument, nullptr, 1, 0});
     if (answer == 1) {
-        Closed = true;
-        LeaveForGood();
+        Close();  // a listener that was asked before the answer became 1 hears of it now
     }
 }
 

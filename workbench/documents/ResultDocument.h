@@ -14,7 +14,7 @@ class OpenDocuments;
 
 /// Where a result document comes from.
 struct DocumentOrigin {
-    int Command = 0;  ///< number of the button that made it; 0: none did
+    int Command = 0;  ///< the command that ran when it was made, an update's outer one; 0: none
     int Sequence = 0;  ///< its place among the documents of that command, from 1
 };
 
@@ -47,7 +47,8 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
 
     /// Closes the document: it tells so, its analysis forgets it, and its window goes. Once closed it stays so.
     void Close();
-    /// The same by way of a question whose answer listeners are told, and may change: the document closes when it is 1.
+    /// The same by way of a question whose answer listeners are told, and may change: the document closes when it is 1
+    /// in the end. A listener that was told 1 counts on it, also when a later one says no.
     void CloseWithChoice(int choice);
     /// Shows the document in a window if it has none, and brings that in front. Not of a closed one: false.
     bool Activate();

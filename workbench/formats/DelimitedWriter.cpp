@@ -166,6 +166,10 @@ void CheckDelimitedFile(const DataTable& table, const std::string& path, const s
     for (std::size_t row = 0; row < static_cast<std::size_t>(table.Cases); ++row) {
         CheckRecord(reader, columns, [&](ShownColumn& column) -> const std::string& { return column.Field(row); });
     }
+    std::vector<std::string_view> further;
+    if (reader.Next(further)) {
+        throw ReadBackDifference("The number of cases", " from a csv file");
+    }
 }
 
 }  // namespace quillara

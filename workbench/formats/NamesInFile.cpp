@@ -156,15 +156,20 @@ bool HasSegmentNamedAsVariable(const std::string& name, std::size_t segments, co
 void FreeSegmentNames(std::vector<std::string>& names, const std::vector<NamedColumn>& columns,
                       const NameRules& rules) {
     constexpr std::size_t segmentRoom = 252;
+    std::set<std::string> shortNames = ShortNames(names);
+    std::set<std::string> taken;
+    for (const std::string& name : names) {
+        taken.insert(KeyOf(name, rules));
+    }
     int number = 0;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (columns[i].TextBytes <= rules.SegmentBytes) {
-            continue;
-        }
-        const std::size_t segments = columns[i].TextBytes / segmentRoom;
         const std::string name = names[i];
-        while (HasSegmentNamedAsVariable(names[i], segments, ShortNames(names))) {
-            names[i] = Fitted("T" + std::to_string(++number) + "_" + name, rules.Room);
+        while (columns[i].TextBytes > rules.SegmentBytes &&
+               HasSegmentNamedAsVariable(names[i], columns[i].TextBytes / segmentRoom, shortNames)) {
+            do {
+                names[i] = Fitted("T" + std::to_string(++number) + "_" + name, rules.Room);
+            } while (!taken.insert(KeyOf(names[i], rules)).second);
+            shortNames = ShortNames(names);
         }
     }
 }

@@ -69,7 +69,8 @@ void AnalysisDocument::RunMessages() {
     if (const std::exception_ptr failure = std::exchange(Host->Dialogs.Failure, nullptr)) {
         std::rethrow_exception(failure);
     }
-    if (const Window* window = StartupWindow(); window != nullptr && window->IsClosed()) {
+    const bool isBusy = Host->Dialogs.Command || Host->Dialogs.ModalWindows > 0;
+    if (const Window* window = StartupWindow(); window != nullptr && window->IsClosed() && !isBusy) {
         Host->Dialogs.Startup.reset();
     }
     Host->Documents.LetHiddenGo();
@@ -77,10 +78,6 @@ void AnalysisDocument::RunMessages() {
 
 const DataTable& AnalysisDocument::Table() const {
     return Host->Table();
-}
-
-void AnalysisDocument::OpenTable(std::shared_ptr<const DataTable> table) {
-    Host->Exchange(std::move(table));
 }
 
 void AnalysisDocument::SetSelection(std::vector<CaseResult> results) {

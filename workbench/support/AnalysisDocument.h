@@ -19,10 +19,10 @@ class OpenDocuments;
 class Window;
 
 /// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its sequence,
-/// answers its calls, and owns its startup dialog. The table doesn't change under it, but may be exchanged for another.
+/// answers its calls, and owns its startup dialog. The table doesn't change under it; the user may open another.
 class AnalysisDocument : public CAnalysisDoc {
   public:
-    /// The table outlives the document, or the next one that is opened.
+    /// The table outlives the document.
     explicit AnalysisDocument(const DataTable& table);
     /// Tells the analysis that it closes, then destroys its dialog and the analysis.
     ~AnalysisDocument();
@@ -35,13 +35,11 @@ class AnalysisDocument : public CAnalysisDoc {
     [[nodiscard]] CAnalysisSupport& Analysis();
     /// The window of the startup dialog; null before the sequence has run and once the dialog is closed.
     [[nodiscard]] Window* StartupWindow();
-    /// Runs the messages that wait for its windows, and lets closed ones go. Throws what a script has thrown in a modal
-    /// window since the last time.
+    /// Runs the messages that wait for its windows, and lets closed ones go, but not within a command. Throws what a
+    /// script has thrown in a modal window since the last time.
     void RunMessages();
 
     [[nodiscard]] const DataTable& Table() const;
-    /// Exchanges the input table, with all cases selected and no weight in force. The analysis has to be told.
-    void OpenTable(std::shared_ptr<const DataTable> table);
     /// Selects cases: one result per case (Use or Skip), or empty for all. Throws DataError when the number is another.
     void SetSelection(std::vector<CaseResult> results);
     /// Chooses the weight variable by its index in the table; nothing: no weight is in force.
@@ -51,7 +49,7 @@ class AnalysisDocument : public CAnalysisDoc {
     /// Whether a script drives the analysis; not so at the start.
     void SetAutomated(bool automated);
 
-    /// The result documents that stand in windows of their own.
+    /// The result documents of the analysis, and those that stand in windows of their own.
     [[nodiscard]] OpenDocuments& Documents();
     void RemoveFromAnalysisList(IDispatch* document) override;
 

@@ -7,8 +7,8 @@
 
 namespace quillara {
 
-/// A plug-in with one analysis, opened with dlopen and entered through `Orv6NewAnalysis`. Analyses must be destroyed
-/// before their module is.
+/// A plug-in with one analysis, opened with dlopen and entered through `Orv6NewAnalysis`. Analyses, and documents
+/// that they listen to, must be destroyed before their module is.
 class AnalysisModule {
   public:
     /// Opens the library; throws DataError saying why when that fails or when it has no entry.

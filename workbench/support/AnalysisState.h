@@ -53,6 +53,7 @@ struct DialogState {
     std::unique_ptr<CAnalysisModelessDialog> Startup;  ///< null: no startup dialog, or it has ended
     std::optional<ActiveCommand> Command;  ///< the message of the startup dialog that runs
     bool IsAutomated = false;  ///< a script drives the analysis
+    int ModalWindows = 0;  ///< that stand open
     std::exception_ptr Failure;  ///< of a script in a modal window; not yet told
     std::map<std::string, std::int32_t> Settings;  ///< those of a document without a store
 };
@@ -94,7 +95,7 @@ struct AnalysisState {
     ProgressState Progress;
     bool BlocksOffered = true;
     TableCaseBlocks Blocks;
-    NewTables Tables;  ///< data tables that are being written
+    NewTables Tables;  ///< data tables that are being written, and those finished
     OpenDocuments Documents;
     DialogState Dialogs;
 

@@ -37,6 +37,8 @@ class CommandScope {
         }
     }
 
+    [[nodiscard]] bool IsOuter() const { return IsOutermost; }
+
   private:
     std::optional<ActiveCommand>& Command;
     bool IsOutermost;
@@ -49,7 +51,11 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
     try {
         return dialog.EventHandler(window, message, wParam, lParam);
     } catch (const std::bad_alloc&) {
+        if (!scope.IsOuter()) {
+            throw;  // the command around it is not done either
+        }
         DialogHost::Of(dialog).ResultsLocked = false;
+        DialogHost::Of(dialog).RanOutOfMemory = true;
         if (state.Services.ShowMessage) {
             state.Services.ShowMessage(NoMemory);
         }

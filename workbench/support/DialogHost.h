@@ -17,6 +17,7 @@ struct DialogHost {
     std::unique_ptr<quillara::Window> TheWindow;  ///< null until it is made
     bool ResultsLocked = false;
     bool MenusEnabled = true;
+    bool RanOutOfMemory = false;  ///< in one of its messages
 
     /// The host's side of a dialog.
     [[nodiscard]] static DialogHost& Of(const CAnalysisDialog& dialog) { return *dialog.Side; }

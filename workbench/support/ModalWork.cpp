@@ -4,9 +4,31 @@
 
 #include "platform/WindowMessages.h"
 #include "workbench/support/AnalysisState.h"
+#include "workbench/support/DialogHost.h"
 
 namespace quillara {
 namespace {
+
+/// While a modal window stands open, the startup window can't be used.
+class StartupBlock {
+  public:
+    explicit StartupBlock(AnalysisState& state) : State(state) {
+        ++State.Dialogs.ModalWindows;
+        Enable(false);
+    }
+    StartupBlock(const StartupBlock&) = delete;
+    StartupBlock& operator=(const StartupBlock&) = delete;
+    ~StartupBlock() { Enable(--State.Dialogs.ModalWindows == 0); }
+
+  private:
+    void Enable(bool enable) {
+        if (const CAnalysisModelessDialog* startup = State.Dialogs.Startup.get()) {
+            DialogHost::WindowOf(*startup)->Enabled = enable;
+        }
+    }
+
+    AnalysisState& State;
+};
 
 /// Whether somebody has worked in the window and may be asked again.
 bool WorkIn(AnalysisState& state, Window& window) {
@@ -25,6 +47,7 @@ bool WorkIn(AnalysisState& state, Window& window) {
 }  // namespace
 
 int RunModal(AnalysisState& state, Window& window) {
+    const StartupBlock block(state);
     window.Start();
     while (!window.IsClosed()) {
         if (!WorkIn(state, window)) {

@@ -27,9 +27,7 @@ Variable DictionaryEntryOf(const Variable& source) {
 /// The text in a field that is padded with blanks or zeros, and may hold the key of a long text.
 std::string TextInField(std::string_view field) {
     constexpr std::string_view padding(" \0", 2);
-    const std::size_t first = std::min(field.find_first_not_of(padding), field.size());
-    const std::size_t end = field.find_last_not_of(padding) + 1;
-    return first < end ? LongTextOf(field.substr(first, end - first)) : std::string();
+    return LongTextOf(field.substr(0, field.find_last_not_of(padding) + 1));
 }
 
 }  // namespace

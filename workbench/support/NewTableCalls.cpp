@@ -1,5 +1,6 @@
 // The data tables that an analysis writes.
 
+#include <algorithm>
 #include <new>
 
 #include "host/AnalysisSupport.h"
@@ -29,7 +30,8 @@ short CAnalysisSupport::SubsetAndAddEx(int /*code*/, const char* /*name*/, int v
                                        int /*longNameWidth*/, const char* header, int caseNameWidth,
                                        std::uint32_t* position) {
     *position = 0;
-    if (variables < 1 || variables > MostVariables || caseNameWidth < 0) {
+    const auto fromInput = variables < 1 ? 0 : variables - std::count(list, list + variables, short{0});
+    if (variables < 1 || fromInput > MostVariables || caseNameWidth < 0) {
         return 0;
     }
     AnalysisState& state = quillara::StateOf(Document);

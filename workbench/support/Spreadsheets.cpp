@@ -6,31 +6,19 @@
 
 #include "host/AnalysisSupport.h"
 #include "workbench/support/AnalysisState.h"
-#include "workbench/support/LongTexts.h"
 #include "workbench/support/ResultRouting.h"
+#include "workbench/support/TextFields.h"
 
 using quillara::AnalysisState;
+using quillara::FieldArray;
 using quillara::SpreadsheetCell;
 using quillara::SpreadsheetDocument;
+using quillara::TextOfField;
 
 namespace {
 
 constexpr std::size_t TitleLines = 3;
 constexpr std::uint64_t NoNumber = ~std::uint64_t{0};
-
-/// Text fields of one width in a row; an array that isn't there holds empty ones.
-struct FieldArray {
-    const char* Start;
-    int Width;
-
-    [[nodiscard]] std::string_view Field(std::size_t index) const {
-        if (Start == nullptr || Width <= 0) {
-            return {};
-        }
-        const auto width = static_cast<std::size_t>(Width);
-        return {Start + index * width, width};
-    }
-};
 
 /// The flat arrays of a table, column by column.
 struct FlatTable {
@@ -44,20 +32,11 @@ struct FlatTable {
     FieldArray Titles;
 };
 
-/// A field's text, whole: without what a cut has broken in a full field, and with its long texts in place of keys.
-std::string TextOf(std::string_view field) {
-    std::string text(field.substr(0, field.find('\0')));
-    if (text.size() == field.size()) {
-        text = quillara::WithoutBrokenTail(std::move(text));
-    }
-    return quillara::Replace8CharGrow(text);
-}
-
 SpreadsheetCell CellOf(const FlatTable& table, std::size_t row, std::size_t column) {
     const std::size_t index = column * table.Rows + row;
     const std::string_view text = table.Cells.Field(index);
     if (std::ranges::any_of(text, [](char c) { return c != '\0'; })) {
-        return TextOf(text);
+        return TextOfField(text);
     }
     if (table.Numbers == nullptr || std::bit_cast<std::uint64_t>(table.Numbers[index]) == NoNumber) {
         return std::monostate();
@@ -68,7 +47,7 @@ SpreadsheetCell CellOf(const FlatTable& table, std::size_t row, std::size_t colu
 std::vector<std::string> TitleOf(const FlatTable& table) {
     std::vector<std::string> title;
     for (std::size_t line = 0; line < TitleLines; ++line) {
-        title.push_back(TextOf(table.Titles.Field(line)));
+        title.push_back(TextOfField(table.Titles.Field(line)));
     }
     while (!title.empty() && title.back().empty()) {
         title.pop_back();
@@ -81,10 +60,10 @@ SpreadsheetDocument DocumentOf(const FlatTable& table) {
     document.Title = TitleOf(table);
     for (std::size_t column = 0; column < table.Columns; ++column) {
         const bool whole = table.Formats != nullptr && table.Formats[column] == -table.Cells.Width;
-        document.Columns.push_back({TextOf(table.ColumnNames.Field(column)), whole});
+        document.Columns.push_back({TextOfField(table.ColumnNames.Field(column)), whole});
     }
     for (std::size_t row = 0; row < table.Rows; ++row) {
-        document.Rows.push_back({TextOf(table.RowNames.Field(row)), {}});
+        document.Rows.push_back({TextOfField(table.RowNames.Field(row)), {}});
         for (std::size_t column = 0; column < table.Columns; ++column) {
             document.Rows.back().Cells.push_back(CellOf(table, row, column));
         }
@@ -115,7 +94,7 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
                               {title, titleWidth}};
         SpreadsheetDocument document = DocumentOf(table);
         if (state.Commons.Table != nullptr) {
-            document.Corner = TextOf({state.Commons.Table->CornerLabel, CornerLabelWidth});
+            document.Corner = TextOfField({state.Commons.Table->CornerLabel, CornerLabelWidth});
         }
         quillara::RouteResult(*this, state, std::move(document));
     }

@@ -8,8 +8,11 @@ int CAnalysisModelessDialog::CreateAnalysisDialog() {
     if (!DialogHost::MakeWindow(*this, Support().GetLibInstance())) {
         return 0;
     }
-    DialogHost::StateOf(*this).Dialogs.Startup.reset(this);
     Host().TheWindow->Start();
+    if (Host().RanOutOfMemory) {
+        return 0;
+    }
+    DialogHost::StateOf(*this).Dialogs.Startup.reset(this);
     return 1;
 }
 
@@ -49,7 +52,8 @@ void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int cont
 }
 
 CAnalysisModelessDialog* CAnalysisSupport::GetStartupDialog() {
-    return quillara::StateOf(Document).Dialogs.Startup.get();
+    CAnalysisModelessDialog* dialog = quillara::StateOf(Document).Dialogs.Startup.get();
+    return dialog == nullptr || DialogHost::WindowOf(*dialog)->IsClosed() ? nullptr : dialog;
 }
 
 HWND CAnalysisSupport::GetStartupWindow() {

@@ -1,6 +1,7 @@
 #include "workbench/windows/Window.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/WindowMessages.h"
@@ -117,6 +118,10 @@ Control& Window::At(int id) {
 
 Control& Window::Usable(int id, std::initializer_list<ControlKind> kinds) {
     Control& control = At(id);
+    if (!Enabled) {
+        throw UsageError("The window \"" + std::string(Main->Title) +
+                         "\" can't be used while another one waits for an answer.");
+    }
     if (!control.Visible || !control.Enabled) {
         throw UsageError(Described(*this, id) + (control.Visible ? " is disabled." : " can't be seen."));
     }
@@ -200,7 +205,11 @@ void Window::Type(int id, std::string_view text) {
 
 void Window::TypeNumber(int id, double number) {
     Control& field = Usable(id, {ControlKind::IntegerField, ControlKind::RealField});
-    field.Number = field.Range ? std::clamp(number, field.Range->Lowest, field.Range->Highest) : number;
+    if (!std::isfinite(number)) {
+        throw UsageError(Described(*this, id) + " takes finite numbers only.");
+    }
+    const double entry = field.Kind == ControlKind::IntegerField ? std::round(number) : number;
+    field.Number = field.Range ? std::clamp(entry, field.Range->Lowest, field.Range->Highest) : entry;
     field.HasNumber = true;
 }
 

@@ -18,8 +18,8 @@ class MessageQueue;
 
 /// A window without a screen, made from a dialog resource: its controls by id, its pages, and what a user can do in it.
 /// Its address is its handle, and so is that of a control. A control id that stands in it twice is one control.
-/// Everything a user does reaches the procedure as a message, which is run at once; messages to a closed window are
-/// dropped, those that wait as it goes too.
+/// Clicks reach the procedure as messages, which are run at once; entries into fields and drags don't. Messages to a
+/// closed window are dropped, those that wait as it goes too. A disabled window can't be used.
 class Window : public WindowHandleTag {
   public:
     /// Acts on a message of a window.
@@ -41,7 +41,7 @@ class Window : public WindowHandleTag {
 
     std::int64_t Send(unsigned message, std::uint64_t wParam, std::int64_t lParam);
     void Post(unsigned message, std::uint64_t wParam, std::int64_t lParam);
-    /// A command message of a control.
+    /// Runs the command of a control, whether or not it can be used; changes no check, unlike a click.
     std::int64_t SendCommand(int id);
 
     // What a user does. Each throws UsageError when the control isn't there, can't be seen, is disabled or is of
@@ -57,7 +57,8 @@ class Window : public WindowHandleTag {
     void ClickText(int id, std::string_view text);
     /// Replaces the text of an edit.
     void Type(int id, std::string_view text);
-    /// Replaces the content of a number field; a number beyond its range becomes the nearest bound.
+    /// Replaces the content of a number field; a number beyond its range becomes the nearest bound, one for an integer
+    /// field the nearest whole number. Throws UsageError when it isn't finite.
     void TypeNumber(int id, double number);
     /// Drags the selected row of a list box so that it stands before row `target`.
     void Drag(int id, int target);

@@ -129,7 +129,7 @@ TEST_F(HostDialogCalls, AWeightThatIsSwitchedOffStaysDefinedUntilAnotherTableIsO
     EXPECT_EQ(DialogId, WeightDialogId);
     EXPECT_EQ(Dialog.DefineWeight(1, nullptr), 0);
     EXPECT_EQ(Weight(), "none of variable 3");
-    Host.Document.OpenTable(std::make_shared<DataTable>(Table));
+    Host.Document.State().Exchange(std::make_shared<DataTable>(Table));
     EXPECT_EQ(Weight(), "none of variable 0");
 }
 

@@ -109,7 +109,7 @@ TEST_F(Documents, TellOnceThatTheyClose) {
     document->CloseWithChoice(0);
     document->Close();
     document->CloseWithChoice(1);
-    EXPECT_EQ(First.Heard, "13 13 ");
+    EXPECT_EQ(First.Heard, "13 13 12 ");
     EXPECT_EQ(Counts(), "0 0");
     EXPECT_FALSE(document->Activate() || document->SetVisible(true));
     const auto other = Make();

@@ -118,7 +118,7 @@ TEST_P(EveryWrittenFormat, TextsOfEveryLengthComeBack) {
         // Long texts are kept in segments, which must not be taken for the variables behind.
         DataTable table =
             TableOf({Texts("item1", {text, "b"}), Texts("item10", {text, "c"}), Texts("ITEM12", {"d", text}),
-                     Texts("ääääää", {text, "e"}), Numbers("item11", {1, 2})});
+                     Texts("xäääää", {text, "e"}), Numbers("item11", {1, 2}), Numbers("t1_ITEM1", {1, 2})});
         if (std::string(GetParam()) != "dta") {
             table.Variables[0].Labels[2].Label = "label of a long text";
         }
