@@ -18,6 +18,12 @@ void CDrillDown::SetNextOutputID(unsigned outputId, unsigned outputSeq) {
     OutputTracker->NextSeq = outputSeq;
 }
 
+void CDrillDown::HideOutput(unsigned outputId, unsigned outputSeq) {
+    if (const auto entry = OutputTracker->FindOutput({outputId, outputSeq}); entry != OutputTracker->Outputs.end()) {
+        OutputTracker->RemoveOutput(entry, true);
+    }
+}
+
 bool CDrillDown::BeforeRouteOutput(IDispatch* document) {
     return StandAloneResults != 0 && OutputTracker->BeforeRoute(document);
 }

@@ -3,18 +3,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
-
 #include "bench/DrillTable.h"
+#include "bench/ProcessorTime.h"
 
 namespace {
-
-/// Processor time of this process, which other programs on the machine don't disturb much.
-double ProcessorSeconds() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
 
 BenchCase CaseOf(const benchmark::State& state) {
     return {static_cast<int>(state.range(0)), state.range(1) != 0, state.range(2) != 0};

@@ -104,12 +104,12 @@ BenchAnalysis::BenchAnalysis(const BenchCase& setting) : Document(BenchTable()) 
     if (setting.Weighted) {
         Document.SetWeight(WeightColumn);
     }
-    Document.Services.WorkIn = [](quillara::Window& window) {
-        std::vector<short> categorical(CategoricalVariables);
-        std::iota(categorical.begin(), categorical.end(), short{1});
-        std::vector<short> continuous(ContinuousVariables);
-        std::iota(continuous.begin(), continuous.end(), static_cast<short>(CategoricalVariables + 1));
-        quillara::ChooseVariables(window, categorical, continuous);
+    First.resize(CategoricalVariables);
+    std::iota(First.begin(), First.end(), short{1});
+    Second.resize(ContinuousVariables);
+    std::iota(Second.begin(), Second.end(), static_cast<short>(CategoricalVariables + 1));
+    Document.Services.WorkIn = [this](quillara::Window& window) {
+        quillara::ChooseVariables(window, First, Second);
         return true;
     };
     Document.Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "engine/DrillDown.h"
 #include "workbench/data/DataTable.h"
@@ -28,12 +30,19 @@ class BenchAnalysis {
   public:
     explicit BenchAnalysis(const BenchCase& setting);
 
+    /// What the next dialogs of two lists of variables are answered with.
+    void Answer(std::vector<short> first, std::vector<short> second) {
+        First = std::move(first);
+        Second = std::move(second);
+    }
     [[nodiscard]] CDrillDown& Analysis() { return static_cast<CDrillDown&>(Document.Analysis()); }
 
   private:
     void Drill(std::int16_t var);
 
     quillara::AnalysisDocument Document;
+    std::vector<short> First;
+    std::vector<short> Second;
 };
 
 /// The floor: plain loops over the columns that a pass after a drill reads. They find the cases that remain, count

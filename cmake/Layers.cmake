@@ -26,6 +26,6 @@ function(quillara_tests name)
   target_compile_definitions(${name} PRIVATE
     QUILLARA_SAMPLES="${PROJECT_SOURCE_DIR}/samples" QUILLARA_PROGRAM="$<TARGET_FILE:quillara>"
     QUILLARA_MODULE="$<TARGET_FILE:qladrilldown>")
-  add_dependencies(${name} quillara qladrilldown)
+  add_dependencies(${name} qladrilldown)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
+#include "dialogs/Brush.h"
 #include "dialogs/CategorizationPage.h"
 #include "dialogs/DrillSteps.h"
 #include "dialogs/HostCommands.h"
@@ -65,6 +67,13 @@ std::int64_t ChangeOrder(CDefineTask& task) {
     return 1;
 }
 
+std::int64_t DrawBrushingGraph(CDefineTask& task) {
+    if (!task.Analysis->DrillDowns->empty()) {
+        task.Analysis->DDNGraphForBrushing(nullptr);
+    }
+    return 0;
+}
+
 template <CategorizationMethod Method>
 std::int64_t Choose(CDefineTask& task) {
     return ChooseMethod(task, Method);
@@ -94,9 +103,19 @@ struct OptionRow {
 /// results of the drill variables; what they show doesn't depend on the page.
 struct ResultRow {
     int Id;
-    std::int16_t (CDrillDown::*Operation)(HWND window);
+    void (*Make)(CDrillDown& analysis, HWND window);
     CDrillDown::DrillSet* CDrillDown::*Records;  ///< the page is stored first, and these must be there; null: neither
 };
+
+/// Runs a result operation; what it gives isn't looked at.
+template <auto Operation>
+void Make(CDrillDown& analysis, HWND window) {
+    if constexpr (std::is_invocable_v<decltype(Operation), CDrillDown&, HWND>) {
+        (analysis.*Operation)(window);
+    } else {
+        (analysis.*Operation)(0, window);
+    }
+}
 
 // clang-format off
 constexpr std::array Commands{
@@ -120,7 +139,9 @@ constexpr std::array Commands{
     CommandRow{StartAtMinimumBox,      ToggleStartAtMinimum},
     CommandRow{BoundariesButton,       EditBoundaries},
     CommandRow{ReviewVariablesButton,  ChooseVariables<SelectReviewVariables>},
+    CommandRow{BrushButton,            Brush},
     CommandRow{AutoUpdateBox,          ToggleAutoUpdate},
+    CommandRow{BrushingGraphCommand,   DrawBrushingGraph},
 };
 
 constexpr std::array Options{
@@ -136,13 +157,22 @@ constexpr std::array Options{
 };
 
 constexpr std::array ResultButtons{
-    // Id                               Operation                    Records
-    ResultRow{SummaryButton,            &CDrillDown::DDNSummary,     &CDrillDown::DrillUps},
-    ResultRow{DescriptivesButton,       &CDrillDown::DDNDescriptive, &CDrillDown::DrillDowns},
-    ResultRow{FrequenciesButton,        &CDrillDown::DDNFrequency,   &CDrillDown::DrillDowns},
-    ResultRow{ReviewDescriptivesButton, &CDrillDown::RVSummary,      nullptr},
-    ResultRow{ReviewFrequenciesButton,  &CDrillDown::RVFrequency,    nullptr},
-    ResultRow{SaveDataButton,           &CDrillDown::DDNSaveData,    nullptr},
+    // Id                               Make                               Records
+    ResultRow{SummaryButton,            Make<&CDrillDown::DDNSummary>,      &CDrillDown::DrillUps},
+    ResultRow{DescriptivesButton,       Make<&CDrillDown::DDNDescriptive>,  &CDrillDown::DrillDowns},
+    ResultRow{FrequenciesButton,        Make<&CDrillDown::DDNFrequency>,    &CDrillDown::DrillDowns},
+    ResultRow{HistogramsButton,         Make<&CDrillDown::DDNHistograms>,   &CDrillDown::DrillDowns},
+    ResultRow{ReviewDescriptivesButton, Make<&CDrillDown::RVSummary>,       nullptr},
+    ResultRow{ReviewFrequenciesButton,  Make<&CDrillDown::RVFrequency>,     nullptr},
+    ResultRow{ReviewHistogramsButton,   Make<&CDrillDown::RVHistograms>,    nullptr},
+    ResultRow{ReviewBoxWhiskerButton,   Make<&CDrillDown::RVBoxWhiker>,     nullptr},
+    ResultRow{SaveDataButton,           Make<&CDrillDown::DDNSaveData>,     nullptr},
+    ResultRow{ReviewScatterplotButton,  Make<&CDrillDown::RVScatterPlot>,   nullptr},
+    ResultRow{PieChartsButton,          Make<&CDrillDown::DDNPiecharts>,    &CDrillDown::DrillDowns},
+    ResultRow{StackedPlotsButton,       Make<&CDrillDown::DDNStackedplots>, &CDrillDown::DrillDowns},
+    ResultRow{ReviewPieChartsButton,    Make<&CDrillDown::RVPiecharts>,     nullptr},
+    ResultRow{Review3DHistogramsButton, Make<&CDrillDown::RV3DHistograms>,  nullptr},
+    ResultRow{ReviewStackedPlotsButton, Make<&CDrillDown::RVStackedplots>,  nullptr},
 };
 // clang-format on
 
@@ -178,7 +208,7 @@ void MakeResult(CDefineTask& task, const ResultRow& result) {
             return;
         }
     }
-    (analysis.*result.Operation)(task.Window);
+    result.Make(analysis, task.Window);
 }
 
 std::int64_t RunCommand(CDefineTask& task, int id) {

@@ -8,13 +8,6 @@
 
 namespace {
 
-constexpr int DialogStep = 101;  // the dialog's step in the sequence table
-constexpr int RecordKind = 3;
-
-bool LacksBoundaries(CDefineTask& task) {
-    return task.IsDlgButtonChecked(task.Window, UserIntervalsRadio) && task.Analysis->GetCurrentNU() == 0;
-}
-
 /// Whether a script has chosen the category already.
 bool IsChosenByScript(const CDefineTask& task) {
     return task.IsOleAutomation() && task.AutomationInteractive == 0;
@@ -62,6 +55,10 @@ void ShowNewSubset(CDefineTask& task) {
 }
 
 }  // namespace
+
+bool LacksBoundaries(CDefineTask& task) {
+    return task.IsDlgButtonChecked(task.Window, UserIntervalsRadio) && task.Analysis->GetCurrentNU() == 0;
+}
 
 std::int64_t DrillOneDown(CDefineTask& task) {
     CDrillDown& analysis = *task.Analysis;

@@ -6,6 +6,12 @@ class CDefineTask;
 
 // The drill steps of the startup dialog, as commands: each gives the result of its command.
 
+inline constexpr int DialogStep = 101;  ///< the dialog's step in the sequence table, for records
+inline constexpr int RecordKind = 3;
+
+/// Whether user-specified categories are chosen on the page and have no boundaries yet.
+bool LacksBoundaries(CDefineTask& task);
+
 /// Down: asks for a category of the current drill-down variable and takes the step. Nothing but the categorization and
 /// the counts has changed when the user cancels. While user-specified categories have no boundaries it takes no step
 /// but has the boundaries asked for, and gives 1.

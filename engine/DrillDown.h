@@ -335,6 +335,8 @@ class CDrillDown : public CAnalysisSupport {
     bool OutputExists(unsigned outputId, unsigned outputSeq) const;
     /// The next document takes this key in place of its own; a part that is 0 counts for nothing.
     void SetNextOutputID(unsigned outputId, unsigned outputSeq);
+    /// Hides and forgets the stand-alone document of that key, if there is one.
+    void HideOutput(unsigned outputId, unsigned outputSeq);
 
     // State. The dialogs read and toggle the options directly.
 

@@ -240,8 +240,9 @@ class CAnalysisSupport {
     // Plots that the host computes from the cases, in one read of the columns that they need. The filter is asked for
     // every case of the table. All give 0 when the plot was made, 1 when it wasn't.
 
-    /// A box-whisker plot of `count` variables by number. `type`: 52 median, quartiles, range; 54 mean, SE, SD; 53
-    /// mean, SD, 1.96 SD; 55 mean, SE, 1.96 SE. `caption` is the second title line. Null texts and the 0 are reserved.
+    /// A box-whisker plot of `count` variables by number. `type`: 52 median, quartiles, range without outliers; 54
+    /// mean, SE, SD; 53 mean, SD, 1.96 SD; 55 mean, SE, 1.96 SE. `caption` is the second title line. Null texts and the
+    /// 0 are reserved.
     short CategorizedVarBoxAndWhisker(unsigned short type, const char* title, const char* caption,
                                       const char* reserved1, const char* reserved2, int reserved3, short count,
                                       const short* variables, const char* reserved4, CaseFilter filter);

@@ -62,6 +62,7 @@ enum StartupControl : int {
     DrillOperationsGroup = 9108,
     ReviewCategoricalLabel = 9109,
     ReviewContinuousLabel = 9110,
+    BrushingGraphCommand = 9111,  ///< no control bears it
     StatisticsGroup = 9112,
     ReviewContinuousCaption = 9113,
     MedianQuartileRangeBox = 9114,

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A real exploration of the sample survey: three steps down, one of them undone, with the tables of the cases that
-# remain, and a report of every step beside it.
+# remain, and a report of every step with its charts beside it.
 #   scripts/demo.sh PROGRAM [REPORT]
 set -euo pipefail
 
@@ -19,6 +19,9 @@ session=(
 )
 
 "$program" "${session[@]}"
-"$program" "${session[@]}" --after each --format html --output "$report"
+"$program" "${session[@]}" --after each --format html --output "$report" \
+    --review-categorical genre --review-continuous age,income,hours \
+    --show summary,frequencies,histograms,stacked,descriptives,review-frequencies,review-pies,box,scatter \
+    --box-type median --hist3d genre:age
 echo
 echo "Every step of this session stands in $(realpath "$report")"

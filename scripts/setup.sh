@@ -9,6 +9,7 @@ packages=(
     libmuparser-dev      # case selection formulas
     libcli11-dev         # command line
     nlohmann-json3-dev   # JSON
+    qt6-base-dev libqt6svg6-dev libqcustomplot-dev fonts-dejavu-core  # charts
     libgtest-dev libgmock-dev libbenchmark-dev
     clang-format clang-tidy
 )

@@ -68,7 +68,7 @@ class OutputsTest : public DialogTest {
     }
     /// "town: a 3, b 1": the last word of the title, and the rows with their first numbers.
     static std::string TextOf(const ResultDocument& document) {
-        const quillara::SpreadsheetDocument& sheet = document.Content();
+        const quillara::SpreadsheetDocument& sheet = *document.Spreadsheet();
         std::ostringstream text;
         const std::string title = sheet.Title.empty() ? "empty" : sheet.Title.front();
         text << title.substr(title.find_last_of(' ') + 1) << ':';

@@ -24,7 +24,9 @@ class ResultsBench : public testing::Test, public DrillBench {
 
     void Open(quillara::DataTable table) {
         DrillBench::Open(std::move(table));
-        Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) { Shown.push_back(shown.Content()); };
+        Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
+            Shown.push_back(*shown.Spreadsheet());
+        };
     }
     void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
 

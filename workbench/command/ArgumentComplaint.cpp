@@ -40,9 +40,9 @@ std::string AboutUnknown(const CLI::App& program) {
            "; names are separated by commas, and an argument with blanks stands in quotes.";
 }
 
-/// "a LIST", "NAMES", "each|last"
+/// "a LIST", "NAMES", "each|last", "X1,X2:Y1,Y2"
 std::string WithArticle(const std::string& type) {
-    const bool isPlain = type.ends_with('S') || type.find('|') != std::string::npos;
+    const bool isPlain = type.ends_with('S') || type.find_first_of("|,") != std::string::npos;
     return isPlain ? type : "a " + type;
 }
 

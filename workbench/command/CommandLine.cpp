@@ -41,7 +41,7 @@ char DecimalOf(const std::string& text) {
 
 /// Whether an option takes several things with commas between.
 bool TakesList(const CLI::Option& option) {
-    constexpr std::array<std::string_view, 3> types = {"NAMES", "LIST", "TEXTS"};
+    constexpr std::array<std::string_view, 4> types = {"NAMES", "LIST", "TEXTS", "TYPES"};
     return std::ranges::find(types, option.get_type_name()) != types.end();
 }
 

@@ -1,13 +1,16 @@
 // quillara drill: its options.
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
+#include "resources/ControlIds.h"
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DrillFiles.h"
 #include "workbench/command/DrillOptions.h"
 #include "workbench/command/DrillRun.h"
 #include "workbench/command/ResultList.h"
+#include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 
 namespace quillara {
@@ -22,8 +25,11 @@ constexpr const char* Notes =
     "FORMULA: comparisons (= <> < <= > >=), arithmetic, and, or, not, brackets, missing(NAME). A text in\n"
     "double quotes is compared with the labels of a variable, a date is written \"YYYY-MM-DD\"; a name\n"
     "that is no plain word stands in [square brackets].\n"
-    "LIST: summary, frequencies, descriptives, review-frequencies, review-descriptives (default: all, in\n"
-    "this order).\n"
+    "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives\n"
+    "(default: these, in this order); the charts histograms, pies, stacked, review-histograms,\n"
+    "review-pies, review-stacked, and of review variables box, scatter, hist3d.\n"
+    "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD),\n"
+    "sd (mean, SD, 1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
     "Without any of the four variable options, texts and labelled variables of at most 100 distinct\n"
     "values are categorical, all other numbers and dates continuous.\n"
     "\n"
@@ -35,6 +41,18 @@ constexpr const char* Notes =
     "  quillara drill adult.csv --categorical sex,education --continuous age \\\n"
     "      --categorize age=bounds:25,45,65 --down sex=Female --down age=30 \\\n"
     "      --show frequencies --after each --format json --output women.json";
+
+/// Results that are asked for beside --show.
+struct ImpliedResults {
+    bool Box = false;
+};
+
+std::string FolderNamed(const std::string& text) {
+    if (text.empty()) {
+        throw UsageError("No folder is named.");
+    }
+    return text;
+}
 
 void Run(const DrillOptions& options) {
     CheckFiles(options);
@@ -122,6 +140,58 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("FILE");
 }
 
+void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& implied) {
+    const std::string group = "Charts";
+    ChartOptions& charts = options.Charts;
+    const auto add = [&](const std::string& name, const ValueTaker& take, const std::string& help) {
+        return AddValue(command, name, take, help)->group(group);
+    };
+    command.add_flag("--box", implied.Box, "box plots too, behind the results of --show")
+        ->disable_flag_override()
+        ->group(group);
+    const auto takeBoxTypes = [&](const std::string& text) {
+        charts.BoxTypes = ParseBoxTypes(text);
+        implied.Box = true;
+    };
+    add("--box-type", takeBoxTypes, "the same, with these statistics: median, se (default), sd, 1.96se")
+        ->type_name("TYPES");
+    add(
+        "--hist3d", [&](const std::string& text) { charts.Pairs = ParsePairs(text); },
+        "3D histograms too: of each variable X with each variable Y, by names of review variables")
+        ->type_name("X1,X2:Y1,Y2");
+    add(
+        "--plots", [&](const std::string& text) { charts.Folder = FolderNamed(text); },
+        "folder for a file of each chart; made when it isn't there")
+        ->type_name("DIR");
+    add(
+        "--plot-format", [&](const std::string& text) { charts.Format = ParseChartFormat(text); },
+        "kind of these files (default: svg)")
+        ->type_name("svg|png|pdf");
+    add(
+        "--size", [&](const std::string& text) { charts.Look = ParseSize(text); },
+        "pixels of charts in files and in html (default: 900x600)")
+        ->type_name("WIDTHxHEIGHT");
+}
+
+/// Adds results that options beside --show ask for, and refuses charts that lack something.
+void CompleteResults(DrillOptions& options, const ImpliedResults& implied) {
+    std::vector<int>& results = options.Results;
+    const auto isShown = [&results](int button) { return std::ranges::find(results, button) != results.end(); };
+    if (implied.Box && !isShown(ReviewBoxWhiskerButton)) {
+        results.push_back(ReviewBoxWhiskerButton);
+    }
+    if (options.Charts.Pairs && !isShown(Review3DHistogramsButton)) {
+        results.push_back(Review3DHistogramsButton);
+    }
+    if (isShown(Review3DHistogramsButton) && !options.Charts.Pairs) {
+        throw UsageError("--show: hist3d needs the variables of its plots; name them in --hist3d X1,X2:Y1,Y2.");
+    }
+    const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
+    if (options.Charts.Folder && std::ranges::none_of(results, isChart)) {
+        throw UsageError("--plots: no chart is asked for; name some in --show, as: --show histograms,pies.");
+    }
+}
+
 /// The steps in the order in which --down and --up stand on the command line, whichever of the two they are.
 std::vector<DrillStep> StepsInOrder(const CLI::App& command, const CLI::Option* down, const CLI::Option* up) {
     std::vector<DrillStep> steps;
@@ -155,8 +225,11 @@ void AddDrillCommand(CLI::App& program) {
                                 ->type_name("VAR")
                                 ->group("Steps");
     AddResultOptions(*command, *options);
+    const auto implied = std::make_shared<ImpliedResults>();
+    AddChartOptions(*command, *options, *implied);
     AddReadingOptions(*command, options->Reading);
     command->callback([=] {
+        CompleteResults(*options, *implied);
         options->Steps = StepsInOrder(*command, down, up);
         if (options->Names) {
             CheckForRepeats(*options->Names);

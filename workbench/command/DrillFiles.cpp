@@ -4,8 +4,10 @@
 #include <array>
 #include <filesystem>
 
+#include "workbench/command/ChartLibrary.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/PlotFiles.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
@@ -21,12 +23,20 @@ struct DocumentView {
     std::string (*View)(const OutputCollection&);
 };
 
-constexpr std::array<DocumentView, 4> Views{{
+constexpr std::array<DocumentView, 3> Views{{
     {OutputFormat::Text, TextView},
     {OutputFormat::Json, JsonView},
     {OutputFormat::Csv, CsvView},
-    {OutputFormat::Html, HtmlView},
 }};
+
+std::string Shown(const DrillOptions& options, const OutputCollection& outputs) {
+    if (options.Format == OutputFormat::Html) {
+        return HtmlView(outputs, [&options](const GraphDocument& graph) {
+            return PaintChart(graph, options.Charts.Look, ChartFormat::Svg);
+        });
+    }
+    return std::ranges::find(Views, options.Format, &DocumentView::Format)->View(outputs);
+}
 
 void CheckFile(const std::string& option, const std::optional<std::string>& file, const DrillOptions& options) {
     if (file) {
@@ -53,12 +63,16 @@ void CheckFiles(const DrillOptions& options) {
 }
 
 void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
-    const auto* view = std::ranges::find(Views, options.Format, &DocumentView::Format);
-    const std::string documents = view->View(outcome.Outputs);
-    if (options.SaveFile || options.OutputFile) {
+    // All is painted before anything is written.
+    const std::vector<PlotFile> plots = PaintedPlots(options.Charts, outcome.Outputs);
+    const std::string documents = Shown(options, outcome.Outputs);
+    if (options.SaveFile || options.OutputFile || options.Charts.Folder) {
         const InterruptibleWork work;
         if (options.SaveFile) {
             WriteDataFile(*outcome.Subset, *options.SaveFile, IsInterrupted);
+        }
+        if (options.Charts.Folder) {
+            WritePlots(*options.Charts.Folder, plots);
         }
         if (options.OutputFile) {
             ReplaceFile(*options.OutputFile, documents, IsInterrupted);

@@ -1,11 +1,8 @@
 #include "workbench/command/DrillOptions.h"
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
-#include "workbench/command/QuotedText.h"
-#include "workbench/data/Errors.h"
+#include "workbench/command/WordTable.h"
 
 namespace quillara {
 namespace {
@@ -19,26 +16,14 @@ std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, st
     return {std::string(text.substr(0, equals)), text.substr(equals + 1)};
 }
 
-template <typename Meaning, std::size_t Count>
-Meaning Choose(const std::array<std::pair<std::string_view, Meaning>, Count>& words, std::string_view text) {
-    std::string known;
-    for (const auto& [word, meaning] : words) {
-        if (word == text) {
-            return meaning;
-        }
-        known += (known.empty() ? "" : ", ") + std::string(word);
-    }
-    throw UsageError("Unknown value " + Quoted(text) + "; choose from " + known + ".");
-}
-
-constexpr std::array<std::pair<std::string_view, OutputFormat>, 4> FormatWords{{
+constexpr WordTable<OutputFormat, 4> FormatWords{{
     {"text", OutputFormat::Text},
     {"json", OutputFormat::Json},
     {"csv", OutputFormat::Csv},
     {"html", OutputFormat::Html},
 }};
 
-constexpr std::array<std::pair<std::string_view, bool>, 2> AfterWords{{
+constexpr WordTable<bool, 2> AfterWords{{
     {"each", true},
     {"last", false},
 }};

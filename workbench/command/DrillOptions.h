@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "workbench/command/Categorization.h"
+#include "workbench/command/ChartOptions.h"
 #include "workbench/command/VariableChoice.h"
 #include "workbench/formats/ReadOptions.h"
 
@@ -41,6 +42,7 @@ struct DrillOptions {
     std::vector<DrillStep> Steps;
 
     std::vector<int> Results;  ///< buttons, in the order of their documents
+    ChartOptions Charts;
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
     std::optional<std::string> OutputFile;  ///< nothing: standard output

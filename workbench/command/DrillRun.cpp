@@ -11,6 +11,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/QuotedText.h"
+#include "workbench/command/ResultList.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
@@ -54,6 +55,13 @@ bool IsEmpty(const VariableLists& lists) {
     return lists.Categorical.empty() && lists.Continuous.empty();
 }
 
+bool IsAmong(const VariableLists& lists, short variable) {
+    const auto holds = [variable](const std::vector<short>& list) {
+        return std::ranges::find(list, variable) != list.end();
+    };
+    return holds(lists.Categorical) || holds(lists.Continuous);
+}
+
 /// What is in force for all results, for people.
 std::vector<std::string> SettingTexts(const DrillOptions& options) {
     std::vector<std::string> texts;
@@ -86,18 +94,23 @@ class DrillRun {
 
   private:
     AnalysisServices Services();
+    [[nodiscard]] std::vector<short> ReviewVariables(const std::vector<std::string>& names) const;
     void ChooseVariables();
     void PressBoxes();
+    void PressBoxTypes();
     void Categorize(const CategorizedVariable& categorized);
     void Take(const DrillStep& step);
     void GoDown(const std::string& name, const std::string& category);
     void GoUp(const std::string& name);
     void ShowResults();
+    void Show(int button);
     void SaveSubset();
 
     const DrillOptions& Options;
     const DataTable& Table;
     const VariableChoice Variables;
+    std::vector<short> Horizontal;  // the variables of 3D histograms
+    std::vector<short> Vertical;
     ProgressBar Progress;
     DrillOutcome Outcome;
     DrillSession Session;
@@ -110,6 +123,23 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
     outputs.Cases = table.Cases;
     outputs.Variables = static_cast<int>(table.Variables.size());
     outputs.Settings = SettingTexts(options);
+    if (const std::optional<VariablePairs>& pairs = options.Charts.Pairs) {
+        Horizontal = ReviewVariables(pairs->Horizontal);
+        Vertical = ReviewVariables(pairs->Vertical);
+    }
+}
+
+std::vector<short> DrillRun::ReviewVariables(const std::vector<std::string>& names) const {
+    std::vector<short> numbers;
+    for (const std::string& name : names) {
+        const short number = NumberOf(Table, name);
+        if (!IsAmong(Variables.Review, number)) {
+            throw DataError("The variable " + Quoted(name) + " can't be in a 3D histogram: it is no review variable; " +
+                            "name it in --review-categorical or --review-continuous.");
+        }
+        numbers.push_back(number);
+    }
+    return numbers;
 }
 
 AnalysisServices DrillRun::Services() {
@@ -171,6 +201,19 @@ void DrillRun::PressBoxes() {
             Session.Toggle(box);
         }
     }
+    if (!Options.Charts.BoxTypes.empty()) {
+        PressBoxTypes();
+    }
+}
+
+/// One of them is checked from the start.
+void DrillRun::PressBoxTypes() {
+    for (const int box : {MedianQuartileRangeBox, MeanSEAndSDBox, MeanSD196TimesSDBox, MeanSE196TimesSEBox}) {
+        const bool isChecked = box == MeanSEAndSDBox;
+        if (Options.Charts.BoxTypes.contains(box) != isChecked) {
+            Session.Toggle(box);
+        }
+    }
 }
 
 void DrillRun::Categorize(const CategorizedVariable& categorized) {
@@ -221,9 +264,19 @@ void DrillRun::GoUp(const std::string& name) {
 void DrillRun::ShowResults() {
     Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.StepTexts.size());
     for (const int button : Options.Results) {
-        if (Session.CanPress(button)) {
-            Session.Press(button);
+        if (Session.CanPress(EnablingButton(button))) {
+            Show(button);
         }
+    }
+}
+
+void DrillRun::Show(int button) {
+    if (button == Review3DHistogramsButton) {
+        Session.Show3DHistograms(Horizontal, Vertical);
+    } else if (button == EnablingButton(button)) {
+        Session.Press(button);
+    } else {
+        Session.PressHidden(button);
     }
 }
 

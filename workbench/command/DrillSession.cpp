@@ -105,6 +105,14 @@ void DrillSession::Press(int button) {
     Dialogs.Press(button);
 }
 
+void DrillSession::PressHidden(int button) {
+    Dialogs.Command(button);
+}
+
+void DrillSession::Show3DHistograms(const std::vector<short>& horizontal, const std::vector<short>& vertical) {
+    Dialogs.Press(Review3DHistogramsButton, [&](Window& dialog) { ChooseVariables(dialog, horizontal, vertical); });
+}
+
 void DrillSession::ClickDown(short variable) {
     Dialogs.ClickRow(DrillDownListControl, RowOf(Downs, variable));
 }

@@ -42,6 +42,10 @@ class DrillSession {
     [[nodiscard]] bool CanPress(int button);
     /// Presses it; what it makes goes to the services.
     void Press(int button);
+    /// Runs the command of a button that is hidden.
+    void PressHidden(int button);
+    /// Makes the 3D histograms of review variables, each of the first with each of the second.
+    void Show3DHistograms(const std::vector<short>& horizontal, const std::vector<short>& vertical);
 
   private:
     void ClickDown(short variable);

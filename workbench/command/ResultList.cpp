@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <ranges>
 #include <string>
 
 #include "resources/ControlIds.h"
@@ -12,21 +14,40 @@
 namespace quillara {
 namespace {
 
+/// A result, named as in --show.
 struct NamedResult {
     std::string_view Name;
     int Button;
+    int EnabledBy;  ///< the button that is enabled when the result applies
+    std::string_view ChartName;  ///< one of its charts in the name of a file; empty: it makes tables
 };
 
 // clang-format off
-constexpr std::array<NamedResult, 5> Results{{
-    // Name                 Button
-    {"summary",             SummaryButton},
-    {"frequencies",         FrequenciesButton},
-    {"descriptives",        DescriptivesButton},
-    {"review-frequencies",  ReviewFrequenciesButton},
-    {"review-descriptives", ReviewDescriptivesButton},
+constexpr std::array<NamedResult, 14> Results{{
+    // Name                 Button                    EnabledBy                 ChartName
+    {"summary",             SummaryButton,            SummaryButton,            ""},
+    {"frequencies",         FrequenciesButton,        FrequenciesButton,        ""},
+    {"descriptives",        DescriptivesButton,       DescriptivesButton,       ""},
+    {"review-frequencies",  ReviewFrequenciesButton,  ReviewFrequenciesButton,  ""},
+    {"review-descriptives", ReviewDescriptivesButton, ReviewDescriptivesButton, ""},
+    {"histograms",          HistogramsButton,         HistogramsButton,         "histogram"},
+    {"pies",                PieChartsButton,          PieChartsButton,          "pie"},
+    {"stacked",             StackedPlotsButton,       PieChartsButton,          "stacked"},
+    {"review-histograms",   ReviewHistogramsButton,   ReviewHistogramsButton,   "review-histogram"},
+    {"review-pies",         ReviewPieChartsButton,    ReviewPieChartsButton,    "review-pie"},
+    {"review-stacked",      ReviewStackedPlotsButton, ReviewPieChartsButton,    "review-stacked"},
+    {"box",                 ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box"},
+    {"scatter",             ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter"},
+    {"hist3d",              Review3DHistogramsButton, Review3DHistogramsButton, "hist3d"},
 }};
 // clang-format on
+
+constexpr std::size_t DefaultCount = 5;  // the tables
+static_assert(Results[DefaultCount - 1].ChartName.empty() && !Results[DefaultCount].ChartName.empty());
+
+const NamedResult& ResultOf(int button) {
+    return *std::ranges::find(Results, button, &NamedResult::Button);
+}
 
 std::string KnownNames() {
     std::string names;
@@ -59,8 +80,16 @@ std::vector<int> ParseResultList(std::string_view list) {
 
 std::vector<int> DefaultResults() {
     std::vector<int> buttons;
-    std::ranges::transform(Results, std::back_inserter(buttons), &NamedResult::Button);
+    std::ranges::transform(Results | std::views::take(DefaultCount), std::back_inserter(buttons), &NamedResult::Button);
     return buttons;
+}
+
+int EnablingButton(int button) {
+    return ResultOf(button).EnabledBy;
+}
+
+std::string_view ChartFileName(int button) {
+    return ResultOf(button).ChartName;
 }
 
 }  // namespace quillara

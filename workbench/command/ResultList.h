@@ -12,4 +12,10 @@ namespace quillara {
 /// The results that are shown when none are named.
 [[nodiscard]] std::vector<int> DefaultResults();
 
+/// The button that is enabled when a result applies: its own or, for one that is hidden, that of a like result.
+[[nodiscard]] int EnablingButton(int button);
+
+/// What a chart of a result is called in names of files ("review-pie"); empty for a result that makes tables.
+[[nodiscard]] std::string_view ChartFileName(int button);
+
 }  // namespace quillara

@@ -1,5 +1,6 @@
 #include "workbench/data/ExactNumbers.h"
 #include "workbench/documents/DocumentViews.h"
+#include "workbench/documents/GraphTables.h"
 #include "workbench/documents/ShownText.h"
 #include "workbench/formats/DelimitedText.h"
 
@@ -55,15 +56,22 @@ Record RowRecord(const SpreadsheetRow& row) {
     return record;
 }
 
+std::string TableRecords(const SpreadsheetDocument& table) {
+    std::string text = TitleRecords(table) + RecordText(HeaderRecord(table));
+    for (const SpreadsheetRow& row : table.Rows) {
+        text += RecordText(RowRecord(row));
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string CsvView(const OutputCollection& outputs) {
     std::string text;
     for (const OutputEntry& entry : outputs.Entries) {
-        text += text.empty() ? "" : "\n";
-        text += TitleRecords(entry.Spreadsheet) + RecordText(HeaderRecord(entry.Spreadsheet));
-        for (const SpreadsheetRow& row : entry.Spreadsheet.Rows) {
-            text += RecordText(RowRecord(row));
+        for (const SpreadsheetDocument& table : TablesOf(entry.Content)) {
+            text += text.empty() ? "" : "\n";
+            text += TableRecords(table);
         }
     }
     return text;

@@ -34,7 +34,9 @@ constexpr std::array<MemberRow, 4> Members{{
 
 HRESULT ResultDocument::QueryInterface(const GUID& id, void** object) {
     *object = nullptr;
-    if (id == IUnknown::Id || id == IDispatch::Id || id == Kind().Document) {
+    if (void* face = Faces.Find(id)) {
+        *object = face;
+    } else if (id == IUnknown::Id || id == IDispatch::Id || id == Kind().Document) {
         *object = static_cast<IDispatch*>(this);
     } else if (id == IConnectionPointContainer::Id) {
         *object = static_cast<IConnectionPointContainer*>(this);

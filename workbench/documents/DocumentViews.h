@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "workbench/documents/OutputCollection.h"
@@ -12,7 +13,10 @@ namespace quillara {
 [[nodiscard]] std::string JsonView(const OutputCollection& outputs);
 /// The documents as delimited text, one block of records per document with an empty record between.
 [[nodiscard]] std::string CsvView(const OutputCollection& outputs);
-/// The documents as one HTML page that needs no other file.
-[[nodiscard]] std::string HtmlView(const OutputCollection& outputs);
+/// Paints a graph as SVG.
+using GraphPainter = std::function<std::string(const GraphDocument&)>;
+/// The documents as one HTML page that needs no other file. Graphs stand beside the frequency tables of their
+/// variables, each as a picture; without a painter as its numbers.
+[[nodiscard]] std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint = {});
 
 }  // namespace quillara

@@ -6,7 +6,7 @@ namespace quillara {
 
 /// The style sheet of the page that HtmlView makes. Where a table's box is narrow, names of rows wrap and bars shrink
 /// before the box scrolls. A table cell of class "share" shows its custom property --share,
-/// 0 to 100, as a bar beside its number.
+/// 0 to 100, as a bar beside its number. Pictures are painted on white: in the dark they stand in a light frame.
 inline constexpr std::string_view htmlStyle = R"css(
 :root {
   color-scheme: light dark;
@@ -75,6 +75,14 @@ td.share {
 }
 tbody tr:hover > * { background-color: var(--panel); }
 .none { color: var(--soft); }
+.chart { margin: 0 0 2.25rem; max-width: 56rem; }
+.picture {
+  display: block; width: 100%; height: auto; background: #ffffff; border: 1px solid var(--line); border-radius: .4rem;
+}
+.chart summary { padding: .4rem 0; color: var(--soft); font-size: .875rem; cursor: pointer; }
+.beside { display: flex; flex-wrap: wrap; gap: 0 2.5rem; align-items: flex-start; }
+.beside > .result { flex: 1 1 24rem; min-width: 0; }
+.beside > .chart { flex: 1 1 28rem; min-width: 0; max-width: 46rem; }
 @media (max-width: 64rem) {
   .page-head { padding: 1.25rem 1.25rem 1rem; }
   .layout { display: block; }
@@ -119,7 +127,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   .caption { max-width: 40rem; }
   td.long { min-width: 0; }
   caption, h2 { break-after: avoid; }
-  tr { break-inside: avoid; }
+  tr, .picture { break-inside: avoid; }
 }
 )css";
 

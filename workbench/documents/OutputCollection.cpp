@@ -4,7 +4,7 @@
 
 namespace quillara {
 
-void OutputCollection::Add(SpreadsheetDocument document, const DocumentOrigin& origin) {
+void OutputCollection::Add(DocumentContent document, const DocumentOrigin& origin) {
     Entries.push_back({origin.Command, origin.Sequence, Step, std::move(document)});
 }
 

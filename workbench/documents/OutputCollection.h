@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/documents/SpreadsheetDocument.h"
 
 namespace quillara {
 
@@ -14,7 +13,7 @@ struct OutputEntry {
     int Command = 0;  ///< number of the button that made it
     int Sequence = 0;  ///< its place among the documents of that command, from 1
     int Step = 0;  ///< drill steps, down and up, taken before it
-    SpreadsheetDocument Spreadsheet;
+    DocumentContent Content;
 };
 
 /// The documents of one run, in the order in which they were made, and what they were made from.
@@ -28,7 +27,7 @@ struct OutputCollection {
     int Step = 0;  ///< what the documents that come next belong to
 
     /// Takes a document.
-    void Add(SpreadsheetDocument document, const DocumentOrigin& origin);
+    void Add(DocumentContent document, const DocumentOrigin& origin);
 };
 
 }  // namespace quillara

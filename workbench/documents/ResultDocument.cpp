@@ -5,12 +5,22 @@
 #include "workbench/documents/OpenDocuments.h"
 
 namespace quillara {
+namespace {
 
-ResultDocument::ResultDocument(SpreadsheetDocument content, DocumentOrigin origin)
-    : Sheet(std::move(content)),
+std::uint64_t NextNumber() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
+}  // namespace
+
+ResultDocument::ResultDocument(DocumentContent content, DocumentOrigin origin)
+    : Held(std::move(content)),
       MadeBy(origin),
-      Point(static_cast<IDispatch&>(*this), SpreadsheetKind.Events),
-      Window(*this) {}
+      MadeAs(NextNumber()),
+      Point(static_cast<IDispatch&>(*this), Kind().Events),
+      Window(*this),
+      Faces(*this) {}
 
 ResultDocument::~ResultDocument() {
     if (Documents != nullptr) {
@@ -18,7 +28,7 @@ ResultDocument::~ResultDocument() {
     }
 }
 
-CountedPointer<ResultDocument> ResultDocument::Create(SpreadsheetDocument content, DocumentOrigin origin,
+CountedPointer<ResultDocument> ResultDocument::Create(DocumentContent content, DocumentOrigin origin,
                                                       OpenDocuments& documents) {
     auto document = CountedPointer<ResultDocument>::Share(new ResultDocument(std::move(content), origin));
     documents.Add(*document);
@@ -90,10 +100,11 @@ bool ResultDocument::SetVisible(bool visible) {
 }
 
 bool ResultDocument::TakeContentOf(ResultDocument& fresh) {
-    if (Closed || &fresh == this) {
+    if (Closed || &fresh == this || Held.index() != fresh.Held.index()) {
         return false;
     }
-    Sheet = std::exchange(fresh.Sheet, {});
+    std::swap(Held, fresh.Held);
+    std::visit([](auto& left) { left = {}; }, fresh.Held);
     return true;
 }
 

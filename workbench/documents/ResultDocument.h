@@ -1,16 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <variant>
 
 #include "host/DocumentInterfaces.h"
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
 #include "workbench/documents/DocumentEvents.h"
+#include "workbench/documents/GraphDocument.h"
+#include "workbench/documents/GraphFaces.h"
 #include "workbench/documents/SpreadsheetDocument.h"
 
 namespace quillara {
 
 class OpenDocuments;
+
+/// What a result document holds.
+using DocumentContent = std::variant<SpreadsheetDocument, GraphDocument>;
 
 /// Where a result document comes from.
 struct DocumentOrigin {
@@ -26,7 +32,7 @@ struct DocumentOrigin {
 class ResultDocument final : public IDispatch, public IConnectionPointContainer {
   public:
     /// Makes a document and enters it among `documents`, of which it tells no more once they have gone.
-    [[nodiscard]] static CountedPointer<ResultDocument> Create(SpreadsheetDocument content, DocumentOrigin origin,
+    [[nodiscard]] static CountedPointer<ResultDocument> Create(DocumentContent content, DocumentOrigin origin,
                                                                OpenDocuments& documents);
     ResultDocument(const ResultDocument&) = delete;
     ResultDocument& operator=(const ResultDocument&) = delete;
@@ -59,19 +65,27 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
     /// Shows or hides the window. Showing a closed document fails: false.
     bool SetVisible(bool visible);
     /// Moves the content of another document here, which leaves that one empty. False, and nothing moves, when this one
-    /// is closed or is the other one.
+    /// is closed, is the other one or is of another kind.
     bool TakeContentOf(ResultDocument& fresh);
+    /// Whether the bars of a graph can be picked.
+    void SetBrushable(bool brushable) { Brushable = brushable; }
     /// The documents that it was entered in have gone.
     void Detach() { Documents = nullptr; }
 
     // State
 
-    [[nodiscard]] const SpreadsheetDocument& Content() const { return Sheet; }
+    [[nodiscard]] const DocumentContent& Content() const { return Held; }
+    /// The content of a spreadsheet, or of a graph; null for the other.
+    [[nodiscard]] const SpreadsheetDocument* Spreadsheet() const { return std::get_if<SpreadsheetDocument>(&Held); }
+    [[nodiscard]] const GraphDocument* Graph() const { return std::get_if<GraphDocument>(&Held); }
     [[nodiscard]] const DocumentOrigin& Origin() const { return MadeBy; }
-    [[nodiscard]] const DocumentKind& Kind() const { return SpreadsheetKind; }
+    [[nodiscard]] const DocumentKind& Kind() const { return Graph() != nullptr ? GraphKind : SpreadsheetKind; }
+    /// Its place among all documents made in this run, from 1.
+    [[nodiscard]] std::uint64_t Number() const { return MadeAs; }
     [[nodiscard]] bool IsSaved() const { return Saved; }
     [[nodiscard]] bool IsVisible() const { return Visible; }
     [[nodiscard]] bool IsMinimized() const { return State == WindowState::Minimized; }
+    [[nodiscard]] bool IsBrushable() const { return Brushable; }
     [[nodiscard]] bool IsClosed() const { return Closed; }
     [[nodiscard]] const DocumentEvents& Events() const { return Point; }
 
@@ -90,21 +104,24 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
         ResultDocument& Document;
     };
 
-    ResultDocument(SpreadsheetDocument content, DocumentOrigin origin);
+    ResultDocument(DocumentContent content, DocumentOrigin origin);
     ~ResultDocument();
     void LeaveForGood();
     HRESULT Get(DISPID member, VARIANT* result);
     HRESULT Put(DISPID member, const DISPPARAMS& parameters);
 
-    SpreadsheetDocument Sheet;
+    DocumentContent Held;
     DocumentOrigin MadeBy;
+    std::uint64_t MadeAs;
     OpenDocuments* Documents = nullptr;  // not owned; null once they have gone
     DocumentEvents Point;
     OutputWindow Window;
+    GraphFaces Faces;
     WindowState State = WindowState::Normal;
     std::uint32_t References = 0;
     bool Saved = false;
     bool Visible = false;
+    bool Brushable = false;
     bool Closed = false;
 };
 

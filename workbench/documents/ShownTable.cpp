@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "workbench/documents/GraphTables.h"
 #include "workbench/documents/NumberTexts.h"
 #include "workbench/documents/ShownText.h"
 
@@ -93,6 +94,15 @@ ShownTable ShowTable(const SpreadsheetDocument& document) {
         ShowColumn(document, column, table);
     }
     return table;
+}
+
+std::vector<ShownTable> ShowTables(const DocumentContent& content) {
+    std::vector<ShownTable> tables;
+    for (const SpreadsheetDocument& table : TablesOf(content)) {
+        tables.push_back(ShowTable(table));
+        tables.back().IsContinued = tables.size() > 1;
+    }
+    return tables;
 }
 
 std::vector<StepResults> ResultsByStep(const OutputCollection& outputs) {

@@ -31,9 +31,13 @@ struct ShownTable {
     std::string Corner;
     std::vector<ShownColumn> Columns;
     std::vector<ShownRow> Rows;
+    bool IsContinued = false;  ///< a further table of the document before it, without a title of its own
 };
 
 [[nodiscard]] ShownTable ShowTable(const SpreadsheetDocument& document);
+
+/// The table of a spreadsheet, or those with the numbers of a graph: at least one, of which the first bears the title.
+[[nodiscard]] std::vector<ShownTable> ShowTables(const DocumentContent& content);
 
 /// The results of one step: entries First up to, but without, Last of the collection.
 struct StepResults {

@@ -94,12 +94,16 @@ std::string Drawing(const ShownTable& table) {
     return table.Rows.empty() ? text + "(no rows)\n" : text;
 }
 
+/// With an empty line behind them; none above the later ones of several tables of a graph.
 std::string TitleLines(const ShownTable& table) {
+    if (table.IsContinued) {
+        return {};
+    }
     std::string text = table.Title + '\n';
     for (const std::string& line : table.CaptionLines) {
         text += line + '\n';
     }
-    return text;
+    return text + '\n';
 }
 
 std::string Heading(const OutputCollection& outputs, int step) {
@@ -121,9 +125,10 @@ std::string TextView(const OutputCollection& outputs) {
             text += Heading(outputs, step.Step);
         }
         for (std::size_t i = step.First; i < step.Last; ++i) {
-            const ShownTable table = ShowTable(outputs.Entries[i].Spreadsheet);
-            begin();
-            text += TitleLines(table) + '\n' + Drawing(table);
+            for (const ShownTable& table : ShowTables(outputs.Entries[i].Content)) {
+                begin();
+                text += TitleLines(table) + Drawing(table);
+            }
         }
     }
     return text;

@@ -7,13 +7,17 @@
 #include "workbench/data/Errors.h"
 #include "workbench/support/AnalysisState.h"
 #include "workbench/support/DialogHost.h"
+#include "workbench/support/ObjectModel.h"
 
 namespace quillara {
 
-AnalysisDocument::AnalysisDocument(const DataTable& table) : Host(std::make_unique<AnalysisState>(table, Services)) {}
+AnalysisDocument::AnalysisDocument(const DataTable& table) : Host(std::make_unique<AnalysisState>(table, Services)) {
+    EnterAnalysis(*Host);
+}
 
 AnalysisDocument::~AnalysisDocument() {
     Close();
+    LeaveAnalysis(*Host);
 }
 
 void AnalysisDocument::Close() {
@@ -73,7 +77,9 @@ void AnalysisDocument::RunMessages() {
     if (const Window* window = StartupWindow(); window != nullptr && window->IsClosed() && !isBusy) {
         Host->Dialogs.Startup.reset();
     }
-    Host->Documents.LetHiddenGo();
+    if (!isBusy) {
+        Host->Documents.LetHiddenGo();
+    }
 }
 
 const DataTable& AnalysisDocument::Table() const {

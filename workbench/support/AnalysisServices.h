@@ -4,15 +4,27 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "workbench/data/DataTable.h"
+
+class CGraphBrushRgnGraph;
 
 namespace quillara {
 
 class ResultDocument;
 class SettingsStore;
 class Window;
+
+/// A cycle of picking bars of a graph.
+struct BrushingRun {
+    ResultDocument& Document;
+    CGraphBrushRgnGraph& Regions;  ///< the bars, the one selected at the start, and then the one picked
+    std::vector<std::string> Options;  ///< what can be done with a bar
+    int Choice = 0;  ///< the option taken
+};
 
 /// What an analysis asks of the people and programs around it. Members left empty have the quiet outcome. None
 /// but WorkIn may throw, other than for an allocation failure.
@@ -26,6 +38,9 @@ struct AnalysisServices {
     /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the
     /// midst of its result: this may not call back into it.
     std::function<void(ResultDocument&)> TakeDocument;
+    /// Lets the user pick a bar of a brushing graph: a script marks the picked region and the option, and gives true;
+    /// false: the user has left, which is also what happens without this service.
+    std::function<bool(BrushingRun&)> Brush;
     /// Takes a finished data table.
     std::function<void(std::shared_ptr<const DataTable>)> TakeData;
     /// Where settings are kept from run to run; outlives the document. Null: they last as long as the document.

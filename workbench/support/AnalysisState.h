@@ -13,6 +13,7 @@
 #include "host/CaseBlocks.h"
 #include "host/Commons.h"
 #include "workbench/documents/OpenDocuments.h"
+#include "workbench/documents/ResultDocument.h"
 #include "workbench/support/AnalysisDocument.h"
 #include "workbench/support/NewTables.h"
 #include "workbench/support/TableCaseBlocks.h"
@@ -47,12 +48,20 @@ struct ProgressState {
     bool Running = false;
 };
 
+/// The cases that the plots of one command are made of.
+struct KeptPlotRows {
+    CaseFilter Filter = nullptr;  ///< null: none are kept
+    std::uint64_t Command = 0;  ///< number of the command
+    std::vector<std::uint32_t> Rows;
+};
+
 /// What the dialogs of an analysis stand on. Windows go before the queue does.
 struct DialogState {
     MessageQueue Queue;
     std::unique_ptr<CAnalysisModelessDialog> Startup;  ///< null: no startup dialog, or it has ended
     std::optional<ActiveCommand> Command;  ///< the message of the startup dialog that runs
     bool IsAutomated = false;  ///< a script drives the analysis
+    std::uint64_t CommandCount = 0;  ///< messages of dialogs so far, the one that runs included
     int ModalWindows = 0;  ///< that stand open
     std::exception_ptr Failure;  ///< of a script in a modal window; not yet told
     std::map<std::string, std::int32_t> Settings;  ///< those of a document without a store
@@ -97,6 +106,8 @@ struct AnalysisState {
     TableCaseBlocks Blocks;
     NewTables Tables;  ///< data tables that are being written, and those finished
     OpenDocuments Documents;
+    KeptPlotRows PlotRowsOfCommand;
+    CountedPointer<ResultDocument> LastRouted;  ///< the document that went its normal way last
     DialogState Dialogs;
 
   private:

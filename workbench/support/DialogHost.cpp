@@ -27,6 +27,7 @@ class CommandScope {
         : Command(state.Dialogs.Command), IsOutermost(!Command) {
         if (IsOutermost) {
             Command = ActiveCommand{message, wParam, 0};
+            ++state.Dialogs.CommandCount;
         }
     }
     CommandScope(const CommandScope&) = delete;

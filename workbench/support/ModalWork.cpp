@@ -9,26 +9,11 @@
 namespace quillara {
 namespace {
 
-/// While a modal window stands open, the startup window can't be used.
-class StartupBlock {
-  public:
-    explicit StartupBlock(AnalysisState& state) : State(state) {
-        ++State.Dialogs.ModalWindows;
-        Enable(false);
+void EnableStartup(AnalysisState& state, bool enable) {
+    if (const CAnalysisModelessDialog* startup = state.Dialogs.Startup.get()) {
+        DialogHost::WindowOf(*startup)->Enabled = enable;
     }
-    StartupBlock(const StartupBlock&) = delete;
-    StartupBlock& operator=(const StartupBlock&) = delete;
-    ~StartupBlock() { Enable(--State.Dialogs.ModalWindows == 0); }
-
-  private:
-    void Enable(bool enable) {
-        if (const CAnalysisModelessDialog* startup = State.Dialogs.Startup.get()) {
-            DialogHost::WindowOf(*startup)->Enabled = enable;
-        }
-    }
-
-    AnalysisState& State;
-};
+}
 
 /// Whether somebody has worked in the window and may be asked again.
 bool WorkIn(AnalysisState& state, Window& window) {
@@ -45,6 +30,15 @@ bool WorkIn(AnalysisState& state, Window& window) {
 }
 
 }  // namespace
+
+StartupBlock::StartupBlock(AnalysisState& state) : State(state) {
+    ++State.Dialogs.ModalWindows;
+    EnableStartup(State, false);
+}
+
+StartupBlock::~StartupBlock() {
+    EnableStartup(State, --State.Dialogs.ModalWindows == 0);
+}
 
 int RunModal(AnalysisState& state, Window& window) {
     const StartupBlock block(state);

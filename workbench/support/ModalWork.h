@@ -6,6 +6,18 @@ namespace quillara {
 
 struct AnalysisState;
 
+/// While one stands, the startup window can't be used.
+class StartupBlock {
+  public:
+    explicit StartupBlock(AnalysisState& state);
+    StartupBlock(const StartupBlock&) = delete;
+    StartupBlock& operator=(const StartupBlock&) = delete;
+    ~StartupBlock();
+
+  private:
+    AnalysisState& State;
+};
+
 /// Starts a window and lets the user, or the script that stands in for one, work in it until it is closed. When nobody
 /// answers it is cancelled. Gives what it was closed with. An exception of the script cancels the window and reaches
 /// whoever runs the document's messages.

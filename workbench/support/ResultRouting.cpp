@@ -26,14 +26,17 @@ std::string TextOf(const DocumentOrigin& origin) {
 
 }  // namespace
 
-void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, SpreadsheetDocument content) {
+void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentContent content) {
     const DocumentOrigin origin = NextOrigin(state);
     const auto document = ResultDocument::Create(std::move(content), origin, state.Documents);
     state.Trace("Route " + TextOf(origin));
     auto forAnalysis = CountedPointer<IDispatch>::Share(document.Get());
     if (analysis.BeforeRouteOutput(forAnalysis.Get())) {
         forAnalysis.Detach();
-    } else if (state.Services.TakeDocument) {
+        return;
+    }
+    state.LastRouted = document;
+    if (state.Services.TakeDocument) {
         state.Services.TakeDocument(*document);
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/documents/SpreadsheetDocument.h"
+#include "workbench/documents/ResultDocument.h"
 
 class CAnalysisSupport;
 
@@ -10,6 +10,6 @@ struct AnalysisState;
 
 /// Makes a document of a result and sends it on its way: the analysis may take it; else it goes to who takes the
 /// documents of the analysis. Throws nothing but an allocation failure.
-void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, SpreadsheetDocument content);
+void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentContent content);
 
 }  // namespace quillara

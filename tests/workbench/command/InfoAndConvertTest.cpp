@@ -15,6 +15,13 @@ struct InfoAndConvert : testing::Test {
                    "height,2,tall,two metres\n"
                    "sex,Female,F,\n");
     }
+    void PutLarge(int cases) const {
+        std::string large = "number,text\n";
+        for (int number = 0; number < cases; ++number) {
+            large += std::to_string(number) + ",text " + std::to_string(number % 1000) + "\n";
+        }
+        Folder.Put("large.csv", large);
+    }
     const TemporaryFolder Folder;
 };
 
@@ -69,9 +76,8 @@ TEST_F(InfoAndConvert, ConvertedDataReadBackTheSame) {
         before = "copy." + extension;
         EXPECT_EQ(VariablesOf(Folder, before), variables) << extension;
     }
-    EXPECT_EQ(
-        Quillara(Folder, "convert small.csv pipe.sav --decimal ,", "mkfifo pipe.sav; cat pipe.sav >out.sav &").Status,
-        0);
+    const std::string reader = "mkfifo pipe.sav; cat pipe.sav >out.sav &";
+    EXPECT_EQ(Quillara(Folder, "convert small.csv pipe.sav --decimal , && wait", reader).Status, 0);
     EXPECT_EQ(VariablesOf(Folder, "out.sav"), variables);
 }
 
@@ -88,17 +94,8 @@ TEST_F(InfoAndConvert, WhatCannotBeWrittenIsOneLine) {
     EXPECT_EQ(Folder.Files(), 2U);
 }
 
-struct LargeConversion : InfoAndConvert {
-    LargeConversion() {
-        std::string large = "number,text\n";
-        for (int number = 0; number < 400'000; ++number) {
-            large += std::to_string(number) + ",text " + std::to_string(number % 1000) + "\n";
-        }
-        Folder.Put("large.csv", large);
-    }
-};
-
-TEST_F(LargeConversion, FullDiskKeepsTheFileThatWasThere) {
+TEST_F(InfoAndConvert, FullDiskKeepsTheFileThatWasThere) {
+    PutLarge(20'000);
     for (const std::string name : {"copy.csv", "copy.sav", "copy.zsav", "copy.dta"}) {
         const std::string copy = Folder.Put(name, "before");
         EXPECT_EQ(Quillara(Folder, "convert large.csv " + name, "trap '' XFSZ; ulimit -f 64;").Status, 1);
@@ -109,13 +106,14 @@ TEST_F(LargeConversion, FullDiskKeepsTheFileThatWasThere) {
     }
 }
 
-TEST_F(LargeConversion, ASignalKeepsTheFileThatWasThere) {
+TEST_F(InfoAndConvert, ASignalKeepsTheFileThatWasThere) {
+    PutLarge(400'000);
     const struct {
         const char* Name;
         const char* Signal;
     } cases[] = {{"copy.csv", "INT"}, {"copy.sav", "INT"}, {"copy.dta", "TERM"}, {"copy.zsav", "HUP"}};
     for (const auto& [name, signal] : cases) {
-        for (const int milliseconds : {20, 200, 400, 600, 800}) {
+        for (const int milliseconds : {20, 200, 400, 600}) {
             const std::string copy = Folder.Put(name, "before");
             const std::string wait = std::to_string(milliseconds / 1000.0);
             const Outcome outcome =

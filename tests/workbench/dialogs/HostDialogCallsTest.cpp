@@ -10,6 +10,7 @@
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
+#include "workbench/support/AnalysisState.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {

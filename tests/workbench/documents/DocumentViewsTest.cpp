@@ -244,5 +244,193 @@ TEST(JsonView, Cells) {
     }
 }
 
+OutputCollection Graphs(const std::vector<GraphDocument>& graphs) {
+    OutputCollection outputs;
+    for (const GraphDocument& graph : graphs) {
+        outputs.Add(graph, {9061, 1});
+    }
+    return outputs;
+}
+
+/// Two bars, of which the second was never counted.
+GraphDocument Bars() {
+    GraphDocument graph;
+    graph.Title = {"Histogram of drill-down variable: sex", "N Total: 8"};
+    graph.Flags = 130;
+    graph.Options[0] = {8, 0, 0};
+    graph.X = {"sex", 0.0, 3.0, 1.0, {{1.0, "Female"}, {2.0, "M<\xE2\x82"}}};
+    graph.Y = {"Number of counts", 0.0, 0.5, 1.0, {}};
+    graph.Series = {{"", 5, 0, 0, 12, 0.9, 0, {{1.0, 2.5}, {Limits::quiet_NaN(), Limits::quiet_NaN()}}, {}}};
+    return graph;
+}
+
+GraphDocument Computed(ChartKind chart, std::variant<std::monostate, BoxPlot, ScatterMatrix, Histogram3DPlot> plot) {
+    GraphDocument graph;
+    graph.Chart = chart;
+    graph.Title = {"Plot"};
+    graph.Computed = std::move(plot);
+    return graph;
+}
+
+const GraphDocument Boxes =
+    Computed(ChartKind::Box, BoxPlot{BoxType::MedianQuartilesRange,
+                                     {{"age", "Age", 5, 40.0, 30.0, 50.5, 20.0, 70.0, {100.0, 110.0}, {200.0}},
+                                      {"size", "", 0, 0.0, 0.0, 0.0, 0.0, 0.0, {}, {}}}});
+const GraphDocument Scatter = Computed(
+    ChartKind::Scatter,
+    ScatterMatrix{8,
+                  {{"a", "A", 3, 1.0, 2.0, 1.5, 0.5, {1.0, 0.5, {1.0, 2.0}}}, {"b", "", 3, 0.0, 9.0, 4.0, 1.0, {}}},
+                  {{}, {2, 0.5, 1.0, 0.25, {{1.0F, 2.0F}}, {}}, {2, Limits::quiet_NaN(), 1.0, 4.0, {}, {}}, {}}});
+const GraphDocument Bars3D =
+    Computed(ChartKind::Histogram3D, Histogram3DPlot{{"sex", "", {"F", "M"}}, {"age", "Age", {"1"}}, {3.0, 4.0}, 7});
+
+GraphDocument Slices() {
+    GraphDocument graph = Bars();
+    graph.Chart = ChartKind::Pie;
+    graph.Series = {{"", 10, 0, 0, 0, 0.9, 192, {{1.0, 3.0}, {2.0, 4.0}, {0.0, 0.0}}, {"Female", "Male", ""}}};
+    return graph;
+}
+
+/// Two columns: layers of 20, 30 and 50 percent from below; all of one layer.
+GraphDocument Layers() {
+    GraphDocument graph;
+    graph.Chart = ChartKind::Stacked;
+    graph.Title = {"Shares"};
+    graph.X.Labels = {{1.0, "sex"}, {2.0, "city"}};
+    for (const auto& [first, second] : {std::pair{100.0, 100.0}, {50.0, 0.0}, {20.0, -1.0}, {0.0, -1.0}}) {
+        const bool isReached = second >= 0.0;
+        graph.Series.emplace_back().Points = {{1.0, first}, isReached ? GraphPoint{2.0, second} : GraphPoint{}};
+    }
+    return graph;
+}
+
+TEST(GraphViews, TextShowsTheNumbers) {
+    EXPECT_EQ(TextView(Graphs({Bars(), Slices(), Layers()})), R"(Histogram of drill-down variable: sex
+N Total: 8
+
+Category  Count
+--------  -----
+Female      2.5
+
+
+Histogram of drill-down variable: sex
+N Total: 8
+
+Category  Count
+--------  -----
+Female        3
+Male          4
+
+Shares
+
+                             Cumulative
+Variable  Layer  Percent(%)  Percent(%)
+--------  -----  ----------  ----------
+sex           1          20          20
+sex           2          30          50
+sex           3          50         100
+city          1         100         100
+)");
+    EXPECT_EQ(TextView(Graphs({Boxes, Scatter, Bars3D})), R"(Plot
+
+                            Lower     Upper    Lower    Upper  Outlying  Extreme
+Variable  Cases  Median  Quartile  Quartile  Whisker  Whisker    Values   Values
+--------  -----  ------  --------  --------  -------  -------  --------  -------
+age           5      40        30      50.5       20       70         2        1
+size          0                                                       0        0
+
+Plot
+
+Variable  Cases  Minimum  Maximum  Mean  Std.Dev.
+--------  -----  -------  -------  ----  --------
+a             3        1        2   1.5       0.5
+b             3        0        9   4.0       1.0
+
+y by x  Cases  Correlation  Intercept  Slope
+------  -----  -----------  ---------  -----
+a by b      2          0.5          1   0.25
+b by a      2                       1   4.00
+
+Plot
+
+age by sex  F  M
+----------  -  -
+1           3  4
+)");
+}
+
+TEST(GraphViews, CsvHasTheSameTables) {
+    EXPECT_EQ(CsvView(Graphs({Scatter, Bars3D})), R"(Plot
+Variable,Cases,Minimum,Maximum,Mean,Std.Dev.
+a,3,1,2,1.5,0.5
+b,3,0,9,4,1
+
+y by x,Cases,Correlation,Intercept,Slope
+a by b,2,0.5,1,0.25
+b by a,2,,1,4
+
+Plot
+age by sex,F,M
+1,3,4
+)");
+}
+
+TEST(GraphViews, JsonHoldsTheNumbersOfTheCall) {
+    EXPECT_THAT(JsonView(Graphs({Bars()})), HasSubstr(R"json(
+  {"kind": "graph", "command": 9061, "sequence": 1, "step": 0, "chart": "histogram",
+   "title": ["Histogram of drill-down variable: sex", "N Total: 8"],
+   "flags": 130,
+   "options": [[8, 0, 0], [0, 0, 0], [0, 0, 0]],
+   "x": {"caption": "sex", "min": 0, "max": 3, "step": 1, "labels": [{"at": 1, "text": "Female"}, {"at": 2, "text": "M<"}]},
+   "y": {"caption": "Number of counts", "min": 0, "max": 0.5, "step": 1, "labels": []},
+   "series": [
+    {"kind": 5, "color": 12, "width": 0.9, "flags": 0, "points": [[1, 2.5], [null, null]], "labels": []}]}]}
+)json"));
+}
+
+TEST(GraphViews, JsonHoldsTheStatisticsDrawn) {
+    EXPECT_EQ(
+        Between(JsonView(Graphs({Boxes})), "\"series\": [\n", "]}]}\n"),
+        R"json(    {"kind": 52, "variable": "age", "label": "Age", "cases": 5, "middle": 40, "box": [30, 50.5], "whiskers": [20, 70], "outliers": [100, 110], "extremes": [200]},
+    {"kind": 52, "variable": "size", "label": "", "cases": 0, "middle": null, "box": null, "whiskers": null, "outliers": [], "extremes": [])json"
+        "}");
+    EXPECT_EQ(
+        Between(JsonView(Graphs({Scatter})), "\"series\": [\n", "]}]}\n"),
+        R"json(    {"variable": "a", "label": "A", "cases": 3, "min": 1, "max": 2, "mean": 1.5, "deviation": 0.5, "histogram": {"low": 1, "step": 0.5, "counts": [1, 2]}},
+    {"variable": "b", "label": "", "cases": 3, "min": 0, "max": 9, "mean": 4, "deviation": 1, "histogram": {"low": 0, "step": 1, "counts": []}},
+    {"x": "b", "y": "a", "cases": 2, "correlation": 0.5, "intercept": 1, "slope": 0.25},
+    {"x": "a", "y": "b", "cases": 2, "correlation": null, "intercept": 1, "slope": 4})json");
+    EXPECT_EQ(
+        Between(JsonView(Graphs({Bars3D})), "\"series\": [\n", "]}]}\n"),
+        R"json(    {"x": {"variable": "sex", "label": "", "labels": ["F", "M"]}, "y": {"variable": "age", "label": "Age", "labels": ["1"]}, "cases": 7, "counts": [[3, 4]]})json");
+}
+
+TEST(GraphViews, HtmlHasThePictureBesideItsTable) {
+    const auto paint = [](const GraphDocument& graph) {
+        return "<?xml?>\n<svg width=\"1mm\"\n viewBox=\"0 0 9 6\"\n "
+               "xmlns=\"http://x\">\n<title>t</title>\n<defs>\n</defs>\n"
+               "<g fill=\"none\" stroke-width=\"1\" >\n\n<g fill=\"none\" stroke-opacity=\"1\" "
+               "transform=\"matrix(1,0,0,1,0,0)\"\n"
+               "font-size=\"12\" \n>\n</g>\n<g fill=\"#ffffff\" fill-opacity=\"1\"\nfont-size=\"12\" \n>\n<text>" +
+               graph.Title.back() + "</text>\n</g>\n</g>\n</svg>\n";
+    };
+    OutputCollection outputs = Collection({Frequencies});
+    outputs.Add(Summary, {9058, 1});
+    outputs.Add(Bars(), {9061, 1});
+    outputs.Add(Boxes, {9084, 1});
+    const std::string page = HtmlView(outputs, paint);
+    EXPECT_EQ(Between(page, "<figure class=\"chart\" id=\"chart-3\">", "</figure>"), R"(
+<svg class="picture" role="img" aria-labelledby="chart-3-title" viewBox="0 0 9 6" stroke-linecap="square" stroke-linejoin="bevel"><title id="chart-3-title">Histogram of drill-down variable: sex</title>
+<g fill="none" ><g fill="#ffffff"><text>N Total: 8</text>
+</g>
+</g>
+</svg>
+)");
+    EXPECT_LT(page.find("id=\"chart-3\""), page.find("id=\"table-2\""));
+    EXPECT_THAT(page, HasSubstr("<details><summary>Numbers</summary>"));
+    EXPECT_THAT(page, Not(HasSubstr("http")));
+    EXPECT_THAT(HtmlView(outputs), AllOf(HasSubstr("Quartile"), Not(HasSubstr("<svg"))));
+}
+
 }  // namespace
 }  // namespace quillara

@@ -41,7 +41,7 @@ struct Listener final : IDispatch {
 
 struct Documents : testing::Test {
     CountedPointer<ResultDocument> Make(const std::string& corner = "") {
-        return ResultDocument::Create({{}, corner, {}, {}}, {9060, 1}, *Open);
+        return ResultDocument::Create(SpreadsheetDocument{{}, corner, {}, {}}, {9060, 1}, *Open);
     }
     static CountedPointer<IConnectionPoint> PointOf(ResultDocument& document) {
         IConnectionPoint* point = nullptr;
@@ -215,11 +215,11 @@ TEST_F(Documents, ContentMovesIntoAnOpenDocument) {
     const auto old = Make("old");
     const auto fresh = Make("fresh");
     EXPECT_TRUE(old->TakeContentOf(*fresh));
-    EXPECT_EQ(old->Content().Corner + '|' + fresh->Content().Corner, "fresh|");
+    EXPECT_EQ(old->Spreadsheet()->Corner + '|' + fresh->Spreadsheet()->Corner, "fresh|");
     EXPECT_FALSE(old->TakeContentOf(*old));
     fresh->Close();
     EXPECT_FALSE(fresh->TakeContentOf(*old));
-    EXPECT_EQ(old->Content().Corner, "fresh");
+    EXPECT_EQ(old->Spreadsheet()->Corner, "fresh");
 }
 
 }  // namespace

@@ -308,11 +308,11 @@ TEST(WriteDataFile, KeepsTheOldFileOnCancelAtAnyMoment) {
                 return true;
             }
         };
-        int moments = 0;
-        while (isEndedAt(moments + 1)) {
-            ++moments;
+        int moment = 1;
+        while (isEndedAt(moment)) {
+            moment += 1 + moment / 3;
         }
-        EXPECT_GT(moments, 1) << name;
+        EXPECT_GT(moment, 2) << name;
     }
     EXPECT_EQ(folder.Files(), 4U);
 }

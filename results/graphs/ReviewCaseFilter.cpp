@@ -1,0 +1,80 @@
+#include "results/graphs/ReviewCaseFilter.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+#include "engine/DrillDown.h"
+
+std::int16_t Histogram3DXVar = 0;
+std::int16_t Histogram3DYVar = 0;
+
+namespace {
+
+/// The steps of the plot being made.
+std::span<const FilterCondition> Steps;
+
+/// The conditions of the drill filter as those of a plot.
+std::vector<FilterCondition> PlotConditions(const CompiledFilter& filter) {
+    std::vector<FilterCondition> conditions;
+    for (FilterCondition condition : filter) {
+        // Intended: an unknown method ends the test with the case kept, unlike a known one; steps behind it don't
+        // count.
+        if (condition.Rule == KeepRule::Everything) {
+            break;
+        }
+        // Intended: a step on Missing drops every case, unlike in the drill filter, which keeps the missing ones;
+        // review plots don't follow such a step.
+        if (condition.Rule == KeepRule::MissingOnly) {
+            condition.Rule = KeepRule::Nothing;
+        }
+        conditions.push_back(condition);
+    }
+    return conditions;
+}
+
+/// Intended: a NaN is dropped by an interval (a, b], unlike in the drill filter, which lets it pass; the host's plots
+/// depend on numbers.
+bool Keeps(const FilterCondition& condition, double value) {
+    return condition.Keeps(value) && (condition.Rule != KeepRule::OpenClosed || value > condition.Lower);
+}
+
+}  // namespace
+
+ReviewCaseFilterScope::ReviewCaseFilterScope(CDrillDown& analysis) {
+    const CompiledFilter filter(analysis);
+    if (filter) {
+        Conditions = PlotConditions(filter);
+        Compiled = true;
+    }
+    Steps = Conditions;
+}
+
+ReviewCaseFilterScope::~ReviewCaseFilterScope() {
+    Steps = {};
+}
+
+int ReviewCaseFilter(char*, long*, const double* values, float* x, float* y) {
+    // Intended: the host's array begins with variable 1, unlike a case buffer, whose first value is spare.
+    for (const FilterCondition& step : Steps) {
+        if (!Keeps(step, values[step.VarNo - 1])) {
+            return 1;
+        }
+    }
+    if (x != nullptr && y != nullptr) {
+        *x = static_cast<float>(values[Histogram3DXVar]);
+        *y = static_cast<float>(values[Histogram3DYVar]);
+    }
+    return 0;
+}
+
+int ReviewCaseFilterXY(char* reserved1, long* reserved2, const double* values, float* x, float* y) {
+    float pairX = 0.0F;
+    float pairY = 0.0F;
+    if (ReviewCaseFilter(reserved1, reserved2, values, &pairX, &pairY) != 0) {
+        return 1;
+    }
+    *x = pairX;
+    *y = pairY;
+    return 0;
+}

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "engine/DrillDown.h"
+#include "results/graphs/GraphTexts.h"
+#include "results/graphs/ReviewCaseFilter.h"
+#include "results/tables/ResultTexts.h"
+
+namespace {
+
+/// An option of the startup dialog and the host's code of the box plot that it asks for.
+struct BoxPlotOption {
+    std::int16_t CDrillDown::*IsOn;
+    unsigned short TypeCode;
+};
+
+// Intended: the codes aren't in the order of the options, unlike the calls; 53 and 54 are the host's numbers.
+// clang-format off
+constexpr std::array<BoxPlotOption, 4> BoxPlotOptions{{
+    // Option                             Code
+    {&CDrillDown::PlotMedianQuartileRange, 52},
+    {&CDrillDown::PlotMeanSEAndSD,         54},
+    {&CDrillDown::PlotMeanSD196TimesSD,    53},
+    {&CDrillDown::PlotMeanSE196TimesSE,    55},
+}};
+// clang-format on
+
+constexpr int DetailedMatrixLimit = 15;
+constexpr unsigned short DetailedMatrix = 204;
+constexpr unsigned short PlainMatrix = 68;
+constexpr unsigned short Histogram3DType = 4;
+
+void ShowBoxPlot(CDrillDown& analysis, unsigned short typeCode) {
+    analysis.CategorizedVarBoxAndWhisker(typeCode, analysis.GetResourceString(BoxPlotTitleText),
+                                         analysis.DrillString().c_str(), nullptr, nullptr, 0, analysis.NoRVContinuous,
+                                         analysis.RVContinuous, nullptr, ReviewCaseFilter);
+}
+
+/// Lets the user choose the two lists of variables to pair. Gives the dialog's result.
+int ChoosePairs(CDrillDown& analysis, HWND parent) {
+    const int reviews = analysis.GetDrillReviewsSize();
+    std::int16_t* const behind = std::copy_n(analysis.RVCategorical, analysis.NoRVCategorical, analysis.AllReviewVars);
+    std::copy_n(analysis.RVContinuous, analysis.NoRVContinuous, behind);
+    return analysis.DoubleVarListDialog(
+        parent, 0, analysis.GetResourceString(SelectPairsText), analysis.AllReviewVars, 1, reviews, 1, reviews,
+        2 * reviews, analysis.FirstVarList, &analysis.FirstVarCount, analysis.SecondVarList, &analysis.SecondVarCount,
+        analysis.GetResourceString(FirstListText), analysis.GetResourceString(SecondListText), 0, nullptr, 0, 0);
+}
+
+void ShowHistogram3D(CDrillDown& analysis, std::int16_t first, std::int16_t second) {
+    Histogram3DXVar = static_cast<std::int16_t>(first - 1);
+    Histogram3DYVar = static_cast<std::int16_t>(second - 1);
+    const std::string title = FillFormat(analysis.GetResourceString(Histogram3DTitleText),
+                                         {NameField(analysis, first), NameField(analysis, second)});
+    analysis.Histogram3D(Histogram3DType, Histogram3DXVar, Histogram3DYVar, 0, 0, nullptr, nullptr, 0, title.c_str(),
+                         nullptr, analysis.DrillString().c_str(), nullptr, 0, nullptr, ReviewCaseFilterXY);
+}
+
+}  // namespace
+
+std::int16_t CDrillDown::RVBoxWhiker(HWND) {
+    if (std::all_of(BoxPlotOptions.begin(), BoxPlotOptions.end(),
+                    [this](const BoxPlotOption& option) { return this->*option.IsOn == 0; })) {
+        dsplst(0, GetResourceString(CheckBoxPlotText));
+        return 0;
+    }
+    BringUpToDate();
+    const ReviewCaseFilterScope filter(*this);
+    if (!filter) {
+        return 0;
+    }
+    for (const BoxPlotOption& option : BoxPlotOptions) {
+        if (this->*option.IsOn != 0) {
+            ShowBoxPlot(*this, option.TypeCode);
+        }
+    }
+    return 1;
+}
+
+std::int16_t CDrillDown::RVScatterPlot(HWND) {
+    BringUpToDate();
+    const ReviewCaseFilterScope filter(*this);
+    if (!filter) {
+        return 0;
+    }
+    // Intended: the caption is part of the title and stands as the full text, unlike in other graphs, which give its
+    // key as a line of its own; the host's matrix has one title.
+    std::string caption = DrillString();
+    ExpandPossible8CharHash(caption);
+    const std::string title = FillFormat(GetResourceString(CorrelationsTitleText), {caption});
+    // Intended: from 15 variables on the cells are plain, unlike in a smaller matrix, which has room for more.
+    const unsigned short flags = NoRVContinuous < DetailedMatrixLimit ? DetailedMatrix : PlainMatrix;
+    const short status = CorrelationScatterplot(flags, 0, NoRVContinuous, RVContinuous, 0, nullptr, 0, nullptr, nullptr,
+                                                CaseLine.Line, ReviewCaseFilter, title);
+    return status == 1 ? 0 : 1;
+}
+
+int CDrillDown::RV3DHistograms(short, HWND window) {
+    if (ChoosePairs(*this, window) == 0) {
+        return 0;
+    }
+    const ReviewCaseFilterScope filter(*this);
+    if (!filter) {
+        return 0;
+    }
+    for (std::int16_t first = 0; first < FirstVarCount; ++first) {
+        for (std::int16_t second = 0; second < SecondVarCount; ++second) {
+            ShowHistogram3D(*this, FirstVarList[first], SecondVarList[second]);
+        }
+    }
+    return 1;
+}

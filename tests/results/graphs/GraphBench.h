@@ -1,0 +1,109 @@
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/engine/DrillBench.h"
+#include "workbench/documents/GraphDocument.h"
+#include "workbench/documents/ResultDocument.h"
+
+namespace drilltest {
+
+/// A drill bench that keeps the graphs shown.
+class GraphBench : public testing::Test, public DrillBench {
+  protected:
+    GraphBench() : DrillBench(Road::Columns) {}
+
+    void Open(quillara::DataTable table) {
+        DrillBench::Open(std::move(table));
+        Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
+            if (const quillara::GraphDocument* graph = shown.Graph()) {
+                Shown.push_back(*graph);
+            }
+        };
+    }
+    void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
+
+    /// Runs a command and gives its result.
+    int Run(std::int16_t (CDrillDown::*command)(HWND)) { return (Analysis().*command)(nullptr); }
+    int Run(int (CDrillDown::*command)(short, HWND)) { return (Analysis().*command)(0, nullptr); }
+
+    /// Runs a command: the first title line of each chart shown and its first series with the x labels,
+    /// "title [a:2 b:1]", then the result and the messages if they aren't 1 and none.
+    template <typename Command>
+    std::string Bars(Command command) {
+        const int result = Run(command);
+        std::ostringstream text;
+        for (const quillara::GraphDocument& graph : std::exchange(Shown, {})) {
+            text << graph.Title.front() << " [" << BarsOf(graph) << "] ";
+        }
+        for (const std::string& message : TakeMessages()) {
+            text << message << ' ';
+        }
+        return text.str() + (result == 1 ? "" : "gave " + std::to_string(result));
+    }
+
+    /// Runs a command: all that the calls gave, a few lines a chart.
+    template <typename Command>
+    std::string Calls(Command command) {
+        Run(command);
+        std::string text;
+        for (const quillara::GraphDocument& graph : std::exchange(Shown, {})) {
+            text += CallOf(graph);
+        }
+        return text;
+    }
+
+    std::vector<quillara::GraphDocument> Shown;
+
+  private:
+    static std::string BarsOf(const quillara::GraphDocument& graph) {
+        std::ostringstream text;
+        const char* separator = "";
+        for (std::size_t bar = 0; bar < graph.Series.front().Points.size(); ++bar) {
+            const auto& labels = graph.Series.front().Labels;
+            text << std::exchange(separator, " ")
+                 << (labels.empty()        ? graph.X.Labels.at(bar).Text
+                     : bar < labels.size() ? labels[bar]
+                                           : "")
+                 << ':' << graph.Series.front().Points[bar].Y;
+        }
+        return text.str();
+    }
+
+    static std::string CallOf(const quillara::GraphDocument& graph) {
+        std::ostringstream text;
+        for (const std::string& line : graph.Title) {
+            text << line << '\n';
+        }
+        text << "flags " << graph.Flags << " options";
+        for (const auto& triple : graph.Options) {
+            text << ' ' << triple[0] << ',' << triple[1] << ',' << triple[2];
+        }
+        text << "\nx " << AxisOf(graph.X) << "\ny " << AxisOf(graph.Y) << '\n';
+        for (const quillara::GraphSeries& series : graph.Series) {
+            text << "kind " << series.Kind << ' ' << series.AttributeB << ' ' << series.AttributeC << " colour "
+                 << series.Color << " width " << series.Width << " flags " << series.Flags << ':';
+            for (std::size_t point = 0; point < series.Points.size(); ++point) {
+                text << ' ' << series.Points[point].X << ',' << series.Points[point].Y
+                     << (series.Labels.empty() ? "" : "=" + series.Labels[point]);
+            }
+            text << '\n';
+        }
+        return text.str();
+    }
+
+    /// "'caption' 0 to 3 by 1: 1=a 2=b".
+    static std::string AxisOf(const quillara::GraphAxis& axis) {
+        std::ostringstream text;
+        text << '\'' << axis.Caption << "' " << axis.Min << " to " << axis.Max << " by " << axis.Step << ':';
+        for (const quillara::AxisLabel& label : axis.Labels) {
+            text << ' ' << label.At << '=' << label.Text;
+        }
+        return text.str();
+    }
+};
+
+}  // namespace drilltest

@@ -1,0 +1,87 @@
+#include "workbench/charts/AxisLabels.h"
+
+#include <gtest/gtest.h>
+#include <QStringList>
+
+#include <cmath>
+
+#include "workbench/charts/ChartStyle.h"
+#include "workbench/charts/NumberAxis.h"
+#include "workbench/charts/OffscreenApplication.h"
+
+namespace quillara {
+namespace {
+
+TextStyle Style() {
+    EnsureApplication();
+    return StyleOf({}).Text();
+}
+
+/// Equal labels at equal distances in a room of 200 pixels' depth, as "how they stand, how many labels".
+std::string FormOf(int count, double distance, const QString& text) {
+    std::vector<AxisSpot> spots;
+    for (int i = 0; i < count; ++i) {
+        spots.push_back({200.0 + i * distance, text});
+    }
+    const AxisLabels labels = LabelsBelow(spots, {0.0, 400.0 + count * distance, 200.0}, Style());
+    if (labels.Texts.empty()) {
+        return "nothing";
+    }
+    const double angle = labels.Texts.front().Angle;
+    const bool isWrapped = labels.Texts.size() > labels.Ticks.size();
+    const char* form = isWrapped ? "wrapped" : angle == 0.0 ? "level" : angle == -45.0 ? "slanted" : "upright";
+    return std::string(form) + " " + std::to_string(labels.Ticks.size());
+}
+
+TEST(AxisLabels, TakeTheMostReadableFormThatHasRoom) {
+    struct Row {
+        int Count;
+        double Distance;
+        const char* Text;
+        const char* Form;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {0,   100.0, "Divorced",                       "nothing"},
+        {1,   100.0, "Divorced",                       "level 1"},
+        {5,   100.0, "Divorced",                       "level 5"},
+        {5,   100.0, "Married, spouse absent",         "wrapped 5"},
+        {5,    40.0, "Separated-and-more",             "slanted 5"},
+        {20,   16.0, "Separated-and-more",             "upright 20"},
+        {100,   8.0, "Separated-and-more",             "upright 50"},
+        {100,   8.0, "17",                             "level 20"},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        EXPECT_EQ(FormOf(row.Count, row.Distance, QString::fromUtf8(row.Text)), row.Form) << row.Text << row.Distance;
+    }
+}
+
+TEST(AxisLabels, BesideAreThinnedByTheirHeight) {
+    std::vector<AxisSpot> spots;
+    for (int i = 0; i < 100; ++i) {
+        spots.push_back({10.0 + i * 4.0, QStringLiteral("label")});
+    }
+    EXPECT_EQ(LabelsBeside(spots, {0.0, 420.0, 100.0}, Style()).Texts.size(), 20U);
+}
+
+std::string Joined(double low, double high, int most) {
+    QStringList texts;
+    for (const AxisMark& mark : RoundNumbers(low, high, most)) {
+        texts.append(mark.Text);
+    }
+    return texts.join(' ').toStdString();
+}
+
+TEST(RoundNumbers, AreRoundAndInsideTheBounds) {
+    EXPECT_EQ(Joined(0.0, 10.0, 11), "0 1 2 3 4 5 6 7 8 9 10");
+    EXPECT_EQ(Joined(0.0, 10.0, 10), "0 2 4 6 8 10");
+    EXPECT_EQ(Joined(-0.3, 0.35, 5), "-0.2 0.0 0.2");
+    EXPECT_EQ(Joined(2.5, 2.5, 5), "2.5");
+    EXPECT_EQ(Joined(1e9, 3e9, 5), "1e+09 1.5e+09 2e+09 2.5e+09 3e+09");
+    EXPECT_EQ(Joined(std::nan(""), std::nan(""), 5), "");
+    EXPECT_EQ(Joined(1.0, std::nextafter(1.0, 2.0), 5).substr(0, 1), "1");
+}
+
+}  // namespace
+}  // namespace quillara

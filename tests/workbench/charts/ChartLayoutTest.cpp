@@ -1,0 +1,199 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <qcustomplot.h>
+
+#include <QImage>
+#include <algorithm>
+
+#include "tests/workbench/charts/TestGraphs.h"
+#include "workbench/charts/ChartPainter.h"
+#include "workbench/charts/OffscreenApplication.h"
+
+namespace quillara {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+const Names educations = {"Bachelors", "Some-college", "Prof-school, any", "Adult <basic> & more", "Missing"};
+const Numbers fiveCounts = {725.0, 4456.0, 3.5, 812.0, 363.0};
+
+/// A chart as it was painted once.
+class Painted {
+  public:
+    explicit Painted(const GraphDocument& document, QSize size = {900, 600}) : Size(size) {
+        EnsureApplication();
+        Plot = std::make_unique<QCustomPlot>();
+        BuildChart(*Plot, document, {size.width(), size.height(), false});
+        QImage image(size, QImage::Format_RGB32);
+        PaintPlot(*Plot, image, size);
+    }
+
+    std::vector<std::string> Texts() const {
+        std::vector<std::string> texts;
+        for (const PlacedText& text : ChartTexts(*Plot)) {
+            texts.push_back(text.Text.toStdString());
+        }
+        return texts;
+    }
+
+    /// What is wrong with the places of the texts.
+    std::vector<std::string> Faults() const {
+        const std::vector<PlacedText> texts = ChartTexts(*Plot);
+        const QRectF picture = QRectF(QPointF(), QSizeF(Size)).adjusted(-0.5, -0.5, 0.5, 0.5);
+        std::vector<std::string> faults;
+        for (auto text = texts.begin(); text != texts.end(); ++text) {
+            const std::string words = text->Text.toStdString();
+            if (!picture.contains(text->Outline().boundingRect())) {
+                faults.push_back(words + " leaves the picture");
+            }
+            const auto other =
+                std::find_if(texts.begin(), text, [&](const PlacedText& one) { return Overlap(one, *text); });
+            if (other != text) {
+                faults.push_back(words + " overlaps " + other->Text.toStdString());
+            }
+            if (words.ends_with("\u2026") && text->Whole.isEmpty()) {
+                faults.push_back(words + " is cut without a tip");
+            }
+        }
+        return faults;
+    }
+
+    /// The tips of all marks, from the back to the front.
+    std::vector<std::string> Tips() const {
+        std::vector<std::string> tips;
+        for (const ChartSpot& spot : ChartSpots(*Plot)) {
+            tips.push_back(spot.Tip.toStdString());
+        }
+        return tips;
+    }
+
+    /// What lies in the middle of the i-th mark, as "series/point tip".
+    std::string UnderMark(std::size_t i) const {
+        const ChartSpot mark = ChartSpots(*Plot).at(i);
+        return At(mark.Outline.boundingRect().center());
+    }
+
+    std::string At(QPointF point) const {
+        const auto spot = ChartSpotAt(*Plot, point);
+        return spot ? std::to_string(spot->Series) + "/" + std::to_string(spot->Point) + " " + spot->Tip.toStdString()
+                    : "nothing";
+    }
+
+  private:
+    QSize Size;
+    std::unique_ptr<QCustomPlot> Plot;
+};
+
+struct LayoutCase {
+    const char* Name;
+    GraphDocument Document;
+};
+
+std::vector<LayoutCase> EveryKind() {
+    const std::string longName = "the present marital status of the person who was interviewed";
+    std::string steps = "N Total: 32561, Selected: 71";
+    for (const std::string& name : Numbered(25, "variable number ")) {
+        steps += "\n" + name + " = 10<x<=20, a category with a long name";
+    }
+    const Numbers many(300, 12.25);
+    return {
+        {"two bars", Histogram({"Female", "Male"}, {10771, 21790}, 50000)},
+        {"long labels", Histogram(educations, fiveCounts, 5000)},
+        {"300 numbers", Histogram(Numbered(300, ""), many, 20)},
+        {"300 names", Histogram(Numbered(300, "Occupation no. "), many, 20)},
+        {"no cases", Histogram({"a", "b"}, {0, 0}, 1)},
+        {"axis of no length", Histogram({"a", "b"}, {0.2, 0.4}, 0)},
+        {"long heading", Titled(Histogram({"a"}, {1}, 2), {"Histogram of review variable: " + longName + longName})},
+        {"long caption", Titled(Histogram({"a"}, {1}, 2), {"Heading", steps})},
+        {"two slices", Pie({"Female", "Male"}, {10771, 21790})},
+        {"long slices", Pie({longName, "b", longName, "c"}, {4, 1, 3, 1})},
+        {"tiny slices", Pie(Numbered(12, "Slice "), {1000, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1})},
+        {"twenty slices", Pie(Numbered(20, "Category "), Numbers(20, 3.0))},
+        {"300 slices", Pie(Numbered(300, "Occupation no. "), many)},
+        {"layers", Stacked({"sex", "race"}, {{40, 60}, {20, 30, 50}})},
+        {"forty columns", Stacked(Numbered(40, "variable "), std::vector<Numbers>(40, Numbers(50, 2.0)))},
+        {"boxes", Boxes(3, BoxType::MedianQuartilesRange)},
+        {"forty boxes", Boxes(40, BoxType::MeanSEAndSD)},
+        {"one variable", Matrix(1, "x")},
+        {"five variables", Matrix(5, "hours-per-week ")},
+        {"twenty variables", Matrix(20, "a rather long name ")},
+        {"2 x 2", Bars3D({"Female", "Male"}, {"<=50K", ">50K"})},
+        {"20 x 20", Bars3D(Numbered(20, "Category "), Numbered(20, longName))},
+        {"60 x 30", Bars3D(Numbered(60, "Category "), Numbered(30, longName))},
+    };
+}
+
+TEST(ChartLayout, TextsNeitherOverlapNorLeaveThePicture) {
+    for (const LayoutCase& row : EveryKind()) {
+        for (const QSize size : {QSize(480, 320), QSize(900, 600), QSize(1600, 1000), QSize(480, 900)}) {
+            EXPECT_THAT(Painted(row.Document, size).Faults(), IsEmpty()) << row.Name << " at " << size.width();
+        }
+    }
+}
+
+TEST(ChartLayout, TextsAreShownWholeWhereThereIsRoom) {
+    const auto texts = Painted(Histogram(educations, fiveCounts, 5000)).Texts();
+    for (const std::string& name : educations) {
+        EXPECT_THAT(texts, Contains(name));
+    }
+    EXPECT_THAT(texts, Contains("sex = Female"));
+    EXPECT_THAT(texts, Contains("Number of counts"));
+    EXPECT_THAT(texts, Contains("3.5"));
+}
+
+TEST(ChartLayout, ThinnedLabelsKeepMissing) {
+    Names names = Numbered(300, "");
+    names.emplace_back("Missing");
+    EXPECT_THAT(Painted(Histogram(names, Numbers(301, 1.0), 2)).Texts(), Contains("Missing"));
+}
+
+TEST(ChartLayout, NothingToShowIsSaid) {
+    EXPECT_THAT(Painted(Histogram({"a"}, {0}, 1)).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Histogram({}, {}, 1)).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Pie({"a", "b"}, {0, 0})).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Boxes(0, BoxType::MeanSEAndSD)).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Matrix(0, "x")).Texts(), Contains("No variables"));
+    EXPECT_THAT(Painted(Bars3D({}, {})).Texts(), Contains("No cases"));
+}
+
+TEST(ChartLayout, LegendOfBoxesTellsTheType) {
+    EXPECT_THAT(Painted(Boxes(1, BoxType::MedianQuartilesRange)).Texts(),
+                testing::IsSupersetOf({"Median", "25%-75%", "Range without outliers", "Outliers", "Extremes"}));
+    EXPECT_THAT(Painted(Boxes(1, BoxType::MeanSEAnd196SE)).Texts(),
+                testing::IsSupersetOf({"Mean", "Mean \u00B1 SE", "Mean \u00B1 1.96*SE"}));
+}
+
+TEST(ChartSpots, BarUnderAPoint) {
+    const Painted chart(Histogram({"Female", "<other>"}, {3, 1}, 5));
+    EXPECT_THAT(chart.Tips(), ElementsAre("Female: 3 (75.0%)", "<other>: 1 (25.0%)"));
+    EXPECT_EQ(chart.UnderMark(0), "0/0 Female: 3 (75.0%)");
+    EXPECT_EQ(chart.UnderMark(1), "0/1 <other>: 1 (25.0%)");
+    EXPECT_EQ(chart.At({1.0, 1.0}), "nothing");
+}
+
+TEST(ChartSpots, LayersLieBetweenNeighbouringSeries) {
+    const Painted chart(Stacked({"sex", "race"}, {{40, 60}, {20, 30, 50}}));
+    EXPECT_THAT(chart.Tips(), ElementsAre("sex: 60.0%", "race: 50.0%", "sex: 40.0%", "race: 30.0%", "race: 20.0%"));
+    EXPECT_EQ(chart.UnderMark(2), "1/0 sex: 40.0%");
+}
+
+TEST(ChartSpots, SlicesLeaveOutTheEmptyPointAndGatherSmallOnes) {
+    EXPECT_THAT(Painted(Pie({"a", "b"}, {1, 3})).Tips(), ElementsAre("a: 1 (25.0%)", "b: 3 (75.0%)"));
+    Numbers counts(300, 1.0);
+    counts[7] = 100.0;
+    const auto tips = Painted(Pie(Numbered(300, "n"), counts)).Tips();
+    EXPECT_THAT(tips, Contains("n8: 100 (25.1%)"));
+    EXPECT_THAT(tips, Contains(testing::StartsWith("Other (")));
+    EXPECT_LT(tips.size(), 100U);
+}
+
+TEST(ChartSpots, ForemostBarOfA3DHistogramIsFound) {
+    const Painted chart(Bars3D({"a", "b"}, {"c"}));
+    EXPECT_EQ(chart.UnderMark(2), "-1/1 b, c: 7 (100.0%)");
+}
+
+}  // namespace
+}  // namespace quillara

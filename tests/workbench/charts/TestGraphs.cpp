@@ -1,0 +1,131 @@
+#include "tests/workbench/charts/TestGraphs.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillara {
+namespace {
+
+GraphDocument Graph(ChartKind kind) {
+    GraphDocument document;
+    document.Chart = kind;
+    document.Title = {"Heading of the chart", "N Total: 32561, Selected: 10771\nsex = Female"};
+    return document;
+}
+
+void SetCategories(GraphAxis& axis, const Names& names, const std::string& caption) {
+    axis.Caption = caption;
+    axis.Max = static_cast<double>(names.size()) + 1.0;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        axis.Labels.push_back({static_cast<double>(i) + 1.0, names[i]});
+    }
+}
+
+GraphSeries Series(const Numbers& counts, int color) {
+    GraphSeries series{.Name = {}, .Kind = 5, .Color = color, .Width = 0.9, .Points = {}, .Labels = {}};
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        series.Points.push_back({static_cast<double>(i) + 1.0, counts[i]});
+    }
+    return series;
+}
+
+ScatterVariable Variable(const std::string& name) {
+    return {.Name = name,
+            .LongName = "its long name",
+            .Cases = 5,
+            .Min = -1.0,
+            .Max = 12345.0,
+            .Histogram = {0.0, 4000.0, {1.0, 3.0, 1.0}}};
+}
+
+}  // namespace
+
+Names Numbered(int count, const std::string& name) {
+    Names names;
+    for (int i = 1; i <= count; ++i) {
+        names.push_back(name + std::to_string(i));
+    }
+    return names;
+}
+
+GraphDocument Histogram(const Names& categories, const Numbers& counts, double top) {
+    GraphDocument document = Graph(ChartKind::Histogram);
+    SetCategories(document.X, categories, "sex");
+    document.Y = {"Number of counts", 0.0, top, 1.0, {}};
+    const int labels = top > 5.0 ? 10 : static_cast<int>(top) + 1;
+    for (int i = 0; i <= labels; ++i) {
+        const double at = top > 5.0 ? i * top / 10.0 : i;
+        document.Y.Labels.push_back({at, std::to_string(static_cast<int>(at))});
+    }
+    document.Series = {Series(counts, 12)};
+    return document;
+}
+
+GraphDocument Pie(const Names& categories, const Numbers& counts) {
+    GraphDocument document = Graph(ChartKind::Pie);
+    document.Series = {Series(counts, 1)};
+    document.Series.front().Points.push_back({0.0, 0.0});
+    document.Series.front().Labels = categories;
+    document.Series.front().Labels.emplace_back();
+    return document;
+}
+
+GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares) {
+    GraphDocument document = Graph(ChartKind::Stacked);
+    SetCategories(document.X, variables, "");
+    document.Y = {"Relative number of cases(%)", 0.0, 100.1, 20.0, {}};
+    const std::size_t most = std::ranges::max(shares, {}, &Numbers::size).size() + 1;
+    document.Series.assign(most, Series(Numbers(variables.size()), 12));
+    for (std::size_t column = 0; column < variables.size(); ++column) {
+        double height = 100.0;
+        for (std::size_t series = 0; series < most; ++series) {
+            const std::size_t layers = shares[column].size();
+            document.Series[series].Color = static_cast<int>(series);
+            document.Series[series].Points[column] =
+                series <= layers ? GraphPoint{static_cast<double>(column) + 1.0, height} : GraphPoint{0.0, 0.0};
+            height -= series < layers ? shares[column][layers - 1 - series] : 0.0;
+        }
+    }
+    return document;
+}
+
+GraphDocument Boxes(int count, BoxType type) {
+    GraphDocument document = Graph(ChartKind::Box);
+    BoxPlot plot{type, {}};
+    for (const std::string& name : Numbered(count, "variable ")) {
+        plot.Boxes.push_back({name, "", 10, 5.0, 4.0, 6.0, 2.0, 8.0, {10.0}, {30.0}});
+    }
+    document.Computed = plot;
+    return document;
+}
+
+GraphDocument Matrix(int variables, const std::string& name) {
+    GraphDocument document = Graph(ChartKind::Scatter);
+    ScatterMatrix matrix{.Flags = 204, .Variables = {}, .Cells = {}};
+    for (int row = 0; row < variables; ++row) {
+        matrix.Variables.push_back(Variable(name + std::to_string(row)));
+        for (int column = 0; column < variables; ++column) {
+            matrix.Cells.push_back(row == column ? ScatterCell{}
+                                                 : ScatterCell{5, 0.5, 1.0, 2.0, {{0.0F, 1.0F}, {5.0F, 100.0F}}, {}});
+        }
+    }
+    document.Computed = matrix;
+    return document;
+}
+
+GraphDocument Bars3D(const Names& columns, const Names& rows) {
+    GraphDocument document = Graph(ChartKind::Histogram3D);
+    Histogram3DPlot plot{{"education", "", columns}, {"workclass", "", rows}, {}, 0};
+    for (std::size_t i = 0; i < columns.size() * rows.size(); ++i) {
+        plot.Counts.push_back(static_cast<double>(i * 7 % 50));
+    }
+    document.Computed = plot;
+    return document;
+}
+
+GraphDocument Titled(GraphDocument document, const std::vector<std::string>& title) {
+    document.Title = title;
+    return document;
+}
+
+}  // namespace quillara

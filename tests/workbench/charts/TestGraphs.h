@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "workbench/documents/GraphDocument.h"
+
+namespace quillara {
+
+using Names = std::vector<std::string>;
+using Numbers = std::vector<double>;
+
+/// `count` names: "Name 1", "Name 2", ...
+Names Numbered(int count, const std::string& name);
+
+// Graphs as the analysis and the host hand them over.
+GraphDocument Histogram(const Names& categories, const Numbers& counts, double top);
+GraphDocument Pie(const Names& categories, const Numbers& counts);
+/// Columns of shares in percent, from the bottom up.
+GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares);
+GraphDocument Boxes(int count, BoxType type);
+GraphDocument Matrix(int variables, const std::string& name);
+GraphDocument Bars3D(const Names& columns, const Names& rows);
+
+GraphDocument Titled(GraphDocument document, const std::vector<std::string>& title);
+
+}  // namespace quillara

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "workbench/charts/ChartArea.h"
+#include "workbench/documents/GraphDocument.h"
+
+namespace quillara {
+
+/// The analysis's name of the bar and slice of cases without a value.
+inline const QString missingName = QStringLiteral("Missing");
+
+/// An axis as the document gives it.
+[[nodiscard]] AreaAxis GivenAxis(const GraphAxis& axis);
+/// The label at a position; empty when there is none.
+[[nodiscard]] QString LabelAt(const GraphAxis& axis, double at);
+/// The counts of points, all with the same number of decimals.
+[[nodiscard]] std::vector<QString> CountTexts(const std::vector<GraphPoint>& points);
+[[nodiscard]] QString CountText(double count);
+[[nodiscard]] QString PercentText(double part, double total);
+/// "Female: 10771 (33.1%)"; without the share when there is no total.
+[[nodiscard]] QString CountTip(const QString& name, double count, double total);
+
+}  // namespace quillara

@@ -1,0 +1,167 @@
+#include "workbench/charts/ChartArea.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quillara {
+namespace {
+
+constexpr double tickLength = 4.0;
+constexpr double labelGap = 6.0;  // between the axis and the labels on the left
+constexpr double captionGap = 4.0;
+constexpr double rightRoom = 10.0;
+constexpr double leftShare = 0.35;  // of the width, for labels
+constexpr double belowShare = 0.38;  // of the height, for labels
+constexpr double captionShare = 0.55;  // of the height, for the caption on the left
+constexpr double numberDistance = 45.0;  // pixels between round numbers, at least
+constexpr double outside = 1e-6;  // of a range, for labels on its bounds
+
+void SetUpAxis(QCPAxis* axis, const NumberRange& range, const ChartStyle& style) {
+    axis->setTicks(false);
+    axis->setTickLabels(false);
+    axis->grid()->setVisible(false);
+    axis->setBasePen(QPen(style.Frame, 1.0));
+    axis->setRange(range.Low, range.High);
+}
+
+QStringList CaptionLines(const QString& caption, const TextStyle& style, double width) {
+    return caption.isEmpty() ? QStringList() : WrappedLines(caption, style, width);
+}
+
+double CaptionRoom(const QStringList& lines, const TextStyle& style) {
+    return lines.isEmpty() ? 0.0 : static_cast<double>(lines.size()) * LineHeight(style) + captionGap;
+}
+
+/// Low labels on the left and high ones below must not meet at the corner.
+double GapBelow(const TextStyle& style) {
+    return LineHeight(style) / 2 + 2.0;
+}
+
+int Pixels(double length) {
+    return static_cast<int>(std::ceil(length));
+}
+
+/// A centre for a text that lies between two bounds as long as the text has room there.
+double CentreInside(double centre, double length, double low, double high) {
+    return high - low < length ? (low + high) / 2 : std::clamp(centre, low + length / 2, high - length / 2);
+}
+
+}  // namespace
+
+ChartArea::ChartArea(QCustomPlot* plot, ChartStyle style, AreaAxis bottom, AreaAxis left)
+    : QCPAxisRect(plot, false), Style(std::move(style)), BottomAxis(std::move(bottom)), LeftAxis(std::move(left)) {
+    setAutoMargins(QCP::msNone);
+    addAxes(QCPAxis::atBottom | QCPAxis::atLeft);
+    SetUpAxis(Bottom(), BottomAxis.Range, Style);
+    SetUpAxis(Left(), LeftAxis.Range, Style);
+    setRangeDragAxes(Bottom(), Left());
+    setRangeZoomAxes(Bottom(), Left());
+}
+
+void ChartArea::update(UpdatePhase phase) {
+    if (phase == upLayout) {
+        PlacedTexts.clear();
+        PlacedMarks.clear();
+        Arrange();
+        ArrangeMarks();
+    }
+    QCPAxisRect::update(phase);
+}
+
+std::vector<AxisSpot> ChartArea::SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const {
+    const QCPRange range = scale.range();
+    const int most = std::clamp(static_cast<int>(room / numberDistance), 2, 11);
+    const std::vector<AxisMark> numbers =
+        axis.HasRoundNumbers ? RoundNumbers(range.lower, range.upper, most) : axis.Labels;
+    std::vector<AxisSpot> spots;
+    for (const AxisMark& mark : numbers) {
+        const double slack = range.size() * outside;
+        if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
+            spots.push_back({scale.coordToPixel(mark.At), mark.Text});
+        }
+    }
+    return spots;
+}
+
+void ChartArea::Arrange() {
+    const QRectF outer(outerRect());
+    const TextStyle text = Style.Text();
+    const int top = Pixels(LineHeight(text) / 2);
+    setMargins(QMargins(0, top, 0, Pixels(outer.height() * belowShare)));
+    const LabelRoom leftRoom{outer.top(), outer.bottom(), outer.width() * leftShare};
+    const QStringList leftCaption = CaptionLines(LeftAxis.Caption, text, outer.height() * captionShare);
+    const AxisLabels widths = LabelsBeside(SpotsOf(LeftAxis, *Left(), outer.height()), leftRoom, text);
+    const int left = Pixels(widths.Depth + labelGap + CaptionRoom(leftCaption, text));
+
+    setMargins(QMargins(left, top, Pixels(rightRoom), 0));
+    const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * belowShare};
+    const QStringList belowCaption = CaptionLines(BottomAxis.Caption, text, outer.width());
+    const AxisLabels below = LabelsBelow(SpotsOf(BottomAxis, *Bottom(), rect().width()), belowRoom, text);
+    const int bottom = Pixels(GapBelow(text) + below.Depth + CaptionRoom(belowCaption, text));
+
+    setMargins(QMargins(left, top, Pixels(rightRoom), bottom));
+    PlaceBelow(outer, below, belowCaption);
+    PlaceLeft(outer, LabelsBeside(SpotsOf(LeftAxis, *Left(), rect().height()), leftRoom, text), leftCaption);
+}
+
+void ChartArea::PlaceLeft(const QRectF& outer, const AxisLabels& labels, const QStringList& caption) {
+    const TextStyle style = Style.Text();
+    const double height = LineHeight(style);
+    for (PlacedText text : labels.Texts) {
+        text.Pivot += QPointF(rect().left() - labelGap, 0.0);
+        PlacedTexts.push_back(text);
+    }
+    for (int i = 0; i < caption.size(); ++i) {
+        const double y = CentreInside(rect().center().y(), WidthOf(caption[i], style), outer.top(), outer.bottom());
+        const QPointF pivot(outer.left() + i * height, y);
+        PlacedTexts.push_back(TurnedText(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, caption[i], style), -90.0));
+    }
+    LeftTicks = labels.Ticks;
+}
+
+void ChartArea::PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption) {
+    const TextStyle style = Style.Text();
+    const double y = rect().bottom() + 1 + GapBelow(style);
+    for (PlacedText text : labels.Texts) {
+        text.Pivot += QPointF(0.0, y);
+        PlacedTexts.push_back(text);
+    }
+    for (int i = 0; i < caption.size(); ++i) {
+        const double x = CentreInside(rect().center().x(), WidthOf(caption[i], style), outer.left(), outer.right());
+        const QPointF pivot(x, y + labels.Depth + captionGap + i * LineHeight(style));
+        PlacedTexts.push_back(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, caption[i], style));
+    }
+    BottomTicks = labels.Ticks;
+}
+
+void ChartArea::draw(QCPPainter* painter) {
+    const QRectF area(rect());
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    for (const double y : LeftTicks) {
+        painter->setPen(QPen(Style.Grid, 1.0));
+        painter->drawLine(QLineF(area.left(), y, area.right(), y));
+        painter->setPen(QPen(Style.Frame, 1.0));
+        painter->drawLine(QLineF(area.left() - tickLength, y, area.left(), y));
+    }
+    for (const double x : BottomTicks) {
+        painter->drawLine(QLineF(x, area.bottom(), x, area.bottom() + tickLength));
+    }
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->setClipRect(area);
+    DrawMarks(*painter, PlacedMarks, Style);
+}
+
+QRectF ChartArea::PixelsOf(double left, double bottom, double right, double top) const {
+    return QRectF(PixelOf(left, top), PixelOf(right, bottom)).normalized();
+}
+
+QPointF ChartArea::PixelOf(double x, double y) const {
+    return {Bottom()->coordToPixel(x), Left()->coordToPixel(y)};
+}
+
+void ChartArea::SayInTheMiddle(const QString& text) {
+    PlacedTexts.push_back(TextAt(QPointF(rect().center()), Qt::AlignCenter, text, Style.FaintText()));
+}
+
+}  // namespace quillara

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "workbench/charts/AxisLabels.h"
+#include "workbench/charts/ChartPart.h"
+#include "workbench/charts/NumberAxis.h"
+
+namespace quillara {
+
+/// One axis of an area.
+struct AreaAxis {
+    QString Caption;  ///< may be empty
+    NumberRange Range;
+    std::vector<AxisMark> Labels;
+    bool HasRoundNumbers = false;  ///< in place of the labels: round numbers of the range that is shown
+};
+
+/// A plot area with an axis below and one on the left, whose labels find their own place. Labels outside the range
+/// that is shown are left out.
+class ChartArea : public QCPAxisRect, public ChartPart {
+  public:
+    ChartArea(QCustomPlot* plot, ChartStyle style, AreaAxis bottom, AreaAxis left);
+    void update(UpdatePhase phase) override;
+    [[nodiscard]] QCPAxis* Bottom() const { return axis(QCPAxis::atBottom); }
+    [[nodiscard]] QCPAxis* Left() const { return axis(QCPAxis::atLeft); }
+
+  protected:
+    /// Adds marks and texts inside the area; called whenever the place or a range has changed.
+    virtual void ArrangeMarks() {}
+    void draw(QCPPainter* painter) override;
+
+    /// The rectangle between two numbers of each axis, in pixels.
+    [[nodiscard]] QRectF PixelsOf(double left, double bottom, double right, double top) const;
+    [[nodiscard]] QPointF PixelOf(double x, double y) const;
+    /// Puts a text into the middle of the area, as of a chart with nothing to show.
+    void SayInTheMiddle(const QString& text);
+
+    const ChartStyle Style;
+
+  private:
+    [[nodiscard]] std::vector<AxisSpot> SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const;
+    void Arrange();
+    void PlaceLeft(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
+    void PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
+
+    AreaAxis BottomAxis;
+    AreaAxis LeftAxis;
+    std::vector<double> BottomTicks;  ///< pixels
+    std::vector<double> LeftTicks;
+};
+
+}  // namespace quillara

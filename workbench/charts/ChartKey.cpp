@@ -1,0 +1,104 @@
+#include "workbench/charts/ChartKey.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quillara {
+namespace {
+
+constexpr double signWidth = 22.0;
+constexpr double gap = 6.0;
+constexpr double entryGap = 18.0;
+constexpr double roomAbove = 6.0;
+
+void DrawWhisker(QCPPainter& painter, const QRectF& place) {
+    const double x = place.center().x();
+    const double half = place.height() / 4;
+    painter.drawLine(QLineF(x, place.top(), x, place.bottom()));
+    painter.drawLine(QLineF(x - half, place.top(), x + half, place.top()));
+    painter.drawLine(QLineF(x - half, place.bottom(), x + half, place.bottom()));
+}
+
+void DrawSign(QCPPainter& painter, const KeyEntry& entry, const QRectF& place, const QColor& ink) {
+    painter.setPen(QPen(ink, 1.2));
+    painter.setBrush(Qt::NoBrush);
+    switch (entry.Kind) {
+        case KeyEntry::Sign::Line:
+            painter.setPen(QPen(entry.Color, 2.0));
+            painter.drawLine(QLineF(place.left(), place.center().y(), place.right(), place.center().y()));
+            break;
+        case KeyEntry::Sign::Box:
+            painter.setBrush(entry.Color);
+            painter.drawRect(place);
+            break;
+        case KeyEntry::Sign::Whisker:
+            DrawWhisker(painter, place);
+            break;
+        case KeyEntry::Sign::Marker:
+            entry.Marker.applyTo(&painter, QPen(entry.Color));
+            entry.Marker.drawShape(&painter, place.center());
+            break;
+    }
+}
+
+}  // namespace
+
+ChartKey::ChartKey(QCustomPlot* plot, ChartStyle style, std::vector<KeyEntry> entries)
+    : ChartElement(plot, std::move(style)), Entries(std::move(entries)) {}
+
+/// The left ends of the entries, in rows from y = 0 on; each row begins at x = 0.
+std::vector<QPointF> ChartKey::Places(double width) const {
+    const TextStyle text = Style.Text();
+    std::vector<QPointF> places;
+    QPointF at(0.0, 0.0);
+    for (const KeyEntry& entry : Entries) {
+        const double needed = signWidth + gap + WidthOf(entry.Text, text);
+        if (at.x() > 0.0 && at.x() + needed > width) {
+            at = {0.0, at.y() + LineHeight(text) + 2.0};
+        }
+        places.push_back(at);
+        at.rx() += needed + entryGap;
+    }
+    return places;
+}
+
+QSize ChartKey::minimumOuterSizeHint() const {
+    if (Entries.empty()) {
+        return {0, 0};
+    }
+    const double width = parentPlot()->plotLayout()->rect().width();
+    return {0, static_cast<int>(std::ceil(Places(width).back().y() + LineHeight(Style.Text()) + roomAbove))};
+}
+
+QSize ChartKey::maximumOuterSizeHint() const {
+    return {QWIDGETSIZE_MAX, minimumOuterSizeHint().height()};
+}
+
+void ChartKey::Arrange(const QRectF& place) {
+    Signs.clear();
+    const TextStyle text = Style.Text();
+    const std::vector<QPointF> places = Places(place.width());
+    double end = 0.0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        end = std::max(end, places[i].x() + signWidth + gap + WidthOf(Entries[i].Text, text));
+    }
+    const double left = place.left() + std::max(0.0, (place.width() - end) / 2);
+    const double height = LineHeight(text);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const QPointF middle(left + places[i].x(), place.top() + roomAbove + places[i].y() + height / 2);
+        Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, signWidth, height * 0.6));
+        const QPointF pivot = middle + QPointF(signWidth + gap, 0.0);
+        PlacedTexts.push_back(
+            ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text, place.right() - pivot.x()));
+    }
+}
+
+void ChartKey::draw(QCPPainter* painter) {
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    for (std::size_t i = 0; i < Signs.size(); ++i) {
+        DrawSign(*painter, Entries[i], Signs[i], Style.Ink);
+    }
+}
+
+}  // namespace quillara

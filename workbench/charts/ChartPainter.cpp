@@ -1,0 +1,128 @@
+#include "workbench/charts/ChartPainter.h"
+
+#include <QImage>
+#include <algorithm>
+#include <ranges>
+
+#include "workbench/charts/ChartTitle.h"
+#include "workbench/charts/Charts.h"
+
+namespace quillara {
+namespace {
+
+constexpr int rim = 10;  // pixels around everything
+
+std::vector<const ChartPart*> PartsOf(const QCustomPlot& plot) {
+    std::vector<const ChartPart*> parts;
+    for (QCPLayoutElement* element : plot.plotLayout()->elements(true)) {
+        if (const auto* part = dynamic_cast<const ChartPart*>(element)) {
+            parts.push_back(part);
+        }
+    }
+    return parts;
+}
+
+/// Draws the texts of all parts above everything else.
+class TextsItem : public QCPAbstractItem {
+  public:
+    explicit TextsItem(QCustomPlot* plot) : QCPAbstractItem(plot) {
+        setClipToAxisRect(false);
+        setSelectable(false);
+        setLayer(QStringLiteral("legend"));
+    }
+    double selectTest(const QPointF&, bool, QVariant*) const override { return -1.0; }
+
+  protected:
+    void draw(QCPPainter* painter) override {
+        painter->setRenderHint(QPainter::TextAntialiasing, true);
+        for (const PlacedText& text : ChartTexts(*parentPlot())) {
+            DrawText(*painter, text);
+        }
+    }
+};
+
+ChartBody BodyOf(const ChartSheet& sheet) {
+    switch (sheet.Document->Chart) {
+        case ChartKind::Histogram:
+            return HistogramChart(sheet);
+        case ChartKind::Pie:
+            return PieChart(sheet);
+        case ChartKind::Stacked:
+            return StackedChart(sheet);
+        case ChartKind::Box:
+            return BoxChart(sheet);
+        case ChartKind::Scatter:
+            return ScatterChart(sheet);
+        case ChartKind::Histogram3D:
+            return Histogram3DChart(sheet);
+    }
+    return {};
+}
+
+void Clear(QCustomPlot& plot) {
+    plot.clearItems();
+    plot.clearPlottables();
+    plot.plotLayout()->clear();
+    plot.plotLayout()->setAutoMargins(QCP::msNone);
+    plot.plotLayout()->setMargins(QMargins(rim, rim, rim, rim));
+    plot.plotLayout()->setRowSpacing(0);
+    plot.setAutoAddPlottableToLegend(false);
+}
+
+ChartSpot SpotOf(const ChartMark& mark) {
+    return {.Series = mark.Series, .Point = mark.Point, .Tip = mark.Tip, .Outline = mark.Outline};
+}
+
+}  // namespace
+
+void BuildChart(QCustomPlot& plot, const GraphDocument& document, const ChartLook& look) {
+    Clear(plot);
+    const ChartSheet sheet{&plot, std::make_shared<const GraphDocument>(document), StyleOf(look)};
+    plot.setBackground(QBrush(sheet.Style.Background));
+    plot.plotLayout()->addElement(0, 0, new ChartTitle(&plot, sheet.Style, document.Title));
+    const ChartBody body = BodyOf(sheet);
+    plot.plotLayout()->addElement(1, 0, body.Plot);
+    if (body.Key != nullptr) {
+        plot.plotLayout()->addElement(2, 0, body.Key);
+    }
+    new TextsItem(&plot);  // owned by the plot
+}
+
+void PaintPlot(QCustomPlot& plot, QPaintDevice& device, QSize size) {
+    QCPPainter painter(&device);
+    painter.setMode(QCPPainter::pmVectorized, device.devType() != QInternal::Image);
+    plot.toPainter(&painter, size.width(), size.height());
+}
+
+std::optional<ChartSpot> ChartSpotAt(const QCustomPlot& plot, QPointF point) {
+    const std::vector<ChartSpot> spots = ChartSpots(plot);
+    for (const ChartSpot& spot : spots | std::views::reverse) {
+        if (spot.Outline.containsPoint(point, Qt::OddEvenFill)) {
+            return spot;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<ChartSpot> ChartSpots(const QCustomPlot& plot) {
+    std::vector<ChartSpot> spots;
+    for (const ChartPart* part : PartsOf(plot)) {
+        std::ranges::transform(part->Marks(), std::back_inserter(spots), SpotOf);
+        for (const PlacedText& text : part->Texts()) {
+            if (!text.Whole.isEmpty()) {
+                spots.push_back({.Tip = text.Whole, .Outline = text.Outline()});
+            }
+        }
+    }
+    return spots;
+}
+
+std::vector<PlacedText> ChartTexts(const QCustomPlot& plot) {
+    std::vector<PlacedText> texts;
+    for (const ChartPart* part : PartsOf(plot)) {
+        texts.insert(texts.end(), part->Texts().begin(), part->Texts().end());
+    }
+    return texts;
+}
+
+}  // namespace quillara

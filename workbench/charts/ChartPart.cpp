@@ -1,0 +1,73 @@
+#include "workbench/charts/ChartPart.h"
+
+#include <utility>
+
+namespace quillara {
+namespace {
+
+constexpr double hatchDistance = 6.0;
+constexpr double hatchWidth = 1.2;
+
+/// Slanted stripes inside an outline, as an area: clipping and brush patterns are lost on some vector devices.
+QPainterPath Hatching(const QPolygonF& outline) {
+    const QRectF bounds = outline.boundingRect();
+    QPainterPath stripes;
+    for (double x = bounds.left() - bounds.height(); x < bounds.right(); x += hatchDistance) {
+        const QPointF foot(x, bounds.bottom());
+        const QPointF head(x + bounds.height(), bounds.top());
+        const QPointF width(hatchWidth, 0.0);
+        stripes.addPolygon(QPolygonF({foot, head, head + width, foot + width, foot}));
+    }
+    QPainterPath shape;
+    shape.addPolygon(outline);
+    shape.closeSubpath();
+    return shape.intersected(stripes);
+}
+
+void DrawMark(QPainter& painter, const ChartMark& mark, const ChartStyle& style) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mark.IsMissing ? style.MissingFill : mark.Fill);
+    painter.drawPolygon(mark.Outline);
+    if (mark.IsMissing) {
+        painter.fillPath(Hatching(mark.Outline), style.MissingHatch);
+    }
+    if (mark.Edge.isValid()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(mark.Edge, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawPolygon(mark.Outline);
+    }
+}
+
+}  // namespace
+
+ChartElement::ChartElement(QCustomPlot* plot, ChartStyle style) : QCPLayoutElement(plot), Style(std::move(style)) {
+    setAutoMargins(QCP::msNone);
+}
+
+void ChartElement::update(UpdatePhase phase) {
+    QCPLayoutElement::update(phase);
+    if (phase == upLayout) {
+        PlacedTexts.clear();
+        PlacedMarks.clear();
+        Arrange(QRectF(rect()));
+    }
+}
+
+void ChartElement::draw(QCPPainter* painter) {
+    painter->setAntialiasing(true);
+    DrawMarks(*painter, PlacedMarks, Style);
+}
+
+QPolygonF RectangleOutline(const QRectF& rectangle) {
+    return QPolygonF({rectangle.topLeft(), rectangle.topRight(), rectangle.bottomRight(), rectangle.bottomLeft()});
+}
+
+void DrawMarks(QPainter& painter, const std::vector<ChartMark>& marks, const ChartStyle& style) {
+    for (const ChartMark& mark : marks) {
+        if (mark.Fill.isValid() || mark.IsMissing) {
+            DrawMark(painter, mark, style);
+        }
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,136 @@
+#include "workbench/charts/ChartTexts.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QTextLayout>
+#include <QTransform>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "workbench/documents/ShownText.h"
+
+namespace quillara {
+namespace {
+
+constexpr double touch = 0.5;  // pixels by which two boxes may share ground
+
+double LeftOf(Qt::Alignment alignment, double width) {
+    if (alignment & Qt::AlignRight) {
+        return -width;
+    }
+    return alignment & Qt::AlignHCenter ? -width / 2 : 0.0;
+}
+
+double TopOf(Qt::Alignment alignment, double height) {
+    if (alignment & Qt::AlignBottom) {
+        return -height;
+    }
+    return alignment & Qt::AlignVCenter ? -height / 2 : 0.0;
+}
+
+/// Where the corners of a box lie along a direction.
+struct Reach {
+    double Low = std::numeric_limits<double>::infinity();
+    double High = -std::numeric_limits<double>::infinity();
+};
+
+Reach ReachAlong(const QPolygonF& corners, QPointF direction) {
+    Reach reach;
+    for (const QPointF& corner : corners) {
+        const double at = QPointF::dotProduct(corner, direction);
+        reach.Low = std::min(reach.Low, at);
+        reach.High = std::max(reach.High, at);
+    }
+    return reach;
+}
+
+QPointF DirectionOf(double angle) {
+    const double radians = angle * std::acos(-1.0) / 180.0;
+    return {std::cos(radians), std::sin(radians)};
+}
+
+}  // namespace
+
+QPolygonF PlacedText::Outline() const {
+    const QTransform turn = QTransform().translate(Pivot.x(), Pivot.y()).rotate(Angle);
+    QPolygonF corners;
+    for (const QPointF& corner : {Box.topLeft(), Box.topRight(), Box.bottomRight(), Box.bottomLeft()}) {
+        corners << turn.map(corner);
+    }
+    return corners;
+}
+
+QString Shown(const std::string& text) {
+    return QString::fromStdString(ShownLine(text));
+}
+
+double WidthOf(const QString& text, const TextStyle& style) {
+    return QFontMetricsF(style.Font).horizontalAdvance(text);
+}
+
+double LineHeight(const TextStyle& style) {
+    return QFontMetricsF(style.Font).height();
+}
+
+PlacedText TextAt(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style) {
+    const QFontMetricsF metrics(style.Font);
+    const double width = metrics.horizontalAdvance(text);
+    const double height = metrics.height();
+    const QRectF box(LeftOf(alignment, width), TopOf(alignment, height), width, height);
+    return {.Text = text, .Whole = {}, .Pivot = pivot, .Box = box, .Style = style};
+}
+
+PlacedText TurnedText(PlacedText text, double angle) {
+    text.Angle = angle;
+    return text;
+}
+
+PlacedText ElidedText(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style,
+                      double width) {
+    const QString shown = QFontMetricsF(style.Font).elidedText(text, Qt::ElideRight, width + touch);
+    PlacedText placed = TextAt(pivot, alignment, shown, style);
+    if (shown != text) {
+        placed.Whole = text;
+    }
+    return placed;
+}
+
+QStringList WrappedLines(const QString& text, const TextStyle& style, double width) {
+    QTextLayout layout(text, style.Font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(width, 1.0));
+        lines << text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
+}
+
+void DrawText(QPainter& painter, const PlacedText& text) {
+    painter.save();
+    painter.setFont(text.Style.Font);
+    painter.setPen(text.Style.Color);
+    painter.translate(text.Pivot);
+    painter.rotate(text.Angle);
+    painter.drawText(text.Box.topLeft() + QPointF(0.0, QFontMetricsF(text.Style.Font).ascent()), text.Text);
+    painter.restore();
+}
+
+bool Overlap(const PlacedText& one, const PlacedText& other) {
+    const QPolygonF first = one.Outline();
+    const QPolygonF second = other.Outline();
+    const std::array<double, 4> angles = {one.Angle, one.Angle + 90.0, other.Angle, other.Angle + 90.0};
+    return std::ranges::all_of(angles, [&](double angle) {
+        const Reach a = ReachAlong(first, DirectionOf(angle));
+        const Reach b = ReachAlong(second, DirectionOf(angle));
+        return a.Low + touch < b.High && b.Low + touch < a.High;
+    });
+}
+
+}  // namespace quillara

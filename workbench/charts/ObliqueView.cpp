@@ -1,0 +1,29 @@
+#include "workbench/charts/ObliqueView.h"
+
+#include <algorithm>
+
+namespace quillara {
+namespace {
+
+// Shares of the place that the depth takes: few rows need less of it.
+constexpr double mostDepthAcross = 0.26;
+constexpr double mostDepthUp = 0.45;
+constexpr double leastDepth = 0.25;  // of the most
+constexpr double rowsForMost = 10.0;
+
+}  // namespace
+
+ObliqueView::ObliqueView(const Extent& space, const QRectF& place) : Whole(space), Origin(place.bottomLeft()) {
+    const double depth = std::clamp(Whole.Rows / rowsForMost, leastDepth, 1.0);
+    const double across = place.width() * mostDepthAcross * depth;
+    const double up = place.height() * mostDepthUp * depth;
+    PerRow = QPointF(across, -up) / Whole.Rows;
+    PerColumn = (place.width() - across) / Whole.Columns;
+    PerUnit = (place.height() - up) / Whole.Height;
+}
+
+QPointF ObliqueView::Seen(double x, double y, double z) const {
+    return Origin + y * PerRow + QPointF(x * PerColumn, -z * PerUnit);
+}
+
+}  // namespace quillara

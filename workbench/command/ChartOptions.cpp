@@ -1,0 +1,92 @@
+#include "workbench/command/ChartOptions.h"
+
+#include <algorithm>
+
+#include "resources/ControlIds.h"
+#include "workbench/command/Numbers.h"
+#include "workbench/command/VariableChoice.h"
+#include "workbench/command/WordTable.h"
+
+namespace quillara {
+namespace {
+
+constexpr int ShortestSide = 120;  // pixels
+constexpr int LongestSide = 10000;
+
+// clang-format off
+constexpr WordTable<int, 4> BoxTypeWords{{
+    {"median", MedianQuartileRangeBox},
+    {"se",     MeanSEAndSDBox},
+    {"sd",     MeanSD196TimesSDBox},
+    {"1.96se", MeanSE196TimesSEBox},
+}};
+
+constexpr WordTable<ChartFormat, 3> FormatWords{{
+    {"svg", ChartFormat::Svg},
+    {"png", ChartFormat::Png},
+    {"pdf", ChartFormat::Pdf},
+}};
+// clang-format on
+
+/// The first colon outside double quotes, or the end.
+std::size_t ColonIn(std::string_view text) {
+    bool isQuoted = false;
+    const auto isColon = [&isQuoted](char character) {
+        isQuoted ^= character == '"';
+        return character == ':' && !isQuoted;
+    };
+    return static_cast<std::size_t>(std::ranges::find_if(text, isColon) - text.begin());
+}
+
+std::vector<std::string> NamesOf(std::string_view text) {
+    std::vector<std::string> names = ParseNames(text);
+    CheckForRepeats({.Categorical = names, .Continuous = {}, .ReviewCategorical = {}, .ReviewContinuous = {}});
+    return names;
+}
+
+int SideOf(std::string_view text) {
+    const int side = WholeNumber(text).value_or(0);
+    return side >= ShortestSide && side <= LongestSide ? side : 0;
+}
+
+}  // namespace
+
+std::set<int> ParseBoxTypes(std::string_view text) {
+    std::set<int> boxes;
+    for (const std::string& name : ParseNames(text)) {
+        boxes.insert(Choose(BoxTypeWords, name));
+    }
+    return boxes.empty() ? std::set{Choose(BoxTypeWords, "")} : boxes;
+}
+
+VariablePairs ParsePairs(std::string_view text) {
+    const std::size_t colon = ColonIn(text);
+    VariablePairs pairs;
+    pairs.Horizontal = NamesOf(text.substr(0, colon));
+    pairs.Vertical = NamesOf(colon < text.size() ? text.substr(colon + 1) : "");
+    if (pairs.Horizontal.empty() || pairs.Vertical.empty()) {
+        throw UsageError(Quoted(text) + " isn't of the form X1,X2:Y1,Y2; name a variable on each side of the colon.");
+    }
+    return pairs;
+}
+
+ChartFormat ParseChartFormat(std::string_view text) {
+    return Choose(FormatWords, text);
+}
+
+ChartLook ParseSize(std::string_view text) {
+    const std::size_t cross = std::min(text.find('x'), text.size());
+    ChartLook look;
+    look.Width = SideOf(text.substr(0, cross));
+    look.Height = cross < text.size() ? SideOf(text.substr(cross + 1)) : 0;
+    if (look.Width == 0 || look.Height == 0) {
+        throw UsageError(Quoted(text) + " is no size; write WIDTHxHEIGHT in pixels, each from 120 to 10000.");
+    }
+    return look;
+}
+
+std::string_view FileEndOf(ChartFormat format) {
+    return std::ranges::find(FormatWords, format, &std::pair<std::string_view, ChartFormat>::second)->first;
+}
+
+}  // namespace quillara

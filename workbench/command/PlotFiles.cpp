@@ -1,0 +1,99 @@
+#include "workbench/command/PlotFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string_view>
+
+#include "workbench/command/ChartLibrary.h"
+#include "workbench/command/Interruption.h"
+#include "workbench/command/QuotedText.h"
+#include "workbench/command/ResultList.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/FileReplacement.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::array<std::pair<BoxType, std::string_view>, 4> BoxTypeNames{{
+    {BoxType::MedianQuartilesRange, "median"},
+    {BoxType::MeanSEAndSD, "se"},
+    {BoxType::MeanSDAnd196SD, "sd"},
+    {BoxType::MeanSEAnd196SE, "1.96se"},
+}};
+
+/// What tells a chart from the others of its command: its variables, or the statistics that it shows.
+std::string SubjectOf(const GraphDocument& graph) {
+    if (const auto* boxes = std::get_if<BoxPlot>(&graph.Computed)) {
+        return std::string(
+            std::ranges::find(BoxTypeNames, boxes->Type, &std::pair<BoxType, std::string_view>::first)->second);
+    }
+    if (const auto* counts = std::get_if<Histogram3DPlot>(&graph.Computed)) {
+        return counts->X.Variable + " " + counts->Y.Variable;
+    }
+    return graph.X.Caption;
+}
+
+/// In lower-case letters, digits and single hyphens, so that every system takes it.
+std::string PlainName(std::string_view text) {
+    constexpr std::size_t longest = 40;
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    std::string name;
+    for (const char character : text) {
+        const bool isCapital = 'A' <= character && character <= 'Z';
+        const char small = isCapital ? static_cast<char>(character - 'A' + 'a') : character;
+        if (letters.find(small) != std::string_view::npos) {
+            name += small;
+        } else if (!name.empty() && name.back() != '-') {
+            name += '-';
+        }
+    }
+    name.resize(std::min(name.size(), longest));
+    name.erase(name.find_last_not_of('-') + 1);
+    return name;
+}
+
+std::string TwoDigits(int number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+std::string FileNameOf(const OutputEntry& entry, const GraphDocument& graph, ChartFormat format) {
+    const std::string subject = PlainName(SubjectOf(graph));
+    return "step" + std::to_string(entry.Step) + '-' + std::string(ChartFileName(entry.Command)) + '-' +
+           TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
+}
+
+void MakeFolder(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(folder, ignored)) {
+        const std::string reason = error ? error.message() : "a file has this name";
+        throw DataError("The folder " + Quoted(folder) + " can't be made: " + reason + ".");
+    }
+}
+
+}  // namespace
+
+std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputCollection& outputs) {
+    std::vector<PlotFile> plots;
+    if (!options.Folder) {
+        return plots;
+    }
+    for (const OutputEntry& entry : outputs.Entries) {
+        if (const auto* graph = std::get_if<GraphDocument>(&entry.Content)) {
+            plots.push_back(
+                {FileNameOf(entry, *graph, options.Format), PaintChart(*graph, options.Look, options.Format)});
+        }
+    }
+    return plots;
+}
+
+void WritePlots(const std::string& folder, const std::vector<PlotFile>& plots) {
+    MakeFolder(folder);
+    for (const PlotFile& plot : plots) {
+        ReplaceFile((std::filesystem::path(folder) / plot.Name).string(), plot.Bytes, IsInterrupted);
+    }
+}
+
+}  // namespace quillara

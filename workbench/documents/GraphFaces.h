@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/GraphAutomation.h"
+
+namespace quillara {
+class ResultDocument;
+}
+
+/// A document as the brushing tool of the host takes it.
+class COutDocument {
+  public:
+    explicit COutDocument(quillara::ResultDocument& document) : Behind(document) {}
+
+    [[nodiscard]] quillara::ResultDocument& Document() const { return Behind; }
+
+  private:
+    quillara::ResultDocument& Behind;
+};
+
+namespace quillara {
+
+/// What automation sees of a document besides its common members: as a graph, as the way to the document behind it, and
+/// its first plot. All are parts of the document, with which they share the count of references.
+class GraphFaces {
+  public:
+    explicit GraphFaces(ResultDocument& document);
+
+    /// The interface of an identifier, without a reference; null when the document hasn't got it.
+    [[nodiscard]] void* Find(const GUID& id);
+
+  private:
+    class Graph final : public IGraph {
+      public:
+        explicit Graph(GraphFaces& faces) : Faces(faces) {}
+        HRESULT QueryInterface(const GUID& id, void** object) override;
+        std::uint32_t AddRef() override;
+        std::uint32_t Release() override;
+        HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
+        HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
+        HRESULT GetTitle(char16_t** title) override;
+        HRESULT GetFirstPlot(IUnknown** plot) override;
+
+      private:
+        GraphFaces& Faces;
+    };
+    class Pointer final : public IMFCPointer {
+      public:
+        explicit Pointer(GraphFaces& faces) : Faces(faces) {}
+        HRESULT QueryInterface(const GUID& id, void** object) override;
+        std::uint32_t AddRef() override;
+        std::uint32_t Release() override;
+        HRESULT GetPointer(COutDocument** document) override;
+
+      private:
+        GraphFaces& Faces;
+    };
+    class Plot final : public IBrushablePlot {
+      public:
+        explicit Plot(GraphFaces& faces) : Faces(faces) {}
+        HRESULT QueryInterface(const GUID& id, void** object) override;
+        std::uint32_t AddRef() override;
+        std::uint32_t Release() override;
+        HRESULT PutBrushing(std::int32_t brushing) override;
+
+      private:
+        GraphFaces& Faces;
+    };
+
+    ResultDocument& Document;
+    COutDocument Out;
+    Graph GraphFace;
+    Pointer PointerFace;
+    Plot PlotFace;
+};
+
+}  // namespace quillara

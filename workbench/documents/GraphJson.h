@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/documents/GraphDocument.h"
+
+namespace quillara {
+
+/// histogram, pie, stacked, box, scatter or hist3d.
+[[nodiscard]] std::string ChartName(ChartKind chart);
+
+/// The members of a graph document behind its origin and its kind of chart, as docs/json.md tells them.
+[[nodiscard]] std::string GraphMembers(const GraphDocument& graph);
+
+}  // namespace quillara
