@@ -22,7 +22,8 @@ struct SavedSubset : testing::Test {
         const Outcome outcome = Drill(arguments + " --format json --show frequencies");
         EXPECT_EQ(outcome.Status, 0) << arguments << "\n" << outcome.Errors;
         std::string text;
-        for (const nlohmann::json& document : nlohmann::json::parse(outcome.Out)["documents"]) {
+        const nlohmann::json json = nlohmann::json::parse(outcome.Out);
+        for (const nlohmann::json& document : json["documents"]) {
             text += document["title"][0].get<std::string>() + document["rows"].dump() + "\n";
         }
         return text;
