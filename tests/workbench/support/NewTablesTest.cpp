@@ -89,8 +89,8 @@ TEST_F(WrittenTables, KeepTheDictionaryOfTheirVariables) {
 
 TEST_F(WrittenTables, TakeTheStreamInPiecesOfAnyLength) {
     const std::string key = LongTextKey("a name longer than a key");
-    const std::string stream = Row("bob       ", {-77, 5, 1.5}) + Row(key + "  ", {1, 6, 2}) +
-                               Row(std::string(10, '\0'), {2, 7, 3}) + "rest";
+    const std::string stream =
+        Row("bob       ", {-77, 5, 1.5}) + Row(key + "  ", {1, 6, 2}) + Row(std::string(10, '\0'), {2, 7, 3}) + "rest";
     for (std::size_t length = 1; length <= stream.size(); ++length) {
         const short handle = Begin({1, 0, 3}, 10);
         for (std::size_t position = 0; position < stream.size(); position += length) {
