@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "engine/DrillDown.h"
+#include "engine/HostArrays.h"
 #include "host/TextFunctions.h"
 
 namespace {
@@ -26,14 +27,6 @@ bool Take(CDrillDown& analysis, T*& array, std::size_t bytes) {
     std::memset(address, 0, bytes);
     array = static_cast<T*>(address);
     return true;
-}
-
-template <typename T>
-void GiveBack(CDrillDown& analysis, T*& array) {
-    if (array != nullptr) {
-        analysis.FreeMem(array);
-        array = nullptr;
-    }
 }
 
 /// Cuts arrays out of a block, one behind the other, each where its type may stand.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/DrillDown.h"
+#include "engine/HostArrays.h"
 
 namespace {
 
@@ -31,14 +32,6 @@ bool Take(CDrillDown& analysis, T*& array, std::size_t count) {
     }
     array = static_cast<T*>(address);
     return true;
-}
-
-template <typename T>
-void GiveBack(CDrillDown& analysis, T*& array) {
-    if (array != nullptr) {
-        analysis.FreeMem(array);
-        array = nullptr;
-    }
 }
 
 /// The host's block keeps the low 16 bits of a count; the count itself goes with the call.
