@@ -7,7 +7,7 @@
 
 #include "engine/DrillDown.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisDocument.h"
 
 /// What one benchmark runs on.
 struct BenchCase {

@@ -21,11 +21,10 @@ function(quillara_tests name)
     file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
     list(APPEND sources ${found})
   endforeach()
-  add_executable(${name} ${sources})
+  add_executable(${name} ${sources} ${PROJECT_SOURCE_DIR}/tests/Locations.cpp)
   target_link_libraries(${name} PRIVATE GTest::gtest GTest::gmock GTest::gtest_main quillara_core ${TESTS_USES})
-  target_compile_definitions(${name} PRIVATE
-    QUILLARA_SAMPLES="${PROJECT_SOURCE_DIR}/samples" QUILLARA_PROGRAM="$<TARGET_FILE:quillara>"
-    QUILLARA_MODULE="$<TARGET_FILE:qladrilldown>")
+  set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/Locations.cpp PROPERTIES COMPILE_DEFINITIONS
+    "QUILLARA_SAMPLES=\"${PROJECT_SOURCE_DIR}/samples\";QUILLARA_PROGRAM=\"${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/quillara\";QUILLARA_LIBRARIES=\"${CMAKE_LIBRARY_OUTPUT_DIRECTORY}\"")
   add_dependencies(${name} qladrilldown)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

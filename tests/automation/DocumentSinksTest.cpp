@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "tests/automation/OutputsBench.h"
-#include "workbench/support/AnalysisState.h"
-#include "workbench/support/WaitCursor.h"
+#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/WaitCursor.h"
 
 namespace dialogtest {
 namespace {

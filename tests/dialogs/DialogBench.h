@@ -16,7 +16,7 @@
 #include "resources/ControlIds.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/windows/Window.h"
 
 namespace dialogtest {

@@ -21,7 +21,7 @@
 #include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/formats/DataFile.h"
-#include "workbench/support/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/windows/Window.h"
 
 using quillara::Control;

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "engine/DrillDown.h"
-#include "tests/engine/VariableLists.h"
+#include "tests/engine/ListPair.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisDocument.h"
 
 namespace drilltest {
 

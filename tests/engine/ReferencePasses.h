@@ -6,7 +6,7 @@
 
 #include "engine/DrillDown.h"
 #include "host/CaseBlocks.h"
-#include "tests/engine/VariableLists.h"
+#include "tests/engine/ListPair.h"
 #include "workbench/data/DataTable.h"
 
 namespace drilltest {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "tests/Locations.h"
 #include "tests/engine/RandomTables.h"
 #include "workbench/formats/DataFile.h"
 
@@ -73,7 +74,7 @@ TEST_P(RowsAndSteps, AgreeOnRandomTables) {
 }
 
 TEST_P(RowsAndSteps, AgreeOnRealTables) {
-    CompareTable(quillara::ReadDataFile(std::string(QUILLARA_SAMPLES) + "/survey.sav"));
+    CompareTable(quillara::ReadDataFile(testing_locations::Sample("survey.sav")));
     const char* folder = std::getenv("QUILLARA_TEST_DATA");
     for (const char* file : {"/penguins.csv", "/adult.csv"}) {
         if (folder == nullptr) {

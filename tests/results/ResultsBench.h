@@ -8,7 +8,7 @@
 
 #include "tests/engine/DrillBench.h"
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/support/LongTexts.h"
+#include "workbench/hosting/LongTexts.h"
 
 namespace drilltest {
 

@@ -6,7 +6,7 @@
 #include "workbench/charts/ChartArea.h"
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKey.h"
-#include "workbench/charts/Charts.h"
+#include "workbench/charts/ChartKinds.h"
 
 namespace quillara {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/documents/NumberTexts.h"
+#include "workbench/numbers/NumberFormat.h"
 
 namespace quillara {
 namespace {

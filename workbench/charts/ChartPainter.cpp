@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <ranges>
 
+#include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/ChartTitle.h"
-#include "workbench/charts/Charts.h"
 
 namespace quillara {
 namespace {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <limits>
 
-#include "workbench/documents/ShownText.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 namespace {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "workbench/documents/ShownText.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 namespace {

@@ -4,7 +4,7 @@
 #include "workbench/charts/AxisLabels.h"
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartColors.h"
-#include "workbench/charts/Charts.h"
+#include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/CountTable.h"
 #include "workbench/charts/ObliqueView.h"
 

@@ -4,7 +4,7 @@
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartArea.h"
 #include "workbench/charts/ChartColors.h"
-#include "workbench/charts/Charts.h"
+#include "workbench/charts/ChartKinds.h"
 
 namespace quillara {
 namespace {

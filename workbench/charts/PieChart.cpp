@@ -3,7 +3,7 @@
 #include <numbers>
 
 #include "workbench/charts/CategoryAxis.h"
-#include "workbench/charts/Charts.h"
+#include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/PieLabels.h"
 #include "workbench/charts/PieLegend.h"
 #include "workbench/charts/PieSlices.h"

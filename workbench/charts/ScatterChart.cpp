@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "workbench/charts/ChartColors.h"
-#include "workbench/charts/Charts.h"
+#include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/ScatterCells.h"
 #include "workbench/charts/ScatterGrid.h"
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "workbench/data/Errors.h"
-#include "workbench/support/AnalysisModule.h"
+#include "workbench/hosting/AnalysisModule.h"
 
 namespace quillara {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "resources/ControlIds.h"
+#include "workbench/command/NamedVariables.h"
 #include "workbench/command/Numbers.h"
-#include "workbench/command/VariableChoice.h"
 #include "workbench/command/WordTable.h"
 
 namespace quillara {

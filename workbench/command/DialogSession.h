@@ -7,8 +7,8 @@
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/support/AnalysisDocument.h"
-#include "workbench/support/AnalysisModule.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisModule.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {

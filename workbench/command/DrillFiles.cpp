@@ -11,9 +11,9 @@
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
-#include "workbench/documents/DocumentViews.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileReplacement.h"
+#include "workbench/views/DocumentViews.h"
 
 namespace quillara {
 namespace {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/command/Categorization.h"
+#include "workbench/command/CategorizationOption.h"
 #include "workbench/command/ChartOptions.h"
-#include "workbench/command/VariableChoice.h"
+#include "workbench/command/NamedVariables.h"
 #include "workbench/formats/ReadOptions.h"
 
 namespace quillara {

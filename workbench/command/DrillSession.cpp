@@ -5,7 +5,7 @@
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
-#include "workbench/command/CategorizationPage.h"
+#include "workbench/command/CategorizationEntry.h"
 #include "workbench/data/Errors.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 

@@ -4,10 +4,10 @@
 #include <functional>
 #include <vector>
 
-#include "workbench/command/Categorization.h"
+#include "workbench/command/CategorizationOption.h"
 #include "workbench/command/CategoryLookup.h"
 #include "workbench/command/DialogSession.h"
-#include "workbench/command/VariableChoice.h"
+#include "workbench/command/NamedVariables.h"
 
 namespace quillara {
 

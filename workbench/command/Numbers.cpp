@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "workbench/formats/DecimalNumber.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 

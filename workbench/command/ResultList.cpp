@@ -7,8 +7,8 @@
 #include <string>
 
 #include "resources/ControlIds.h"
+#include "workbench/command/NamedVariables.h"
 #include "workbench/command/QuotedText.h"
-#include "workbench/command/VariableChoice.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {

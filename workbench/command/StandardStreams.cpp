@@ -6,7 +6,7 @@
 #include <string>
 
 #include "workbench/data/Errors.h"
-#include "workbench/documents/ShownText.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 

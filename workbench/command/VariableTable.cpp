@@ -2,8 +2,8 @@
 #include <array>
 
 #include "workbench/command/VariableSummary.h"
-#include "workbench/documents/ShownText.h"
 #include "workbench/formats/DelimitedText.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 namespace {

@@ -9,9 +9,9 @@
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DecimalNumber.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/RecordReader.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

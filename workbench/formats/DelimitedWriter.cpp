@@ -9,12 +9,12 @@
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
-#include "workbench/data/ExactNumbers.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/NamesInFile.h"
 #include "workbench/formats/ReadBack.h"
 #include "workbench/formats/RecordReader.h"
 #include "workbench/formats/WorkMonitor.h"
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {

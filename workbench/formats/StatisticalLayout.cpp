@@ -5,8 +5,8 @@
 #include <limits>
 
 #include "workbench/data/Errors.h"
-#include "workbench/data/ExactNumbers.h"
 #include "workbench/formats/NoteKinds.h"
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {

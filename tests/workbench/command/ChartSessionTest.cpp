@@ -4,6 +4,7 @@
 #include <map>
 
 #include "Program.h"
+#include "tests/Locations.h"
 
 namespace {
 
@@ -205,7 +206,7 @@ int CompareCharts(const TemporaryFolder& folder, const std::string& drill) {
 
 TEST_F(ChartSession, EveryNumberIsThatOfTheFrequencyTable) {
     const std::string survey =
-        QUILLARA_SAMPLES "/survey.sav --review-categorical commute,genre --review-continuous income ";
+        testing_locations::Sample("survey.sav") + " --review-categorical commute,genre --review-continuous income ";
     EXPECT_EQ(CompareCharts(Folder, survey + "--categorical sex,region,satisfaction --continuous age "
                                              "--down satisfaction=#2 --down age=#3 --up satisfaction"),
               3 * 3 + 2 + 2 * 3);
@@ -225,7 +226,7 @@ TEST_F(RealData, EveryNumberIsThatOfTheFrequencyTable) {
 
 /// Whether the chart library was built beside the core; tests that paint are skipped without it.
 bool CanPaint() {
-    const std::filesystem::path library = std::filesystem::path(QUILLARA_MODULE).parent_path() / "libquillaracharts.so";
+    const std::filesystem::path library = testing_locations::Library("libquillaracharts.so");
     return std::filesystem::exists(library);
 }
 
@@ -273,9 +274,8 @@ TEST_F(ChartSession, TheReportHasPicturesBesideTables) {
 
 TEST_F(ChartSession, WithoutTheLibraryOnlyPaintingIsRefused) {
     // The library is looked for beside the core.
-    const std::string copies = "for part in libquillara.so libqladrilldown.so; do cp $(dirname " QUILLARA_MODULE
-                               ")/$part " +
-                               Folder.Path("") + "; done";
+    const std::string copies = "for part in libquillara.so libqladrilldown.so; do cp " +
+                               testing_locations::Library("$part") + " " + Folder.Path("") + "; done";
     ASSERT_EQ(std::system(copies.c_str()), 0);
     const std::string before = "LD_LIBRARY_PATH=" + Folder.Path("");
     const std::string drill = "drill people.csv --categorical sex --show histograms ";

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Program.h"
+#include "tests/Locations.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ TEST_F(InfoAndConvert, InfoIsAnAlignedTable) {
               "2  height  number        1         1.5 to 2\n"
               "3  day     date          1         2024-02-01 to 2024-02-02\n");
     EXPECT_NE(Quillara(Folder, "info --missing= small.csv").Out.find("NA"), std::string::npos);
-    const std::string survey = QUILLARA_SAMPLES "/survey";
+    const std::string survey = testing_locations::Sample("survey");
     EXPECT_EQ(Quillara(Folder, "info " + survey + ".csv --dictionary " + survey + "-dictionary.csv").Errors, "");
 }
 

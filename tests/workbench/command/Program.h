@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "tests/Locations.h"
 #include "tests/workbench/Files.h"
 
 /// What one run of the program left behind.
@@ -20,7 +21,8 @@ inline Outcome Quillara(const TemporaryFolder& folder, const std::string& argume
     const TemporaryFolder results;
     const std::string out = results.Path("out");
     const std::string errors = results.Path("errors");
-    const std::string line = "cd " + folder.Path("") + "; " + before + " " QUILLARA_PROGRAM " " + arguments;
+    const std::string line =
+        "cd " + folder.Path("") + "; " + before + " " + testing_locations::Program() + " " + arguments;
     const int status = std::system(("(" + line + ") >" + out + " 2>" + errors).c_str());
     return {WEXITSTATUS(status), ContentOf(out), ContentOf(errors)};
 }

@@ -15,7 +15,10 @@ constexpr const char* Stops =
 
 struct SavedSubset : testing::Test {
     SavedSubset() { Folder.Put("stops.csv", Stops); }
-    Outcome Drill(const std::string& arguments) const { return Quillara(Folder, "drill " + arguments); }
+    Outcome Drill(const std::string& arguments) const {
+        const std::string folder = arguments.starts_with("survey") ? testing_locations::Sample("") : "";
+        return Quillara(Folder, "drill " + folder + arguments);
+    }
 
     /// The frequency tables of a drill, without what tells of the steps: "Frequency table of line: A 2 66.6, B 1 33.3".
     [[nodiscard]] std::string Tables(const std::string& arguments) const {
@@ -44,9 +47,9 @@ const Subset Subsets[] = {
      "--categorical note --continuous day,km --categorize km=distinct",                             {"s.csv", "s.sav", "s.zsav", "s.dta"}},
     {"stops.csv --categorical line,note,day --continuous weight --weight weight --weighted-moments --down day=20240203",
      "--categorical line,note --continuous weight --weight weight --weighted-moments",              {"s.csv", "s.sav", "s.dta"}},
-    {QUILLARA_SAMPLES "/survey.sav --categorical sex,region,commute --continuous age,income --down sex=Female --down income=#3 --up sex",
+    {"survey.sav --categorical sex,region,commute --continuous age,income --down sex=Female --down income=#3 --up sex",
      "--categorical sex,region,commute --continuous age",                                           {"s.sav", "s.zsav", "s.dta"}},
-    {QUILLARA_SAMPLES "/survey.sav --categorical commute,satisfaction,genre --select 'age > 30' --down commute=Missing",
+    {"survey.sav --categorical commute,satisfaction,genre --select 'age > 30' --down commute=Missing",
      "--categorical satisfaction,genre",                                                          {"s.sav", "s.dta"}},
 };
 // clang-format on

@@ -4,13 +4,13 @@
 #include "host/AnalysisDialog.h"
 #include "platform/WindowMessages.h"
 #include "tests/workbench/Files.h"
-#include "tests/workbench/support/TestAnalysis.h"
+#include "tests/workbench/hosting/TestAnalysis.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/DialogIds.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
-#include "workbench/support/AnalysisState.h"
+#include "workbench/hosting/AnalysisState.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {

@@ -1,3 +1,4 @@
+#include "tests/Locations.h"
 #include "workbench/formats/DataFile.h"
 
 #include <gtest/gtest.h>
@@ -61,7 +62,7 @@ TEST(DataFile, ContentMustBeWhatTheNameSays) {
     for (const auto& [path, message] : cases) {
         EXPECT_EQ(ShowFile(path), "\"@\"" + message);
     }
-    std::filesystem::copy(QUILLARA_SAMPLES "/survey.sav", folder.Path("survey"));
+    std::filesystem::copy(testing_locations::Sample("survey.sav"), folder.Path("survey"));
     EXPECT_EQ(ReadDataFile(folder.Path("survey")).Cases, 2000);
     for (const char* extension : {"sav", "zsav", "por", "dta", "sas7bdat", "xpt"}) {
         const std::string shown = ShowFile(folder.Put(std::string("t.") + extension, "a,b\n1,2\n"));
@@ -70,7 +71,7 @@ TEST(DataFile, ContentMustBeWhatTheNameSays) {
 }
 
 TEST(DataFile, BothFilesOfTheSurveyHoldTheSameCases) {
-    const std::string survey = QUILLARA_SAMPLES "/survey";
+    const std::string survey = testing_locations::Sample("survey");
     const TemporaryFolder folder;
     const DataTable sav = ReadDataFile(survey + ".sav");
     ASSERT_EQ(sav.Cases, 2000);
@@ -88,7 +89,7 @@ TEST(DataFile, ReadingTellsItsProgressAndCanBeEnded) {
     for (int i = 0; i < 100000; ++i) {
         text += std::to_string(i) + ",2024-02-29\n";
     }
-    for (const std::string& path : {folder.Put("long.csv", text), std::string(QUILLARA_SAMPLES "/survey.sav")}) {
+    for (const std::string& path : {folder.Put("long.csv", text), testing_locations::Sample("survey.sav")}) {
         std::vector<double> shares;
         (void)ReadDataFile(path, {.Progress = [&](double share) { shares.push_back(share); }});
         EXPECT_TRUE(std::ranges::is_sorted(shares)) << path;

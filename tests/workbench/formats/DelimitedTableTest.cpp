@@ -4,9 +4,9 @@
 
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DecimalNumber.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/Encoding.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

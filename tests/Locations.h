@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace testing_locations {
+
+/// A file of the folder of samples.
+[[nodiscard]] std::string Sample(const std::string& name);
+/// The command-line program.
+[[nodiscard]] std::string Program();
+/// A shared library of this build.
+[[nodiscard]] std::string Library(const std::string& name);
+
+}  // namespace testing_locations

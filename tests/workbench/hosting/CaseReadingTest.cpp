@@ -1,0 +1,159 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/workbench/hosting/TestAnalysis.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::int32_t Cases = 40;
+
+/// What a pass sees, one line per case, up to the end or a stop: a skipped case, or its values and weight.
+using Seen = std::vector<std::string>;
+
+std::string Line(const std::vector<double>& values, double weight) {
+    return testing::PrintToString(values) + (weight > 0 ? testing::PrintToString(weight) : "no weight");
+}
+
+Seen ReadSingly(CAnalysisSupport& analysis) {
+    Seen seen;
+    double values[4] = {};
+    for (int i = 1; i <= Cases; ++i) {
+        int weighted = -1;
+        int tag = -1;
+        double weight = -1;
+        const int result = analysis.cstrtw(i, values, &weighted, &weight, &tag);
+        if (result == 0 && analysis.lookbr() != 0) {
+            seen.push_back("stop");
+            break;
+        }
+        EXPECT_EQ(tag, 0);
+        EXPECT_TRUE(weighted == 1 || weight == 1.0);
+        seen.push_back(result == 1 ? "skipped" : Line({values + 1, values + 4}, weight));
+    }
+    return seen;
+}
+
+Seen ReadInBlocks(CAnalysisSupport& analysis, std::int32_t size) {
+    Seen seen;
+    const std::int16_t variables[] = {1, 2, 3};
+    const double* columns[3];
+    CaseBlock block;
+    block.Columns = columns;
+    for (std::int32_t first = 1; first <= Cases; first += block.Count) {
+        analysis.GetCaseBlocks()->ReadBlock(first, size, variables, block);
+        for (std::int32_t i = 0; i < block.Count; ++i) {
+            const CaseResult result = block.Results == nullptr ? CaseResult::Use : block.Results[i];
+            if (result == CaseResult::Stop) {
+                seen.push_back("stop");
+                return seen;
+            }
+            const double weight = block.Weights == nullptr ? 1.0 : block.Weights[i];
+            seen.push_back(result == CaseResult::Skip ? "skipped"
+                                                      : Line({columns[0][i], columns[1][i], columns[2][i]}, weight));
+        }
+    }
+    return seen;
+}
+
+/// Variables a, b and w, a weight that is bad in the first and each fifth case behind it.
+DataTable RandomTable(double badWeight = 1, double missingCode = -9999) {
+    std::mt19937 random(5);
+    std::vector<double> columns[3];
+    for (std::int32_t i = 0; i < Cases; ++i) {
+        columns[0].push_back(random() % 7);
+        columns[1].push_back(i);
+        columns[2].push_back(i % 5 == 0 ? badWeight : 0.5 * (random() % 4));
+    }
+    DataTable table = TableOf({Numbers("a", columns[0]), Numbers("b", columns[1]), Numbers("w", columns[2])});
+    table.Variables[2].MissingCode = missingCode;
+    return table;
+}
+
+/// Lets the `call`-th question for a break be answered with yes, and all behind it; 0: none.
+void BreakAt(AnalysisDocument& document, int call) {
+    document.Services.BreakRequested = [call, asked = 0]() mutable { return ++asked >= call && call > 0; };
+}
+
+TEST(CaseReading, BlocksAndSingleCasesAreTheSame) {
+    std::vector<CaseResult> everyThirdSkipped(Cases, CaseResult::Use);
+    for (std::size_t i = 1; i < Cases; i += 3) {
+        everyThirdSkipped[i] = CaseResult::Skip;
+    }
+    for (const auto& [weight, code] : {std::pair{-9999.0, -9999.0}, {999.0, 999.0}, {Infinity, -9999.0}}) {
+        const DataTable table = RandomTable(weight, code);
+        TestHost host(table);
+        for (const int choices : {0, 1, 2, 3}) {
+            const bool isWeighted = choices % 2 == 1;
+            host.Document.SetWeight(isWeighted ? std::optional<std::size_t>(2) : std::nullopt);
+            host.Document.SetSelection(choices / 2 == 1 ? everyThirdSkipped : std::vector<CaseResult>());
+            BreakAt(host.Document, 0);
+            EXPECT_EQ(ReadSingly(*host.Analysis)[0].find("no weight") != std::string::npos, isWeighted);
+            for (int call = 0; call <= Cases + 1; ++call) {
+                for (const std::int32_t size : {1, 7, Cases, 1000}) {
+                    BreakAt(host.Document, call);
+                    const Seen singly = ReadSingly(*host.Analysis);
+                    BreakAt(host.Document, call);
+                    ASSERT_EQ(ReadInBlocks(*host.Analysis, size), singly) << call;
+                }
+            }
+        }
+    }
+}
+
+TEST(CaseReading, ARaisedFlagStopsAtTheNextCaseOfTheSelection) {
+    const DataTable table = RandomTable();
+    TestHost host(table);
+    std::vector<CaseResult> selection(Cases, CaseResult::Skip);
+    selection[5] = CaseResult::Use;
+    host.Document.SetSelection(selection);
+    std::atomic<bool> flag = false;
+    host.Document.Services.BreakFlag = &flag;
+    EXPECT_EQ(ReadInBlocks(*host.Analysis, 4).size(), static_cast<std::size_t>(Cases));
+    flag = true;
+    const Seen stopped = {"skipped", "skipped", "skipped", "skipped", "skipped", "stop"};
+    EXPECT_EQ(ReadInBlocks(*host.Analysis, 4), stopped);
+    EXPECT_EQ(ReadSingly(*host.Analysis), stopped);
+}
+
+TEST(CaseReading, BlocksPointIntoTheTable) {
+    const DataTable table = RandomTable();
+    TestHost host(table);
+    host.Document.SetWeight(2);
+    const std::int16_t variables[] = {2, 99};
+    const double* columns[2];
+    CaseBlock block;
+    block.Columns = columns;
+    for (const auto& [first, count] : {std::pair{-1, 0}, {0, 0}, {Cases + 1, 0}, {11, 30}}) {
+        host.Analysis->GetCaseBlocks()->ReadBlock(first, 1000, variables, block);
+        EXPECT_EQ(block.Count, count) << first;
+    }
+    EXPECT_EQ(columns[0], &table.Variables[1].Values[10]);
+    EXPECT_EQ(columns[1][29], 0);
+    EXPECT_EQ(block.Weights, &table.Variables[2].Values[10]);
+    host.Document.OfferCaseBlocks(false);
+    EXPECT_EQ(host.Analysis->GetCaseBlocks(), nullptr);
+}
+
+TEST(CaseReading, ReportsProgressWhileThePassRuns) {
+    const DataTable table = RandomTable();
+    TestHost host(table);
+    std::string events;
+    AnalysisServices& services = host.Document.Services;
+    services.ProgressStarted = [&](auto text, int total) { events += std::string(text) + std::to_string(total); };
+    services.ProgressAdvanced = [&](std::int32_t done) { events += ' ' + std::to_string(done); };
+    services.ProgressEnded = [&] { events += " end"; };
+    host.Analysis->d_pbar("Reading ");
+    host.Analysis->dstart(Cases);
+    ReadInBlocks(*host.Analysis, 25);
+    ReadSingly(*host.Analysis);
+    host.Analysis->dstop();
+    host.Analysis->dstop();
+    ReadSingly(*host.Analysis);
+    EXPECT_EQ(events, "Reading 40 25 40 40 end");
+}
+
+}  // namespace
+}  // namespace quillara

@@ -1,0 +1,101 @@
+#include "workbench/command/CategorizationOption.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "workbench/command/Numbers.h"
+#include "workbench/command/QuotedText.h"
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+namespace {
+
+constexpr int FewestIntervals = 2;
+constexpr int MostIntervals = 999;
+constexpr std::size_t MostBounds = 99;
+
+using Argument = std::optional<std::string_view>;
+
+/// Each fills in what stands behind the colon; false when it can't be read.
+bool NoArgument(Categorization&, Argument argument) {
+    return !argument;
+}
+
+bool IntervalCount(Categorization& chosen, Argument argument) {
+    const std::optional<int> count = argument ? WholeNumber(*argument) : std::nullopt;
+    chosen.Count = count.value_or(0);
+    return chosen.Count >= FewestIntervals && chosen.Count <= MostIntervals;
+}
+
+bool StepAndStart(Categorization& chosen, Argument argument) {
+    if (!argument) {
+        return false;
+    }
+    const std::size_t at = argument->find('@');
+    chosen.StartAtMin = at == std::string_view::npos;
+    const std::optional<double> size = DecimalNumber(argument->substr(0, at));
+    const std::optional<double> start = chosen.StartAtMin ? 0.0 : DecimalNumber(argument->substr(at + 1));
+    chosen.StepSize = size.value_or(-1.0);
+    chosen.StepStart = start.value_or(0.0);
+    return chosen.StepSize >= 0.0 && start.has_value();
+}
+
+bool RisingBounds(Categorization& chosen, Argument argument) {
+    if (!argument) {
+        return false;
+    }
+    std::string_view rest = *argument;
+    for (bool more = true; more;) {
+        const std::size_t comma = rest.find(',');
+        const std::optional<double> bound = DecimalNumber(rest.substr(0, comma));
+        if (!bound || (!chosen.Bounds.empty() && chosen.Bounds.back() >= *bound)) {
+            return false;
+        }
+        chosen.Bounds.push_back(*bound);
+        more = comma != std::string_view::npos;
+        rest.remove_prefix(more ? comma + 1 : rest.size());
+    }
+    return chosen.Bounds.size() <= MostBounds;
+}
+
+struct MethodSyntax {
+    std::string_view Name;
+    int Method;
+    bool (*Read)(Categorization&, Argument);
+    std::string_view Rule;
+};
+
+// clang-format off
+constexpr std::array<MethodSyntax, 6> Methods{{
+    // Name       Method Read           Rule
+    {"distinct",  0,     NoArgument,    "distinct takes nothing behind it"},
+    {"exact",     1,     IntervalCount, "exact:N takes a whole number from 2 to 999"},
+    {"neat",      2,     IntervalCount, "neat:N takes a whole number from 2 to 999"},
+    {"step",      3,     StepAndStart,  "step:SIZE or step:SIZE@START takes a size of 0 or more and a number to start at"},
+    {"integer",   4,     NoArgument,    "integer takes nothing behind it"},
+    {"bounds",    5,     RisingBounds,  "bounds:B1,B2,... takes 1 to 99 rising numbers"},
+}};
+// clang-format on
+
+}  // namespace
+
+Categorization ParseCategorization(std::string_view text) {
+    const std::size_t colon = text.find(':');
+    const std::string_view name = text.substr(0, colon);
+    const auto* method = std::ranges::find(Methods, name, &MethodSyntax::Name);
+    if (method == Methods.end()) {
+        throw UsageError("Unknown method " + Quoted(name) +
+                         "; choose distinct, integer, exact:N, neat:N, step:SIZE, step:SIZE@START or bounds:B1,B2.");
+    }
+    Categorization chosen;
+    chosen.Method = method->Method;
+    const Argument argument = colon == std::string_view::npos ? Argument() : Argument(text.substr(colon + 1));
+    if (!method->Read(chosen, argument)) {
+        throw UsageError(Quoted(text) + " can't be used; " + std::string(method->Rule) + ".");
+    }
+    return chosen;
+}
+
+}  // namespace quillara

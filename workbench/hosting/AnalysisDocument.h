@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/AnalysisDoc.h"
+#include "host/AnalysisSupport.h"
+#include "host/CaseBlocks.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/hosting/AnalysisServices.h"
+
+namespace quillara {
+
+struct AnalysisState;
+class OpenDocuments;
+class Window;
+
+/// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its sequence,
+/// answers its calls, and owns its startup dialog. The table doesn't change under it; the user may open another.
+class AnalysisDocument : public CAnalysisDoc {
+  public:
+    /// The table outlives the document.
+    explicit AnalysisDocument(const DataTable& table);
+    /// Tells the analysis that it closes, then destroys its dialog and the analysis.
+    ~AnalysisDocument();
+
+    /// Takes an analysis and becomes its document. An analysis taken earlier closes and is destroyed.
+    void Adopt(std::unique_ptr<CAnalysisSupport> analysis);
+    /// Runs the steps of the analysis's sequence from the first on; false when a step failed.
+    bool RunSequence();
+    /// The analysis that was adopted; there must be one.
+    [[nodiscard]] CAnalysisSupport& Analysis();
+    /// The window of the startup dialog; null before the sequence has run and once the dialog is closed.
+    [[nodiscard]] Window* StartupWindow();
+    /// Runs the messages that wait for its windows, and lets closed ones go, but not within a command. Throws what a
+    /// script has thrown in a modal window since the last time.
+    void RunMessages();
+
+    [[nodiscard]] const DataTable& Table() const;
+    /// Selects cases: one result per case (Use or Skip), or empty for all. Throws DataError when the number is another.
+    void SetSelection(std::vector<CaseResult> results);
+    /// Chooses the weight variable by its index in the table; nothing: no weight is in force.
+    void SetWeight(std::optional<std::size_t> variable);
+    /// Whether the analysis is offered columns (the default) or reads one case at a time.
+    void OfferCaseBlocks(bool offered);
+    /// Whether a script drives the analysis; not so at the start.
+    void SetAutomated(bool automated);
+
+    /// The result documents of the analysis, and those that stand in windows of their own.
+    [[nodiscard]] OpenDocuments& Documents();
+    void RemoveFromAnalysisList(IDispatch* document) override;
+
+    /// Lets the n-th call of AllocMem from now on fail, counted from 1, and the ones behind it succeed; 0: none.
+    void FailAllocation(int call);
+    /// Calls of AllocMem since the last FailAllocation.
+    [[nodiscard]] int AllocationCalls() const;
+    /// Blocks from AllocMem that FreeMem has not taken back.
+    [[nodiscard]] std::size_t LiveAllocations() const;
+
+    /// The host's side of the analysis, for the rooms that implement it.
+    [[nodiscard]] AnalysisState& State() { return *Host; }
+
+    AnalysisServices Services;
+
+  private:
+    void Close();
+
+    std::unique_ptr<AnalysisState> Host;
+    std::unique_ptr<CAnalysisSupport> Owned;
+};
+
+}  // namespace quillara

@@ -1,0 +1,91 @@
+#include "workbench/hosting/DialogHost.h"
+
+#include <algorithm>
+#include <new>
+
+#include "host/AnalysisSupport.h"
+#include "platform/ModuleInstance.h"
+#include "platform/WindowMessages.h"
+#include "workbench/hosting/AnalysisState.h"
+
+using quillara::AnalysisState;
+using quillara::Window;
+
+namespace {
+
+constexpr char NoMemory[] = "There is not enough memory for this command; close other programs and try again.";
+
+const DialogResource* FindDialog(const ModuleInstance* module, int id) {
+    const auto row = std::ranges::find(module->Dialogs, id, &DialogResource::Id);
+    return row == module->Dialogs.end() ? nullptr : &*row;
+}
+
+/// The message of a startup dialog is the active command until it is done, and so are those that are sent meanwhile.
+class CommandScope {
+  public:
+    CommandScope(AnalysisState& state, unsigned message, std::uint64_t wParam)
+        : Command(state.Dialogs.Command), IsOutermost(!Command) {
+        if (IsOutermost) {
+            Command = ActiveCommand{message, wParam, 0};
+            ++state.Dialogs.CommandCount;
+        }
+    }
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+    ~CommandScope() {
+        if (IsOutermost) {
+            Command.reset();
+        }
+    }
+
+    [[nodiscard]] bool IsOuter() const { return IsOutermost; }
+
+  private:
+    std::optional<ActiveCommand>& Command;
+    bool IsOutermost;
+};
+
+/// Passes a message to a dialog. Memory that runs out ends the command and not the program.
+std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
+    AnalysisState& state = DialogHost::StateOf(dialog);
+    const CommandScope scope(state, message, wParam);
+    try {
+        return dialog.EventHandler(window, message, wParam, lParam);
+    } catch (const std::bad_alloc&) {
+        if (!scope.IsOuter()) {
+            throw;  // the command around it is not done either
+        }
+        DialogHost::Of(dialog).ResultsLocked = false;
+        DialogHost::Of(dialog).RanOutOfMemory = true;
+        if (state.Services.ShowMessage) {
+            state.Services.ShowMessage(NoMemory);
+        }
+        return 0;
+    }
+}
+
+}  // namespace
+
+Window* DialogHost::WindowOf(const CAnalysisDialog& dialog) {
+    return dialog.Side->TheWindow.get();
+}
+
+AnalysisState& DialogHost::StateOf(const CAnalysisDialog& dialog) {
+    return quillara::StateOf(dialog.Owner.GetDocument());
+}
+
+bool DialogHost::MakeWindow(CAnalysisDialog& dialog, const ModuleInstance* module) {
+    const DialogResource* resource = FindDialog(module, dialog.Side->Resource);
+    if (resource == nullptr) {
+        return false;
+    }
+    const auto passOn = [&dialog](HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
+        return PassOn(dialog, window, message, wParam, lParam);
+    };
+    dialog.Side->TheWindow = std::make_unique<Window>(StateOf(dialog).Dialogs.Queue, *resource, passOn);
+    return true;
+}
+
+void DialogHost::Trace(const CAnalysisDialog& dialog, const std::string& call) {
+    StateOf(dialog).Trace(call);
+}

@@ -1,0 +1,193 @@
+// Plots that the host computes itself from the cases that a filter keeps.
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/AnalysisSupport.h"
+#include "workbench/data/Errors.h"
+#include "workbench/documents/GraphDocument.h"
+#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/ResultRouting.h"
+#include "workbench/plots/BoxPlots.h"
+#include "workbench/plots/Histograms3D.h"
+#include "workbench/plots/ScatterMatrices.h"
+
+using quillara::AnalysisState;
+using quillara::ChartKind;
+using quillara::DataTable;
+using quillara::GraphDocument;
+using quillara::Interrupted;
+using quillara::PlotRows;
+
+namespace {
+
+constexpr short Made = 0;
+constexpr short NotMade = 1;
+constexpr char NoMemory[] = "There is not enough memory for this plot; close other programs and try again.";
+constexpr std::int32_t CasesPerBlock = 1024;
+
+/// What a plot asks its filter.
+enum class FilterUse : std::uint8_t {
+    Cases,  ///< whether a case is kept
+    Pairs,  ///< the two values of the case too
+};
+
+/// The cases of a table row by row, a block at a time.
+class RowBlock {
+  public:
+    explicit RowBlock(const DataTable& table)
+        : Table(table), Values(table.Variables.size() * static_cast<std::size_t>(CasesPerBlock)) {}
+
+    void Read(std::int32_t first, std::int32_t count) {
+        const std::size_t width = Table.Variables.size();
+        for (std::size_t variable = 0; variable < width; ++variable) {
+            const double* column = Table.Variables[variable].Values.data() + first;
+            for (std::int32_t i = 0; i < count; ++i) {
+                Values[static_cast<std::size_t>(i) * width + variable] = column[i];
+            }
+        }
+    }
+    [[nodiscard]] const double* Row(std::int32_t index) const {
+        return Values.data() + static_cast<std::size_t>(index) * Table.Variables.size();
+    }
+
+  private:
+    const DataTable& Table;
+    std::vector<double> Values;
+};
+
+bool Keeps(CaseFilter filter, FilterUse use, const double* values) {
+    float x = 0.0F;
+    float y = 0.0F;
+    const bool asksForPair = use == FilterUse::Pairs;
+    return filter(nullptr, nullptr, values, asksForPair ? &x : nullptr, asksForPair ? &y : nullptr) == 0;
+}
+
+/// The selected cases that a filter keeps. Throws Interrupted when the user cancels.
+PlotRows FilterRows(const AnalysisState& state, CaseFilter filter, FilterUse use) {
+    const std::int32_t cases = state.Table().Cases;
+    RowBlock block(state.Table());
+    PlotRows rows;
+    for (std::int32_t first = 0; first < cases; first += CasesPerBlock) {
+        if (state.AskForBreak()) {
+            throw Interrupted();
+        }
+        const std::int32_t count = std::min(CasesPerBlock, cases - first);
+        block.Read(first, count);
+        for (std::int32_t i = 0; i < count; ++i) {
+            if (state.ResultOf(first + i + 1) == CaseResult::Use && Keeps(filter, use, block.Row(i))) {
+                rows.push_back(static_cast<std::uint32_t>(first + i));
+            }
+        }
+    }
+    return rows;
+}
+
+/// The same once for all plots of one command, between which neither the steps nor the selection can change.
+const PlotRows& KeptRows(AnalysisState& state, CaseFilter filter, FilterUse use) {
+    quillara::KeptPlotRows& kept = state.PlotRowsOfCommand;
+    const bool isKnown = state.Dialogs.Command && kept.Filter == filter && kept.Command == state.Dialogs.CommandCount;
+    if (!isKnown) {
+        kept = {};
+        kept.Rows = FilterRows(state, filter, use);
+        kept.Filter = filter;
+        kept.Command = state.Dialogs.CommandCount;
+    }
+    return kept.Rows;
+}
+
+/// Indexes of variables in the table; numbers of none are passed over.
+std::vector<std::size_t> IndexesOf(const AnalysisState& state, const short* variables, short count) {
+    std::vector<std::size_t> indexes;
+    for (short i = 0; i < count; ++i) {
+        if (state.FindVariable(variables[i]) != nullptr) {
+            indexes.push_back(static_cast<std::size_t>(variables[i]) - 1);
+        }
+    }
+    return indexes;
+}
+
+std::vector<std::string> TitleOf(const char* title, const char* caption) {
+    std::vector<std::string> lines{quillara::Replace8CharGrow(title == nullptr ? "" : title)};
+    if (caption != nullptr && *caption != '\0') {
+        lines.push_back(quillara::Replace8CharGrow(caption));
+    }
+    return lines;
+}
+
+/// The title of a scatterplot matrix holds its caption behind a line feed.
+std::vector<std::string> TitleOf(const std::string& title) {
+    const std::size_t end = title.find('\n');
+    return end == std::string::npos ? TitleOf(title.c_str(), nullptr)
+                                    : TitleOf(title.substr(0, end).c_str(), title.substr(end + 1).c_str());
+}
+
+/// Computes a plot and sends it on its way. None is made when the user cancels or there isn't enough memory.
+template <typename Compute>
+short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument graph, Compute compute) {
+    try {
+        graph.Computed = compute();
+    } catch (const Interrupted&) {
+        return NotMade;
+    } catch (const std::bad_alloc&) {
+        analysis.dsplst(0, NoMemory);
+        return NotMade;
+    }
+    quillara::RouteResult(analysis, state, std::move(graph));
+    return Made;
+}
+
+GraphDocument NewGraph(ChartKind chart, std::vector<std::string> title) {
+    GraphDocument graph;
+    graph.Chart = chart;
+    graph.Title = std::move(title);
+    return graph;
+}
+
+}  // namespace
+
+short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const char* title, const char* caption,
+                                                    const char* /*reserved1*/, const char* /*reserved2*/,
+                                                    int /*reserved3*/, short count, const short* variables,
+                                                    const char* /*reserved4*/, CaseFilter filter) {
+    AnalysisState& state = quillara::StateOf(Document);
+    return MakePlot(*this, state, NewGraph(ChartKind::Box, TitleOf(title, caption)), [&] {
+        return BoxPlotOf(state.Table(), IndexesOf(state, variables, count), KeptRows(state, filter, FilterUse::Cases),
+                         static_cast<quillara::BoxType>(type));
+    });
+}
+
+short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reserved1*/, short count,
+                                               const short* variables, short /*secondCount*/,
+                                               const short* /*secondVariables*/, unsigned short /*reserved2*/,
+                                               const double* /*reserved3*/, const double* /*reserved4*/,
+                                               const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
+    AnalysisState& state = quillara::StateOf(Document);
+    GraphDocument graph = NewGraph(ChartKind::Scatter, TitleOf(title));
+    graph.Flags = flags;
+    return MakePlot(*this, state, std::move(graph), [&] {
+        return quillara::ScatterMatrixOf({state.Table(), IndexesOf(state, variables, count),
+                                          KeptRows(state, filter, FilterUse::Cases), flags,
+                                          [&state] { return state.AskForBreak(); }});
+    });
+}
+
+short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, short /*reserved1*/, short /*reserved2*/,
+                                    const short* /*reserved3*/, const short* /*reserved4*/, short /*reserved5*/,
+                                    const char* title, const char* /*reserved6*/, const char* caption,
+                                    const char* /*reserved7*/, int /*reserved8*/, const char* /*reserved9*/,
+                                    CaseFilter filter) {
+    AnalysisState& state = quillara::StateOf(Document);
+    if (state.FindVariable(x + 1) == nullptr || state.FindVariable(y + 1) == nullptr) {
+        return NotMade;
+    }
+    return MakePlot(*this, state, NewGraph(ChartKind::Histogram3D, TitleOf(title, caption)), [&] {
+        return Histogram3DOf(state.Table(), static_cast<std::size_t>(x), static_cast<std::size_t>(y),
+                             KeptRows(state, filter, FilterUse::Pairs));
+    });
+}

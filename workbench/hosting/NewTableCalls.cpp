@@ -1,0 +1,83 @@
+// The data tables that an analysis writes.
+
+#include <algorithm>
+#include <new>
+
+#include "host/AnalysisSupport.h"
+#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/NewTable.h"
+#include "workbench/hosting/TextFields.h"
+
+using quillara::AnalysisState;
+using quillara::NewTable;
+using quillara::NewTableRequest;
+
+namespace {
+
+constexpr int MostVariables = 32766;
+
+/// "subset of cars.csv", then "subset 2 of cars.csv" and so on.
+std::string NameOfSubset(const AnalysisState& state) {
+    const std::size_t number = state.Tables.Finished().size() + 1;
+    const std::string subset = number == 1 ? "subset" : "subset " + std::to_string(number);
+    return state.Table().FileName.empty() ? subset : subset + " of " + state.Table().FileName;
+}
+
+}  // namespace
+
+short CAnalysisSupport::SubsetAndAddEx(int /*code*/, const char* /*name*/, int variables, int /*reserved*/,
+                                       const short* list, int cases, const char* /*names*/, const char* /*longNames*/,
+                                       int /*longNameWidth*/, const char* header, int caseNameWidth,
+                                       std::uint32_t* position) {
+    *position = 0;
+    const auto fromInput = variables < 1 ? 0 : variables - std::count(list, list + variables, short{0});
+    if (variables < 1 || fromInput > MostVariables || caseNameWidth < 0) {
+        return 0;
+    }
+    AnalysisState& state = quillara::StateOf(Document);
+    try {
+        const NewTableRequest request{NameOfSubset(state),
+                                      quillara::TextOfField({header, HeaderTextWidth}),
+                                      {list, static_cast<std::size_t>(variables)},
+                                      static_cast<std::size_t>(caseNameWidth),
+                                      cases};
+        return state.Tables.Add(std::make_unique<NewTable>(state.Table(), request));
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+}
+
+short CAnalysisSupport::SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list,
+                                       int cases, const char* names, const char* longNames, int longNameWidth,
+                                       const char* header, int caseNameWidth, std::uint32_t* position,
+                                       const std::int32_t* /*places*/, const std::int32_t* /*sources*/,
+                                       int /*categoricals*/) {
+    // The labels of every variable come along, categorical or not.
+    return SubsetAndAddEx(code, name, variables, reserved, list, cases, names, longNames, longNameWidth, header,
+                          caseNameWidth, position);
+}
+
+int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {
+    NewTable* target = quillara::StateOf(Document).Tables.Find(table);
+    if (target == nullptr || length < 0) {
+        return 1;
+    }
+    return target->Write({static_cast<const char*>(bytes), static_cast<std::size_t>(length)}, position) ? 0 : 1;
+}
+
+void CAnalysisSupport::MatClo(short table) {
+    AnalysisState& state = quillara::StateOf(Document);
+    const std::unique_ptr<NewTable> written = state.Tables.Take(table);
+    if (written == nullptr) {
+        return;
+    }
+    const auto finished = written->Finish();
+    state.Tables.Keep(finished);
+    if (state.Services.TakeData) {
+        state.Services.TakeData(finished);
+    }
+}
+
+void CAnalysisSupport::AbortOutput(short table) {
+    quillara::StateOf(Document).Tables.Take(table);
+}

@@ -1,0 +1,36 @@
+#include "workbench/hosting/NewTables.h"
+
+#include <limits>
+#include <utility>
+
+#include "workbench/hosting/NewTable.h"
+
+namespace quillara {
+
+NewTables::NewTables() = default;
+
+NewTables::~NewTables() = default;
+
+short NewTables::Add(std::unique_ptr<NewTable> table) {
+    do {
+        LastHandle = LastHandle == std::numeric_limits<short>::max() ? short{1} : static_cast<short>(LastHandle + 1);
+    } while (Tables.contains(LastHandle));
+    Tables.emplace(LastHandle, std::move(table));
+    return LastHandle;
+}
+
+NewTable* NewTables::Find(short handle) const {
+    const auto found = Tables.find(handle);
+    return found == Tables.end() ? nullptr : found->second.get();
+}
+
+std::unique_ptr<NewTable> NewTables::Take(short handle) {
+    auto node = Tables.extract(handle);
+    return node.empty() ? nullptr : std::move(node.mapped());
+}
+
+void NewTables::Keep(std::shared_ptr<const DataTable> table) {
+    Done.push_back(std::move(table));
+}
+
+}  // namespace quillara

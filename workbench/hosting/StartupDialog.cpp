@@ -1,0 +1,62 @@
+// The startup dialog of an analysis: a window that stays open while the user works elsewhere.
+
+#include "host/AnalysisSupport.h"
+#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogHost.h"
+
+int CAnalysisModelessDialog::CreateAnalysisDialog() {
+    if (!DialogHost::MakeWindow(*this, Support().GetLibInstance())) {
+        return 0;
+    }
+    Host().TheWindow->Start();
+    if (Host().RanOutOfMemory) {
+        return 0;
+    }
+    DialogHost::StateOf(*this).Dialogs.Startup.reset(this);
+    return 1;
+}
+
+short CAnalysisModelessDialog::IsResultsMsg(HWND /*window*/, unsigned /*message*/, std::uint64_t /*wParam*/,
+                                            std::int64_t /*lParam*/) {
+    return 0;
+}
+
+void CAnalysisModelessDialog::LockResults() {
+    DialogHost::Trace(*this, "LockResults");
+    Host().ResultsLocked = true;
+}
+
+void CAnalysisModelessDialog::UnlockResults() {
+    DialogHost::Trace(*this, "UnlockResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::RestoreResults() {
+    DialogHost::Trace(*this, "RestoreResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::ReallyRestoreResults() {
+    DialogHost::Trace(*this, "ReallyRestoreResults");
+    Host().ResultsLocked = false;
+}
+
+void CAnalysisModelessDialog::EnableStartupMenus(int enable) {
+    DialogHost::Trace(*this, "EnableStartupMenus " + std::to_string(enable));
+    Host().MenusEnabled = enable != 0;
+}
+
+void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int control) {
+    DialogHost::Trace(*this, "FinishRecordingDialog " + std::to_string(step) + " " + std::to_string(kind) + " " +
+                                 std::to_string(control));
+}
+
+CAnalysisModelessDialog* CAnalysisSupport::GetStartupDialog() {
+    CAnalysisModelessDialog* dialog = quillara::StateOf(Document).Dialogs.Startup.get();
+    return dialog == nullptr || DialogHost::WindowOf(*dialog)->IsClosed() ? nullptr : dialog;
+}
+
+HWND CAnalysisSupport::GetStartupWindow() {
+    const CAnalysisModelessDialog* dialog = GetStartupDialog();
+    return dialog == nullptr ? nullptr : DialogHost::WindowOf(*dialog);
+}

@@ -1,0 +1,57 @@
+#include "workbench/numbers/NumberFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+
+namespace quillara {
+namespace {
+
+constexpr double leastCommonNumber = 0.01;
+constexpr double leastHugeNumber = 1e15;
+constexpr int hugeDigits = 6;
+
+// Holds the longest text asked for, a huge number in plain digits.
+using NumberBuffer = std::array<char, 400>;
+
+std::string Written(double number, std::chars_format form, int precision) {
+    NumberBuffer buffer;
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, form, precision).ptr};
+}
+
+bool HasCommonForm(double number) {
+    const double magnitude = std::fabs(number);
+    return number == 0.0 || (leastCommonNumber <= magnitude && magnitude < leastHugeNumber);
+}
+
+int DecimalsNeeded(double number, int mostDecimals) {
+    const std::string text = Written(number, std::chars_format::fixed, mostDecimals);
+    const auto zeros = text.size() - 1 - text.find_last_not_of('0');
+    return std::max(0, mostDecimals - static_cast<int>(zeros));
+}
+
+}  // namespace
+
+NumberFormat::NumberFormat(const std::vector<double>& numbers, int mostDecimals) : SmallDigits(mostDecimals) {
+    for (const double number : numbers) {
+        if (HasCommonForm(number)) {
+            Decimals = std::max(Decimals, DecimalsNeeded(number, mostDecimals));
+        }
+    }
+}
+
+std::string NumberFormat::TextOf(double number) const {
+    if (!std::isfinite(number)) {
+        return {};
+    }
+    if (!HasCommonForm(number)) {
+        const int digits = std::fabs(number) < leastHugeNumber ? SmallDigits : hugeDigits;
+        return Written(number, std::chars_format::general, digits);
+    }
+    const double withoutSignOfZero = number + 0.0;
+    return Written(withoutSignOfZero, std::chars_format::fixed, Decimals);
+}
+
+}  // namespace quillara
