@@ -5,6 +5,7 @@
 
 #include "host/Charts.h"
 #include "host/Commons.h"
+#include "host/ResultSubject.h"
 #include "platform/Handles.h"
 
 class CAnalysisContext;
@@ -153,6 +154,8 @@ class CAnalysisSupport {
 
     // Result documents and commands
 
+    /// Says what the next table or chart handed over is about. The host forgets it with that result, made or not.
+    void SetResultSubject(ResultSubject subject);
     /// Moves the content of a new document into the window of an old one; true when done. The new one is then empty.
     bool ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh);
     /// The message of the startup dialog that runs now; null when none does.

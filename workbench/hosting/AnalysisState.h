@@ -12,6 +12,7 @@
 #include "host/AnalysisDialog.h"
 #include "host/CaseBlocks.h"
 #include "host/Commons.h"
+#include "host/ResultSubject.h"
 #include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/AnalysisDocument.h"
@@ -107,6 +108,7 @@ struct AnalysisState {
     NewTables Tables;  ///< data tables that are being written, and those finished
     OpenDocuments Documents;
     KeptPlotRows PlotRowsOfCommand;
+    ResultSubject NextSubject;  ///< what the analysis has said of its next result
     CountedPointer<ResultDocument> LastRouted;  ///< the document that went its normal way last
     DialogState Dialogs;
 

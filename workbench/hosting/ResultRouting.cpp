@@ -43,6 +43,10 @@ void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentConte
 
 }  // namespace quillara
 
+void CAnalysisSupport::SetResultSubject(ResultSubject subject) {
+    quillara::StateOf(Document).NextSubject = std::move(subject);
+}
+
 bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
     auto* target = quillara::ResultDocument::Of(old);
     auto* source = quillara::ResultDocument::Of(fresh);
