@@ -9,7 +9,7 @@
 #include "engine/HostBuffer.h"
 #include "resources/ControlIds.h"
 #include "resources/StringTable.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 

@@ -27,7 +27,7 @@ class COutputTracker;
 /// - drill moves: one step down or up (navigation/DrillMoves.cpp)
 /// - reordering: another order of a set (navigation/Reordering.cpp)
 /// - list presentation: what the lists of the dialogs show (navigation/ListPresentation.cpp)
-/// - captions (results/tables/SelectionText.cpp) and tables (results/tables)
+/// - captions (results/texts/SelectionText.cpp) and tables (results/tables)
 /// - graphs: charts, brushing, plots of the host (results/graphs)
 /// - output: stand-alone documents and their updates (automation/OutputOperations.cpp)
 ///
@@ -273,7 +273,7 @@ class CDrillDown : public CAnalysisSupport {
     /// at their places on the right.
     int LeftAndRight(HWND dialog, const std::int32_t* request, int entries);
 
-    // Captions - results/tables/SelectionText.cpp
+    // Captions - results/texts/SelectionText.cpp
 
     /// Caption of the present subset: the count line and one clause per step, newest first, as one text or its key.
     std::string DrillString();

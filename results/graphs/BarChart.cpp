@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/DrillDown.h"
+#include "resources/StringTable.h"
 #include "results/graphs/ChartBuilder.h"
 #include "results/graphs/CountAxis.h"
 #include "results/graphs/VariableBars.h"
@@ -39,4 +41,8 @@ void FillBarChart(CChartBuilder& chart, const VariableBars& bars) {
     chart.YMin = 0.0;
     FillCountAxis(chart, highest);
     SetBarStyle(chart);
+}
+
+const char* CountsCaption(CDrillDown& analysis) {
+    return analysis.GetResourceString(analysis.CaseWeight.Active != 0 ? WeightedCountsCaptionText : CountsCaptionText);
 }

@@ -9,11 +9,11 @@
 #include "engine/HostBuffer.h"
 #include "host/Brushing.h"
 #include "host/GraphAutomation.h"
+#include "resources/StringTable.h"
 #include "results/graphs/BarChart.h"
 #include "results/graphs/BrushingGraph.h"
-#include "results/graphs/GraphTexts.h"
 #include "results/graphs/HostGraphs.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 

@@ -3,22 +3,26 @@
 #include <string>
 
 #include "engine/DrillDown.h"
+#include "resources/StringTable.h"
 #include "results/graphs/BarChart.h"
 #include "results/graphs/BrushingGraph.h"
 #include "results/graphs/ChartBuilder.h"
-#include "results/graphs/GraphTexts.h"
 #include "results/graphs/GraphTwins.h"
 #include "results/graphs/HostGraphs.h"
 #include "results/graphs/VariableBars.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
 constexpr std::uint16_t BrushingFlag = 8;
 
-/// Titles and captions; captions and the first title line stay empty when the current variable isn't there.
-void WriteTexts(CDrillDown& analysis, CChartBuilder& chart) {
-    if (CDrillDown::FindRecord(analysis.DrillDowns, analysis.CurrentDown) != nullptr) {
+/// Titles, captions and the subject; captions and the first title line stay empty when the current variable isn't
+/// there.
+void WriteTexts(CDrillDown& analysis, CChartBuilder& chart, bool hasMissing) {
+    const Drill* record = CDrillDown::FindRecord(analysis.DrillDowns, analysis.CurrentDown);
+    if (record != nullptr) {
+        chart.Subject = SubjectOf(analysis, ResultSide::Drill, *record, hasMissing);
         const std::string name = NameField(analysis, analysis.CurrentDown);
         chart.SetXLabel(name.c_str());
         chart.SetYLabel(CountsCaption(analysis));
@@ -37,7 +41,7 @@ bool ShowBrushingGraph(CDrillDown& analysis) {
         return false;
     }
     FillBarChart(chart, bars);
-    WriteTexts(analysis, chart);
+    WriteTexts(analysis, chart, bars.HasMissingBar());
     chart.ChartFlags = static_cast<std::uint16_t>(chart.ChartFlags + BrushingFlag);
     chart.Show(ShowAsBars);
     return true;

@@ -6,6 +6,7 @@
 
 #include "host/Charts.h"
 #include "host/GraphAutomation.h"
+#include "host/ResultSubject.h"
 #include "platform/CountedPointer.h"
 
 class CDrillDown;
@@ -74,8 +75,9 @@ class CChartBuilder {
 
     // Showing
 
-    /// Hands the chart to the host and gives all buffers back. 0 when the host made the chart, else 1. A chart without
-    /// room for points is reported to the user; one of which a range was never set is left out silently.
+    /// Tells the host the subject, hands the chart over and gives all buffers back. 0 when the host made the chart,
+    /// else 1. A chart without room for points is reported to the user; one of which a range was never set is left out
+    /// silently.
     int Show(unsigned short request);
     /// The same for a pie of CurrentSeries.
     int ShowPie();
@@ -143,6 +145,8 @@ class CChartBuilder {
     std::int32_t YScaleCount = 0;
     std::int16_t AllocFailed = 0;  ///< 1: there was no memory
     CountedPointer<IGraph> LastGraph;  ///< the graph made last, if Show was asked to keep it
+
+    ResultSubject Subject;  ///< what the chart is about
 
   private:
     [[nodiscard]] bool TakeSeriesArrays();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "engine/DrillDown.h"
 #include "results/graphs/ChartBuilder.h"
@@ -74,6 +75,7 @@ bool CChartBuilder::HandOver() {
     if (std::all_of(NoteBlock, NoteBlock + NotesLookedAt, [](char byte) { return byte == '\0'; })) {
         NoteWidth = 0;
     }
+    Analysis.SetResultSubject(std::exchange(Subject, {}));
     return Analysis.NewGeneralMultipleChartLongEx(
                Info, ChartFlags, SeriesCount, SeriesData, PointCounts, SeriesKind, SeriesAttrB, SeriesAttrC,
                SeriesColor, SeriesNames, SeriesWidth,  // 1 - 11

@@ -1,12 +1,13 @@
 #include <cstdint>
 
 #include "engine/DrillDown.h"
+#include "resources/StringTable.h"
 #include "results/graphs/BarChart.h"
 #include "results/graphs/ChartBuilder.h"
-#include "results/graphs/GraphTexts.h"
 #include "results/graphs/GraphTwins.h"
 #include "results/graphs/VariableBars.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -25,6 +26,7 @@ bool ShowHistogram(CDrillDown& analysis, const GraphTwin& twin, const Drill& rec
     chart.SetYLabel(CountsCaption(analysis));
     chart.SetTitle(0, VariableTitle(analysis, twin.TitleText, record.VarNo));
     chart.SetTitle(1, analysis.DrillString());
+    chart.Subject = SubjectOf(analysis, SideOf(twin.Set), record, bars.HasMissingBar());
     chart.Show(ShowAsBars);
     return true;
 }

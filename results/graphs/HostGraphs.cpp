@@ -1,4 +1,5 @@
 #include "results/graphs/HostGraphs.h"
+#include "resources/StringTable.h"
 
 #include <cstring>
 #include <memory>
@@ -6,7 +7,6 @@
 #include <string>
 
 #include "engine/DrillDown.h"
-#include "results/graphs/GraphTexts.h"
 
 namespace {
 

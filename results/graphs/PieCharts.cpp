@@ -3,11 +3,12 @@
 #include <string>
 
 #include "engine/DrillDown.h"
+#include "resources/StringTable.h"
 #include "results/graphs/ChartBuilder.h"
-#include "results/graphs/GraphTexts.h"
 #include "results/graphs/GraphTwins.h"
 #include "results/graphs/VariableBars.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -58,6 +59,7 @@ bool ShowOnePie(CDrillDown& analysis, const GraphTwin& twin, const Drill& record
     chart.SetXLabel(NameField(analysis, record.VarNo).c_str());
     chart.SetTitle(0, VariableTitle(analysis, twin.TitleText, record.VarNo));
     chart.SetTitle(1, analysis.DrillString());
+    chart.Subject = SubjectOf(analysis, SideOf(twin.Set), record, slices.HasMissingBar());
     chart.ShowPie();
     return true;
 }

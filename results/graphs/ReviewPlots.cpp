@@ -1,12 +1,14 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 #include "engine/DrillDown.h"
-#include "results/graphs/GraphTexts.h"
+#include "resources/StringTable.h"
 #include "results/graphs/ReviewCaseFilter.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -32,7 +34,15 @@ constexpr unsigned short DetailedMatrix = 204;
 constexpr unsigned short PlainMatrix = 68;
 constexpr unsigned short Histogram3DType = 4;
 
+/// Says what the next plot is about: review variables.
+void TellSubject(CDrillDown& analysis, const std::int16_t* variables, std::ptrdiff_t count) {
+    SubjectWriter subject(analysis, ResultSide::Review);
+    std::for_each(variables, variables + count, [&](std::int16_t var) { subject.AddVariable(var); });
+    analysis.SetResultSubject(subject.Take());
+}
+
 void ShowBoxPlot(CDrillDown& analysis, unsigned short typeCode) {
+    TellSubject(analysis, analysis.RVContinuous, analysis.NoRVContinuous);
     analysis.CategorizedVarBoxAndWhisker(typeCode, analysis.GetResourceString(BoxPlotTitleText),
                                          analysis.DrillString().c_str(), nullptr, nullptr, 0, analysis.NoRVContinuous,
                                          analysis.RVContinuous, nullptr, ReviewCaseFilter);
@@ -54,6 +64,8 @@ void ShowHistogram3D(CDrillDown& analysis, std::int16_t first, std::int16_t seco
     Histogram3DYVar = static_cast<std::int16_t>(second - 1);
     const std::string title = FillFormat(analysis.GetResourceString(Histogram3DTitleText),
                                          {NameField(analysis, first), NameField(analysis, second)});
+    const std::array<std::int16_t, 2> pair{first, second};
+    TellSubject(analysis, pair.data(), pair.size());
     analysis.Histogram3D(Histogram3DType, Histogram3DXVar, Histogram3DYVar, 0, 0, nullptr, nullptr, 0, title.c_str(),
                          nullptr, analysis.DrillString().c_str(), nullptr, 0, nullptr, ReviewCaseFilterXY);
 }
@@ -94,6 +106,7 @@ std::int16_t CDrillDown::RVScatterPlot(HWND) {
     const std::string title = FillFormat(GetResourceString(CorrelationsTitleText), {caption});
     // Intended: from 15 variables on the cells are plain, unlike in a smaller matrix, which has room for more.
     const unsigned short flags = NoRVContinuous < DetailedMatrixLimit ? DetailedMatrix : PlainMatrix;
+    TellSubject(*this, RVContinuous, NoRVContinuous);
     const short status = CorrelationScatterplot(flags, 0, NoRVContinuous, RVContinuous, 0, nullptr, 0, nullptr, nullptr,
                                                 CaseLine.Line, ReviewCaseFilter, title);
     // Intended: the sense is the reverse of the host's, and only its 1 is a failure, unlike in the other plots, which

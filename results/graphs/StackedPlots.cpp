@@ -5,10 +5,11 @@
 #include <vector>
 
 #include "engine/DrillDown.h"
+#include "resources/StringTable.h"
 #include "results/graphs/ChartBuilder.h"
-#include "results/graphs/GraphTexts.h"
 #include "results/graphs/GraphTwins.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -121,6 +122,14 @@ void SetRanges(CChartBuilder& chart, std::int32_t columns) {
     chart.YStep = 20.0;
 }
 
+ResultSubject SubjectOfColumns(CDrillDown& analysis, ResultSide side, const std::vector<Column>& columns) {
+    SubjectWriter subject(analysis, side);
+    for (const Column& column : columns) {
+        subject.AddCategories(*column.Record, column.HasMissingLayer());
+    }
+    return subject.Take();
+}
+
 int ShowStackedPlot(CDrillDown& analysis, const GraphTwin& twin) {
     analysis.BringUpToDate();
     const std::vector<Column> columns = ColumnsOf(analysis, *(analysis.*twin.Set));
@@ -137,6 +146,7 @@ int ShowStackedPlot(CDrillDown& analysis, const GraphTwin& twin) {
     if (!WriteColumns(analysis, chart, columns)) {
         return 0;
     }
+    chart.Subject = SubjectOfColumns(analysis, SideOf(twin.Set), columns);
     chart.SetTitle(0, analysis.GetResourceString(twin.TitleText));
     chart.SetTitle(1, analysis.DrillString());
     SetRanges(chart, count);

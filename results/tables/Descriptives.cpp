@@ -6,7 +6,8 @@
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
 #include "results/tables/ResultTable.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -145,15 +146,18 @@ std::int16_t ShowDescriptives(CDrillDown& analysis, const DescriptivesRules& rul
     const auto rows = static_cast<std::size_t>(std::count_if(set.begin(), set.end(), rules.Shows));
     ResultTable table(analysis, rows, ColumnCount);
     WriteHeadings(analysis, table);
+    SubjectWriter subject(analysis, SideOf(rules.Set));
     ColumnFlags fractional{};
     std::size_t row = 0;
     for (const Drill& record : set) {
         if (rules.Shows(record)) {
+            subject.AddVariable(record.VarNo);
             table.SetRowName(row, rules.RowName(analysis, record.VarNo));
             WriteRow(table, row++, record, fractional);
         }
     }
     ShowWholeColumns(table, fractional);
+    table.Subject = subject.Take();
     // Intended: nothing is shown, and nothing said, without rows, unlike the frequency tables; the commands depend on
     // being silent where no variable applies.
     if (rows > 0) {

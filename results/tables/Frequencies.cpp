@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -8,7 +7,8 @@
 #include "engine/HostBuffer.h"
 #include "resources/StringTable.h"
 #include "results/tables/ResultTable.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -29,7 +29,6 @@ constexpr std::size_t CumulativeCountColumn = 1;
 constexpr std::size_t PercentColumn = 2;
 constexpr std::size_t CumulativePercentColumn = 3;
 constexpr std::size_t DescriptionColumn = 4;
-constexpr std::size_t LongNameSize = 128;
 
 // Intended: a literal, unlike in the summary, whose column takes its name from the string table; translations of the
 // table don't reach this column.
@@ -58,31 +57,8 @@ struct TableRows {
     }
 };
 
-/// "Frequency table of NAME: LONG NAME", as its key. The short name stands as the host's raw field.
-std::string TitleOf(CDrillDown& analysis, const FrequencyRules& rules, std::int16_t var) {
-    std::string variable = NameField(analysis, var);
-    std::array<char, LongNameSize> longName{};
-    analysis.WriteVarLongName(longName.data(), var);
-    if (longName[0] != '\0') {
-        variable.append(rules.TitleSeparator).append(longName.data());
-    }
-    std::string title = FillFormat(analysis.GetResourceString(FrequencyTitleText), {variable});
-    analysis.Get8CharHash(title);
-    return title;
-}
-
-std::string CategoryName(const Drill& record, const Categories& category) {
-    if (!category.Name.empty()) {
-        return category.Name;
-    }
-    if (record.VarType == ContinuousVariable) {
-        return SixDecimals(category.Lower) + "<x<=" + SixDecimals(category.Upper);
-    }
-    return SixDecimals(category.Upper);
-}
-
 void WriteHeadings(CDrillDown& analysis, const FrequencyRules& rules, std::int16_t var, ResultTable& table) {
-    table.SetTitle(0, TitleOf(analysis, rules, var));
+    table.SetTitle(0, VariableTitle(analysis, FrequencyTitleText, var, rules.TitleSeparator));
     table.SetTitle(1, analysis.DrillString());
     table.SetColumnName(CountColumn, analysis.GetResourceString(CountText));
     table.SetColumnName(CumulativeCountColumn, analysis.GetResourceString(CumulativeCountText));
@@ -137,6 +113,7 @@ bool ShowTable(CDrillDown& analysis, const FrequencyRules& rules, const Drill& r
         table.ShowWhole(CountColumn);
         table.ShowWhole(CumulativeCountColumn);
     }
+    table.Subject = SubjectOf(analysis, SideOf(rules.Set), record, HasMissingRow(analysis, record));
     // Intended: a table of no rows is shown too, unlike in the summary and the descriptives; one table per variable is
     // what scripts count on.
     table.Output();

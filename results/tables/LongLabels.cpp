@@ -3,7 +3,7 @@
 #include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/HostBuffer.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 

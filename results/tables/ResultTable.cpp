@@ -163,6 +163,7 @@ std::int16_t ResultTable::HandOver() {
     WriteCount(Header + HeaderRowsOffset, Rows);
     WriteCount(Header + HeaderColumnsOffset, Cols);
     std::array<short, 3> status{0, 1, 1};
+    Analysis.SetResultSubject(std::exchange(Subject, {}));
     return Analysis.looka4(Data, Text, ColFormat, ColNames, ColLongNames, RowNames, Title[0], Rows, Cols, Rows, Cols,
                            HeaderOffset, HeaderCount, RowNameWidth + FieldMargin, CellWidth + FieldMargin,
                            static_cast<int>(TitleWidth), TitleMode, FirstRow, RowNameWidth, TextWidth, CellWidth,

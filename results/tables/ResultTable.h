@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "host/ResultSubject.h"
+
 class CDrillDown;
 
 /// One spreadsheet on its way to the host: flat arrays in the layout that CAnalysisSupport::looka4 tells, which a
@@ -35,8 +37,8 @@ class ResultTable {
     /// Gives a column the display of whole numbers.
     void ShowWhole(std::size_t column);
 
-    /// Hands the table to the host and releases it. Gives the host's status; 0 without memory; 1, and hands nothing
-    /// over, with Suppress 1.
+    /// Tells the host the subject, hands the table over and releases it. Gives the host's status; 0 without memory; 1,
+    /// and hands nothing over, with Suppress 1.
     std::int16_t Output();
     /// Gives the arrays back; may be repeated.
     void Release();
@@ -57,6 +59,8 @@ class ResultTable {
     unsigned char* Header = nullptr;  ///< block for the host; at output Rows and Cols go in
     char Title[TitleLines][TitleWidth];  ///< title, subset, nothing; a full line has no zero at its end
     std::int16_t Suppress = 0;  ///< 1: Output shows nothing
+
+    ResultSubject Subject;  ///< what the table is about
 
     /// ColFormat of a column with a text cell: 156 as an unsigned byte.
     static constexpr signed char TextColumn = -100;

@@ -9,7 +9,8 @@
 #include "engine/HostBuffer.h"
 #include "resources/StringTable.h"
 #include "results/tables/ResultTable.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultSubjects.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 
@@ -71,11 +72,14 @@ std::int16_t CDrillDown::DDNSummary(HWND) {
     const bool described = AnyLongLabel(*this, label.data());
     ResultTable table(*this, DrillUps->size(), described ? 2 : 1);
     WriteHeadings(*this, described, table);
+    SubjectWriter subject(*this, ResultSide::Drill);
     std::size_t row = 0;
     for (const Drill& step : *DrillUps) {
+        subject.AddVariable(step.VarNo);
         table.SetRowName(row, ExpandedName(*this, step.VarNo, name.data()));
         WriteCategory(*this, table, row++, step, described ? label.data() : nullptr);
     }
+    table.Subject = subject.Take();
     // Intended: nothing is shown without rows, unlike the frequency tables; a call without a step depends on being
     // silent.
     if (!DrillUps->empty()) {

@@ -1,4 +1,4 @@
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -8,6 +8,23 @@
 #include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/NumberTexts.h"
+
+namespace {
+
+constexpr std::size_t LongNameSize = 128;
+
+/// "NAME: LONG NAME", or the short name alone.
+std::string LabelOf(CDrillDown& analysis, std::int16_t var, const char* separator) {
+    std::string label = NameField(analysis, var);
+    std::array<char, LongNameSize> longName{};
+    analysis.WriteVarLongName(longName.data(), var);
+    if (longName[0] != '\0') {
+        label.append(separator).append(longName.data());
+    }
+    return label;
+}
+
+}  // namespace
 
 std::string NameField(CDrillDown& analysis, std::int16_t var) {
     std::array<char, NameFieldSize> field{};
@@ -26,6 +43,24 @@ std::string ExpandedName(CDrillDown& analysis, std::int16_t var, char* field) {
     std::string name = TrimBlanks(field);
     analysis.ExpandPossible8CharHash(name);
     return name;
+}
+
+std::string VariableTitle(CDrillDown& analysis, int textId, std::int16_t var, const char* separator) {
+    const std::string text = analysis.GetResourceString(textId);
+    const std::string label = LabelOf(analysis, var, separator);
+    std::string title = text.find("%s") == std::string::npos ? text + label : FillFormat(text, {label});
+    analysis.Get8CharHash(title);
+    return title;
+}
+
+std::string CategoryName(const Drill& record, const Categories& category) {
+    if (!category.Name.empty()) {
+        return category.Name;
+    }
+    if (record.VarType == ContinuousVariable) {
+        return SixDecimals(category.Lower) + "<x<=" + SixDecimals(category.Upper);
+    }
+    return SixDecimals(category.Upper);
 }
 
 std::string SixDecimals(double value) {

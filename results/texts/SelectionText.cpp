@@ -5,7 +5,7 @@
 
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
-#include "results/tables/ResultTexts.h"
+#include "results/texts/ResultTexts.h"
 
 namespace {
 

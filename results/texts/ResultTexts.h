@@ -17,6 +17,14 @@ class CDrillDown;
 /// The same, made in a work field of NameFieldSize bytes.
 [[nodiscard]] std::string ExpandedName(CDrillDown& analysis, std::int16_t var, char* field);
 
+/// A title of the string table for a variable, as its key: short name (the raw field), separator and long name, or the
+/// short name alone, stand in place of the mark %s, or behind a text without one.
+[[nodiscard]] std::string VariableTitle(CDrillDown& analysis, int textId, std::int16_t var,
+                                        const char* separator = ": ");
+
+/// The name of a category; its bounds where it has none.
+[[nodiscard]] std::string CategoryName(const Drill& record, const Categories& category);
+
 /// A value as %f prints it, with a point whatever the locale of the host.
 [[nodiscard]] std::string SixDecimals(double value);
 
