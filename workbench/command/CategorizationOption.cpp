@@ -5,9 +5,9 @@
 #include <functional>
 #include <optional>
 
-#include "workbench/command/Numbers.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

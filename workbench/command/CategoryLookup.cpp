@@ -5,10 +5,10 @@
 #include <optional>
 #include <set>
 
-#include "workbench/command/LetterCase.h"
-#include "workbench/command/Numbers.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/command/NamedVariables.h"
-#include "workbench/command/Numbers.h"
 #include "workbench/command/WordTable.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

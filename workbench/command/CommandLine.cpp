@@ -21,8 +21,8 @@ void Take(const std::string& option, const ValueTaker& take, const std::string& 
 }
 
 char SingleCharacter(const std::string& text) {
-    if (text.size() != 1) {
-        throw UsageError(Quoted(text) + " isn't a single character.");
+    if (text.size() != 1 || static_cast<unsigned char>(text.front()) >= 0x80) {
+        throw UsageError(Quoted(text) + " isn't a single ASCII character.");
     }
     return text.front();
 }

@@ -7,6 +7,7 @@
 #include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
+#include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
 namespace {
@@ -40,8 +41,7 @@ DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
 
 void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,
                           const std::string& input) {
-    std::error_code error;
-    if (IsRegularFile(input) && std::filesystem::equivalent(output, input, error)) {
+    if (IsRegularFile(input) && NameOneFile(output, input)) {
         throw UsageError(option + " names the " + role + " file " + Quoted(output) + " itself; choose another file.");
     }
 }

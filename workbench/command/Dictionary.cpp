@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/command/Numbers.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedText.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {

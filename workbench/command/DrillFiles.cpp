@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 
 #include "workbench/command/ChartLibrary.h"
 #include "workbench/command/DataReading.h"
@@ -45,19 +44,12 @@ void CheckFile(const std::string& option, const std::optional<std::string>& file
     }
 }
 
-/// Also of files that aren't there yet.
-bool AreOneFile(const std::string& file, const std::string& other) {
-    std::error_code error;
-    const std::filesystem::path place = std::filesystem::weakly_canonical(std::filesystem::absolute(file), error);
-    return !error && place == std::filesystem::weakly_canonical(std::filesystem::absolute(other), error);
-}
-
 }  // namespace
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
     CheckFile("--save", options.SaveFile, options);
-    if (options.OutputFile && options.SaveFile && AreOneFile(*options.OutputFile, *options.SaveFile)) {
+    if (options.OutputFile && options.SaveFile && NameOneFile(*options.OutputFile, *options.SaveFile)) {
         throw UsageError("--save and --output both name " + Quoted(*options.SaveFile) + "; choose two files.");
     }
 }

@@ -10,6 +10,7 @@
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 #include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
@@ -40,8 +41,7 @@ std::string PlainName(std::string_view text) {
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::string name;
     for (const char character : text) {
-        const bool isCapital = 'A' <= character && character <= 'Z';
-        const char small = isCapital ? static_cast<char>(character - 'A' + 'a') : character;
+        const char small = SmallLetter(character);
         if (letters.find(small) != std::string_view::npos) {
             name += small;
         } else if (!name.empty() && name.back() != '-') {

@@ -15,8 +15,9 @@ namespace quillara {
 ///
 /// Comparisons bind tighter than not, not tighter than and, and tighter than or; they can't be chained (a < b < c).
 /// Numbers are compared as they are, without tolerance. Names count the case of letters, the words and, or, not and
-/// missing don't; a variable of such a name stands in brackets. A quoted text is compared with a text variable or with
-/// the labels of a variable, by = and <> only; with a date it is YYYY-MM-DD, with a time of day HH:MM:SS.
+/// missing don't; a variable called And, Or or Not stands in brackets, and one called Missing before a bracket. A
+/// quoted text is compared with a text variable or with the labels of a variable, by = and <> only; with a date it is
+/// YYYY-MM-DD, with a time of day HH:MM:SS.
 ///
 ///   age > 30 and sex = "Female"     not missing([marital status]) or income <> "<=50K"     day >= "2024-02-01"
 [[nodiscard]] std::vector<CaseResult> SelectCases(const DataTable& table, std::string_view formula);

@@ -30,20 +30,22 @@ Span FiniteSpan(const std::vector<double>& values) {
     return span;
 }
 
-bool IsTaken(const std::vector<double>& values, double code) {
-    const NearlyEqualRange range = RangeNearlyEqualTo(code);
-    return std::ranges::any_of(values, [&](double value) { return range.Contains(value); });
-}
-
-/// The first code up from the lowest double that no value is nearly equal to. Their ranges don't touch, so one among
-/// the first values.size() + 1 is free.
+/// The first code up from the lowest double that no value is nearly equal to. The codes stand so far apart that their
+/// ranges touch and don't overlap: each value takes one, so one among the first values.size() + 1 is free.
 double FreeCodeNearLowest(const std::vector<double>& values) {
-    constexpr auto stride = static_cast<std::int64_t>(2 * BitTolerance + 1);
-    std::int64_t ordered = OrderedBits(std::numeric_limits<double>::lowest());
-    while (IsTaken(values, FromOrderedBits(ordered))) {
-        ordered += stride;
+    constexpr std::uint64_t stride = 2 * BitTolerance + 1;
+    const std::int64_t lowest = OrderedBits(std::numeric_limits<double>::lowest());
+    std::vector<bool> isTaken(values.size() + 1);
+    for (const double value : values) {
+        const std::uint64_t height =
+            static_cast<std::uint64_t>(OrderedBits(value)) - static_cast<std::uint64_t>(lowest);
+        const std::uint64_t code = (height + BitTolerance) / stride;
+        if (std::isfinite(value) && code < isTaken.size()) {
+            isTaken[code] = true;
+        }
     }
-    return FromOrderedBits(ordered);
+    const auto free = static_cast<std::int64_t>(std::ranges::find(isTaken, false) - isTaken.begin());
+    return FromOrderedBits(lowest + free * static_cast<std::int64_t>(stride));
 }
 
 double ChooseMissingCode(const std::vector<double>& values) {

@@ -5,12 +5,16 @@
 
 #include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 
 namespace quillara {
 namespace {
 
 /// Results have row names as wide as the case names; narrower ones would cut what they show.
 constexpr std::size_t RowNameWidth = 12;
+
+/// An analysis copies no longer name; names wider than the field travel as keys.
+constexpr std::size_t MostCaseNameWidth = 218;
 
 constexpr std::size_t MostVariables = 32766;
 constexpr std::size_t MostCases = 2147483646;
@@ -24,13 +28,6 @@ const ValueTexts* TextsOf(const std::map<double, ValueTexts>& labels, double val
 
 const std::string* UnlessEmpty(const std::string& text) {
     return text.empty() ? nullptr : &text;
-}
-
-bool EqualButForLetterCase(std::string_view left, std::string_view right) {
-    const auto lower = [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    };
-    return std::ranges::equal(left, right, {}, lower, lower);
 }
 
 std::string Quoted(std::string_view name) {
@@ -88,7 +85,7 @@ std::size_t DataTable::CaseNameWidth() const {
     for (const std::string& name : CaseNames) {
         width = std::max(width, name.size());
     }
-    return width;
+    return std::min(width, MostCaseNameWidth);
 }
 
 void CheckSize(std::size_t variables, std::size_t cases) {

@@ -59,8 +59,8 @@ struct DataTable {
     [[nodiscard]] std::optional<std::size_t> Find(std::string_view name) const;
     /// As Find; throws DataError naming the variable when there is none.
     [[nodiscard]] std::size_t IndexOf(std::string_view name) const;
-    /// Width of the case-name field: bytes of the longest case name, at least those of an ordinary row name; 0 without
-    /// case names.
+    /// Width of the case-name field: bytes of the longest case name, at least those of an ordinary row name, at most
+    /// 218: longer names travel as keys; 0 without case names.
     [[nodiscard]] std::size_t CaseNameWidth() const;
 };
 

@@ -8,6 +8,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/FormulaParts.h"
 #include "workbench/data/FormulaTokens.h"
+#include "workbench/data/LetterCase.h"
 
 namespace quillara {
 namespace {
@@ -20,10 +21,7 @@ constexpr std::array<std::string_view, 2> ProductSigns = {"*", "/"};
 constexpr std::array<std::string_view, 3> Operators = {"and", "or", "not"};
 
 bool IsKeyword(const Token& token, std::string_view keyword) {
-    const auto lower = [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    };
-    return token.Kind == TokenKind::Word && std::ranges::equal(token.Text, keyword, {}, lower);
+    return token.Kind == TokenKind::Word && EqualButForLetterCase(token.Text, keyword);
 }
 
 bool IsSign(const Token& token, std::span<const std::string_view> signs) {
@@ -165,7 +163,8 @@ class Reader {
     }
 
     FormulaPart ValueOfWord() {
-        if (IsKeyword(*Current, "missing")) {
+        // There is always a token behind a word, at least the end.
+        if (IsKeyword(*Current, "missing") && IsSign(*std::next(Current), "(")) {
             return MissingCall();
         }
         if (std::ranges::any_of(Operators, [&](std::string_view keyword) { return IsKeyword(*Current, keyword); })) {
@@ -187,10 +186,7 @@ class Reader {
 
     FormulaPart MissingCall() {
         const std::size_t offset = Take().Offset;
-        if (!IsSign(*Current, "(")) {
-            Expected("( behind missing (a variable of this name stands in [square brackets])");
-        }
-        Take();
+        Take();  // the bracket
         if (Current->Kind != TokenKind::Word && Current->Kind != TokenKind::Name) {
             Expected("the name of a variable");
         }

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 
 namespace quillara {
 namespace {
@@ -177,8 +177,7 @@ std::string WithoutKeyMarks(std::string_view text) {
 }
 
 std::string SystemEncodingName(const std::string& encoding) {
-    std::string name = encoding;
-    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::toupper(letter); });
+    std::string name = InCapitals(encoding);
     // The system would take more behind a slash as instructions, and an empty name as that of the user's language.
     if (name.empty() || name.find('/') != std::string::npos || !Converter(name).IsOpen()) {
         throw UsageError("The encoding \"" + encoding + "\" isn't known; utf-8, windows-1252 and latin1 are.");

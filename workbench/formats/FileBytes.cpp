@@ -5,12 +5,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 
 namespace quillara {
 namespace {
@@ -86,8 +86,7 @@ std::string ExtensionOf(const std::string& path) {
     if (!extension.empty()) {
         extension.erase(0, 1);
     }
-    std::ranges::transform(extension, extension.begin(), [](unsigned char letter) { return std::tolower(letter); });
-    return extension;
+    return InSmallLetters(extension);
 }
 
 }  // namespace quillara

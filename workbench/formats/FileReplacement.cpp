@@ -114,6 +114,15 @@ class TemporaryFile {
     bool IsThere = false;
 };
 
+/// Brings the renaming to the disk, where the file system can.
+void SyncFolder(const std::filesystem::path& folder) {
+    const std::string name = folder.empty() ? "." : folder.string();
+    const OpenFile opened(open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.IsOpen()) {
+        fsync(opened.Number());
+    }
+}
+
 /// The file behind a link, there or not, so that the link outlives the replacement.
 std::string ResolveLinks(const std::string& path) {
     constexpr int longestChain = 40;  // as the system follows
@@ -126,7 +135,19 @@ std::string ResolveLinks(const std::string& path) {
     return real.string();
 }
 
+std::filesystem::path PlaceOf(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(ResolveLinks(path), error);
+    const std::filesystem::path place = std::filesystem::weakly_canonical(absolute, error);
+    return error ? absolute : place;
+}
+
 }  // namespace
+
+bool NameOneFile(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return PlaceOf(path) == PlaceOf(other) || std::filesystem::equivalent(path, other, error);
+}
 
 void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled,
                  const std::function<void(const std::string& temporary)>& check) {
@@ -152,6 +173,8 @@ void ReplaceFile(const std::string& path, std::string_view content, const std::f
         monitor.Check();
         if (isFinished && !file.MoveTo(target)) {
             error = errno;
+        } else if (isFinished) {
+            SyncFolder(std::filesystem::path(target).parent_path());
         }
     }
     if (error != 0) {

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <chrono>
 #include <cmath>
 #include <span>
 #include <string>
+
+#include "workbench/data/LetterCase.h"
 
 namespace quillara {
 namespace {
@@ -130,9 +131,7 @@ std::optional<Scale> FindByName(std::span<const NamedFormat> formats, std::strin
 std::string NameOfFormat(std::string_view format) {
     const std::size_t end = format.find_last_not_of("0123456789.");
     // A point parts the width from the decimals; letters stand before it only.
-    std::string name(format.substr(0, end == std::string_view::npos ? 0 : end + 1));
-    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::toupper(letter); });
-    return name;
+    return InCapitals(format.substr(0, end == std::string_view::npos ? 0 : end + 1));
 }
 
 /// Whether the pattern behind %tc shows the clock only: hours, minutes, seconds, am or pm.

@@ -10,12 +10,13 @@ namespace quillara {
 /// How the numbers of a statistical file with a date or time format become ours: dates days since 1970-01-01, times of
 /// day seconds.
 ///
-///   format of the file shows    becomes                                       unless (then the numbers stay as they
-///   are) a date                      Date, a part of a day dropped                 a date is outside the years 1 to
-///   9999 a week, month, quarter, ... Date, its first day                           as above a date and a time Date
-///   also if a value is not a whole day a time                      TimeOfDay                                     a
-///   value is negative or a day and more a date and a time,
-///     of which only the time    TimeOfDay
+/// - A date becomes a Date, a part of a day dropped, unless a date lies outside the years 1 to 9999.
+/// - A week, month, quarter or half-year becomes the Date of its first day, unless that lies outside these years.
+/// - A date and a time become a Date, unless a value is no whole day or lies outside these years.
+/// - A time becomes a TimeOfDay, unless a value is negative or a day and more.
+/// - A date and a time of which the format shows the time only become the TimeOfDay.
+///
+/// Where an "unless" holds for a single value, all numbers of the variable stay as they are.
 class ForeignTime {
   public:
     /// The conversion for a display format of a file with this extension; nothing when it shows no date or time.

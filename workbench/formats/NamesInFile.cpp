@@ -4,6 +4,8 @@
 #include <array>
 #include <set>
 
+#include "workbench/data/LetterCase.h"
+
 namespace quillara {
 namespace {
 
@@ -35,15 +37,6 @@ bool IsDigit(char character) {
     return '0' <= character && character <= '9';
 }
 
-char Lower(char letter) {
-    return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::string InSmallLetters(std::string text) {
-    std::ranges::transform(text, text.begin(), Lower);
-    return text;
-}
-
 /// Bytes of the character that begins with this byte.
 std::size_t LengthOf(char first) {
     const auto byte = static_cast<unsigned char>(first);
@@ -60,7 +53,7 @@ char32_t CodeOf(std::string_view character) {
 
 bool IsLetter(std::string_view character) {
     if (static_cast<unsigned char>(character.front()) < 0x80) {
-        const char lower = Lower(character.front());
+        const char lower = SmallLetter(character.front());
         return 'a' <= lower && lower <= 'z';
     }
     const char32_t code = CodeOf(character);

@@ -15,7 +15,7 @@ namespace quillara {
 /// what WriteDataFile had no room for and noted in the file (see NotedFacts.h). What
 /// the file marks as missing (system missing, tagged missing, each user-missing value or range, a blank text), and what
 /// is no finite number, becomes the missing code; the label of a user-missing value goes with the value.
-/// Dates become ValueKind::Date, times TimeOfDay, as ForeignDates.h says. The texts of a text variable are numbered in
+/// Dates become ValueKind::Date, times TimeOfDay, as ForeignTime.h says. The texts of a text variable are numbered in
 /// byte order; a value label of a text becomes the label of its number. options.Encoding, unless empty, overrides the
 /// file's own; of the others Progress and Cancelled count.
 /// Throws DataError, naming the file, when it can't be read, is damaged or has fewer cases than it declares;

@@ -14,6 +14,7 @@
 
 #include "host/TextFunctions.h"
 #include "platform/OrderedBits.h"
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ class ExactDecimal {
         Exponent = std::stoi(Digits.substr(mark + 1));
         Digits.erase(mark);
         std::erase(Digits, '.');
-        Digits.erase(Digits.find_last_not_of('0') + 1);
+        Digits = quillara::WithoutTrailingZeros(Digits);
     }
 
     /// ceil(value / step); a value nearly equal to the nearest multiple of the step counts as that multiple.

@@ -41,8 +41,9 @@ std::optional<std::size_t> PlaceOfPoint(std::string_view text, char decimal) {
     if (hasPoint) {
         end = PassDigits(text, wholeEnd + 1);
     }
-    // Digits must stand before the point or, when there is one, behind it.
-    if (end == (hasPoint ? wholeEnd + 1 : 0) || PassExponent(text, end) != text.size()) {
+    // Digits must stand before the point or behind it.
+    const bool hasDigits = end > (hasPoint ? 1 : 0);
+    if (!hasDigits || PassExponent(text, end) != text.size()) {
         return {};
     }
     return hasPoint ? wholeEnd : noPoint;
@@ -83,6 +84,20 @@ DecimalOutcome ReadDecimal(std::string_view text, char decimal, double& value) {
     }
     value = isNegative ? -magnitude : magnitude;
     return DecimalOutcome::Number;
+}
+
+std::optional<double> DecimalNumber(std::string_view text) {
+    double value = 0.0;
+    const bool isNumber = ReadDecimal(text, '.', value) == DecimalOutcome::Number;
+    return isNumber ? std::optional(value) : std::nullopt;
+}
+
+std::optional<int> WholeNumber(std::string_view text) {
+    int value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    const bool isWhole = error == std::errc() && stop == end && text.front() != '-';
+    return isWhole ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace quillara

@@ -28,4 +28,9 @@ std::string ExactNumberText(double number) {
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
 }
 
+std::string WithoutTrailingZeros(std::string digits) {
+    digits.erase(digits.find_last_not_of('0') + 1);
+    return digits;
+}
+
 }  // namespace quillara

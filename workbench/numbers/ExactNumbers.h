@@ -11,4 +11,7 @@ namespace quillara {
 /// that isn't finite.
 [[nodiscard]] std::string ExactNumberText(double number);
 
+/// Digits without the zeros at their end.
+[[nodiscard]] std::string WithoutTrailingZeros(std::string digits);
+
 }  // namespace quillara

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "workbench/numbers/ExactNumbers.h"
+
 namespace quillara {
 namespace {
 
@@ -28,7 +30,7 @@ bool HasCommonForm(double number) {
 
 int DecimalsNeeded(double number, int mostDecimals) {
     const std::string text = Written(number, std::chars_format::fixed, mostDecimals);
-    const auto zeros = text.size() - 1 - text.find_last_not_of('0');
+    const auto zeros = text.size() - WithoutTrailingZeros(text).size();
     return std::max(0, mostDecimals - static_cast<int>(zeros));
 }
 

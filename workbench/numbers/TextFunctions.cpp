@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "workbench/numbers/ExactNumbers.h"
+
 namespace {
 
 constexpr int FaithfulDigits = 15;  // every decimal number of so many digits survives the way through a double
@@ -32,12 +34,6 @@ Digits RoundedTo(int digits, double magnitude) {
     Digits result{text.substr(0, mark), std::stoi(text.substr(mark + 1))};
     std::erase(result.Text, '.');
     return result;
-}
-
-/// Drops zeros at the end; at least one digit stays.
-std::string WithoutTrailingZeros(std::string digits) {
-    digits.erase(std::max<std::size_t>(digits.find_last_not_of('0') + 1, 1));
-    return digits;
 }
 
 std::string Fixed(const Digits& digits) {
@@ -80,7 +76,7 @@ std::optional<Candidate> LongestFixed(double magnitude, int exponent, int room) 
         std::erase(digits, '.');
         const std::size_t first = std::min(digits.find_first_not_of('0'), digits.size());
         if (decimals > 0) {
-            text.erase(text.find_last_not_of('0') + 1);
+            text = quillara::WithoutTrailingZeros(text);
             text.erase(text.find_last_not_of('.') + 1);
         }
         return Candidate{text, digits.size() - first};
@@ -93,7 +89,7 @@ std::optional<Candidate> LongestScientific(double magnitude, int room) {
     for (int count = room; count >= 1; --count) {
         Digits digits = RoundedTo(count, magnitude);
         if (static_cast<int>(Scientific(digits).size()) <= room) {
-            digits.Text = WithoutTrailingZeros(digits.Text);
+            digits.Text = quillara::WithoutTrailingZeros(digits.Text);
             return Candidate{Scientific(digits), static_cast<std::size_t>(count)};
         }
     }
@@ -103,7 +99,7 @@ std::optional<Candidate> LongestScientific(double magnitude, int room) {
 /// The text of a magnitude, of at most `room` characters; nothing when there is none.
 std::optional<std::string> TextOfMagnitude(double magnitude, int room) {
     Digits digits = RoundedTo(FaithfulDigits, magnitude);
-    digits.Text = WithoutTrailingZeros(digits.Text);
+    digits.Text = quillara::WithoutTrailingZeros(digits.Text);
     for (const std::string& exact : {Fixed(digits), Scientific(digits)}) {
         if (static_cast<int>(exact.size()) <= room) {
             return exact;

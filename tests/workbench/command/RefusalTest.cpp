@@ -15,6 +15,7 @@ struct RefusalTest : testing::Test {
         Folder.Put("BADVAR", "variable,value,label\nheight,1,one\n");
         Folder.Put("BADNUMBER", "variable,value,label\nage,young,one\n");
         Folder.Put("BADDAY", "variable,value,label\nday,2024-02-30,one\n");
+        std::filesystem::create_symlink("new.csv", Folder.Path("LINK.csv"));
     }
     const TemporaryFolder Folder;
 };
@@ -44,6 +45,7 @@ const Refusal Refusals[] = {
     {2, "no chart",                     {"--plots p", "--plots p --show summary"}},
     {2, "No folder",                    {"--plots '' --show pies"}},
     {2, "ab",                           {"--separator ab"}},
+    {2, "ASCII character",              {"--separator §", "--separator $(printf '\\303')", "--decimal ·"}},
     {2, "\"sex\" is given twice",       {"--categorical sex,sex", "--categorical sex --continuous sex"}},
     {2, "\"age\" is given twice",       {"--review-categorical age --review-continuous x,age"}},
     {2, "--categorical",                {"--categorical '\"sex'"}},
@@ -67,7 +69,8 @@ const Refusal Refusals[] = {
     {2, "the data file \"./DATA\"",     {"--output ./DATA", "convert DATA ./DATA"}},
     {2, "dictionary file",              {"--dictionary BADVAR --output BADVAR"}},
     {2, "the data file \"data.csv\"",   {"drill ./data.csv --save data.csv"}},
-    {2, "choose two files",             {"--save new.csv --output ./new.csv"}},
+    {2, "choose two files",             {"--save new.csv --output ./new.csv", "--save LINK.csv --output new.csv",
+                                         "--save new.csv --output LINK.csv"}},
     {2, "csv, sav, zsav or dta",        {"--save new", "--save new.por", "drill NOWHERE --save csv"}},
 
     {1, "NOWHERE",                      {"drill NOWHERE"}},

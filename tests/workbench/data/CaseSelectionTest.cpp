@@ -19,6 +19,7 @@ DataTable Sample() {
         Numbers("at", {0, 3600, 7200, 0, 3600, Missing}, ValueKind::TimeOfDay),
         Numbers("marital status]", {1, 1, 1, 2, 2, 2}),
         Numbers("and", {1, 2, 1, 2, 1, 2}),
+        Numbers("Missing", {1, 2, Missing, 1, 2, 3}),
         Numbers("Größe.1", {7, 8, 9, 7, 8, 9}),
         Numbers("gap", {1, Missing, 1, Missing, 1, 1}),
     });
@@ -73,6 +74,7 @@ constexpr std::pair<const char*, const char*> Selections[] = {
     {"1 / (a / b) < 1", "2 4 5"},           {"b / b <> 1", ""},                     {"a * 1e308 > 0", "1"},
     {"1 / 0 = 1 or a = 1", ""},
     // Names
+    {"Missing = 1 or (Missing) > 2", "1 4 6"},  {"missing(Missing)", "3"},          {"not Missing<2", "2 5 6"},
     {"[marital status]]] = 2", "4 5 6"},    {"[and] = 1 AND [a]<4", "1 3"},         {"Größe.1 = 9", "3 6"},
 };
 
@@ -83,7 +85,7 @@ constexpr std::pair<const char*, int> Unreadables[] = {
     {"(a < 2) < 3", 1},         {"(a < 2) + 1 = 3", 1},         {"a = not 3", 5},           {"a and b = 1", 1},
     {"b = 1 and a", 11},        {"not a", 5},                   {"and = 1", 1},             {"a = 1 and or b = 1", 11},
     {"a = 1 & b = 1", 7},       {"a = 'x'", 5},                 {"Größe.1 = 9 ?", 13},      {"a = 3x", 6},
-    {"a = 1e999", 5},           {"sex = \"Female", 7},          {"[marital status = 2", 1}, {"missing = 1", 9},
+    {"a = 1e999", 5},           {"sex = \"Female", 7},          {"[marital status = 2", 1}, {"missing(", 9},    
     {"missing(a + 1)", 11},     {"missing(\"a\")", 9},          {"sex = 1", 1},             {"sex + 1 = 2", 1},
     {"1 < sex", 5},             {"sex = sex", 1},               {"sex < \"Female\"", 5},    {"degree >= \"low\"", 8},
     {"a = \"2\"", 5},           {"\"a\" = \"a\"", 1},           {"a + 1 = \"2\"", 9},       {"a + \"2\" = 1", 5},

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/OrderedBits.h"
@@ -39,8 +40,12 @@ TEST(MissingCode, IsTheFirstThatLiesFarBelow) {
     for (const auto& [values, code] : cases) {
         EXPECT_EQ(CodeFor(values), code) << testing::PrintToString(values);
     }
-    const double code = CodeFor({-Largest, Largest, std::nextafter(-Largest, 0.0)});
-    EXPECT_TRUE(std::isfinite(code) && !NearlyEqual(code, -Largest));
+    std::vector<double> crowd = {Largest, -Infinity};
+    for (std::int64_t i = 0; i < 300'000; ++i) {
+        crowd.push_back(FromOrderedBits(OrderedBits(-Largest) + 31 * i + i % 31 - 15 * (i > 0)));
+    }
+    const double code = CodeFor(crowd);
+    EXPECT_TRUE(std::isfinite(code) && std::ranges::none_of(crowd, [&](double x) { return NearlyEqual(x, code); }));
 }
 
 TEST(MissingCode, ReplacesNothingButMissingValues) {
@@ -91,6 +96,8 @@ TEST(DataTable, CaseNamesAreAsWideAsTheLongestAndRowNames) {
     EXPECT_EQ(table.CaseNameWidth(), 12U);
     table.CaseNames[2] = "the case 3 of all";
     EXPECT_EQ(table.CaseNameWidth(), 17U);
+    table.CaseNames[2] = std::string(219, 'n');
+    EXPECT_EQ(table.CaseNameWidth(), 218U);
 }
 
 }  // namespace

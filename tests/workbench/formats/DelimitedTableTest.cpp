@@ -120,6 +120,7 @@ TEST(DecimalNumber, FollowsTheGrammarOfNumbers) {
     const std::pair<std::string, double> numbers[] = {
         {"7", 7},   {"+7", 7},      {"7.0", 7},   {"70e-1", 7},       {"0.07E+2", 7},
         {"007", 7}, {"-1e-400", 0}, {"0e999", 0}, {"5e-324", 5e-324}, {"1.7976931348623157e308", 0x1.fffffffffffffp1023},
+        {"7.", 7},  {"+.7e1", 7},   {"7.e0", 7},  {"-3.E4", -30000},
     };
     double value = 0;
     for (const auto& [text, number] : numbers) {
@@ -128,7 +129,7 @@ TEST(DecimalNumber, FollowsTheGrammarOfNumbers) {
     }
     EXPECT_EQ(ReadDecimal("-,5", ',', value), DecimalOutcome::Number);
     EXPECT_EQ(value, -0.5);
-    for (const char* text : {"", "+", "7.", ".", "-.", "e5", ".e5", "7e", "7e+", "7 ", "1,5", "0x7", "inf", "nan",
+    for (const char* text : {"", "+", ".", "-.", ".e1", "e5", ".e5", "7e", "7e+", "7 ", "1,5", "0x7", "inf", "nan",
                              "--7", "+-7", "7.0.0", "1e5.0", "1_000"}) {
         EXPECT_EQ(ReadDecimal(text, '.', value), DecimalOutcome::NoNumber) << text;
     }

@@ -1,5 +1,6 @@
-#include "workbench/command/LetterCase.h"
+#include "workbench/data/LetterCase.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
 #include <cwctype>
@@ -32,6 +33,22 @@ class Utf8Locale {
 };
 
 }  // namespace
+
+std::string InSmallLetters(std::string_view text) {
+    std::string small(text);
+    std::ranges::transform(small, small.begin(), SmallLetter);
+    return small;
+}
+
+std::string InCapitals(std::string_view text) {
+    std::string capital(text);
+    std::ranges::transform(capital, capital.begin(), CapitalLetter);
+    return capital;
+}
+
+bool EqualButForLetterCase(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, {}, SmallLetter, SmallLetter);
+}
 
 std::wstring WithoutLetterCase(std::string_view text) {
     const Utf8Locale locale;
