@@ -42,6 +42,7 @@ AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& ser
 AnalysisState::~AnalysisState() = default;
 
 void AnalysisState::Exchange(std::shared_ptr<const DataTable> table) {
+    Labels.Forget();
     OwnedInput = std::move(table);
     Input = OwnedInput.get();
     Selection.clear();
@@ -95,8 +96,7 @@ void AnalysisState::FillCommons() const {
         FillField(Commons.Table->HeaderText, Table().Header);
     }
     if (Commons.Names != nullptr) {
-        Commons.Names->CaseNameWidth =
-            static_cast<std::int16_t>(std::min<std::size_t>(Table().CaseNameWidth(), INT16_MAX));
+        Commons.Names->CaseNameWidth = static_cast<std::int16_t>(Table().CaseNameWidth());
     }
     if (Commons.Weight != nullptr) {
         Commons.Weight->Active = IsWeighted ? 1 : 0;

@@ -17,6 +17,7 @@
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/SingleLabels.h"
 #include "workbench/hosting/TableCaseBlocks.h"
 #include "workbench/windows/MessageQueue.h"
 
@@ -103,6 +104,7 @@ struct AnalysisState {
     BoundCommons Commons;
     AllocationRecord Memory;
     ProgressState Progress;
+    SingleLabelsOfTable Labels;
     bool BlocksOffered = true;
     TableCaseBlocks Blocks;
     NewTables Tables;  ///< data tables that are being written, and those finished

@@ -1,6 +1,4 @@
-#include <cmath>
 #include <cstring>
-#include <limits>
 
 #include "host/AnalysisSupport.h"
 #include "host/TextFunctions.h"
@@ -15,22 +13,6 @@ namespace {
 
 constexpr std::size_t LongNameWidth = 127;
 constexpr std::size_t SpecialTextWidth = 8;  // of YYYYMMDD and of HH:MM:SS alike
-
-/// The label of the value whose single-precision form is given: that of just this value if it has one, else that of
-/// the first value that becomes the same in single precision.
-const std::string* LabelOfSingle(const Variable& variable, float value) {
-    if (const std::string* label = variable.LabelOf(static_cast<double>(value)); label != nullptr && !label->empty()) {
-        return label;
-    }
-    const float below = std::nextafterf(value, -std::numeric_limits<float>::infinity());
-    for (auto it = variable.Labels.lower_bound(static_cast<double>(below));
-         it != variable.Labels.end() && static_cast<float>(it->first) <= value; ++it) {
-        if (static_cast<float>(it->first) == value && !it->second.Label.empty()) {
-            return &it->second.Label;
-        }
-    }
-    return nullptr;
-}
 
 std::string SpecialText(const Variable& variable, double value) {
     return variable.Kind == ValueKind::Date ? quillara::TextFromDays(value, "") : quillara::TextFromSeconds(value);
@@ -63,8 +45,9 @@ void CAnalysisSupport::getmd5(int variable, double* code) {
 }
 
 int CAnalysisSupport::vvlcod(int /*mode*/, int variable, char* text, const float* value) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variable);
-    const std::string* label = known == nullptr ? nullptr : LabelOfSingle(*known, *value);
+    quillara::AnalysisState& state = quillara::StateOf(Document);
+    const Variable* known = state.FindVariable(variable);
+    const std::string* label = known == nullptr ? nullptr : state.Labels.Of(*known).Find(*value);
     if (label == nullptr) {
         return 1;
     }

@@ -15,7 +15,12 @@ using testing::ElementsAre;
 
 DataTable SmallTable() {
     DataTable table = TableOf({Numbers("age", {1, 2}), Texts("marital status", {"Divorced", "Never-married"}),
-                               Numbers("day", {0, 1}, ValueKind::Date)});
+                               Numbers("day", {0, 1}, ValueKind::Date), Numbers("code", {20230107, 20230111})});
+    table.Variables[3].MissingCode = 20230111;
+    for (const auto& [code, label] :
+         std::map<int, const char*>{{3, "three"}, {4, "four"}, {8, "eight"}, {10, "ten"}, {12, "twelve"}}) {
+        table.Variables[3].Labels[20230100 + code].Label = label;
+    }
     table.Header = std::string(79, 'h') + "\xC3\x9F";
     table.CaseNames = {"first", "the second case"};
     table.Variables[0].LongName = std::string(126, 'n') + "\xC3\x9F";
@@ -51,7 +56,7 @@ TEST_F(Document, KeepsTheCommonsUpToDate) {
     TestHost other(Table);
     Host->Document.RunSequence();
     other.Document.RunSequence();
-    EXPECT_EQ(Analysis.Table.Variables, 3);
+    EXPECT_EQ(Analysis.Table.Variables, 4);
     EXPECT_EQ(Analysis.Table.Cases, 2);
     EXPECT_EQ(std::string(Analysis.Table.HeaderText, 80), std::string(79, 'h') + '\0');
     EXPECT_EQ(Analysis.Names.CaseNameWidth, 15);
@@ -134,7 +139,7 @@ TEST_F(Names, VariablesHaveShortAndLongNames) {
     EXPECT_EQ(ShortName(2), LongTextKey("marital status"));
     EXPECT_EQ(LongName(1), std::string(126, 'n'));
     EXPECT_EQ(LongName(2), "");
-    for (const int variable : {-1, 0, 4, 40000}) {
+    for (const int variable : {-1, 0, 5, 40000}) {
         EXPECT_EQ(ShortName(variable), "");
         EXPECT_EQ(Analysis.IsSpecialFormatVariable(variable), 0);
         EXPECT_EQ(Label(variable, 1), "none");
@@ -146,11 +151,16 @@ TEST_F(Names, VariablesHaveShortAndLongNames) {
     EXPECT_EQ(Analysis.GetCaseName(2), "");
 }
 
-TEST_F(Names, LabelsAreFoundBySinglePrecision) {
+TEST_F(Names, LabelsAreFoundBySinglePrecisionWhereItTellsValuesApart) {
     EXPECT_EQ(Label(1, 1), "one     ");
     EXPECT_EQ(Label(1, 2.1F), LongTextKey("two and a tenth"));
     EXPECT_EQ(Label(1, 16777216.0F), "large   ");
     EXPECT_EQ(Label(1, 3) + Label(1, 4) + Label(2, 3), "nonenonenone");
+    // 3 and 4 become one, 8 and the 7 of a case too; 10 stands alone, 12 beside the missing code only.
+    for (const auto& [code, label] : std::map<double, std::string>{
+             {3, "none"}, {4, "none"}, {7, "none"}, {8, "none"}, {10, "ten     "}, {12, "twelve  "}}) {
+        EXPECT_EQ(Label(4, static_cast<float>(20230100 + code)), label) << code;
+    }
     EXPECT_EQ(Label(2, 1), "Divorced");
     EXPECT_EQ(Label(2, 2), LongTextKey("Never-married"));
 }
@@ -158,7 +168,7 @@ TEST_F(Names, LabelsAreFoundBySinglePrecision) {
 TEST_F(Names, DescriptionsCountTheirVariableFromZero) {
     EXPECT_EQ(Description(0, 1), "short");
     EXPECT_EQ(Description(0, 3), LongTextKey("a description only"));
-    EXPECT_EQ(Description(0, 2.1) + Description(1, 1) + Description(3, 1), "nonenonenone");
+    EXPECT_EQ(Description(0, 2.1) + Description(1, 1) + Description(4, 1), "nonenonenone");
 }
 
 TEST_F(Names, DatesAreWrittenInTheirFormat) {
