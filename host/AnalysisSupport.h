@@ -26,7 +26,7 @@ struct SequenceStep {
 
 /// Base of all analyses: the services of the host, by family. The host implements it; a module derives its
 /// analysis from it. All calls are made from the host's one user-interface thread. Variable numbers and case
-/// numbers count from 1 unless a call says otherwise. Calls without a told failure succeed; none throws, but for an
+/// numbers count from 1 unless a call says otherwise. Calls without a stated failure succeed; none throws, but for an
 /// allocation failure of the language where a call makes texts.
 class CAnalysisSupport {
   public:

@@ -1,3 +1,5 @@
+#include "results/graphs/BrushingGraph.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -5,7 +7,6 @@
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
 #include "results/graphs/BarChart.h"
-#include "results/graphs/BrushingGraph.h"
 #include "results/graphs/ChartBuilder.h"
 #include "results/graphs/GraphTwins.h"
 #include "results/graphs/HostGraphs.h"

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <map>
 
-#include "Program.h"
 #include "tests/Locations.h"
+#include "tests/workbench/command/Program.h"
 
 namespace {
 

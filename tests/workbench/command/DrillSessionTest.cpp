@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "Program.h"
+#include "tests/workbench/command/Program.h"
 
 namespace {
 

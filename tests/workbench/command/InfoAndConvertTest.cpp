@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Program.h"
 #include "tests/Locations.h"
+#include "tests/workbench/command/Program.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Program.h"
+#include "tests/workbench/command/Program.h"
 
 namespace {
 
