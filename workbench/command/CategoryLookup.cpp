@@ -6,6 +6,7 @@
 #include <set>
 
 #include "workbench/command/QuotedText.h"
+#include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/numbers/DecimalNumber.h"
@@ -59,15 +60,27 @@ bool IsSingleValue(const RowRange& range) {
     return range.HasLower && range.HasUpper && range.Lower == range.Upper;
 }
 
+/// The value that a text stands for among those of a variable.
+std::optional<double> ValueOf(const CategoryList& list, std::string_view text) {
+    std::optional<double> value;
+    if (list.Kind == ValueKind::Date) {
+        value = DaysFromText(text);
+    } else if (list.Kind == ValueKind::TimeOfDay) {
+        value = SecondsFromText(text);
+    }
+    return value ? value : DecimalNumber(text);
+}
+
 /// The number of a text means nothing to people; an interval of such numbers is asked for by its bounds, as they are
 /// its name.
 FoundRow AdmittingRow(const CategoryList& list, std::string_view text) {
-    const std::optional<double> value = DecimalNumber(text);
+    const std::optional<double> value = ValueOf(list, text);
     if (!value) {
         return std::nullopt;
     }
+    const bool isText = list.Kind == ValueKind::Text;
     return FirstRow(list, [&](const CategoryRow& row) {
-        return row.Range && !(list.IsText && IsSingleValue(*row.Range)) && Admits(*row.Range, *value);
+        return row.Range && !(isText && IsSingleValue(*row.Range)) && Admits(*row.Range, *value);
     });
 }
 

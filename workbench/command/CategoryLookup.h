@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/ListControls.h"
+#include "workbench/data/DataTable.h"
 
 namespace quillara {
 
@@ -19,14 +20,15 @@ struct CategoryRow {
 /// The category list of one variable as it is shown: categories with cases, then the missing data.
 struct CategoryList {
     std::string Variable;
-    bool IsText = false;  ///< the variable's values are texts; their numbers mean nothing to people
+    ValueKind Kind = ValueKind::Number;  ///< what the variable's values stand for
     std::vector<CategoryRow> Rows;
 };
 
 /// The row that a text names. Tried in this order: `Missing`, when the list has that row; `#K`, row K from 0; the first
-/// row with exactly that name; the first without regard to case; a decimal number that an interval admits or, for
-/// values that are no texts, that is the value of a row.
-/// Throws DataError, listing what is shown, when there is none.
+/// row with exactly that name; the first without regard to case; of a date variable a day YYYY-MM-DD, of times of day a
+/// time HH:MM:SS, and of both, as of numbers, a decimal number, that an interval admits or that is the value of a row;
+/// of texts a decimal number that an interval of their numbers admits. Throws DataError, listing what is shown, when
+/// there is none.
 [[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
 
 }  // namespace quillara

@@ -26,6 +26,11 @@ constexpr WordTable<ChartFormat, 3> FormatWords{{
     {"png", ChartFormat::Png},
     {"pdf", ChartFormat::Pdf},
 }};
+
+constexpr WordTable<bool, 2> DarkWords{{
+    {"light", false},
+    {"dark",  true},
+}};
 // clang-format on
 
 /// The first colon outside double quotes, or the end.
@@ -74,15 +79,18 @@ ChartFormat ParseChartFormat(std::string_view text) {
     return Choose(FormatWords, text);
 }
 
-ChartLook ParseSize(std::string_view text) {
+bool ParseDark(std::string_view text) {
+    return Choose(DarkWords, text);
+}
+
+std::pair<int, int> ParseSize(std::string_view text) {
     const std::size_t cross = std::min(text.find('x'), text.size());
-    ChartLook look;
-    look.Width = SideOf(text.substr(0, cross));
-    look.Height = cross < text.size() ? SideOf(text.substr(cross + 1)) : 0;
-    if (look.Width == 0 || look.Height == 0) {
+    const int width = SideOf(text.substr(0, cross));
+    const int height = cross < text.size() ? SideOf(text.substr(cross + 1)) : 0;
+    if (width == 0 || height == 0) {
         throw UsageError(Quoted(text) + " is no size; write WIDTHxHEIGHT in pixels, each from 120 to 10000.");
     }
-    return look;
+    return {width, height};
 }
 
 std::string_view FileEndOf(ChartFormat format) {

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "workbench/charts/ChartFile.h"
@@ -29,7 +30,8 @@ struct ChartOptions {
 [[nodiscard]] std::set<int> ParseBoxTypes(std::string_view text);  ///< median, se, sd, 1.96se with commas between
 [[nodiscard]] VariablePairs ParsePairs(std::string_view text);  ///< X1,X2:Y1,Y2
 [[nodiscard]] ChartFormat ParseChartFormat(std::string_view text);  ///< svg, png or pdf
-[[nodiscard]] ChartLook ParseSize(std::string_view text);  ///< WIDTHxHEIGHT in pixels
+[[nodiscard]] std::pair<int, int> ParseSize(std::string_view text);  ///< WIDTHxHEIGHT in pixels
+[[nodiscard]] bool ParseDark(std::string_view text);  ///< light, or dark: true
 
 /// How the files of charts in a format end, without a point.
 [[nodiscard]] std::string_view FileEndOf(ChartFormat format);

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <tuple>
 
 #include "resources/ControlIds.h"
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DrillFiles.h"
 #include "workbench/command/DrillOptions.h"
 #include "workbench/command/DrillRun.h"
+#include "workbench/command/OptionEffects.h"
 #include "workbench/command/ResultList.h"
+#include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 
@@ -116,9 +119,11 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
     const auto add = [&](const std::string& name, const ValueTaker& take, const std::string& help) {
         return AddValue(command, name, take, help)->group(group);
     };
-    add(
-        "--show", [&](const std::string& text) { options.Results = ParseResultList(text); },
-        "results, in the order of their documents")
+    const auto takeResults = [&options](const std::string& text) {
+        options.Results = ParseResultList(text);
+        options.DefaultResults = 0;
+    };
+    add("--show", takeResults, "results, in the order of their documents; one that doesn't apply is told of")
         ->type_name("LIST");
     add(
         "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
@@ -136,8 +141,12 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         options.SaveFile = file;
     };
     add("--save", takeSaveFile,
-        "data file for the cases left after the last step, with all drill and review variables: csv, sav, zsav or dta")
+        "data file for the cases left after the last step: csv, sav, zsav or dta; a weight in force is kept")
         ->type_name("FILE");
+    add(
+        "--save-variables", [&](const std::string& text) { options.SavedNames = ParseSavedVariables(text); },
+        "variables of this file, in this order, or all (default: all drill and review variables)")
+        ->type_name("NAMES|all");
 }
 
 void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& implied) {
@@ -157,7 +166,8 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         ->type_name("TYPES");
     add(
         "--hist3d", [&](const std::string& text) { charts.Pairs = ParsePairs(text); },
-        "3D histograms too: of each variable X with each variable Y, by names of review variables")
+        "3D histograms too: of each variable X with each variable Y, by names of review variables (default with --show "
+        "hist3d: the first 30 pairs of all review variables)")
         ->type_name("X1,X2:Y1,Y2");
     add(
         "--plots", [&](const std::string& text) { charts.Folder = FolderNamed(text); },
@@ -168,9 +178,13 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         "kind of these files (default: svg)")
         ->type_name("svg|png|pdf");
     add(
-        "--size", [&](const std::string& text) { charts.Look = ParseSize(text); },
+        "--size", [&](const std::string& text) { std::tie(charts.Look.Width, charts.Look.Height) = ParseSize(text); },
         "pixels of charts in files and in html (default: 900x600)")
         ->type_name("WIDTHxHEIGHT");
+    add(
+        "--theme", [&](const std::string& text) { charts.Look.Dark = ParseDark(text); },
+        "ground of charts in files and in html (default: light)")
+        ->type_name("light|dark");
 }
 
 /// Adds results that options beside --show ask for, and refuses charts that lack something.
@@ -182,9 +196,6 @@ void CompleteResults(DrillOptions& options, const ImpliedResults& implied) {
     }
     if (options.Charts.Pairs && !isShown(Review3DHistogramsButton)) {
         results.push_back(Review3DHistogramsButton);
-    }
-    if (isShown(Review3DHistogramsButton) && !options.Charts.Pairs) {
-        throw UsageError("--show: hist3d needs the variables of its plots; name them in --hist3d X1,X2:Y1,Y2.");
     }
     const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
     if (options.Charts.Folder && std::ranges::none_of(results, isChart)) {
@@ -212,6 +223,7 @@ std::vector<DrillStep> StepsInOrder(const CLI::App& command, const CLI::Option* 
 void AddDrillCommand(CLI::App& program) {
     const auto options = std::make_shared<DrillOptions>();
     options->Results = DefaultResults();
+    options->DefaultResults = options->Results.size();
     CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");
     command->footer(Notes);
     AddDataFile(*command, "FILE", options->File);
@@ -234,6 +246,7 @@ void AddDrillCommand(CLI::App& program) {
         if (options->Names) {
             CheckForRepeats(*options->Names);
         }
+        std::ranges::for_each(OptionsWithoutEffect(*command, *options), WriteMessage);
         Run(*options);
     });
 }

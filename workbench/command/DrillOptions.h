@@ -8,6 +8,7 @@
 #include "workbench/command/CategorizationOption.h"
 #include "workbench/command/ChartOptions.h"
 #include "workbench/command/NamedVariables.h"
+#include "workbench/command/SubsetColumns.h"
 #include "workbench/formats/ReadOptions.h"
 
 namespace quillara {
@@ -42,11 +43,13 @@ struct DrillOptions {
     std::vector<DrillStep> Steps;
 
     std::vector<int> Results;  ///< buttons, in the order of their documents
+    std::size_t DefaultResults = 0;  ///< how many at their front nobody has asked for
     ChartOptions Charts;
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
     std::optional<std::string> OutputFile;  ///< nothing: standard output
     std::optional<std::string> SaveFile;  ///< for the cases left at the end; nothing: they aren't saved
+    std::optional<SavedVariables> SavedNames;  ///< nothing: all drill and review variables
 };
 
 /// Each throws UsageError saying what is wrong with the text.

@@ -1,19 +1,21 @@
 #include "workbench/command/DrillRun.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "resources/ControlIds.h"
 #include "workbench/command/CategoryLookup.h"
-#include "workbench/command/DataReading.h"
-#include "workbench/command/Dictionary.h"
+#include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/LeftOutResults.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
+#include "workbench/command/ReviewPairs.h"
 #include "workbench/command/StandardStreams.h"
-#include "workbench/data/CaseSelection.h"
+#include "workbench/command/SubsetColumns.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/ResultDocument.h"
 
@@ -24,65 +26,16 @@ short NumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
 }
 
-DataTable OpenData(const DrillOptions& options) {
-    DataTable table = ReadDataWithProgress(options.File, options.Reading);
-    if (options.DictionaryFile) {
-        ApplyDictionary(table, *options.DictionaryFile);
-    }
-    return table;
-}
-
-std::size_t WeightNamed(const DataTable& table, const std::string& name) {
-    const std::size_t index = table.IndexOf(name);
-    if (table.Variables[index].Kind == ValueKind::Text) {
-        throw DataError("The variable " + Quoted(name) + " can't be the weight: it holds texts.");
-    }
-    return index;
-}
-
-CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
-    CaseSettings settings;
-    if (options.Weight) {
-        settings.Weight = WeightNamed(table, *options.Weight);
-    }
-    if (options.Formula) {
-        settings.Selection = SelectCases(table, *options.Formula);
-    }
-    return settings;
-}
-
 bool IsEmpty(const VariableLists& lists) {
     return lists.Categorical.empty() && lists.Continuous.empty();
 }
 
-bool IsAmong(const VariableLists& lists, short variable) {
+bool IsAmong(const VariableChoice& chosen, short variable) {
     const auto holds = [variable](const std::vector<short>& list) {
         return std::ranges::find(list, variable) != list.end();
     };
-    return holds(lists.Categorical) || holds(lists.Continuous);
-}
-
-/// What is in force for all results, for people.
-std::vector<std::string> SettingTexts(const DrillOptions& options) {
-    std::vector<std::string> texts;
-    if (options.Weight) {
-        const std::string manner = options.WeightedMoments ? ", fractions as they are" : ", rounded to whole numbers";
-        texts.push_back("Weight: " + *options.Weight + manner);
-    }
-    if (options.Formula) {
-        texts.push_back("Selection: " + *options.Formula);
-    }
-    const std::initializer_list<std::pair<bool, const char*>> boxes = {
-        {options.Casewise, "Missing data deleted casewise"},
-        {options.ReviewCasewise, "Missing data of review variables deleted casewise"},
-        {options.NoCountMissing, "Missing data not counted"},
-    };
-    for (const auto& [isPressed, text] : boxes) {
-        if (isPressed) {
-            texts.emplace_back(text);
-        }
-    }
-    return texts;
+    return holds(chosen.Drill.Categorical) || holds(chosen.Drill.Continuous) || holds(chosen.Review.Categorical) ||
+           holds(chosen.Review.Continuous);
 }
 
 /// One drill from open data to its documents and its subset.
@@ -94,7 +47,7 @@ class DrillRun {
 
   private:
     AnalysisServices Services();
-    [[nodiscard]] std::vector<short> ReviewVariables(const std::vector<std::string>& names) const;
+    void Take(ResultDocument& document);
     void ChooseVariables();
     void PressBoxes();
     void PressBoxTypes();
@@ -103,43 +56,41 @@ class DrillRun {
     void GoDown(const std::string& name, const std::string& category);
     void GoUp(const std::string& name);
     void ShowResults();
+    [[nodiscard]] bool Applies(int button);
     void Show(int button);
+    void ShowAllPairs();
+    void TellWhatIsLeftOut();
     void SaveSubset();
+    void PressSave();
 
     const DrillOptions& Options;
     const DataTable& Table;
     const VariableChoice Variables;
-    std::vector<short> Horizontal;  // the variables of 3D histograms
-    std::vector<short> Vertical;
+    const std::optional<std::size_t> Weight;
+    const std::vector<short> Columns;  // of the subset
+    std::optional<PairedLists> Pairs;  // of 3D histograms; nothing: all
+    int EarlierPairs = 0;  // documents of the same request that other presses of the button have made
     ProgressBar Progress;
+    LeftOutResults LeftOut;
     DrillOutcome Outcome;
     DrillSession Session;
 };
 
 DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSettings settings, VariableChoice variables)
-    : Options(options), Table(table), Variables(std::move(variables)), Session(table, std::move(settings), Services()) {
+    : Options(options),
+      Table(table),
+      Variables(std::move(variables)),
+      Weight(settings.Weight),
+      Columns(SubsetColumns(table, options.SavedNames, Variables, Weight)),
+      Session(table, std::move(settings), Services()) {
     OutputCollection& outputs = Outcome.Outputs;
     outputs.FileName = table.FileName;
     outputs.Cases = table.Cases;
     outputs.Variables = static_cast<int>(table.Variables.size());
     outputs.Settings = SettingTexts(options);
-    if (const std::optional<VariablePairs>& pairs = options.Charts.Pairs) {
-        Horizontal = ReviewVariables(pairs->Horizontal);
-        Vertical = ReviewVariables(pairs->Vertical);
+    if (options.Charts.Pairs) {
+        Pairs = NamedPairs(Table, Variables.Review, *options.Charts.Pairs);
     }
-}
-
-std::vector<short> DrillRun::ReviewVariables(const std::vector<std::string>& names) const {
-    std::vector<short> numbers;
-    for (const std::string& name : names) {
-        const short number = NumberOf(Table, name);
-        if (!IsAmong(Variables.Review, number)) {
-            throw DataError("The variable " + Quoted(name) + " can't be in a 3D histogram: it is no review variable; " +
-                            "name it in --review-categorical or --review-continuous.");
-        }
-        numbers.push_back(number);
-    }
-    return numbers;
 }
 
 AnalysisServices DrillRun::Services() {
@@ -148,9 +99,7 @@ AnalysisServices DrillRun::Services() {
         Progress.Clear();
         WriteMessage(text);
     };
-    services.TakeDocument = [this](ResultDocument& document) {
-        Outcome.Outputs.Add(document.Content(), document.Origin());
-    };
+    services.TakeDocument = [this](ResultDocument& document) { Take(document); };
     services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
     services.BreakFlag = &InterruptFlag();
     if (ProgressBar::IsWanted()) {
@@ -158,6 +107,12 @@ AnalysisServices DrillRun::Services() {
         services.ProgressAdvanced = [this](std::int32_t done) { Progress.Advance(done); };
     }
     return services;
+}
+
+void DrillRun::Take(ResultDocument& document) {
+    DocumentOrigin origin = document.Origin();
+    origin.Sequence += EarlierPairs;
+    Outcome.Outputs.Add(document.Content(), origin);
 }
 
 DrillOutcome DrillRun::Run() {
@@ -173,6 +128,7 @@ DrillOutcome DrillRun::Run() {
     if (!Options.AfterEach || Options.Steps.empty()) {
         ShowResults();
     }
+    TellWhatIsLeftOut();
     if (Options.SaveFile) {
         SaveSubset();
     }
@@ -263,16 +219,28 @@ void DrillRun::GoUp(const std::string& name) {
 
 void DrillRun::ShowResults() {
     Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.StepTexts.size());
-    for (const int button : Options.Results) {
-        if (Session.CanPress(EnablingButton(button))) {
+    LeftOut.ShowAt(Outcome.Outputs.Step);
+    for (std::size_t place = 0; place < Options.Results.size(); ++place) {
+        const int button = Options.Results[place];
+        if (Applies(button)) {
             Show(button);
+        } else if (place >= Options.DefaultResults) {
+            LeftOut.LeaveOut(button);
         }
     }
 }
 
+/// A 3D histogram needs two variables, which the button doesn't know.
+bool DrillRun::Applies(int button) {
+    const bool hasPair = Pairs || button != Review3DHistogramsButton || PairsOf(Variables.Review).Count > 0;
+    return hasPair && Session.CanPress(EnablingButton(button));
+}
+
 void DrillRun::Show(int button) {
-    if (button == Review3DHistogramsButton) {
-        Session.Show3DHistograms(Horizontal, Vertical);
+    if (button == Review3DHistogramsButton && Pairs) {
+        Session.Show3DHistograms(Pairs->Horizontal, Pairs->Vertical);
+    } else if (button == Review3DHistogramsButton) {
+        ShowAllPairs();
     } else if (button == EnablingButton(button)) {
         Session.Press(button);
     } else {
@@ -280,14 +248,49 @@ void DrillRun::Show(int button) {
     }
 }
 
-void DrillRun::SaveSubset() {
-    const std::string nothingSaved = "Nothing was saved to " + Quoted(*Options.SaveFile);
-    if (!Session.CanPress(SaveDataButton)) {
-        throw DataError(nothingSaved + ": there are no drill variables; name some in --categorical or --continuous.");
+void DrillRun::ShowAllPairs() {
+    for (const auto& [horizontal, vertical] : PairsOf(Variables.Review).Lists) {
+        Session.Show3DHistograms(horizontal, vertical);
+        EarlierPairs += static_cast<int>(vertical.size());
     }
+    EarlierPairs = 0;
+}
+
+/// For the user, who named them.
+void DrillRun::TellWhatIsLeftOut() {
+    Progress.Clear();
+    std::ranges::for_each(LeftOut.Lines(), WriteMessage);
+    const std::size_t pairs = PairsOf(Variables.Review).Count;
+    const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();
+    if (showsPairs && !Pairs && pairs > AllPairs::Most) {
+        WriteMessage("\"hist3d\" shows the first " + std::to_string(AllPairs::Most) + " of " + std::to_string(pairs) +
+                     " pairs of review variables; --hist3d names others.");
+    }
+}
+
+/// The analysis saves its own variables. Others become review variables now that all results are shown; what was saved
+/// before has brought the counts up to date.
+void DrillRun::SaveSubset() {
+    if (!Session.CanPress(SaveDataButton)) {
+        throw DataError("Nothing was saved to " + Quoted(*Options.SaveFile) +
+                        ": there are no drill variables; name some in --categorical or --continuous.");
+    }
+    PressSave();
+    VariableLists reviews = Variables.Review;
+    std::ranges::copy_if(Columns, std::back_inserter(reviews.Continuous),
+                         [this](short column) { return !IsAmong(Variables, column); });
+    if (reviews.Continuous.size() > Variables.Review.Continuous.size()) {
+        Session.ChooseReviewVariables(reviews);
+        PressSave();
+    }
+    Outcome.Subset = Arranged(Outcome.Subset, Table, Columns, Weight);
+}
+
+void DrillRun::PressSave() {
+    Outcome.Subset = nullptr;
     Session.Press(SaveDataButton);
     if (Outcome.Subset == nullptr) {
-        throw DataError(nothingSaved + ", for the reason told above.");
+        throw DataError("Nothing was saved to " + Quoted(*Options.SaveFile) + ", for the reason told above.");
     }
 }
 

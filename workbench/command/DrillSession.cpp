@@ -84,7 +84,7 @@ void DrillSession::Down(short variable, const RowChooser& chooseRow) {
     const Variable& chosen = Table.Variables[static_cast<std::size_t>(variable) - 1];
     ClickDown(variable);
     Dialogs.Press(DownButton, [&](Window& dialog) {
-        const std::size_t row = chooseRow({chosen.Name, chosen.Kind == ValueKind::Text, RowsOf(dialog)});
+        const std::size_t row = chooseRow({chosen.Name, chosen.Kind, RowsOf(dialog)});
         dialog.ClickRow(CategoryListControl, static_cast<int>(row));
         dialog.Click(OkCommand);
     });

@@ -14,31 +14,41 @@
 namespace quillara {
 namespace {
 
+// What results need of the analysis, for people.
+constexpr std::string_view AnyStep = "a step that isn't undone";
+constexpr std::string_view AnyDrill = "a drill variable without a step";
+constexpr std::string_view AnyStatistics = "a continuous drill variable without a step, and no step on Missing";
+constexpr std::string_view AnyReview = "a review variable";
+constexpr std::string_view ContinuousReview = "a continuous review variable";
+constexpr std::string_view TwoContinuousReviews = "two continuous review variables";
+constexpr std::string_view TwoReviews = "two review variables";
+
 /// A result, named as in --show.
 struct NamedResult {
     std::string_view Name;
     int Button;
     int EnabledBy;  ///< the button that is enabled when the result applies
     std::string_view ChartName;  ///< one of its charts in the name of a file; empty: it makes tables
+    std::string_view Need;
 };
 
 // clang-format off
 constexpr std::array<NamedResult, 14> Results{{
-    // Name                 Button                    EnabledBy                 ChartName
-    {"summary",             SummaryButton,            SummaryButton,            ""},
-    {"frequencies",         FrequenciesButton,        FrequenciesButton,        ""},
-    {"descriptives",        DescriptivesButton,       DescriptivesButton,       ""},
-    {"review-frequencies",  ReviewFrequenciesButton,  ReviewFrequenciesButton,  ""},
-    {"review-descriptives", ReviewDescriptivesButton, ReviewDescriptivesButton, ""},
-    {"histograms",          HistogramsButton,         HistogramsButton,         "histogram"},
-    {"pies",                PieChartsButton,          PieChartsButton,          "pie"},
-    {"stacked",             StackedPlotsButton,       PieChartsButton,          "stacked"},
-    {"review-histograms",   ReviewHistogramsButton,   ReviewHistogramsButton,   "review-histogram"},
-    {"review-pies",         ReviewPieChartsButton,    ReviewPieChartsButton,    "review-pie"},
-    {"review-stacked",      ReviewStackedPlotsButton, ReviewPieChartsButton,    "review-stacked"},
-    {"box",                 ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box"},
-    {"scatter",             ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter"},
-    {"hist3d",              Review3DHistogramsButton, Review3DHistogramsButton, "hist3d"},
+    // Name                 Button                    EnabledBy                 ChartName           Need
+    {"summary",             SummaryButton,            SummaryButton,            "",                 AnyStep},
+    {"frequencies",         FrequenciesButton,        FrequenciesButton,        "",                 AnyDrill},
+    {"descriptives",        DescriptivesButton,       DescriptivesButton,       "",                 AnyStatistics},
+    {"review-frequencies",  ReviewFrequenciesButton,  ReviewFrequenciesButton,  "",                 AnyReview},
+    {"review-descriptives", ReviewDescriptivesButton, ReviewDescriptivesButton, "",                 ContinuousReview},
+    {"histograms",          HistogramsButton,         HistogramsButton,         "histogram",        AnyDrill},
+    {"pies",                PieChartsButton,          PieChartsButton,          "pie",              AnyDrill},
+    {"stacked",             StackedPlotsButton,       PieChartsButton,          "stacked",          AnyDrill},
+    {"review-histograms",   ReviewHistogramsButton,   ReviewHistogramsButton,   "review-histogram", AnyReview},
+    {"review-pies",         ReviewPieChartsButton,    ReviewPieChartsButton,    "review-pie",       AnyReview},
+    {"review-stacked",      ReviewStackedPlotsButton, ReviewPieChartsButton,    "review-stacked",   AnyReview},
+    {"box",                 ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box",              ContinuousReview},
+    {"scatter",             ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter",          TwoContinuousReviews},
+    {"hist3d",              Review3DHistogramsButton, Review3DHistogramsButton, "hist3d",           TwoReviews},
 }};
 // clang-format on
 
@@ -86,6 +96,14 @@ std::vector<int> DefaultResults() {
 
 int EnablingButton(int button) {
     return ResultOf(button).EnabledBy;
+}
+
+std::string_view ResultName(int button) {
+    return ResultOf(button).Name;
+}
+
+std::string_view NeedOf(int button) {
+    return ResultOf(button).Need;
 }
 
 std::string_view ChartFileName(int button) {

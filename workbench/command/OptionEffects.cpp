@@ -1,0 +1,78 @@
+#include "workbench/command/OptionEffects.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "workbench/command/ResultList.h"
+
+namespace quillara {
+namespace {
+
+bool HasWeight(const DrillOptions& options) {
+    return options.Weight.has_value();
+}
+
+bool IsAfterLastOrHasSteps(const DrillOptions& options) {
+    return !options.AfterEach || !options.Steps.empty();
+}
+
+bool HasSaveFile(const DrillOptions& options) {
+    return options.SaveFile.has_value();
+}
+
+bool HasPlots(const DrillOptions& options) {
+    return options.Charts.Folder.has_value();
+}
+
+bool HasPictures(const DrillOptions& options) {
+    const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
+    return HasPlots(options) || (options.Format == OutputFormat::Html && std::ranges::any_of(options.Results, isChart));
+}
+
+bool HasReportOrPictures(const DrillOptions& options) {
+    return HasPictures(options) || options.Format == OutputFormat::Html;
+}
+
+bool HasDrillVariables(const DrillOptions& options) {
+    return !options.Names || !options.Names->Categorical.empty() || !options.Names->Continuous.empty();
+}
+
+bool HasReviewVariables(const DrillOptions& options) {
+    return options.Names && (!options.Names->ReviewCategorical.empty() || !options.Names->ReviewContinuous.empty());
+}
+
+/// An option and what it works on.
+struct OptionEffect {
+    const char* Option;
+    bool (*HasEffect)(const DrillOptions&);
+    std::string_view Lack;
+};
+
+// clang-format off
+constexpr std::array<OptionEffect, 8> Effects{{
+    // Option              HasEffect            Lack
+    {"--weighted-moments", HasWeight,           "no weight is named in --weight"},
+    {"--casewise",         HasDrillVariables,   "there are no drill variables"},
+    {"--review-casewise",  HasReviewVariables,  "there are no review variables"},
+    {"--after",            IsAfterLastOrHasSteps, "there is no step"},
+    {"--save-variables",   HasSaveFile,         "no file is named in --save"},
+    {"--plot-format",      HasPlots,            "no folder is named in --plots"},
+    {"--size",             HasPictures,         "no charts are painted; --plots and --format html do that"},
+    {"--theme",            HasReportOrPictures, "no charts are painted; --plots and --format html do that"},
+}};
+// clang-format on
+
+}  // namespace
+
+std::vector<std::string> OptionsWithoutEffect(const CLI::App& command, const DrillOptions& options) {
+    std::vector<std::string> lines;
+    for (const OptionEffect& effect : Effects) {
+        if (command.count(effect.Option) > 0 && !effect.HasEffect(options)) {
+            lines.push_back(std::string(effect.Option) + " has no effect: " + std::string(effect.Lack) + ".");
+        }
+    }
+    return lines;
+}
+
+}  // namespace quillara
