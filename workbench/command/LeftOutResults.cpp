@@ -1,5 +1,7 @@
 #include "workbench/command/LeftOutResults.h"
 
+#include <algorithm>
+
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
 
@@ -16,6 +18,14 @@ std::string AfterSteps(const std::set<int>& steps) {
 }
 
 }  // namespace
+
+void LeftOutResults::LeaveOut(int button) {
+    auto found = std::ranges::find(Places, button, &std::pair<int, std::set<int>>::first);
+    if (found == Places.end()) {
+        found = Places.insert(found, {button, {}});
+    }
+    found->second.insert(*ShownAt.rbegin());
+}
 
 std::vector<std::string> LeftOutResults::Lines() const {
     std::vector<std::string> lines;

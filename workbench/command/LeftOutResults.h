@@ -1,8 +1,8 @@
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillara {
@@ -13,14 +13,14 @@ class LeftOutResults {
     /// A place where results are shown: so many steps are done.
     void ShowAt(int step) { ShownAt.insert(step); }
     /// The result of a button doesn't apply there.
-    void LeaveOut(int button) { Places[button].insert(*ShownAt.rbegin()); }
+    void LeaveOut(int button);
 
-    /// One line for each of them: its name, the places if it is shown at others, and what it needs.
+    /// One line for each of them, in their order: its name, the places if it is shown at others, and what it needs.
     [[nodiscard]] std::vector<std::string> Lines() const;
 
   private:
     std::set<int> ShownAt;
-    std::map<int, std::set<int>> Places;
+    std::vector<std::pair<int, std::set<int>>> Places;  // by button
 };
 
 }  // namespace quillara

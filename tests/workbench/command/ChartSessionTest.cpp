@@ -4,6 +4,9 @@
 #include <map>
 
 #include "tests/Locations.h"
+#include "tests/workbench/command/DocumentsInShort.h"
+#include "tests/workbench/command/Program.h"
+#include "tests/Locations.h"
 #include "tests/workbench/command/Program.h"
 
 namespace {
@@ -32,103 +35,6 @@ struct ChartSession : testing::Test {
     ChartSession() { Folder.Put("people.csv", People); }
     const TemporaryFolder Folder;
 };
-
-std::string LabelAt(const json& axis, const json& at) {
-    for (const json& label : axis["labels"]) {
-        if (label["at"] == at) {
-            return label["text"];
-        }
-    }
-    return "?";
-}
-
-/// The bars of a histogram or the slices of a pie with their counts: "Female 3, Male 2".
-std::string Categories(const json& chart) {
-    std::string text;
-    const json& series = chart["series"][0];
-    for (std::size_t i = 0; i < series["points"].size(); ++i) {
-        const json& point = series["points"][i];
-        const bool isPie = chart["chart"] == "pie";
-        if (!isPie || point[0] != 0) {
-            text += (text.empty() ? "" : ", ") +
-                    (isPie ? series["labels"][i].get<std::string>() : LabelAt(chart["x"], point[0])) + " " +
-                    point[1].dump();
-        }
-    }
-    return text;
-}
-
-/// The bounds of the layers of each column: "sex 100 50 0".
-std::string Columns(const json& chart) {
-    std::string text;
-    for (std::size_t i = 0; i < chart["series"][0]["points"].size(); ++i) {
-        text += (text.empty() ? "" : ", ") + LabelAt(chart["x"], i + 1);
-        for (const json& series : chart["series"]) {
-            text += " " + json(std::lround(series["points"][i][1].get<double>())).dump();
-        }
-    }
-    return text;
-}
-
-/// Of each element the members with these names, as far as it has them: "age 6 45".
-std::string Members(const json& chart, const std::vector<std::string>& names) {
-    std::string text;
-    for (const json& element : chart["series"]) {
-        text += text.empty() ? "" : ",";
-        for (const std::string& name : names) {
-            const json member = element.value(name, json());
-            if (!member.is_null()) {
-                text += (text.empty() ? "" : " ") + (member.is_string() ? member.get<std::string>() : member.dump());
-            }
-        }
-    }
-    return text;
-}
-
-/// "9061.1@0 histogram: Female 3, Male 2"
-std::string ChartInShort(const json& chart) {
-    const std::string kind = chart["chart"];
-    const std::map<std::string, std::vector<std::string>> members = {
-        {"box", {"kind", "variable", "cases", "middle", "box", "whiskers"}},
-        {"scatter", {"variable", "x", "y", "cases", "mean", "slope"}},
-        {"hist3d", {"cases", "counts"}},
-    };
-    const auto found = members.find(kind);
-    const std::string content = found != members.end() ? Members(chart, found->second)
-                                : kind == "stacked"    ? Columns(chart)
-                                                       : Categories(chart);
-    return chart["command"].dump() + "." + chart["sequence"].dump() + "@" + chart["step"].dump() + " " + kind + ": " +
-           content;
-}
-
-// clang-format off
-constexpr std::pair<const char*, const char*> Sessions[] = {
-    {"--categorical sex,city --show histograms", "9061.1@0 histogram: Female 3, Male 2, Missing 1 | 9061.2@0 histogram: Oslo 3, Rome 3"},
-    {"--categorical sex --no-count-missing --show pies,histograms", "9119.1@0 pie: Female 3, Male 2 | 9061.1@0 histogram: Female 3, Male 2"},
-    {"--categorical city,sex --down sex=Male --show pies --after each", "9119.1@1 pie: Oslo 1, Rome 1"},
-    {"--categorical sex,city --show stacked", "9121.1@0 stacked: sex 100 83 50 0, city 100 50 0 0"},
-    {"--categorical sex --down sex=Male --show histograms,pies,stacked", ""},
-    {"--review-categorical sex --show review-stacked,review-pies,review-histograms",
-     "9124.1@0 stacked: sex 100 83 50 0 | 9122.1@0 pie: Female 3, Male 2, Missing 1 | 9083.1@0 histogram: Female 3, Male 2, Missing 1"},
-    {"--categorical sex --show review-stacked,review-pies,review-histograms,box,scatter", ""},
-    {"--categorical sex --review-continuous age --down sex=Female --box-type sd,median --show scatter",
-     "9084.1@1 box: 52 age 3 40 [30,55] [20,70] | 9084.2@1 box: 53 age 3 43.333333333333336 [18.167218549097505,68.49944811756916] [-5.992251643768888,92.65891831043555]"},
-    {"--categorical sex --review-continuous age --down sex=Missing --show box", "9084.1@1 box: 54 age 0"},
-    {"--review-continuous age --box --show descriptives --select 'age > 50'", "9084.1@0 box: 54 age 2 65 [60,70] [57.928932188134524,72.07106781186548]"},
-    {"--review-continuous age,height --show scatter", "9100.1@0 scatter: age 6 45, height 5 3, height age 5 10, age height 5 0.1"},
-    {"--review-categorical sex,city --hist3d sex,city:city --show hist3d", "9123.1@0 hist3d: 5 [[2,1],[1,1]] | 9123.2@0 hist3d: 6 [[3,0],[0,3]]"},
-};
-// clang-format on
-
-TEST_F(ChartSession, Shows) {
-    for (const auto& [options, charts] : Sessions) {
-        std::string shown;
-        for (const json& document : Documents(Folder, std::string("people.csv ") + options)) {
-            shown += (shown.empty() ? "" : " | ") + ChartInShort(document);
-        }
-        EXPECT_EQ(shown, charts) << options;
-    }
-}
 
 /// The documents of a step by "command.sequence".
 std::map<std::string, json> ByPlace(const json& documents, const json& step) {

@@ -26,17 +26,3 @@ inline Outcome Quillara(const TemporaryFolder& folder, const std::string& argume
     const int status = std::system(("(" + line + ") >" + out + " 2>" + errors).c_str());
     return {WEXITSTATUS(status), ContentOf(out), ContentOf(errors)};
 }
-
-/// A document in short: "9060.1@0 sex: Female 3, Male 2, Missing 1" - button, sequence, step, the last word of the
-/// title, then each row with its first cell.
-inline std::string InShort(const nlohmann::json& document) {
-    const auto title = document["title"][0].get<std::string>();
-    std::string text = document["command"].dump() + "." + document["sequence"].dump() + "@" + document["step"].dump() +
-                       " " + title.substr(title.rfind(' ') + 1) + ":";
-    for (const nlohmann::json& row : document["rows"]) {
-        const nlohmann::json& cell = row["cells"][0];
-        text += (text.back() == ':' ? " " : ", ") + row["name"].get<std::string>() + " " +
-                (cell.is_string() ? cell.get<std::string>() : cell.dump());
-    }
-    return text;
-}
