@@ -11,12 +11,14 @@ namespace quillara {
 namespace {
 
 constexpr const char* Notes =
-    "The format of OUT goes by its extension: csv, sav, zsav or dta. sav, zsav and dta keep names, labels,\n"
-    "value labels, dates, missing data and the declared weight; names and labels that the format doesn't\n"
-    "admit are kept in its notes. A text variable with value labels becomes labelled numbers in dta. csv\n"
-    "holds labels and texts in place of coded values, and no labels of variables.\n"
-    "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept\n"
-    "as it was when anything goes wrong.\n"
+    "The format of OUT goes by its extension: csv, sav, zsav or dta. sav, zsav and dta keep names, labels, value "
+    "labels, "
+    "dates, missing data and the declared weight; names and labels that the format doesn't admit are kept in its "
+    "notes. "
+    "A text variable with value labels becomes labelled numbers in dta. csv holds labels and texts in place of coded "
+    "values, and no labels of variables.\n"
+    "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept as it was "
+    "when anything goes wrong.\n"
     "\n"
     "Examples:\n"
     "  quillara convert survey.sav survey.csv\n"

@@ -20,24 +20,31 @@ namespace quillara {
 namespace {
 
 constexpr const char* Notes =
-    "NAMES are comma separated; a name with a comma or a quote stands in double quotes, a quote in it\n"
-    "twice.\n"
-    "METHOD: distinct, exact:N, neat:N, step:SIZE, step:SIZE@START, integer, bounds:B1,B2,...\n"
-    "CATEGORY: the name of a row of the category list (Missing for missing data), #K for row K from 0,\n"
-    "or a number.\n"
-    "FORMULA: comparisons (= <> < <= > >=), arithmetic, and, or, not, brackets, missing(NAME). A text in\n"
-    "double quotes is compared with the labels of a variable, a date is written \"YYYY-MM-DD\"; a name\n"
-    "that is no plain word stands in [square brackets].\n"
-    "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives\n"
-    "(default: these, in this order); the charts histograms, pies, stacked, review-histograms,\n"
-    "review-pies, review-stacked, and of review variables box, scatter, hist3d.\n"
-    "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD),\n"
-    "sd (mean, SD, 1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
-    "Without any of the four variable options, texts and labelled variables of at most 100 distinct\n"
-    "values are categorical, all other numbers and dates continuous.\n"
+    "NAMES: comma separated; a name with a comma, a quote or a = stands in double quotes, a quote in it twice.\n"
+    "VAR: a name, which ends at the first =; one with a = stands in double quotes as in NAMES.\n"
+    "METHOD: distinct, exact:N, neat:N (N from 2 to 999), step:SIZE (from the smallest value), step:SIZE@START (what "
+    "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising numbers).\n"
+    "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
+    "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
+    "of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
+    "FORMULA: comparisons (= <> < <= > >=), arithmetic, and, or, not, brackets, missing(NAME). A text in double quotes "
+    "is compared with the labels of a variable, a date is written \"YYYY-MM-DD\"; a name that is no plain word stands "
+    "in "
+    "[square brackets].\n"
+    "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives (default: those of "
+    "them that apply); the charts histograms, pies, stacked, review-histograms, review-pies, review-stacked, and of "
+    "review variables box, scatter, hist3d. What is named and doesn't apply is told on standard error. A step on "
+    "Missing "
+    "leaves no cases to box, scatter and hist3d.\n"
+    "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD), sd (mean, SD, "
+    "1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
     "\n"
-    "Exit status: 0 done, 1 the data or the drill could not be done as asked, 2 wrong usage,\n"
-    "130 interrupted.\n"
+    "Without any of the four variable options, texts and labelled variables of at most 100 distinct values are "
+    "categorical, all other numbers and dates continuous. Categorizations come first, then the steps in the order "
+    "given, "
+    "then the results.\n"
+    "\n"
+    "Exit status: 0 done, 1 the data or the drill could not be done as asked, 2 wrong usage, 130 interrupted.\n"
     "\n"
     "Examples:\n"
     "  quillara drill survey.sav --weight wt --weighted-moments --down sex=Female\n"
@@ -123,8 +130,7 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         options.Results = ParseResultList(text);
         options.DefaultResults = 0;
     };
-    add("--show", takeResults, "results, in the order of their documents; one that doesn't apply is told of")
-        ->type_name("LIST");
+    add("--show", takeResults, "results, in the order of their documents")->type_name("LIST");
     add(
         "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
         "results after each step, or after the last (default)")

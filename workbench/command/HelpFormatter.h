@@ -12,6 +12,7 @@ class HelpFormatter : public CLI::Formatter {
     HelpFormatter();
 
     std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
+    std::string make_footer(const CLI::App* app) const override;
     std::string make_option_desc(const CLI::Option* option) const override;
 };
 

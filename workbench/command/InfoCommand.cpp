@@ -14,8 +14,8 @@ namespace quillara {
 namespace {
 
 constexpr const char* Notes =
-    "Values shows the labels of a variable, the texts of a text variable, and of any other variable the\n"
-    "smallest and the largest value.\n"
+    "Values shows the labels of a variable, the texts of a text variable, and of any other variable the smallest and "
+    "the largest value.\n"
     "\n"
     "Examples:\n"
     "  quillara info survey.sav\n"
