@@ -6,8 +6,6 @@
 #include "tests/Locations.h"
 #include "tests/workbench/command/DocumentsInShort.h"
 #include "tests/workbench/command/Program.h"
-#include "tests/Locations.h"
-#include "tests/workbench/command/Program.h"
 
 namespace {
 
