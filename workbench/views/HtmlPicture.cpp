@@ -29,12 +29,21 @@ void SkipBlanks(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
 }
 
+/// A copy; cutting a long text shorter in place would move its rest for each part.
+std::string Without(std::string_view part, std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part)) {
+        result += text.substr(0, at);
+        text.remove_prefix(at + part.size());
+    }
+    return result += text;
+}
+
 std::string WithoutVoidAttributes(std::string_view svg) {
     std::string text(svg);
     for (const std::string_view attribute : VoidAttributes) {
-        for (std::size_t at = text.find(attribute); at != std::string::npos; at = text.find(attribute, at)) {
-            text.erase(at, attribute.size());
-        }
+        text = Without(attribute, text);
     }
     return text;
 }
