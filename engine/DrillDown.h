@@ -199,9 +199,9 @@ class CDrillDown : public CAnalysisSupport {
     /// dialog's result, or 0 without memory.
     int SetRVVariable(HWND dialog, unsigned short mode, int lowest, int highest);
     /// 1 when the variable stands in any of the four lists.
-    int SelectedVariable(int var) const;
+    std::int16_t SelectedVariable(int var) const;
     /// 1 when the variable stands in one of the two categorical lists.
-    int IsCategoricalVariable(int var) const;
+    std::int16_t IsCategoricalVariable(int var) const;
 
     // Case decisions - engine/CaseDecisions.cpp
 

@@ -159,14 +159,14 @@ int CDrillDown::SetRVVariable(HWND dialog, unsigned short mode, int lowest, int 
     return answer;
 }
 
-int CDrillDown::SelectedVariable(int var) const {
+std::int16_t CDrillDown::SelectedVariable(int var) const {
     const bool selected =
         Contains(List(Categorical, NoCategorical), var) || Contains(List(Continuous, NoContinuous), var) ||
         Contains(List(RVCategorical, NoRVCategorical), var) || Contains(List(RVContinuous, NoRVContinuous), var);
     return selected ? 1 : 0;
 }
 
-int CDrillDown::IsCategoricalVariable(int var) const {
+std::int16_t CDrillDown::IsCategoricalVariable(int var) const {
     const bool categorical =
         Contains(List(Categorical, NoCategorical), var) || Contains(List(RVCategorical, NoRVCategorical), var);
     return categorical ? 1 : 0;

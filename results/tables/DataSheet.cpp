@@ -87,7 +87,7 @@ std::int16_t CDrillDown::DDNDatasheet(HWND) {
         return 0;
     }
     ResultTable table(*this, static_cast<std::size_t>(ValidVar), static_cast<std::size_t>(Table.Variables));
-    if (table.Data == nullptr) {
+    if (!table) {
         return static_cast<std::int16_t>(ReportNotEnoughMemory(*this));
     }
     table.SetTitle(0, GetResourceString(DataSheetTitleText));

@@ -95,11 +95,14 @@ void WriteRows(CDrillDown& analysis, const Drill& record, ResultTable& table, bo
     }
 }
 
-/// False when memory for the descriptions is missing.
+/// False when memory is missing.
 bool ShowTable(CDrillDown& analysis, const FrequencyRules& rules, const Drill& record, bool& anyFractional) {
     const std::size_t rows = record.CategorySet.size() + (HasMissingRow(analysis, record) ? 1 : 0);
     const bool described = (analysis.*rules.HasLongLabels)(record.VarNo, record.VarType) == 1;
     ResultTable table(analysis, rows, described ? DescriptionColumn + 1 : DescriptionColumn);
+    if (!table) {
+        return false;
+    }
     if (described) {
         const HostBuffer<char> label(analysis, NameFieldSize);
         if (!label) {

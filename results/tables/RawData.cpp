@@ -69,7 +69,11 @@ struct ExportBuffers {
           Names(analysis, ShortNameWidth * (Columns + 1)),
           LongNames(analysis, LongNameWidth * (Columns + 1)),
           Row(analysis, NameWidth + ValueWidth * (Columns + 1)),
-          Filter(analysis) {}
+          Filter(analysis) {
+        if (Row) {
+            std::memset(Row.data(), 0xFF, NameWidth + ValueWidth * (Columns + 1));
+        }
+    }
     explicit operator bool() const { return Values && Cells && List && Names && LongNames && Row && Filter; }
 
     std::size_t Columns;  ///< number of columns of the new table
@@ -97,20 +101,20 @@ void ListColumns(CDrillDown& analysis, const ExportBuffers& buffers) {
     }
 }
 
-/// The categorical variables among the columns of a new table, of which there is room for as many as were counted.
+/// The categorical variables among the columns of a new table.
 struct CategoricalColumns {
-    CategoricalColumns(CDrillDown& analysis, const ExportBuffers& buffers, std::size_t counted)
-        : Places(analysis, counted), Sources(analysis, counted) {
-        std::size_t count = 0;
-        for (std::size_t column = 0; *this && column < buffers.Columns && count < counted; ++column) {
+    CategoricalColumns(CDrillDown& analysis, const ExportBuffers& buffers)
+        : Places(analysis, buffers.Columns), Sources(analysis, buffers.Columns) {
+        for (std::size_t column = 0; *this && column < buffers.Columns; ++column) {
             if (analysis.IsCategoricalVariable(buffers.List[column]) != 0) {
-                Places[count] = static_cast<std::int32_t>(column);
-                Sources[count++] = buffers.List[column] - 1;
+                Places[Count] = static_cast<std::int32_t>(column);
+                Sources[Count++] = buffers.List[column] - 1;
             }
         }
     }
     explicit operator bool() const { return Places && Sources; }
 
+    std::size_t Count = 0;
     HostBuffer<std::int32_t> Places;  ///< their columns, from 0
     HostBuffer<std::int32_t> Sources;  ///< their variable numbers less 1
 };
@@ -160,15 +164,17 @@ bool NewTable::Begin(const ExportBuffers& buffers, int categoricals) {
                                        static_cast<int>(LongNameWidth), header.data(),
                                        static_cast<int>(buffers.NameWidth), &Position, columns...);
     };
+    // Intended: the short form where no categorical variable was counted, unlike the arrays, which hold every
+    // categorical column; one that is a continuous drill variable too isn't counted.
     if (categoricals < 1) {
         Handle = create();
         return true;
     }
-    const CategoricalColumns columns(Analysis, buffers, static_cast<std::size_t>(categoricals));
+    const CategoricalColumns columns(Analysis, buffers);
     if (!columns) {
         return false;
     }
-    Handle = create(columns.Places.data(), columns.Sources.data(), categoricals);
+    Handle = create(columns.Places.data(), columns.Sources.data(), static_cast<int>(columns.Count));
     return true;
 }
 
@@ -203,7 +209,7 @@ bool Remains(CDrillDown& analysis, const ExportBuffers& buffers, int caseNumber)
 bool PutRow(const CDrillDown& analysis, NewTable& table, const ExportBuffers& buffers) {
     char* row = buffers.Row.data();
     char* values = row + buffers.NameWidth;
-    // A name field wider than the text line stays padded with zeros.
+    std::memset(row, 0, buffers.NameWidth);  // a name field may be wider than the text line
     std::memcpy(row, analysis.CaseLine.Line, std::min(buffers.NameWidth, CaseLineWidth));
     for (std::size_t column = 0; column < buffers.Columns; ++column) {
         const auto var = static_cast<std::size_t>(buffers.List[column]);

@@ -157,7 +157,7 @@ void ResultTable::ShowWhole(std::size_t column) {
 }
 
 std::int16_t ResultTable::HandOver() {
-    if (Header == nullptr) {
+    if (!*this) {
         return 0;
     }
     WriteCount(Header + HeaderRowsOffset, Rows);

@@ -26,6 +26,8 @@ class ResultTable {
     ResultTable(const ResultTable&) = delete;
     ResultTable& operator=(const ResultTable&) = delete;
     ~ResultTable();
+    /// False without memory and after Release.
+    explicit operator bool() const { return Header != nullptr; }
 
     /// One line of the title, from 0, cut to TitleWidth bytes.
     void SetTitle(std::size_t line, const std::string& text);

@@ -87,25 +87,38 @@ TEST_F(ResultTableTest, ResultsBringTheRecordsUpToDateFirst) {
     EXPECT_EQ(Caption(), "N Total: 3, Selected: 2");
 }
 
-/// Every table, with each allocation failing in turn: no crash, nothing kept, and whole again with the next call.
+/// Every table, with each allocation failing in turn: nothing kept, no message, and whole again with the next call.
 TEST_F(ResultTableTest, FailedAllocationLeavesNothingBehind) {
+    const struct {
+        Result Operation;
+        std::string Results;  ///< with the first, second, ... call for memory failing
+    } cases[] = {
+        // clang-format off
+        {&CDrillDown::DDNSummary,     "001111111"},
+        {&CDrillDown::DDNDescriptive, "1111111"},
+        {&CDrillDown::RVSummary,      "1111111"},
+        {&CDrillDown::DDNFrequency,   "0000000"},
+        {&CDrillDown::RVFrequency,    "1000000000000000"},  // without a label: no descriptions
+        // clang-format on
+    };
     Choose({"x"}, {"y"});
     Review({"x"}, {"y"});
     Down("x", "one");
-    for (const Result result : {&CDrillDown::DDNSummary, &CDrillDown::DDNDescriptive, &CDrillDown::RVSummary,
-                                &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency}) {
-        Show(result);  // brings the counts up to date
+    for (const auto& each : cases) {
+        Show(each.Operation);  // brings the counts up to date
         Host().FailAllocation(0);
-        const std::string whole = Show(result);
-        const int calls = Host().AllocationCalls();
+        const std::string whole = Show(each.Operation);
         const std::size_t live = Host().LiveAllocations();
-        for (int call = 1; call <= calls; ++call) {
+        std::string results;
+        for (int call = 1; call <= Host().AllocationCalls(); ++call) {
             Host().FailAllocation(call);
-            EXPECT_NE(Show(result), whole) << "call " << call;
+            results += std::to_string((Analysis().*each.Operation)(nullptr));
+            EXPECT_NE(Sheets(), whole) << "call " << call;
             EXPECT_EQ(Host().LiveAllocations(), live) << "call " << call;
             Host().FailAllocation(0);
-            EXPECT_EQ(Show(result), whole) << "call " << call;
+            EXPECT_EQ(Show(each.Operation), whole) << "call " << call;
         }
+        EXPECT_EQ(results, each.Results);
     }
     EXPECT_TRUE(TakeMessages().empty());
 }
