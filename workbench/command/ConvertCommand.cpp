@@ -4,7 +4,6 @@
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
-#include "workbench/command/Interruption.h"
 #include "workbench/formats/DataFile.h"
 
 namespace quillara {
@@ -16,7 +15,8 @@ constexpr const char* Notes =
     "dates, missing data and the declared weight; names and labels that the format doesn't admit are kept in its "
     "notes. "
     "A text variable with value labels becomes labelled numbers in dta. csv holds labels and texts in place of coded "
-    "values, and no labels of variables.\n"
+    "values, and no labels of variables; what it loses of the values, as a text None that reads as missing data, is "
+    "said in a line per variable.\n"
     "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept as it was "
     "when anything goes wrong.\n"
     "\n"
@@ -34,8 +34,7 @@ void Run(const ConvertOptions& options) {
     CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
     CheckCanBeWritten(options.Output);
     const DataTable table = ReadDataWithProgress(options.Input, options.Reading);
-    const InterruptibleWork work;
-    WriteDataFile(table, options.Output, IsInterrupted);
+    SaveDataFile(table, options.Output);
 }
 
 }  // namespace

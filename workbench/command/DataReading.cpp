@@ -5,6 +5,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/QuotedText.h"
+#include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileReplacement.h"
@@ -37,6 +38,13 @@ DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
     DataTable table = ReadDataFile(path, options);
     InterruptibleWork::Finish();
     return table;
+}
+
+void SaveDataFile(const DataTable& table, const std::string& path) {
+    const InterruptibleWork work;
+    for (const std::string& loss : WriteDataFile(table, path, IsInterrupted)) {
+        WriteMessage(loss);
+    }
 }
 
 void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,

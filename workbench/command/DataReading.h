@@ -11,6 +11,10 @@ namespace quillara {
 /// cancelled.
 [[nodiscard]] DataTable ReadDataWithProgress(const std::string& path, ReadOptions options);
 
+/// Writes a data file as WriteDataFile does, and says on standard error what is lost. Throws also Interrupted when the
+/// user cancelled.
+void SaveDataFile(const DataTable& table, const std::string& path);
+
 /// Throws UsageError when `output` names the file that is read from: it would be lost. `option` says what gave
 /// `output`, `role` what the other file is ("data").
 void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,

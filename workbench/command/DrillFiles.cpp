@@ -10,7 +10,6 @@
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/DocumentViews.h"
 
@@ -61,7 +60,7 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     if (options.SaveFile || options.OutputFile || options.Charts.Folder) {
         const InterruptibleWork work;
         if (options.SaveFile) {
-            WriteDataFile(*outcome.Subset, *options.SaveFile, IsInterrupted);
+            SaveDataFile(*outcome.Subset, *options.SaveFile);
         }
         if (options.Charts.Folder) {
             WritePlots(*options.Charts.Folder, plots);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/DelimitedLosses.h"
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/DelimitedWriter.h"
 #include "workbench/formats/FileBytes.h"
@@ -98,11 +99,18 @@ void WriteStatistical(const DataTable& table, const std::string& path, const Sta
     ReplaceFile(path, StatisticalFileBytes(layout, cases, rules, monitor), cancelled, check);
 }
 
-void WriteDelimited(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled) {
-    const auto check = [&](const std::string& temporary) {
-        ReadBackFor(path, [&] { CheckDelimitedFile(table, temporary, cancelled); });
-    };
-    ReplaceFile(path, TextOfTable(table, cancelled), cancelled, check);
+std::vector<std::string> WriteDelimited(const DataTable& table, const std::string& path,
+                                        const std::function<bool()>& cancelled) {
+    WorkMonitor monitor({}, cancelled);
+    const std::string text = TextOfTable(table, cancelled);
+    const DataTable readBack = ReadBackFor(path, [&] { return TableOfDelimitedText(text, {.Cancelled = cancelled}); });
+    std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
+    ReplaceFile(path, text, cancelled, [&](const std::string& temporary) {
+        if (ReadBytes(temporary, monitor) != text) {
+            throw ReadBackDifference("\"" + path + "\"", "");
+        }
+    });
+    return losses;
 }
 
 }  // namespace
@@ -121,16 +129,17 @@ void CheckCanBeWritten(const std::string& path) {
     }
 }
 
-void WriteDataFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled) {
+std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
+                                       const std::function<bool()>& cancelled) {
     CheckCanBeWritten(path);
     if (table.Variables.empty()) {
         throw DataError("\"" + path + "\" can't be written: the table has no variables.");
     }
     if (const StatisticalRules* rules = FindRules(ExtensionOf(path))) {
         WriteStatistical(table, path, *rules, cancelled);
-    } else {
-        WriteDelimited(table, path, cancelled);
+        return {};
     }
+    return WriteDelimited(table, path, cancelled);
 }
 
 }  // namespace quillara

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "workbench/data/DataTable.h"
 #include "workbench/formats/ReadOptions.h"
@@ -28,7 +29,8 @@ void CheckCanBeWritten(const std::string& path);
 /// FileNotes.h): original names (NamesInFile tells which are changed), which variable holds the case names, whole
 /// labels, descriptions; in dta also the weight and labels of numbers that aren't whole. A text variable with labels of
 /// its own is written to dta as numbers with labels: its texts aren't kept, what they were shown as is. zsav takes a
-/// negative zero for 0. csv keeps what TextOfTable says. The missing code isn't kept: reading chooses one.
+/// negative zero for 0. csv keeps what TextOfTable says, and what it loses of the values is the result, a line per
+/// variable (see DelimitedLosses). The missing code isn't kept: reading chooses one.
 ///
 /// The new file is read back before it takes its name, and compared with the table as far as the format can hold it. A
 /// file that stands there already is replaced as a whole or, after a failure, left as it was; no other file is left. A
@@ -36,6 +38,7 @@ void CheckCanBeWritten(const std::string& path);
 /// `cancelled` is asked now and then, the last time right before the file is replaced.
 /// Throws DataError when the file can't be written or the format can't hold the table, naming the variable; Interrupted
 /// when cancelled.
-void WriteDataFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled = {});
+std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
+                                       const std::function<bool()>& cancelled = {});
 
 }  // namespace quillara

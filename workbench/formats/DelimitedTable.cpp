@@ -154,6 +154,43 @@ Cells ReadCells(RecordReader& reader, std::vector<std::string_view> first, bool 
     return cells;
 }
 
+RecordOptions RecordsOf(const ReadOptions& options) {
+    return {.Separator = options.Separator, .Encoding = options.Encoding, .SeparatorOption = "--separator"};
+}
+
+std::string_view SeparatorsOf(const ReadOptions& options) {
+    return options.Decimal == ',' ? ";\t|," : ",;\t|";
+}
+
+std::vector<std::string> NamesFrom(const std::vector<std::string_view>& first, bool hasHeader) {
+    std::vector<std::string> names(first.size());
+    if (hasHeader) {
+        names.assign(first.begin(), first.end());
+    }
+    return VariableNames(std::move(names));
+}
+
+DataTable TableOfRecords(RecordReader& reader, const std::string& path, const ReadOptions& options,
+                         WorkMonitor& monitor) {
+    std::vector<std::string_view> first;
+    if (!reader.Next(first)) {
+        throw DataError("\"" + path + "\" is empty.");
+    }
+    CheckSize(first.size(), 0);
+    const Cells cells = ReadCells(reader, first, !options.HasHeader);
+    CheckSize(first.size(), cells.Lines.size());
+    std::vector<std::string> names = NamesFrom(first, options.HasHeader);
+    const ColumnReader columns(cells, options, reader, monitor);
+    DataTable table;
+    table.FileName = NameOfFile(path);
+    table.Cases = static_cast<std::int32_t>(cells.Lines.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        table.Variables.push_back(columns.Read(i, std::move(names[i])));
+    }
+    monitor.Finish();
+    return table;
+}
+
 }  // namespace
 
 std::vector<std::string> VariableNames(std::vector<std::string> fields) {
@@ -179,33 +216,15 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 }
 
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
-    const std::string_view candidates = options.Decimal == ',' ? ";\t|," : ",;\t|";
     WorkMonitor monitor(options.Progress, options.Cancelled);
-    RecordReader reader(
-        path, {.Separator = options.Separator, .Encoding = options.Encoding, .SeparatorOption = "--separator"}, monitor,
-        candidates);
-    std::vector<std::string_view> first;
-    if (!reader.Next(first)) {
-        throw DataError("\"" + path + "\" is empty.");
-    }
-    CheckSize(first.size(), 0);
-    const Cells cells = ReadCells(reader, first, !options.HasHeader);
-    CheckSize(first.size(), cells.Lines.size());
+    RecordReader reader(path, RecordsOf(options), monitor, SeparatorsOf(options));
+    return TableOfRecords(reader, path, options, monitor);
+}
 
-    std::vector<std::string> names(first.size());
-    if (options.HasHeader) {
-        names.assign(first.begin(), first.end());
-    }
-    names = VariableNames(std::move(names));
-    const ColumnReader columns(cells, options, reader, monitor);
-    DataTable table;
-    table.FileName = NameOfFile(path);
-    table.Cases = static_cast<std::int32_t>(cells.Lines.size());
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        table.Variables.push_back(columns.Read(i, std::move(names[i])));
-    }
-    monitor.Finish();
-    return table;
+DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
+    WorkMonitor monitor(options.Progress, options.Cancelled);
+    RecordReader reader("", std::move(bytes), RecordsOf(options), monitor, SeparatorsOf(options));
+    return TableOfRecords(reader, "", options, monitor);
 }
 
 }  // namespace quillara

@@ -15,6 +15,9 @@ namespace quillara {
 /// Surprise: with --decimal "," a comma is the last choice as the separator that is found, not the first.
 [[nodiscard]] DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options);
 
+/// The same of bytes that are there already.
+[[nodiscard]] DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options);
+
 /// The names of variables from the fields of the first record: an empty one becomes Var and its number; a repeated
 /// one gets _2, _3, ..., the first of these that no variable has.
 [[nodiscard]] std::vector<std::string> VariableNames(std::vector<std::string> fields);

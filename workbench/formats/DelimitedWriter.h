@@ -12,15 +12,8 @@ namespace quillara {
 /// texts stand in place of a variable's values when every value that occurs has one of its own; otherwise a text
 /// variable gives its texts and any other its numbers, in the shortest form that reads back as the same double.
 /// Dates are YYYY-MM-DD, times of day HH:MM:SS. Not kept: long names, descriptions, value labels beside those shown,
-/// the title text, the weight's declaration, parts of a day or second. Texts are written as they stand; on reading,
-/// blanks around one don't count, and one that is among the texts for missing data (NA, None, ...) is missing unless
-/// ReadOptions says otherwise.
-/// Throws DataError naming the variable when a value that isn't missing would be an empty field; Interrupted when
-/// `cancelled`, asked now and then, answers true.
+/// the title text, the weight's declaration. DelimitedLosses tells what is lost of the values.
+/// Throws Interrupted when `cancelled`, asked now and then, answers true.
 [[nodiscard]] std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled = {});
-
-/// Throws ReadBackDifference, naming the variable, when a file doesn't hold the fields that TextOfTable gives, but for
-/// blanks around them; DataError when it can't be read, Interrupted when cancelled.
-void CheckDelimitedFile(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled = {});
 
 }  // namespace quillara

@@ -18,11 +18,14 @@ constexpr double shareOfBytes = 0.1;
 constexpr double shareOfText = 0.2;
 constexpr double shareOfRecords = 0.5;
 
-std::string ReadText(const std::string& path, const std::string& encoding, WorkMonitor& monitor) {
+std::string BytesOf(const std::string& path, WorkMonitor& monitor) {
     std::error_code unknownSize;
     const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
     monitor.Enter(0, shareOfBytes, unknownSize ? 0 : size);
-    std::string bytes = ReadBytes(path, monitor);
+    return ReadBytes(path, monitor);
+}
+
+std::string TextOf(const std::string& path, std::string bytes, const std::string& encoding, WorkMonitor& monitor) {
     const bool looksWide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
     std::string text;
     try {
@@ -66,10 +69,14 @@ std::string CountOfFields(std::size_t fields) {
 
 RecordReader::RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
                            std::string_view candidates)
+    : RecordReader(path, BytesOf(path, monitor), options, monitor, candidates) {}
+
+RecordReader::RecordReader(const std::string& path, std::string bytes, const RecordOptions& options,
+                           WorkMonitor& monitor, std::string_view candidates)
     : Path(path),
       Options(options),
       Monitor(monitor),
-      Text(ReadText(path, options.Encoding, monitor)),
+      Text(TextOf(path, std::move(bytes), options.Encoding, monitor)),
       HasKeyMarks(Text.find(KeyMark) != std::string::npos),
       Scanner(Text, {.Separator = ChooseSeparator(Text, options.Separator, candidates)}) {
     Monitor.Enter(shareOfText, shareOfRecords, Text.size());

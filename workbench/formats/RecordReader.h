@@ -22,6 +22,9 @@ class RecordReader {
     /// Throws DataError when it can't be read or is no text, UsageError when the options can't be followed.
     RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
                  std::string_view candidates = ",;\t|");
+    /// The same of bytes that are there already; `path` is what errors call them.
+    RecordReader(const std::string& path, std::string bytes, const RecordOptions& options, WorkMonitor& monitor,
+                 std::string_view candidates = ",;\t|");
     RecordReader(const RecordReader&) = delete;
     RecordReader& operator=(const RecordReader&) = delete;
 

@@ -82,6 +82,20 @@ TEST_F(InfoAndConvert, ConvertedDataReadBackTheSame) {
     EXPECT_EQ(VariablesOf(Folder, "out.sav"), variables);
 }
 
+TEST_F(InfoAndConvert, WhatCsvLosesIsSaidAndKeptByTheWaysThatAreNamed) {
+    Folder.Put("a.csv", "id,answer\n1,None\n2,x\n3,\n");
+    for (const std::string line :
+         {"convert a.csv b.csv", "drill a.csv --categorical answer --show frequencies --save b.csv"}) {
+        const Outcome outcome = Quillara(Folder, line + " --missing ''");
+        EXPECT_EQ(outcome.Status, 0);
+        EXPECT_EQ(outcome.Errors,
+                  "Variable \"answer\" of \"b.csv\": when it is read, \"None\" become missing data (read it with "
+                  "--missing \"\", or write sav).\n");
+        EXPECT_NE(Quillara(Folder, "info b.csv --missing ''").Out.find("1         None, x"), std::string::npos) << line;
+        EXPECT_EQ(Quillara(Folder, "convert b.csv c.sav --missing ''").Errors, "");
+    }
+}
+
 TEST_F(InfoAndConvert, WhatCannotBeWrittenIsOneLine) {
     for (const std::string out : {"out.xlsx", "out", "out.sas7bdat"}) {
         const Outcome outcome = Quillara(Folder, "convert none.csv " + out);
