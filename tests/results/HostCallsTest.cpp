@@ -1,0 +1,79 @@
+// The calls by which results are handed over, with every argument, for one result of each kind.
+
+#include "tests/engine/DrillBench.h"
+#include "tests/results/RecordedCalls.h"
+
+namespace drilltest {
+
+class HostCalls : public testing::Test, public DrillBench {
+  protected:
+    HostCalls() : DrillBench(Road::Columns) {}
+};
+
+TEST_F(HostCalls, OfResultsHaveTheseArguments) {
+    const struct {
+        const char* Name;
+        int (*Operate)(CDrillDown&);
+        const char* Calls;
+    } cases[] = {
+        // clang-format off
+        {"frequencies", [](CDrillDown& a) { return int{a.DDNFrequency(nullptr)}; },
+         R"(looka4 [2 1 1 2 3 4 50 25 25 50 75 100] ',,,,,,,,,,,' [-8 -8 0 0] 'Count,Cumulative
+Count,Percent(%),Cumulative
+Percent(%)' ',,,' '1,3,Missing' 'Frequency table of g: A group,N Total: 4, Selected: 3,'
+ 3 4 3 4 16 6 14 10 80 1 0 12 8 8 9217 0 null null [3 4] 0 1 1
+)"},
+        {"histogram", [](CDrillDown& a) { return int{a.DDNHistograms(nullptr)}; },
+         R"(Chart 5 130 1 [1 2 3 2 1 1] [3] [5] [0] [0] [12] '' [0.9]
+12: 'Histogram of drill-down variable: g: A group,N Total: 4, Selected: 3,' 62 3 'g' 1 1 'Number of counts' 16 1 0 5 1 0 4 1
+27: ',1,3,Missing' 20 [0 1 2 3] 4 null 0 null 0 '0,1,2,3,4,5' 20 [0 1 2 3 4 5] 6 null 0 null -1
+43: 8 0 0 8 0 0 8 0 0 '' 0 [0] 0 12 ',,'
+)"},
+        {"brushing", [](CDrillDown& a) { return int{a.DDNGraphForBrushing(nullptr)}; },
+         R"(Chart 5 138 1 [1 2 3 2 1 1] [3] [5] [0] [0] [12] '' [0.9]
+12: 'Histogram for brushing: g,N Total: 4, Selected: 3,' 62 3 'g' 1 1 'Number of counts' 16 1 0 5 1 0 4 1
+27: ',1,3,Missing' 20 [0 1 2 3] 4 null 0 null 0 '0,1,2,3,4,5' 20 [0 1 2 3 4 5] 6 null 0 null -1
+43: 8 0 0 8 0 0 8 0 0 '' 0 [0] 0 12 ',,'
+)"},
+        {"pie", [](CDrillDown& a) { return a.DDNPiecharts(0, nullptr); },
+         R"(Chart 3 2 1 [1 2 3 0 2 1 1 0] [4] [10] [1] [0] [1] null [0.9]
+12: 'Pie chart for drill-down variable: g: A group,N Total: 4, Selected: 3,' 62 3 'g' 1 1 '' 0 1 0 100 20 0 4 1
+27: null 0 null 0 null 0 null 0 null 0 null 0 null 0 null -1
+43: 8 0 0 0 0 0 0 0 0 '' 0 [192] 1 12 '1,3,Missing,'
+)"},
+        {"stacked", [](CDrillDown& a) { return a.DDNStackedplots(0, nullptr); },
+         R"(Chart 2 0 4 [1 100] [1 75] [1 50] [1 0] [1 1 1 1] [5 5 5 5] [0 0 0 0] [0 0 0 0] [10 9 11 12] null [0.9 0.9 0.9 0.9]
+12: 'Stacked bar plot for drill-down variables,N Total: 4, Selected: 3,' 62 3 '' 0 1 'Relative number of cases(%)' 27 1 0 100.1 20 0 2 1
+27: ',g' 20 [0 1] 2 null 0 null 0 null 0 null 0 null 0 null -1
+43: 8 0 0 0 0 0 0 0 0 '' 0 [384 384 384 384] 0 0 ''
+)"},
+        {"descriptives", [](CDrillDown& a) { return int{a.RVSummary(nullptr)}; },
+         R"(looka4 [1.875 0.25 1.5 2 4 0] ',,,,,' [0 0 0 -8 -8 -8] 'Mean          ,Std.Dev.              ,Minimum       ,Maximum       ,Cases  ,Missing' ',,,,,' 'pay in euro' 'Descriptive statistics,N Total: 4, Selected: 3,'
+ 1 6 1 6 16 6 14 10 80 1 0 12 8 8 9217 0 null null [1 6] 0 1 1
+)"},
+        {"sheet", [](CDrillDown& a) { return int{a.DDNDatasheet(nullptr)}; },
+         R"(looka4 [0 0 0 0 1 1 3 -9999] ',,,,,,,' [0 0] '1,2' 'g,pay in e' ',,,' 'Spreadsheet after drill down,,'
+ 4 2 4 2 16 6 14 10 80 1 0 12 8 8 9217 0 null null [4 2] 0 1 1
+)"},
+        {"table", [](CDrillDown& a) { return int{a.DDNSaveData(nullptr)}; },
+         R"(SubsetAndAddEx 25 '' 2 0 [1 2] 4 'g,pay in euro' 'A group,' 128 'The header' 12 0 [0] [0] 1
+)"},
+        // clang-format on
+    };
+    quillara::Variable group = Numbers("g", {1, 1, 3, NA});
+    group.LongName = "A group";
+    quillara::DataTable table = TableOf({group, Numbers("pay in euro", {1.5, 2, 2, 2})});
+    table.Header = "The header";
+    table.CaseNames = {"case 1", "", "", "case 4"};
+    Open(table);
+    Choose({"g"});
+    Review({}, {"pay in euro"});
+    Analysis().SetCurrentDown(1);
+    for (const auto& each : cases) {
+        TakeCalls();
+        EXPECT_EQ(each.Operate(Analysis()), 1);
+        EXPECT_EQ(TakeCalls(), each.Calls) << each.Name;
+    }
+}
+
+}  // namespace drilltest
