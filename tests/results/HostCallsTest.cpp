@@ -1,5 +1,7 @@
 // The calls by which results are handed over, with every argument, for one result of each kind.
 
+#include <gmock/gmock.h>
+
 #include "tests/engine/DrillBench.h"
 #include "tests/results/RecordedCalls.h"
 
@@ -57,6 +59,7 @@ Percent(%)' ',,,' '1,3,Missing' 'Frequency table of g: A group,N Total: 4, Selec
 )"},
         {"table", [](CDrillDown& a) { return int{a.DDNSaveData(nullptr)}; },
          R"(SubsetAndAddEx 25 '' 2 0 [1 2] 4 'g,pay in euro' 'A group,' 128 'The header' 12 0 [0] [0] 1
+MatClo 1
 )"},
         // clang-format on
     };
@@ -74,6 +77,45 @@ Percent(%)' ',,,' '1,3,Missing' 'Frequency table of g: A group,N Total: 4, Selec
         EXPECT_EQ(each.Operate(Analysis()), 1);
         EXPECT_EQ(TakeCalls(), each.Calls) << each.Name;
     }
+}
+
+TEST_F(HostCalls, OfNewTablesNameEveryCategoricalColumnOrNone) {
+    const struct {
+        Names Categorical, Continuous, Reviewed;
+        const char* Call;
+    } cases[] = {
+        {{}, {"b"}, {}, "1 0 [2] 2 'b' '' 128 '' 0 0\n"},
+        {{}, {"b"}, {"b"}, "1 0 [2] 2 'b' '' 128 '' 0 0\n"},  // none was counted
+        {{"c"}, {"b"}, {"b", "a"}, "3 0 [1 2 3] 2 'a,b,c' ',,' 128 '' 0 0 [0 1 2] [0 1 2] 3\n"},
+    };
+    Open({Numbers("a", {1, 2}), Numbers("b", {1, 2}), Numbers("c", {1, 2})});
+    for (const auto& each : cases) {
+        Choose(each.Categorical, each.Continuous);
+        Review(each.Reviewed);
+        TakeCalls();
+        EXPECT_EQ(Analysis().DDNSaveData(nullptr), 1);
+        const std::string calls = TakeCalls();
+        EXPECT_EQ(calls.substr(0, calls.find("MatClo")), std::string("SubsetAndAddEx 25 '' ") + each.Call);
+    }
+}
+
+TEST_F(HostCalls, ARefusedWriteDropsTheNewTableWithAMessage) {
+    quillara::DataTable table = TableOf({Numbers("a", {1, 2})});
+    table.CaseNames = {"first", "second"};
+    Open(table);
+    Choose({"a"});
+    for (int write = 1; write <= 4; ++write) {  // names and values
+        TakeCalls();
+        RefuseWrite(write);
+        EXPECT_EQ(Analysis().DDNSaveData(nullptr), 0);
+        EXPECT_THAT(TakeCalls(), testing::MatchesRegex("SubsetAndAddEx .*\nAbortOutput [1-9]\n"));
+        EXPECT_EQ(TakeMessages(), Names{NotEnoughMemory});
+    }
+    RefuseWrite(0);
+    Analysis().ValidVar = 0;
+    TakeCalls();
+    EXPECT_EQ(Analysis().DDNSaveData(nullptr), 0);
+    EXPECT_EQ(TakeCalls(), "");
 }
 
 }  // namespace drilltest

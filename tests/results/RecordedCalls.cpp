@@ -18,6 +18,7 @@
 namespace {
 
 std::ostringstream TheCalls;
+int WritesUntilRefusal = 0;
 bool Forwarding = false;  // the host's operations may call one another
 
 /// The host's own operation.
@@ -29,10 +30,11 @@ Result Forward(Result (CAnalysisSupport::*own)(Arguments...), CAnalysisSupport& 
     Dl_info symbol{};
     dladdr(address, &symbol);
     auto* next = reinterpret_cast<Result (*)(CAnalysisSupport*, Arguments...)>(dlsym(RTLD_NEXT, symbol.dli_sname));
-    Forwarding = true;
-    const Result result = std::apply([&](const auto&... each) { return next(&host, each...); }, arguments);
-    Forwarding = false;
-    return result;
+    const struct Scope {
+        Scope() { Forwarding = true; }
+        ~Scope() { Forwarding = false; }
+    } scope;
+    return std::apply([&](const auto&... each) { return next(&host, each...); }, arguments);
 }
 
 /// Fields of a text: 'first,second', without the zeros that pad them; keys as the texts that they stand for.
@@ -113,7 +115,26 @@ std::string TakeCalls() {
     return std::exchange(TheCalls, {}).str();
 }
 
+void RefuseWrite(int call) {
+    WritesUntilRefusal = call;
+}
+
 }  // namespace drilltest
+
+int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {
+    return --WritesUntilRefusal == 0 ? 1
+                                     : Forward(&CAnalysisSupport::PutDataF, *this, {table, bytes, position, length});
+}
+
+void CAnalysisSupport::MatClo(short table) {
+    TheCalls << "MatClo " << table << '\n';
+    Forward(&CAnalysisSupport::MatClo, *this, {table});
+}
+
+void CAnalysisSupport::AbortOutput(short table) {
+    TheCalls << "AbortOutput " << table << '\n';
+    Forward(&CAnalysisSupport::AbortOutput, *this, {table});
+}
 
 short CAnalysisSupport::SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list,
                                        int cases, const char* names, const char* longNames, int longNameWidth,

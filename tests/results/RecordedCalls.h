@@ -8,4 +8,7 @@ namespace drilltest {
 /// of arguments a line.
 std::string TakeCalls();
 
+/// Has the n-th write into a new table refused from now on; 0: none.
+void RefuseWrite(int call);
+
 }  // namespace drilltest

@@ -1,0 +1,154 @@
+// Operations of the analysis that give one number of what it holds, and what a choice of variables asks and drops.
+
+#include <sstream>
+
+#include "tests/engine/DrillBench.h"
+#include "workbench/dialogs/VariableListsDialog.h"
+
+namespace drilltest {
+
+class Members : public testing::Test, public DrillBench {
+  protected:
+    Members() : DrillBench(Road::Columns) {
+        Open({Numbers("a", {1, 2, NA, 1}), Numbers("x", {1, 2, 3, 4}), Numbers("r", {1, NA, 1, 1}),
+              Numbers("s", {5, 6, NA, 8}), Numbers("w", {1, 1, 2.5, 1})});
+        Weigh("w");
+        Choose({"a"}, {"x"});
+        Review({"r"}, {"s"});
+        Analysis().SetWM(1);
+        Analysis().ReadAfterDrill(0);
+    }
+    /// "1 0 1": what an operation gives for each variable.
+    template <typename Operation>
+    std::string OfEach(Operation operation) {
+        std::ostringstream text;
+        for (int var = 1; var <= Analysis().Table.Variables; ++var) {
+            text << (var == 1 ? "" : " ") << operation(var);
+        }
+        return text.str();
+    }
+};
+
+TEST_F(Members, GiveTheAnalysisItsNameAndNumber) {
+    EXPECT_EQ(Analysis().GetAnalysisName() + ' ' + std::to_string(Analysis().GetAnalysisID()),
+              "Drill-Down Analysis 4811");
+}
+
+TEST_F(Members, TellWhereAVariableStands) {
+    EXPECT_EQ(OfEach([this](int var) { return Analysis().SelectedVariable(var); }), "1 1 1 1 0");
+    EXPECT_EQ(OfEach([this](int var) { return Analysis().IsCategoricalVariable(var); }), "1 0 1 0 0");
+    const auto missingIn = [this](int var) {  // 0 is the spare entry of a case
+        std::vector<double> values(6, 1);
+        if (var > 0) {
+            Analysis().getmd5(var, &values[static_cast<std::size_t>(var)]);
+        }
+        return Analysis().SetMissingData(values.data()) + 10 * Analysis().MDReviews(values.data());
+    };
+    EXPECT_EQ(OfEach(missingIn), "1 1 10 10 0");
+    EXPECT_EQ(missingIn(0), 0);
+}
+
+TEST_F(Members, OfTheCurrentRecordAreItsWeightsAndParameters) {
+    Analysis().SetCurrentDown(Number("a"));
+    EXPECT_EQ(Analysis().GetCurrentMCount(), 2.5);
+    Drill& record = Record("x");
+    record.ExactCount = 7;
+    record.NeatCount = 8;
+    record.StepSize = 9;
+    record.StepStart = 10;
+    record.StartAtMin = 0;
+    Analysis().SetCurrentDown(Number("x"));
+    for (int method = 0; method <= 5; ++method) {
+        record.Method = method;
+        int type = -1, count = -1, atMin = -1;
+        double step = -1, start = -1;
+        EXPECT_EQ(Analysis().GetDrillMethod(type, count, atMin, step, start), method);
+        const std::vector<double> given{double(type), double(count), double(atMin), step, start};
+        EXPECT_EQ(given, (std::vector<double>{1, method == 1 ? 7.0 : 8.0, 0, 9, 10}));
+    }
+}
+
+TEST_F(Members, CountAValueAndTakeOverTheNumberOfCases) {
+    Record("x").CategorySet = {{1, 0, 2, "", 1}, {1, 0, 3, "", 2}};
+    const auto counts = [this](std::int32_t method) {
+        Record("x").Method = method;
+        for (const double value : {0.0, 2.0, 3.0, 4.0}) {  // below the first interval, on two bounds, above the last
+            EXPECT_EQ(Analysis().AddCategories(value, Number("x"), 0.5), 1);
+        }
+        return Open("x");
+    };
+    EXPECT_EQ(counts(UserIntervals), "x: n=4 w=5.5 mean=2.63636 [:1 :0.5] missing 0");
+    EXPECT_EQ(counts(StepIntervals), "x: n=4 w=5.5 mean=2.63636 [:1.5 :1] missing 0");
+    EXPECT_EQ(Analysis().AddCategories(1, 99, 1), 1);
+    Analysis().NumOfCases = 9;
+    EXPECT_EQ(Analysis().SetNumOfCases(), 1);
+    EXPECT_EQ(Record("a").ValidCount + Record("x").ValidCount, 18);
+}
+
+TEST_F(Members, AskForVariablesUnderTheirTitles) {
+    std::string asked;
+    Host().Services.WorkIn = [&](quillara::Window& window) {
+        using Dialog = quillara::VariableListsDialog;
+        asked += window.Resource().Title + std::string(": ") + window.At(Dialog::FirstLabel).Text + ", " +
+                 window.At(Dialog::SecondLabel).Text + "\n";
+        return false;
+    };
+    Analysis().SetDDNVariable(nullptr, 1, 0, 5, 0, 5, 5);
+    Analysis().SetRVVariable(nullptr, 1, 0, 5);
+    Analysis().RV3DHistograms(0, nullptr);
+    EXPECT_EQ(asked,
+              "Select drill variables: Categorical variables, Continuous variables\n"
+              "Select variables for review: Categorical variables for review, Continuous variables for review\n"
+              "Select two var. lists (horizontal and vertical vars in plots):: First (horizontal) variable list:, "
+              "Second (vertical) variable list:\n");
+}
+
+TEST_F(Members, ListsOfReviewsAreZeroedByAChoiceOfDrillVariables) {
+    CDrillDown& analysis = Analysis();
+    analysis.FirstVarList[0] = analysis.SecondVarList[0] = 3;
+    analysis.FirstVarCount = analysis.SecondVarCount = 1;
+    Choose({"a"});
+    EXPECT_EQ(analysis.NoRVCategorical + analysis.NoRVContinuous + analysis.FirstVarCount + analysis.SecondVarCount, 0);
+    EXPECT_EQ(
+        analysis.RVCategorical[0] + analysis.RVContinuous[0] + analysis.FirstVarList[0] + analysis.SecondVarList[0], 0);
+}
+
+TEST(Reading, ClearsTheTextLineBeforeEachCaseAndShowsItsProgress) {
+    const struct {
+        const char* Name;
+        int (*Operate)(CDrillDown&);
+    } cases[] = {
+        {"ReadDDNV", [](CDrillDown& a) { return a.ReadDDNV(0); }},
+        {"ReadRVV", [](CDrillDown& a) { return a.ReadRVV(0); }},
+        {"ReadAfterDrill", [](CDrillDown& a) { return a.ReadAfterDrill(0); }},
+        {"ReadBeforeDrill", [](CDrillDown& a) { return a.ReadBeforeDrill(0); }},
+        {"FillNeatIntervals", [](CDrillDown& a) { return a.FillNeatIntervals(); }},
+        {"FillContinuousIntervals", [](CDrillDown& a) { return a.FillContinuousIntervals(); }},
+        {"DDNSaveData", [](CDrillDown& a) { return int{a.DDNSaveData(nullptr)}; }},
+        {"DDNDatasheet", [](CDrillDown& a) { return int{a.DDNDatasheet(nullptr)}; }},
+    };
+    DrillBench bench(Road::CaseByCase);
+    bench.Open({Numbers("a", {1, 2, 2}), Numbers("x", {1, 2, 3})});
+    bench.Choose({"a"}, {"x"});
+    bench.Review({"a"}, {"x"});
+    b1_com& line = bench.Analysis().CaseLine;
+    std::string progress;
+    bench.Host().Services.ProgressStarted = [&](std::string_view text, std::int32_t total) {
+        progress += std::string(text) + std::to_string(total);
+    };
+    bench.Host().Services.ProgressEnded = [&] { progress += " ended"; };
+    bench.Host().Services.BreakRequested = [&] {  // once a case
+        progress +=
+            line.Line[0] == '\0' && line.Line[CaseLineWidth - 1] == '\0' && line.Column == 1 ? " clear" : " left";
+        std::fill_n(line.Line, CaseLineWidth, 'x');
+        line.Column = 50;
+        return false;
+    };
+    for (const auto& each : cases) {
+        progress.clear();
+        EXPECT_EQ(each.Operate(bench.Analysis()), 1);
+        EXPECT_EQ(progress, "Computing ... 3 clear clear clear ended") << each.Name;
+    }
+}
+
+}  // namespace drilltest
