@@ -4,6 +4,7 @@
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
+#include "workbench/command/Interruption.h"
 #include "workbench/formats/DataFile.h"
 
 namespace quillara {
@@ -34,7 +35,9 @@ void Run(const ConvertOptions& options) {
     CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
     CheckCanBeWritten(options.Output);
     const DataTable table = ReadDataWithProgress(options.Input, options.Reading);
+    const FileWriting writing(options.Output);
     SaveDataFile(table, options.Output);
+    IgnoreInterrupts();
 }
 
 }  // namespace

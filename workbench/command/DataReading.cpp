@@ -23,25 +23,18 @@ bool IsRegularFile(const std::string& path) {
 }  // namespace
 
 DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
-    if (!IsRegularFile(path)) {
-        return ReadDataFile(path, options);  // may wait for a pipe for ever; Ctrl-C ends the program at once
-    }
     ProgressBar progress;
-    if (ProgressBar::IsWanted()) {
+    if (IsRegularFile(path) && ProgressBar::IsWanted()) {
         progress.Start("Reading data ", ProgressUnits);
         options.Progress = [&progress](double share) {
             progress.Advance(static_cast<std::int32_t>(share * ProgressUnits));
         };
     }
-    options.Cancelled = IsInterrupted;
-    const InterruptibleWork work;
-    DataTable table = ReadDataFile(path, options);
-    InterruptibleWork::Finish();
-    return table;
+    return ReadDataFile(path, options);
 }
 
 void SaveDataFile(const DataTable& table, const std::string& path) {
-    const InterruptibleWork work;
+    const FileWriting writing(path);
     for (const std::string& loss : WriteDataFile(table, path, IsInterrupted)) {
         WriteMessage(loss);
     }

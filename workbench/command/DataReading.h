@@ -7,8 +7,7 @@
 
 namespace quillara {
 
-/// Reads a data file as ReadDataFile does, with a bar that shows the progress. Throws also Interrupted when the user
-/// cancelled.
+/// Reads a data file as ReadDataFile does, with a bar that shows the progress.
 [[nodiscard]] DataTable ReadDataWithProgress(const std::string& path, ReadOptions options);
 
 /// Writes a data file as WriteDataFile does, and says on standard error what is lost. Throws also Interrupted when the

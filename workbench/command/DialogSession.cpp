@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "workbench/command/Interruption.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
 
@@ -56,12 +55,11 @@ void DialogSession::Act(const std::function<void(Window&)>& action, const Answer
     NextAnswer = answer;
     action(*Document.StartupWindow());
     Document.RunMessages();
-    InterruptibleWork::Finish();
 }
 
 bool DialogSession::WorkIn(Window& dialog) {
     const Answer* answer = std::exchange(NextAnswer, nullptr);
-    if (answer == nullptr || IsInterrupted()) {
+    if (answer == nullptr) {
         return false;
     }
     (*answer)(dialog);

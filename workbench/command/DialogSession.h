@@ -20,8 +20,8 @@ struct CaseSettings {
 };
 
 /// A drill-down analysis that is worked with as a user does, without a screen: acts on the controls of its startup
-/// dialog and answers the modal dialogs that they open. Every action throws Interrupted when the user has asked to
-/// cancel; the session is then of no more use. Controls that can't be used at the moment throw as those of a Window.
+/// dialog and answers the modal dialogs that they open. Controls that can't be used at the moment throw as those of a
+/// Window.
 class DialogSession {
   public:
     /// Works in a modal dialog until it is closed. When it throws or leaves the dialog open, the dialog is cancelled.

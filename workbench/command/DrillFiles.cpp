@@ -57,20 +57,19 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     // All is painted before anything is written.
     const std::vector<PlotFile> plots = PaintedPlots(options.Charts, outcome.Outputs);
     const std::string documents = Shown(options, outcome.Outputs);
-    if (options.SaveFile || options.OutputFile || options.Charts.Folder) {
-        const InterruptibleWork work;
-        if (options.SaveFile) {
-            SaveDataFile(*outcome.Subset, *options.SaveFile);
-        }
-        if (options.Charts.Folder) {
-            WritePlots(*options.Charts.Folder, plots);
-        }
-        if (options.OutputFile) {
-            ReplaceFile(*options.OutputFile, documents, IsInterrupted);
-            return;
-        }
+    if (options.SaveFile) {
+        SaveDataFile(*outcome.Subset, *options.SaveFile);
     }
-    WriteToStandardOutput(documents);
+    if (options.Charts.Folder) {
+        WritePlots(*options.Charts.Folder, plots);
+    }
+    if (!options.OutputFile) {
+        WriteToStandardOutput(documents);
+        return;
+    }
+    const FileWriting writing(*options.OutputFile);
+    ReplaceFile(*options.OutputFile, documents, IsInterrupted);
+    IgnoreInterrupts();
 }
 
 }  // namespace quillara

@@ -8,7 +8,6 @@
 #include "workbench/command/CategoryLookup.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
-#include "workbench/command/Interruption.h"
 #include "workbench/command/LeftOutResults.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/QuotedText.h"
@@ -101,7 +100,6 @@ AnalysisServices DrillRun::Services() {
     };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
     services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
-    services.BreakFlag = &InterruptFlag();
     if (ProgressBar::IsWanted()) {
         services.ProgressStarted = [this](std::string_view text, std::int32_t total) { Progress.Start(text, total); };
         services.ProgressAdvanced = [this](std::int32_t done) { Progress.Advance(done); };
@@ -300,10 +298,7 @@ DrillOutcome RunDrill(const DrillOptions& options) {
     const DataTable table = OpenData(options);
     CaseSettings settings = SettingsFor(table, options);
     VariableChoice variables = options.Names ? ChooseByName(table, *options.Names) : ChooseByContent(table);
-    const InterruptibleWork work;
-    DrillOutcome outcome = DrillRun(options, table, std::move(settings), std::move(variables)).Run();
-    InterruptibleWork::Finish();
-    return outcome;
+    return DrillRun(options, table, std::move(settings), std::move(variables)).Run();
 }
 
 }  // namespace quillara

@@ -12,8 +12,7 @@
 namespace quillara {
 
 /// One drill through the dialogs of its analysis. Variables go by their numbers, from 1; a list of the dialog may show
-/// several of them by the same text. Every operation that reads cases throws Interrupted when the user asked to
-/// cancel; the session is then of no more use.
+/// several of them by the same text.
 class DrillSession {
   public:
     /// Chooses the row of a category list that a step keeps. When it throws, no step is taken.

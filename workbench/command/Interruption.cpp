@@ -2,55 +2,62 @@
 
 #include <atomic>
 #include <csignal>
+#include <filesystem>
 
 #include <unistd.h>
 
 #include "workbench/command/ExitStatus.h"
+#include "workbench/command/ProgressBar.h"
 
 namespace quillara {
 namespace {
 
 std::atomic<bool> Requested = false;
-std::atomic<int> WorkRunning = 0;
+std::atomic<int> FilesInWriting = 0;
 
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
 void OnInterrupt(int) {
-    if (WorkRunning.load() == 0) {
+    if (FilesInWriting.load() == 0) {
+        ProgressBar::ClearAnyInSignalHandler();
         _exit(InterruptedStatus);
     }
     Requested.store(true);
 }
 
-}  // namespace
-
-void WatchForInterrupt() {
+void Handle(void (*handler)(int)) {
     struct sigaction action = {};
-    action.sa_handler = OnInterrupt;
+    action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     sigaction(SIGINT, &action, nullptr);
 }
 
-const std::atomic<bool>& InterruptFlag() noexcept {
-    return Requested;
+/// Also of one that isn't there yet.
+bool MayBeUndone(const std::string& path) {
+    std::error_code error;
+    return !std::filesystem::exists(path, error) || std::filesystem::is_regular_file(path, error);
+}
+
+}  // namespace
+
+void WatchForInterrupt() {
+    Handle(OnInterrupt);
 }
 
 bool IsInterrupted() noexcept {
     return Requested.load();
 }
 
-InterruptibleWork::InterruptibleWork() noexcept {
-    WorkRunning.fetch_add(1);
+void IgnoreInterrupts() {
+    Handle(SIG_IGN);
 }
 
-InterruptibleWork::~InterruptibleWork() {
-    WorkRunning.fetch_sub(1);
+FileWriting::FileWriting(const std::string& path) : Holds(MayBeUndone(path)) {
+    FilesInWriting.fetch_add(Holds ? 1 : 0);
 }
 
-void InterruptibleWork::Finish() {
-    if (IsInterrupted()) {
-        throw Interrupted();
-    }
+FileWriting::~FileWriting() {
+    FilesInWriting.fetch_sub(Holds ? 1 : 0);
 }
 
 }  // namespace quillara

@@ -92,7 +92,9 @@ std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputColl
 void WritePlots(const std::string& folder, const std::vector<PlotFile>& plots) {
     MakeFolder(folder);
     for (const PlotFile& plot : plots) {
-        ReplaceFile((std::filesystem::path(folder) / plot.Name).string(), plot.Bytes, IsInterrupted);
+        const std::string path = (std::filesystem::path(folder) / plot.Name).string();
+        const FileWriting writing(path);
+        ReplaceFile(path, plot.Bytes, IsInterrupted);
     }
 }
 

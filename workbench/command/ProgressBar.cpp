@@ -13,9 +13,11 @@ using namespace std::chrono_literals;
 constexpr auto Patience = 500ms;
 constexpr auto RedrawEvery = 100ms;
 constexpr int Width = 40;
-constexpr const char* EraseLine = "\r\033[K";
+constexpr char EraseLine[] = "\r\033[K";
 
 }  // namespace
+
+std::atomic<bool> ProgressBar::IsShown = false;
 
 bool ProgressBar::IsWanted() {
     return isatty(STDERR_FILENO) == 1;
@@ -50,6 +52,12 @@ void ProgressBar::Clear() {
     if (IsShown) {
         std::fputs(EraseLine, stderr);
         IsShown = false;
+    }
+}
+
+void ProgressBar::ClearAnyInSignalHandler() noexcept {
+    if (IsShown) {
+        static_cast<void>(!write(STDERR_FILENO, EraseLine, sizeof EraseLine - 1));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <optional>
@@ -24,6 +25,8 @@ class ProgressBar {
     void Advance(std::int32_t done);
     /// Takes the bar off the screen; to be done before anything else is written there.
     void Clear();
+    /// Takes any bar off the screen when the program ends here and now.
+    static void ClearAnyInSignalHandler() noexcept;
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -34,7 +37,7 @@ class ProgressBar {
     std::int32_t Total = 0;
     std::int64_t NextLook = 0;  ///< cases before which the clock isn't read again
     std::optional<Clock::time_point> NextDraw;  ///< nothing: never started
-    bool IsShown = false;
+    static std::atomic<bool> IsShown;  ///< there is one screen
 };
 
 }  // namespace quillara

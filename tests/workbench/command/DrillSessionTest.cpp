@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <numeric>
 
@@ -62,23 +63,41 @@ TEST_F(DrillSession, AnOutputFileIsWrittenWholeOrNotAtAll) {
     EXPECT_EQ(Folder.Files(), 3U);
 }
 
-TEST_F(DrillSession, CtrlCLeavesNothingBehind) {
+/// What sends Ctrl-C to the program that stands behind it.
+std::string InterruptAfter(int milliseconds) {
+    return "timeout --foreground --preserve-status -s INT " + std::to_string(milliseconds / 1000.0);
+}
+
+TEST_F(DrillSession, CtrlCLeavesNothingOrAllIsDone) {
     std::string large = "group,number\n";
-    for (long number = 0; number < 400'000; ++number) {
+    for (long number = 0; number < 200'000; ++number) {
         large += std::to_string(number % 7) + "," + std::to_string(number * 7919 % 400'009) + "\n";
     }
     Folder.Put("people.csv", large);
-    std::size_t files = Folder.Files();
-    for (const int milliseconds : {20, 60, 120, 180}) {
-        const std::string after = std::to_string(milliseconds);
-        const Outcome outcome =
-            Drill("--down group=1 --output after" + after,
-                  "timeout --foreground --preserve-status -s INT " + std::to_string(milliseconds / 1000.0));
-        const bool isDone = outcome.Status == 0 && milliseconds > 20;
-        files += isDone ? 1 : 0;
-        EXPECT_EQ(outcome.Status, isDone ? 0 : 130) << milliseconds;
+    const std::string drill = "--down group=1 --output result.json";
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(Drill(drill).Status, 0);
+    const std::chrono::duration<double, std::milli> whole = std::chrono::steady_clock::now() - start;
+    const std::string path = Folder.Path("result.json");
+    const std::string result = ContentOf(path);
+    for (int part = 1; part <= 12; ++part) {
+        Folder.Put("result.json", "before");
+        const Outcome outcome = Drill(drill, InterruptAfter(static_cast<int>(whole.count() * part / 10)));
+        EXPECT_TRUE(outcome.Status == 0 || outcome.Status == 130) << outcome.Status;
+        EXPECT_TRUE(ContentOf(path) == (outcome.Status == 0 ? result : "before")) << part << ": " << outcome.Status;
         EXPECT_EQ(outcome.Out + outcome.Errors, "");
-        EXPECT_EQ(Folder.Files(), files) << milliseconds;
+        EXPECT_EQ(Folder.Files(), 3U) << part;
+    }
+}
+
+TEST_F(DrillSession, CtrlCEndsWaiting) {
+    for (const std::string line : {"drill people.csv --output pipe", "drill people.csv --save pipe.csv", "info pipe",
+                                   "convert people.csv pipe.csv"}) {
+        const TemporaryFolder folder;
+        folder.Put("people.csv", People);
+        const Outcome outcome = Quillara(folder, line, "mkfifo pipe pipe.csv;" + InterruptAfter(100));
+        EXPECT_EQ(outcome.Status, 130) << line;
+        EXPECT_EQ(folder.Files(), 3U);
     }
 }
 
