@@ -6,6 +6,7 @@
 #include "workbench/command/ChartLibrary.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/PlotCollisions.h"
 #include "workbench/command/PlotFiles.h"
 #include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
@@ -51,6 +52,7 @@ void CheckFiles(const DrillOptions& options) {
     if (options.OutputFile && options.SaveFile && NameOneFile(*options.OutputFile, *options.SaveFile)) {
         throw UsageError("--save and --output both name " + Quoted(*options.SaveFile) + "; choose two files.");
     }
+    CheckPlotsHitNoOther(options);
 }
 
 void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {

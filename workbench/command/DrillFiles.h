@@ -5,7 +5,7 @@
 
 namespace quillara {
 
-/// Throws UsageError when a file to be written is one of those that are read, or both are the same.
+/// Throws UsageError when a file to be written is one of those that are read, or two are the same.
 void CheckFiles(const DrillOptions& options);
 
 /// Writes the subset, if there is one, the charts, if files of them are asked for, and then the documents. Throws

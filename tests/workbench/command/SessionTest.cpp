@@ -179,15 +179,21 @@ Lines SessionFiles() {
     return files;
 }
 
+void MakeFolderOf(const std::string& file) {
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+}
+
 struct SessionTest : testing::TestWithParam<std::string> {};
 
 TEST_P(SessionTest, GoesAsWritten) {
     const SessionReader reader(GetParam());
     const TemporaryFolder folder;
     for (const auto& [name, lines] : reader.Result().Files) {
+        MakeFolderOf(folder.Path(name));
         folder.Put(name, Joined(lines));
     }
     for (const auto& [name, target] : reader.Result().Links) {
+        MakeFolderOf(folder.Path(name));
         std::filesystem::create_symlink(target, folder.Path(name));
     }
     for (const Runs& runs : reader.Result().Steps) {
