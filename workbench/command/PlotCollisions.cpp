@@ -48,15 +48,16 @@ Path WithoutLinks(Path path) {
     return path;
 }
 
-/// Whether a chart of the folder could get the name of a file, or has been linked to it.
+/// Whether a chart of the folder could get the name of a file, or has been linked to it, or they have one name.
 bool CouldBeHit(const std::string& file, const DrillOptions& options) {
-    const Path folder = *options.Charts.Folder;
+    std::error_code error;
+    const Path folder = std::filesystem::weakly_canonical(std::filesystem::absolute(*options.Charts.Folder), error);
     const Path target = std::filesystem::absolute(WithoutLinks(file));
-    if (NameOneFile(file, folder) ||
-        (NameOneFile(target.parent_path(), folder) && CouldBePlot(target.filename().string(), options))) {
+    const bool areOne = NameOneFile(file, folder) && !std::filesystem::is_regular_file(folder, error);
+    const bool isInside = NameOneFile(target.parent_path(), folder);
+    if (areOne || (isInside && CouldBePlot(target.filename().string(), options))) {
         return true;
     }
-    std::error_code error;
     const std::filesystem::directory_iterator entries(folder, error);
     return std::any_of(begin(entries), end(entries), [&](const auto& entry) {
         return CouldBePlot(entry.path().filename().string(), options) && NameOneFile(entry.path(), file);

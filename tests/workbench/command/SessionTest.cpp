@@ -132,7 +132,7 @@ std::string DocumentsInShort(const std::string& out) {
 std::map<std::string, std::string> Contents(const TemporaryFolder& folder) {
     std::map<std::string, std::string> contents;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path(""))) {
-        contents[entry.path()] = ContentOf(entry.path());
+        contents[entry.path()] = entry.is_directory() ? "" : ContentOf(entry.path());
     }
     return contents;
 }
