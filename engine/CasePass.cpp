@@ -14,20 +14,6 @@ std::int32_t BlockSizeFor(const PassLayout& layout) {
     return layout.SharedTargets ? 1 : BlockSize;
 }
 
-/// The progress display of a pass; off when the pass ends, however it ends.
-class ProgressDisplay {
-  public:
-    explicit ProgressDisplay(CDrillDown& analysis) : Analysis(analysis) {
-        Analysis.tdstar(Analysis.Table.Cases, Analysis.GetResourceString(ComputingText));
-    }
-    ProgressDisplay(const ProgressDisplay&) = delete;
-    ProgressDisplay& operator=(const ProgressDisplay&) = delete;
-    ~ProgressDisplay() { Analysis.ddstop(); }
-
-  private:
-    CDrillDown& Analysis;
-};
-
 DeletedCase DeletedCaseOf(const PassRules& rules, PassSide side) {
     return side == DrillSide ? rules.DrillDeleted : rules.ReviewDeleted;
 }
@@ -56,13 +42,21 @@ CasePass::CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const
     }
 }
 
+CasePass::~CasePass() {
+    Analysis.ddstop();
+}
+
 PassOutcome CasePass::Run() {
-    const ProgressDisplay progress(Analysis);
+    Analysis.tdstar(Analysis.Table.Cases, Analysis.GetResourceString(ComputingText));
     CaseColumns block;
     while (Source.Next(block)) {
         TallyBlock(block);
     }
-    return Source.Cancelled() ? PassOutcome::Cancelled : PassOutcome::Completed;
+    if (!Source.Cancelled()) {
+        return PassOutcome::Completed;
+    }
+    Analysis.ddstop();
+    return PassOutcome::Cancelled;
 }
 
 void CasePass::TallyBlock(const CaseColumns& block) {

@@ -27,9 +27,14 @@ class CasePass {
     CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const PassVariable> variables,
              MomentTally* moments);
 
+    CasePass(const CasePass&) = delete;
+    CasePass& operator=(const CasePass&) = delete;
+    /// Ends the progress display: naming and building of categories belong to the pass.
+    ~CasePass();
+
     /// False when there was no memory; the pass may not be run then.
     explicit operator bool() const noexcept { return HasMemory; }
-    /// Shows the progress display while it runs.
+    /// Starts the progress display; a cancel ends it at once.
     [[nodiscard]] PassOutcome Run();
 
   private:

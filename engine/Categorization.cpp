@@ -46,13 +46,13 @@ std::optional<int> StartCutting(Drill& record) {
     return std::nullopt;
 }
 
-/// Intervals (a, b] of one width from `low` on, until a bound lies clearly above `high`. An interval without width
-/// isn't made and ends the building.
-void AddEqualIntervals(Drill& record, double low, double high, double step, BoundText text) {
+/// Intervals (a, b] of one width from `low` on, at least `fewest`, until a bound lies clearly above `high`. An interval
+/// without width isn't made and ends the building.
+void AddEqualIntervals(Drill& record, double low, double high, double step, BoundText text, int fewest = 0) {
     double lower = low;
     for (int made = 0; made < IntervalLimit; ++made) {
         const double upper = lower + step;
-        if (ClearlyBelow(high, upper) || !(upper > lower)) {
+        if ((made >= fewest && ClearlyBelow(high, upper)) || !(upper > lower)) {
             return;
         }
         AddInterval(record.CategorySet, lower, upper, IntervalName(lower, "<x<=", upper, text));
@@ -76,7 +76,8 @@ int Drill::MakeExactCategories() {
         return -1;
     }
     const double step = (Max - Min) / (ExactCount - 1);
-    AddEqualIntervals(*this, Min - step * 0.5, step * 0.5 + Max, step, FieldBoundText);
+    // Rounding may carry the last bounds clearly past the end; without their intervals the largest values had no row.
+    AddEqualIntervals(*this, Min - step * 0.5, step * 0.5 + Max, step, FieldBoundText, ExactCount);
     return 1;
 }
 

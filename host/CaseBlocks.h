@@ -10,7 +10,7 @@
 enum class CaseResult : std::uint8_t {
     Use = 0,  ///< the case belongs to the selection
     Skip = 1,  ///< the case lies outside the selection
-    Stop = 2,  ///< the pass ends as cancelled; nothing behind this case is valid
+    Stop = 2,  ///< the pass ends as cancelled; neither this case nor what is behind it counts
 };
 
 /// Consecutive cases of some variables. The host owns the arrays; they stay valid until the next block is read
@@ -29,8 +29,8 @@ class CaseBlocks {
 
     /// Fills `block` with cases first .. first + count - 1 (numbered from 1) of the given variables (numbered
     /// from 1), at least one and at most as many as the table has left. Touches no column that isn't asked for. The
-    /// host polls for a cancel by the user itself, as often as lookbr would be called, and marks the first case after
-    /// which the pass must end with CaseResult::Stop in place of Use. Doesn't fail.
+    /// host polls for a cancel by the user itself, as often as lookbr would be called, and marks the first case at
+    /// which the pass must end with CaseResult::Stop in place of Use; it and the cases behind it aren't counted. Doesn't fail.
     virtual void ReadBlock(std::int32_t first, std::int32_t count, std::span<const std::int16_t> variables,
                            CaseBlock& block) = 0;
 };

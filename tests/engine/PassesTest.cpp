@@ -120,6 +120,22 @@ TEST_P(Passes, CancelledLeaveWhatIsTold) {
     EXPECT_EQ(TakeMessages(), Names{});
 }
 
+TEST_P(Passes, EndTheProgressBehindNamingAndBuildingAndBeforeACancelTakesTheRecords) {
+    Open({Numbers("s", {1, 2}), Numbers("x", {0, 8})});
+    Names seen;
+    Host().Services.ProgressEnded = [&] {
+        const bool both = Analysis().GetDrillDownsSize() == 2;
+        seen.push_back(both ? Open("s") + std::to_string(Record("x").CategorySet.size()) : "gone");
+    };
+    constexpr char all[] = "s: n=2 mean=1.5 [1:1 2:1] missing 09";
+    Choose({"s"}, {"x"});
+    Analysis().ReadBeforeDrill(0);
+    Analysis().ReadAfterDrill(0);
+    CancelAt(2);
+    Choose({"s"}, {"x"});
+    EXPECT_EQ(seen, (Names{all, all, all, "s: n=0 mean=0 [:1] missing 00"}));
+}
+
 TEST_P(Passes, PutTheNameOfTheCaseIntoTheTextLine) {
     struct Case {
         int CaseNumber;
