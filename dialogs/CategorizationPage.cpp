@@ -16,36 +16,23 @@ constexpr double LargestStep = 1.7e308;
 constexpr double RestingStep = 1.0;
 constexpr int RestingFormat = 2;  // number formats of the host
 constexpr int RecordFormat = 3;
-constexpr int MethodCount = 6;
+constexpr int MethodCount = static_cast<int>(Methods.size());
 
-/// What sets a method apart on the page and in the record. A method without a count or steps stores zeros there.
-struct MethodRow {
-    int CountField;  ///< field of the number of intervals; 0: none
-    std::int32_t Drill::*Count;  ///< where the record holds that number
-    bool HasSteps;  ///< step size and start are given
-    int (Drill::*Build)();  ///< cuts the categories anew
-};
-
-// clang-format off
-constexpr std::array<MethodRow, MethodCount> Methods{{
-    // CountField    Count               HasSteps  Build
-    {0,               nullptr,            false,    &Drill::ClearCategories},
-    {ExactCountField, &Drill::ExactCount, false,    &Drill::MakeExactCategories},
-    {NeatCountField,  &Drill::NeatCount,  false,    &Drill::MakeNeatCategories},
-    {0,               nullptr,            true,     &Drill::MakeStepCategories},
-    {0,               nullptr,            false,    &Drill::ClearCategories},
-    {0,               nullptr,            false,    &Drill::MakeUserCategories},
-}};
-// clang-format on
+/// The field of the number of intervals, by method; 0: none.
+constexpr std::array<int, Methods.size()> CountFields{0, ExactCountField, NeatCountField, 0, 0, 0};
 
 static_assert(DistinctValuesRadio + MethodCount - 1 == UserIntervalsRadio);
 
-constexpr bool IsMethod(int method) {
-    return method >= 0 && method < MethodCount;
-}
-
 constexpr int RadioOf(int method) {
     return DistinctValuesRadio + method;
+}
+
+MethodInput InputOf(const CDefineTask& task) {
+    return FactsOf(task.CatMethod).Input;
+}
+
+int CountFieldOf(const CDefineTask& task) {
+    return CountFields[static_cast<std::size_t>(task.CatMethod)];
 }
 
 /// Steps start at a given value only when they don't start at the minimum.
@@ -57,28 +44,25 @@ void EnableStepStart(CDefineTask& task) {
 
 /// Lets the user edit what belongs to the method; the inputs are at rest before.
 void OpenInputs(CDefineTask& task) {
-    const MethodRow& method = Methods[static_cast<std::size_t>(task.CatMethod)];
-    if (method.CountField != 0) {
-        task.EnableWindow(task.Window, method.CountField, true);
-    }
-    if (method.HasSteps) {
+    const MethodInput input = InputOf(task);
+    if (input == MethodInput::Count) {
+        task.EnableWindow(task.Window, CountFieldOf(task), true);
+    } else if (input == MethodInput::Boundaries) {
+        task.EnableWindow(task.Window, BoundariesButton, true);
+    } else if (input == MethodInput::Steps) {
         task.EnableWindow(task.Window, StepSizeField, true);
         EnableStepStart(task);
         task.EnableWindow(task.Window, OrLabel, true);
         task.EnableWindow(task.Window, StartAtMinimumBox, true);
         task.CheckDlgButton(task.Window, StartAtMinimumBox, task.CatStartAtMin == 1);
     }
-    if (task.CatMethod == UserIntervals) {
-        task.EnableWindow(task.Window, BoundariesButton, true);
-    }
 }
 
 void WriteValues(CDefineTask& task) {
-    const MethodRow& method = Methods[static_cast<std::size_t>(task.CatMethod)];
-    if (method.CountField != 0) {
-        task.SetDlgItemInt(task.Window, method.CountField, task.CatCount, 0);
-    }
-    if (method.HasSteps) {
+    const MethodInput input = InputOf(task);
+    if (input == MethodInput::Count) {
+        task.SetDlgItemInt(task.Window, CountFieldOf(task), task.CatCount, 0);
+    } else if (input == MethodInput::Steps) {
         task.SetDlgItemDouble(task.Window, StepSizeField, task.CatStepSize, 0, RecordFormat);
         task.SetDlgItemDouble(task.Window, StepStartField, task.CatStepStart, 0, RecordFormat);
     }
@@ -86,11 +70,10 @@ void WriteValues(CDefineTask& task) {
 
 /// Fields that can't be read leave the scratch values as they were.
 void ReadValues(CDefineTask& task) {
-    const MethodRow& method = Methods[static_cast<std::size_t>(task.CatMethod)];
-    if (method.CountField != 0) {
-        task.GetDlgItemInteger(task.Window, method.CountField, &task.CatCount);
-    }
-    if (method.HasSteps) {
+    const MethodInput input = InputOf(task);
+    if (input == MethodInput::Count) {
+        task.GetDlgItemInteger(task.Window, CountFieldOf(task), &task.CatCount);
+    } else if (input == MethodInput::Steps) {
         task.GetDlgItemDouble(task.Window, StepSizeField, &task.CatStepSize);
         task.GetDlgItemDouble(task.Window, StepStartField, &task.CatStepStart);
         task.CatStartAtMin = task.IsDlgButtonChecked(task.Window, StartAtMinimumBox) ? 1 : 0;
@@ -110,28 +93,29 @@ const Drill* CurrentRecord(const CDefineTask& task) {
 /// The scratch values of a record, all but the method.
 void TakeParameters(CDefineTask& task, const Drill& record) {
     task.CatVarType = record.VarType;
-    task.CatCount = static_cast<std::int16_t>(record.Method == ExactIntervals ? record.ExactCount : record.NeatCount);
+    task.CatCount = static_cast<std::int16_t>(record.IntervalCount());
     task.CatStartAtMin = static_cast<std::uint16_t>(record.StartAtMin);
     task.CatStepSize = record.StepSize;
     task.CatStepStart = record.StepStart;
 }
 
 bool SaysTheSame(const CDefineTask& task, const Drill& record) {
-    const MethodRow& method = Methods[static_cast<std::size_t>(task.CatMethod)];
+    const MethodFacts& method = FactsOf(task.CatMethod);
     const bool sameCount = method.Count == nullptr || record.*method.Count == task.CatCount;
-    const bool sameSteps =
-        !method.HasSteps || (record.StartAtMin == task.CatStartAtMin && record.StepSize == task.CatStepSize &&
-                             record.StepStart == task.CatStepStart);
+    const bool sameSteps = method.Input != MethodInput::Steps ||
+                           (record.StartAtMin == task.CatStartAtMin && record.StepSize == task.CatStepSize &&
+                            record.StepStart == task.CatStepStart);
     return record.Method == task.CatMethod && sameCount && sameSteps;
 }
 
 void Store(const CDefineTask& task, Drill& record) {
-    const MethodRow& method = Methods[static_cast<std::size_t>(task.CatMethod)];
+    const MethodFacts& method = FactsOf(task.CatMethod);
+    const bool hasSteps = method.Input == MethodInput::Steps;
     record.Method = task.CatMethod;
     record.ExactCount = record.NeatCount = method.Count != nullptr ? task.CatCount : 0;
-    record.StepSize = method.HasSteps ? task.CatStepSize : 0.0;
-    record.StepStart = method.HasSteps ? task.CatStepStart : 0.0;
-    record.StartAtMin = method.HasSteps ? task.CatStartAtMin : 0;
+    record.StepSize = hasSteps ? task.CatStepSize : 0.0;
+    record.StepStart = hasSteps ? task.CatStepStart : 0.0;
+    record.StartAtMin = hasSteps ? task.CatStartAtMin : 0;
     (record.*method.Build)();
 }
 

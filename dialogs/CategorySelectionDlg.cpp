@@ -32,15 +32,12 @@ std::string TextOfCount(double count) {
 
 /// The values that a category stands for by the rule of the filter, so that hosts can look a row up by a value.
 std::optional<RowRange> RangeOf(const Categories& category, int method) {
-    switch (method) {
-        case DistinctValues:
-        case IntegerCategories:
+    switch (FactsOf(method).Rule) {
+        case KeepRule::Equal:
             return RowRange{category.Upper, category.Upper, true, true};
-        case ExactIntervals:
-        case NeatIntervals:
-        case UserIntervals:
+        case KeepRule::OpenClosed:
             return RowRange{category.Lower, category.Upper, false, true};
-        case StepIntervals:
+        case KeepRule::ClosedOpen:
             return RowRange{category.Lower, category.Upper, true, false};
         default:
             return std::nullopt;

@@ -136,25 +136,8 @@ int Drill::MakeUserCategories() {
 }
 
 int Drill::RebuildCategories() {
-    switch (Method) {
-        case DistinctValues:
-        case IntegerCategories:
-            ClearCategories();
-            break;
-        case ExactIntervals:
-            MakeExactCategories();
-            break;
-        case NeatIntervals:
-            MakeNeatCategories();
-            break;
-        case StepIntervals:
-            MakeStepCategories();
-            break;
-        case UserIntervals:
-            MakeUserCategories();
-            break;
-        default:
-            break;
+    if (const auto build = FactsOf(Method).Build; build != nullptr) {
+        (this->*build)();
     }
     return 1;
 }

@@ -90,11 +90,13 @@ CategoryTally::Way CategoryTally::PresentWay() const {
     if (Feed.Counting == CategoryCounting::IntoIntervals) {
         return Way::Intervals;
     }
-    if (Feed.Feeder->Method == DistinctValues) {
-        return Way::Distinct;
-    }
-    if (Feed.Feeder->Method == IntegerCategories) {
-        return Way::WholeDistinct;
+    switch (FactsOf(Feed.Feeder->Method).Values) {
+        case ValuesTaken::Every:
+            return Way::Distinct;
+        case ValuesTaken::Whole:
+            return Way::WholeDistinct;
+        case ValuesTaken::None:
+            break;
     }
     return Feed.Counting == CategoryCounting::ByMethod ? Way::Intervals : Way::Nothing;
 }
@@ -156,8 +158,8 @@ void CategoryTally::AddIntervals(const TallyColumn& column, const WeightedRows& 
     if (Intervals == 0) {
         return;
     }
-    // A value on an upper bound belongs to the next interval under Method 3, else to the interval that it ends.
-    if (Feed.Target->Method == StepIntervals) {
+    // A value on an upper bound belongs to the interval that it ends unless the method closes intervals below.
+    if (FactsOf(Feed.Target->Method).Rule == KeepRule::ClosedOpen) {
         AddIntervalsBelow(column, rows, next, std::less_equal<double>());
     } else {
         AddIntervalsBelow(column, rows, next, std::less<double>());

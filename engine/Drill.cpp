@@ -10,6 +10,15 @@ Drill::Drill(std::int16_t varNo, std::int16_t varType, std::int16_t order, std::
       Method(varType > CategoricalVariable ? NeatIntervals : DistinctValues),
       Order(order) {}
 
+bool Drill::TakesDistinctValues() const {
+    return FactsOf(Method).Values != ValuesTaken::None;
+}
+
+std::int32_t Drill::IntervalCount() const {
+    const auto count = FactsOf(Method).Count;
+    return count != nullptr ? this->*count : NeatCount;
+}
+
 std::set<Categories>::const_iterator Drill::FindDistinctValue(double value) const {
     Categories key;
     key.Upper = value;
@@ -38,7 +47,7 @@ int Drill::AddDistinctValue(double value, std::int16_t kind, double weight, cons
 }
 
 int Drill::AddToInterval(double value, double weight) {
-    const bool closedBelow = Method == StepIntervals;
+    const bool closedBelow = FactsOf(Method).Rule == KeepRule::ClosedOpen;
     for (const Categories& category : CategorySet) {
         // Intended: no test of Lower, unlike the drill filter; what lies below the first interval counts in it.
         if (closedBelow ? category.Upper > value : category.Upper >= value) {

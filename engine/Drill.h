@@ -17,6 +17,16 @@ enum CategorizationMethod : std::int32_t {
     UserIntervals = 5,  ///< (a, b], between the user's boundaries
 };
 
+/// What of a variable's values is kept, by plain comparison with the bounds of a category.
+enum class KeepRule : std::uint8_t {
+    Equal,  ///< exactly Upper
+    OpenClosed,  ///< (Lower, Upper]
+    ClosedOpen,  ///< [Lower, Upper)
+    MissingOnly,  ///< the variable is missing
+    Everything,  ///< the category is of an unknown method
+    Nothing,  ///< there is no such category
+};
+
 /// Type of a variable; fixed by the list in which the user placed it.
 inline constexpr std::int16_t CategoricalVariable = 0;
 inline constexpr std::int16_t ContinuousVariable = 1;
@@ -37,7 +47,9 @@ class Drill {
     Drill(std::int16_t varNo, std::int16_t varType, std::int16_t order, std::string name);
 
     /// Whether values are categories as they come: Methods 0 and 4.
-    [[nodiscard]] bool TakesDistinctValues() const { return Method == DistinctValues || Method == IntegerCategories; }
+    [[nodiscard]] bool TakesDistinctValues() const;
+    /// Number of intervals that the method asks for; NeatCount where it has no such number.
+    [[nodiscard]] std::int32_t IntervalCount() const;
 
     // Counting
 
@@ -93,6 +105,51 @@ class Drill {
     std::int32_t ChosenCategory = -1;  ///< the category kept, in set order; the size of the set for Missing; -1: none
     std::set<Categories> CategorySet;  ///< the categories, ascending by Upper
 };
+
+/// Which values a method takes as categories as they come.
+enum class ValuesTaken : std::uint8_t { None, Every, Whole };
+
+/// What a method is given besides its number.
+enum class MethodInput : std::uint8_t {
+    None,
+    Count,  ///< a number of intervals
+    Steps,  ///< step size, and a start value unless it starts at the minimum
+    Boundaries,
+};
+
+/// What sets a method apart from the others.
+struct MethodFacts {
+    KeepRule Rule;  ///< which values belong to a category
+    ValuesTaken Values;
+    int (Drill::*Build)();  ///< cuts the categories anew
+    MethodInput Input;
+    std::int32_t Drill::*Count;  ///< the number of intervals in the record; null: none is asked for
+};
+
+// clang-format off
+/// By CategorizationMethod.
+inline constexpr std::array<MethodFacts, 6> Methods{{
+    // Rule                 Values              Build                        Input                    Count
+    {KeepRule::Equal,      ValuesTaken::Every, &Drill::ClearCategories,     MethodInput::None,       nullptr},
+    {KeepRule::OpenClosed, ValuesTaken::None,  &Drill::MakeExactCategories, MethodInput::Count,      &Drill::ExactCount},
+    {KeepRule::OpenClosed, ValuesTaken::None,  &Drill::MakeNeatCategories,  MethodInput::Count,      &Drill::NeatCount},
+    {KeepRule::ClosedOpen, ValuesTaken::None,  &Drill::MakeStepCategories,  MethodInput::Steps,      nullptr},
+    {KeepRule::Equal,      ValuesTaken::Whole, &Drill::ClearCategories,     MethodInput::None,       nullptr},
+    {KeepRule::OpenClosed, ValuesTaken::None,  &Drill::MakeUserCategories,  MethodInput::Boundaries, nullptr},
+}};
+// clang-format on
+
+[[nodiscard]] constexpr bool IsMethod(std::int32_t method) noexcept {
+    return method >= 0 && method < static_cast<std::int32_t>(Methods.size());
+}
+
+/// What an unknown method has: it builds nothing, and a step with it keeps everything.
+inline constexpr MethodFacts UnknownMethod{KeepRule::Everything, ValuesTaken::None, nullptr, MethodInput::None,
+                                           nullptr};
+
+[[nodiscard]] constexpr const MethodFacts& FactsOf(std::int32_t method) noexcept {
+    return IsMethod(method) ? Methods[static_cast<std::size_t>(method)] : UnknownMethod;
+}
 
 [[nodiscard]] inline bool operator<(const Drill& left, const Drill& right) noexcept {
     return left.Order < right.Order;

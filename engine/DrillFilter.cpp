@@ -4,22 +4,6 @@
 
 namespace {
 
-KeepRule RuleOf(std::int32_t method) {
-    switch (method) {
-        case DistinctValues:
-        case IntegerCategories:
-            return KeepRule::Equal;
-        case ExactIntervals:
-        case NeatIntervals:
-        case UserIntervals:
-            return KeepRule::OpenClosed;
-        case StepIntervals:
-            return KeepRule::ClosedOpen;
-        default:
-            return KeepRule::Everything;
-    }
-}
-
 std::int32_t CategoryCount(const Drill& record) {
     return static_cast<std::int32_t>(record.CategorySet.size());
 }
@@ -50,7 +34,7 @@ FilterCondition ConditionOf(CDrillDown& analysis, const Drill& record) {
         return {record.VarNo, KeepRule::Nothing, 0.0, 0.0};
     }
     const Categories& kept = *std::next(record.CategorySet.begin(), record.ChosenCategory);
-    return {record.VarNo, RuleOf(record.Method), kept.Lower, kept.Upper};
+    return {record.VarNo, FactsOf(record.Method).Rule, kept.Lower, kept.Upper};
 }
 
 }  // namespace

@@ -7,16 +7,6 @@
 #include "engine/HostBuffer.h"
 #include "platform/OrderedBits.h"
 
-/// What a drill step keeps, by plain comparison of a value with the bounds of the chosen category.
-enum class KeepRule : std::uint8_t {
-    MissingOnly,  ///< the variable is missing
-    Equal,  ///< exactly Upper
-    OpenClosed,  ///< (Lower, Upper]
-    ClosedOpen,  ///< [Lower, Upper)
-    Everything,  ///< an unknown method below those that exist
-    Nothing,  ///< the chosen category isn't there
-};
-
 /// One drill step as a condition on one variable.
 struct FilterCondition {
     std::int16_t VarNo;

@@ -203,7 +203,7 @@ int CDrillDown::GetDrillMethod(int& type, int& count, int& atMin, double& step, 
         return -1;
     }
     type = record->VarType;
-    count = record->Method == ExactIntervals ? record->ExactCount : record->NeatCount;
+    count = record->IntervalCount();
     atMin = record->StartAtMin;
     step = record->StepSize;
     start = record->StepStart;
