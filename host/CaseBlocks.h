@@ -30,7 +30,8 @@ class CaseBlocks {
     /// Fills `block` with cases first .. first + count - 1 (numbered from 1) of the given variables (numbered
     /// from 1), at least one and at most as many as the table has left. Touches no column that isn't asked for. The
     /// host polls for a cancel by the user itself, as often as lookbr would be called, and marks the first case at
-    /// which the pass must end with CaseResult::Stop in place of Use; it and the cases behind it aren't counted. Doesn't fail.
+    /// which the pass must end with CaseResult::Stop in place of Use; it and the cases behind it aren't counted.
+    /// Doesn't fail.
     virtual void ReadBlock(std::int32_t first, std::int32_t count, std::span<const std::int16_t> variables,
                            CaseBlock& block) = 0;
 };
