@@ -29,12 +29,17 @@ TEST_F(FrequenciesTest, FractionalCountTakesWholeDisplayFromLaterTablesToo) {
     Choose({"a", "b", "w"});
     Analysis().SetWM(1);
     Analysis().DataChanged = 1;
-    Analysis().DDNFrequency(nullptr);
-    std::string whole;
-    for (const auto& sheet : Shown) {
-        whole += sheet.Columns[0].Whole && sheet.Columns[1].Whole ? '*' : '.';
-    }
-    EXPECT_EQ(whole, "*..");
+    const auto whole = [this] {
+        std::string columns;
+        Analysis().DDNFrequency(nullptr);
+        for (const auto& sheet : std::exchange(Shown, {})) {
+            columns += sheet.Columns[0].Whole && sheet.Columns[1].Whole ? '*' : '.';
+        }
+        return columns;
+    };
+    EXPECT_EQ(whole(), "*..");
+    Record("a").MissingWeight = 0.5;
+    EXPECT_EQ(whole(), "...");
 }
 
 TEST_F(FrequenciesTest, TitlesDifferInTheSeparatorAndOnlyCategoricalVariablesHaveDescriptions) {

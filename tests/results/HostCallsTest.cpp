@@ -118,4 +118,31 @@ TEST_F(HostCalls, ARefusedWriteDropsTheNewTableWithAMessage) {
     EXPECT_EQ(TakeCalls(), "");
 }
 
+TEST_F(HostCalls, OfResultsHaveTheCaptionWhole) {
+    Open({Numbers("a first name that is long", {1, 1}), Numbers("a second name that is long", {1, 1}),
+          Numbers("a third name that is long", {1, 1}), Numbers("b", {1, 2}), Numbers("c", {1, 2})});
+    Choose({"a first name that is long", "a second name that is long", "a third name that is long", "b"}, {"c"});
+    Review({"b"}, {"c"});
+    for (const char* name : {"a first name that is long", "a second name that is long", "a third name that is long"}) {
+        Down(name, "1");
+    }
+    const std::string caption =
+        "N Total: 2, Selected: 2\na third name that is long = 1\na second name that is long = 1\na first name that is "
+        "long = 1";
+    using Operation = std::int16_t (CDrillDown::*)(HWND);
+    for (const Operation operation :
+         {&CDrillDown::DDNDescriptive, &CDrillDown::RVSummary, &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency,
+          &CDrillDown::DDNHistograms, &CDrillDown::RVHistograms}) {
+        TakeCalls();
+        (Analysis().*operation)(nullptr);
+        EXPECT_THAT(TakeCalls(), testing::HasSubstr(caption));
+    }
+    for (const auto operation : {&CDrillDown::DDNPiecharts, &CDrillDown::RVPiecharts, &CDrillDown::DDNStackedplots,
+                                 &CDrillDown::RVStackedplots}) {
+        TakeCalls();
+        (Analysis().*operation)(0, nullptr);
+        EXPECT_THAT(TakeCalls(), testing::HasSubstr(caption));
+    }
+}
+
 }  // namespace drilltest

@@ -24,6 +24,7 @@ TEST_F(SummaryTest, ListsStepsNewestFirst) {
     Down("group", "two");
     EXPECT_EQ(Summary(), std::string(Described) + "group | 'two' | 'The second group'\na longer name | '6' | \n");
     Up("a longer name");
+    EXPECT_EQ(Show(&CDrillDown::DDNFrequency).find("Variable"), std::string::npos) << "the corner is cleared again";
     EXPECT_EQ(Summary(), std::string(Described) + "group | 'two' | 'The second group'\n");
 }
 
