@@ -1,0 +1,157 @@
+// The host's object model, passed on with one answer left out. The definitions of a program come before those of its
+// libraries, so that the module asks the ones here.
+
+#include "tests/results/graphs/FaultyHost.h"
+
+#include <dlfcn.h>
+
+#include "host/GraphAutomation.h"
+#include "platform/CountedPointer.h"
+
+namespace {
+
+int Asked = 0;
+int Failing = 0;
+int Placement = 1;
+
+bool Fails() {
+    return ++Asked == Failing;
+}
+
+/// Stands before an object of the host. `Interface` is what it shows; other interfaces are the object's own.
+template <typename Interface>
+class Before : public Interface {
+  public:
+    explicit Before(Interface* object) : Object(CountedPointer<Interface>::Adopt(object)) {}
+    virtual ~Before() = default;
+    HRESULT QueryInterface(const GUID& id, void** object) override {
+        if constexpr (requires { Interface::Id; }) {
+            if (id == Interface::Id && id != IUnknown::Id) {
+                AddRef();
+                *object = static_cast<Interface*>(this);
+                return S_OK;
+            }
+        }
+        return Object->QueryInterface(id, object);
+    }
+    std::uint32_t AddRef() override { return ++References; }
+    std::uint32_t Release() override {
+        const std::uint32_t left = --References;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+
+  protected:
+    CountedPointer<Interface> Object;
+
+  private:
+    std::uint32_t References = 1;
+};
+
+class Graph final : public Before<IGraph> {
+  public:
+    using Before::Before;
+    HRESULT QueryInterface(const GUID& id, void** object) override {
+        if (id == IMFCPointer::Id && Fails()) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        return Before::QueryInterface(id, object);
+    }
+    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override {
+        return Object->GetIDsOfNames(names, count, ids);
+    }
+    HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override {
+        return Object->Invoke(member, flags, parameters, result);
+    }
+    HRESULT GetTitle(char16_t** title) override { return Fails() ? E_FAIL : Object->GetTitle(title); }
+    HRESULT GetFirstPlot(IUnknown** plot) override { return Fails() ? E_FAIL : Object->GetFirstPlot(plot); }
+};
+
+class Documents final : public Before<IDocumentCollection> {
+  public:
+    using Before::Before;
+    HRESULT GetCount(std::int32_t* count) override { return Fails() ? E_FAIL : Object->GetCount(count); }
+    HRESULT GetItem(const VARIANT& index, IDispatch** item) override {
+        const HRESULT status = Fails() ? E_FAIL : Object->GetItem(index, item);
+        if (Succeeded(status)) {
+            const auto held = CountedPointer<IDispatch>::Adopt(*item);
+            *item = held.Get();
+            if (auto graph = QueryFor<IGraph>(held.Get())) {
+                *item = new Graph(graph.Detach());
+            } else {
+                held->AddRef();
+            }
+        }
+        return status;
+    }
+};
+
+HRESULT Passed(HRESULT status, IDocumentCollection** documents) {
+    if (Succeeded(status)) {
+        *documents = new Documents(*documents);
+    }
+    return status;
+}
+
+class Analysis final : public Before<IAnalysisAutomation> {
+  public:
+    using Before::Before;
+    HRESULT GetAnalysisOutputs(IDocumentCollection** outputs) override {
+        return Fails() ? E_FAIL : Passed(Object->GetAnalysisOutputs(outputs), outputs);
+    }
+};
+
+class Application final : public Before<IApplication> {
+  public:
+    using Before::Before;
+    HRESULT GetGraphCollection(IDocumentCollection** graphs) override {
+        return Fails() ? E_FAIL : Passed(Object->GetGraphCollection(graphs), graphs);
+    }
+    HRESULT GetResultPlacement(std::int32_t* placement) override {
+        *placement = Placement;
+        return Fails() ? E_FAIL : S_OK;
+    }
+    HRESULT GetActiveItem(IDispatch** item) override { return Fails() ? E_FAIL : Object->GetActiveItem(item); }
+};
+
+/// The host's own function of the same name.
+template <typename Function>
+Function* HostFunction(Function* own) {
+    Dl_info symbol{};
+    dladdr(reinterpret_cast<void*>(own), &symbol);
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, symbol.dli_sname));
+}
+
+}  // namespace
+
+namespace drilltest {
+
+void FailQuestion(int question) {
+    Failing = question;
+    Asked = 0;
+}
+
+int Questions() {
+    return Asked;
+}
+
+void PlaceResults(int placement) {
+    Placement = placement;
+}
+
+}  // namespace drilltest
+
+IApplication* OleAGetApplication() {
+    return Fails() ? nullptr : new Application(HostFunction(&OleAGetApplication)());
+}
+
+IUnknown* OleAGetAnalysis(CAnalysisDoc* document) {
+    if (Fails()) {
+        return nullptr;
+    }
+    const auto object = CountedPointer<IUnknown>::Adopt(HostFunction(&OleAGetAnalysis)(document));
+    return new Analysis(QueryFor<IAnalysisAutomation>(object.Get()).Detach());
+}
