@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "workbench/command/QuotedText.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {

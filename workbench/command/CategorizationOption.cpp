@@ -5,8 +5,8 @@
 #include <functional>
 #include <optional>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {

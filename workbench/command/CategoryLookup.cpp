@@ -5,10 +5,10 @@
 #include <optional>
 #include <set>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {

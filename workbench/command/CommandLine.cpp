@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 
 namespace quillara {

@@ -4,9 +4,9 @@
 
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileReplacement.h"
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
@@ -17,6 +17,10 @@ DialogSession::DialogSession(const DataTable& table, CaseSettings settings, Anal
     Document.SetSelection(std::move(settings.Selection));
     Document.SetWeight(settings.Weight);
     Document.Services = std::move(services);
+    Document.Services.ShowMessage = [this, show = std::move(Document.Services.ShowMessage)](std::string_view text) {
+        LacksMemory |= text.find("ot enough memory") != std::string_view::npos;
+        show(text);
+    };
     Document.Services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };
     Document.Adopt(Library.NewAnalysis());
     if (!Document.RunSequence() || Document.StartupWindow() == nullptr) {
@@ -55,6 +59,9 @@ void DialogSession::Act(const std::function<void(Window&)>& action, const Answer
     NextAnswer = answer;
     action(*Document.StartupWindow());
     Document.RunMessages();
+    if (LacksMemory) {
+        throw DataError(NoMemory);  // what has been read or made since isn't to be trusted
+    }
 }
 
 bool DialogSession::WorkIn(Window& dialog) {

@@ -21,7 +21,7 @@ struct CaseSettings {
 
 /// A drill-down analysis that is worked with as a user does, without a screen: acts on the controls of its startup
 /// dialog and answers the modal dialogs that they open. Controls that can't be used at the moment throw as those of a
-/// Window.
+/// Window. An action for which the analysis lacks memory ends in a DataError; the session is then of no more use.
 class DialogSession {
   public:
     /// Works in a modal dialog until it is closed. When it throws or leaves the dialog open, the dialog is cancelled.
@@ -52,6 +52,7 @@ class DialogSession {
 
     AnalysisModule Library;
     AnalysisDocument Document;
+    bool LacksMemory = false;  // the analysis has said so
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: it is cancelled
 };
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/numbers/DecimalNumber.h"
 

@@ -5,9 +5,9 @@
 
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Dictionary.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {

@@ -8,9 +8,9 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/command/PlotCollisions.h"
 #include "workbench/command/PlotFiles.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/DocumentViews.h"
 

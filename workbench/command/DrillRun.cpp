@@ -10,12 +10,12 @@
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/LeftOutResults.h"
 #include "workbench/command/ProgressBar.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/command/ReviewPairs.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
 
 namespace quillara {

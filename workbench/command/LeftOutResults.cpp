@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {

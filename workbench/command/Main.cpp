@@ -1,10 +1,15 @@
 // The command-line program: finds the subcommand, runs it, and turns failures into one line and an exit status.
 
 #include <algorithm>
+#include <exception>
 #include <memory>
 #include <new>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include <unistd.h>
 
 #include "workbench/command/ArgumentComplaint.h"
 #include "workbench/command/CommandLine.h"
@@ -13,6 +18,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
@@ -42,18 +48,17 @@ void AddCommands(CLI::App& program) {
 }
 
 /// `--name=` with nothing behind it becomes `--name` and an empty argument: the parser would take the next one.
-std::vector<std::string> Arguments(int count, char** values) {
-    std::vector<std::string> arguments;
-    for (int argument = 1; argument < count; ++argument) {
-        const std::string text = values[argument];
+std::vector<std::string> ForParser(std::span<char*> arguments) {
+    std::vector<std::string> texts;
+    for (const std::string text : arguments) {
         const bool isEmptyValue = text.starts_with("--") && text.find('=') == text.size() - 1;
-        arguments.push_back(isEmptyValue ? text.substr(0, text.size() - 1) : text);
+        texts.push_back(isEmptyValue ? text.substr(0, text.size() - 1) : text);
         if (isEmptyValue) {
-            arguments.emplace_back();
+            texts.emplace_back();
         }
     }
-    std::ranges::reverse(arguments);  // the parser takes them from the back
-    return arguments;
+    std::ranges::reverse(texts);  // the parser takes them from the back
+    return texts;
 }
 
 /// The call that shows the help that fits.
@@ -62,32 +67,56 @@ std::string HelpCall(const CLI::App& program) {
     return ProgramName + (commands.empty() ? "" : " " + commands.front()->get_name()) + " --help";
 }
 
-ExitStatus Complain(ExitStatus status, const std::string& problem) {
-    WriteMessage(std::string(ProgramName) + ": " + problem);
+/// The message with each long argument shortened, wherever it stands in it.
+std::string WithShortArguments(std::string message, std::span<char*> arguments) {
+    for (const std::string_view argument : arguments) {
+        const std::string shortened = Shortened(argument);
+        for (std::size_t at = message.find(argument); argument.size() > shortened.size() && at != std::string::npos;
+             at = message.find(argument, at + shortened.size())) {
+            message.replace(at, argument.size(), shortened);
+        }
+    }
+    return message;
+}
+
+ExitStatus Complain(ExitStatus status, const std::string& problem, std::span<char*> arguments) {
+    WriteMessage(WithShortArguments(std::string(ProgramName) + ": " + problem, arguments));
     return status;
 }
 
-ExitStatus WrongUsage(const CLI::App& program, const std::string& problem) {
-    Complain(WrongUsageStatus, problem);
+ExitStatus WrongUsage(const CLI::App& program, const std::string& problem, std::span<char*> arguments) {
+    Complain(WrongUsageStatus, problem, arguments);
     WriteMessage("Try '" + HelpCall(program) + "' for more.");
     return WrongUsageStatus;
 }
 
-ExitStatus Run(int count, char** values) {
+/// Needs no memory.
+ExitStatus ComplainAboutMemory() noexcept {
+    constexpr std::string_view line = "quillara: There is not enough memory for this.\n";
+    static_cast<void>(!write(STDERR_FILENO, line.data(), line.size()));
+    return NotDoneStatus;
+}
+
+/// What nobody handles, which is mostly the lack of memory within a library.
+[[noreturn]] void EndWithoutHandler() noexcept {
+    _exit(ComplainAboutMemory());
+}
+
+ExitStatus Run(std::span<char*> arguments) {
     CLI::App program("Drill-down exploration of data files.", ProgramName);
     try {
         program.formatter(std::make_shared<HelpFormatter>());
         program.set_help_flag("-h,--help", "print this help and exit");
         AddCommands(program);
-        program.parse(Arguments(count, values));
+        program.parse(ForParser(arguments));
         return DoneStatus;
     } catch (const CLI::CallForHelp&) {
         WriteToStandardOutput(program.help());
         return DoneStatus;
     } catch (const CLI::ParseError& error) {
-        return WrongUsage(program, ComplaintAbout(program, error));
+        return WrongUsage(program, ComplaintAbout(program, error), arguments);
     } catch (const UsageError& error) {
-        return WrongUsage(program, error.what());
+        return WrongUsage(program, error.what(), arguments);
     }
 }
 
@@ -97,13 +126,19 @@ ExitStatus Run(int count, char** values) {
 int main(int count, char** values) {
     using namespace quillara;
     WatchForInterrupt();
+    std::set_terminate(EndWithoutHandler);
+    const std::span<char*> arguments(values + std::min(count, 1), static_cast<std::size_t>(std::max(count - 1, 0)));
     try {
-        return Run(count, values);
-    } catch (const Interrupted&) {
-        return InterruptedStatus;
+        try {
+            return Run(arguments);
+        } catch (const Interrupted&) {
+            return InterruptedStatus;
+        } catch (const std::bad_alloc&) {
+            return ComplainAboutMemory();
+        } catch (const std::exception& error) {
+            return Complain(NotDoneStatus, error.what(), arguments);
+        }
     } catch (const std::bad_alloc&) {
-        return Complain(NotDoneStatus, "There is not enough memory for this data.");
-    } catch (const std::exception& error) {
-        return Complain(NotDoneStatus, error.what());
+        return ComplainAboutMemory();
     }
 }

@@ -5,8 +5,8 @@
 #include <unordered_set>
 
 #include "platform/OrderedBits.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 
 namespace quillara {

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileReplacement.h"
 
 namespace quillara {

@@ -7,10 +7,10 @@
 
 #include "workbench/command/ChartLibrary.h"
 #include "workbench/command/Interruption.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileReplacement.h"
 
 namespace quillara {

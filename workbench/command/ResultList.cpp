@@ -8,8 +8,8 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/command/NamedVariables.h"
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
-#include "workbench/command/QuotedText.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 

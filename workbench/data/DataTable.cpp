@@ -6,6 +6,7 @@
 #include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
@@ -28,11 +29,6 @@ const ValueTexts* TextsOf(const std::map<double, ValueTexts>& labels, double val
 
 const std::string* UnlessEmpty(const std::string& text) {
     return text.empty() ? nullptr : &text;
-}
-
-std::string Quoted(std::string_view name) {
-    std::string quoted = "\"";
-    return quoted.append(name).append("\"");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "workbench/data/FormulaParts.h"
 #include "workbench/data/FormulaTokens.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
@@ -206,8 +207,8 @@ class Reader {
         const std::string& name = Take().Text;
         const std::optional<std::size_t> variable = Context.Table.Find(name);
         if (!variable) {
-            throw DataError("The selection formula names a variable \"" + name +
-                            "\" that the data don't have (names are compared exactly; a name that is no plain word "
+            throw DataError("The selection formula names a variable " + Quoted(name) +
+                            " that the data don't have (names are compared exactly; a name that is no plain word "
                             "stands in [square brackets], a text in \"quotes\").");
         }
         return *variable;

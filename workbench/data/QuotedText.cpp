@@ -1,11 +1,21 @@
-#include "workbench/command/QuotedText.h"
+#include "workbench/data/QuotedText.h"
 
 #include <algorithm>
 
 namespace quillara {
 
+std::string Shortened(std::string_view text) {
+    constexpr std::size_t longest = 200;
+    std::size_t characters = 0;
+    const auto end = std::ranges::find_if(text, [&characters](char byte) {
+        const bool beginsCharacter = (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+        return beginsCharacter && ++characters > longest;
+    });
+    return std::string(text.begin(), end) + (end == text.end() ? "" : "...");
+}
+
 std::string Quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
+    return "\"" + Shortened(text) + "\"";
 }
 
 std::string QuotedList(const std::vector<std::string>& texts) {
