@@ -5,9 +5,12 @@
 #include <filesystem>
 #include <string_view>
 
+#include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
+#include "workbench/formats/FileBytes.h"
+#include "workbench/formats/StatisticalFile.h"
 
 namespace quillara {
 namespace {
@@ -129,6 +132,17 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
         ->disable_flag_override()
         ->group(group);
+}
+
+void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {
+    if (!IsStatisticalFile(ExtensionOf(file))) {
+        return;
+    }
+    for (const char* option : {"--separator", "--decimal", "--missing", "--no-header"}) {
+        if (command.count(option) > 0) {
+            WriteMessage(std::string(option) + " has no effect: " + Quoted(file) + " isn't delimited text.");
+        }
+    }
 }
 
 }  // namespace quillara

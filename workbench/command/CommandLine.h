@@ -30,6 +30,9 @@ void AddDataFile(CLI::App& command, const std::string& name, std::string& file);
 /// The options that say how delimited text is read; --help shows them where they are added.
 void AddReadingOptions(CLI::App& command, ReadOptions& reading);
 
+/// Tells the user which of these options are given and change nothing, as the file isn't delimited text.
+void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file);
+
 /// Adds the subcommands to the program; their callbacks do the work.
 void AddDrillCommand(CLI::App& program);
 void AddInfoCommand(CLI::App& program);

@@ -50,7 +50,10 @@ void AddConvertCommand(CLI::App& program) {
     const auto take = [options](const std::string& value) { options->Output = value; };
     AddValue(*command, "OUT", take, "file to write: csv, sav, zsav or dta")->type_name("")->required();
     AddReadingOptions(*command, options->Reading);
-    command->callback([options] { Run(*options); });
+    command->callback([options, command] {
+        TellReadingOptionsWithoutEffect(*command, options->Input);
+        Run(*options);
+    });
 }
 
 }  // namespace quillara

@@ -252,6 +252,7 @@ void AddDrillCommand(CLI::App& program) {
         if (options->Names) {
             CheckForRepeats(*options->Names);
         }
+        TellReadingOptionsWithoutEffect(*command, options->File);
         std::ranges::for_each(OptionsWithoutEffect(*command, *options), WriteMessage);
         Run(*options);
     });

@@ -56,6 +56,7 @@ class DrillRun {
     void GoUp(const std::string& name);
     void ShowResults();
     [[nodiscard]] bool Applies(int button);
+    [[nodiscard]] bool ShowsOrSays(int button);
     void Show(int button);
     void ShowAllPairs();
     void TellWhatIsLeftOut();
@@ -69,6 +70,7 @@ class DrillRun {
     const std::vector<short> Columns;  // of the subset
     std::optional<PairedLists> Pairs;  // of 3D histograms; nothing: all
     int EarlierPairs = 0;  // documents of the same request that other presses of the button have made
+    int Messages = 0;
     ProgressBar Progress;
     LeftOutResults LeftOut;
     DrillOutcome Outcome;
@@ -95,6 +97,7 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
 AnalysisServices DrillRun::Services() {
     AnalysisServices services;
     services.ShowMessage = [this](std::string_view text) {
+        ++Messages;
         Progress.Clear();
         WriteMessage(text);
     };
@@ -220,12 +223,20 @@ void DrillRun::ShowResults() {
     LeftOut.ShowAt(Outcome.Outputs.Step);
     for (std::size_t place = 0; place < Options.Results.size(); ++place) {
         const int button = Options.Results[place];
-        if (Applies(button)) {
-            Show(button);
-        } else if (place >= Options.DefaultResults) {
-            LeftOut.LeaveOut(button);
+        const bool applies = Applies(button);
+        const bool isLeftOut = !applies || !ShowsOrSays(button);
+        if (isLeftOut && place >= Options.DefaultResults) {
+            LeftOut.LeaveOut(button, applies);
         }
     }
+}
+
+/// False when there is neither a document nor a message.
+bool DrillRun::ShowsOrSays(int button) {
+    const std::size_t documents = Outcome.Outputs.Entries.size();
+    const int messages = Messages;
+    Show(button);
+    return Outcome.Outputs.Entries.size() > documents || Messages > messages;
 }
 
 /// A 3D histogram needs two variables, which the button doesn't know.

@@ -56,7 +56,10 @@ void AddInfoCommand(CLI::App& program) {
     const auto take = [options](const std::string& text) { options->AsJson = ParseAsJson(text); };
     AddValue(*command, "--format", take, "text (default) or json, which has all value labels")->type_name("text|json");
     AddReadingOptions(*command, options->Reading);
-    command->callback([options] { Run(*options); });
+    command->callback([options, command] {
+        TellReadingOptionsWithoutEffect(*command, options->File);
+        Run(*options);
+    });
 }
 
 }  // namespace quillara

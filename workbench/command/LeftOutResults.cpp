@@ -19,19 +19,22 @@ std::string AfterSteps(const std::set<int>& steps) {
 
 }  // namespace
 
-void LeftOutResults::LeaveOut(int button) {
-    auto found = std::ranges::find(Places, button, &std::pair<int, std::set<int>>::first);
-    if (found == Places.end()) {
-        found = Places.insert(found, {button, {}});
+void LeftOutResults::LeaveOut(int button, bool applies) {
+    const auto isTheSame = [=](const Omission& other) { return other.Button == button && other.Applies == applies; };
+    auto found = std::ranges::find_if(Omissions, isTheSame);
+    if (found == Omissions.end()) {
+        found = Omissions.insert(found, {button, applies, {}});
     }
-    found->second.insert(*ShownAt.rbegin());
+    found->Steps.insert(*ShownAt.rbegin());
 }
 
 std::vector<std::string> LeftOutResults::Lines() const {
     std::vector<std::string> lines;
-    for (const auto& [button, steps] : Places) {
-        lines.push_back(Quoted(ResultName(button)) + " is left out" + (steps == ShownAt ? "" : AfterSteps(steps)) +
-                        ": it needs " + std::string(NeedOf(button)) + ".");
+    for (const Omission& omission : Omissions) {
+        const std::string need = "it needs " + std::string(NeedOf(omission.Button));
+        lines.push_back(Quoted(ResultName(omission.Button)) + " is left out" +
+                        (omission.Steps == ShownAt ? "" : AfterSteps(omission.Steps)) + ": " +
+                        (omission.Applies ? "it has nothing to show" : need) + ".");
     }
     return lines;
 }
