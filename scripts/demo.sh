@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # A real exploration of the sample survey: three steps down, one of them undone, with the tables of the cases that
-# remain, and a report of every step with its charts beside it.
+# remain, a report of every step with its charts beside it, and the cases that remain as a data file.
 #   scripts/demo.sh PROGRAM [REPORT]
 set -euo pipefail
 
 program=$1
 samples=$(dirname "$0")/../samples
 report=${2:-$(dirname "$program")/../survey-report.html}
+subset=$(dirname "$report")/survey-subset.sav
 
 session=(
     drill "$samples/survey.sav"
@@ -21,7 +22,8 @@ session=(
 "$program" "${session[@]}"
 "$program" "${session[@]}" --after each --format html --output "$report" \
     --review-categorical genre --review-continuous age,income,hours \
-    --show summary,frequencies,histograms,stacked,descriptives,review-frequencies,review-pies,box,scatter \
-    --box-type median --hist3d genre:age
+    --show summary,frequencies,histograms,stacked,descriptives,review-frequencies,review-pies,box,scatter,hist3d \
+    --box-type median --save "$subset" --save-variables all
 echo
-echo "Every step of this session stands in $(realpath "$report")"
+echo "Every step of this session stands in $(realpath "$report"),"
+echo "the cases that remain in $(realpath "$subset")"
