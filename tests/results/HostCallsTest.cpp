@@ -84,11 +84,13 @@ TEST_F(HostCalls, OfNewTablesNameEveryCategoricalColumnOrNone) {
         Names Categorical, Continuous, Reviewed;
         const char* Call;
     } cases[] = {
-        {{}, {"b"}, {}, "1 0 [2] 2 'b' '' 128 '' 0 0\n"},
-        {{}, {"b"}, {"b"}, "1 0 [2] 2 'b' '' 128 '' 0 0\n"},  // none was counted
-        {{"c"}, {"b"}, {"b", "a"}, "3 0 [1 2 3] 2 'a,b,c' ',,' 128 '' 0 0 [0 1 2] [0 1 2] 3\n"},
+        {{"c"}, {"c"}, {}, "2 0 [3 0] 1 'c,' ',' 128 '' 0 0 [0] [2] 1\n"},  // counted twice, listed once
+        {{}, {"b"}, {}, "1 0 [2] 1 'b' '' 128 '' 0 0\n"},
+        {{}, {"b"}, {"b"}, "1 0 [2] 1 'b' '' 128 '' 0 0\n"},  // none was counted
+        {{"c"}, {"b"}, {"b", "a"}, "3 0 [1 2 3] 1 'a,b,c' ',,' 128 '' 0 0 [0 1 2] [0 1 2] 3\n"},
     };
-    Open({Numbers("a", {1, 2}), Numbers("b", {1, 2}), Numbers("c", {1, 2})});
+    Open({Numbers("a", {1, 2}), Numbers("b", {1, 2}), Numbers("c", {1, 0})});
+    Weigh("c");  // one case enters the pass, both are written
     for (const auto& each : cases) {
         Choose(each.Categorical, each.Continuous);
         Review(each.Reviewed);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tests/engine/RandomTables.h"
+#include "tests/results/RecordedCalls.h"
 #include "tests/results/ResultsBench.h"
 
 namespace drilltest {
@@ -150,6 +151,15 @@ TEST_F(RawData, HoldsCasesOfNoWeightButNotThoseOutsideTheSelection) {
     using enum CaseResult;
     Host().SetSelection({Use, Skip, Use, Use, Use, Skip});
     EXPECT_EQ(Save(), "a: 1, 1");
+}
+
+TEST_F(RawData, IsWrittenAsTheHostReadsItAndTestedAsItIsStored) {
+    OpenExample();
+    Choose({"a"}, {"x"});
+    Down("a", "2");
+    ShiftDataReads(100);
+    EXPECT_EQ(Save(), "a x: 102 130");
+    ShiftDataReads(0);
 }
 
 TEST_F(RawData, TakesCaseNamesAlong) {

@@ -12,13 +12,15 @@
 #include <type_traits>
 #include <utility>
 
-#include "host/AnalysisSupport.h"
+#include "engine/DrillDown.h"
 #include "workbench/hosting/LongTexts.h"
 
 namespace {
 
 std::ostringstream TheCalls;
 int WritesUntilRefusal = 0;
+double DataShift = 0.0;
+std::pair<int, const char*> Translation{0, nullptr};
 bool Forwarding = false;  // the host's operations may call one another
 
 /// The host's own operation.
@@ -119,7 +121,31 @@ void RefuseWrite(int call) {
     WritesUntilRefusal = call;
 }
 
+void ShiftDataReads(double shift) {
+    DataShift = shift;
+}
+
+void Translate(int id, const char* text) {
+    Translation = {id, text};
+}
+
 }  // namespace drilltest
+
+int CAnalysisSupport::cstart(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
+    const int result = Forward(&CAnalysisSupport::cstart, *this, {caseNumber, values, weighted, weight, tag});
+    const int variables = static_cast<const CDrillDown*>(this)->Table.Variables;
+    for (int var = 1; DataShift != 0.0 && var <= variables; ++var) {
+        values[var] += DataShift;
+    }
+    return result;
+}
+
+const char* CAnalysisSupport::GetResourceString(int id) {
+    using Operation = const char* (*)(CAnalysisSupport*, int);
+    static const auto hosts =
+        reinterpret_cast<Operation>(dlsym(RTLD_NEXT, "_ZN16CAnalysisSupport17GetResourceStringEi"));  // it is virtual
+    return Translation.second != nullptr && id == Translation.first ? Translation.second : hosts(this, id);
+}
 
 int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {
     return --WritesUntilRefusal == 0 ? 1

@@ -11,4 +11,10 @@ std::string TakeCalls();
 /// Has the n-th write into a new table refused from now on; 0: none.
 void RefuseWrite(int call);
 
+/// How much is added to all values that the host reads as data from now on.
+void ShiftDataReads(double shift);
+
+/// The text of the module's string table that stands in place of that of an id from now on; null: none does.
+void Translate(int id, const char* text);
+
 }  // namespace drilltest

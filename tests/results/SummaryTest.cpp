@@ -1,3 +1,5 @@
+#include "resources/StringTable.h"
+#include "tests/results/RecordedCalls.h"
 #include "tests/results/ResultsBench.h"
 
 namespace drilltest {
@@ -57,6 +59,15 @@ TEST_F(SummaryTest, RowNamesStayWholeBesideShortCaseNames) {
     Down("a longer name", "6");
     Down("twelve bytes", "1");
     EXPECT_EQ(Summary(), std::string(Plain) + "twelve bytes | '1'\na longer name | '6'\n");
+}
+
+TEST_F(SummaryTest, ATranslationReachesTheDescriptionsOfTheSummaryAlone) {
+    Choose({"group", "a longer name"});
+    Translate(DescriptionText, "Beschreibung");
+    EXPECT_NE(Show(&CDrillDown::DDNFrequency).find("Description"), std::string::npos);
+    Down("group", "two");
+    EXPECT_NE(Summary().find("Beschreibung"), std::string::npos);
+    Translate(0, nullptr);
 }
 
 }  // namespace drilltest
