@@ -1,9 +1,8 @@
-// Ends of brushing that no user brings about, but a host may. The definition of a program comes before that of its
-// libraries: the cycle that the dialog asks for is answered here when a test says how.
-
-#include <dlfcn.h>
+// Ends of brushing that no user brings about, but a host may: the cycle that the dialog asks for is wrapped by the
+// linker and answered here when a test says how.
 
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "tests/dialogs/DialogBench.h"
@@ -13,8 +12,6 @@ namespace dialogtest {
 namespace {
 
 std::optional<std::pair<int, int>> NextPick;  // bar and action
-
-using Cycle = std::int16_t (*)(CDrillDown*, int*, int*);
 
 class BrushEnd : public DialogTest {
   protected:
@@ -53,11 +50,15 @@ TEST_F(BrushEnd, ByAStepUpWithNothingLeftKeepsTheGraph) {
 }  // namespace
 }  // namespace dialogtest
 
-std::int16_t CDrillDown::DDNBrushing(int* item, int* action) {
+std::int16_t WrappedCycle(CDrillDown* analysis, int* item,
+                          int* action) __asm__("__wrap__ZN10CDrillDown11DDNBrushingEPiS0_");
+std::int16_t RealCycle(CDrillDown* analysis, int* item,
+                       int* action) __asm__("__real__ZN10CDrillDown11DDNBrushingEPiS0_");
+
+std::int16_t WrappedCycle(CDrillDown* analysis, int* item, int* action) {
     if (const auto pick = std::exchange(dialogtest::NextPick, std::nullopt)) {
         std::tie(*item, *action) = *pick;
         return 1;
     }
-    static const auto own = reinterpret_cast<dialogtest::Cycle>(dlsym(RTLD_NEXT, "_ZN10CDrillDown11DDNBrushingEPiS0_"));
-    return own(this, item, action);
+    return RealCycle(analysis, item, action);
 }
