@@ -269,6 +269,9 @@ void DrillRun::ShowAllPairs() {
 void DrillRun::TellWhatIsLeftOut() {
     Progress.Clear();
     std::ranges::for_each(LeftOut.Lines(), WriteMessage);
+    if (IsEmpty(Variables.Drill) && IsEmpty(Variables.Review)) {
+        WriteMessage("No variable is chosen, so that nothing is shown; --categorical and --continuous name some.");
+    }
     const std::size_t pairs = PairsOf(Variables.Review).Count;
     const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();
     if (showsPairs && !Pairs && pairs > AllPairs::Most) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "workbench/command/ResultList.h"
+#include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
@@ -63,10 +64,22 @@ constexpr std::array<OptionEffect, 8> Effects{{
 }};
 // clang-format on
 
+/// One line for each categorization that a later one of its variable replaces.
+std::vector<std::string> ReplacedCategorizations(const std::vector<CategorizedVariable>& categorizations) {
+    std::vector<std::string> lines;
+    for (auto one = categorizations.begin(); one != categorizations.end(); ++one) {
+        const auto isReplacement = [one](const CategorizedVariable& later) { return later.Variable == one->Variable; };
+        if (std::any_of(one + 1, categorizations.end(), isReplacement)) {
+            lines.push_back("--categorize of " + Quoted(one->Variable) + " has no effect: a later one replaces it.");
+        }
+    }
+    return lines;
+}
+
 }  // namespace
 
 std::vector<std::string> OptionsWithoutEffect(const CLI::App& command, const DrillOptions& options) {
-    std::vector<std::string> lines;
+    std::vector<std::string> lines = ReplacedCategorizations(options.Categorizations);
     for (const OptionEffect& effect : Effects) {
         if (command.count(effect.Option) > 0 && !effect.HasEffect(options)) {
             lines.push_back(std::string(effect.Option) + " has no effect: " + std::string(effect.Lack) + ".");
