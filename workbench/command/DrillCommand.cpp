@@ -27,10 +27,10 @@ constexpr const char* Notes =
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
     "of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
-    "FORMULA: comparisons (= <> < <= > >=), arithmetic, and, or, not, brackets, missing(NAME). A text in double quotes "
-    "is compared with the labels of a variable, a date is written \"YYYY-MM-DD\"; a name that is no plain word stands "
-    "in "
-    "[square brackets].\n"
+    "FORMULA: comparisons (= <> < <= > >=, also == !=), arithmetic, and, or, not, brackets, missing(NAME). A text in "
+    "double quotes, a quote in it twice, is compared with the labels of a variable; a date is written "
+    "\"YYYY-MM-DD\"; a name that is no plain word stands in [square brackets]. They bind in the order arithmetic, "
+    "comparison, not, and, or.\n"
     "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives (default: those of "
     "them that apply); the charts histograms, pies, stacked, review-histograms, review-pies, review-stacked, and of "
     "review variables box, scatter, hist3d. What is named and doesn't apply is told on standard error. A step on "
@@ -44,7 +44,9 @@ constexpr const char* Notes =
     "given, "
     "then the results.\n"
     "\n"
-    "Exit status: 0 done, 1 the data or the drill could not be done as asked, 2 wrong usage, 130 interrupted.\n"
+    "Exit status: 0 done, 1 the data or the drill could not be done as asked or memory was lacking (there are no "
+    "results "
+    "then), 2 wrong usage, 130 interrupted. Messages go to standard error and change nothing else.\n"
     "\n"
     "Examples:\n"
     "  quillara drill survey.sav --weight wt --weighted-moments --down sex=Female\n"
@@ -97,7 +99,8 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("VAR=METHOD")
         ->group("Variables");
     AddText(command, "--dictionary", options.DictionaryFile,
-            "delimited file of labels with the columns variable, value, label, description")
+            "delimited file of labels with the columns variable, value, label, description; an empty value means the "
+            "variable itself")
         ->type_name("FILE")
         ->group("Variables");
 }

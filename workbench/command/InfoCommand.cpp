@@ -51,7 +51,8 @@ void AddInfoCommand(CLI::App& program) {
     command->footer(Notes);
     AddDataFile(*command, "FILE", options->File);
     AddText(*command, "--dictionary", options->DictionaryFile,
-            "delimited file of labels with the columns variable, value, label, description")
+            "delimited file of labels with the columns variable, value, label, description; an empty value means the "
+            "variable itself")
         ->type_name("FILE");
     const auto take = [options](const std::string& text) { options->AsJson = ParseAsJson(text); };
     AddValue(*command, "--format", take, "text (default) or json, which has all value labels")->type_name("text|json");

@@ -27,7 +27,7 @@ constexpr const char* ProgramName = "quillara";
 constexpr const char* NoDesktop = "This build has no desktop; drill, info and convert work without one.";
 
 void AddOpenCommand(CLI::App& program) {
-    CLI::App* command = program.add_subcommand("open", "open a data file in the desktop (not in this build)");
+    CLI::App* command = program.add_subcommand("open", "open a data file in the desktop (not built yet)");
     AddValue(
         *command, "FILE", [](const std::string&) {}, "data file")
         ->type_name("");
