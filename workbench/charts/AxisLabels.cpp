@@ -208,7 +208,7 @@ std::vector<AxisSpot> Thinned(const std::vector<AxisSpot>& spots, std::size_t st
     for (std::size_t i = 0; i < spots.size(); i += stride) {
         kept.push_back(spots[i]);
     }
-    if (spots.size() > stride && spots.back().Text == QStringLiteral("Missing")) {
+    if (spots.size() > stride && spots.back().IsKept) {
         const bool isKept = (spots.size() - 1) % stride == 0;
         kept.resize(kept.size() - (isKept ? 2 : 1));  // the label before it gives way
         kept.push_back(spots.back());

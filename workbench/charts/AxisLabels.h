@@ -10,6 +10,7 @@ namespace quillara {
 struct AxisSpot {
     double At = 0.0;
     QString Text;
+    bool IsKept = false;  ///< stays when labels are thinned
 };
 
 /// The room that labels may take, in pixels: from Low to High along the axis, and so far away from it.
@@ -27,7 +28,7 @@ struct AxisLabels {
 
 /// Labels of a horizontal axis, below the line y = 0. No two overlap and none leaves the room: where one line isn't
 /// enough they are wrapped, else slanted, else upright; where even that is too dense only every so-many-th is shown.
-/// A text longer than the room ends in an ellipsis. A last label "Missing" is always among those shown.
+/// A text longer than the room ends in an ellipsis. A last label that is to be kept is always among those shown.
 /// The spots stand in rising order.
 [[nodiscard]] AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style);
 

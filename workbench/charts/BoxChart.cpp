@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "workbench/charts/CategoryAxis.h"
@@ -7,6 +6,7 @@
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKey.h"
 #include "workbench/charts/ChartKinds.h"
+#include "workbench/documents/BoxTypes.h"
 
 namespace quillara {
 namespace {
@@ -14,31 +14,6 @@ namespace {
 constexpr double boxWidth = 0.5;  // of the distance of two boxes
 constexpr double boxOpacity = 0.35;
 constexpr double rangeRoom = 0.05;
-constexpr int boxNumber = 12;  // colour numbers
-constexpr int outlierNumber = 15;
-constexpr int extremeNumber = 8;
-
-/// What the marks of one type of plot stand for.
-struct BoxTexts {
-    BoxType Type;
-    bool MiddleIsLine;
-    const char* Middle;
-    const char* Box;
-    const char* Whisker;
-};
-// clang-format off
-constexpr std::array<BoxTexts, 4> boxTexts = {{
-    {BoxType::MedianQuartilesRange, true,  "Median", "25%-75%",                "Range without outliers"},
-    {BoxType::MeanSDAnd196SD,       false, "Mean",   "Mean \u00B1 SD",         "Mean \u00B1 1.96*SD"},
-    {BoxType::MeanSEAndSD,          false, "Mean",   "Mean \u00B1 SE",         "Mean \u00B1 SD"},
-    {BoxType::MeanSEAnd196SE,       false, "Mean",   "Mean \u00B1 SE",         "Mean \u00B1 1.96*SE"},
-}};
-// clang-format on
-
-const BoxTexts& TextsOf(BoxType type) {
-    const auto row = std::ranges::find(boxTexts, type, &BoxTexts::Type);
-    return row == boxTexts.end() ? boxTexts.front() : *row;
-}
 
 bool IsDrawn(const BoxStatistics& box) {
     return box.Cases > 0 && std::isfinite(box.Middle);
@@ -74,22 +49,22 @@ NumberRange RangeOf(const BoxPlot& plot) {
     return range.Numbers();
 }
 
-AreaAxis VariableAxis(const BoxPlot& plot, const QString& caption) {
-    AreaAxis axis{caption, {0.0, static_cast<double>(plot.Boxes.size()) + 1.0}, {}, false};
+AreaAxis VariableAxis(const BoxPlot& plot) {
+    AreaAxis axis{{}, {0.0, static_cast<double>(plot.Boxes.size()) + 1.0}, {}, false};
     for (std::size_t i = 0; i < plot.Boxes.size(); ++i) {
         axis.Labels.push_back({static_cast<double>(i) + 1.0, Shown(plot.Boxes[i].Variable)});
     }
     return axis;
 }
 
-QString TipOf(const BoxStatistics& box, const BoxTexts& texts) {
+QString TipOf(const BoxStatistics& box, const BoxTypeFacts& facts) {
     const QString name =
         box.LongName.empty() ? Shown(box.Variable) : Shown(box.Variable) + QStringLiteral(": ") + Shown(box.LongName);
     const auto line = [](const char* what, double low, double high) {
         return QStringLiteral("\n%1: %2 to %3").arg(QString::fromUtf8(what), NumberText(low), NumberText(high));
     };
-    return name + QStringLiteral("\n%1: %2").arg(QString::fromUtf8(texts.Middle), NumberText(box.Middle)) +
-           line(texts.Box, box.BoxLow, box.BoxHigh) + line(texts.Whisker, box.WhiskerLow, box.WhiskerHigh) +
+    return name + QStringLiteral("\n%1: %2").arg(QString::fromUtf8(facts.MiddleName), NumberText(box.Middle)) +
+           line(facts.BoxText, box.BoxLow, box.BoxHigh) + line(facts.WhiskerText, box.WhiskerLow, box.WhiskerHigh) +
            QStringLiteral("\nValid cases: %1").arg(box.Cases);
 }
 
@@ -106,13 +81,13 @@ class BoxArea : public ChartArea {
 };
 
 BoxArea::BoxArea(const ChartSheet& sheet, const BoxPlot& boxes)
-    : ChartArea(sheet.Plot, sheet.Style, VariableAxis(boxes, Shown(sheet.Document->X.Caption)),
-                {Shown(sheet.Document->Y.Caption), RangeOf(boxes), {}, std::ranges::any_of(boxes.Boxes, IsDrawn)}),
+    : ChartArea(sheet.Plot, sheet.Style, VariableAxis(boxes),
+                {{}, RangeOf(boxes), {}, std::ranges::any_of(boxes.Boxes, IsDrawn)}),
       Document(sheet.Document),
       Boxes(boxes) {}
 
 void BoxArea::ArrangeMarks() {
-    const BoxTexts& texts = TextsOf(Boxes.Type);
+    const BoxTypeFacts& facts = FactsOf(Boxes.Type);
     for (std::size_t i = 0; i < Boxes.Boxes.size(); ++i) {
         const BoxStatistics& box = Boxes.Boxes[i];
         if (IsDrawn(box)) {
@@ -122,7 +97,7 @@ void BoxArea::ArrangeMarks() {
             ChartMark mark;
             mark.Outline =
                 RectangleOutline(PixelsOf(x - boxWidth / 2, low, x + boxWidth / 2, high).adjusted(0.0, -2.0, 0.0, 2.0));
-            mark.Tip = TipOf(box, texts);
+            mark.Tip = TipOf(box, facts);
             mark.Point = static_cast<int>(i);
             PlacedMarks.push_back(mark);
         }
@@ -164,12 +139,12 @@ struct Markers {
 
 void AddBoxes(const BoxArea& area, const BoxPlot& plot, const ChartStyle& style) {
     auto* boxes = new QCPStatisticalBox(area.Bottom(), area.Left());
-    QColor fill = SeriesColor(boxNumber, style.IsDark);
+    QColor fill = SeriesColor(ChartColor::Blue, style.IsDark);
     fill.setAlphaF(boxOpacity);
-    const bool middleIsLine = TextsOf(plot.Type).MiddleIsLine;
+    const bool middleIsLine = FactsOf(plot.Type).ShowsMedian();
     boxes->setWidth(boxWidth);
     boxes->setWhiskerWidth(boxWidth / 2);
-    boxes->setPen(QPen(SeriesColor(boxNumber, style.IsDark), 1.3));
+    boxes->setPen(QPen(SeriesColor(ChartColor::Blue, style.IsDark), 1.3));
     boxes->setBrush(fill);
     boxes->setWhiskerPen(QPen(style.Ink, 1.0));
     boxes->setWhiskerBarPen(QPen(style.Ink, 1.0));
@@ -191,8 +166,8 @@ struct BoxMarkers {
 
 BoxMarkers MarkersOf(const ChartStyle& style) {
     return {MarkerOf(QCPScatterStyle::ssSquare, style.Ink, 6.0),
-            MarkerOf(QCPScatterStyle::ssCircle, SeriesColor(outlierNumber, style.IsDark), 6.0),
-            MarkerOf(QCPScatterStyle::ssStar, SeriesColor(extremeNumber, style.IsDark), 8.0)};
+            MarkerOf(QCPScatterStyle::ssCircle, SeriesColor(ChartColor::Vermilion, style.IsDark), 6.0),
+            MarkerOf(QCPScatterStyle::ssStar, SeriesColor(ChartColor::Wine, style.IsDark), 8.0)};
 }
 
 void AddPoints(const BoxArea& area, const BoxPlot& plot, const BoxMarkers& signs) {
@@ -208,7 +183,7 @@ void AddPoints(const BoxArea& area, const BoxPlot& plot, const BoxMarkers& signs
             std::ranges::for_each(box.Extremes, [&](double y) { extremes.Add(x, y); });
         }
     }
-    if (!TextsOf(plot.Type).MiddleIsLine) {
+    if (!FactsOf(plot.Type).ShowsMedian()) {
         AddMarkers(area, signs.Middle, middles.X, middles.Y);
     }
     AddMarkers(area, signs.Outlier, outliers.X, outliers.Y);
@@ -221,15 +196,15 @@ std::vector<KeyEntry> KeyOf(const BoxPlot& plot, const BoxMarkers& signs, const 
     };
     const bool hasOutliers = anyHas(&BoxStatistics::Outliers);
     const bool hasExtremes = anyHas(&BoxStatistics::Extremes);
-    const BoxTexts& texts = TextsOf(plot.Type);
-    const bool isWholeRange = texts.MiddleIsLine && !hasOutliers && !hasExtremes;
-    QColor fill = SeriesColor(boxNumber, style.IsDark);
+    const BoxTypeFacts& facts = FactsOf(plot.Type);
+    const bool isWholeRange = facts.ShowsMedian() && !hasOutliers && !hasExtremes;
+    QColor fill = SeriesColor(ChartColor::Blue, style.IsDark);
     fill.setAlphaF(boxOpacity);
     using Sign = KeyEntry::Sign;
     std::vector<KeyEntry> entries = {
-        {texts.MiddleIsLine ? Sign::Line : Sign::Marker, style.Ink, signs.Middle, QString::fromUtf8(texts.Middle)},
-        {Sign::Box, fill, {}, QString::fromUtf8(texts.Box)},
-        {Sign::Whisker, style.Ink, {}, isWholeRange ? QStringLiteral("Range") : QString::fromUtf8(texts.Whisker)}};
+        {facts.ShowsMedian() ? Sign::Line : Sign::Marker, style.Ink, signs.Middle, QString::fromUtf8(facts.MiddleName)},
+        {Sign::Box, fill, {}, QString::fromUtf8(facts.BoxText)},
+        {Sign::Whisker, style.Ink, {}, isWholeRange ? QStringLiteral("Range") : QString::fromUtf8(facts.WhiskerText)}};
     if (hasOutliers) {
         entries.push_back({Sign::Marker, style.Ink, signs.Outlier, QStringLiteral("Outliers")});
     }
@@ -241,10 +216,7 @@ std::vector<KeyEntry> KeyOf(const BoxPlot& plot, const BoxMarkers& signs, const 
 
 }  // namespace
 
-ChartBody BoxChart(const ChartSheet& sheet) {
-    static const BoxPlot none;
-    const auto* given = std::get_if<BoxPlot>(&sheet.Document->Computed);
-    const BoxPlot& plot = given != nullptr ? *given : none;
+ChartBody BodyOf(const ChartSheet& sheet, const BoxPlot& plot) {
     auto* area = new BoxArea(sheet, plot);
     const BoxMarkers signs = MarkersOf(sheet.Style);
     AddBoxes(*area, plot, sheet.Style);

@@ -14,14 +14,14 @@ constexpr int mostDecimals = 2;
 AreaAxis GivenAxis(const GraphAxis& axis) {
     AreaAxis given{Shown(axis.Caption), {axis.Min, axis.Max}, {}, false};
     for (const AxisLabel& label : axis.Labels) {
-        given.Labels.push_back({label.At, Shown(label.Text)});
+        given.Labels.push_back({label.At, Shown(label.Name()), label.IsMissing});
     }
     return given;
 }
 
 QString LabelAt(const GraphAxis& axis, double at) {
     const auto label = std::ranges::lower_bound(axis.Labels, at, {}, &AxisLabel::At);
-    return label == axis.Labels.end() || label->At != at ? QString() : Shown(label->Text);
+    return label == axis.Labels.end() || label->At != at ? QString() : Shown(label->Name());
 }
 
 std::vector<QString> CountTexts(const std::vector<GraphPoint>& points) {

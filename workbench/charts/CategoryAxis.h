@@ -7,12 +7,9 @@
 
 namespace quillara {
 
-/// The analysis's name of the bar and slice of cases without a value.
-inline const QString missingName = QStringLiteral("Missing");
-
 /// An axis as the document gives it.
 [[nodiscard]] AreaAxis GivenAxis(const GraphAxis& axis);
-/// The label at a position; empty when there is none.
+/// The whole label at a position; empty when there is none.
 [[nodiscard]] QString LabelAt(const GraphAxis& axis, double at);
 /// The counts of points, all with the same number of decimals.
 [[nodiscard]] std::vector<QString> CountTexts(const std::vector<GraphPoint>& points);

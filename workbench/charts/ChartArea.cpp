@@ -78,7 +78,7 @@ std::vector<AxisSpot> ChartArea::SpotsOf(const AreaAxis& axis, const QCPAxis& sc
     for (const AxisMark& mark : numbers) {
         const double slack = range.size() * outside;
         if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
-            spots.push_back({scale.coordToPixel(mark.At), mark.Text});
+            spots.push_back({scale.coordToPixel(mark.At), mark.Text, mark.IsKept});
         }
     }
     return spots;

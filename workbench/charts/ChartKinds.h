@@ -20,14 +20,14 @@ struct ChartBody {
     QCPLayoutElement* Key = nullptr;  ///< a legend below the plot, or none
 };
 
-// One chart kind each, in a file of its name.
-[[nodiscard]] ChartBody HistogramChart(const ChartSheet& sheet);
-[[nodiscard]] ChartBody StackedChart(const ChartSheet& sheet);
-[[nodiscard]] ChartBody PieChart(const ChartSheet& sheet);
-[[nodiscard]] ChartBody BoxChart(const ChartSheet& sheet);
-[[nodiscard]] ChartBody ScatterChart(const ChartSheet& sheet);
-[[nodiscard]] ChartBody Histogram3DChart(const ChartSheet& sheet);
+// One kind of graph each, in a file of its own; the content is that of the sheet's document.
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const Histogram& chart);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const StackedPlot& chart);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const PieChart& chart);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const BoxPlot& plot);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const ScatterMatrix& matrix);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot);
 /// The counts of a 3D histogram as coloured fields, for more categories than bars can be told apart.
-[[nodiscard]] ChartBody HeatMapChart(const ChartSheet& sheet);
+[[nodiscard]] ChartBody HeatMapOf(const ChartSheet& sheet, const Histogram3DPlot& plot);
 
 }  // namespace quillara

@@ -41,24 +41,6 @@ class TextsItem : public QCPAbstractItem {
     }
 };
 
-ChartBody BodyOf(const ChartSheet& sheet) {
-    switch (sheet.Document->Chart) {
-        case ChartKind::Histogram:
-            return HistogramChart(sheet);
-        case ChartKind::Pie:
-            return PieChart(sheet);
-        case ChartKind::Stacked:
-            return StackedChart(sheet);
-        case ChartKind::Box:
-            return BoxChart(sheet);
-        case ChartKind::Scatter:
-            return ScatterChart(sheet);
-        case ChartKind::Histogram3D:
-            return Histogram3DChart(sheet);
-    }
-    return {};
-}
-
 void Clear(QCustomPlot& plot) {
     plot.clearItems();
     plot.clearPlottables();
@@ -80,7 +62,8 @@ void BuildChart(QCustomPlot& plot, const GraphDocument& document, const ChartLoo
     const ChartSheet sheet{&plot, std::make_shared<const GraphDocument>(document), StyleOf(look)};
     plot.setBackground(QBrush(sheet.Style.Background));
     plot.plotLayout()->addElement(0, 0, new ChartTitle(&plot, sheet.Style, document.Title));
-    const ChartBody body = BodyOf(sheet);
+    const ChartBody body =
+        std::visit([&sheet](const auto& content) { return BodyOf(sheet, content); }, sheet.Document->Content);
     plot.plotLayout()->addElement(1, 0, body.Plot);
     if (body.Key != nullptr) {
         plot.plotLayout()->addElement(2, 0, body.Key);

@@ -22,16 +22,12 @@ std::vector<QString> NamesOf(const Histogram3DSide& side) {
 
 }  // namespace
 
-CountTable::CountTable(const GraphDocument& document) {
-    const auto* plot = std::get_if<Histogram3DPlot>(&document.Computed);
-    if (plot == nullptr) {
-        return;
-    }
-    NamesOfColumns = NamesOf(plot->X);
-    NamesOfRows = NamesOf(plot->Y);
-    CaptionOfColumns = CaptionOf(plot->X);
-    CaptionOfRows = CaptionOf(plot->Y);
-    Counts = plot->Counts;
+CountTable::CountTable(const Histogram3DPlot& plot) {
+    NamesOfColumns = NamesOf(plot.X);
+    NamesOfRows = NamesOf(plot.Y);
+    CaptionOfColumns = CaptionOf(plot.X);
+    CaptionOfRows = CaptionOf(plot.Y);
+    Counts = plot.Counts;
     std::ranges::replace_if(
         Counts, [](double count) { return !std::isfinite(count); }, 0.0);
     HighestCount = Counts.empty() ? 0.0 : std::ranges::max(Counts);

@@ -10,7 +10,7 @@ namespace quillara {
 /// The counts of a 3D histogram, with the texts of its sides.
 class CountTable {
   public:
-    explicit CountTable(const GraphDocument& document);
+    explicit CountTable(const Histogram3DPlot& plot);
 
     [[nodiscard]] std::size_t Columns() const { return NamesOfColumns.size(); }
     [[nodiscard]] std::size_t Rows() const { return NamesOfRows.size(); }

@@ -25,7 +25,7 @@ double ShareOf(double count, double highest) {
 
 class HeatArea : public ChartArea {
   public:
-    explicit HeatArea(const ChartSheet& sheet);
+    HeatArea(const ChartSheet& sheet, const Histogram3DPlot& plot);
 
   protected:
     void ArrangeMarks() override;
@@ -44,13 +44,13 @@ AreaAxis SideAxis(const QString& caption, const std::vector<QString>& names) {
     return axis;
 }
 
-AreaAxis ColumnAxis(const GraphDocument& document) {
-    const CountTable table(document);
+AreaAxis ColumnAxis(const Histogram3DPlot& plot) {
+    const CountTable table(plot);
     return SideAxis(table.ColumnCaption(), table.ColumnNames());
 }
 
-AreaAxis RowAxis(const GraphDocument& document) {
-    const CountTable table(document);
+AreaAxis RowAxis(const Histogram3DPlot& plot) {
+    const CountTable table(plot);
     return SideAxis(table.RowCaption(), table.RowNames());
 }
 
@@ -71,9 +71,9 @@ QImage FieldsOf(const CountTable& table, bool isDark) {
     return image.scaled(image.size() * size, Qt::IgnoreAspectRatio, Qt::FastTransformation);
 }
 
-HeatArea::HeatArea(const ChartSheet& sheet)
-    : ChartArea(sheet.Plot, sheet.Style, ColumnAxis(*sheet.Document), RowAxis(*sheet.Document)),
-      Table(*sheet.Document),
+HeatArea::HeatArea(const ChartSheet& sheet, const Histogram3DPlot& plot)
+    : ChartArea(sheet.Plot, sheet.Style, ColumnAxis(plot), RowAxis(plot)),
+      Table(plot),
       Fields(FieldsOf(Table, sheet.Style.IsDark)) {}
 
 void HeatArea::ArrangeMarks() {
@@ -146,9 +146,9 @@ void HeatKey::draw(QCPPainter* painter) {
 
 }  // namespace
 
-ChartBody HeatMapChart(const ChartSheet& sheet) {
-    const double highest = CountTable(*sheet.Document).Highest();
-    return {new HeatArea(sheet), highest > 0.0 ? new HeatKey(sheet, highest) : nullptr};
+ChartBody HeatMapOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
+    const double highest = CountTable(plot).Highest();
+    return {new HeatArea(sheet, plot), highest > 0.0 ? new HeatKey(sheet, highest) : nullptr};
 }
 
 }  // namespace quillara

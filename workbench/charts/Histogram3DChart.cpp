@@ -22,7 +22,7 @@ constexpr double numberDistance = 30.0;
 
 class BarsElement : public ChartElement {
   public:
-    explicit BarsElement(const ChartSheet& sheet);
+    BarsElement(const ChartSheet& sheet, const Histogram3DPlot& plot);
 
   protected:
     void Arrange(const QRectF& place) override;
@@ -43,8 +43,8 @@ class BarsElement : public ChartElement {
     std::vector<QLineF> Lines;  ///< of the floor and the walls
 };
 
-BarsElement::BarsElement(const ChartSheet& sheet)
-    : ChartElement(sheet.Plot, sheet.Style), Table(*sheet.Document), View({}, QRectF(0.0, 0.0, 1.0, 1.0)) {}
+BarsElement::BarsElement(const ChartSheet& sheet, const Histogram3DPlot& plot)
+    : ChartElement(sheet.Plot, sheet.Style), Table(plot), View({}, QRectF(0.0, 0.0, 1.0, 1.0)) {}
 
 ObliqueView::Extent SpaceOf(const CountTable& table, const std::vector<AxisMark>& counts) {
     const double top = counts.empty() ? 1.0 : std::max(counts.back().At, table.Highest());
@@ -213,12 +213,12 @@ void BarsElement::draw(QCPPainter* painter) {
 
 }  // namespace
 
-ChartBody Histogram3DChart(const ChartSheet& sheet) {
-    const CountTable table(*sheet.Document);
+ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
+    const CountTable table(plot);
     if (std::max(table.Columns(), table.Rows()) > mostCategories) {
-        return HeatMapChart(sheet);
+        return HeatMapOf(sheet, plot);
     }
-    return {new BarsElement(sheet)};
+    return {new BarsElement(sheet, plot)};
 }
 
 }  // namespace quillara

@@ -14,7 +14,7 @@ constexpr double valueGap = 2.0;  // pixels between a bar and its count
 
 class HistogramArea : public ChartArea {
   public:
-    explicit HistogramArea(const ChartSheet& sheet);
+    HistogramArea(const ChartSheet& sheet, const Histogram& chart);
 
   protected:
     void ArrangeMarks() override;
@@ -24,14 +24,15 @@ class HistogramArea : public ChartArea {
     void AddBar(std::size_t series, std::size_t point);
     void ArrangeCounts();
 
-    const std::shared_ptr<const GraphDocument> Document;
+    const std::shared_ptr<const GraphDocument> Document;  // keeps Chart alive
+    const Histogram& Chart;
     const double Total;
     std::vector<ChartMark> Bars;
 };
 
-double TotalOf(const GraphDocument& document) {
+double TotalOf(const Histogram& chart) {
     double total = 0.0;
-    for (const GraphSeries& series : document.Series) {
+    for (const GraphSeries& series : chart.Series) {
         for (const GraphPoint& point : series.Points) {
             total += std::isfinite(point.Y) ? point.Y : 0.0;
         }
@@ -39,9 +40,9 @@ double TotalOf(const GraphDocument& document) {
     return total;
 }
 
-double Highest(const GraphDocument& document) {
+double Highest(const Histogram& chart) {
     double highest = 0.0;
-    for (const GraphSeries& series : document.Series) {
+    for (const GraphSeries& series : chart.Series) {
         for (const GraphPoint& point : series.Points) {
             highest = std::isfinite(point.Y) ? std::max(highest, point.Y) : highest;
         }
@@ -50,9 +51,9 @@ double Highest(const GraphDocument& document) {
 }
 
 /// Counts of small weights can lie above the axis that they were given, down to one of no length.
-AreaAxis CountAxis(const GraphDocument& document) {
-    AreaAxis axis = GivenAxis(document.Y);
-    const double highest = Highest(document);
+AreaAxis CountAxis(const Histogram& chart) {
+    AreaAxis axis = GivenAxis(chart.Y);
+    const double highest = Highest(chart);
     if (!(axis.Range.High > axis.Range.Low) || axis.Range.High < highest) {
         axis.Range = {std::min(axis.Range.Low, 0.0), highest > 0.0 ? highest * 1.1 : 1.0};
         axis.HasRoundNumbers = true;
@@ -60,27 +61,26 @@ AreaAxis CountAxis(const GraphDocument& document) {
     return axis;
 }
 
-HistogramArea::HistogramArea(const ChartSheet& sheet)
-    : ChartArea(sheet.Plot, sheet.Style, GivenAxis(sheet.Document->X), CountAxis(*sheet.Document)),
+HistogramArea::HistogramArea(const ChartSheet& sheet, const Histogram& chart)
+    : ChartArea(sheet.Plot, sheet.Style, GivenAxis(chart.X), CountAxis(chart)),
       Document(sheet.Document),
-      Total(TotalOf(*sheet.Document)) {}
+      Chart(chart),
+      Total(TotalOf(chart)) {}
 
 ChartMark HistogramArea::BarOf(const GraphSeries& series, std::size_t point) const {
     const GraphPoint& top = series.Points[point];
-    const bool isLast = point + 1 == series.Points.size();
-    const QString name = LabelAt(Document->X, top.X);
     ChartMark bar;
     bar.Outline = RectangleOutline(PixelsOf(top.X - series.Width / 2, 0.0, top.X + series.Width / 2, top.Y));
     bar.Fill = SeriesColor(series.Color, Style.IsDark);
-    bar.IsMissing = isLast && name == missingName;
-    bar.Tip = CountTip(name, top.Y, Total);
+    bar.IsMissing = top.IsMissing;
+    bar.Tip = CountTip(Shown(top.Name), top.Y, Total);
     bar.Point = static_cast<int>(point);
     return bar;
 }
 
 /// A bar that is too low to be pointed at gets an unseen one behind it.
 void HistogramArea::AddBar(std::size_t series, std::size_t point) {
-    ChartMark bar = BarOf(Document->Series[series], point);
+    ChartMark bar = BarOf(Chart.Series[series], point);
     bar.Series = static_cast<int>(series);
     Bars.push_back(bar);
     const QRectF place = bar.Outline.boundingRect();
@@ -96,15 +96,15 @@ void HistogramArea::AddBar(std::size_t series, std::size_t point) {
 
 void HistogramArea::ArrangeMarks() {
     Bars.clear();
-    for (std::size_t number = 0; number < Document->Series.size(); ++number) {
-        const GraphSeries& series = Document->Series[number];
+    for (std::size_t number = 0; number < Chart.Series.size(); ++number) {
+        const GraphSeries& series = Chart.Series[number];
         for (std::size_t point = 0; point < series.Points.size(); ++point) {
             if (std::isfinite(series.Points[point].X) && std::isfinite(series.Points[point].Y)) {
                 AddBar(number, point);
             }
         }
     }
-    if (Highest(*Document) > 0.0) {
+    if (Highest(Chart) > 0.0) {
         ArrangeCounts();
     } else {
         SayInTheMiddle(QStringLiteral("No cases"));
@@ -113,10 +113,10 @@ void HistogramArea::ArrangeMarks() {
 
 /// The counts above the bars, when all of them have room: above the bar, else inside its top.
 void HistogramArea::ArrangeCounts() {
-    if (Document->Series.size() != 1 || Bars.size() != Document->Series.front().Points.size()) {
+    if (Chart.Series.size() != 1 || Bars.size() != Chart.Series.front().Points.size()) {
         return;
     }
-    const std::vector<QString> counts = CountTexts(Document->Series.front().Points);
+    const std::vector<QString> counts = CountTexts(Chart.Series.front().Points);
     const TextStyle style = Style.Text();
     const double height = LineHeight(style) + valueGap;
     std::vector<PlacedText> texts;
@@ -138,8 +138,8 @@ void HistogramArea::ArrangeCounts() {
 
 }  // namespace
 
-ChartBody HistogramChart(const ChartSheet& sheet) {
-    return {new HistogramArea(sheet)};
+ChartBody BodyOf(const ChartSheet& sheet, const Histogram& chart) {
+    return {new HistogramArea(sheet, chart)};
 }
 
 }  // namespace quillara

@@ -9,6 +9,7 @@ namespace quillara {
 struct AxisMark {
     double At = 0.0;
     QString Text;
+    bool IsKept = false;  ///< stays when labels are thinned
 };
 
 /// Round numbers between two bounds, both included, at most `most` (2 or more) and evenly spaced, with their texts.

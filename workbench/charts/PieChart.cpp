@@ -26,7 +26,7 @@ enum class LabelContent { NameAndCount, NameAndPercent, Percent };
 
 class PieElement : public ChartElement {
   public:
-    explicit PieElement(const ChartSheet& sheet);
+    PieElement(const ChartSheet& sheet, const PieChart& chart);
 
   protected:
     void Arrange(const QRectF& place) override;
@@ -44,8 +44,8 @@ class PieElement : public ChartElement {
     std::vector<QPolygonF> Leaders;
 };
 
-PieElement::PieElement(const ChartSheet& sheet)
-    : ChartElement(sheet.Plot, sheet.Style), Slices(SlicesOf(*sheet.Document, sheet.Style)) {}
+PieElement::PieElement(const ChartSheet& sheet, const PieChart& chart)
+    : ChartElement(sheet.Plot, sheet.Style), Slices(SlicesOf(chart, sheet.Style)) {}
 
 /// How wide a line of a label may be, and how it is written.
 struct PieLabelRoom {
@@ -179,8 +179,8 @@ void PieElement::draw(QCPPainter* painter) {
 
 }  // namespace
 
-ChartBody PieChart(const ChartSheet& sheet) {
-    return {new PieElement(sheet)};
+ChartBody BodyOf(const ChartSheet& sheet, const PieChart& chart) {
+    return {new PieElement(sheet, chart)};
 }
 
 }  // namespace quillara

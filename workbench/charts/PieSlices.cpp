@@ -17,8 +17,9 @@ bool IsCategory(const GraphPoint& point) {
 
 PieSlice SliceOf(const GraphSeries& series, std::size_t point) {
     PieSlice slice;
-    slice.Name = point < series.Labels.size() ? Shown(series.Labels[point]) : QString();
+    slice.Name = Shown(series.Points[point].Name);
     slice.Count = std::max(0.0, series.Points[point].Y);
+    slice.IsMissing = series.Points[point].IsMissing;
     slice.Point = static_cast<int>(point);
     return slice;
 }
@@ -37,21 +38,18 @@ void Describe(std::vector<PieSlice>& slices, const GraphSeries& series, const Ch
 
 }  // namespace
 
-std::vector<PieSlice> SlicesOf(const GraphDocument& document, const ChartStyle& style) {
+std::vector<PieSlice> SlicesOf(const PieChart& chart, const ChartStyle& style) {
     std::vector<PieSlice> slices;
-    if (document.Series.empty()) {
+    if (chart.Series.empty()) {
         return slices;
     }
-    const GraphSeries& series = document.Series.front();
+    const GraphSeries& series = chart.Series.front();
     for (std::size_t point = 0; point < series.Points.size(); ++point) {
         if (IsCategory(series.Points[point])) {
             slices.push_back(SliceOf(series, point));
         }
     }
     Describe(slices, series, style);
-    if (!slices.empty()) {
-        slices.back().IsMissing = slices.back().Name == missingName;
-    }
     return slices;
 }
 

@@ -18,7 +18,7 @@ struct PieSlice {
 };
 
 /// The slices of a pie, in the order of the categories, those without a case included.
-[[nodiscard]] std::vector<PieSlice> SlicesOf(const GraphDocument& document, const ChartStyle& style);
+[[nodiscard]] std::vector<PieSlice> SlicesOf(const PieChart& chart, const ChartStyle& style);
 
 /// The same with the smallest slices gathered into a last one, so that `most` (2 or more) remain.
 [[nodiscard]] std::vector<PieSlice> Gathered(const std::vector<PieSlice>& slices, std::size_t most,

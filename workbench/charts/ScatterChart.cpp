@@ -9,10 +9,6 @@
 namespace quillara {
 namespace {
 
-constexpr std::uint16_t histogramFlag = 8;
-constexpr std::uint16_t lineFlag = 128;
-constexpr int pointNumber = 12;  // colour numbers
-constexpr int lineNumber = 15;
 constexpr std::size_t mostSinglePoints = 20000;  // of a vector file
 constexpr double nameShare = 0.45;  // of a diagonal cell, above a histogram
 constexpr double nameRoom = 3.0;
@@ -64,7 +60,7 @@ double ScatterElement::NameHeight(const QRectF& cell) const {
     if (!NamesAreInside) {
         return 0.0;
     }
-    return (Matrix.Flags & histogramFlag) != 0 ? cell.height() * nameShare : cell.height();
+    return (Matrix.Flags & ScatterFlag::Histograms) != 0 ? cell.height() * nameShare : cell.height();
 }
 
 /// The size of text with which all names fit whole into their cells; 0 when they don't even in the smallest.
@@ -189,7 +185,7 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
     const QRectF cell = Grid.Cell(variable, variable);
     const double room = cell.height() - NameHeight(cell);
     painter.setPen(QPen(Style.Background, 0.5));
-    painter.setBrush(SeriesColor(pointNumber, Style.IsDark));
+    painter.setBrush(SeriesColor(ChartColor::Blue, Style.IsDark));
     for (std::size_t i = 0; i < bins.Counts.size(); ++i) {
         const double low = bins.Low + static_cast<double>(i) * bins.Step;
         const double left = std::max(Grid.Across(variable, low), cell.left());
@@ -204,7 +200,7 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
 void ScatterElement::DrawLine(QCPPainter& painter, std::size_t row, std::size_t column) const {
     const auto line = LineWithin(CellOf(row, column), Grid.RangeOf(column), Grid.RangeOf(row));
     if (line) {
-        painter.setPen(QPen(SeriesColor(lineNumber, Style.IsDark), 1.6));
+        painter.setPen(QPen(SeriesColor(ChartColor::Vermilion, Style.IsDark), 1.6));
         painter.drawLine(QLineF(Grid.Across(column, line->x1()), Grid.Up(row, line->y1()),
                                 Grid.Across(column, line->x2()), Grid.Up(row, line->y2())));
     }
@@ -218,7 +214,7 @@ PointLook LookOf(const ScatterMatrix& matrix, const ScatterCell& cell, const Cha
         all += other.Points.size();
     }
     PointLook look;
-    look.Color = SeriesColor(pointNumber, style.IsDark);
+    look.Color = SeriesColor(ChartColor::Blue, style.IsDark);
     look.Color.setAlphaF(
         static_cast<float>(std::clamp(30.0 / std::sqrt(static_cast<double>(cell.Points.size()) + 1.0), 0.25, 0.8)));
     look.Diameter = std::clamp(cellSize.height() / 25.0, 1.0, 4.5);
@@ -244,7 +240,7 @@ void ScatterElement::DrawCell(QCPPainter& painter, std::size_t row, std::size_t 
     look.AsImage = look.AsImage && painter.modes().testFlag(QCPPainter::pmVectorized);
     DrawPoints(painter, cell, look, places);
     painter.setRenderHint(QPainter::Antialiasing, true);
-    if ((Matrix.Flags & lineFlag) != 0) {
+    if ((Matrix.Flags & ScatterFlag::Lines) != 0) {
         DrawLine(painter, row, column);
     }
 }
@@ -254,7 +250,7 @@ void ScatterElement::draw(QCPPainter* painter) {
         for (std::size_t column = 0; column < Count(); ++column) {
             if (row != column) {
                 DrawCell(*painter, row, column);
-            } else if ((Matrix.Flags & histogramFlag) != 0) {
+            } else if ((Matrix.Flags & ScatterFlag::Histograms) != 0) {
                 DrawHistogram(*painter, row);
             }
         }
@@ -277,10 +273,8 @@ void ScatterElement::draw(QCPPainter* painter) {
 
 }  // namespace
 
-ChartBody ScatterChart(const ChartSheet& sheet) {
-    static const ScatterMatrix none;
-    const auto* given = std::get_if<ScatterMatrix>(&sheet.Document->Computed);
-    return {new ScatterElement(sheet, given != nullptr ? *given : none)};
+ChartBody BodyOf(const ChartSheet& sheet, const ScatterMatrix& matrix) {
+    return {new ScatterElement(sheet, matrix)};
 }
 
 }  // namespace quillara

@@ -17,7 +17,7 @@ constexpr int mostLabels = 20;
 /// lies between series j and j + 1. A series that a column doesn't reach has its point at x = 0.
 class StackedArea : public ChartArea {
   public:
-    explicit StackedArea(const ChartSheet& sheet);
+    StackedArea(const ChartSheet& sheet, const StackedPlot& chart);
 
   protected:
     void ArrangeMarks() override;
@@ -26,7 +26,8 @@ class StackedArea : public ChartArea {
     [[nodiscard]] double HeightOf(std::size_t series, std::size_t column) const;
     void ArrangeLayer(std::size_t series, std::size_t column);
 
-    const std::shared_ptr<const GraphDocument> Document;
+    const std::shared_ptr<const GraphDocument> Document;  // keeps Chart alive
+    const StackedPlot& Chart;
 };
 
 /// The labels that the step of an axis without labels asks for.
@@ -42,20 +43,21 @@ AreaAxis PercentAxis(const GraphAxis& given) {
     return axis;
 }
 
-StackedArea::StackedArea(const ChartSheet& sheet)
-    : ChartArea(sheet.Plot, sheet.Style, GivenAxis(sheet.Document->X), PercentAxis(sheet.Document->Y)),
-      Document(sheet.Document) {}
+StackedArea::StackedArea(const ChartSheet& sheet, const StackedPlot& chart)
+    : ChartArea(sheet.Plot, sheet.Style, GivenAxis(chart.X), PercentAxis(chart.Y)),
+      Document(sheet.Document),
+      Chart(chart) {}
 
 double StackedArea::HeightOf(std::size_t series, std::size_t column) const {
-    if (series >= Document->Series.size() || column >= Document->Series[series].Points.size()) {
+    if (series >= Chart.Series.size() || column >= Chart.Series[series].Points.size()) {
         return 0.0;
     }
-    const GraphPoint& point = Document->Series[series].Points[column];
+    const GraphPoint& point = Chart.Series[series].Points[column];
     return point.X > 0.0 && std::isfinite(point.Y) ? point.Y : 0.0;
 }
 
 void StackedArea::ArrangeLayer(std::size_t series, std::size_t column) {
-    const GraphSeries& upper = Document->Series[series];
+    const GraphSeries& upper = Chart.Series[series];
     const double top = HeightOf(series, column);
     const double bottom = std::max(0.0, HeightOf(series + 1, column));
     if (top - bottom < leastLayer) {
@@ -68,7 +70,7 @@ void StackedArea::ArrangeLayer(std::size_t series, std::size_t column) {
     layer.Outline = RectangleOutline(place);
     layer.Fill = SeriesColor(upper.Color, Style.IsDark);
     layer.Edge = place.height() >= leastEdged ? Style.Background : QColor();
-    layer.Tip = LabelAt(Document->X, x) + QStringLiteral(": ") + percent;
+    layer.Tip = LabelAt(Chart.X, x) + QStringLiteral(": ") + percent;
     layer.Series = static_cast<int>(series);
     layer.Point = static_cast<int>(column);
     PlacedMarks.push_back(layer);
@@ -82,8 +84,8 @@ void StackedArea::ArrangeLayer(std::size_t series, std::size_t column) {
 }
 
 void StackedArea::ArrangeMarks() {
-    for (std::size_t series = 0; series < Document->Series.size(); ++series) {
-        for (std::size_t column = 0; column < Document->Series[series].Points.size(); ++column) {
+    for (std::size_t series = 0; series < Chart.Series.size(); ++series) {
+        for (std::size_t column = 0; column < Chart.Series[series].Points.size(); ++column) {
             ArrangeLayer(series, column);
         }
     }
@@ -94,8 +96,8 @@ void StackedArea::ArrangeMarks() {
 
 }  // namespace
 
-ChartBody StackedChart(const ChartSheet& sheet) {
-    return {new StackedArea(sheet)};
+ChartBody BodyOf(const ChartSheet& sheet, const StackedPlot& chart) {
+    return {new StackedArea(sheet, chart)};
 }
 
 }  // namespace quillara

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "resources/ControlIds.h"
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/WordTable.h"
+#include "workbench/documents/BoxTypes.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -14,13 +14,6 @@ constexpr int ShortestSide = 120;  // pixels
 constexpr int LongestSide = 10000;
 
 // clang-format off
-constexpr WordTable<int, 4> BoxTypeWords{{
-    {"median", MedianQuartileRangeBox},
-    {"se",     MeanSEAndSDBox},
-    {"sd",     MeanSD196TimesSDBox},
-    {"1.96se", MeanSE196TimesSEBox},
-}};
-
 constexpr WordTable<ChartFormat, 3> FormatWords{{
     {"svg", ChartFormat::Svg},
     {"png", ChartFormat::Png},
@@ -32,6 +25,15 @@ constexpr WordTable<bool, 2> DarkWords{{
     {"dark",  true},
 }};
 // clang-format on
+
+/// The check boxes by the words of the command line.
+constexpr auto BoxTypeWords = [] {
+    WordTable<int, BoxTypes.size()> words;
+    for (std::size_t i = 0; i < BoxTypes.size(); ++i) {
+        words[i] = {BoxTypes[i].Word, BoxTypes[i].CheckBox};
+    }
+    return words;
+}();
 
 /// The first colon outside double quotes, or the end.
 std::size_t ColonIn(std::string_view text) {

@@ -1,7 +1,6 @@
 #include "workbench/command/PlotFiles.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <string_view>
 
@@ -11,28 +10,28 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/documents/BoxTypes.h"
 #include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
 namespace {
 
-constexpr std::array<std::pair<BoxType, std::string_view>, 4> BoxTypeNames{{
-    {BoxType::MedianQuartilesRange, "median"},
-    {BoxType::MeanSEAndSD, "se"},
-    {BoxType::MeanSDAnd196SD, "sd"},
-    {BoxType::MeanSEAnd196SE, "1.96se"},
-}};
+// What tells a chart from the others of its command: its variables, or the statistics that it shows.
 
-/// What tells a chart from the others of its command: its variables, or the statistics that it shows.
-std::string SubjectOf(const GraphDocument& graph) {
-    if (const auto* boxes = std::get_if<BoxPlot>(&graph.Computed)) {
-        return std::string(
-            std::ranges::find(BoxTypeNames, boxes->Type, &std::pair<BoxType, std::string_view>::first)->second);
-    }
-    if (const auto* counts = std::get_if<Histogram3DPlot>(&graph.Computed)) {
-        return counts->X.Variable + " " + counts->Y.Variable;
-    }
-    return graph.X.Caption;
+std::string SubjectOf(const SeriesChart& chart) {
+    return chart.X.Caption;
+}
+
+std::string SubjectOf(const BoxPlot& plot) {
+    return std::string(FactsOf(plot.Type).Word);
+}
+
+std::string SubjectOf(const ScatterMatrix& /*the only one of its command*/) {
+    return {};
+}
+
+std::string SubjectOf(const Histogram3DPlot& plot) {
+    return plot.X.Variable + " " + plot.Y.Variable;
 }
 
 /// In lower-case letters, digits and single hyphens, so that every system takes it.
@@ -58,7 +57,8 @@ std::string TwoDigits(int number) {
 }
 
 std::string FileNameOf(const OutputEntry& entry, const GraphDocument& graph, ChartFormat format) {
-    const std::string subject = PlainName(SubjectOf(graph));
+    const std::string subject =
+        PlainName(std::visit([](const auto& shown) { return SubjectOf(shown); }, graph.Content));
     return "step" + std::to_string(entry.Step) + '-' + std::string(ChartFileName(entry.Command)) + '-' +
            TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
 }

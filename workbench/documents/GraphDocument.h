@@ -8,16 +8,19 @@
 #include <variant>
 #include <vector>
 
-namespace quillara {
+#include "host/Charts.h"
+#include "workbench/documents/Subject.h"
 
-/// What a graph shows. The first three are bar charts and pies that an analysis hands over as series; the others are
-/// computed by the host from the cases.
-enum class ChartKind : std::uint8_t { Histogram, Pie, Stacked, Box, Scatter, Histogram3D };
+namespace quillara {
 
 /// A text at a position of an axis.
 struct AxisLabel {
     double At = 0.0;
-    std::string Text;
+    std::string Text;  ///< as the call gave it, cut to its field
+    std::string Whole{};  ///< the whole name; empty: not known
+    bool IsMissing = false;  ///< it stands for missing data
+
+    [[nodiscard]] const std::string& Name() const { return Whole.empty() ? Text : Whole; }
 };
 
 struct GraphAxis {
@@ -28,24 +31,46 @@ struct GraphAxis {
     std::vector<AxisLabel> Labels;  ///< in the order of their positions
 };
 
-/// A point of a series; one that was never written has no numbers (NaN).
+/// A point of a series: a bar, a slice, or the upper bound of a layer. One that was never written has no numbers (NaN).
 struct GraphPoint {
     double X = 0.0;
     double Y = 0.0;
+    std::string Name{};  ///< of the category that it stands for, whole where that is known; empty: none
+    bool IsMissing = false;  ///< it stands for missing data
 };
 
 /// The numbers of one series as the call gave them; see CAnalysisSupport::NewGeneralMultipleChartLongEx.
 struct GraphSeries {
     std::string Name;
-    int Kind = 0;  ///< 5 bars, 10 pie
+    int Kind = 0;  ///< see SeriesKind
     int AttributeB = 0;
     int AttributeC = 0;
-    int Color = 0;  ///< the analysis's own number of a colour
+    int Color = 0;  ///< see ChartColor
     double Width = 0.0;  ///< of a bar, in units of the x axis
     int Flags = 0;
     std::vector<GraphPoint> Points;
     std::vector<std::string> Labels;  ///< of the points, in their order; empty: none
 };
+
+/// A chart that an analysis hands over, as series over two axes.
+struct SeriesChart {
+    std::uint16_t Flags = 0;
+    std::array<std::array<int, 3>, 3> Options{};  ///< three triples of option words
+    GraphAxis X;
+    GraphAxis Y;
+    std::vector<GraphSeries> Series;
+};
+
+/// A bar for each category of a variable.
+struct Histogram : SeriesChart {};
+
+/// A slice for each category of a variable, and behind them one point at x = 0, which is no slice.
+struct PieChart : SeriesChart {};
+
+/// A column for each variable, divided into its categories. Point c of series j is the upper bound of layer j of column
+/// c, in percent, from the top down, and the lower bound of layer j - 1; a column that doesn't reach a series has its
+/// point at x = 0.
+struct StackedPlot : SeriesChart {};
 
 /// The box of one variable in a box-whisker plot.
 struct BoxStatistics {
@@ -59,14 +84,6 @@ struct BoxStatistics {
     double WhiskerHigh = 0.0;
     std::vector<double> Outliers;  ///< ascending, each value once; beyond the whiskers, within 3 box lengths of the box
     std::vector<double> Extremes;  ///< ascending, each value once; farther out
-};
-
-/// Which statistics a box-whisker plot shows, by the numbers of the call.
-enum class BoxType : int {
-    MedianQuartilesRange = 52,
-    MeanSDAnd196SD = 53,
-    MeanSEAndSD = 54,
-    MeanSEAnd196SE = 55,
 };
 
 struct BoxPlot {
@@ -130,17 +147,19 @@ struct Histogram3DPlot {
     std::int64_t Cases = 0;  ///< cases counted
 };
 
+/// What a graph shows. The first three are handed over by an analysis; the others are computed by the host from the
+/// cases. Who shows graphs visits them all.
+using GraphContent = std::variant<Histogram, PieChart, StackedPlot, BoxPlot, ScatterMatrix, Histogram3DPlot>;
+
 /// A graph as plain data: all that the call of the analysis gave, or what the host has computed. All texts are whole:
 /// no key of a long text is left in them, but in axis labels that were cut to their field.
 struct GraphDocument {
-    ChartKind Chart = ChartKind::Histogram;
     std::vector<std::string> Title;  ///< title lines up to the last that isn't empty; may hold line feeds
-    std::uint16_t Flags = 0;
-    std::array<std::array<int, 3>, 3> Options{};  ///< three triples of option words
-    GraphAxis X;
-    GraphAxis Y;
-    std::vector<GraphSeries> Series;  ///< of charts that were handed over
-    std::variant<std::monostate, BoxPlot, ScatterMatrix, Histogram3DPlot> Computed;  ///< of the others
+    Subject About;
+    GraphContent Content;
 };
+
+/// What was handed over as series; null for a graph that the host has computed.
+[[nodiscard]] const SeriesChart* SeriesOf(const GraphDocument& graph);
 
 }  // namespace quillara

@@ -4,6 +4,8 @@
 #include <variant>
 #include <vector>
 
+#include "workbench/documents/Subject.h"
+
 namespace quillara {
 
 /// A cell of a spreadsheet: empty, a number, or a text.
@@ -17,6 +19,7 @@ struct SpreadsheetColumn {
 struct SpreadsheetRow {
     std::string Name;
     std::vector<SpreadsheetCell> Cells;  ///< one per column
+    bool IsMissing = false;  ///< it stands for missing data
 };
 
 /// A table of results as plain data. All texts are whole: no key of a long text is left in them.
@@ -25,6 +28,7 @@ struct SpreadsheetDocument {
     std::string Corner;  ///< text above the row names
     std::vector<SpreadsheetColumn> Columns;
     std::vector<SpreadsheetRow> Rows;
+    Subject About{};
 };
 
 }  // namespace quillara

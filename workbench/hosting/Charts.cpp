@@ -7,18 +7,21 @@
 #include <utility>
 
 #include "host/AnalysisSupport.h"
-#include "workbench/documents/GraphDocument.h"
+#include "workbench/documents/NamedParts.h"
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/ResultRouting.h"
+#include "workbench/hosting/ResultSubjects.h"
 #include "workbench/hosting/TextFields.h"
 
+using quillara::AnalysisState;
 using quillara::AxisLabel;
-using quillara::ChartKind;
 using quillara::FieldArray;
 using quillara::GraphAxis;
+using quillara::GraphContent;
 using quillara::GraphDocument;
 using quillara::GraphPoint;
 using quillara::GraphSeries;
+using quillara::SeriesChart;
 using quillara::TextOfField;
 
 namespace {
@@ -26,14 +29,14 @@ namespace {
 constexpr int SeriesNameWidth = 40;
 constexpr std::uint64_t NeverWritten = ~std::uint64_t{0};
 
-ChartKind KindOf(const CChartInfo& info) {
+GraphContent ContentOf(const CChartInfo& info, SeriesChart chart) {
     switch (info.Kind()) {
         case CChartInfo::Pie:
-            return ChartKind::Pie;
+            return quillara::PieChart{std::move(chart)};
         case CChartInfo::Stacked:
-            return ChartKind::Stacked;
+            return quillara::StackedPlot{std::move(chart)};
         default:
-            return ChartKind::Histogram;
+            return quillara::Histogram{std::move(chart)};
     }
 }
 
@@ -97,14 +100,12 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
     unsigned short optionB, short optionB1, short optionB2, unsigned short optionC, short optionC1, short optionC2,
     const char* /*noteBlock*/, short /*noteWidth*/, std::int32_t* seriesFlags, short pointLabelRows,
     short pointLabelWidth, char** pointLabels) {
-    GraphDocument graph;
-    graph.Chart = KindOf(info);
-    graph.Title = TitleOf({title, titleWidth}, titleLines);
-    graph.Flags = chartFlags;
-    graph.Options = {{{optionA, optionA1, optionA2}, {optionB, optionB1, optionB2}, {optionC, optionC1, optionC2}}};
-    graph.X = {CaptionOf(xCaption, xCaptionLength), xMin, xMax, xStep,
+    SeriesChart chart;
+    chart.Flags = chartFlags;
+    chart.Options = {{{optionA, optionA1, optionA2}, {optionB, optionB1, optionB2}, {optionC, optionC1, optionC2}}};
+    chart.X = {CaptionOf(xCaption, xCaptionLength), xMin, xMax, xStep,
                LabelsOf({xScaleText, xScaleWidth}, xScaleValues, xScaleCount, 1)};
-    graph.Y = {CaptionOf(yCaption, yCaptionLength), yMin, yMax, yStep,
+    chart.Y = {CaptionOf(yCaption, yCaptionLength), yMin, yMax, yStep,
                LabelsOf({yScaleText, yScaleWidth}, yScaleValues, yScaleCount, 0)};
     for (short i = 0; i < seriesCount; ++i) {
         GraphSeries series;
@@ -121,8 +122,12 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
         if (pointLabelRows > 0 && pointLabels != nullptr) {
             series.Labels = PointLabelsOf({pointLabels[i], pointLabelWidth}, pointCounts[i]);
         }
-        graph.Series.push_back(std::move(series));
+        chart.Series.push_back(std::move(series));
     }
-    quillara::RouteResult(*this, quillara::StateOf(Document), std::move(graph));
+    AnalysisState& state = quillara::StateOf(Document);
+    GraphDocument graph{TitleOf({title, titleWidth}, titleLines), quillara::TakeSubject(state),
+                        ContentOf(info, std::move(chart))};
+    quillara::NameParts(graph);
+    quillara::RouteResult(*this, state, std::move(graph));
     return 0;
 }

@@ -13,12 +13,12 @@
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/ResultRouting.h"
+#include "workbench/hosting/ResultSubjects.h"
 #include "workbench/plots/BoxPlots.h"
 #include "workbench/plots/Histograms3D.h"
 #include "workbench/plots/ScatterMatrices.h"
 
 using quillara::AnalysisState;
-using quillara::ChartKind;
 using quillara::DataTable;
 using quillara::GraphDocument;
 using quillara::Interrupted;
@@ -130,8 +130,9 @@ std::vector<std::string> TitleOf(const std::string& title) {
 /// Computes a plot and sends it on its way. None is made when the user cancels or there isn't enough memory.
 template <typename Compute>
 short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument graph, Compute compute) {
+    state.NextSubject = {};
     try {
-        graph.Computed = compute();
+        graph.Content = compute();
     } catch (const Interrupted&) {
         return NotMade;
     } catch (const std::bad_alloc&) {
@@ -142,13 +143,6 @@ short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument g
     return Made;
 }
 
-GraphDocument NewGraph(ChartKind chart, std::vector<std::string> title) {
-    GraphDocument graph;
-    graph.Chart = chart;
-    graph.Title = std::move(title);
-    return graph;
-}
-
 }  // namespace
 
 short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const char* title, const char* caption,
@@ -156,9 +150,9 @@ short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const c
                                                     int /*reserved3*/, short count, const short* variables,
                                                     const char* /*reserved4*/, CaseFilter filter) {
     AnalysisState& state = quillara::StateOf(Document);
-    return MakePlot(*this, state, NewGraph(ChartKind::Box, TitleOf(title, caption)), [&] {
-        return BoxPlotOf(state.Table(), IndexesOf(state, variables, count), KeptRows(state, filter, FilterUse::Cases),
-                         static_cast<quillara::BoxType>(type));
+    const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
+    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, [&] {
+        return BoxPlotOf(state.Table(), shown, KeptRows(state, filter, FilterUse::Cases), static_cast<BoxType>(type));
     });
 }
 
@@ -168,11 +162,9 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
                                                const double* /*reserved3*/, const double* /*reserved4*/,
                                                const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
     AnalysisState& state = quillara::StateOf(Document);
-    GraphDocument graph = NewGraph(ChartKind::Scatter, TitleOf(title));
-    graph.Flags = flags;
-    return MakePlot(*this, state, std::move(graph), [&] {
-        return quillara::ScatterMatrixOf({state.Table(), IndexesOf(state, variables, count),
-                                          KeptRows(state, filter, FilterUse::Cases), flags,
+    const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
+    return MakePlot(*this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, [&] {
+        return quillara::ScatterMatrixOf({state.Table(), shown, KeptRows(state, filter, FilterUse::Cases), flags,
                                           [&state] { return state.AskForBreak(); }});
     });
 }
@@ -186,8 +178,8 @@ short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, s
     if (state.FindVariable(x + 1) == nullptr || state.FindVariable(y + 1) == nullptr) {
         return NotMade;
     }
-    return MakePlot(*this, state, NewGraph(ChartKind::Histogram3D, TitleOf(title, caption)), [&] {
-        return Histogram3DOf(state.Table(), static_cast<std::size_t>(x), static_cast<std::size_t>(y),
-                             KeptRows(state, filter, FilterUse::Pairs));
+    const std::vector<std::size_t> shown{static_cast<std::size_t>(x), static_cast<std::size_t>(y)};
+    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, [&] {
+        return Histogram3DOf(state.Table(), shown[0], shown[1], KeptRows(state, filter, FilterUse::Pairs));
     });
 }

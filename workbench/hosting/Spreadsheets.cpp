@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "host/AnalysisSupport.h"
+#include "workbench/documents/NamedParts.h"
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/ResultRouting.h"
+#include "workbench/hosting/ResultSubjects.h"
 #include "workbench/hosting/TextFields.h"
 
 using quillara::AnalysisState;
@@ -96,6 +98,8 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
         if (state.Commons.Table != nullptr) {
             document.Corner = TextOfField({state.Commons.Table->CornerLabel, CornerLabelWidth});
         }
+        document.About = quillara::TakeSubject(state);
+        quillara::NameParts(document);
         quillara::RouteResult(*this, state, std::move(document));
     }
     for (short* status : {status1, status2, status3}) {

@@ -1,39 +1,22 @@
 #include "workbench/plots/BoxPlots.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+
+#include "workbench/documents/BoxTypes.h"
 
 namespace quillara {
 namespace {
 
 constexpr double OutlierDistance = 1.5;  // box lengths from the box
 constexpr double ExtremeDistance = 3.0;
-constexpr double NormalInterval = 1.96;  // standard deviations that hold 95 % of normal values
 
-/// How many standard deviations, or errors, box and whiskers reach from the mean.
-struct MeanSpread {
-    BoxType Type;
-    bool BoxIsError;
-    bool WhiskerIsError;
-    double WhiskerFactor;
-};
-
-// clang-format off
-constexpr std::array<MeanSpread, 3> Spreads{{
-    // Type                  box SE whisker SE factor
-    {BoxType::MeanSEAndSD,     true,  false,  1.0},
-    {BoxType::MeanSDAnd196SD,  false, false,  NormalInterval},
-    {BoxType::MeanSEAnd196SE,  true,  true,   NormalInterval},
-}};
-// clang-format on
-
-void ShowMeans(BoxStatistics& box, const std::vector<double>& values, const MeanSpread& spread) {
+void ShowMeans(BoxStatistics& box, const std::vector<double>& values, const BoxTypeFacts& facts) {
     const ValueMoments moments = MomentsOf(values);
     const double deviation = moments.StandardDeviation();
     const double error = deviation / std::sqrt(static_cast<double>(moments.Cases));
-    const double boxReach = spread.BoxIsError ? error : deviation;
-    const double whiskerReach = (spread.WhiskerIsError ? error : deviation) * spread.WhiskerFactor;
+    const double boxReach = facts.Box == BoxReach::Error ? error : deviation;
+    const double whiskerReach = (facts.Whisker == BoxReach::Error ? error : deviation) * facts.WhiskerFactor;
     box.Middle = moments.Mean;
     box.BoxLow = moments.Mean - boxReach;
     box.BoxHigh = moments.Mean + boxReach;
@@ -91,11 +74,11 @@ BoxPlot BoxPlotOf(const DataTable& table, const std::vector<std::size_t>& variab
         if (values.empty()) {
             continue;
         }
-        const auto* spread = std::ranges::find(Spreads, type, &MeanSpread::Type);
-        if (spread == Spreads.end()) {
+        const BoxTypeFacts& facts = FactsOf(type);
+        if (facts.ShowsMedian()) {
             ShowQuartiles(box, std::move(values));
         } else {
-            ShowMeans(box, values, *spread);
+            ShowMeans(box, values, facts);
         }
     }
     return plot;

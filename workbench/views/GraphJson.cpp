@@ -1,15 +1,11 @@
 #include "workbench/views/GraphJson.h"
 
-#include <array>
 #include <vector>
 
 #include "workbench/views/JsonText.h"
 
 namespace quillara {
 namespace {
-
-constexpr std::array<const char*, 6> ChartNames = {"histogram", "pie", "stacked", "box", "scatter", "hist3d"};
-static_assert(ChartNames.size() == static_cast<std::size_t>(ChartKind::Histogram3D) + 1);
 
 using Values = std::vector<Json>;
 
@@ -38,8 +34,16 @@ Json SeriesValue(const GraphSeries& series) {
             {"labels", Array(series.Labels, TextValue)}};
 }
 
+Values SeriesValues(const SeriesChart& chart) {
+    Values values;
+    for (const GraphSeries& series : chart.Series) {
+        values.push_back(SeriesValue(series));
+    }
+    return values;
+}
+
 /// Of a variable without cases nothing is drawn: its statistics are null.
-Values BoxValues(const BoxPlot& plot) {
+Values SeriesValues(const BoxPlot& plot) {
     Values values;
     for (const BoxStatistics& box : plot.Boxes) {
         const auto drawn = [&box](Json value) { return box.Cases > 0 ? std::move(value) : Json(nullptr); };
@@ -72,7 +76,7 @@ Json ScatterVariableValue(const ScatterVariable& variable) {
 }
 
 /// The variables, then the cells row by row, those of the diagonal left out.
-Values ScatterValues(const ScatterMatrix& matrix) {
+Values SeriesValues(const ScatterMatrix& matrix) {
     Values values;
     for (const ScatterVariable& variable : matrix.Variables) {
         values.push_back(ScatterVariableValue(variable));
@@ -98,7 +102,7 @@ Json SideValue(const Histogram3DSide& side) {
             {"labels", Array(side.Labels, TextValue)}};
 }
 
-Values Histogram3DValues(const Histogram3DPlot& plot) {
+Values SeriesValues(const Histogram3DPlot& plot) {
     Json rows = Json::array();
     const std::size_t width = plot.X.Labels.size();
     for (std::size_t y = 0; y < plot.Y.Labels.size(); ++y) {
@@ -111,33 +115,50 @@ Values Histogram3DValues(const Histogram3DPlot& plot) {
     return {{{"x", SideValue(plot.X)}, {"y", SideValue(plot.Y)}, {"cases", plot.Cases}, {"counts", std::move(rows)}}};
 }
 
-Values SeriesValues(const GraphDocument& graph) {
-    if (const auto* boxes = std::get_if<BoxPlot>(&graph.Computed)) {
-        return BoxValues(*boxes);
+// Every kind of graph has a name.
+const char* NameOf(const Histogram& /*graph*/) {
+    return "histogram";
+}
+const char* NameOf(const PieChart& /*graph*/) {
+    return "pie";
+}
+const char* NameOf(const StackedPlot& /*graph*/) {
+    return "stacked";
+}
+const char* NameOf(const BoxPlot& /*graph*/) {
+    return "box";
+}
+const char* NameOf(const ScatterMatrix& /*graph*/) {
+    return "scatter";
+}
+const char* NameOf(const Histogram3DPlot& /*graph*/) {
+    return "hist3d";
+}
+
+/// What a graph has as a chart of series has it; a computed one has no axes and few words of its own.
+SeriesChart FrameOf(const GraphDocument& graph) {
+    SeriesChart frame;
+    if (const SeriesChart* chart = SeriesOf(graph)) {
+        return {chart->Flags, chart->Options, chart->X, chart->Y, {}};
     }
-    if (const auto* matrix = std::get_if<ScatterMatrix>(&graph.Computed)) {
-        return ScatterValues(*matrix);
+    if (const auto* matrix = std::get_if<ScatterMatrix>(&graph.Content)) {
+        frame.Flags = matrix->Flags;
     }
-    if (const auto* counts = std::get_if<Histogram3DPlot>(&graph.Computed)) {
-        return Histogram3DValues(*counts);
-    }
-    Values values;
-    for (const GraphSeries& series : graph.Series) {
-        values.push_back(SeriesValue(series));
-    }
-    return values;
+    return frame;
 }
 
 }  // namespace
 
-std::string ChartName(ChartKind chart) {
-    return ChartNames[static_cast<std::size_t>(chart)];
+std::string ChartName(const GraphDocument& graph) {
+    return std::visit([](const auto& content) { return NameOf(content); }, graph.Content);
 }
 
 std::string GraphMembers(const GraphDocument& graph) {
-    return Member("title", OneLine(Array(graph.Title, TextValue))) + Member("flags", OneLine(graph.Flags)) +
-           Member("options", OneLine(graph.Options)) + Member("x", OneLine(AxisValue(graph.X))) +
-           Member("y", OneLine(AxisValue(graph.Y))) + Member("series", Stacked(SeriesValues(graph), "    ", OneLine));
+    const SeriesChart frame = FrameOf(graph);
+    const Values series = std::visit([](const auto& content) { return SeriesValues(content); }, graph.Content);
+    return Member("title", OneLine(Array(graph.Title, TextValue))) + Member("flags", OneLine(frame.Flags)) +
+           Member("options", OneLine(frame.Options)) + Member("x", OneLine(AxisValue(frame.X))) +
+           Member("y", OneLine(AxisValue(frame.Y))) + Member("series", Stacked(series, "    ", OneLine));
 }
 
 }  // namespace quillara

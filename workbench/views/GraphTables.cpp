@@ -1,9 +1,9 @@
 #include "workbench/views/GraphTables.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
+#include "workbench/documents/BoxTypes.h"
 #include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
@@ -35,14 +35,14 @@ SpreadsheetDocument CountTable() {
 
 std::string LabelAt(const GraphAxis& axis, double at) {
     const auto label = std::ranges::lower_bound(axis.Labels, at, {}, &AxisLabel::At);
-    return label == axis.Labels.end() || label->At != at ? "" : label->Text;
+    return label == axis.Labels.end() || label->At != at ? "" : label->Name();
 }
 
-Tables HistogramTables(const GraphDocument& graph) {
+Tables NumbersOf(const Histogram& graph) {
     SpreadsheetDocument table = CountTable();
     for (const GraphSeries& series : graph.Series) {
-        for (const GraphPoint& point : series.Points) {
-            table.Rows.push_back({LabelAt(graph.X, point.X), {point.Y}});
+        for (const GraphPoint& bar : series.Points) {
+            table.Rows.push_back({bar.Name, {bar.Y}, bar.IsMissing});
         }
     }
     MarkWholeColumns(table);
@@ -50,12 +50,12 @@ Tables HistogramTables(const GraphDocument& graph) {
 }
 
 /// The point behind the last slice is no slice: its position is 0.
-Tables PieTables(const GraphDocument& graph) {
+Tables NumbersOf(const PieChart& graph) {
     SpreadsheetDocument table = CountTable();
     for (const GraphSeries& series : graph.Series) {
-        for (std::size_t i = 0; i < series.Points.size(); ++i) {
-            if (series.Points[i].X > 0.0) {
-                table.Rows.push_back({i < series.Labels.size() ? series.Labels[i] : "", {series.Points[i].Y}});
+        for (const GraphPoint& slice : series.Points) {
+            if (slice.X > 0.0) {
+                table.Rows.push_back({slice.Name, {slice.Y}, slice.IsMissing});
             }
         }
     }
@@ -64,7 +64,7 @@ Tables PieTables(const GraphDocument& graph) {
 }
 
 /// The upper bounds of the layers in one column, from above, and the lower bound of the last.
-std::vector<double> BoundsOf(const GraphDocument& graph, std::size_t column) {
+std::vector<double> BoundsOf(const StackedPlot& graph, std::size_t column) {
     std::vector<double> bounds;
     for (const GraphSeries& series : graph.Series) {
         if (column < series.Points.size() && series.Points[column].X > 0.0) {
@@ -75,7 +75,7 @@ std::vector<double> BoundsOf(const GraphDocument& graph, std::size_t column) {
 }
 
 /// The layers of a column are told from below, as the categories are counted.
-Tables StackedTables(const GraphDocument& graph) {
+Tables NumbersOf(const StackedPlot& graph) {
     SpreadsheetDocument table =
         Untitled("Variable", {{"Layer", true}, {"Percent(%)", false}, {"Cumulative\nPercent(%)", false}});
     const std::size_t columns = graph.Series.empty() ? 0 : graph.Series.front().Points.size();
@@ -91,30 +91,6 @@ Tables StackedTables(const GraphDocument& graph) {
     return {table};
 }
 
-struct BoxNames {
-    BoxType Type;
-    const char* Middle;
-    const char* BoxLow;
-    const char* BoxHigh;
-    const char* WhiskerLow;
-    const char* WhiskerHigh;
-};
-
-// clang-format off
-constexpr std::array<BoxNames, 4> BoxColumns{{
-    // Type                        Middle    BoxLow              BoxHigh             WhiskerLow          WhiskerHigh
-    {BoxType::MedianQuartilesRange, "Median", "Lower\nQuartile", "Upper\nQuartile", "Lower\nWhisker",   "Upper\nWhisker"},
-    {BoxType::MeanSDAnd196SD,       "Mean",   "Mean-SD",         "Mean+SD",         "Mean\n-1.96*SD",   "Mean\n+1.96*SD"},
-    {BoxType::MeanSEAndSD,          "Mean",   "Mean-SE",         "Mean+SE",         "Mean-SD",          "Mean+SD"},
-    {BoxType::MeanSEAnd196SE,       "Mean",   "Mean-SE",         "Mean+SE",         "Mean\n-1.96*SE",   "Mean\n+1.96*SE"},
-}};
-// clang-format on
-
-const BoxNames& NamesFor(BoxType type) {
-    const auto* names = std::ranges::find(BoxColumns, type, &BoxNames::Type);
-    return names == BoxColumns.end() ? BoxColumns.front() : *names;
-}
-
 SpreadsheetRow BoxRow(const BoxStatistics& box, bool hasOutliers) {
     SpreadsheetRow row{box.Variable, {static_cast<double>(box.Cases)}};
     for (const double number : {box.Middle, box.BoxLow, box.BoxHigh, box.WhiskerLow, box.WhiskerHigh}) {
@@ -127,11 +103,12 @@ SpreadsheetRow BoxRow(const BoxStatistics& box, bool hasOutliers) {
     return row;
 }
 
-Tables BoxTables(const BoxPlot& plot) {
-    const BoxNames& names = NamesFor(plot.Type);
-    const bool hasOutliers = plot.Type == BoxType::MedianQuartilesRange;
+Tables NumbersOf(const BoxPlot& plot) {
+    const BoxTypeFacts& facts = FactsOf(plot.Type);
+    const bool hasOutliers = facts.ShowsMedian();
     SpreadsheetDocument table = Untitled("Variable", {{"Cases", true}});
-    for (const char* name : {names.Middle, names.BoxLow, names.BoxHigh, names.WhiskerLow, names.WhiskerHigh}) {
+    for (const char* name :
+         {facts.MiddleName, facts.BoxNames[0], facts.BoxNames[1], facts.WhiskerNames[0], facts.WhiskerNames[1]}) {
         table.Columns.push_back({name, false});
     }
     if (hasOutliers) {
@@ -144,7 +121,7 @@ Tables BoxTables(const BoxPlot& plot) {
     return {table};
 }
 
-Tables ScatterTables(const ScatterMatrix& matrix) {
+Tables NumbersOf(const ScatterMatrix& matrix) {
     SpreadsheetDocument variables = Untitled(
         "Variable", {{"Cases", true}, {"Minimum", false}, {"Maximum", false}, {"Mean", false}, {"Std.Dev.", false}});
     SpreadsheetDocument pairs =
@@ -164,7 +141,7 @@ Tables ScatterTables(const ScatterMatrix& matrix) {
     return {variables, pairs};
 }
 
-Tables Histogram3DTables(const Histogram3DPlot& plot) {
+Tables NumbersOf(const Histogram3DPlot& plot) {
     SpreadsheetDocument table = Untitled(plot.Y.Variable + " by " + plot.X.Variable, {});
     const std::size_t width = plot.X.Labels.size();
     for (const std::string& label : plot.X.Labels) {
@@ -181,26 +158,6 @@ Tables Histogram3DTables(const Histogram3DPlot& plot) {
     return {table};
 }
 
-Tables NumbersOf(const GraphDocument& graph) {
-    if (const auto* boxes = std::get_if<BoxPlot>(&graph.Computed)) {
-        return BoxTables(*boxes);
-    }
-    if (const auto* matrix = std::get_if<ScatterMatrix>(&graph.Computed)) {
-        return ScatterTables(*matrix);
-    }
-    if (const auto* counts = std::get_if<Histogram3DPlot>(&graph.Computed)) {
-        return Histogram3DTables(*counts);
-    }
-    switch (graph.Chart) {
-        case ChartKind::Pie:
-            return PieTables(graph);
-        case ChartKind::Stacked:
-            return StackedTables(graph);
-        default:
-            return HistogramTables(graph);
-    }
-}
-
 }  // namespace
 
 std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
@@ -208,8 +165,9 @@ std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
         return {*sheet};
     }
     const auto& graph = std::get<GraphDocument>(content);
-    Tables tables = NumbersOf(graph);
+    Tables tables = std::visit([](const auto& shown) { return NumbersOf(shown); }, graph.Content);
     tables.front().Title = graph.Title;
+    tables.front().About = graph.About;
     return tables;
 }
 

@@ -56,18 +56,18 @@ std::string PageHead(const OutputCollection& outputs) {
     return Element("header", "class=\"page-head\"", text + StepList(outputs)) + '\n';
 }
 
-/// Which variables a table is about, where another command makes tables of the same titles.
-std::string_view VariablesOf(int command) {
-    switch (command) {
-        case 9059:
-        case 9060:
+/// Which variables a table is about: those of either side have tables of the same titles.
+std::string_view VariablesOf(const OutputEntry& entry) {
+    const auto* table = std::get_if<SpreadsheetDocument>(&entry.Content);
+    switch (table == nullptr ? ResultSide::Unknown : table->About.Side) {
+        case ResultSide::Drill:
             return "drill variables";
-        case 9081:
-        case 9082:
+        case ResultSide::Review:
             return "review variables";
-        default:
-            return {};
+        case ResultSide::Unknown:
+            break;
     }
+    return {};
 }
 
 std::string TitleOf(const OutputEntry& entry) {
@@ -79,7 +79,7 @@ std::string TitleOf(const OutputEntry& entry) {
 
 std::string ContentsLine(const OutputEntry& entry) {
     const std::string title = TitleOf(entry);
-    const std::string_view variables = VariablesOf(entry.Command);
+    const std::string_view variables = VariablesOf(entry);
     return variables.empty() ? title
                              : title + ' ' + Element("span", "class=\"kind\"", '(' + std::string(variables) + ')');
 }

@@ -34,7 +34,7 @@ std::string DocumentText(const OutputEntry& entry) {
                  {"sequence", entry.Sequence},
                  {"step", entry.Step}};
     if (graph != nullptr) {
-        head["chart"] = ChartName(graph->Chart);
+        head["chart"] = ChartName(*graph);
     }
     std::string text = OneLine(head);
     text.pop_back();  // the object goes on below

@@ -1,42 +1,34 @@
 #include "workbench/views/ReportGroups.h"
 
-#include <algorithm>
-#include <array>
 #include <map>
-#include <string_view>
 
 namespace quillara {
 namespace {
 
-/// A command whose charts show the variables of another command's tables.
-struct Companions {
-    int Table;
-    int Chart;
-};
+const Subject& SubjectOf(const OutputEntry& entry) {
+    return std::visit([](const auto& document) -> const Subject& { return document.About; }, entry.Content);
+}
 
-constexpr std::array<Companions, 4> CompanionRows{{{9060, 9061}, {9060, 9119}, {9082, 9083}, {9082, 9122}}};
+/// The variable whose categories a table counts; null for other documents.
+const ShownVariable* CountedIn(const OutputEntry& entry) {
+    const auto* table = std::get_if<SpreadsheetDocument>(&entry.Content);
+    const ShownVariable* variable = SubjectOf(entry).OnlyVariable();
+    return table != nullptr && variable != nullptr && variable->Parts() > 0 ? variable : nullptr;
+}
+
+/// The variable whose categories a chart shows; null for charts of several and for other documents.
+const ShownVariable* ShownIn(const OutputEntry& entry) {
+    const auto* chart = std::get_if<GraphDocument>(&entry.Content);
+    const bool showsCounts = chart != nullptr && (std::holds_alternative<Histogram>(chart->Content) ||
+                                                  std::holds_alternative<PieChart>(chart->Content));
+    return showsCounts ? SubjectOf(entry).OnlyVariable() : nullptr;
+}
 
 bool AreCompanions(const OutputEntry& table, const OutputEntry& chart) {
-    return std::ranges::any_of(
-        CompanionRows, [&](const Companions& row) { return row.Table == table.Command && row.Chart == chart.Command; });
-}
-
-const std::vector<std::string>& TitleLinesOf(const OutputEntry& entry) {
-    return std::visit(
-        [](const auto& document) -> const auto& { return document.Title; }, entry.Content);
-}
-
-/// What a title says behind a text: the name of a variable, and its long name.
-std::string_view VariableIn(const OutputEntry& entry, std::string_view behind) {
-    const std::vector<std::string>& lines = TitleLinesOf(entry);
-    const std::string_view title = lines.empty() ? std::string_view() : std::string_view(lines.front());
-    const std::size_t at = title.find(behind);
-    return at == std::string_view::npos ? std::string_view() : title.substr(at + behind.size());
-}
-
-bool ShowTheSameVariable(const OutputEntry& table, const OutputEntry& chart) {
-    const std::string_view variable = VariableIn(table, "Frequency table of ");
-    return !variable.empty() && variable == VariableIn(chart, ": ");
+    const ShownVariable* counted = CountedIn(table);
+    const ShownVariable* shown = ShownIn(chart);
+    return counted != nullptr && shown != nullptr && counted->Number == shown->Number &&
+           SubjectOf(table).Side == SubjectOf(chart).Side;
 }
 
 using Places = std::map<std::size_t, std::size_t>;  ///< of charts: the entry of their table
@@ -45,9 +37,7 @@ Places TablesOfCharts(const OutputCollection& outputs, const StepResults& step) 
     Places tables;
     for (std::size_t chart = step.First; chart < step.Last; ++chart) {
         for (std::size_t table = step.First; table < step.Last; ++table) {
-            const OutputEntry& counts = outputs.Entries[table];
-            const OutputEntry& picture = outputs.Entries[chart];
-            if (AreCompanions(counts, picture) && ShowTheSameVariable(counts, picture)) {
+            if (AreCompanions(outputs.Entries[table], outputs.Entries[chart])) {
                 tables.emplace(chart, table);  // the first of them
             }
         }

@@ -65,8 +65,8 @@ TEST_F(Brushing, GraphIsAHistogramWithTheShortNameThatCanBeFound) {
     EXPECT_EQ(Cycle(), "0 77 77");  // no graph: nothing is said
     EXPECT_EQ(Run(&CDrillDown::DDNCloseBrushing), 1);
     Run(&CDrillDown::DDNGraphForBrushing);
-    EXPECT_EQ(Shown.at(0).Flags, 138);
-    EXPECT_EQ(Shown.at(0).X.Caption, "x");
+    EXPECT_EQ(SeriesOf(Shown.at(0))->Flags, 138);
+    EXPECT_EQ(SeriesOf(Shown.at(0))->X.Caption, "x");
     EXPECT_EQ(Bars(&CDrillDown::DDNGraphForBrushing),
               "Histogram for brushing: x [1:1 2:2 3:3 Missing:1] Histogram for brushing: x [1:1 2:2 3:3 Missing:1] ");
     EXPECT_EQ(Run(&CDrillDown::DDNGraphForBrushing), 1);

@@ -15,7 +15,7 @@ class Charts : public GraphBench {
     /// The heights of the first column of a stacked plot, from the top down.
     static std::string Percents(const quillara::GraphDocument& graph) {
         std::ostringstream text;
-        for (const quillara::GraphSeries& series : graph.Series) {
+        for (const quillara::GraphSeries& series : SeriesOf(graph)->Series) {
             text << (text.view().empty() ? "" : " ") << series.Points.at(0).Y;
         }
         return text.str();
@@ -110,9 +110,9 @@ TEST_F(Charts, WeightsChangeTheCaptionAndFractionsTheAxis) {
     Analysis().SetWM(1);
     Analysis().DataChanged = 1;
     Run(&CDrillDown::DDNHistograms);
-    EXPECT_EQ(Shown.at(0).Y.Caption, "Weighted number of counts");
-    EXPECT_EQ(Shown.at(0).Y.Max, 0.0);
-    EXPECT_EQ(Shown.at(0).Y.Labels.back().Text, "2");
+    EXPECT_EQ(SeriesOf(Shown.at(0))->Y.Caption, "Weighted number of counts");
+    EXPECT_EQ(SeriesOf(Shown.at(0))->Y.Max, 0.0);
+    EXPECT_EQ(SeriesOf(Shown.at(0))->Y.Labels.back().Text, "2");
 }
 
 TEST_F(Charts, SlicesAreNamedIn12BytesBarsIn20) {
@@ -138,7 +138,7 @@ TEST_F(Charts, StaleIntervalsAreCountedFirst) {
     }
     Analysis().ReadAfterDrill(0);
     Run(&CDrillDown::DDNStackedplots);
-    EXPECT_EQ(Shown.at(0).Series.back().Points.at(0).Y, 0.0);
+    EXPECT_EQ(SeriesOf(Shown.at(0))->Series.back().Points.at(0).Y, 0.0);
 }
 
 TEST_F(Charts, MemoryThatRunsOutEndsTheWalkSilentlyAndLeavesNothingBehind) {

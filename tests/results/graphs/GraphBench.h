@@ -61,29 +61,31 @@ class GraphBench : public testing::Test, public DrillBench {
   private:
     static std::string BarsOf(const quillara::GraphDocument& graph) {
         std::ostringstream text;
+        const quillara::SeriesChart& chart = *SeriesOf(graph);
         const char* separator = "";
-        for (std::size_t bar = 0; bar < graph.Series.front().Points.size(); ++bar) {
-            const auto& labels = graph.Series.front().Labels;
+        for (std::size_t bar = 0; bar < chart.Series.front().Points.size(); ++bar) {
+            const auto& labels = chart.Series.front().Labels;
             text << std::exchange(separator, " ")
-                 << (labels.empty()        ? graph.X.Labels.at(bar).Text
+                 << (labels.empty()        ? chart.X.Labels.at(bar).Text
                      : bar < labels.size() ? labels[bar]
                                            : "")
-                 << ':' << graph.Series.front().Points[bar].Y;
+                 << ':' << chart.Series.front().Points[bar].Y;
         }
         return text.str();
     }
 
     static std::string CallOf(const quillara::GraphDocument& graph) {
         std::ostringstream text;
+        const quillara::SeriesChart& chart = *SeriesOf(graph);
         for (const std::string& line : graph.Title) {
             text << line << '\n';
         }
-        text << "flags " << graph.Flags << " options";
-        for (const auto& triple : graph.Options) {
+        text << "flags " << chart.Flags << " options";
+        for (const auto& triple : chart.Options) {
             text << ' ' << triple[0] << ',' << triple[1] << ',' << triple[2];
         }
-        text << "\nx " << AxisOf(graph.X) << "\ny " << AxisOf(graph.Y) << '\n';
-        for (const quillara::GraphSeries& series : graph.Series) {
+        text << "\nx " << AxisOf(chart.X) << "\ny " << AxisOf(chart.Y) << '\n';
+        for (const quillara::GraphSeries& series : chart.Series) {
             text << "kind " << series.Kind << ' ' << series.AttributeB << ' ' << series.AttributeC << " colour "
                  << series.Color << " width " << series.Width << " flags " << series.Flags << ':';
             for (std::size_t point = 0; point < series.Points.size(); ++point) {

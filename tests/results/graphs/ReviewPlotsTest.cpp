@@ -12,7 +12,7 @@ class ReviewPlots : public GraphBench {
         const int result = Run(command);
         std::string text;
         for (const quillara::GraphDocument& graph : std::exchange(Shown, {})) {
-            const bool isScatter = graph.Chart == quillara::ChartKind::Scatter;
+            const bool isScatter = std::holds_alternative<quillara::ScatterMatrix>(graph.Content);
             text += graph.Title.front() + (isScatter ? '\n' + graph.Title.at(1) : "") + ": " + CasesOf(graph) + '\n';
         }
         for (const std::string& message : TakeMessages()) {
@@ -34,15 +34,15 @@ class ReviewPlots : public GraphBench {
   private:
     /// What a plot shows, and of how many cases: "type 52, 3 cases".
     static std::string CasesOf(const quillara::GraphDocument& graph) {
-        if (const auto* box = std::get_if<quillara::BoxPlot>(&graph.Computed)) {
+        if (const auto* box = std::get_if<quillara::BoxPlot>(&graph.Content)) {
             return "type " + std::to_string(static_cast<int>(box->Type)) + ", " +
                    std::to_string(box->Boxes.empty() ? 0 : box->Boxes.front().Cases) + " cases";
         }
-        if (const auto* matrix = std::get_if<quillara::ScatterMatrix>(&graph.Computed)) {
+        if (const auto* matrix = std::get_if<quillara::ScatterMatrix>(&graph.Content)) {
             return "flags " + std::to_string(matrix->Flags) + ", " +
                    std::to_string(matrix->Variables.empty() ? 0 : matrix->Variables.front().Cases) + " cases";
         }
-        const auto& histogram = std::get<quillara::Histogram3DPlot>(graph.Computed);
+        const auto& histogram = std::get<quillara::Histogram3DPlot>(graph.Content);
         return histogram.X.Variable + ' ' + histogram.Y.Variable + ", " + std::to_string(histogram.Cases) + " cases";
     }
 };

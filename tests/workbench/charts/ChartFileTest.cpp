@@ -14,7 +14,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const GraphDocument bars = Titled(Histogram({"<basic> & \"more\"", "Missing"}, {3, 1}, 5), {"A < B", "x > 1"});
+const GraphDocument bars = Titled(Bars({"<basic> & \"more\"", "Missing"}, {3, 1}, 5), {"A < B", "x > 1"});
 
 TEST(ChartFile, EachFormatBeginsAsItShould) {
     EXPECT_THAT(PaintedChart(bars, {}, ChartFormat::Png), StartsWith("\x89PNG"));
@@ -49,7 +49,7 @@ TEST(ChartFile, SizesThatCannotBePaintedAreRefused) {
 }
 
 TEST(ChartFile, TextsThatArentWellFormedArePainted) {
-    GraphDocument broken = Histogram({"caf\xC3", std::string("\x01key\xFF", 5)}, {1, 2}, 5);
+    GraphDocument broken = Bars({"caf\xC3", std::string("\x01key\xFF", 5)}, {1, 2}, 5);
     EXPECT_THAT(PaintedChart(broken, {}, ChartFormat::Svg), HasSubstr("caf</text>"));
 }
 

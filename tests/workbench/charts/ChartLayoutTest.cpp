@@ -100,14 +100,14 @@ std::vector<LayoutCase> EveryKind() {
     }
     const Numbers many(300, 12.25);
     return {
-        {"two bars", Histogram({"Female", "Male"}, {10771, 21790}, 50000)},
-        {"long labels", Histogram(educations, fiveCounts, 5000)},
-        {"300 numbers", Histogram(Numbered(300, ""), many, 20)},
-        {"300 names", Histogram(Numbered(300, "Occupation no. "), many, 20)},
-        {"no cases", Histogram({"a", "b"}, {0, 0}, 1)},
-        {"axis of no length", Histogram({"a", "b"}, {0.2, 0.4}, 0)},
-        {"long heading", Titled(Histogram({"a"}, {1}, 2), {"Histogram of review variable: " + longName + longName})},
-        {"long caption", Titled(Histogram({"a"}, {1}, 2), {"Heading", steps})},
+        {"two bars", Bars({"Female", "Male"}, {10771, 21790}, 50000)},
+        {"long labels", Bars(educations, fiveCounts, 5000)},
+        {"300 numbers", Bars(Numbered(300, ""), many, 20)},
+        {"300 names", Bars(Numbered(300, "Occupation no. "), many, 20)},
+        {"no cases", Bars({"a", "b"}, {0, 0}, 1)},
+        {"axis of no length", Bars({"a", "b"}, {0.2, 0.4}, 0)},
+        {"long heading", Titled(Bars({"a"}, {1}, 2), {"Histogram of review variable: " + longName + longName})},
+        {"long caption", Titled(Bars({"a"}, {1}, 2), {"Heading", steps})},
         {"two slices", Pie({"Female", "Male"}, {10771, 21790})},
         {"long slices", Pie({longName, "b", longName, "c"}, {4, 1, 3, 1})},
         {"tiny slices", Pie(Numbered(12, "Slice "), {1000, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1})},
@@ -135,7 +135,7 @@ TEST(ChartLayout, TextsNeitherOverlapNorLeaveThePicture) {
 }
 
 TEST(ChartLayout, TextsAreShownWholeWhereThereIsRoom) {
-    const auto texts = Painted(Histogram(educations, fiveCounts, 5000)).Texts();
+    const auto texts = Painted(Bars(educations, fiveCounts, 5000)).Texts();
     for (const std::string& name : educations) {
         EXPECT_THAT(texts, Contains(name));
     }
@@ -147,12 +147,12 @@ TEST(ChartLayout, TextsAreShownWholeWhereThereIsRoom) {
 TEST(ChartLayout, ThinnedLabelsKeepMissing) {
     Names names = Numbered(300, "");
     names.emplace_back("Missing");
-    EXPECT_THAT(Painted(Histogram(names, Numbers(301, 1.0), 2)).Texts(), Contains("Missing"));
+    EXPECT_THAT(Painted(Bars(names, Numbers(301, 1.0), 2)).Texts(), Contains("Missing"));
 }
 
 TEST(ChartLayout, NothingToShowIsSaid) {
-    EXPECT_THAT(Painted(Histogram({"a"}, {0}, 1)).Texts(), Contains("No cases"));
-    EXPECT_THAT(Painted(Histogram({}, {}, 1)).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Bars({"a"}, {0}, 1)).Texts(), Contains("No cases"));
+    EXPECT_THAT(Painted(Bars({}, {}, 1)).Texts(), Contains("No cases"));
     EXPECT_THAT(Painted(Pie({"a", "b"}, {0, 0})).Texts(), Contains("No cases"));
     EXPECT_THAT(Painted(Boxes(0, BoxType::MeanSEAndSD)).Texts(), Contains("No cases"));
     EXPECT_THAT(Painted(Matrix(0, "x")).Texts(), Contains("No variables"));
@@ -167,7 +167,7 @@ TEST(ChartLayout, LegendOfBoxesTellsTheType) {
 }
 
 TEST(ChartSpots, BarUnderAPoint) {
-    const Painted chart(Histogram({"Female", "<other>"}, {3, 1}, 5));
+    const Painted chart(Bars({"Female", "<other>"}, {3, 1}, 5));
     EXPECT_THAT(chart.Tips(), ElementsAre("Female: 3 (75.0%)", "<other>: 1 (25.0%)"));
     EXPECT_EQ(chart.UnderMark(0), "0/0 Female: 3 (75.0%)");
     EXPECT_EQ(chart.UnderMark(1), "0/1 <other>: 1 (25.0%)");

@@ -2,14 +2,32 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include "workbench/documents/NamedParts.h"
 
 namespace quillara {
 namespace {
 
-GraphDocument Graph(ChartKind kind) {
-    GraphDocument document;
-    document.Chart = kind;
-    document.Title = {"Heading of the chart", "N Total: 32561, Selected: 10771\nsex = Female"};
+/// A graph of a content, its parts named after its labels.
+GraphDocument Graph(GraphContent content) {
+    GraphDocument document{{"Heading of the chart", "N Total: 32561, Selected: 10771\nsex = Female"}, {}, {}};
+    document.Content = std::move(content);
+    NameParts(document);
+    return document;
+}
+
+/// The subject of a chart of one variable whose categories were told.
+Subject About(const Names& names) {
+    const bool hasMissing = !names.empty() && names.back() == "Missing";
+    ShownVariable variable{.Name = "sex", .LongName = {}, .Categories = names, .HasMissing = hasMissing};
+    variable.Categories.resize(names.size() - (hasMissing ? 1 : 0));
+    return {ResultSide::Drill, {variable}};
+}
+
+GraphDocument About(GraphDocument document, const Names& names) {
+    document.About = About(names);
+    NameParts(document);
     return document;
 }
 
@@ -29,7 +47,7 @@ GraphSeries Series(const Numbers& counts, int color) {
     return series;
 }
 
-ScatterVariable Variable(const std::string& name) {
+ScatterVariable Scattered(const std::string& name) {
     return {.Name = name,
             .LongName = "its long name",
             .Cases = 5,
@@ -48,8 +66,8 @@ Names Numbered(int count, const std::string& name) {
     return names;
 }
 
-GraphDocument Histogram(const Names& categories, const Numbers& counts, double top) {
-    GraphDocument document = Graph(ChartKind::Histogram);
+GraphDocument Bars(const Names& categories, const Numbers& counts, double top) {
+    Histogram document;
     SetCategories(document.X, categories, "sex");
     document.Y = {"Number of counts", 0.0, top, 1.0, {}};
     const int labels = top > 5.0 ? 10 : static_cast<int>(top) + 1;
@@ -58,20 +76,20 @@ GraphDocument Histogram(const Names& categories, const Numbers& counts, double t
         document.Y.Labels.push_back({at, std::to_string(static_cast<int>(at))});
     }
     document.Series = {Series(counts, 12)};
-    return document;
+    return About(Graph(document), categories);
 }
 
 GraphDocument Pie(const Names& categories, const Numbers& counts) {
-    GraphDocument document = Graph(ChartKind::Pie);
+    PieChart document;
     document.Series = {Series(counts, 1)};
     document.Series.front().Points.push_back({0.0, 0.0});
     document.Series.front().Labels = categories;
     document.Series.front().Labels.emplace_back();
-    return document;
+    return About(Graph(document), categories);
 }
 
 GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares) {
-    GraphDocument document = Graph(ChartKind::Stacked);
+    StackedPlot document;
     SetCategories(document.X, variables, "");
     document.Y = {"Relative number of cases(%)", 0.0, 100.1, 20.0, {}};
     const std::size_t most = std::ranges::max(shares, {}, &Numbers::size).size() + 1;
@@ -86,41 +104,35 @@ GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares
             height -= series < layers ? shares[column][layers - 1 - series] : 0.0;
         }
     }
-    return document;
+    return Graph(document);
 }
 
 GraphDocument Boxes(int count, BoxType type) {
-    GraphDocument document = Graph(ChartKind::Box);
     BoxPlot plot{type, {}};
     for (const std::string& name : Numbered(count, "variable ")) {
         plot.Boxes.push_back({name, "", 10, 5.0, 4.0, 6.0, 2.0, 8.0, {10.0}, {30.0}});
     }
-    document.Computed = plot;
-    return document;
+    return Graph(plot);
 }
 
 GraphDocument Matrix(int variables, const std::string& name) {
-    GraphDocument document = Graph(ChartKind::Scatter);
     ScatterMatrix matrix{.Flags = 204, .Variables = {}, .Cells = {}};
     for (int row = 0; row < variables; ++row) {
-        matrix.Variables.push_back(Variable(name + std::to_string(row)));
+        matrix.Variables.push_back(Scattered(name + std::to_string(row)));
         for (int column = 0; column < variables; ++column) {
             matrix.Cells.push_back(row == column ? ScatterCell{}
                                                  : ScatterCell{5, 0.5, 1.0, 2.0, {{0.0F, 1.0F}, {5.0F, 100.0F}}, {}});
         }
     }
-    document.Computed = matrix;
-    return document;
+    return Graph(matrix);
 }
 
 GraphDocument Bars3D(const Names& columns, const Names& rows) {
-    GraphDocument document = Graph(ChartKind::Histogram3D);
     Histogram3DPlot plot{{"education", "", columns}, {"workclass", "", rows}, {}, 0};
     for (std::size_t i = 0; i < columns.size() * rows.size(); ++i) {
         plot.Counts.push_back(static_cast<double>(i * 7 % 50));
     }
-    document.Computed = plot;
-    return document;
+    return Graph(plot);
 }
 
 GraphDocument Titled(GraphDocument document, const std::vector<std::string>& title) {

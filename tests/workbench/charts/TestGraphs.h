@@ -14,7 +14,8 @@ using Numbers = std::vector<double>;
 Names Numbered(int count, const std::string& name);
 
 // Graphs as the analysis and the host hand them over.
-GraphDocument Histogram(const Names& categories, const Numbers& counts, double top);
+/// The last category may be "Missing", for missing data.
+GraphDocument Bars(const Names& categories, const Numbers& counts, double top);
 GraphDocument Pie(const Names& categories, const Numbers& counts);
 /// Columns of shares in percent, from the bottom up.
 GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares);

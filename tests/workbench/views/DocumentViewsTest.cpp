@@ -7,6 +7,8 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "workbench/documents/NamedParts.h"
+
 namespace quillara {
 namespace {
 
@@ -18,12 +20,16 @@ using Limits = std::numeric_limits<double>;
 
 const SpreadsheetCell noCell;
 
+/// About a review variable with a long name, which charts' titles have and those of tables haven't.
+const Subject AboutSex{ResultSide::Review, {{2, "sex", "Sex: as told", ValueKind::Number, {"Female", "Male"}, false}}};
+
 const SpreadsheetDocument Frequencies = {
     {"Frequency table of sex", "N Total: 8, Selected: 7\nage = 30"},
     "",
     {{"Count", true}, {"Cumulative\nCount", true}, {"Percent(%)", false}, {"Description", false}},
     {{"Female", {3.0, 3.0, 42.857142857142854, std::string("said \"she\", <b>")}},
-     {"Male", {4.0, 7.0, 57.142857142857146, noCell}}}};
+     {"Male", {4.0, 7.0, 57.142857142857146, noCell}}},
+    AboutSex};
 
 const SpreadsheetDocument Summary = {{"Summary of drill-down analysis"},
                                      "Variable",
@@ -190,7 +196,7 @@ TEST(HtmlView, ContentsLeadToStepsAndTables) {
         EXPECT_THAT(page, AllOf(HasSubstr("href=\"#" + anchor), HasSubstr("id=\"" + anchor)));
     }
     EXPECT_THAT(page, AllOf(HasSubstr("<p>Weight: &lt;w&gt;</p>"),
-                            HasSubstr("Frequency table of sex <span class=\"kind\">(drill variables)</span></a>")));
+                            HasSubstr("Frequency table of sex <span class=\"kind\">(review variables)</span></a>")));
     EXPECT_THAT(page, AllOf(HasSubstr("<h2><span class=\"number\">Step 0</span>All cases</h2>"),
                             HasSubstr("<h2><span class=\"number\">Step 2</span>Up: sex</h2>"),
                             HasSubstr("<li><span class=\"number\">Step 1</span>Down: sex = Female</li>")));
@@ -252,56 +258,50 @@ OutputCollection Graphs(const std::vector<GraphDocument>& graphs) {
     return outputs;
 }
 
+GraphDocument Titled(std::vector<std::string> title, GraphContent content, Subject about = {}) {
+    GraphDocument graph{std::move(title), std::move(about), std::move(content)};
+    NameParts(graph);
+    return graph;
+}
+
 /// Two bars, of which the second was never counted.
 GraphDocument Bars() {
-    GraphDocument graph;
-    graph.Title = {"Histogram of drill-down variable: sex", "N Total: 8"};
+    Histogram graph;
     graph.Flags = 130;
     graph.Options[0] = {8, 0, 0};
     graph.X = {"sex", 0.0, 3.0, 1.0, {{1.0, "Female"}, {2.0, "M<\xE2\x82"}}};
     graph.Y = {"Number of counts", 0.0, 0.5, 1.0, {}};
     graph.Series = {{"", 5, 0, 0, 12, 0.9, 0, {{1.0, 2.5}, {Limits::quiet_NaN(), Limits::quiet_NaN()}}, {}}};
-    return graph;
-}
-
-GraphDocument Computed(ChartKind chart, std::variant<std::monostate, BoxPlot, ScatterMatrix, Histogram3DPlot> plot) {
-    GraphDocument graph;
-    graph.Chart = chart;
-    graph.Title = {"Plot"};
-    graph.Computed = std::move(plot);
-    return graph;
+    return Titled({"Histogram of drill-down variable: sex", "N Total: 8"}, graph);
 }
 
 const GraphDocument Boxes =
-    Computed(ChartKind::Box, BoxPlot{BoxType::MedianQuartilesRange,
-                                     {{"age", "Age", 5, 40.0, 30.0, 50.5, 20.0, 70.0, {100.0, 110.0}, {200.0}},
-                                      {"size", "", 0, 0.0, 0.0, 0.0, 0.0, 0.0, {}, {}}}});
-const GraphDocument Scatter = Computed(
-    ChartKind::Scatter,
+    Titled({"Plot"}, BoxPlot{BoxType::MedianQuartilesRange,
+                             {{"age", "Age", 5, 40.0, 30.0, 50.5, 20.0, 70.0, {100.0, 110.0}, {200.0}},
+                              {"size", "", 0, 0.0, 0.0, 0.0, 0.0, 0.0, {}, {}}}});
+const GraphDocument Scatter = Titled(
+    {"Plot"},
     ScatterMatrix{8,
                   {{"a", "A", 3, 1.0, 2.0, 1.5, 0.5, {1.0, 0.5, {1.0, 2.0}}}, {"b", "", 3, 0.0, 9.0, 4.0, 1.0, {}}},
                   {{}, {2, 0.5, 1.0, 0.25, {{1.0F, 2.0F}}, {}}, {2, Limits::quiet_NaN(), 1.0, 4.0, {}, {}}, {}}});
 const GraphDocument Bars3D =
-    Computed(ChartKind::Histogram3D, Histogram3DPlot{{"sex", "", {"F", "M"}}, {"age", "Age", {"1"}}, {3.0, 4.0}, 7});
+    Titled({"Plot"}, Histogram3DPlot{{"sex", "", {"F", "M"}}, {"age", "Age", {"1"}}, {3.0, 4.0}, 7});
 
 GraphDocument Slices() {
-    GraphDocument graph = Bars();
-    graph.Chart = ChartKind::Pie;
+    PieChart graph;
     graph.Series = {{"", 10, 0, 0, 0, 0.9, 192, {{1.0, 3.0}, {2.0, 4.0}, {0.0, 0.0}}, {"Female", "Male", ""}}};
-    return graph;
+    return Titled({"Histogram of drill-down variable: sex", "N Total: 8"}, graph);
 }
 
 /// Two columns: layers of 20, 30 and 50 percent from below; all of one layer.
 GraphDocument Layers() {
-    GraphDocument graph;
-    graph.Chart = ChartKind::Stacked;
-    graph.Title = {"Shares"};
+    StackedPlot graph;
     graph.X.Labels = {{1.0, "sex"}, {2.0, "city"}};
     for (const auto& [first, second] : {std::pair{100.0, 100.0}, {50.0, 0.0}, {20.0, -1.0}, {0.0, -1.0}}) {
         const bool isReached = second >= 0.0;
         graph.Series.emplace_back().Points = {{1.0, first}, isReached ? GraphPoint{2.0, second} : GraphPoint{}};
     }
-    return graph;
+    return Titled({"Shares"}, graph);
 }
 
 TEST(GraphViews, TextShowsTheNumbers) {
@@ -416,7 +416,9 @@ TEST(GraphViews, HtmlHasThePictureBesideItsTable) {
     };
     OutputCollection outputs = Collection({Frequencies});
     outputs.Add(Summary, {9058, 1});
-    outputs.Add(Bars(), {9061, 1});
+    GraphDocument bars = Bars();
+    bars.About = AboutSex;
+    outputs.Add(bars, {9061, 1});
     outputs.Add(Boxes, {9084, 1});
     const std::string page = HtmlView(outputs, paint);
     EXPECT_EQ(Between(page, "<figure class=\"chart\" id=\"chart-3\">", "</figure>"), R"(

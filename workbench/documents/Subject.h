@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/ResultSubject.h"
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+/// A variable that a document shows.
+struct ShownVariable {
+    int Number = 0;  ///< of the table, from 1
+    std::string Name;
+    std::string LongName;  ///< may be empty
+    ValueKind Kind = ValueKind::Number;  ///< how its values are written
+    std::vector<std::string> Categories;  ///< whole names, without missing data; empty: not told
+    bool HasMissing = false;  ///< behind the categories one more row, bar, slice or layer stands for missing data
+
+    /// Rows, bars, slices or layers that show it; 0 when they weren't told.
+    [[nodiscard]] std::size_t Parts() const { return Categories.size() + (HasMissing ? 1 : 0); }
+};
+
+/// What a document is about; set once, where the result arrives.
+struct Subject {
+    ResultSide Side = ResultSide::Unknown;
+    std::vector<ShownVariable> Variables;  ///< in the order of the rows, columns or places; empty: not told
+
+    /// The one variable whose categories the document shows; null when it shows several or wasn't told.
+    [[nodiscard]] const ShownVariable* OnlyVariable() const {
+        return Variables.size() == 1 ? Variables.data() : nullptr;
+    }
+    /// How the values of a variable are written, by its place among them.
+    [[nodiscard]] ValueKind KindOf(std::size_t place) const {
+        return place < Variables.size() ? Variables[place].Kind : ValueKind::Number;
+    }
+};
+
+}  // namespace quillara
