@@ -5,7 +5,6 @@
 #include "results/texts/ResultSubjects.h"
 #include "tests/results/ResultsBench.h"
 #include "workbench/dialogs/VariableListsDialog.h"
-#include "workbench/hosting/AnalysisState.h"
 
 namespace drilltest {
 
@@ -15,8 +14,8 @@ class Subjects : public ResultsBench {
         quillara::Variable group = Numbers("group", {1, 2, 2, 3, NA});
         group.Labels = {{2, {"A label of more than twenty bytes", ""}}};
         Open({group, Numbers("y", {1, 1, 2, 2, 2}), Numbers("z", {1, 2, 3, 4, 5})});
-        Host().Services.TakeDocument = [this](quillara::ResultDocument&) {
-            Said += TextOf(quillara::StateOf(Analysis().GetDocument()).NextSubject) + "; ";
+        Host().Services.TakeDocument = [this](quillara::ResultDocument& document) {
+            std::visit([this](const auto& content) { Said += TextOf(content.About) + "; "; }, document.Content());
         };
         Choose({"group", "y"}, {"z"});
         Review({"group"}, {"y", "z"});
@@ -26,11 +25,11 @@ class Subjects : public ResultsBench {
         Analysis().DataChanged = 1;
     }
     /// "drill 1 one,two,Missing 2"; a subject a result.
-    static std::string TextOf(const ResultSubject& subject) {
+    static std::string TextOf(const auto& subject) {
         std::string text = subject.Side == ResultSide::Drill    ? "drill"
                            : subject.Side == ResultSide::Review ? "review"
                                                                 : "?";
-        for (const SubjectVariable& variable : subject.Variables) {
+        for (const auto& variable : subject.Variables) {
             text += ' ' + std::to_string(variable.Number);
             const char* separator = " ";
             for (const std::string& name : variable.Categories) {
