@@ -7,10 +7,13 @@
 
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/MemoryLimit.h"
 #include "workbench/formats/StatisticalFile.h"
+#include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
 namespace {
@@ -28,6 +31,19 @@ char SingleCharacter(const std::string& text) {
         throw UsageError(Quoted(text) + " isn't a single ASCII character.");
     }
     return text.front();
+}
+
+/// Bytes of "500M": a whole number, and K, M, G or T for a power of 1024.
+std::size_t SizeOf(std::string_view text) {
+    constexpr std::string_view powers = "KMGT";
+    const std::size_t power = text.empty() ? powers.npos : powers.find(CapitalLetter(text.back()));
+    const bool hasPower = power != powers.npos;
+    const std::optional<int> count = WholeNumber(text.substr(0, text.size() - (hasPower ? 1 : 0)));
+    const std::size_t shift = hasPower ? 10 * (power + 1) : 0;
+    if (!count || *count == 0 || static_cast<std::size_t>(*count) > MemoryLimit::none >> shift) {
+        throw UsageError(Quoted(text) + " isn't a size such as 500M or 4G.");
+    }
+    return static_cast<std::size_t>(*count) << shift;
 }
 
 char SeparatorOf(const std::string& text) {
@@ -132,6 +148,11 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
         ->disable_flag_override()
         ->group(group);
+    AddValue(
+        command, "--max-memory", [&](const std::string& text) { reading.MaxMemory = SizeOf(text); },
+        "memory that the program may take while it reads, as 500M or 4G (default: three quarters of the machine's)")
+        ->type_name("SIZE")
+        ->group("Reading");
 }
 
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {

@@ -98,8 +98,8 @@ void ApplyRow(DataTable& table, const Row& row) {
 
 }  // namespace
 
-void ApplyDictionary(DataTable& table, const std::string& path) {
-    const std::vector<DelimitedRecord> records = ReadDelimitedRecords(path);
+void ApplyDictionary(DataTable& table, const std::string& path, std::optional<std::size_t> maxMemory) {
+    const std::vector<DelimitedRecord> records = ReadDelimitedRecords(path, {.MaxMemory = maxMemory});
     const Columns columns = records.empty() ? Columns() : FindColumns(records.front().Fields);
     if (!columns.VariableName) {
         RefuseColumns(path, records);

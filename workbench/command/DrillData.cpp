@@ -25,7 +25,7 @@ std::size_t WeightNamed(const DataTable& table, const std::string& name) {
 DataTable OpenData(const DrillOptions& options) {
     DataTable table = ReadDataWithProgress(options.File, options.Reading);
     if (options.DictionaryFile) {
-        ApplyDictionary(table, *options.DictionaryFile);
+        ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
     }
     return table;
 }

@@ -38,7 +38,7 @@ bool ParseAsJson(const std::string& text) {
 void Run(const InfoOptions& options) {
     DataTable table = ReadDataWithProgress(options.File, options.Reading);
     if (options.DictionaryFile) {
-        ApplyDictionary(table, *options.DictionaryFile);
+        ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
     }
     WriteToStandardOutput(options.AsJson ? VariablesAsJson(table) : VariablesAsText(table));
 }

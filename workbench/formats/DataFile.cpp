@@ -88,8 +88,10 @@ void WriteStatistical(const DataTable& table, const std::string& path, const Sta
     const StatisticalLayout layout = LayOut(table, rules);
     const auto cases = static_cast<std::size_t>(table.Cases);
     const auto check = [&](const std::string& temporary) {
-        const DataTable readBack = ReadBackFor(
-            path, [&] { return ReadStatisticalFile(temporary, rules.Extension, {.Cancelled = cancelled}); });
+        const DataTable readBack = ReadBackFor(path, [&] {
+            return ReadStatisticalFile(temporary, rules.Extension,
+                                       {.MaxMemory = MemoryLimit::none, .Cancelled = cancelled});
+        });
         ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
         for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
             expected.Variables.push_back(layout.Columns[i].Content);
@@ -103,10 +105,11 @@ std::vector<std::string> WriteDelimited(const DataTable& table, const std::strin
                                         const std::function<bool()>& cancelled) {
     WorkMonitor monitor({}, cancelled);
     const std::string text = TextOfTable(table, cancelled);
-    const DataTable readBack = ReadBackFor(path, [&] { return TableOfDelimitedText(text, {.Cancelled = cancelled}); });
+    const DataTable readBack = ReadBackFor(
+        path, [&] { return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::none, .Cancelled = cancelled}); });
     std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
     ReplaceFile(path, text, cancelled, [&](const std::string& temporary) {
-        if (ReadBytes(temporary, monitor) != text) {
+        if (ReadBytes(temporary, monitor, text.size() + 1) != text) {
             throw ReadBackDifference("\"" + path + "\"", "");
         }
     });

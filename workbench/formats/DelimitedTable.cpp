@@ -216,13 +216,13 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 }
 
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
-    WorkMonitor monitor(options.Progress, options.Cancelled);
+    WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     RecordReader reader(path, RecordsOf(options), monitor, SeparatorsOf(options));
     return TableOfRecords(reader, path, options, monitor);
 }
 
 DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
-    WorkMonitor monitor(options.Progress, options.Cancelled);
+    WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     RecordReader reader("", std::move(bytes), RecordsOf(options), monitor, SeparatorsOf(options));
     return TableOfRecords(reader, "", options, monitor);
 }

@@ -19,7 +19,7 @@ std::vector<std::string> SplitRecord(std::string_view text, char separator) {
 }
 
 std::vector<DelimitedRecord> ReadDelimitedRecords(const std::string& path, const RecordOptions& options) {
-    WorkMonitor monitor;
+    WorkMonitor monitor({}, {}, MemoryLimit(options.MaxMemory));
     RecordReader reader(path, options, monitor);
     std::vector<std::string_view> fields;
     std::vector<DelimitedRecord> records;

@@ -18,6 +18,7 @@ struct DelimitedRecord {
 struct RecordOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
     std::string Encoding{};  ///< empty: UTF-8, else Windows-1252
+    std::optional<std::size_t> MaxMemory{};  ///< ReadDelimitedRecords only, as in ReadOptions
     std::string_view SeparatorOption{};  ///< what sets another separator, for error messages; empty: nothing does
 };
 

@@ -35,6 +35,26 @@ class InputFile {
         return fstat(Descriptor, &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
     }
 
+    /// Appends what is left of the file, until there are `length` bytes; whether the file ended before.
+    [[nodiscard]] bool ReadTo(std::size_t length, std::string& bytes, WorkMonitor& monitor) {
+        std::size_t filled = bytes.size();
+        if (length > filled) {
+            monitor.RequireMemory(length);
+            bytes.resize(length);
+        }
+        while (filled < length) {
+            const std::size_t got = Read(bytes.data() + filled, length - filled, monitor);
+            if (got == 0) {
+                bytes.resize(filled);
+                return true;
+            }
+            filled += got;
+            monitor.Advance(got);
+        }
+        return false;
+    }
+
+  private:
     /// Bytes read; 0 at the end of the file.
     [[nodiscard]] std::size_t Read(char* buffer, std::size_t size, WorkMonitor& monitor) {
         ssize_t got = read(Descriptor, buffer, std::min(size, piece));
@@ -48,7 +68,6 @@ class InputFile {
         return static_cast<std::size_t>(got);
     }
 
-  private:
     static constexpr std::size_t piece = 4 << 20;
 
     const std::string& Path;
@@ -60,19 +79,18 @@ class InputFile {
 std::string ReadBytes(const std::string& path, WorkMonitor& monitor, std::size_t limit) {
     InputFile file(path);
     std::string bytes;
-    std::size_t length = 0;
+    (void)file.ReadTo(limit, bytes, monitor);
+    return bytes;
+}
+
+std::string ReadBytes(const std::string& path, WorkMonitor& monitor, const BeginningCheck& check) {
+    InputFile file(path);
+    std::string bytes;
+    bool isWhole = file.ReadTo(beginningLength, bytes, monitor);
+    check(bytes);
     // A pipe tells no size; a file may grow while it is read: the end is where a read gives nothing.
-    for (std::size_t room = std::min(limit, file.Size() + 1); length < limit; room = std::min(limit, 2 * room + 4096)) {
-        bytes.resize(room);
-        while (length < room) {
-            const std::size_t got = file.Read(bytes.data() + length, room - length, monitor);
-            if (got == 0) {
-                bytes.resize(length);
-                return bytes;
-            }
-            length += got;
-            monitor.Advance(got);
-        }
+    for (std::size_t room = file.Size() + 1; !isWhole; room = 2 * room + beginningLength) {
+        isWhole = file.ReadTo(room, bytes, monitor);
     }
     return bytes;
 }

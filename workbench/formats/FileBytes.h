@@ -1,16 +1,27 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
-/// The bytes of a file, at most the first `limit` of them. Throws DataError, naming the file, when it can't be read;
-/// Interrupted when the monitor's work was cancelled, also while a pipe keeps it waiting.
-[[nodiscard]] std::string ReadBytes(const std::string& path, WorkMonitor& monitor,
-                                    std::size_t limit = std::string::npos);
+/// The first bytes of a file, at most `limit` of them. Throws DataError, naming the file, when it can't be read, and
+/// when they take more memory than they may; Interrupted when the monitor's work was cancelled, also while a pipe keeps
+/// it waiting.
+[[nodiscard]] std::string ReadBytes(const std::string& path, WorkMonitor& monitor, std::size_t limit);
+
+/// How many bytes at a file's beginning tell whether the rest is worth reading.
+inline constexpr std::size_t beginningLength = 64 * 1024;
+
+/// Gets the beginning of a file, or the whole of a shorter one, and throws when it isn't to be read on.
+using BeginningCheck = std::function<void(std::string_view beginning)>;
+
+/// All bytes of a file, once `check` lets its beginning pass. Throws as above.
+[[nodiscard]] std::string ReadBytes(const std::string& path, WorkMonitor& monitor, const BeginningCheck& check);
 
 /// The name of a file without its folder.
 [[nodiscard]] std::string NameOfFile(const std::string& path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -14,6 +15,7 @@ struct ReadOptions {
     std::string Encoding{};  ///< empty: what the file says; delimited text: UTF-8, else Windows-1252
     bool HasHeader = true;
     std::optional<std::vector<std::string>> MissingTexts{};  ///< in place of NA, N/A, NaN, ...
+    std::optional<std::size_t> MaxMemory{};  ///< bytes for the whole program; nothing: see MemoryLimit
 
     std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
     std::function<bool()> Cancelled{};  ///< asked now and then; true ends the reading with Interrupted

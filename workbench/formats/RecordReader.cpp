@@ -18,15 +18,29 @@ constexpr double shareOfBytes = 0.1;
 constexpr double shareOfText = 0.2;
 constexpr double shareOfRecords = 0.5;
 
-std::string BytesOf(const std::string& path, WorkMonitor& monitor) {
+/// Refuses what is no text; `bytes` may be the beginning only.
+void CheckIsText(const std::string& path, std::string_view text, std::string_view bytes) {
+    if (text.find('\0') != std::string_view::npos) {
+        const bool looksWide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+        throw DataError("\"" + path + "\" is no delimited text" +
+                        (looksWide ? " in UTF-8 or Windows-1252; try the encoding utf-16." : "."));
+    }
+}
+
+std::string BytesOf(const std::string& path, const std::string& encoding, WorkMonitor& monitor) {
     std::error_code unknownSize;
     const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
     monitor.Enter(0, shareOfBytes, unknownSize ? 0 : size);
-    return ReadBytes(path, monitor);
+    return ReadBytes(path, monitor, [&](std::string_view beginning) {
+        // Other encodings may have null bytes within characters.
+        if (encoding.empty()) {
+            CheckIsText(path, beginning, beginning);
+        }
+    });
 }
 
 std::string TextOf(const std::string& path, std::string bytes, const std::string& encoding, WorkMonitor& monitor) {
-    const bool looksWide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+    const std::string beginning = bytes.substr(0, 2);
     std::string text;
     try {
         monitor.Enter(shareOfBytes, shareOfText, bytes.size());
@@ -34,10 +48,7 @@ std::string TextOf(const std::string& path, std::string bytes, const std::string
     } catch (const DataError& error) {
         throw DataError("\"" + path + "\" can't be read: " + error.what());
     }
-    if (text.find('\0') != std::string::npos) {
-        throw DataError("\"" + path + "\" is no delimited text" +
-                        (looksWide ? " in UTF-8 or Windows-1252; try the encoding utf-16." : "."));
-    }
+    CheckIsText(path, text, beginning);
     return text;
 }
 
@@ -69,7 +80,7 @@ std::string CountOfFields(std::size_t fields) {
 
 RecordReader::RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
                            std::string_view candidates)
-    : RecordReader(path, BytesOf(path, monitor), options, monitor, candidates) {}
+    : RecordReader(path, BytesOf(path, options.Encoding, monitor), options, monitor, candidates) {}
 
 RecordReader::RecordReader(const std::string& path, std::string bytes, const RecordOptions& options,
                            WorkMonitor& monitor, std::string_view candidates)

@@ -200,7 +200,8 @@ bool IsStatisticalFile(std::string_view extension) {
 
 DataTable ReadStatisticalFile(const std::string& path, std::string_view extension, const ReadOptions& options) {
     const std::string encodingName = options.Encoding.empty() ? "" : SystemEncodingName(options.Encoding);
-    WorkMonitor monitor(options.Progress, options.Cancelled);
+    WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
+    monitor.RequireMemory(0);
     monitor.Enter(0, shareOfParsing);
     const Parser parser = MakeParser(encodingName);
     Collection collection{.Monitor = monitor, .Content = {}, .Failure = {}};

@@ -7,8 +7,9 @@
 
 namespace quillara {
 
-WorkMonitor::WorkMonitor(std::function<void(double share)> progress, std::function<bool()> cancelled)
-    : Progress(std::move(progress)), Cancelled(std::move(cancelled)) {}
+WorkMonitor::WorkMonitor(std::function<void(double share)> progress, std::function<bool()> cancelled,
+                         MemoryLimit memory)
+    : Progress(std::move(progress)), Cancelled(std::move(cancelled)), Memory(memory) {}
 
 void WorkMonitor::Enter(double firstShare, double lastShare, std::size_t units) {
     FirstShare = firstShare;
@@ -51,6 +52,7 @@ void WorkMonitor::Look() {
     }
     LastReport = now;
     Check();
+    Memory.Require();
     if (Progress) {
         Progress(Share);
     }

@@ -4,14 +4,18 @@
 #include <cstddef>
 #include <functional>
 
+#include "workbench/formats/MemoryLimit.h"
+
 namespace quillara {
 
-/// Follows a long piece of work: tells how much of it is done and asks whether it is to end, every 20 milliseconds or
-/// so however often the work calls it.
+/// Follows a long piece of work: tells how much of it is done, asks whether it is to end and looks whether it takes too
+/// much memory, every 20 milliseconds or so however often the work calls it. Whatever throws Interrupted for a
+/// cancelled work throws DataError when it takes too much.
 class WorkMonitor {
   public:
     /// Either function may be empty.
-    explicit WorkMonitor(std::function<void(double share)> progress = {}, std::function<bool()> cancelled = {});
+    explicit WorkMonitor(std::function<void(double share)> progress = {}, std::function<bool()> cancelled = {},
+                         MemoryLimit memory = MemoryLimit(MemoryLimit::none));
 
     /// A stage begins that leads from one share of the whole work to another. Of 0 units: MoveTo tells how far it is.
     void Enter(double firstShare, double lastShare, std::size_t units = 0);
@@ -24,6 +28,8 @@ class WorkMonitor {
     }
     /// So much of the stage, from 0 to 1, is done. Throws Interrupted when the work was cancelled.
     void MoveTo(double part);
+    /// The work is about to take so many more bytes at once. Throws DataError when they are too many.
+    void RequireMemory(std::size_t bytes) const { Memory.Require(bytes); }
     /// Asks at once. Throws Interrupted when the work was cancelled.
     void Check() const;
     /// The whole work is done: asks a last time, then tells the share 1. Throws Interrupted when it was cancelled.
@@ -37,6 +43,7 @@ class WorkMonitor {
 
     std::function<void(double)> Progress;
     std::function<bool()> Cancelled;
+    MemoryLimit Memory;
     std::chrono::steady_clock::time_point LastReport = std::chrono::steady_clock::now();
     double FirstShare = 0;
     double LastShare = 0;

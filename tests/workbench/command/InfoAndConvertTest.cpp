@@ -109,6 +109,15 @@ TEST_F(InfoAndConvert, WhatCannotBeWrittenIsOneLine) {
     EXPECT_EQ(Folder.Files(), 2U);
 }
 
+TEST_F(InfoAndConvert, EndlessTextEndsWhenItTakesTooMuchMemory) {
+    for (const std::string line : {"info /dev/stdin", "info small.csv --decimal , --dictionary /dev/stdin"}) {
+        const Outcome outcome = Quillara(Folder, line + " --max-memory 200M", "yes variable |");
+        EXPECT_EQ(outcome.Status, 1);
+        EXPECT_NE(outcome.Errors.find("200 MiB; --max-memory sets another limit.\n"), std::string::npos)
+            << outcome.Errors;
+    }
+}
+
 TEST_F(InfoAndConvert, FullDiskKeepsTheFileThatWasThere) {
     PutLarge(20'000);
     for (const std::string name : {"copy.csv", "copy.sav", "copy.zsav", "copy.dta"}) {
