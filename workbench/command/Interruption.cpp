@@ -8,6 +8,7 @@
 
 #include "workbench/command/ExitStatus.h"
 #include "workbench/command/ProgressBar.h"
+#include "workbench/formats/RemovalOnSignal.h"
 
 namespace quillara {
 namespace {
@@ -18,7 +19,7 @@ std::atomic<int> FilesInWriting = 0;
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
 void OnInterrupt(int) {
-    if (FilesInWriting.load() == 0) {
+    if (FilesInWriting.load() == 0 || RemoveUnfinishedFile()) {
         ProgressBar::ClearAnyInSignalHandler();
         _exit(InterruptedStatus);
     }

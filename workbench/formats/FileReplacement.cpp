@@ -101,7 +101,7 @@ class TemporaryFile {
     }
     [[nodiscard]] bool Finish() { return fsync(File.Number()) == 0 && File.Close(); }
     [[nodiscard]] bool MoveTo(const std::string& target) {
-        IsThere = rename(Name.c_str(), target.c_str()) != 0;
+        IsThere = !Removal.EndBy([&] { return rename(Name.c_str(), target.c_str()) == 0; });
         return !IsThere;
     }
 

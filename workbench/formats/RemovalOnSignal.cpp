@@ -15,6 +15,7 @@ namespace {
 constexpr std::array endingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
 
 std::atomic_flag IsTaken;
+std::atomic<bool> LastIsFinished = false;
 std::array<char, PATH_MAX> Doomed = {};  // written before a handler is set
 std::array<struct sigaction, endingSignals.size()> Former = {};
 
@@ -77,9 +78,29 @@ int RemovalOnSignal::Watch(const std::string& path, const std::function<int()>& 
         IsWatching = true;
         *std::ranges::copy(path, Doomed.begin()).out = '\0';
         CatchSignals();
+        LastIsFinished.store(false);
     }
     errno = error;
     return descriptor;
+}
+
+bool RemovalOnSignal::EndBy(const std::function<bool()>& move) {
+    const HeldSignals held;
+    const bool isMoved = move();
+    const int error = errno;
+    LastIsFinished.store(isMoved);
+    errno = error;
+    return isMoved;
+}
+
+bool RemoveUnfinishedFile() noexcept {
+    if (LastIsFinished.load()) {
+        return false;
+    }
+    if (IsTaken.test()) {
+        unlink(Doomed.data());
+    }
+    return true;
 }
 
 }  // namespace quillara

@@ -20,8 +20,16 @@ class RemovalOnSignal {
     /// descriptor, negative for a failure, and may change the path. Gives the descriptor, and errno as `make` left it.
     [[nodiscard]] int Watch(const std::string& path, const std::function<int()>& make);
 
+    /// Gives the file its final name: watching ends in the same moment for every signal of this thread. False, and
+    /// errno as `move` left it, when `move` fails.
+    [[nodiscard]] bool EndBy(const std::function<bool()>& move);
+
   private:
     bool IsWatching = false;
 };
+
+/// For a handler that ends the program at a signal of its own: removes the file that is watched over, if there is one.
+/// False, and nothing removed, once a file has got its final name and no other is watched over.
+bool RemoveUnfinishedFile() noexcept;
 
 }  // namespace quillara
