@@ -1,6 +1,8 @@
 #include "workbench/formats/DelimitedColumns.h"
 
-#include <set>
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "workbench/data/Calendar.h"
@@ -10,16 +12,18 @@
 namespace quillara {
 namespace {
 
+bool HasOwnLabels(const Variable& variable) {
+    return std::ranges::any_of(variable.Labels, [](const auto& entry) { return !entry.second.Label.empty(); });
+}
+
 /// Whether each value that occurs has a label that no other has.
 bool LabelsStandForValues(const Variable& variable) {
-    std::set<double> values;
+    std::unordered_set<double> values;
+    std::unordered_set<std::string_view> labels;
     for (const double value : variable.Values) {
-        if (!variable.IsMissing(value)) {
-            values.insert(value);
+        if (variable.IsMissing(value) || !values.insert(value).second) {
+            continue;
         }
-    }
-    std::set<std::string> labels;
-    for (const double value : values) {
         const std::string* label = variable.LabelOf(value);
         if (label == nullptr || !labels.insert(*label).second) {
             return false;
@@ -34,7 +38,7 @@ ShownColumn::ShownColumn(std::string name, const std::vector<std::string>& caseN
     : Title(std::move(name)), CaseNames(&caseNames) {}
 
 ShownColumn::ShownColumn(const Variable& variable)
-    : Title(variable.Name), Shown(&variable), HasLabels(variable.HasLabels() && LabelsStandForValues(variable)) {}
+    : Title(variable.Name), Shown(&variable), HasLabels(HasOwnLabels(variable) && LabelsStandForValues(variable)) {}
 
 ValueKind ShownColumn::Kind() const {
     return HasLabels || Shown == nullptr ? ValueKind::Text : Shown->Kind;
@@ -49,6 +53,9 @@ const std::string& ShownColumn::Field(std::size_t row) {
         return (*CaseNames)[row];
     }
     const double value = Shown->Values[row];
+    if (Shown->Kind == ValueKind::Text && !HasLabels && !IsMissing(row)) {
+        return Shown->Texts.at(static_cast<std::size_t>(value) - 1);
+    }
     if (Kind() == ValueKind::Number) {
         Last = IsMissing(row) ? "" : TextOf(value);
         return Last;
@@ -69,8 +76,7 @@ std::string ShownColumn::TextOf(double value) const {
             return TextFromDays(value);
         case ValueKind::TimeOfDay:
             return TextFromSeconds(value);
-        case ValueKind::Text:
-            return Shown->Texts.at(static_cast<std::size_t>(value) - 1);
+        case ValueKind::Text:  // shown as they stand
         case ValueKind::Number:
             break;
     }
