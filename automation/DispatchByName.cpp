@@ -19,8 +19,11 @@ HRESULT PutProperty(IDispatch* object, const char16_t* name, VARIANT value) {
     }
     DISPID named = PropertyPutArgument;
     const DISPPARAMS parameters{&value, &named, 1, 1};
-    if (HoldsObject(value) && Succeeded(object->Invoke(member, DispatchPropertyPutReference, parameters, nullptr))) {
-        return S_OK;
+    if (HoldsObject(value)) {
+        if (const HRESULT status = object->Invoke(member, DispatchPropertyPutReference, parameters, nullptr);
+            Succeeded(status)) {
+            return status;
+        }
     }
     return object->Invoke(member, DispatchPropertyPut, parameters, nullptr);
 }

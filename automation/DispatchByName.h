@@ -5,7 +5,7 @@
 
 // Objects of the host by the names of their members.
 
-/// Writes a property. An object goes by reference where the property takes one.
+/// Writes a property, and gives the status of that call. An object goes by reference where the property takes one.
 HRESULT PutProperty(IDispatch* object, const char16_t* name, VARIANT value);
 
 /// The object that a property holds; nothing when it can't be read or holds none.

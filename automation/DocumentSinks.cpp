@@ -19,6 +19,10 @@ CountedPointer<IConnectionPoint> PointOf(IDispatch* document, const DocumentKind
     return CountedPointer<IConnectionPoint>::Adopt(point);
 }
 
+bool IsIntegerByReference(const VARIANT& value) {
+    return value.Type == VariantType::IntegerByReference || value.Type == VariantType::MachineIntegerByReference;
+}
+
 template <typename Sink>
 CQCOMDocumentSink* NewSink() {
     return new (std::nothrow) Sink;
@@ -101,7 +105,7 @@ HRESULT CQCOMDocumentSink::ClosingWithChoice(const DISPPARAMS& parameters) {
         return DISP_E_BADPARAMCOUNT;
     }
     const VARIANT& choice = parameters.Arguments[0];
-    if (choice.Type != VariantType::IntegerByReference || choice.IntegerReference == nullptr) {
+    if (!IsIntegerByReference(choice) || choice.IntegerReference == nullptr) {
         return DISP_E_TYPEMISMATCH;
     }
     if (*choice.IntegerReference == 1) {

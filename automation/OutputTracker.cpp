@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -17,22 +18,33 @@
 
 namespace {
 
+/// Runs what a document or the host does. For want of memory it is passed over like any other failure there: a document
+/// never stops a drill step.
+template <typename Act>
+void PassOver(Act act) {
+    try {
+        act();
+    } catch (const std::bad_alloc&) {
+        // The document stays as it is.
+    }
+}
+
 void ForgetInAnalysis(CDrillDown& owner, IDispatch* document) {
     if (CAnalysisDoc* host = owner.GetDocument(); host != nullptr) {
-        host->RemoveFromAnalysisList(document);
+        PassOver([&] { host->RemoveFromAnalysisList(document); });
     }
 }
 
 void MarkAsSaved(IDispatch* document) {
-    PutProperty(document, u"Saved", BooleanVariant(true));
+    PassOver([&] { PutProperty(document, u"Saved", BooleanVariant(true)); });
 }
 
 void SetVisible(IDispatch* document, bool visible) {
-    PutProperty(document, u"Visible", BooleanVariant(visible));
+    PassOver([&] { PutProperty(document, u"Visible", BooleanVariant(visible)); });
 }
 
 void BringToFront(IDispatch* document) {
-    CallMethod(document, u"Activate");
+    PassOver([&] { CallMethod(document, u"Activate"); });
 }
 
 void RestoreIfMinimized(IDispatch* document) {
@@ -76,7 +88,7 @@ void COutputTracker::AddOutput(const OutputKey& key, IDispatch* document) {
 
 void COutputTracker::RemoveOutput(OutputList::iterator entry, bool hide) {
     if (CQCOMSink* sink = std::exchange(entry->Sink, nullptr); sink != nullptr) {
-        sink->Unadvise();
+        PassOver([&] { sink->Unadvise(); });
         sink->Release();
     }
     if (hide && entry->Document != nullptr) {
@@ -154,14 +166,15 @@ void COutputTracker::TakeNew(const OutputKey& key, IDispatch* document) {
 
 bool COutputTracker::ReplaceInPlace(IDispatch* old, IDispatch* fresh) {
     const auto alive = CountedPointer<IDispatch>::Share(old);  // the user may close it on the way
-    const bool replaced = Owner->ReplaceContentOfDoc(old, fresh);
+    bool replaced = false;
+    PassOver([&] { replaced = Owner->ReplaceContentOfDoc(old, fresh); });
     if (replaced) {
         ForgetInAnalysis(*Owner, fresh);
     }
     MarkAsSaved(old);  // also when it couldn't be replaced: it isn't offered for saving
     // Intended: an update brings no window to the front, unlike a pressed button; the user goes on in the dialog.
     if (Updating == 0) {
-        RestoreIfMinimized(old);
+        PassOver([&] { RestoreIfMinimized(old); });
         BringToFront(old);
     }
     return replaced;
@@ -180,6 +193,9 @@ void COutputTracker::Update() {
     BeginWaitCursor();
     try {
         RunAllAgain();
+    } catch (const std::bad_alloc&) {
+        // No document of the old subset may stay where none could be made of the new one.
+        RemoveAll(true);
     } catch (...) {
         EndUpdate();
         throw;
@@ -196,17 +212,25 @@ void COutputTracker::RunAllAgain() {
         }
     }
     for (const std::uint32_t command : commands) {
-        RunAgain(command);
+        if (!RunAgain(command)) {
+            return;
+        }
     }
 }
 
-void COutputTracker::RunAgain(std::uint32_t command) {
+/// False when the dialog has closed on the way: it takes its documents along as they are.
+bool COutputTracker::RunAgain(std::uint32_t command) {
     const OutputsFromZero outputs(*Owner);
     CurrentCommand = command;
-    SendWindowMessage(Owner->GetStartupWindow(), WindowMessage::Command, command, 0);
+    // What a command without memory hasn't made is dropped below, as after any other failure.
+    PassOver([&] { SendWindowMessage(Owner->GetStartupWindow(), WindowMessage::Command, command, 0); });
+    if (Owner->GetStartupWindow() == nullptr) {
+        return false;
+    }
     DropStale(command);
     RestoreWaitCursor();
     CurrentCommand = 0;
+    return true;
 }
 
 /// Hides the documents that a command has made no more.
@@ -232,6 +256,6 @@ void COutputTracker::EndUpdate() {
     try {
         EndWaitCursor();
     } catch (const std::exception& failure) {
-        Owner->dsplst(0, failure.what());
+        PassOver([&] { Owner->dsplst(0, failure.what()); });
     }
 }

@@ -69,7 +69,7 @@ class COutputTracker {
     void TakeNew(const OutputKey& key, IDispatch* document);
     bool ReplaceInPlace(IDispatch* old, IDispatch* fresh);
     void RunAllAgain();
-    void RunAgain(std::uint32_t command);
+    bool RunAgain(std::uint32_t command);
     void DropStale(std::uint32_t command);
     void EndUpdate();
 };

@@ -43,17 +43,18 @@ void MoveUp(CDefineTask& task) {
     }
     analysis.SetCurrentUpItem(item);
     task.FinishRecordingDialog(DialogStep, RecordKind, UpButton);
-    analysis.MoveBackToDrillDowns();
-    analysis.RefreshListBoxes(task.Window);
-    task.SelectCurrentDown();
-    task.SelectCurrentUp();
-    task.UpdateControls();
-    analysis.ReadAfterDrill(0);
+    MoveAndRead(task, &CDrillDown::MoveBackToDrillDowns, [](CDefineTask& shown) {
+        shown.SelectCurrentDown();
+        shown.SelectCurrentUp();
+        shown.UpdateControls();
+    });
 }
 
 std::int64_t BrushUp(CDefineTask& task) {
-    MoveUp(task);
-    task.UpdateControls();
+    TakeStep(task, [&] {
+        MoveUp(task);
+        task.UpdateControls();
+    });
     task.Analysis->AutoUpdate(0);
     if (!task.Analysis->DrillDowns->empty()) {
         return GoOnBrushing(task);
@@ -68,11 +69,12 @@ std::int64_t BrushUp(CDefineTask& task) {
 std::int64_t BrushDown(CDefineTask& task) {
     CDrillDown& analysis = *task.Analysis;
     task.FinishRecordingDialog(DialogStep, RecordKind, DownButton);
-    analysis.MoveToDrillUps();
-    analysis.RefreshListBoxes(task.Window);
-    task.SelectCurrentUp();
-    task.UpdateControls();
-    analysis.ReadAfterDrill(0);
+    TakeStep(task, [&] {
+        MoveAndRead(task, &CDrillDown::MoveToDrillUps, [](CDefineTask& shown) {
+            shown.SelectCurrentUp();
+            shown.UpdateControls();
+        });
+    });
     analysis.AutoUpdate(0);
     if (!analysis.DrillDowns->empty()) {
         return GoOnBrushing(task);

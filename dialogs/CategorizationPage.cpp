@@ -189,9 +189,11 @@ int CDefineTask::ApplyCategorization() {
         return 1;
     }
     ReadValues(*this);
+    // Intended: new boundaries of a record that has the user's already are no change, unlike a new number or step; they
+    // wait for the next full pass, and until then the recount goes by the old ones.
     if (!SaysTheSame(*this, *record)) {
+        Analysis->DataChanged = 1;  // first: categories that memory ends in the middle are made again
         Store(*this, *record);
-        Analysis->DataChanged = 1;
     }
     return 1;
 }

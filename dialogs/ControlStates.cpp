@@ -2,8 +2,11 @@
 
 #include <array>
 #include <cstddef>
+#include <new>
 
 #include "dialogs/DefineTask.h"
+#include "dialogs/ShownAgain.h"
+#include "dialogs/VariableChoice.h"
 #include "host/WindowServices.h"
 #include "resources/ControlIds.h"
 
@@ -157,4 +160,18 @@ void CDefineTask::UpdateControls() {
     EnableCategorizationMethods(facts[AnyDown]);
     ShowCategorization();
     EnableStartupMenus(facts[AnyUp] ? 1 : 0);
+}
+
+void RefreshLists(CDefineTask& task) {
+    if (task.Analysis->RefreshListBoxes(task.Window) == 0) {
+        throw std::bad_alloc();
+    }
+}
+
+void ShowSets(CDefineTask& task) {
+    ShowChosenVariables(task);
+    RefreshLists(task);
+    task.SelectCurrentDown();
+    task.SelectCurrentUp();
+    task.UpdateControls();
 }

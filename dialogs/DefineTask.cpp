@@ -10,6 +10,7 @@
 #include "dialogs/HostCommands.h"
 #include "dialogs/ReorderDrillDown.h"
 #include "dialogs/ReorderListBoxes.h"
+#include "dialogs/ShownAgain.h"
 #include "dialogs/VariableChoice.h"
 #include "host/WindowServices.h"
 #include "platform/ModuleInstance.h"
@@ -57,12 +58,14 @@ std::int64_t ToggleAutoUpdate(CDefineTask& task) {
 
 std::int64_t ChangeOrder(CDefineTask& task) {
     task.LockResults();
-    ReorderDrillDown dialog(*task.Analysis);
-    if (dialog.DoModal(task.Analysis->GetLibInstance()) == 1) {
-        task.Analysis->RefreshListBoxes(task.Window);
-        task.SelectCurrentDown();
-        task.UpdateControls();
-    }
+    ShownAgainOnFailure(task, [&] {
+        ReorderDrillDown dialog(*task.Analysis);
+        if (dialog.DoModal(task.Analysis->GetLibInstance()) == 1) {
+            RefreshLists(task);
+            task.SelectCurrentDown();
+            task.UpdateControls();
+        }
+    });
     task.UnlockResults();
     return 1;
 }

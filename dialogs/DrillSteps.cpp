@@ -1,7 +1,11 @@
 #include "dialogs/DrillSteps.h"
 
+#include <new>
+#include <utility>
+
 #include "dialogs/CategorySelectionDlg.h"
 #include "dialogs/DefineTask.h"
+#include "dialogs/ShownAgain.h"
 #include "host/WindowServices.h"
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
@@ -43,11 +47,10 @@ bool ChooseCategory(CDefineTask& task) {
     return result == 1;
 }
 
-/// What follows every move: the lists, the counts and the stand-alone documents are those of the new subset.
-void ShowNewSubset(CDefineTask& task) {
+/// Moves a record and shows what follows: the lists, the counts and the stand-alone documents of the new subset.
+void MoveAndShow(CDefineTask& task, int (CDrillDown::*move)()) {
     CDrillDown& analysis = *task.Analysis;
-    analysis.RefreshListBoxes(task.Window);
-    analysis.ReadAfterDrill(0);
+    MoveAndRead(task, move, [](CDefineTask&) {});
     task.UpdateControls();
     analysis.AutoUpdate(0);
     task.SelectCurrentDown();
@@ -55,6 +58,28 @@ void ShowNewSubset(CDefineTask& task) {
 }
 
 }  // namespace
+
+void TakeStep(CDefineTask& task, const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const std::bad_alloc&) {
+        // The move may be done: what was shown before it may not pass for the present subset.
+        task.Analysis->AutoUpdate(0);
+        ShowSets(task);
+        throw;
+    }
+}
+
+void MoveAndRead(CDefineTask& task, int (CDrillDown::*move)(), void (*showBefore)(CDefineTask&)) {
+    CDrillDown& analysis = *task.Analysis;
+    // Until the pass the counts are those of the old subset; a failure on the way leaves them to be read again.
+    const std::int16_t changed = std::exchange(analysis.DataChanged, std::int16_t{1});
+    (analysis.*move)();
+    RefreshLists(task);
+    showBefore(task);
+    analysis.DataChanged = changed;
+    analysis.ReadAfterDrill(0);
+}
 
 bool LacksBoundaries(CDefineTask& task) {
     return task.IsDlgButtonChecked(task.Window, UserIntervalsRadio) && task.Analysis->GetCurrentNU() == 0;
@@ -78,10 +103,11 @@ std::int64_t DrillOneDown(CDefineTask& task) {
         return 0;
     }
     task.FinishRecordingDialog(DialogStep, RecordKind, DownButton);
-    analysis.MoveToDrillUps();
-    ShowNewSubset(task);
-    analysis.SetAllIsset(0);
-    task.UpdateControls();
+    TakeStep(task, [&] {
+        MoveAndShow(task, &CDrillDown::MoveToDrillUps);
+        analysis.SetAllIsset(0);
+        task.UpdateControls();
+    });
     task.UnlockResults();
     return 0;
 }
@@ -97,9 +123,10 @@ std::int64_t DrillOneUp(CDefineTask& task) {
     task.LockResults();
     analysis.SetCurrentUpItem(row);
     task.FinishRecordingDialog(DialogStep, RecordKind, UpButton);
-    analysis.MoveBackToDrillDowns();
-    ShowNewSubset(task);
-    task.UpdateControls();
+    TakeStep(task, [&] {
+        MoveAndShow(task, &CDrillDown::MoveBackToDrillDowns);
+        task.UpdateControls();
+    });
     task.UnlockResults();
     return 0;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+
+#include "engine/DrillDown.h"
 
 class CDefineTask;
 
@@ -8,6 +11,14 @@ class CDefineTask;
 
 inline constexpr int DialogStep = 101;  ///< the dialog's step in the sequence table, for records
 inline constexpr int RecordKind = 3;
+
+/// Runs a step. When memory fails on the way, documents, lists and controls are brought to the sets as they are then;
+/// the failure goes on.
+void TakeStep(CDefineTask& task, const std::function<void()>& step);
+
+/// Moves a record from one set to the other, refills the lists, shows what is to be shown before the counts, and reads
+/// the counts.
+void MoveAndRead(CDefineTask& task, int (CDrillDown::*move)(), void (*showBefore)(CDefineTask&));
 
 /// Whether user-specified categories are chosen on the page and have no boundaries yet.
 bool LacksBoundaries(CDefineTask& task);

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "dialogs/DefineTask.h"
+#include "dialogs/ShownAgain.h"
 #include "dialogs/VariableChoice.h"
 #include "resources/ControlIds.h"
 
@@ -47,13 +48,15 @@ std::int64_t OpenData(CDefineTask& task) {
         return 0;
     }
     task.LockResults();
-    analysis.ResetMembers();
-    ShowChosenVariables(task);
-    EmptyList(task, DrillDownListControl);
-    EmptyList(task, DrillUpListControl);
-    task.SelectCurrentDown();
-    task.UpdateControls();
-    task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);
+    ShownAgainOnFailure(task, [&] {
+        analysis.ResetMembers();
+        ShowChosenVariables(task);
+        EmptyList(task, DrillDownListControl);
+        EmptyList(task, DrillUpListControl);
+        task.SelectCurrentDown();
+        task.UpdateControls();
+        task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);
+    });
     task.UnlockResults();
     return 0;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "dialogs/DefineTask.h"
+#include "dialogs/ShownAgain.h"
 #include "resources/ControlIds.h"
 #include "resources/StringTable.h"
 
@@ -36,6 +37,8 @@ struct Choice {
     int (*Ask)(CDrillDown& analysis, HWND window);  ///< one round of the dialog; 0: cancelled
     std::span<const CaptionRow> Lists;
     int NothingChosenText;
+    int (*CountRecords)(const CDrillDown& analysis);
+    bool FillsLists;  ///< the lists of the dialog show the records
 };
 
 int AskForDrillVariables(CDrillDown& analysis, HWND window) {
@@ -47,8 +50,16 @@ int AskForReviewVariables(CDrillDown& analysis, HWND window) {
     return analysis.SetRVVariable(window, 1, 0, analysis.Table.Variables);
 }
 
-constexpr Choice DrillChoice{AskForDrillVariables, DrillCaptions, NoDrillVariablesText};
-constexpr Choice ReviewChoice{AskForReviewVariables, ReviewCaptions, NoReviewVariablesText};
+int CountDrillRecords(const CDrillDown& analysis) {
+    return analysis.GetDrillDownsSize() + analysis.GetDrillUpsSize();
+}
+
+int CountReviewRecords(const CDrillDown& analysis) {
+    return analysis.GetDrillReviewsSize();
+}
+
+constexpr Choice DrillChoice{AskForDrillVariables, DrillCaptions, NoDrillVariablesText, CountDrillRecords, true};
+constexpr Choice ReviewChoice{AskForReviewVariables, ReviewCaptions, NoReviewVariablesText, CountReviewRecords, false};
 
 int CountChosen(const CDrillDown& analysis, const Choice& choice) {
     int count = 0;
@@ -65,9 +76,16 @@ void ShowChosen(CDefineTask& task, std::span<const CaptionRow> captions) {
     }
 }
 
-/// False when the user cancels.
+/// Whether a choice that gave nothing has taken the records all the same, because memory ran out behind it.
+bool HasLostRecords(const CDrillDown& analysis, const Choice& choice, int recordsBefore) {
+    const int records = choice.CountRecords(analysis);
+    return records != recordsBefore || records != CountChosen(analysis, choice);
+}
+
+/// False when the user cancels or there is no memory.
 bool ChooseSome(CDefineTask& task, const Choice& choice) {
     CDrillDown& analysis = *task.Analysis;
+    const int recordsBefore = choice.CountRecords(analysis);
     bool hasEmptied = false;
     while (choice.Ask(analysis, task.Window) != 0) {
         if (CountChosen(analysis, choice) >= 1) {
@@ -77,9 +95,12 @@ bool ChooseSome(CDefineTask& task, const Choice& choice) {
         const std::string text = analysis.GetResourceString(choice.NothingChosenText);
         analysis.dsplst(static_cast<int>(text.size()), text.c_str());
     }
-    if (hasEmptied) {
-        // The empty choice has taken the variables, and the dialog must not offer what is gone.
+    if (hasEmptied || HasLostRecords(analysis, choice, recordsBefore)) {
+        // What an empty choice or one without memory has taken may not be offered any more.
         ShowChosenVariables(task);
+        if (choice.FillsLists) {
+            RefreshLists(task);
+        }
         task.UpdateControls();
     }
     return false;
@@ -88,22 +109,26 @@ bool ChooseSome(CDefineTask& task, const Choice& choice) {
 }  // namespace
 
 int SelectDrillVariables(CDefineTask& task) {
-    if (!ChooseSome(task, DrillChoice)) {
-        return 0;
-    }
-    ShowChosenVariables(task);  // the review variables are gone
-    task.SelectCurrentDown();
-    task.UpdateControls();
-    return 1;
+    return ShownAgainOnFailure(task, [&] {
+        if (!ChooseSome(task, DrillChoice)) {
+            return 0;
+        }
+        ShowChosenVariables(task);  // the review variables are gone
+        task.SelectCurrentDown();
+        task.UpdateControls();
+        return 1;
+    });
 }
 
 int SelectReviewVariables(CDefineTask& task) {
-    if (!ChooseSome(task, ReviewChoice)) {
-        return 0;
-    }
-    ShowChosen(task, ReviewCaptions);
-    task.UpdateControls();
-    return 1;
+    return ShownAgainOnFailure(task, [&] {
+        if (!ChooseSome(task, ReviewChoice)) {
+            return 0;
+        }
+        ShowChosen(task, ReviewCaptions);
+        task.UpdateControls();
+        return 1;
+    });
 }
 
 void ShowChosenVariables(CDefineTask& task) {

@@ -88,8 +88,10 @@ void StoreList(CDrillDown& analysis, const RecordList& list, const MomentTally& 
         Drill& record = Editable(entry);
         StoreStatistics(record, moments.Of(next++));
         if (record.TakesDistinctValues()) {
+            if ((analysis.*list.NameCategories)(record.VarNo) == 0) {
+                analysis.DataChanged = 1;  // the next result makes the names
+            }
             record.Isset = 1;
-            (analysis.*list.NameCategories)(record.VarNo);
         } else {
             record.Isset = 0;
             (record.*list.BuildIntervals)();
@@ -97,29 +99,41 @@ void StoreList(CDrillDown& analysis, const RecordList& list, const MomentTally& 
     }
 }
 
+int RunAfterDrill(CDrillDown& analysis) {
+    const std::vector<PassVariable> variables = VariablesAfterDrill(analysis);
+    MomentTally moments(analysis, variables.size());
+    if (!moments) {
+        return ReportToBeReadAgain(analysis);
+    }
+    EmptyCategories(analysis);
+    CasePass pass(analysis, StatisticsAfterDrill, variables, &moments);
+    if (!pass) {
+        return ReportToBeReadAgain(analysis);
+    }
+    if (pass.Run() == PassOutcome::Cancelled) {
+        // Half-counted categories are of no use; the next complete pass makes them anew.
+        EmptyCategories(analysis);
+        return 0;
+    }
+    std::size_t next = 0;
+    StoreList(analysis, DrillDownList, moments, next);
+    StoreList(analysis, ReviewList, moments, next);
+    return 1;
+}
+
 }  // namespace
 
 int CDrillDown::ReadAfterDrill(unsigned short) {
     ValidVar = 0;
-    const std::vector<PassVariable> variables = VariablesAfterDrill(*this);
-    MomentTally moments(*this, variables.size());
-    if (!moments) {
-        return ReportNotEnoughMemory(*this);
-    }
-    EmptyCategories(*this);
-    CasePass pass(*this, StatisticsAfterDrill, variables, &moments);
-    if (!pass) {
-        return ReportNotEnoughMemory(*this);
-    }
-    if (pass.Run() == PassOutcome::Cancelled) {
-        // Half-counted categories are of no use; the next complete pass makes them anew.
+    try {
+        return RunAfterDrill(*this);
+    } catch (...) {
+        // Nothing may pass for a count of the present subset: the next result reads everything again.
         EmptyCategories(*this);
-        return 0;
+        SetAllIsset(0);
+        DataChanged = 1;
+        throw;
     }
-    std::size_t next = 0;
-    StoreList(*this, DrillDownList, moments, next);
-    StoreList(*this, ReviewList, moments, next);
-    return 1;
 }
 
 int CDrillDown::ReadBeforeDrill(unsigned short) {
@@ -137,10 +151,8 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     }
     for (const Drill& entry : *DrillDowns) {
         Drill& record = Editable(entry);
-        record.Isset = 1;
-        if (record.TakesDistinctValues()) {
-            SetCategoriesName(record.VarNo);
-        }
+        // Without memory for the names the record stays to be recounted.
+        record.Isset = !record.TakesDistinctValues() || SetCategoriesName(record.VarNo) != 0 ? 1 : 0;
     }
     // Intended: no naming, unlike above; the values of the reviews keep the names of the pass that met them.
     for (const Drill& entry : *Reviews) {
@@ -150,8 +162,9 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
 }
 
 void CDrillDown::BringUpToDate() {
-    if (DataChanged != 0 && NoCategorical + NoContinuous + NoRVCategorical + NoRVContinuous > 0) {
+    const bool reads = DataChanged != 0 && NoCategorical + NoContinuous + NoRVCategorical + NoRVContinuous > 0;
+    DataChanged = 0;
+    if (reads) {
         ReadAfterDrill(0);
     }
-    DataChanged = 0;
 }

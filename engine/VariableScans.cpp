@@ -73,7 +73,9 @@ void StoreScan(CDrillDown& analysis, const VariableScan& scan, std::span<const P
         const std::int16_t var = variables[i].VarNo;
         if (variables[i].Feed.Counting == CategoryCounting::EveryValue) {
             (analysis.*scan.MarkCounted)(var);
-            (analysis.*scan.NameCategories)(var);
+            if ((analysis.*scan.NameCategories)(var) == 0) {
+                analysis.DataChanged = 1;  // the next result makes the names
+            }
         }
         const MomentStatistics found = moments.Of(i);
         (analysis.*scan.StoreDescriptives)(var, found.Min, found.Max, found.Mean, found.SumSquares);
@@ -86,11 +88,11 @@ int RunScan(CDrillDown& analysis, const VariableScan& scan) {
     const std::vector<PassVariable> variables = ScannedVariables(analysis, scan);
     MomentTally moments(analysis, variables.size());
     if (!moments) {
-        return ReportNotEnoughMemory(analysis);
+        return ReportToBeReadAgain(analysis);
     }
     CasePass pass(analysis, scan.Rules, variables, &moments);
     if (!pass) {
-        return ReportNotEnoughMemory(analysis);
+        return ReportToBeReadAgain(analysis);
     }
     if (pass.Run() == PassOutcome::Cancelled) {
         if (scan.EmptiesSetOnCancel) {

@@ -97,6 +97,55 @@ VariableList CollectReviewVariables(CDrillDown& analysis) {
     return {analysis.AllReviewVars, end};
 }
 
+/// Makes and scans the records of the drill variables; false without memory for their names.
+bool StartDrilling(CDrillDown& analysis, HWND dialog) {
+    const auto variables =
+        static_cast<std::size_t>(analysis.NoCategorical) + static_cast<std::size_t>(analysis.NoContinuous);
+    const HostBuffer<const char*> names(analysis, variables + 1);
+    const HostBuffer<char> nameField(analysis, NameFieldSize);
+    if (!names || !nameField) {
+        return false;
+    }
+    CDrillDown::DrillSet& records = *analysis.DrillDowns;
+    InsertRecords(analysis, records, List(analysis.Categorical, analysis.NoCategorical), CategoricalVariable,
+                  nameField.data());
+    InsertRecords(analysis, records, List(analysis.Continuous, analysis.NoContinuous), ContinuousVariable,
+                  nameField.data());
+    std::transform(records.begin(), records.end(), names.data(),
+                   [](const Drill& record) { return record.Name.c_str(); });
+    ShowDrillDowns(dialog, names.data());
+    analysis.ReadDDNV(0);
+    return true;
+}
+
+/// The same for the review variables.
+bool StartReviewing(CDrillDown& analysis) {
+    const HostBuffer<char> nameField(analysis, NameFieldSize);
+    if (!nameField) {
+        return false;
+    }
+    InsertRecords(analysis, *analysis.Reviews, List(analysis.RVCategorical, analysis.NoRVCategorical),
+                  CategoricalVariable, nameField.data());
+    InsertRecords(analysis, *analysis.Reviews, List(analysis.RVContinuous, analysis.NoRVContinuous), ContinuousVariable,
+                  nameField.data());
+    // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
+    // variables show what the records hold. Before the scan, which sets it when it has no memory.
+    analysis.DataChanged = 0;
+    analysis.ReadRVV(0);
+    return true;
+}
+
+/// Makes the records of a set. What fails on the way leaves none, as records that weren't scanned say nothing true.
+template <typename Make>
+int OrWithoutRecords(CDrillDown::DrillSet& records, Make make) {
+    try {
+        return make();
+    } catch (...) {
+        records.clear();
+        throw;
+    }
+}
+
 }  // namespace
 
 int CDrillDown::SetDDNVariable(HWND dialog, unsigned short mode, int lowest1, int highest1, int lowest2, int highest2,
@@ -116,19 +165,7 @@ int CDrillDown::SetDDNVariable(HWND dialog, unsigned short mode, int lowest1, in
     DrillDowns->clear();
     DrillUps->clear();
     DropReviewSelection(*this);
-    const auto variables = static_cast<std::size_t>(NoCategorical) + static_cast<std::size_t>(NoContinuous);
-    const HostBuffer<const char*> names(*this, variables + 1);
-    const HostBuffer<char> nameField(*this, NameFieldSize);
-    if (!names || !nameField) {
-        return 0;
-    }
-    InsertRecords(*this, *DrillDowns, List(Categorical, NoCategorical), CategoricalVariable, nameField.data());
-    InsertRecords(*this, *DrillDowns, List(Continuous, NoContinuous), ContinuousVariable, nameField.data());
-    std::transform(DrillDowns->begin(), DrillDowns->end(), names.data(),
-                   [](const Drill& record) { return record.Name.c_str(); });
-    ShowDrillDowns(dialog, names.data());
-    ReadDDNV(0);
-    return answer;
+    return OrWithoutRecords(*DrillDowns, [&] { return StartDrilling(*this, dialog) ? answer : 0; });
 }
 
 int CDrillDown::SetRVVariable(HWND dialog, unsigned short mode, int lowest, int highest) {
@@ -146,17 +183,7 @@ int CDrillDown::SetRVVariable(HWND dialog, unsigned short mode, int lowest, int 
     }
     const bool filtered = FilterHistogramLists(*this, CollectReviewVariables(*this));
     Reviews->clear();
-    const HostBuffer<char> nameField(*this, NameFieldSize);
-    if (!filtered || !nameField) {
-        return 0;
-    }
-    InsertRecords(*this, *Reviews, List(RVCategorical, NoRVCategorical), CategoricalVariable, nameField.data());
-    InsertRecords(*this, *Reviews, List(RVContinuous, NoRVContinuous), ContinuousVariable, nameField.data());
-    ReadRVV(0);
-    // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
-    // variables show what the records hold.
-    DataChanged = 0;
-    return answer;
+    return OrWithoutRecords(*Reviews, [&] { return filtered && StartReviewing(*this) ? answer : 0; });
 }
 
 std::int16_t CDrillDown::SelectedVariable(int var) const {

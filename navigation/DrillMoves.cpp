@@ -21,6 +21,17 @@ void MakeRoomAtHead(CDrillDown::DrillSet& set) {
     }
 }
 
+/// Moves a record to the head of another set. The record itself moves, so that nothing fails on the way.
+void PutAtHead(CDrillDown::DrillSet& from, CDrillDown::DrillSet::const_iterator record, CDrillDown::DrillSet& to,
+               std::int32_t chosenCategory) noexcept {
+    auto moved = from.extract(record);
+    moved.value().Order = 0;
+    moved.value().ChosenCategory = chosenCategory;
+    MakeRoomAtHead(to);
+    to.insert(std::move(moved));
+    Renumber(from, 0);
+}
+
 std::int16_t FirstVariable(const CDrillDown::DrillSet& set) {
     return set.empty() ? std::int16_t{-1} : set.begin()->VarNo;
 }
@@ -52,13 +63,7 @@ int CDrillDown::MoveToDrillUps() {
     if (moved == DrillDowns->end()) {
         return 1;
     }
-    Drill step = *moved;
-    step.Order = 0;
-    step.ChosenCategory = CategoryOfRow(moved->CategorySet, Selected);
-    MakeRoomAtHead(*DrillUps);
-    DrillUps->insert(std::move(step));
-    DrillDowns->erase(moved);
-    Renumber(*DrillDowns, 0);
+    PutAtHead(*DrillDowns, moved, *DrillUps, CategoryOfRow(moved->CategorySet, Selected));
     CurrentDown = FirstVariable(*DrillDowns);
     return 1;
 }
@@ -69,13 +74,7 @@ int CDrillDown::MoveBackToDrillDowns() {
     if (moved == DrillUps->end()) {
         return 1;
     }
-    Drill record = *moved;
-    record.Order = 0;
-    record.ChosenCategory = -1;
-    MakeRoomAtHead(*DrillDowns);
-    DrillDowns->insert(std::move(record));
-    DrillUps->erase(moved);
-    Renumber(*DrillUps, 0);
+    PutAtHead(*DrillUps, moved, *DrillDowns, -1);
     // Intended: CurrentDown stays, unlike CurrentUp and unlike in the other move; the dialog's list sets it anew.
     CurrentUp = FirstVariable(*DrillUps);
     return 1;

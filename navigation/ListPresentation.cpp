@@ -62,10 +62,11 @@ int CDrillDown::RefreshListBoxes(HWND dialog) {
     if (!open || !steps) {
         return 0;
     }
+    // Before the first list is filled, so that no failure leaves the two lists of different steps.
+    const std::vector<std::string> texts = StepTexts(*DrillUps);
     std::transform(DrillDowns->begin(), DrillDowns->end(), open.data(),
                    [](const Drill& record) { return record.Name.c_str(); });
     ShowList(dialog, DrillDownList, open, !DrillDowns->empty());
-    const std::vector<std::string> texts = StepTexts(*DrillUps);
     std::transform(texts.begin(), texts.end(), steps.data(), [](const std::string& text) { return text.c_str(); });
     ShowList(dialog, DrillUpListControl, steps, !DrillUps->empty());
     return 1;

@@ -95,6 +95,7 @@ enum class VariantType : std::uint16_t {
     Boolean = 11,
     Unknown = 13,
     IntegerByReference = 0x4003,
+    MachineIntegerByReference = 0x4016,  ///< the same 32 bits by another name
 };
 
 /// A value of automation. It owns nothing: interfaces, texts and references are the caller's; an interface that is a

@@ -157,6 +157,17 @@ TEST_F(OutputUpdates, TheUserMayCloseDocumentsDuringAnUpdate) {
     }
 }
 
+TEST_F(OutputUpdates, ADialogThatClosesOnTheWayEndsTheUpdateBeforeAnythingIsDropped) {
+    OnCall = [this](std::string_view call) {
+        if (call == "Replace 9060.1") {
+            Startup().SendCommand(2);
+        }
+    };
+    Down("kind", "p");
+    EXPECT_EQ(Windows(), "A sex: f 2, m 2 | B town: x 2, y 1, z 1 | C kind: p 4, q 1");
+    EXPECT_EQ(Tracked(), "9060.1 9060.2 9060.3");
+}
+
 /// Cases of variables whose categories follow no pattern.
 std::vector<quillara::Variable> ManyCases(const Names& names) {
     std::vector<quillara::Variable> variables;

@@ -200,6 +200,10 @@ TEST_F(CategorizationPageTest, BoundariesAreStoredWhenTheyAreAccepted) {
     Click(BoundariesButton, {Boundaries("3")});  // unchanged but for the boundaries, which make the counts stale
     EXPECT_EQ(std::pair(int{Analysis().DataChanged}, int{Record("age").Isset}), std::pair(0, 0));
     EXPECT_EQ(Record("age").NU, 1);
+    Click(DownButton, {Cancel()});
+    EXPECT_EQ(Record("age").CategorySet.size(), 3U);  // a recount, which goes by the old ones
+    Analysis().ReadAfterDrill(0);
+    EXPECT_EQ(Record("age").CategorySet.size(), 2U);
 }
 
 }  // namespace

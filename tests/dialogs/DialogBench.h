@@ -54,6 +54,8 @@ class DialogBench {
 
     /// Has the modal windows that open from now on answered in this order.
     void Expect(Answer answer) { Answers.push_back(std::move(answer)); }
+    /// Forgets the answers that no window has asked for.
+    void ForgetAnswers() { Answers.clear(); }
     void Click(int id);
     /// Clicks a button and answers the modal windows that it opens.
     void Click(int id, std::vector<Answer> answers);
