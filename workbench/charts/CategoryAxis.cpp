@@ -8,6 +8,9 @@ namespace quillara {
 namespace {
 
 constexpr int mostDecimals = 2;
+// Shares that would read as none or as all.
+constexpr double leastPercent = 0.05;
+constexpr double mostPercent = 99.95;
 
 }  // namespace
 
@@ -24,11 +27,9 @@ QString LabelAt(const GraphAxis& axis, double at) {
     return label == axis.Labels.end() || label->At != at ? QString() : Shown(label->Name());
 }
 
-std::vector<QString> CountTexts(const std::vector<GraphPoint>& points) {
-    std::vector<double> counts(points.size());
-    std::ranges::transform(points, counts.begin(), &GraphPoint::Y);
+std::vector<QString> CountTexts(const std::vector<double>& counts) {
     const NumberFormat format(counts, mostDecimals);
-    std::vector<QString> texts(points.size());
+    std::vector<QString> texts(counts.size());
     std::ranges::transform(counts, texts.begin(),
                            [&](double count) { return QString::fromStdString(format.TextOf(count)); });
     return texts;
@@ -39,13 +40,20 @@ QString CountText(double count) {
 }
 
 QString PercentText(double part, double total) {
-    return QString::number(100.0 * part / total, 'f', 1) + QStringLiteral("%");
+    const double percent = 100.0 * part / total;
+    if (percent > 0.0 && percent < leastPercent) {
+        return QStringLiteral("<0.1%");
+    }
+    if (percent < 100.0 && percent >= mostPercent) {
+        return QStringLiteral(">99.9%");
+    }
+    return QString::number(percent, 'f', 1) + QStringLiteral("%");
 }
 
 QString CountTip(const QString& name, double count, double total) {
     const QString share =
         total > 0.0 ? QStringLiteral(" (") + PercentText(count, total) + QStringLiteral(")") : QString();
-    return name + QStringLiteral(": ") + CountText(count) + share;
+    return Isolated(name) + QStringLiteral(": ") + CountText(count) + share;
 }
 
 }  // namespace quillara

@@ -98,10 +98,12 @@ void ChartArea::Arrange() {
     const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * belowShare};
     const QStringList belowCaption = CaptionLines(BottomAxis.Caption, text, outer.width());
     const AxisLabels below = LabelsBelow(SpotsOf(BottomAxis, *Bottom(), rect().width()), belowRoom, text);
-    const int bottom = Pixels(GapBelow(text) + below.Depth + CaptionRoom(belowCaption, text));
+    const QStringList note = CaptionLines(Note(rect().width()), text, outer.width());
+    const int bottom = Pixels(GapBelow(text) + below.Depth + CaptionRoom(belowCaption + note, text));
 
     setMargins(QMargins(left, top, Pixels(rightRoom), bottom));
     PlaceBelow(outer, below, belowCaption);
+    PlaceNote(outer, note);
     PlaceLeft(outer, LabelsBeside(SpotsOf(LeftAxis, *Left(), rect().height()), leftRoom, text), leftCaption);
 }
 
@@ -135,12 +137,23 @@ void ChartArea::PlaceBelow(const QRectF& outer, const AxisLabels& labels, const 
     BottomTicks = labels.Ticks;
 }
 
+void ChartArea::PlaceNote(const QRectF& outer, const QStringList& lines) {
+    const TextStyle style = Style.FaintText();
+    for (int i = 0; i < lines.size(); ++i) {
+        const double above = static_cast<double>(lines.size() - i) * LineHeight(style);
+        PlacedTexts.push_back(TextAt({outer.center().x(), outer.bottom() - above}, Qt::AlignHCenter | Qt::AlignTop,
+                                     lines[i], style));
+    }
+}
+
 void ChartArea::draw(QCPPainter* painter) {
     const QRectF area(rect());
     painter->setRenderHint(QPainter::Antialiasing, false);
     for (const double y : LeftTicks) {
-        painter->setPen(QPen(Style.Grid, 1.0));
-        painter->drawLine(QLineF(area.left(), y, area.right(), y));
+        if (LeftAxis.HasGrid) {
+            painter->setPen(QPen(Style.Grid, 1.0));
+            painter->drawLine(QLineF(area.left(), y, area.right(), y));
+        }
         painter->setPen(QPen(Style.Frame, 1.0));
         painter->drawLine(QLineF(area.left() - tickLength, y, area.left(), y));
     }

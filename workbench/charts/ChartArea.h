@@ -12,6 +12,7 @@ struct AreaAxis {
     NumberRange Range;
     std::vector<AxisMark> Labels;
     bool HasRoundNumbers = false;  ///< in place of the labels: round numbers of the range that is shown
+    bool HasGrid = true;  ///< lines across the area, of the left axis only
 };
 
 /// A plot area with an axis below and one on the left, whose labels find their own place. Labels outside the range
@@ -24,6 +25,8 @@ class ChartArea : public QCPAxisRect, public ChartPart {
     [[nodiscard]] QCPAxis* Left() const { return axis(QCPAxis::atLeft); }
 
   protected:
+    /// A line below the caption of the bottom axis, for an area of so many pixels; empty: none.
+    [[nodiscard]] virtual QString Note(double /*pixels*/) const { return {}; }
     /// Adds marks and texts inside the area; called whenever the place or a range has changed.
     virtual void ArrangeMarks() {}
     void draw(QCPPainter* painter) override;
@@ -41,6 +44,7 @@ class ChartArea : public QCPAxisRect, public ChartPart {
     void Arrange();
     void PlaceLeft(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
     void PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
+    void PlaceNote(const QRectF& outer, const QStringList& lines);
 
     AreaAxis BottomAxis;
     AreaAxis LeftAxis;

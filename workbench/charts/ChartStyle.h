@@ -18,6 +18,7 @@ struct ChartStyle {
     QColor Grid;
     QColor MissingFill;  ///< the neutral look of missing data: this fill under
     QColor MissingHatch;  ///< slanted lines of this colour
+    QColor OtherFill;  ///< of categories that were gathered
     double TextSize = 12.0;  ///< pixels
 
     [[nodiscard]] TextStyle Heading() const;

@@ -14,6 +14,9 @@
 namespace quillara {
 namespace {
 
+constexpr QChar leftToRight = QChar(0x200E);
+constexpr QChar isolateBegin = QChar(0x2068);
+constexpr QChar isolateEnd = QChar(0x2069);
 constexpr double touch = 0.5;  // pixels by which two boxes may share ground
 
 double LeftOf(Qt::Alignment alignment, double width) {
@@ -66,6 +69,13 @@ QString Shown(const std::string& text) {
     return QString::fromStdString(ShownLine(text));
 }
 
+QString Isolated(const QString& name) {
+    const bool turns = std::ranges::any_of(name, [](QChar character) {
+        return character.direction() == QChar::DirR || character.direction() == QChar::DirAL;
+    });
+    return turns ? QString(leftToRight) + isolateBegin + name + isolateEnd : name;
+}
+
 double WidthOf(const QString& text, const TextStyle& style) {
     return QFontMetricsF(style.Font).horizontalAdvance(text);
 }
@@ -79,7 +89,7 @@ PlacedText TextAt(QPointF pivot, Qt::Alignment alignment, const QString& text, c
     const double width = metrics.horizontalAdvance(text);
     const double height = metrics.height();
     const QRectF box(LeftOf(alignment, width), TopOf(alignment, height), width, height);
-    return {.Text = text, .Whole = {}, .Pivot = pivot, .Box = box, .Style = style};
+    return {.Text = text, .Whole = {}, .Pivot = pivot, .Box = box, .Style = style, .Ground = {}};
 }
 
 PlacedText TurnedText(PlacedText text, double angle) {
@@ -118,6 +128,9 @@ void DrawText(QPainter& painter, const PlacedText& text) {
     painter.setPen(text.Style.Color);
     painter.translate(text.Pivot);
     painter.rotate(text.Angle);
+    if (text.Ground.isValid()) {
+        painter.fillRect(text.Box, text.Ground);
+    }
     painter.drawText(text.Box.topLeft() + QPointF(0.0, QFontMetricsF(text.Style.Font).ascent()), text.Text);
     painter.restore();
 }

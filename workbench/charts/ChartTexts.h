@@ -27,6 +27,7 @@ struct PlacedText {
     QRectF Box;  ///< of the text before it is turned, relative to the pivot
     double Angle = 0.0;  ///< degrees clockwise about the pivot
     TextStyle Style;
+    QColor Ground{};  ///< painted behind the text; invalid: nothing
 
     /// The corners of the box as turned, in pixels of the picture.
     [[nodiscard]] QPolygonF Outline() const;
@@ -34,6 +35,9 @@ struct PlacedText {
 
 /// A text of the document for people: well-formed, on one line.
 [[nodiscard]] QString Shown(const std::string& text);
+
+/// A name as part of a longer text: one that is written from right to left doesn't turn what stands around it.
+[[nodiscard]] QString Isolated(const QString& name);
 
 [[nodiscard]] double WidthOf(const QString& text, const TextStyle& style);
 [[nodiscard]] double LineHeight(const TextStyle& style);

@@ -52,8 +52,8 @@ std::string NumberFormat::TextOf(double number) const {
         const int digits = std::fabs(number) < leastHugeNumber ? SmallDigits : hugeDigits;
         return Written(number, std::chars_format::general, digits);
     }
-    const double withoutSignOfZero = number + 0.0;
-    return Written(withoutSignOfZero, std::chars_format::fixed, Decimals);
+    const std::string text = Written(number, std::chars_format::fixed, Decimals);
+    return text.starts_with('-') && text.find_first_of("123456789") == std::string::npos ? text.substr(1) : text;
 }
 
 }  // namespace quillara
