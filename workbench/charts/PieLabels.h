@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLineF>
 #include <vector>
 
 #include "workbench/charts/ChartPart.h"
@@ -11,7 +10,7 @@ namespace quillara {
 struct PieLabelWish {
     QStringList Lines;
     double Angle = 0.0;  ///< radians clockwise from the right
-    double Weight = 0.0;  ///< where there is no room for all, the lighter ones get none
+    QString Whole;  ///< the full text when a line was cut, else empty
 };
 
 struct PieCircle {
@@ -22,13 +21,14 @@ struct PieCircle {
 struct PieLabels {
     std::vector<PlacedText> Texts;
     std::vector<QPolygonF> Leaders;  ///< lines from the slices to the labels
-    std::size_t LeftOut = 0;
+    std::size_t Faults = 0;  ///< leaders that cross each other or the circle, and labels without room
 };
 
-/// Labels in a column on each side of a circle, at the heights of their slices as far as they can be without overlap.
-/// `place` bounds them; texts wider than the room beside the circle end in an ellipsis.
+/// Labels in a column on each side of a circle, as near to the heights of their slices as they can be without overlap.
+/// `place` bounds them; texts wider than the room beside the circle end in an ellipsis. A label has all its lines, or
+/// none where there is no room for it.
 [[nodiscard]] PieLabels LayOutPieLabels(const std::vector<PieLabelWish>& wishes, const PieCircle& circle,
-                                        const QRectF& place, const ChartStyle& style);
+                                        const QRectF& place, const TextStyle& style);
 
 /// Pixels between the circle and its labels.
 [[nodiscard]] double PieLabelDistance();

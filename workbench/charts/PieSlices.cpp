@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 
 #include "workbench/charts/CategoryAxis.h"
@@ -15,67 +16,76 @@ bool IsCategory(const GraphPoint& point) {
     return point.X > 0.0 && std::isfinite(point.Y);
 }
 
-PieSlice SliceOf(const GraphSeries& series, std::size_t point) {
-    PieSlice slice;
-    slice.Name = Shown(series.Points[point].Name);
-    slice.Count = std::max(0.0, series.Points[point].Y);
-    slice.IsMissing = series.Points[point].IsMissing;
-    slice.Point = static_cast<int>(point);
-    return slice;
+/// The least count that is kept, and how many of the categories with exactly this count.
+struct Limit {
+    double Count = 0.0;
+    std::size_t Equals = 0;
+};
+
+Limit LimitOf(const std::vector<PieSlice>& categories, std::size_t most) {
+    std::vector<double> counts(categories.size());
+    std::ranges::transform(categories, counts.begin(), &PieSlice::Count);
+    std::ranges::sort(counts, std::greater<>());
+    const double least = counts[most - 1];
+    const auto larger =
+        static_cast<std::size_t>(std::ranges::count_if(counts, [&](double one) { return one > least; }));
+    return {least, most - larger};
 }
 
-void Describe(std::vector<PieSlice>& slices, const GraphSeries& series, const ChartStyle& style) {
-    const std::vector<QString> counts = CountTexts(series.Points);
-    for (std::size_t i = 0; i < slices.size(); ++i) {
-        slices[i].CountText = counts[static_cast<std::size_t>(slices[i].Point)];
-        slices[i].Color = SliceColor(static_cast<int>(i), style.IsDark);
-    }
-    // The last colour may meet the first where the circle closes.
-    if (slices.size() > 2 && slices.back().Color == slices.front().Color) {
-        slices.back().Color = SliceColor(static_cast<int>(slices.size()) / 2, style.IsDark);
-    }
+PieSlice Together(const std::vector<PieSlice>& slices) {
+    PieSlice other;
+    other.Name = QStringLiteral("Other (%1 categories)").arg(slices.size());
+    other.Count = TotalOf(slices);
+    other.CountText = CountText(other.Count);
+    return other;
 }
 
 }  // namespace
 
-std::vector<PieSlice> SlicesOf(const PieChart& chart, const ChartStyle& style) {
+std::vector<PieSlice> SlicesOf(const PieChart& chart) {
     std::vector<PieSlice> slices;
     if (chart.Series.empty()) {
         return slices;
     }
     const GraphSeries& series = chart.Series.front();
-    for (std::size_t point = 0; point < series.Points.size(); ++point) {
-        if (IsCategory(series.Points[point])) {
-            slices.push_back(SliceOf(series, point));
+    std::vector<double> counts(series.Points.size());
+    std::ranges::transform(series.Points, counts.begin(), &GraphPoint::Y);
+    const std::vector<QString> texts = CountTexts(counts);
+    for (std::size_t i = 0; i < series.Points.size(); ++i) {
+        const GraphPoint& point = series.Points[i];
+        if (IsCategory(point) && point.Y > 0.0) {
+            slices.push_back({Shown(point.Name), point.Y, texts[i], QColor(), point.IsMissing, static_cast<int>(i)});
         }
     }
-    Describe(slices, series, style);
     return slices;
 }
 
-std::vector<PieSlice> Gathered(const std::vector<PieSlice>& slices, std::size_t most, const ChartStyle& style) {
-    if (slices.size() <= most) {
+std::vector<PieSlice> Gathered(const std::vector<PieSlice>& slices, std::size_t most) {
+    std::vector<PieSlice> categories;
+    std::vector<PieSlice> missing;
+    std::ranges::partition_copy(slices, std::back_inserter(missing), std::back_inserter(categories),
+                                &PieSlice::IsMissing);
+    if (categories.size() <= most + 1) {
         return slices;
     }
-    std::vector<double> counts(slices.size());
-    std::ranges::transform(slices, counts.begin(), &PieSlice::Count);
-    std::ranges::sort(counts, std::greater<>());
-    const double least = counts[most - 1];
-
+    Limit limit = LimitOf(categories, most);
     std::vector<PieSlice> kept;
-    std::size_t gathered = 0;
-    double rest = 0.0;
-    for (const PieSlice& slice : slices) {
-        if (kept.size() + 1 < most && (slice.Count > least || slice.IsMissing)) {
-            kept.push_back(slice);
-        } else {
-            ++gathered;
-            rest += slice.Count;
-        }
+    std::vector<PieSlice> rest;
+    for (const PieSlice& slice : categories) {
+        const bool isEqual = slice.Count == limit.Count && limit.Equals > 0;
+        limit.Equals -= isEqual ? 1 : 0;
+        (isEqual || slice.Count > limit.Count ? kept : rest).push_back(slice);
     }
-    const QString name = QStringLiteral("Other (%1 categories)").arg(gathered);
-    kept.push_back({name, rest, CountText(rest), style.Grid, false, -1});
+    kept.push_back(Together(rest));
+    kept.insert(kept.end(), missing.begin(), missing.end());
     return kept;
+}
+
+void Paint(std::vector<PieSlice>& slices, const ChartStyle& style) {
+    int number = 0;
+    for (PieSlice& slice : slices) {
+        slice.Color = slice.Point < 0 || slice.IsMissing ? style.OtherFill : SliceColor(number++, style.IsDark);
+    }
 }
 
 double TotalOf(const std::vector<PieSlice>& slices) {
