@@ -36,10 +36,15 @@ constexpr std::array<PaletteRow, 15> palette = {{
 }};
 /// Colour numbers of slices, in their order: neighbours differ in tone and in brightness.
 constexpr std::array<int, 13> sliceNumbers = {12, 10, 11, 9, 15, 13, 14, 2, 4, 8, 6, 5, 7};
+/// Colour numbers of columns of layers, in their order.
+constexpr std::array<int, 5> columnNumbers = {12, 15, 11, 14, 10};
 /// Equal steps from faint to strong.
 constexpr std::array<QRgb, 6> heatOnWhite = {0xFFE4EFF7, 0xFFB5D4E9, 0xFF74B3D8, 0xFF3A8FC4, 0xFF1565A0, 0xFF08306B};
 constexpr std::array<QRgb, 6> heatOnBlack = {0xFF2A3440, 0xFF24506F, 0xFF2A719B, 0xFF4495C2, 0xFF7FBEDD, 0xFFDCEFF8};
 // clang-format on
+// The light of the lowest and of the highest layer, see Shaded.
+constexpr double darkestLayer = 0.85;
+constexpr double lightestLayer = 1.75;
 
 constexpr bool NumbersCount() {
     for (std::size_t i = 0; i < palette.size(); ++i) {
@@ -80,6 +85,11 @@ QColor SeriesColor(int number, bool isDark) {
 
 QColor SliceColor(int slice, bool isDark) {
     return SeriesColor(sliceNumbers[static_cast<std::size_t>(slice) % sliceNumbers.size()], isDark);
+}
+
+QColor LayerColor(int column, double shade, bool isDark) {
+    const QColor tone = SeriesColor(columnNumbers[static_cast<std::size_t>(column) % columnNumbers.size()], isDark);
+    return Shaded(tone, Mixed(darkestLayer, lightestLayer, shade));
 }
 
 QColor HeatColor(double share, bool isDark) {

@@ -8,6 +8,9 @@ namespace quillara {
 [[nodiscard]] QColor SeriesColor(int number, bool isDark);
 /// The colour of the i-th slice of a pie, from 0. Neighbours differ, also where the colours come round again.
 [[nodiscard]] QColor SliceColor(int slice, bool isDark);
+/// A layer of a stacked column: one tone a column, from dark (shade 0, the lowest layer) to light (1). Neighbouring
+/// columns differ in tone, as the same colour would claim the same category.
+[[nodiscard]] QColor LayerColor(int column, double shade, bool isDark);
 /// From faint (0) to strong (1), even in brightness, so that it survives printing in grey.
 [[nodiscard]] QColor HeatColor(double share, bool isDark);
 /// Black or white, whichever is read better on a ground.

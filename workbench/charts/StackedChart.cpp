@@ -1,20 +1,20 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "workbench/charts/CategoryAxis.h"
+#include "workbench/charts/ChartArea.h"
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
+#include "workbench/charts/StackedLayers.h"
 
 namespace quillara {
 namespace {
 
-constexpr double leastLayer = 1e-6;  // percent; thinner ones are what rounding has left
 constexpr double leastEdged = 3.0;  // pixels; thinner layers would be nothing but edge
-constexpr double textRoom = 4.0;  // pixels around the text of a layer
+constexpr double textRoom = 8.0;  // pixels around the text of a layer
 constexpr int mostLabels = 20;
 
-/// The series hold the heights of the lines between the layers of each column, from the top down: layer j of a column
-/// lies between series j and j + 1. A series that a column doesn't reach has its point at x = 0.
 class StackedArea : public ChartArea {
   public:
     StackedArea(const ChartSheet& sheet, const StackedPlot& chart);
@@ -23,8 +23,8 @@ class StackedArea : public ChartArea {
     void ArrangeMarks() override;
 
   private:
-    [[nodiscard]] double HeightOf(std::size_t series, std::size_t column) const;
-    void ArrangeLayer(std::size_t series, std::size_t column);
+    void ArrangeColumn(std::size_t column);
+    void ArrangeTexts(const StackedLayer& layer, const QRectF& place, const ChartMark& mark);
 
     const std::shared_ptr<const GraphDocument> Document;  // keeps Chart alive
     const StackedPlot& Chart;
@@ -48,46 +48,89 @@ StackedArea::StackedArea(const ChartSheet& sheet, const StackedPlot& chart)
       Document(sheet.Document),
       Chart(chart) {}
 
-double StackedArea::HeightOf(std::size_t series, std::size_t column) const {
-    if (series >= Chart.Series.size() || column >= Chart.Series[series].Points.size()) {
-        return 0.0;
+QString NameOf(const StackedLayer& layer) {
+    if (layer.IsMissing && layer.First.isEmpty()) {
+        return QStringLiteral("Missing");
     }
-    const GraphPoint& point = Chart.Series[series].Points[column];
-    return point.X > 0.0 && std::isfinite(point.Y) ? point.Y : 0.0;
+    return layer.Categories == 1 || layer.First.isEmpty() ? layer.First
+                                                          : layer.First + QStringLiteral(" to ") + layer.Last;
 }
 
-void StackedArea::ArrangeLayer(std::size_t series, std::size_t column) {
-    const GraphSeries& upper = Chart.Series[series];
-    const double top = HeightOf(series, column);
-    const double bottom = std::max(0.0, HeightOf(series + 1, column));
-    if (top - bottom < leastLayer) {
-        return;
+/// "sex = Male: 66.9%".
+QString TipOf(const QString& variable, const StackedLayer& layer) {
+    QString tip = Isolated(variable);
+    if (const QString name = NameOf(layer); !name.isEmpty()) {
+        tip += QStringLiteral(" = ") + Isolated(name);
     }
-    const double x = upper.Points[column].X;
-    const QRectF place = PixelsOf(x - upper.Width / 2, bottom, x + upper.Width / 2, top);
-    const QString percent = PercentText(top - bottom, 100.0);
-    ChartMark layer;
-    layer.Outline = RectangleOutline(place);
-    layer.Fill = SeriesColor(upper.Color, Style.IsDark);
-    layer.Edge = place.height() >= leastEdged ? Style.Background : QColor();
-    layer.Tip = LabelAt(Chart.X, x) + QStringLiteral(": ") + percent;
-    layer.Series = static_cast<int>(series);
-    layer.Point = static_cast<int>(column);
-    PlacedMarks.push_back(layer);
+    if (layer.Categories > 1) {
+        tip += QStringLiteral(" (%1 categories)").arg(layer.Categories);
+    }
+    return tip + QStringLiteral(": ") + PercentText(layer.Share(), 100.0);
+}
 
-    const TextStyle style{Style.Text().Font, InkOn(layer.Fill)};
-    const PlacedText text = TextAt(place.center(), Qt::AlignCenter, percent, style);
-    const double widest = std::max(text.Box.width(), WidthOf(QStringLiteral("88.8%"), style));
-    if (widest + textRoom <= place.width() && text.Box.height() + textRoom <= place.height()) {
+bool HasRoom(const QStringList& lines, const TextStyle& style, const QSizeF& room) {
+    return !lines.isEmpty() && static_cast<double>(lines.size()) * LineHeight(style) <= room.height() &&
+           std::ranges::all_of(lines, [&](const QString& line) { return WidthOf(line, style) <= room.width(); });
+}
+
+/// A name on lines of its own, its words whole.
+QStringList WholeWords(const QString& name, const TextStyle& style, double width) {
+    const QStringList words = name.split(u' ');
+    const bool haveRoom =
+        std::ranges::all_of(words, [&](const QString& word) { return WidthOf(word, style) <= width; });
+    return haveRoom ? WrappedLines(name, style, width) : QStringList();
+}
+
+/// What has room of the name and the share of a layer.
+QStringList LayerLines(const StackedLayer& layer, const TextStyle& style, const QSizeF& room) {
+    const QString percent = PercentText(layer.Share(), 100.0);
+    const QString name = NameOf(layer);
+    if (!name.isEmpty() && HasRoom({Isolated(name) + QStringLiteral(": ") + percent}, style, room)) {
+        return {Isolated(name) + QStringLiteral(": ") + percent};
+    }
+    const QStringList words = name.isEmpty() ? QStringList() : WholeWords(name, style, room.width());
+    if (!words.isEmpty() && HasRoom(words + QStringList{percent}, style, room)) {
+        return words + QStringList{percent};
+    }
+    return HasRoom({percent}, style, room) ? QStringList{percent} : QStringList();
+}
+
+void StackedArea::ArrangeTexts(const StackedLayer& layer, const QRectF& place, const ChartMark& mark) {
+    const TextStyle style{Style.Text().Font, mark.IsMissing ? Style.Ink : InkOn(mark.Fill)};
+    const QStringList lines = LayerLines(layer, style, place.size() - QSizeF(textRoom, 2.0));
+    const double height = LineHeight(style);
+    const double top = place.center().y() - static_cast<double>(lines.size()) * height / 2;
+    for (int i = 0; i < lines.size(); ++i) {
+        PlacedText text =
+            TextAt({place.center().x(), top + i * height}, Qt::AlignHCenter | Qt::AlignTop, lines[i], style);
+        text.Ground = mark.IsMissing ? Style.MissingFill : QColor();
         PlacedTexts.push_back(text);
     }
 }
 
+void StackedArea::ArrangeColumn(std::size_t column) {
+    const double pixel = 100.0 / std::max(1.0, PixelsOf(0.0, 0.0, 0.0, 100.0).height());  // in percent
+    const GraphSeries& given = Chart.Series.front();
+    const double x = given.Points[column].X;
+    for (const StackedLayer& layer : LayersOf(Chart, column, pixel)) {
+        const QRectF place = PixelsOf(x - given.Width / 2, layer.Bottom, x + given.Width / 2, layer.Top);
+        ChartMark mark;
+        mark.Outline = RectangleOutline(place);
+        mark.Fill = LayerColor(static_cast<int>(column), layer.Shade, Style.IsDark);
+        mark.IsMissing = layer.IsMissing;
+        mark.Edge = place.height() >= leastEdged ? Style.Background : QColor();
+        mark.Tip = TipOf(LabelAt(Chart.X, x), layer);
+        mark.Series = layer.Series;
+        mark.Point = static_cast<int>(column);
+        PlacedMarks.push_back(mark);
+        ArrangeTexts(layer, place, mark);
+    }
+}
+
 void StackedArea::ArrangeMarks() {
-    for (std::size_t series = 0; series < Chart.Series.size(); ++series) {
-        for (std::size_t column = 0; column < Chart.Series[series].Points.size(); ++column) {
-            ArrangeLayer(series, column);
-        }
+    const std::size_t columns = Chart.Series.empty() ? 0 : Chart.Series.front().Points.size();
+    for (std::size_t column = 0; column < columns; ++column) {
+        ArrangeColumn(column);
     }
     if (PlacedMarks.empty()) {
         SayInTheMiddle(QStringLiteral("No cases"));

@@ -63,15 +63,21 @@ Tables NumbersOf(const PieChart& graph) {
     return {table};
 }
 
-/// The upper bounds of the layers in one column, from above, and the lower bound of the last.
-std::vector<double> BoundsOf(const StackedPlot& graph, std::size_t column) {
-    std::vector<double> bounds;
+/// The bounds of the layers in one column, from above; each but the last is the upper bound of a layer and names it.
+std::vector<GraphPoint> BoundsOf(const StackedPlot& graph, std::size_t column) {
+    std::vector<GraphPoint> bounds;
     for (const GraphSeries& series : graph.Series) {
         if (column < series.Points.size() && series.Points[column].X > 0.0) {
-            bounds.push_back(series.Points[column].Y);
+            bounds.push_back(series.Points[column]);
         }
     }
     return bounds;
+}
+
+/// "sex = Male", or the variable alone where the category isn't known.
+std::string LayerName(const std::string& variable, const GraphPoint& layer) {
+    const std::string category = layer.IsMissing ? "Missing" : layer.Name;
+    return category.empty() ? variable : variable + " = " + category;
 }
 
 /// The layers of a column are told from below, as the categories are counted.
@@ -80,12 +86,13 @@ Tables NumbersOf(const StackedPlot& graph) {
         Untitled("Variable", {{"Layer", true}, {"Percent(%)", false}, {"Cumulative\nPercent(%)", false}});
     const std::size_t columns = graph.Series.empty() ? 0 : graph.Series.front().Points.size();
     for (std::size_t column = 0; column < columns; ++column) {
-        const std::vector<double> bounds = BoundsOf(graph, column);
+        const std::vector<GraphPoint> bounds = BoundsOf(graph, column);
         const std::string name = LabelAt(graph.X, graph.Series.front().Points[column].X);
         for (std::size_t layer = 1; layer < bounds.size(); ++layer) {
-            const double upper = bounds[bounds.size() - layer - 1];
-            const double lower = bounds[bounds.size() - layer];
-            table.Rows.push_back({name, {static_cast<double>(layer), upper - lower, upper}});
+            const GraphPoint& upper = bounds[bounds.size() - layer - 1];
+            const double lower = bounds[bounds.size() - layer].Y;
+            table.Rows.push_back(
+                {LayerName(name, upper), {static_cast<double>(layer), upper.Y - lower, upper.Y}, upper.IsMissing});
         }
     }
     return {table};
