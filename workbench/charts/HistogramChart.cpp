@@ -1,46 +1,41 @@
 #include <algorithm>
 #include <cmath>
 
+#include "workbench/charts/BarCounts.h"
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartArea.h"
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
+#include "workbench/charts/HistogramBars.h"
 
 namespace quillara {
 namespace {
 
 constexpr double leastPointedAt = 6.0;  // pixels
-constexpr double valueGap = 2.0;  // pixels between a bar and its count
+constexpr double leastWidth = 1.0;  // pixels of a bar
+constexpr double leastApart = 3.0;  // pixels of a bar that has a gap to its neighbour
+constexpr double gapShare = 1.0 / 9.0;  // of a bar's width
 
 class HistogramArea : public ChartArea {
   public:
     HistogramArea(const ChartSheet& sheet, const Histogram& chart);
 
   protected:
+    [[nodiscard]] QString Note(double pixels) const override;
     void ArrangeMarks() override;
 
   private:
-    [[nodiscard]] ChartMark BarOf(const GraphSeries& series, std::size_t point) const;
-    void AddBar(std::size_t series, std::size_t point);
-    void ArrangeCounts();
+    [[nodiscard]] QString TipOf(const HistogramBar& bar) const;
+    [[nodiscard]] ChartMark MarkOf(const HistogramBar& bar) const;
+    void AddBar(const ChartMark& bar);
 
     const std::shared_ptr<const GraphDocument> Document;  // keeps Chart alive
     const Histogram& Chart;
-    const double Total;
-    std::vector<ChartMark> Bars;
+    double Total = 0.0;
+    double Highest = 0.0;
 };
 
-double TotalOf(const Histogram& chart) {
-    double total = 0.0;
-    for (const GraphSeries& series : chart.Series) {
-        for (const GraphPoint& point : series.Points) {
-            total += std::isfinite(point.Y) ? point.Y : 0.0;
-        }
-    }
-    return total;
-}
-
-double Highest(const Histogram& chart) {
+double HighestOf(const Histogram& chart) {
     double highest = 0.0;
     for (const GraphSeries& series : chart.Series) {
         for (const GraphPoint& point : series.Points) {
@@ -53,7 +48,7 @@ double Highest(const Histogram& chart) {
 /// Counts of small weights can lie above the axis that they were given, down to one of no length.
 AreaAxis CountAxis(const Histogram& chart) {
     AreaAxis axis = GivenAxis(chart.Y);
-    const double highest = Highest(chart);
+    const double highest = HighestOf(chart);
     if (!(axis.Range.High > axis.Range.Low) || axis.Range.High < highest) {
         axis.Range = {std::min(axis.Range.Low, 0.0), highest > 0.0 ? highest * 1.1 : 1.0};
         axis.HasRoundNumbers = true;
@@ -65,24 +60,53 @@ HistogramArea::HistogramArea(const ChartSheet& sheet, const Histogram& chart)
     : ChartArea(sheet.Plot, sheet.Style, GivenAxis(chart.X), CountAxis(chart)),
       Document(sheet.Document),
       Chart(chart),
-      Total(TotalOf(chart)) {}
+      Highest(HighestOf(chart)) {
+    for (const GraphSeries& series : Chart.Series) {
+        for (const GraphPoint& point : series.Points) {
+            Total += std::isfinite(point.Y) ? point.Y : 0.0;
+        }
+    }
+}
 
-ChartMark HistogramArea::BarOf(const GraphSeries& series, std::size_t point) const {
-    const GraphPoint& top = series.Points[point];
-    ChartMark bar;
-    bar.Outline = RectangleOutline(PixelsOf(top.X - series.Width / 2, 0.0, top.X + series.Width / 2, top.Y));
-    bar.Fill = SeriesColor(series.Color, Style.IsDark);
-    bar.IsMissing = top.IsMissing;
-    bar.Tip = CountTip(Shown(top.Name), top.Y, Total);
-    bar.Point = static_cast<int>(point);
+/// Narrow bars stand side by side on whole pixels: their edges would make a pattern that isn't in the data.
+QRectF OnWholePixels(QRectF bar) {
+    if (bar.width() < leastApart) {
+        const double withGap = bar.width() * (1.0 + gapShare);
+        const double right = std::floor(bar.left() + withGap);
+        bar.setLeft(std::floor(bar.left()));
+        bar.setRight(std::max(bar.left() + leastWidth, right));
+    }
     return bar;
 }
 
+QString HistogramArea::Note(double pixels) const {
+    const std::size_t stride = CategoriesABar(Chart, pixels);
+    return stride == 1 ? QString()
+                       : QStringLiteral("Each bar shows the highest count of %1 neighbouring categories").arg(stride);
+}
+
+QString HistogramArea::TipOf(const HistogramBar& bar) const {
+    if (bar.Categories == 1) {
+        return CountTip(bar.First, bar.Height, Total);
+    }
+    return CountTip(bar.First + QStringLiteral(" to ") + bar.Last, bar.Total, Total) +
+           QStringLiteral("\n%1 categories, the highest count is %2").arg(bar.Categories).arg(CountText(bar.Height));
+}
+
+ChartMark HistogramArea::MarkOf(const HistogramBar& bar) const {
+    const QRectF place = OnWholePixels(PixelsOf(bar.Left, 0.0, bar.Right, bar.Height));
+    ChartMark mark;
+    mark.Outline = RectangleOutline(place);
+    mark.Fill = SeriesColor(bar.Color, Style.IsDark);
+    mark.IsMissing = bar.IsMissing;
+    mark.Tip = TipOf(bar);
+    mark.Series = bar.Series;
+    mark.Point = bar.Point;
+    return mark;
+}
+
 /// A bar that is too low to be pointed at gets an unseen one behind it.
-void HistogramArea::AddBar(std::size_t series, std::size_t point) {
-    ChartMark bar = BarOf(Chart.Series[series], point);
-    bar.Series = static_cast<int>(series);
-    Bars.push_back(bar);
+void HistogramArea::AddBar(const ChartMark& bar) {
     const QRectF place = bar.Outline.boundingRect();
     if (place.height() < leastPointedAt) {
         ChartMark unseen = bar;
@@ -95,45 +119,24 @@ void HistogramArea::AddBar(std::size_t series, std::size_t point) {
 }
 
 void HistogramArea::ArrangeMarks() {
-    Bars.clear();
-    for (std::size_t number = 0; number < Chart.Series.size(); ++number) {
-        const GraphSeries& series = Chart.Series[number];
-        for (std::size_t point = 0; point < series.Points.size(); ++point) {
-            if (std::isfinite(series.Points[point].X) && std::isfinite(series.Points[point].Y)) {
-                AddBar(number, point);
-            }
-        }
-    }
-    if (Highest(Chart) > 0.0) {
-        ArrangeCounts();
-    } else {
+    if (!(Highest > 0.0)) {
         SayInTheMiddle(QStringLiteral("No cases"));
     }
-}
-
-/// The counts above the bars, when all of them have room: above the bar, else inside its top.
-void HistogramArea::ArrangeCounts() {
-    if (Chart.Series.size() != 1 || Bars.size() != Chart.Series.front().Points.size()) {
-        return;
+    const std::vector<HistogramBar> bars = BarsOf(Chart, rect().width());
+    std::vector<double> counts(bars.size());
+    std::ranges::transform(bars, counts.begin(), &HistogramBar::Height);
+    const std::vector<QString> texts = CountTexts(counts);
+    std::vector<CountedBar> counted;
+    for (std::size_t i = 0; i < bars.size(); ++i) {
+        const ChartMark mark = MarkOf(bars[i]);
+        AddBar(mark);
+        counted.push_back({mark.Outline.boundingRect(), texts[i], mark.Fill, mark.IsMissing});
     }
-    const std::vector<QString> counts = CountTexts(Chart.Series.front().Points);
-    const TextStyle style = Style.Text();
-    const double height = LineHeight(style) + valueGap;
-    std::vector<PlacedText> texts;
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        const QRectF bar = Bars[i].Outline.boundingRect();
-        const bool isAbove = bar.top() - height >= rect().top();
-        const QPointF foot(bar.center().x(), isAbove ? bar.top() - valueGap : bar.top() + height);
-        PlacedText text = TextAt(foot, Qt::AlignHCenter | Qt::AlignBottom, counts[i], style);
-        if (text.Box.width() > bar.width() || foot.y() > rect().bottom()) {
-            return;
-        }
-        if (!isAbove) {
-            text.Style.Color = Bars[i].IsMissing ? Style.Ink : InkOn(Bars[i].Fill);
-        }
-        texts.push_back(text);
+    const bool isOneEach = CategoriesABar(Chart, rect().width()) == 1;
+    if (Highest > 0.0 && Chart.Series.size() == 1 && isOneEach) {
+        const std::vector<PlacedText> labels = CountsOfBars(counted, QRectF(rect()), Style);
+        PlacedTexts.insert(PlacedTexts.end(), labels.begin(), labels.end());
     }
-    PlacedTexts.insert(PlacedTexts.end(), texts.begin(), texts.end());
 }
 
 }  // namespace
