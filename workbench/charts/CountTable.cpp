@@ -40,7 +40,7 @@ double CountTable::CountOf(std::size_t column, std::size_t row) const {
 }
 
 QString CountTable::TipOf(std::size_t column, std::size_t row) const {
-    return CountTip(NamesOfColumns[column] + QStringLiteral(", ") + NamesOfRows[row], CountOf(column, row), Total);
+    return CountTip(Isolated(NamesOfColumns[column]) + QStringLiteral(", ") + Isolated(NamesOfRows[row]), CountOf(column, row), Total);
 }
 
 }  // namespace quillara

@@ -24,6 +24,7 @@ class CountTable {
     [[nodiscard]] double CountOf(std::size_t column, std::size_t row) const;
     /// The highest count; 0 when there is none.
     [[nodiscard]] double Highest() const { return HighestCount; }
+    [[nodiscard]] const std::vector<double>& AllCounts() const { return Counts; }
     [[nodiscard]] QString TipOf(std::size_t column, std::size_t row) const;
 
   private:

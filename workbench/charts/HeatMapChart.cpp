@@ -7,21 +7,22 @@
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/CountTable.h"
+#include "workbench/charts/HeatScale.h"
 
 namespace quillara {
 namespace {
 
 constexpr int mostFieldPixels = 16;  // of the image, for each field: viewers blur images that they enlarge
 constexpr int mostImagePixels = 2048;
-constexpr double leastShare = 0.08;  // of the colours, for a field with a case
-constexpr double stripWidth = 180.0;
+constexpr std::size_t mostPainted = 2500;  // fields that are painted one by one; more are an image
+constexpr double stripShare = 0.5;  // of the width
+constexpr double longestStrip = 420.0;
 constexpr double stripHeight = 10.0;
-constexpr double roomAbove = 8.0;
-constexpr double gap = 6.0;
-
-double ShareOf(double count, double highest) {
-    return leastShare + (1.0 - leastShare) * count / highest;
-}
+constexpr double roomAbove = 10.0;
+constexpr double gap = 4.0;
+constexpr double numberRoom = 4.0;  // pixels around the number in a field
+constexpr int gradientStops = 20;
+const QString keyCaption = QStringLiteral("Number of counts");
 
 class HeatArea : public ChartArea {
   public:
@@ -32,12 +33,16 @@ class HeatArea : public ChartArea {
     void draw(QCPPainter* painter) override;
 
   private:
+    [[nodiscard]] bool IsImage() const { return Table.Columns() * Table.Rows() > mostPainted; }
+    void ArrangeField(std::size_t column, std::size_t row, const QString& count);
+
     const CountTable Table;
+    const HeatScale Scale;
     QImage Fields;
 };
 
 AreaAxis SideAxis(const QString& caption, const std::vector<QString>& names) {
-    AreaAxis axis{caption, {0.5, static_cast<double>(names.size()) + 0.5}, {}, false};
+    AreaAxis axis{caption, {0.5, static_cast<double>(names.size()) + 0.5}, {}, false, false};
     for (std::size_t i = 0; i < names.size(); ++i) {
         axis.Labels.push_back({static_cast<double>(i) + 1.0, names[i]});
     }
@@ -54,7 +59,7 @@ AreaAxis RowAxis(const Histogram3DPlot& plot) {
     return SideAxis(table.RowCaption(), table.RowNames());
 }
 
-QImage FieldsOf(const CountTable& table, bool isDark) {
+QImage FieldsOf(const CountTable& table, const HeatScale& scale, bool isDark) {
     const auto columns = static_cast<int>(table.Columns());
     const auto rows = static_cast<int>(table.Rows());
     QImage image(std::max(columns, 1), std::max(rows, 1), QImage::Format_ARGB32);
@@ -63,7 +68,7 @@ QImage FieldsOf(const CountTable& table, bool isDark) {
         for (int column = 0; column < columns; ++column) {
             const double count = table.CountOf(static_cast<std::size_t>(column), static_cast<std::size_t>(row));
             if (count > 0.0) {
-                image.setPixelColor(column, rows - 1 - row, HeatColor(ShareOf(count, table.Highest()), isDark));
+                image.setPixelColor(column, rows - 1 - row, HeatColor(scale.ShareOf(count), isDark));
             }
         }
     }
@@ -74,40 +79,59 @@ QImage FieldsOf(const CountTable& table, bool isDark) {
 HeatArea::HeatArea(const ChartSheet& sheet, const Histogram3DPlot& plot)
     : ChartArea(sheet.Plot, sheet.Style, ColumnAxis(plot), RowAxis(plot)),
       Table(plot),
-      Fields(FieldsOf(Table, sheet.Style.IsDark)) {}
+      Scale(Table.AllCounts()),
+      Fields(IsImage() ? FieldsOf(Table, Scale, sheet.Style.IsDark) : QImage()) {}
+
+void HeatArea::ArrangeField(std::size_t column, std::size_t row, const QString& count) {
+    const double x = static_cast<double>(column) + 1.0;
+    const double y = static_cast<double>(row) + 1.0;
+    QRectF place = PixelsOf(x - 0.5, y - 0.5, x + 0.5, y + 0.5);
+    place = QRectF(QPointF(place.topLeft().toPoint()), QPointF(place.bottomRight().toPoint()));  // no seams
+    ChartMark mark;
+    mark.Outline = RectangleOutline(place);
+    if (Table.CountOf(column, row) > 0.0 && !IsImage()) {
+        mark.Fill = HeatColor(Scale.ShareOf(Table.CountOf(column, row)), Style.IsDark);
+    }
+    mark.Tip = Table.TipOf(column, row);
+    mark.Point = static_cast<int>(Table.PlaceOf(column, row));
+    PlacedMarks.push_back(mark);
+    if (Table.CountOf(column, row) > 0.0) {
+        TextStyle style = Style.Text();
+        style.Color = InkOn(HeatColor(Scale.ShareOf(Table.CountOf(column, row)), Style.IsDark));
+        const PlacedText text = TextAt(place.center(), Qt::AlignCenter, count, style);
+        if (text.Box.width() + numberRoom <= place.width() && text.Box.height() <= place.height()) {
+            PlacedTexts.push_back(text);
+        }
+    }
+}
 
 void HeatArea::ArrangeMarks() {
     if (!(Table.Highest() > 0.0)) {
         SayInTheMiddle(QStringLiteral("No cases"));
     }
+    const std::vector<QString> counts = CountTexts(Table.AllCounts());
     for (std::size_t row = 0; row < Table.Rows(); ++row) {
         for (std::size_t column = 0; column < Table.Columns(); ++column) {
-            const double x = static_cast<double>(column) + 1.0;
-            const double y = static_cast<double>(row) + 1.0;
-            ChartMark mark;
-            mark.Outline = RectangleOutline(PixelsOf(x - 0.5, y - 0.5, x + 0.5, y + 0.5));
-            mark.Tip = Table.TipOf(column, row);
-            mark.Point = static_cast<int>(Table.PlaceOf(column, row));
-            PlacedMarks.push_back(mark);
+            ArrangeField(column, row, counts[Table.PlaceOf(column, row)]);
         }
     }
 }
 
 void HeatArea::draw(QCPPainter* painter) {
-    painter->save();
     ChartArea::draw(painter);
-    painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
-    const double right = static_cast<double>(Table.Columns()) + 0.5;
-    painter->drawImage(PixelsOf(0.5, 0.5, right, static_cast<double>(Table.Rows()) + 0.5), Fields);
-    painter->restore();
+    if (IsImage()) {
+        painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
+        const double right = static_cast<double>(Table.Columns()) + 0.5;
+        painter->drawImage(PixelsOf(0.5, 0.5, right, static_cast<double>(Table.Rows()) + 0.5), Fields);
+    }
 }
 
-/// The meaning of the colours: a strip from none to the highest count.
+/// The meaning of the colours: a strip over round counts.
 class HeatKey : public ChartElement {
   public:
-    HeatKey(const ChartSheet& sheet, double highest) : ChartElement(sheet.Plot, sheet.Style), Highest(highest) {}
+    HeatKey(const ChartSheet& sheet, HeatScale scale) : ChartElement(sheet.Plot, sheet.Style), Scale(scale) {}
     [[nodiscard]] QSize minimumOuterSizeHint() const override {
-        return {0, static_cast<int>(std::ceil(LineHeight(Style.Text()) + roomAbove))};
+        return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + roomAbove + gap))};
     }
     [[nodiscard]] QSize maximumOuterSizeHint() const override {
         return {QWIDGETSIZE_MAX, minimumOuterSizeHint().height()};
@@ -118,26 +142,35 @@ class HeatKey : public ChartElement {
     void draw(QCPPainter* painter) override;
 
   private:
-    const double Highest;
+    const HeatScale Scale;
     QRectF Strip;
 };
 
+/// The caption stands left of the strip, its round counts below it.
 void HeatKey::Arrange(const QRectF& place) {
-    const double middle = place.bottom() - LineHeight(Style.Text()) / 2;
-    Strip = QRectF(place.center().x() - stripWidth / 2, middle - stripHeight / 2, stripWidth, stripHeight);
-    const QPointF left(Strip.left() - gap, middle);
-    const QPointF right(Strip.right() + gap, middle);
-    PlacedTexts.push_back(
-        TextAt(left, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Number of counts: 0"), Style.Text()));
-    PlacedTexts.push_back(TextAt(right, Qt::AlignLeft | Qt::AlignVCenter, CountText(Highest), Style.Text()));
+    const TextStyle style = Style.Text();
+    const double height = LineHeight(style);
+    const double width = std::min(place.width() * stripShare, longestStrip);
+    const double besides = WidthOf(keyCaption, style) + 2 * gap;
+    const double left = place.center().x() - (width + besides) / 2 + besides;
+    const double middle = place.top() + roomAbove + height / 2;
+    Strip = QRectF(left, middle - stripHeight / 2, width, stripHeight);
+    PlacedTexts.push_back(TextAt({left - 2 * gap, middle}, Qt::AlignRight | Qt::AlignVCenter, keyCaption, style));
+    std::vector<AxisSpot> spots;
+    for (const AxisMark& mark : Scale.Marks()) {
+        spots.push_back({left + width * Scale.PlaceOf(mark.At), mark.Text});
+    }
+    for (PlacedText text : LabelsBelow(spots, {left - besides, place.right(), height}, style).Texts) {
+        text.Pivot.ry() += middle + height / 2;
+        PlacedTexts.push_back(text);
+    }
 }
 
 void HeatKey::draw(QCPPainter* painter) {
     QLinearGradient gradient(Strip.topLeft(), Strip.topRight());
-    constexpr int stops = 10;
-    for (int i = 0; i <= stops; ++i) {
-        const double at = static_cast<double>(i) / stops;
-        gradient.setColorAt(at, HeatColor(ShareOf(at, 1.0), Style.IsDark));
+    for (int i = 0; i <= gradientStops; ++i) {
+        const double at = static_cast<double>(i) / gradientStops;
+        gradient.setColorAt(at, HeatColor(HeatScale::ColorAt(at), Style.IsDark));
     }
     painter->setPen(QPen(Style.Frame, 1.0));
     painter->setBrush(gradient);
@@ -147,8 +180,9 @@ void HeatKey::draw(QCPPainter* painter) {
 }  // namespace
 
 ChartBody HeatMapOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
-    const double highest = CountTable(plot).Highest();
-    return {new HeatArea(sheet, plot), highest > 0.0 ? new HeatKey(sheet, highest) : nullptr};
+    const CountTable table(plot);
+    return {new HeatArea(sheet, plot),
+            table.Highest() > 0.0 ? new HeatKey(sheet, HeatScale(table.AllCounts())) : nullptr};
 }
 
 }  // namespace quillara

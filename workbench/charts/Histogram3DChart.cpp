@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "workbench/charts/AxisLabels.h"
+#include "workbench/charts/BarVisibility.h"
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
@@ -12,7 +13,6 @@ namespace quillara {
 namespace {
 
 constexpr std::size_t mostCategories = 20;  // of a side; beyond it bars can't be told apart
-constexpr double barWidth = 0.7;
 constexpr double topLight = 1.35;
 constexpr double sideLight = 0.65;
 constexpr double labelGap = 6.0;
@@ -31,15 +31,17 @@ class BarsElement : public ChartElement {
   private:
     void ArrangeBar(std::size_t column, std::size_t row);
     void ArrangeColumnLabels(const QRectF& place);
-    void ArrangeRowLabels(const QRectF& place);
+    void ArrangeRowLabels();
     void ArrangeRowCaption(const QRectF& place);
     void ArrangeCounts(const QRectF& place);
+    void ArrangeFloor();
     [[nodiscard]] AxisLabels ColumnLabels(const QRectF& place) const;
     [[nodiscard]] double RowLabelWidth() const;
 
     const CountTable Table;
     ObliqueView View;
     std::vector<AxisMark> Counts;
+    double MostRowLabel = 0.0;  ///< pixels
     std::vector<QLineF> Lines;  ///< of the floor and the walls
 };
 
@@ -66,10 +68,10 @@ void BarsElement::ArrangeBar(std::size_t column, std::size_t row) {
     if (!(count > 0.0)) {
         return;
     }
-    const double left = static_cast<double>(column) + (1 - barWidth) / 2;
-    const double front = static_cast<double>(row) + (1 - barWidth) / 2;
-    const double right = left + barWidth;
-    const double back = front + barWidth;
+    const double left = static_cast<double>(column) + (1 - barWidth3D) / 2;
+    const double front = static_cast<double>(row) + (1 - barWidth3D) / 2;
+    const double right = left + barWidth3D;
+    const double back = front + barWidth3D;
     const auto at = [&](double x, double y, double z) { return View.Seen(x, y, z); };
     const QColor color = HeatColor(0.35 + 0.5 * count / Table.Highest(), false);
 
@@ -86,6 +88,17 @@ void BarsElement::ArrangeBar(std::size_t column, std::size_t row) {
     face.Fill = color;
     face.Outline = {at(left, front, 0), at(right, front, 0), at(right, front, count), at(left, front, count)};
     PlacedMarks.push_back(face);
+}
+
+void BarsElement::ArrangeFloor() {
+    const double columns = View.Space().Columns;
+    const double rows = View.Space().Rows;
+    for (double column = 0.0; column <= columns; ++column) {
+        Lines.push_back(QLineF(View.Seen(column, 0.0, 0.0), View.Seen(column, rows, 0.0)));
+    }
+    for (double row = 0.0; row <= rows; ++row) {
+        Lines.push_back(QLineF(View.Seen(0.0, row, 0.0), View.Seen(columns, row, 0.0)));
+    }
 }
 
 AxisLabels BarsElement::ColumnLabels(const QRectF& place) const {
@@ -115,33 +128,41 @@ double BarsElement::RowLabelWidth() const {
     for (const QString& name : Table.RowNames()) {
         widest = std::max(widest, WidthOf(name, Style.Text()));
     }
-    return widest;
+    return std::min(widest, MostRowLabel);
 }
 
 /// The labels of the rows stand right of the floor's slanted edge.
-void BarsElement::ArrangeRowLabels(const QRectF& place) {
+void BarsElement::ArrangeRowLabels() {
     const TextStyle style = Style.Text();
     const double pitch = View.Seen(0.0, 0.0, 0.0).y() - View.Seen(0.0, 1.0, 0.0).y();
     const auto stride = static_cast<std::size_t>(std::max(1.0, std::ceil(LineHeight(style) / pitch)));
     for (std::size_t row = 0; row < Table.Rows(); row += stride) {
         const QPointF edge = View.Seen(View.Space().Columns, static_cast<double>(row) + 0.5, 0.0);
         const QPointF pivot = edge + QPointF(labelGap, 0.0);
-        PlacedTexts.push_back(ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Table.RowNames()[row], style,
-                                         place.right() - pivot.x()));
+        PlacedTexts.push_back(
+            ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Table.RowNames()[row], style, RowLabelWidth()));
     }
 }
 
-/// The caption of the rows stands below their labels, right of those of the columns.
+/// The caption of the rows runs along their labels; where it is longer than the edge it stands at the front corner.
 void BarsElement::ArrangeRowCaption(const QRectF& place) {
     const TextStyle style = Style.Text();
-    const QPointF corner = View.Seen(View.Space().Columns, 0.0, 0.0) + QPointF(3 * labelGap, labelGap);
+    const QLineF edge(View.Seen(View.Space().Columns, 0.0, 0.0),
+                      View.Seen(View.Space().Columns, View.Space().Rows, 0.0));
+    if (WidthOf(Table.RowCaption(), style) <= edge.length()) {
+        const double besideLabels = LineHeight(style) / 2 * std::fabs(edge.dx() / edge.dy());
+        const QPointF pivot = edge.center() + QPointF(2 * labelGap + RowLabelWidth() + besideLabels, 0.0);
+        PlacedTexts.push_back(
+            TurnedText(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, Table.RowCaption(), style), -edge.angle()));
+        return;
+    }
+    const QPointF corner = edge.p1() + QPointF(3 * labelGap, labelGap);
     const double width = place.right() - corner.x();
     const auto most = std::max(1, static_cast<int>((place.bottom() - corner.y()) / LineHeight(style)));
     const QStringList lines = WrappedLines(Table.RowCaption(), style, width);
     for (int i = 0; i < std::min<qsizetype>(lines.size(), most); ++i) {
         const bool isCut = i + 1 == most && lines.size() > most;
-        PlacedTexts.push_back(ElidedText({place.right(), corner.y() + i * LineHeight(style)},
-                                         Qt::AlignRight | Qt::AlignTop,
+        PlacedTexts.push_back(ElidedText({corner.x(), corner.y() + i * LineHeight(style)}, Qt::AlignLeft | Qt::AlignTop,
                                          isCut ? lines[i] + QStringLiteral(" \u2026") : lines[i], style, width));
         if (isCut) {
             PlacedTexts.back().Whole = Table.RowCaption();
@@ -159,9 +180,6 @@ void BarsElement::ArrangeCounts(const QRectF& place) {
         Lines.push_back(QLineF(back, View.Seen(View.Space().Columns, View.Space().Rows, mark.At)));
         spots.push_back({front.y(), mark.Text});
     }
-    Lines.push_back(QLineF(View.Seen(0.0, 0.0, 0.0), View.Seen(View.Space().Columns, 0.0, 0.0)));
-    Lines.push_back(
-        QLineF(View.Seen(View.Space().Columns, 0.0, 0.0), View.Seen(View.Space().Columns, View.Space().Rows, 0.0)));
     const double left = View.Seen(0.0, 0.0, 0.0).x() - labelGap;
     const AxisLabels labels = LabelsBeside(spots, {place.top(), place.bottom(), left - place.left()}, style);
     for (PlacedText text : labels.Texts) {
@@ -187,15 +205,17 @@ void BarsElement::Arrange(const QRectF& place) {
     for (const AxisMark& mark : Counts) {
         countWidth = std::max(countWidth, WidthOf(mark.Text, style));
     }
-    const double right = std::min(RowLabelWidth(), place.width() * sideShare) + labelGap;
+    MostRowLabel = place.width() * sideShare;
+    const double right = RowLabelWidth() + 2 * (labelGap + height);
     QRectF space = place.adjusted(height + countWidth + 2 * labelGap, 2 * height, -right, 0.0);
     View = ObliqueView(SpaceOf(Table, Counts), space);
     space.setBottom(place.bottom() - labelGap * 1.5 - height - ColumnLabels(place).Depth);
     View = ObliqueView(SpaceOf(Table, Counts), space);
 
+    ArrangeFloor();
     ArrangeCounts(place);
     ArrangeColumnLabels(place);
-    ArrangeRowLabels(place);
+    ArrangeRowLabels();
     ArrangeRowCaption(place);
     for (std::size_t row = Table.Rows(); row-- > 0;) {
         for (std::size_t column = 0; column < Table.Columns(); ++column) {
@@ -215,7 +235,7 @@ void BarsElement::draw(QCPPainter* painter) {
 
 ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
     const CountTable table(plot);
-    if (std::max(table.Columns(), table.Rows()) > mostCategories) {
+    if (std::max(table.Columns(), table.Rows()) > mostCategories || BarsHideOthers(table)) {
         return HeatMapOf(sheet, plot);
     }
     return {new BarsElement(sheet, plot)};
