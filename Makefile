@@ -2,7 +2,7 @@
 
 JOBS ?= 2
 
-.PHONY: run test test-release test-asan build setup format lint bench samples clean
+.PHONY: run test test-release test-asan build setup format lint bench samples images clean
 
 run: build
 	scripts/demo.sh build/release/bin/quillara
@@ -37,6 +37,9 @@ bench: build
 samples: build
 	cmake --build --preset release --target make-survey
 	build/release/bin/make-survey samples
+
+images: build
+	scripts/make-images.sh build/release/bin/quillara
 
 clean:
 	rm -rf build

@@ -10,6 +10,7 @@ packages=(
     libcli11-dev         # command line
     nlohmann-json3-dev   # JSON
     qt6-base-dev libqt6svg6-dev libqcustomplot-dev fonts-dejavu-core  # charts
+    fonts-noto-core fonts-noto-cjk                                    # charts: texts in the world's scripts
     libgtest-dev libgmock-dev libbenchmark-dev
     clang-format clang-tidy
 )
