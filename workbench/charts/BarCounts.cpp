@@ -44,8 +44,8 @@ bool CountLabels::IsFreeOf(const QRectF& ground, std::size_t number, Step step) 
         if (bar.left() > ground.right() + reach || bar.right() < ground.left() - reach) {
             break;
         }
-        const bool meetsText = !Grounds[other].isEmpty() &&
-                               Grounds[other].adjusted(-textGap, 0.0, textGap, 0.0).intersects(ground);
+        const bool meetsText =
+            !Grounds[other].isEmpty() && Grounds[other].adjusted(-textGap, 0.0, textGap, 0.0).intersects(ground);
         if (meetsText || bar.adjusted(0.0, -1.0, 0.0, 0.0).intersects(ground)) {
             return false;
         }

@@ -141,8 +141,8 @@ void ChartArea::PlaceNote(const QRectF& outer, const QStringList& lines) {
     const TextStyle style = Style.FaintText();
     for (int i = 0; i < lines.size(); ++i) {
         const double above = static_cast<double>(lines.size() - i) * LineHeight(style);
-        PlacedTexts.push_back(TextAt({outer.center().x(), outer.bottom() - above}, Qt::AlignHCenter | Qt::AlignTop,
-                                     lines[i], style));
+        PlacedTexts.push_back(
+            TextAt({outer.center().x(), outer.bottom() - above}, Qt::AlignHCenter | Qt::AlignTop, lines[i], style));
     }
 }
 

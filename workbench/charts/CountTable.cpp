@@ -40,7 +40,8 @@ double CountTable::CountOf(std::size_t column, std::size_t row) const {
 }
 
 QString CountTable::TipOf(std::size_t column, std::size_t row) const {
-    return CountTip(Isolated(NamesOfColumns[column]) + QStringLiteral(", ") + Isolated(NamesOfRows[row]), CountOf(column, row), Total);
+    return CountTip(Isolated(NamesOfColumns[column]) + QStringLiteral(", ") + Isolated(NamesOfRows[row]),
+                    CountOf(column, row), Total);
 }
 
 }  // namespace quillara

@@ -77,7 +77,7 @@ std::vector<PieLabelWish> WishesOf(const PieLayout& pie, LabelContent content, c
     for (const PieSlice& slice : pie.Slices) {
         const QString percent = PercentText(slice.Count, total);
         PieLabelWish wish = content == LabelContent::WholeNameAndCount ? WholeLabel(slice, percent, room)
-                                                                      : ShortLabel(slice, percent, room);
+                                                                       : ShortLabel(slice, percent, room);
         wish.Angle = pie.Start + fullCircle * (before + slice.Count / 2) / total;
         wishes.push_back(wish);
         before += slice.Count;

@@ -7,8 +7,8 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/documents/NamedParts.h"
 #include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/ResultRouting.h"
-#include "workbench/hosting/ResultSubjects.h"
 #include "workbench/hosting/TextFields.h"
 
 using quillara::AnalysisState;

@@ -21,7 +21,8 @@ using Limits = std::numeric_limits<double>;
 const SpreadsheetCell noCell;
 
 /// About a review variable with a long name, which charts' titles have and those of tables haven't.
-const Subject AboutSex{ResultSide::Review, {{2, "sex", "Sex: as told", ValueKind::Number, {"Female", "Male"}, false}}};
+const Subject AboutSex{ResultSide::Review,
+                       {{2, "sex", "Sex: as answered", ValueKind::Number, {"Female", "Male"}, false}}};
 
 const SpreadsheetDocument Frequencies = {
     {"Frequency table of sex", "N Total: 8, Selected: 7\nage = 30"},

@@ -1,4 +1,4 @@
-#include "workbench/hosting/ResultSubjects.h"
+#include "workbench/hosting/DocumentSubjects.h"
 
 #include <utility>
 
