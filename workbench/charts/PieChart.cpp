@@ -11,7 +11,7 @@ namespace {
 
 constexpr double fullCircle = 2 * std::numbers::pi;
 constexpr double arcStep = fullCircle / 240;
-constexpr double smallestEdged = 0.004;  // of the circle; thinner slices would be nothing but edge
+constexpr double leastEdged = 4.0;  // pixels of the arc; thinner slices would be nothing but edge
 
 class PieElement : public ChartElement {
   public:
@@ -51,7 +51,7 @@ void PieElement::ArrangeSlices(const PieLayout& pie) {
         mark.Outline = SliceOutline(pie.Circle, angle, next);
         mark.Fill = slice.Color;
         mark.IsMissing = slice.IsMissing;
-        mark.Edge = slice.Count > smallestEdged * total ? Style.Background : QColor();
+        mark.Edge = (next - angle) * pie.Circle.Radius > leastEdged ? Style.Background : QColor();
         mark.Tip = CountTip(slice.Name, slice.Count, total);
         mark.Series = slice.Point < 0 ? -1 : 0;
         mark.Point = slice.Point;

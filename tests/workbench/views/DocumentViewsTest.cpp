@@ -302,6 +302,8 @@ GraphDocument Layers() {
         const bool isReached = second >= 0.0;
         graph.Series.emplace_back().Points = {{1.0, first}, isReached ? GraphPoint{2.0, second} : GraphPoint{}};
     }
+    graph.Series[0].Points[0].IsMissing = true;
+    graph.Series[1].Points[0].Name = "Male";
     return Titled({"Shares"}, graph);
 }
 
@@ -324,13 +326,13 @@ Male          4
 
 Shares
 
-                             Cumulative
-Variable  Layer  Percent(%)  Percent(%)
---------  -----  ----------  ----------
-sex           1          20          20
-sex           2          30          50
-sex           3          50         100
-city          1         100         100
+                                  Cumulative
+Variable       Layer  Percent(%)  Percent(%)
+-------------  -----  ----------  ----------
+sex                1          20          20
+sex = Male         2          30          50
+sex = Missing      3          50         100
+city               1         100         100
 )");
     EXPECT_EQ(TextView(Graphs({Boxes, Scatter, Bars3D})), R"(Plot
 
