@@ -95,12 +95,7 @@ Attempt Level(const Spots& spots, const LabelRoom& room, const TextStyle& style)
 
 /// The lines of a label that keeps its words whole; none when a word or the number of lines is too large.
 QStringList LinesInSlot(const QString& text, const TextStyle& style, double slot) {
-    for (const QString& word : text.split(u' ')) {
-        if (WidthOf(word, style) > slot) {
-            return {};
-        }
-    }
-    const QStringList lines = WrappedLines(text, style, slot);
+    const QStringList lines = WholeWordLines(text, style, slot);
     return lines.size() <= mostLines ? lines : QStringList();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTextLayout>
 #include <QTransform>
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr QChar leftToRight = QChar(0x200E);
 constexpr QChar isolateBegin = QChar(0x2068);
+constexpr QChar breakHere = QChar(0x200B);
 constexpr QChar isolateEnd = QChar(0x2069);
 constexpr double touch = 0.5;  // pixels by which two boxes may share ground
 
@@ -120,6 +122,19 @@ QStringList WrappedLines(const QString& text, const TextStyle& style, double wid
     }
     layout.endLayout();
     return lines;
+}
+
+QStringList WholeWordLines(const QString& text, const TextStyle& style, double width) {
+    static const QRegularExpression interval(QStringLiteral("(<=?x<=?)"));
+    static const QRegularExpression gaps(QStringLiteral("[ \\x{200B}]"));
+    QString breakable = text;
+    breakable.replace(interval, QString(breakHere) + QStringLiteral("\\1") + breakHere);
+    for (const QString& word : breakable.split(gaps)) {
+        if (WidthOf(word, style) > width) {
+            return {};
+        }
+    }
+    return WrappedLines(breakable, style, width).replaceInStrings(QString(breakHere), QString());
 }
 
 void DrawText(QPainter& painter, const PlacedText& text) {

@@ -55,6 +55,9 @@ struct PlacedText {
 /// The lines of a text that is no wider than a width; a word that is wider alone is broken.
 [[nodiscard]] QStringList WrappedLines(const QString& text, const TextStyle& style, double width);
 
+/// The same with every word whole, and intervals broken beside their x only; none when a word is wider.
+[[nodiscard]] QStringList WholeWordLines(const QString& text, const TextStyle& style, double width);
+
 void DrawText(QPainter& painter, const PlacedText& text);
 
 /// Whether two texts overlap, boxes that only touch left out.

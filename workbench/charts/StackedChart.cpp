@@ -73,14 +73,6 @@ bool HasRoom(const QStringList& lines, const TextStyle& style, const QSizeF& roo
            std::ranges::all_of(lines, [&](const QString& line) { return WidthOf(line, style) <= room.width(); });
 }
 
-/// A name on lines of its own, its words whole.
-QStringList WholeWords(const QString& name, const TextStyle& style, double width) {
-    const QStringList words = name.split(u' ');
-    const bool haveRoom =
-        std::ranges::all_of(words, [&](const QString& word) { return WidthOf(word, style) <= width; });
-    return haveRoom ? WrappedLines(name, style, width) : QStringList();
-}
-
 /// What has room of the name and the share of a layer.
 QStringList LayerLines(const StackedLayer& layer, const TextStyle& style, const QSizeF& room) {
     const QString percent = PercentText(layer.Share(), 100.0);
@@ -88,7 +80,7 @@ QStringList LayerLines(const StackedLayer& layer, const TextStyle& style, const 
     if (!name.isEmpty() && HasRoom({Isolated(name) + QStringLiteral(": ") + percent}, style, room)) {
         return {Isolated(name) + QStringLiteral(": ") + percent};
     }
-    const QStringList words = name.isEmpty() ? QStringList() : WholeWords(name, style, room.width());
+    const QStringList words = name.isEmpty() ? QStringList() : WholeWordLines(name, style, room.width());
     if (!words.isEmpty() && HasRoom(words + QStringList{percent}, style, room)) {
         return words + QStringList{percent};
     }

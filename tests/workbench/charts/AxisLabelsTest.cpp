@@ -46,6 +46,7 @@ TEST(AxisLabels, TakeTheMostReadableFormThatHasRoom) {
         {1,   100.0, "Divorced",                       "level 1"},
         {5,   100.0, "Divorced",                       "level 5"},
         {5,   100.0, "Married, spouse absent",         "wrapped 5"},
+        {5,   120.0, "2024-01-18<x<=2024-02-07",       "wrapped 5"},
         {5,    40.0, "Separated-and-more",             "slanted 5"},
         {20,   16.0, "Separated-and-more",             "upright 20"},
         {100,   8.0, "Separated-and-more",             "upright 50"},
@@ -55,6 +56,15 @@ TEST(AxisLabels, TakeTheMostReadableFormThatHasRoom) {
     for (const Row& row : rows) {
         EXPECT_EQ(FormOf(row.Count, row.Distance, QString::fromUtf8(row.Text)), row.Form) << row.Text << row.Distance;
     }
+}
+
+TEST(AxisLabels, IntervalsBreakBesideTheirX) {
+    const auto joined = [](const QString& text, double width) {
+        return WholeWordLines(text, Style(), width).join(u'|').toStdString();
+    };
+    EXPECT_EQ(joined(QStringLiteral("2024-01-18<x<=2024-02-07"), 120.0), "2024-01-18<x<=|2024-02-07");
+    EXPECT_EQ(joined(QStringLiteral("10<=x<20 years"), 300.0), "10<=x<20 years");
+    EXPECT_EQ(joined(QStringLiteral("2024-01-18<x<=2024-02-07"), 40.0), "");
 }
 
 TEST(AxisLabels, BesideAreThinnedByTheirHeight) {
