@@ -85,6 +85,19 @@ TEST_F(Members, CountAValueAndTakeOverTheNumberOfCases) {
     EXPECT_EQ(Record("a").ValidCount + Record("x").ValidCount, 18);
 }
 
+TEST_F(Members, KeepTheNamesOfReviewsInARecountAndSettingCategoriesChangesNothing) {
+    for (const CDrillDown::DrillSet* set : {Analysis().DrillDowns, Analysis().Reviews}) {
+        Editable(*set->begin()->CategorySet.begin()).Name = "kept";
+    }
+    Recount();
+    EXPECT_EQ(Open("a") + Reviewed("r"),
+              "a: n=3 mean=1.33333 [1:2 2:1] missing 2.5r: n=3 w=4.5 mean=1 [kept:4.5] missing 1");
+    const std::string before = Open("a") + Open("x") + Reviewed("r");
+    EXPECT_EQ(Analysis().SetCurrentCategories(1, 2, 3, 4, 5), 1);
+    EXPECT_EQ(Open("a") + Open("x") + Reviewed("r"), before);
+    EXPECT_EQ(Analysis().GetSelected(), -1);
+}
+
 TEST_F(Members, AskForVariablesUnderTheirTitles) {
     std::string asked;
     Host().Services.WorkIn = [&](quillara::Window& window) {

@@ -68,10 +68,12 @@ TEST_F(FrequenciesTest, EmptySubsetHasNoPercentsAndUnnamedCategoriesShowTheirBou
     Analysis().SetCountMD(0);
     EXPECT_EQ(Frequencies(), Table("2, Selected: 0", ""));
     Record("x").MissingWeight = 0;
-    Record("x").CategorySet = {Categories{0, 0, 3, "three", 3}, Categories{0, 3, 4, "", 3}};
-    EXPECT_EQ(Frequencies(), Table("2, Selected: 0", "three | 0 | 0 |  | \n4.000000 | 3 | 3 |  | \n"));
+    Record("x").CategorySet = {Categories{0, 0, 3, "three", 3},
+                               Categories{0, 2e10, 4, "", 3}};  // whole whatever the size
+    EXPECT_EQ(Frequencies(), Table("2, Selected: 0", "three | 0 | 0 |  | \n4.000000 | 2e+10 | 2e+10 |  | \n"));
     Record("x").VarType = ContinuousVariable;
-    EXPECT_EQ(Frequencies(), Table("2, Selected: 0", "three | 0 | 0 |  | \n3.000000<x<=4.000000 | 3 | 3 |  | \n"));
+    EXPECT_EQ(Frequencies(),
+              Table("2, Selected: 0", "three | 0 | 0 |  | \n3.000000<x<=4.000000 | 2e+10 | 2e+10 |  | \n"));
     EXPECT_TRUE(TakeMessages().empty());
 }
 
