@@ -108,7 +108,9 @@ TEST_F(Members, AskForVariablesUnderTheirTitles) {
     };
     Analysis().SetDDNVariable(nullptr, 1, 0, 5, 0, 5, 5);
     Analysis().SetRVVariable(nullptr, 1, 0, 5);
+    Analysis().DataChanged = 1;
     Analysis().RV3DHistograms(0, nullptr);
+    EXPECT_EQ(Analysis().DataChanged, 1) << "3D histograms leave that to their captions";
     EXPECT_EQ(asked,
               "Select drill variables: Categorical variables, Continuous variables\n"
               "Select variables for review: Categorical variables for review, Continuous variables for review\n"

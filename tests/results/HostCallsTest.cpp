@@ -117,20 +117,25 @@ TEST_F(HostCalls, ARefusedWriteDropsTheNewTableWithAMessage) {
     Analysis().ValidVar = 0;
     TakeCalls();
     EXPECT_EQ(Analysis().DDNSaveData(nullptr), 0);
-    EXPECT_EQ(TakeCalls(), "");
+    EXPECT_EQ(TakeCalls(), "dsplst 0\n");
 }
 
 TEST_F(HostCalls, OfResultsHaveTheCaptionWhole) {
-    Open({Numbers("a first name that is long", {1, 1}), Numbers("a second name that is long", {1, 1}),
-          Numbers("a third name that is long", {1, 1}), Numbers("b", {1, 2}), Numbers("c", {1, 2})});
-    Choose({"a first name that is long", "a second name that is long", "a third name that is long", "b"}, {"c"});
-    Review({"b"}, {"c"});
-    for (const char* name : {"a first name that is long", "a second name that is long", "a third name that is long"}) {
-        Down(name, "1");
+    std::string caption = "N Total: 2, Selected: 2";
+    std::vector<quillara::Variable> table{Numbers("b", {1, 2}), Numbers("c", {1, 2})};
+    for (const char* name : {"x", "y", "z"}) {
+        table.push_back(Numbers(name, {1, 1}));
+        table.back().Labels[1] = {"a label that is rather long", ""};
     }
-    const std::string caption =
-        "N Total: 2, Selected: 2\na third name that is long = 1\na second name that is long = 1\na first name that is "
-        "long = 1";
+    Open(table);
+    Choose({"b", "x", "y", "z"}, {"c"});
+    Review({"b"}, {"b", "c"});
+    for (const char* name : {"z", "y", "x"}) {
+        Down(name, "a label that is rather long");
+    }
+    for (const char* name : {"x", "y", "z"}) {
+        caption += std::string("\n") + name + " = a label that is rather long";
+    }
     using Operation = std::int16_t (CDrillDown::*)(HWND);
     for (const Operation operation :
          {&CDrillDown::DDNDescriptive, &CDrillDown::RVSummary, &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency,
@@ -139,12 +144,37 @@ TEST_F(HostCalls, OfResultsHaveTheCaptionWhole) {
         (Analysis().*operation)(nullptr);
         EXPECT_THAT(TakeCalls(), testing::HasSubstr(caption));
     }
+    TakeCalls();
+    EXPECT_EQ(Analysis().RVScatterPlot(nullptr), 1);
+    EXPECT_EQ(TakeCalls(), "Scatterplots 204 Correlations\n" + caption + '\n') << "whole, and not as a key";
     for (const auto operation : {&CDrillDown::DDNPiecharts, &CDrillDown::RVPiecharts, &CDrillDown::DDNStackedplots,
                                  &CDrillDown::RVStackedplots}) {
         TakeCalls();
         (Analysis().*operation)(0, nullptr);
         EXPECT_THAT(TakeCalls(), testing::HasSubstr(caption));
     }
+}
+
+TEST_F(HostCalls, OfAScatterplotFailWithOneAlone) {
+    Open({Numbers("x", {1, 2})});
+    Choose({"x"});
+    for (const short status : {0, 1, 2, -1}) {
+        AnswerScatterplots(status);
+        EXPECT_EQ(Analysis().RVScatterPlot(nullptr), status == 1 ? 0 : 1);
+    }
+    AnswerScatterplots(std::nullopt);
+}
+
+TEST_F(HostCalls, TellTheLengthOfAMessageOfGraphsAndNoneOfOthers) {
+    Open({Numbers("x", {NA, NA})});
+    Choose({"x"});
+    Analysis().SetCountMD(0);
+    TakeCalls();
+    EXPECT_EQ(Analysis().DDNHistograms(nullptr), 1);
+    EXPECT_EQ(TakeCalls(), "dsplst 19\n");
+    Analysis().ValidVar = 0;
+    Analysis().DDNDescriptive(nullptr);
+    EXPECT_EQ(TakeCalls(), "dsplst 0\n");
 }
 
 }  // namespace drilltest

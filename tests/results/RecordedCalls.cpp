@@ -19,6 +19,7 @@ namespace {
 
 std::ostringstream TheCalls;
 int WritesUntilRefusal = 0;
+std::optional<short> ScatterStatus;
 double DataShift = 0.0;
 std::pair<int, const char*> Translation{0, nullptr};
 bool Forwarding = false;  // the host's operations may call one another
@@ -117,6 +118,10 @@ std::string TakeCalls() {
     return std::exchange(TheCalls, {}).str();
 }
 
+void AnswerScatterplots(std::optional<short> status) {
+    ScatterStatus = status;
+}
+
 void RefuseWrite(int call) {
     WritesUntilRefusal = call;
 }
@@ -145,6 +150,25 @@ const char* CAnalysisSupport::GetResourceString(int id) {
     static const auto hosts =
         reinterpret_cast<Operation>(dlsym(RTLD_NEXT, "_ZN16CAnalysisSupport17GetResourceStringEi"));  // it is virtual
     return Translation.second != nullptr && id == Translation.first ? Translation.second : hosts(this, id);
+}
+
+void CAnalysisSupport::dsplst(int length, const char* text) {
+    using Operation = void (*)(CAnalysisSupport*, int, const char*);
+    static const auto hosts = reinterpret_cast<Operation>(dlsym(RTLD_NEXT, "_ZN16CAnalysisSupport6dsplstEiPKc"));
+    TheCalls << "dsplst " << length << '\n';
+    hosts(this, length, text);
+}
+
+short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int reserved1, short count, const short* variables,
+                                               short secondCount, const short* secondVariables,
+                                               unsigned short reserved2, const double* reserved3,
+                                               const double* reserved4, const char* caseLine, CaseFilter filter,
+                                               const std::string& title) {
+    TheCalls << "Scatterplots " << flags << ' ' << title << '\n';
+    return ScatterStatus ? *ScatterStatus
+                         : Forward(&CAnalysisSupport::CorrelationScatterplot, *this,
+                                   {flags, reserved1, count, variables, secondCount, secondVariables, reserved2,
+                                    reserved3, reserved4, caseLine, filter, title});
 }
 
 int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace drilltest {
@@ -7,6 +8,9 @@ namespace drilltest {
 /// The calls by which results were handed to the host since the last time, with all their arguments, in order; a group
 /// of arguments a line.
 std::string TakeCalls();
+
+/// What the host gives for a scatterplot matrix from now on, which isn't made then; nothing: its own status.
+void AnswerScatterplots(std::optional<short> status);
 
 /// Has the n-th write into a new table refused from now on; 0: none.
 void RefuseWrite(int call);

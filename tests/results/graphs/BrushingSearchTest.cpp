@@ -5,7 +5,18 @@
 
 namespace drilltest {
 
-class BrushingSearch : public GraphBench {};
+class BrushingSearch : public GraphBench {
+  protected:
+    /// Keeps the documents that an analysis shows, in windows.
+    void KeepDocumentsOf(const DrillBench& bench) {
+        bench.Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
+            Kept.push_back(CountedPointer<quillara::ResultDocument>::Share(&shown));
+            shown.SetVisible(true);
+        };
+    }
+
+    std::vector<CountedPointer<quillara::ResultDocument>> Kept;
+};
 
 TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
     static constexpr auto find = [](CDrillDown& a) {
@@ -39,11 +50,8 @@ TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
         Choose({"x"});
         Analysis().SetCurrentDown(1);
         PlaceResults(each.Placement);
-        std::vector<CountedPointer<quillara::ResultDocument>> kept;
-        Host().Services.TakeDocument = [&](quillara::ResultDocument& shown) {
-            kept.push_back(CountedPointer<quillara::ResultDocument>::Share(&shown));
-            shown.SetVisible(true);
-        };
+        Kept.clear();
+        KeepDocumentsOf(*this);
         FailQuestion(0);
         each.WithGraph ? Analysis().DDNGraphForBrushing(nullptr) : Analysis().DDNHistograms(nullptr);
         Analysis().DDNFrequency(nullptr);
@@ -58,6 +66,25 @@ TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
         Analysis().StandAloneResults = 0;
     }
     FailQuestion(0);
+}
+
+TEST_F(BrushingSearch, TakesAnOlderGraphAndOneOfAnotherAnalysis) {
+    COutDocument* document = nullptr;
+    Open({Numbers("x", {1, 2})});
+    Choose({"x"});
+    Analysis().SetCurrentDown(1);
+    KeepDocumentsOf(*this);
+    EXPECT_EQ(Analysis().DDNGraphForBrushing(nullptr), 1);
+    EXPECT_TRUE(Kept.at(0)->IsBrushable());
+    Kept[0]->SetBrushable(false);
+    Analysis().SetCurrentDown(-1);
+    EXPECT_EQ(Analysis().DDNGraphForBrushing(nullptr), 1);
+    EXPECT_TRUE(Kept.at(0)->IsBrushable()) << "nothing was drawn";
+    DrillBench other(Road::Columns);
+    other.Open({Numbers("x", {1, 2})});
+    other.Analysis().StandAloneResults = 1;
+    EXPECT_TRUE(other.Analysis().GetActiveChartInfo(&document));
+    other.Analysis().StandAloneResults = 0;
 }
 
 }  // namespace drilltest

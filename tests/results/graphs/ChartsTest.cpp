@@ -22,45 +22,6 @@ class Charts : public GraphBench {
     }
 };
 
-TEST_F(Charts, HistogramGivesAllThis) {
-    Open({Numbers("x", {1, 1, 3, 1, NA})});
-    Choose({"x"});
-    EXPECT_EQ(Calls(&CDrillDown::DDNHistograms),
-              "Histogram of drill-down variable: x\n"
-              "N Total: 5, Selected: 4\n"
-              "flags 130 options 8,0,0 8,0,0 8,0,0\n"
-              "x 'x' 0 to 4 by 1: 1=1 2=3 3=Missing\n"
-              "y 'Number of counts' 0 to 5 by 1: 0=0 1=1 2=2 3=3 4=4 5=5\n"
-              "kind 5 0 0 colour 12 width 0.9 flags 0: 1,3 2,1 3,1\n");
-}
-
-TEST_F(Charts, PieGivesAllThis) {
-    Open({Numbers("x", {1, 1, 3, NA})});
-    Choose({"x"});
-    EXPECT_EQ(Calls(&CDrillDown::DDNPiecharts),
-              "Pie chart for drill-down variable: x\n"
-              "N Total: 4, Selected: 3\n"
-              "flags 2 options 8,0,0 0,0,0 0,0,0\n"
-              "x 'x' 0 to 4 by 1:\n"
-              "y '' 0 to 100 by 20:\n"
-              "kind 10 1 0 colour 1 width 0.9 flags 192: 1,2=1 2,1=3 3,1=Missing 0,0=\n");  // one point too many
-}
-
-TEST_F(Charts, StackedPlotGivesAllThis) {
-    Open({Numbers("x", {1, 2, 3, 3}), Numbers("y", {1, 1, 1, 1})});
-    Choose({"x", "y"});
-    EXPECT_EQ(Calls(&CDrillDown::DDNStackedplots),
-              "Stacked bar plot for drill-down variables\n"
-              "N Total: 4, Selected: 4\n"
-              "flags 0 options 8,0,0 0,0,0 0,0,0\n"
-              "x '' 0 to 3 by 1: 1=x 2=y\n"
-              "y 'Relative number of cases(%)' 0 to 100.1 by 20:\n"
-              "kind 5 0 0 colour 10 width 0.9 flags 384: 1,100 2,100\n"
-              "kind 5 0 0 colour 9 width 0.9 flags 384: 1,50 2,0\n"
-              "kind 5 0 0 colour 11 width 0.9 flags 384: 1,25 0,0\n"  // y has no more categories
-              "kind 5 0 0 colour 12 width 0.9 flags 384: 1,0 0,0\n");
-}
-
 TEST_F(Charts, TwinsDifferInTheirSetAndTitle) {
     quillara::Variable group = Numbers("g", {2, 2});
     group.LongName = "The group";

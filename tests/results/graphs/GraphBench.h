@@ -45,17 +45,6 @@ class GraphBench : public testing::Test, public DrillBench {
         return text.str() + (result == 1 ? "" : "gave " + std::to_string(result));
     }
 
-    /// Runs a command: all that the calls gave, a few lines a chart.
-    template <typename Command>
-    std::string Calls(Command command) {
-        Run(command);
-        std::string text;
-        for (const quillara::GraphDocument& graph : std::exchange(Shown, {})) {
-            text += CallOf(graph);
-        }
-        return text;
-    }
-
     std::vector<quillara::GraphDocument> Shown;
 
   private:
@@ -70,39 +59,6 @@ class GraphBench : public testing::Test, public DrillBench {
                      : bar < labels.size() ? labels[bar]
                                            : "")
                  << ':' << chart.Series.front().Points[bar].Y;
-        }
-        return text.str();
-    }
-
-    static std::string CallOf(const quillara::GraphDocument& graph) {
-        std::ostringstream text;
-        const quillara::SeriesChart& chart = *SeriesOf(graph);
-        for (const std::string& line : graph.Title) {
-            text << line << '\n';
-        }
-        text << "flags " << chart.Flags << " options";
-        for (const auto& triple : chart.Options) {
-            text << ' ' << triple[0] << ',' << triple[1] << ',' << triple[2];
-        }
-        text << "\nx " << AxisOf(chart.X) << "\ny " << AxisOf(chart.Y) << '\n';
-        for (const quillara::GraphSeries& series : chart.Series) {
-            text << "kind " << series.Kind << ' ' << series.AttributeB << ' ' << series.AttributeC << " colour "
-                 << series.Color << " width " << series.Width << " flags " << series.Flags << ':';
-            for (std::size_t point = 0; point < series.Points.size(); ++point) {
-                text << ' ' << series.Points[point].X << ',' << series.Points[point].Y
-                     << (series.Labels.empty() ? "" : "=" + series.Labels[point]);
-            }
-            text << '\n';
-        }
-        return text.str();
-    }
-
-    /// "'caption' 0 to 3 by 1: 1=a 2=b".
-    static std::string AxisOf(const quillara::GraphAxis& axis) {
-        std::ostringstream text;
-        text << '\'' << axis.Caption << "' " << axis.Min << " to " << axis.Max << " by " << axis.Step << ':';
-        for (const quillara::AxisLabel& label : axis.Labels) {
-            text << ' ' << label.At << '=' << label.Text;
         }
         return text.str();
     }
