@@ -63,11 +63,6 @@ TEST_F(SavedSubset, GivesTheTablesOfTheDrill) {
     }
 }
 
-TEST_F(SavedSubset, HoldsTheVariablesOfTheDrillInTheOrderOfTheFile) {
-    Drill("stops.csv --continuous km --categorical line --review-categorical note --down line=A --save s.csv");
-    EXPECT_EQ(ContentOf(Folder.Path("s.csv")), "line,km,note\nA,1.5,\"one, two\"\nA,,plain\nA,1.5,\n");
-}
-
 TEST_F(SavedSubset, AnEmptyOneIsNotWritten) {
     const std::string path = Folder.Put("s.csv", "before");
     const Outcome outcome = Drill("stops.csv --categorical line --select 'km > 9' --save s.csv");
@@ -77,11 +72,6 @@ TEST_F(SavedSubset, AnEmptyOneIsNotWritten) {
     EXPECT_NE(outcome.Errors.find("Nothing was saved to \"s.csv\""), std::string::npos) << outcome.Errors;
     EXPECT_EQ(ContentOf(path), "before");
     EXPECT_EQ(Folder.Files(), 2U);
-}
-
-TEST_F(SavedSubset, IsNotWrittenAfterAnError) {
-    EXPECT_EQ(Drill("stops.csv --categorical line --down line=C --save s.csv").Status, 1);
-    EXPECT_EQ(Folder.Files(), 1U);
 }
 
 }  // namespace
