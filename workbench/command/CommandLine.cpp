@@ -11,6 +11,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/MemoryLimit.h"
 #include "workbench/formats/StatisticalFile.h"
 #include "workbench/numbers/DecimalNumber.h"
@@ -116,9 +117,7 @@ void AddDataFile(CLI::App& command, const std::string& name, std::string& file) 
         RefuseDash(value);
         file = value;
     };
-    AddValue(command, name, take, "data file: csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt")
-        ->type_name("")
-        ->required();
+    AddValue(command, name, take, "data file: " + ReadFormats())->type_name("")->required();
 }
 
 void AddReadingOptions(CLI::App& command, ReadOptions& reading) {

@@ -6,24 +6,32 @@
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/formats/DataFile.h"
+#include "workbench/formats/FileFormats.h"
 
 namespace quillara {
 namespace {
 
-constexpr const char* Notes =
-    "The format of OUT goes by its extension: csv, sav, zsav or dta. sav, zsav and dta keep names, labels, value "
-    "labels, "
-    "dates, missing data and the declared weight; names and labels that the format doesn't admit are kept in its "
-    "notes. "
-    "A text variable with value labels becomes labelled numbers in dta. csv holds labels and texts in place of coded "
-    "values, and no labels of variables; what it loses of the values, as a text None that reads as missing data, is "
-    "said in a line per variable.\n"
+constexpr const char* HowItIsWritten =
+    "Names and labels that sav, zsav and dta don't admit are kept in the notes of the file. csv has no labels of "
+    "variables; what it loses of the values, as a text None that reads as missing data, is said in a line per "
+    "variable.\n"
     "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept as it was "
     "when anything goes wrong.\n"
     "\n"
     "Examples:\n"
     "  quillara convert survey.sav survey.csv\n"
     "  quillara convert survey.csv survey.dta";
+
+std::string Notes() {
+    std::string kept;
+    for (const FileFormat& format : fileFormats) {
+        if (format.IsWritten) {
+            kept += (kept.empty() ? "" : "; ") + std::string(format.Extension) + " keeps " + std::string(format.Keeps);
+        }
+    }
+    return "The format of OUT goes by its extension: " + WrittenFormats() +
+           ". Of names, labels, values, missing data " + "and the declared weight " + kept + ". " + HowItIsWritten;
+}
 
 struct ConvertOptions {
     std::string Input;
@@ -45,10 +53,10 @@ void Run(const ConvertOptions& options) {
 void AddConvertCommand(CLI::App& program) {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* command = program.add_subcommand("convert", "write a data file in another format");
-    command->footer(Notes);
+    command->footer(Notes());
     AddDataFile(*command, "IN", options->Input);
     const auto take = [options](const std::string& value) { options->Output = value; };
-    AddValue(*command, "OUT", take, "file to write: csv, sav, zsav or dta")->type_name("")->required();
+    AddValue(*command, "OUT", take, "file to write: " + WrittenFormats())->type_name("")->required();
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
         TellReadingOptionsWithoutEffect(*command, options->Input);

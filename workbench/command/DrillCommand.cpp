@@ -15,6 +15,7 @@
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
+#include "workbench/formats/FileFormats.h"
 
 namespace quillara {
 namespace {
@@ -150,7 +151,7 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         options.SaveFile = file;
     };
     add("--save", takeSaveFile,
-        "data file for the cases left after the last step: csv, sav, zsav or dta; a weight in force is kept")
+        "data file for the cases left after the last step: " + WrittenFormats() + "; a weight in force is kept")
         ->type_name("FILE");
     add(
         "--save-variables", [&](const std::string& text) { options.SavedNames = ParseSavedVariables(text); },

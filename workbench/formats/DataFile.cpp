@@ -10,6 +10,7 @@
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/DelimitedWriter.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/FileSignature.h"
 #include "workbench/formats/ReadBack.h"
@@ -32,11 +33,6 @@ FileContent LookInto(const std::string& path, std::string_view extension) {
     return FileContentOf(ReadBytes(path, monitor, signatureLength), extension);
 }
 
-bool IsDelimitedText(std::string_view extension) {
-    constexpr std::array<std::string_view, 4> extensions = {"csv", "tsv", "tab", "txt"};
-    return std::ranges::find(extensions, extension) != extensions.end();
-}
-
 [[noreturn]] void RefuseForeign(const std::string& path, const FileContent& content) {
     throw DataError("\"" + path + "\" is " + std::string(content.ForeignKind) + ", which can't be read; " +
                     std::string(content.Advice) + ".");
@@ -49,7 +45,7 @@ std::string FormatOf(const std::string& path) {
     if (!content.ForeignKind.empty()) {
         RefuseForeign(path, content);
     }
-    const bool isNamed = IsStatisticalFile(extension) || IsDelimitedText(extension);
+    const bool isNamed = FindFileFormat(extension) != nullptr;
     if (!isNamed && !content.Extension.empty()) {
         return std::string(content.Extension);
     }
@@ -124,11 +120,10 @@ DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
 }
 
 void CheckCanBeWritten(const std::string& path) {
-    const std::string extension = ExtensionOf(path);
-    if (extension != "csv" && FindRules(extension) == nullptr) {
-        throw DataError("\"" + path +
-                        "\" can't be written: data files can be written as csv, sav, zsav or dta; give it " +
-                        "one of these extensions.");
+    const FileFormat* format = FindFileFormat(ExtensionOf(path));
+    if (format == nullptr || !format->IsWritten) {
+        throw DataError("\"" + path + "\" can't be written: data files can be written as " + WrittenFormats() +
+                        "; give it one of these extensions.");
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <limits>
@@ -12,6 +13,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/StatisticalTable.h"
 
 namespace quillara {
@@ -47,11 +49,23 @@ std::string TextFrom(const char* text) {
     return WithoutKeyMarks(ToUtf8(std::move(result)));
 }
 
+/// The bytes of a name of value labels in a dta file of this version.
+std::size_t LabelSetNameBytes(int version) {
+    return version >= 118 ? 129 : version >= 110 ? 33 : 9;
+}
+
 /// What the callbacks of a pass fill. No exception may cross the library: it waits here until the library is left.
 struct Collection {
     WorkMonitor& Monitor;
     StatisticalContent Content;
     std::exception_ptr Failure;
+    std::string_view Extension;
+    std::size_t MostNameBytes = std::string::npos;  // of a set of value labels
+
+    /// The library hands over the field of a dta file, whether or not the name in it has an end.
+    [[nodiscard]] std::string LabelSetName(const char* field) const {
+        return field == nullptr ? "" : std::string(field, strnlen(field, MostNameBytes));
+    }
 };
 
 template <typename Action>
@@ -69,6 +83,10 @@ int Collect(void* context, Action action) noexcept {
 int CollectMetadata(readstat_metadata_t* metadata, void* context) {
     return Collect(context, [&](StatisticalContent& content) {
         content.FileLabel = TextFrom(readstat_get_file_label(metadata));
+        Collection& collection = *static_cast<Collection*>(context);
+        if (collection.Extension == "dta") {
+            collection.MostNameBytes = LabelSetNameBytes(readstat_get_file_format_version(metadata));
+        }
         if (metadata->row_count >= 0) {
             content.DeclaredCases = metadata->row_count;
         }
@@ -97,7 +115,7 @@ int CollectVariable(int /*index*/, readstat_variable_t* variable, const char* la
         column.Name = TextFrom(readstat_variable_get_name(variable));
         column.Label = TextFrom(readstat_variable_get_label(variable));
         column.Format = TextFrom(readstat_variable_get_format(variable));
-        column.LabelSetName = labelSetName == nullptr ? "" : labelSetName;
+        column.LabelSetName = static_cast<Collection*>(context)->LabelSetName(labelSetName);
         column.IsText = readstat_variable_get_type_class(variable) == READSTAT_TYPE_CLASS_STRING;
         CollectMissingRanges(variable, column);
     });
@@ -112,7 +130,7 @@ int CollectWeight(readstat_variable_t* variable, void* context) {
 int CollectLabel(const char* labelSetName, readstat_value_t value, const char* label, void* context) {
     return Collect(context, [&](StatisticalContent& content) {
         const std::string text = TextFrom(label);
-        LabelSet& labels = content.LabelSets[labelSetName == nullptr ? "" : labelSetName];
+        LabelSet& labels = content.LabelSets[static_cast<Collection*>(context)->LabelSetName(labelSetName)];
         if (text.empty()) {
             return;
         }
@@ -192,6 +210,11 @@ bool IsWhole(const StatisticalContent& content) {
            });
 }
 
+static_assert(std::ranges::all_of(fileFormats, [](const FileFormat& format) {
+    return format.IsDelimitedText !=
+           (std::ranges::find(formats, format.Extension, &Format::Extension) != formats.end());
+}));
+
 }  // namespace
 
 bool IsStatisticalFile(std::string_view extension) {
@@ -204,7 +227,7 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
     monitor.RequireMemory(0);
     monitor.Enter(0, shareOfParsing);
     const Parser parser = MakeParser(encodingName);
-    Collection collection{.Monitor = monitor, .Content = {}, .Failure = {}};
+    Collection collection{.Monitor = monitor, .Content = {}, .Failure = {}, .Extension = extension};
     const readstat_error_t error = FindFormat(extension)->Parse(parser.get(), path.c_str(), &collection);
     if (collection.Failure) {
         std::rethrow_exception(collection.Failure);

@@ -8,6 +8,7 @@
 
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
@@ -96,6 +97,13 @@ TEST(DataFile, ReadingTellsItsProgressAndCanBeEnded) {
         EXPECT_EQ(shares.back(), 1) << path;
         EXPECT_THROW((void)ReadDataFile(path, {.Cancelled = [] { return true; }}), Interrupted) << path;
     }
+}
+
+TEST(FileFormats, TheReadmeHasTheirTable) {
+    EXPECT_NE(ContentOf(testing_locations::Sample("../README.md")).find(FormatTable()), std::string::npos)
+        << FormatTable();
+    EXPECT_EQ(ReadFormats(), "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt");
+    EXPECT_EQ(WrittenFormats(), "csv, sav, zsav or dta");
 }
 
 TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {

@@ -203,6 +203,30 @@ TEST(StatisticalFile, EncodingOverridesThatOfTheFile) {
     EXPECT_THROW((void)ReadDataFile(path, {.Encoding = "klingon"}), UsageError);
 }
 
+TEST(StatisticalFile, NamesOfLabelSetsMayFillTheirFields) {
+    for (const auto& [version, bytes] :
+         {std::pair(108, 9UL), std::pair(114, 33UL), std::pair(117, 33UL), std::pair(118, 129UL)}) {
+        Maker maker("dta");
+        readstat_writer_set_file_format_version(maker.Raw, static_cast<std::uint8_t>(version));
+        for (const char* name : {"AAAA", "BBBB"}) {
+            readstat_label_int32_value(maker.Labels(maker.Number(name, {1}), READSTAT_TYPE_INT32), 1, name);
+        }
+        std::string file = maker.Bytes();
+        // Behind the names of the variables: those of their sets, and those before the labels.
+        for (const char* name : {"AAAA", "BBBB"}) {
+            std::size_t place = file.find(name) + 1;
+            for (int i = 0; i < 2; ++i) {
+                place = file.find(std::string(name) + std::string(bytes - 4, '\0'), place);
+                ASSERT_NE(place, std::string::npos) << version;
+                std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(place), bytes, name[0]);
+                place += bytes;
+            }
+        }
+        const TemporaryFolder folder;
+        EXPECT_EQ(ShowFile(folder.Put("t.dta", file)), "AAAA N 1=AAAA; BBBB N 1=BBBB") << version;
+    }
+}
+
 TEST_F(RealData, StatisticalFilesCutShortAreRefused) {
     const std::string bytes = ContentOf(File("adult.sav"));
     const TemporaryFolder folder;

@@ -1,0 +1,55 @@
+#include "workbench/formats/FileFormats.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace quillara {
+namespace {
+
+std::string Joined(const std::vector<std::string>& texts, std::string_view beforeLast) {
+    std::string joined;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        joined += i == 0 ? "" : i + 1 == texts.size() ? std::string(beforeLast) : ", ";
+        joined += texts[i];
+    }
+    return joined;
+}
+
+}  // namespace
+
+const FileFormat* FindFileFormat(std::string_view extension) {
+    const auto* found = std::ranges::find(fileFormats, extension, &FileFormat::Extension);
+    return found == fileFormats.end() ? nullptr : found;
+}
+
+std::string ReadFormats() {
+    std::vector<std::string> formats = {"csv and other delimited text"};
+    for (const FileFormat& format : fileFormats) {
+        if (!format.IsDelimitedText) {
+            formats.emplace_back(format.Extension);
+        }
+    }
+    return Joined(formats, ", ");
+}
+
+std::string WrittenFormats() {
+    std::vector<std::string> formats;
+    for (const FileFormat& format : fileFormats) {
+        if (format.IsWritten) {
+            formats.emplace_back(format.Extension);
+        }
+    }
+    return Joined(formats, " or ");
+}
+
+std::string FormatTable() {
+    std::string table = "| extension | content | when written, keeps |\n|---|---|---|\n";
+    for (const FileFormat& format : fileFormats) {
+        const std::string_view keeps = format.IsWritten ? format.Keeps : "isn't written";
+        table.append("| ").append(format.Extension).append(" | ").append(format.Content).append(" | ");
+        table.append(keeps).append(" |\n");
+    }
+    return table;
+}
+
+}  // namespace quillara
