@@ -21,30 +21,6 @@ bool IsWholeWithinRange(double value, double rounded) {
     return NearlyEqual(value, rounded) && !ClearlyBelow(LargestWholeValue, std::fabs(value));
 }
 
-int NameCategories(CDrillDown& analysis, const CDrillDown::DrillSet* set, std::int16_t var) {
-    HostBuffer<char> buffer(analysis, NameFieldSize);
-    if (!buffer) {
-        return 0;
-    }
-    const auto record = analysis.LookFor(var, set);
-    if (record == set->end()) {
-        return 1;
-    }
-    for (const Categories& category : record->CategorySet) {
-        std::fill_n(buffer.data(), NameFieldSize, '\0');
-        int position = 0;
-        const bool labelled = analysis.ValueToLabelText(var, category.Upper, &position, buffer.data()) == 1;
-        std::string name = buffer.data();
-        if (labelled) {
-            name = TrimBlanks(name);
-            analysis.ExpandPossible8CharHash(name);
-            analysis.StripFormatting(name);
-        }
-        Editable(category).Name = std::move(name);
-    }
-    return 1;
-}
-
 }  // namespace
 
 int CDrillDown::ValueToLabelText(std::int16_t var, double value, int* position, char* buffer) {
@@ -69,12 +45,34 @@ int CDrillDown::ValueToLabelText(std::int16_t var, double value, int* position, 
     return 0;
 }
 
+bool NameCategories(CDrillDown& analysis, const Drill& record) {
+    HostBuffer<char> buffer(analysis, NameFieldSize);
+    if (!buffer) {
+        return false;
+    }
+    for (const Categories& category : record.CategorySet) {
+        std::fill_n(buffer.data(), NameFieldSize, '\0');
+        int position = 0;
+        const bool labelled = analysis.ValueToLabelText(record.VarNo, category.Upper, &position, buffer.data()) == 1;
+        std::string name = buffer.data();
+        if (labelled) {
+            name = TrimBlanks(name);
+            analysis.ExpandPossible8CharHash(name);
+            analysis.StripFormatting(name);
+        }
+        Editable(category).Name = std::move(name);
+    }
+    return true;
+}
+
 int CDrillDown::SetCategoriesName(std::int16_t var) {
-    return NameCategories(*this, DrillDowns, var);
+    const Drill* record = FindRecord(DrillDowns, var);
+    return record == nullptr || NameCategories(*this, *record) ? 1 : 0;
 }
 
 int CDrillDown::SetReviewCategoriesName(std::int16_t var) {
-    return NameCategories(*this, Reviews, var);
+    const Drill* record = FindRecord(Reviews, var);
+    return record == nullptr || NameCategories(*this, *record) ? 1 : 0;
 }
 
 std::string DisplayName(CDrillDown& analysis, std::int16_t var, char* field) {

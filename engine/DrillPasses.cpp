@@ -1,8 +1,11 @@
 #include <vector>
 
 #include "engine/CasePass.h"
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
+#include "engine/RecordIndex.h"
+#include "engine/StoredStatistics.h"
 
 namespace {
 
@@ -12,24 +15,25 @@ PassVariable Variable(const Drill& record, PassSide side, Drill* target, Categor
 
 /// All drill-down and review records with what becomes of their values after a drill.
 std::vector<PassVariable> VariablesAfterDrill(const CDrillDown& analysis) {
+    const RecordIndex drills(*analysis.DrillDowns);
+    const RecordIndex reviews(*analysis.Reviews);
     std::vector<PassVariable> variables;
     for (const Drill& record : *analysis.DrillDowns) {
-        variables.push_back(Variable(record, DrillSide, CDrillDown::FindRecord(analysis.DrillDowns, record.VarNo),
-                                     CategoryCounting::DistinctByMethod));
+        variables.push_back(Variable(record, DrillSide, drills.Find(record.VarNo), CategoryCounting::DistinctByMethod));
     }
     for (const Drill& record : *analysis.Reviews) {
-        variables.push_back(Variable(record, ReviewSide, CDrillDown::FindRecord(analysis.Reviews, record.VarNo),
-                                     CategoryCounting::DistinctByMethod));
+        variables.push_back(
+            Variable(record, ReviewSide, reviews.Find(record.VarNo), CategoryCounting::DistinctByMethod));
     }
     return variables;
 }
 
 /// All drill-down and review records with what becomes of their values in a recount.
 std::vector<PassVariable> VariablesBeforeDrill(const CDrillDown& analysis) {
+    const RecordIndex drills(*analysis.DrillDowns);
     std::vector<PassVariable> variables;
     for (const Drill& record : *analysis.DrillDowns) {
-        variables.push_back(Variable(record, DrillSide, CDrillDown::FindRecord(analysis.DrillDowns, record.VarNo),
-                                     CategoryCounting::ByMethod));
+        variables.push_back(Variable(record, DrillSide, drills.Find(record.VarNo), CategoryCounting::ByMethod));
     }
     for (const Drill& record : *analysis.Reviews) {
         // Intended: as intervals also for distinct values, unlike the drill-down records; the set holds them already.
@@ -59,43 +63,28 @@ void ResetCounts(const CDrillDown& analysis) {
     }
 }
 
-void StoreStatistics(Drill& record, const MomentStatistics& found) {
-    record.Min = found.Min;
-    record.Max = found.Max;
-    record.Mean = found.Mean;
-    record.SumSquares = found.SumSquares;
-    record.MissingCount = found.MissingCount;
-    record.MissingWeight = found.MissingWeight;
-    record.ValidCount = found.ValidCount;
-    record.ValidWeight = found.ValidWeight;
-}
-
-/// What sets the two lists apart when a drill pass is stored.
-struct RecordList {
-    CDrillDown::DrillSet* CDrillDown::*Set;
-    int (CDrillDown::*NameCategories)(std::int16_t);
-    int (Drill::*BuildIntervals)();
-};
+/// How the intervals of a list are cut when a drill pass is stored.
+using BuildIntervals = int (Drill::*)();
 
 // Intended: rebuilt by their method, unlike the review records; drill variables offer every method.
-constexpr RecordList DrillDownList{&CDrillDown::DrillDowns, &CDrillDown::SetCategoriesName, &Drill::RebuildCategories};
+constexpr BuildIntervals BuildDrillIntervals = &Drill::RebuildCategories;
 // Intended: neat intervals under every interval method, unlike the drill-down records; reviews offer no other choice.
-constexpr RecordList ReviewList{&CDrillDown::Reviews, &CDrillDown::SetReviewCategoriesName, &Drill::MakeNeatCategories};
+constexpr BuildIntervals BuildReviewIntervals = &Drill::MakeNeatCategories;
 
-/// Stores statistics from the place `next` of the tally on, and names or rebuilds the categories.
-void StoreList(CDrillDown& analysis, const RecordList& list, const MomentTally& moments, std::size_t& next) {
-    for (const Drill& entry : *(analysis.*list.Set)) {
-        Drill& record = Editable(entry);
-        StoreStatistics(record, moments.Of(next++));
-        if (record.TakesDistinctValues()) {
-            if ((analysis.*list.NameCategories)(record.VarNo) == 0) {
-                analysis.DataChanged = 1;  // the next result makes the names
-            }
-            record.Isset = 1;
-        } else {
+/// Stores the statistics of the variables, and names or rebuilds their categories.
+void StorePass(CDrillDown& analysis, const std::vector<PassVariable>& variables, const MomentTally& moments) {
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        Drill& record = *variables[i].Feed.Feeder;
+        StoreStatistics(record, moments.Of(i));
+        if (!record.TakesDistinctValues()) {
             record.Isset = 0;
-            (record.*list.BuildIntervals)();
+            (record.*(variables[i].Side == DrillSide ? BuildDrillIntervals : BuildReviewIntervals))();
+            continue;
         }
+        if (!NameCategories(analysis, *variables[i].Feed.Target)) {
+            analysis.DataChanged = 1;  // the next result makes the names
+        }
+        record.Isset = 1;
     }
 }
 
@@ -115,9 +104,7 @@ int RunAfterDrill(CDrillDown& analysis) {
         EmptyCategories(analysis);
         return 0;
     }
-    std::size_t next = 0;
-    StoreList(analysis, DrillDownList, moments, next);
-    StoreList(analysis, ReviewList, moments, next);
+    StorePass(analysis, variables, moments);
     return 1;
 }
 
@@ -149,14 +136,13 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     if (pass.Run() == PassOutcome::Cancelled) {
         return 0;
     }
-    for (const Drill& entry : *DrillDowns) {
-        Drill& record = Editable(entry);
-        // Without memory for the names the record stays to be recounted.
-        record.Isset = !record.TakesDistinctValues() || SetCategoriesName(record.VarNo) != 0 ? 1 : 0;
-    }
-    // Intended: no naming, unlike above; the values of the reviews keep the names of the pass that met them.
-    for (const Drill& entry : *Reviews) {
-        Editable(entry).Isset = 1;
+    for (const PassVariable& variable : variables) {
+        Drill& record = *variable.Feed.Feeder;
+        // Intended: no naming of reviews, unlike drill-down records; the values of the reviews keep the names of the
+        // pass that met them. Without memory for the names a record stays to be recounted.
+        const bool named = variable.Side == ReviewSide || !record.TakesDistinctValues() ||
+                           NameCategories(*this, *variable.Feed.Target);
+        record.Isset = named ? 1 : 0;
     }
     return 1;
 }

@@ -3,12 +3,13 @@
 #include "engine/CasePass.h"
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
+#include "engine/RecordIndex.h"
 
 namespace {
 
 /// A drill variable whose values go into the intervals of the first drill-down record with its number.
-PassVariable CountedVariable(const CDrillDown& analysis, std::int16_t var) {
-    Drill* target = CDrillDown::FindRecord(analysis.DrillDowns, var);
+PassVariable CountedVariable(const RecordIndex& records, std::int16_t var) {
+    Drill* target = records.Find(var);
     return {var, DrillSide, {target, target, 0, CategoryCounting::IntoIntervals}};
 }
 
@@ -54,9 +55,10 @@ int CDrillDown::SetContinuousIntervals() {
 }
 
 int CDrillDown::FillNeatIntervals() {
+    const RecordIndex records(*DrillDowns);
     std::vector<PassVariable> variables;
     for (int i = 0; i < NoContinuous; ++i) {
-        variables.push_back(CountedVariable(*this, Continuous[i]));
+        variables.push_back(CountedVariable(records, Continuous[i]));
     }
     if (CountIntervals(*this, CountOfAllIntervals, variables) == 0) {
         return 0;
@@ -68,10 +70,11 @@ int CDrillDown::FillNeatIntervals() {
 }
 
 int CDrillDown::FillContinuousIntervals() {
+    const RecordIndex records(*DrillDowns);
     std::vector<PassVariable> variables;
     for (const Drill& record : *DrillDowns) {
         if (record.VarType == ContinuousVariable) {
-            variables.push_back(CountedVariable(*this, record.VarNo));
+            variables.push_back(CountedVariable(records, record.VarNo));
         }
     }
     if (CountIntervals(*this, CountOfRemainingIntervals, variables) == 0) {

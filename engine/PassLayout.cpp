@@ -32,12 +32,16 @@ PassLayout::PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<c
 }
 
 std::size_t PassLayout::ColumnOf(CDrillDown& analysis, std::int16_t var) {
-    const auto known = std::find(Needed.begin(), Needed.end(), var);
-    const auto column = static_cast<std::size_t>(known - Needed.begin());
-    if (known == Needed.end()) {
+    const auto place = static_cast<std::size_t>(var);
+    if (place >= ColumnsByVariable.size()) {
+        ColumnsByVariable.resize(place + 1, NoColumn);
+    }
+    std::size_t& column = ColumnsByVariable[place];
+    if (column == NoColumn) {
         // A missing code doesn't change during a pass, so it is asked for once and not for every value.
         double code = 0.0;
         analysis.getmd5(var, &code);
+        column = Needed.size();
         Needed.push_back(var);
         Missing.push_back(RangeNearlyEqualTo(code));
     }

@@ -32,7 +32,11 @@ struct PassLayout {
     bool SharedTargets = false;  ///< some record takes the values of more than one variable of the pass
 
   private:
+    static constexpr auto NoColumn = static_cast<std::size_t>(-1);
+
     std::size_t ColumnOf(CDrillDown& analysis, std::int16_t var);
     void PlaceSides(std::span<const PassVariable> variables);
     void CollectCasewise(CDrillDown& analysis, const PassRules& rules);
+
+    std::vector<std::size_t> ColumnsByVariable;
 };

@@ -1,9 +1,13 @@
 #include <span>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/CasePass.h"
+#include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
+#include "engine/RecordIndex.h"
+#include "engine/StoredStatistics.h"
 
 namespace {
 
@@ -12,10 +16,6 @@ struct VariableScan {
     const PassRules& Rules;
     PassSide Side;
     CDrillDown::DrillSet* CDrillDown::*Set;
-    int (CDrillDown::*MarkCounted)(int);
-    int (CDrillDown::*NameCategories)(std::int16_t);
-    int (CDrillDown::*StoreDescriptives)(std::int16_t, double, double, double, double);
-    int (CDrillDown::*StoreCounts)(std::int16_t, std::int32_t, double, std::int32_t, double);
     int (CDrillDown::*BuildIntervals)();
     bool EmptiesSetOnCancel;
 };
@@ -24,10 +24,6 @@ constexpr VariableScan DrillScan{
     ScanOfDrillVariables,
     DrillSide,
     &CDrillDown::DrillDowns,
-    &CDrillDown::SetCategoriesIsset,
-    &CDrillDown::SetCategoriesName,
-    &CDrillDown::SetDrillDescriptives,
-    &CDrillDown::SetMissingCount,
     &CDrillDown::SetNeatIntervals,
     // Intended: emptied, unlike the review records, which keep what the pass had found; without drill records
     // nothing can be drilled on half-read data.
@@ -38,17 +34,13 @@ constexpr VariableScan ReviewScan{
     ScanOfReviewVariables,
     ReviewSide,
     &CDrillDown::Reviews,
-    &CDrillDown::SetReviewCategoriesIsset,
-    &CDrillDown::SetReviewCategoriesName,
-    &CDrillDown::SetReviewDescriptives,
-    &CDrillDown::SetReviewMissingCount,
     &CDrillDown::SetReviewsIntervals,
     // Intended: kept, unlike the drill-down records; review tables then show what the pass had found.
     false,
 };
 
-PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& scan, std::int16_t var, bool categorical) {
-    Drill* target = CDrillDown::FindRecord(analysis.*scan.Set, var);
+PassVariable ScannedVariable(const VariableScan& scan, const RecordIndex& records, std::int16_t var, bool categorical) {
+    Drill* target = records.Find(var);
     // Intended: distinct values are collected whatever the method becomes on the way, unlike after a drill; intervals
     // replace them at the end of the scan.
     const CategoryCounting counting = categorical ? CategoryCounting::EveryValue : CategoryCounting::None;
@@ -57,29 +49,40 @@ PassVariable ScannedVariable(const CDrillDown& analysis, const VariableScan& sca
 
 std::vector<PassVariable> ScannedVariables(const CDrillDown& analysis, const VariableScan& scan) {
     const SelectionMembers& selection = Selections[scan.Side];
+    const RecordIndex records(*(analysis.*scan.Set));
     std::vector<PassVariable> variables;
     for (const std::int16_t var : selection.CategoricalOf(analysis)) {
-        variables.push_back(ScannedVariable(analysis, scan, var, true));
+        variables.push_back(ScannedVariable(scan, records, var, true));
     }
     for (const std::int16_t var : selection.ContinuousOf(analysis)) {
-        variables.push_back(ScannedVariable(analysis, scan, var, false));
+        variables.push_back(ScannedVariable(scan, records, var, false));
     }
     return variables;
 }
 
+/// Marks every record of a categorical variable, also a second one, as counted if its method takes distinct values.
+void MarkCounted(const CDrillDown& analysis, const VariableScan& scan) {
+    const auto list = Selections[scan.Side].CategoricalOf(analysis);
+    const std::unordered_set<std::int16_t> categorical(list.begin(), list.end());
+    for (const Drill& record : *(analysis.*scan.Set)) {
+        if (categorical.contains(record.VarNo)) {
+            Editable(record).Isset = record.TakesDistinctValues() ? 1 : 0;
+        }
+    }
+}
+
 void StoreScan(CDrillDown& analysis, const VariableScan& scan, std::span<const PassVariable> variables,
                const MomentTally& moments) {
+    MarkCounted(analysis, scan);
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        const std::int16_t var = variables[i].VarNo;
-        if (variables[i].Feed.Counting == CategoryCounting::EveryValue) {
-            (analysis.*scan.MarkCounted)(var);
-            if ((analysis.*scan.NameCategories)(var) == 0) {
-                analysis.DataChanged = 1;  // the next result makes the names
-            }
+        Drill* record = variables[i].Feed.Target;
+        if (record == nullptr) {
+            continue;
         }
-        const MomentStatistics found = moments.Of(i);
-        (analysis.*scan.StoreDescriptives)(var, found.Min, found.Max, found.Mean, found.SumSquares);
-        (analysis.*scan.StoreCounts)(var, found.MissingCount, found.MissingWeight, found.ValidCount, found.ValidWeight);
+        if (variables[i].Feed.Counting == CategoryCounting::EveryValue && !NameCategories(analysis, *record)) {
+            analysis.DataChanged = 1;  // the next result makes the names
+        }
+        StoreStatistics(*record, moments.Of(i));
     }
     (analysis.*scan.BuildIntervals)();
 }
