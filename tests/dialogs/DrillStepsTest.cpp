@@ -124,8 +124,9 @@ TEST_F(DrillStepsTest, UpUndoesTheSelectedStepOnly) {
 TEST_F(DrillStepsTest, UpForgetsWhatIsNotStoredOfThePage) {
     Down("sex", "1");
     Pick("age");
+    PickUp("sex (1)");
     Click(IntegerCategoriesRadio);
-    Up("sex (1)");
+    Click(UpButton);
     EXPECT_EQ(Record("age").Method, NeatIntervals);
 }
 
