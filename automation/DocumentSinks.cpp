@@ -5,6 +5,8 @@
 #include "automation/OutputTracker.h"
 #include "platform/CountedPointer.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::uint32_t MostEventParameters = 18;

@@ -19,6 +19,8 @@ class CQCOMSink {
     virtual std::uint32_t Release() = 0;
 };
 
+namespace drilldown {
+
 /// Listens to one document, and takes it out of the tracker when it closes. Counted: the tracker holds a reference and
 /// so does the connection. The two kinds differ in their DocumentKind only.
 class CQCOMDocumentSink : public CQCOMSink, public IDispatch {
@@ -55,14 +57,16 @@ class CQCOMDocumentSink : public CQCOMSink, public IDispatch {
     const DocumentKind& Kind;
 };
 
-class CQCOMSpreadsheetSink final : public CQCOMDocumentSink {
+}  // namespace drilldown
+
+class CQCOMSpreadsheetSink final : public drilldown::CQCOMDocumentSink {
   public:
-    CQCOMSpreadsheetSink() : CQCOMDocumentSink(SpreadsheetKind) {}
+    CQCOMSpreadsheetSink() : drilldown::CQCOMDocumentSink(SpreadsheetKind) {}
 };
 
-class CQCOMGraphSink final : public CQCOMDocumentSink {
+class CQCOMGraphSink final : public drilldown::CQCOMDocumentSink {
   public:
-    CQCOMGraphSink() : CQCOMDocumentSink(GraphKind) {}
+    CQCOMGraphSink() : drilldown::CQCOMDocumentSink(GraphKind) {}
 };
 
 /// A sink that listens to a document for a tracker, under a key; the caller gets a reference. Null when the document is

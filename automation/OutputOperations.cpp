@@ -1,6 +1,8 @@
 #include "automation/OutputTracker.h"
 #include "engine/DrillDown.h"
 
+using namespace drilldown;
+
 std::int32_t CDrillDown::AutoUpdate(std::uint16_t /*unused*/) {
     if (StandAloneResults == 0) {
         return 0;

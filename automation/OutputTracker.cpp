@@ -16,6 +16,8 @@
 #include "host/WindowServices.h"
 #include "platform/WindowMessages.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Runs what a document or the host does. For want of memory it is passed over like any other failure there: a document

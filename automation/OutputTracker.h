@@ -8,6 +8,8 @@
 class CDrillDown;
 class CQCOMSink;
 
+namespace drilldown {
+
 /// Name of an output: the command id of the button that made it, and its place among the outputs of that command.
 struct OutputKey {
     std::uint32_t OutputId = 0;
@@ -16,6 +18,8 @@ struct OutputKey {
     friend bool operator==(const OutputKey&, const OutputKey&) = default;
 };
 
+}  // namespace drilldown
+
 /// A document that stands alone.
 struct TrackedOutput {
     std::uint32_t OutputId = 0;
@@ -23,7 +27,7 @@ struct TrackedOutput {
     IDispatch* Document = nullptr;  ///< no reference is held: the host keeps it until it closes or is hidden
     CQCOMSink* Sink = nullptr;  ///< one reference; null: the document isn't watched
 
-    [[nodiscard]] OutputKey Key() const { return {OutputId, OutputSeq}; }
+    [[nodiscard]] drilldown::OutputKey Key() const { return {OutputId, OutputSeq}; }
 };
 
 /// The memory of the result documents that stand alone: takes them from the host's routing, and after a drill step
@@ -48,7 +52,7 @@ class COutputTracker {
     void Update();
 
     /// The document of a key; the end of Outputs when there is none.
-    OutputList::iterator FindOutput(const OutputKey& key);
+    OutputList::iterator FindOutput(const drilldown::OutputKey& key);
     /// Forgets a document; `hide`: its analysis forgets it too, and it is hidden.
     void RemoveOutput(OutputList::iterator entry, bool hide);
     void RemoveAll(bool hide);
@@ -61,12 +65,12 @@ class COutputTracker {
     std::uint32_t CurrentCommand = 0;  ///< command that the update runs again; 0: none
     std::uint32_t NextId = 0;  ///< not 0: the key part that the next document takes in place of its own
     std::uint32_t NextSeq = 0;  ///< the same for the sequence
-    std::list<OutputKey> Pending;  ///< keys of an update that haven't been made anew yet
+    std::list<drilldown::OutputKey> Pending;  ///< keys of an update that haven't been made anew yet
 
   private:
-    OutputKey TakeNextKey();
-    void AddOutput(const OutputKey& key, IDispatch* document);
-    void TakeNew(const OutputKey& key, IDispatch* document);
+    drilldown::OutputKey TakeNextKey();
+    void AddOutput(const drilldown::OutputKey& key, IDispatch* document);
+    void TakeNew(const drilldown::OutputKey& key, IDispatch* document);
     bool ReplaceInPlace(IDispatch* old, IDispatch* fresh);
     void RunAllAgain();
     bool RunAgain(std::uint32_t command);

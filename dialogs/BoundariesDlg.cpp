@@ -5,6 +5,8 @@
 #include "engine/HostBuffer.h"
 #include "resources/ControlIds.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Bytes of the edit box that are read, with the zero at the end.

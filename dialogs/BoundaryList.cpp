@@ -4,6 +4,8 @@
 
 #include "host/TextFunctions.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int ListNumberMode = 5;
@@ -14,7 +16,7 @@ bool IsSeparator(char c) {
 
 }  // namespace
 
-BoundaryListResult ReadBoundaryList(const char* text, std::span<double, MostBoundaries> boundaries) {
+BoundaryListResult drilldown::ReadBoundaryList(const char* text, std::span<double, MostBoundaries> boundaries) {
     const std::array<char, 3> separators{' ', GetListSep(), '\0'};
     std::size_t count = 0;
     for (;;) {

@@ -5,6 +5,8 @@
 
 #include "resources/StringTable.h"
 
+namespace drilldown {
+
 /// Most boundaries that a user can give.
 inline constexpr std::size_t MostBoundaries = 99;
 
@@ -25,3 +27,5 @@ struct BoundaryListResult {
 /// Reads a list of strictly rising numbers, separated by blanks and by the list separator of the host, several of which
 /// count as one. A line feed is no separator. The first fault from the left ends the reading.
 [[nodiscard]] BoundaryListResult ReadBoundaryList(const char* text, std::span<double, MostBoundaries> boundaries);
+
+}  // namespace drilldown

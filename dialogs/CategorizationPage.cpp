@@ -7,6 +7,8 @@
 #include "host/WindowServices.h"
 #include "resources/ControlIds.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int FewestIntervals = 2;

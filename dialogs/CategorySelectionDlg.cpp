@@ -11,6 +11,8 @@
 #include "resources/StringTable.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::uint32_t GridLines = 1;

@@ -10,6 +10,8 @@
 #include "host/WindowServices.h"
 #include "resources/ControlIds.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// What the analysis offers; each enables some controls.

@@ -19,6 +19,8 @@
 #include "resources/Dialogs.h"
 #include "resources/StringTable.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int ResultFieldAttribute = 1;  // of the host's colours

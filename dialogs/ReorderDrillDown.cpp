@@ -7,6 +7,8 @@
 #include "engine/OutOfMemory.h"
 #include "resources/ControlIds.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::int32_t NotPlaced = -1;

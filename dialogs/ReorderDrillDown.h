@@ -19,7 +19,7 @@ class ReorderDrillDown : public CDrillDownModalDialog {
     std::int64_t EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) override;
 
     CDrillDown* Analysis;  ///< not owned
-    HostBuffer<std::int32_t> OrderMap;  ///< new place of each variable, -1: not placed
+    drilldown::HostBuffer<std::int32_t> OrderMap;  ///< new place of each variable, -1: not placed
     std::int32_t OrderCount;  ///< entries of OrderMap: one for each variable, in its present order
     std::int32_t OrderAssigned = 0;  ///< entries that are placed; their places are 0 .. OrderAssigned - 1
 

@@ -6,6 +6,8 @@
 #include "engine/OutOfMemory.h"
 #include "host/WindowServices.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int ReorderMode = 0;

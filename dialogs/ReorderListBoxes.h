@@ -5,6 +5,8 @@
 #include "engine/DrillDown.h"
 #include "host/ListControls.h"
 
+namespace drilldown {
+
 /// What sets the two lists of the startup dialog apart.
 struct ReorderedSet {
     CDrillDown::DrillSet* CDrillDown::*Set;  ///< the records that the rows show
@@ -32,15 +34,17 @@ class DrillSetListBox : public CReorderListBox {
     HWND ListHandle = nullptr;  ///< the control that it was attached to
 };
 
+}  // namespace drilldown
+
 /// The list of the drill-down variables.
-class CDrillReorderListBox : public DrillSetListBox {
+class CDrillReorderListBox : public drilldown::DrillSetListBox {
   public:
     /// The analysis outlives it.
     explicit CDrillReorderListBox(CDrillDown& analysis);
 };
 
 /// The list of the drill-up variables, newest step first.
-class CDrillUpReorderListBox : public DrillSetListBox {
+class CDrillUpReorderListBox : public drilldown::DrillSetListBox {
   public:
     /// The analysis outlives it.
     explicit CDrillUpReorderListBox(CDrillDown& analysis);

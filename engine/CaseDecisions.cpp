@@ -5,6 +5,8 @@
 
 #include "engine/DrillDown.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Longest case name that is copied into the text line.
@@ -35,7 +37,7 @@ bool AnyMissing(CDrillDown& analysis, const double* values, const std::int16_t* 
 
 }  // namespace
 
-void StoreCase(CDrillDown& analysis, int caseNumber, const CaseExtras& extras) {
+void drilldown::StoreCase(CDrillDown& analysis, int caseNumber, const CaseExtras& extras) {
     Wght_com& stored = analysis.CaseWeight;
     stored.Weighted = static_cast<std::int16_t>(extras.Weighted != 0 ? 1 : 0);
     stored.Weight = extras.Weight;

@@ -7,6 +7,8 @@
 
 class CDrillDown;
 
+namespace drilldown {
+
 /// What the host gives with the values of a case.
 struct CaseExtras {
     int Weighted = 0;
@@ -42,3 +44,5 @@ enum class WeightRule : std::uint8_t {
     }
     return RoundHalfAwayFromZero(stored);
 }
+
+}  // namespace drilldown

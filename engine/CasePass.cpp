@@ -4,6 +4,8 @@
 
 #include "resources/StringTable.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Cases read at a time; the columns of a dozen variables stay in the second cache.

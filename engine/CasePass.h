@@ -14,6 +14,8 @@
 #include "engine/PassLayout.h"
 #include "engine/PassRules.h"
 
+namespace drilldown {
+
 enum class PassOutcome : std::uint8_t { Completed, Cancelled };
 
 /// One pass over the cases of the table: decides for each case whether it takes part, with which weight and for which
@@ -73,3 +75,5 @@ class CasePass {
     std::vector<TallyColumn> Columns;  // of the variables of the pass in the present block
     bool HasMemory;
 };
+
+}  // namespace drilldown

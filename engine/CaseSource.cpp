@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace drilldown;
+
 namespace {
 
 /// Rows before the first one at which the pass must stop.

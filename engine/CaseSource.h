@@ -7,6 +7,8 @@
 #include "engine/HostBuffer.h"
 #include "host/CaseBlocks.h"
 
+namespace drilldown {
+
 /// Consecutive cases of the variables of a pass, as columns. Valid until the next block is read.
 struct CaseColumns {
     std::int32_t Count = 0;
@@ -45,3 +47,5 @@ class CaseSource {
     HostBuffer<const double*> Columns;
     bool HasMemory;
 };
+
+}  // namespace drilldown

@@ -7,6 +7,8 @@
 #include "engine/Drill.h"
 #include "engine/NumberTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Building ends behind this many intervals; a step size far too small for the range would fill the memory.

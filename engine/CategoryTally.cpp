@@ -5,6 +5,8 @@
 #include <cmath>
 #include <functional>
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int KnownValueBits = 11;

@@ -7,6 +7,8 @@
 #include "engine/HostBuffer.h"
 #include "engine/MomentTally.h"
 
+namespace drilldown {
+
 /// What a pass does with the valid values of a variable besides its statistics.
 enum class CategoryCounting : std::uint8_t {
     None,  ///< nothing
@@ -65,3 +67,5 @@ class CategoryTally {
     HostBuffer<double*> Counts;  // their counts
     std::size_t Intervals = 0;
 };
+
+}  // namespace drilldown

@@ -9,6 +9,8 @@
 #include "engine/NumberTexts.h"
 #include "engine/Rounding.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr short NameFieldWidth = 8;
@@ -45,7 +47,7 @@ int CDrillDown::ValueToLabelText(std::int16_t var, double value, int* position, 
     return 0;
 }
 
-bool NameCategories(CDrillDown& analysis, const Drill& record) {
+bool drilldown::NameCategories(CDrillDown& analysis, const Drill& record) {
     HostBuffer<char> buffer(analysis, NameFieldSize);
     if (!buffer) {
         return false;
@@ -75,7 +77,7 @@ int CDrillDown::SetReviewCategoriesName(std::int16_t var) {
     return record == nullptr || NameCategories(*this, *record) ? 1 : 0;
 }
 
-std::string DisplayName(CDrillDown& analysis, std::int16_t var, char* field) {
+std::string drilldown::DisplayName(CDrillDown& analysis, std::int16_t var, char* field) {
     std::fill_n(field, NameFieldSize, '\0');
     analysis.getvn5(var, field);
     std::string name = TrimBlanks(field);

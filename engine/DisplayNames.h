@@ -7,6 +7,8 @@
 class CDrillDown;
 class Drill;
 
+namespace drilldown {
+
 /// Bytes of the field that the host writes a short name or a label into: 8 characters and a zero.
 inline constexpr std::size_t NameFieldSize = 9;
 
@@ -15,3 +17,5 @@ inline constexpr std::size_t NameFieldSize = 9;
 
 /// Gives each category of a record the name of its value; false, and the names stay, without memory for a work field.
 [[nodiscard]] bool NameCategories(CDrillDown& analysis, const Drill& record);
+
+}  // namespace drilldown

@@ -3,6 +3,8 @@
 #include <iterator>
 #include <utility>
 
+using namespace drilldown;
+
 Drill::Drill(std::int16_t varNo, std::int16_t varType, std::int16_t order, std::string name)
     : VarNo(varNo),
       VarType(varType),

@@ -7,6 +7,8 @@
 
 #include "engine/Categories.h"
 
+namespace drilldown {
+
 /// How the values of a variable are cut into categories. The numbers are stored and scripted; they never change.
 enum CategorizationMethod : std::int32_t {
     DistinctValues = 0,  ///< one category per distinct value
@@ -38,6 +40,8 @@ inline constexpr std::size_t UserBoundaryRoom = 100;
 
 /// What the result of AddDistinctValue tells.
 enum DistinctValueResult : int { SetEmptied = 0, ValueInserted = 1, ValueCounted = 2 };
+
+}  // namespace drilldown
 
 /// Everything the analysis knows about one variable: its statistics of the last pass, its categorization and its
 /// categories. A drill step is such a record with one ChosenCategory. Sets of records are ordered by Order alone.
@@ -98,13 +102,16 @@ class Drill {
     double StepSize = 1.0;  ///< width of the intervals of Method 3
     double StepStart = 0.0;  ///< their first bound when StartAtMin is 0
     std::int32_t StartAtMin = 1;  ///< 1: they start at Min
-    std::array<double, UserBoundaryRoom> UserInterv{};  ///< the user's boundaries, ascending; NU of them are set
+    std::array<double, drilldown::UserBoundaryRoom>
+        UserInterv{};  ///< the user's boundaries, ascending; NU of them are set
     std::int32_t NU = 0;  ///< number of the user's boundaries
     std::int16_t Isset = 0;  ///< 1: the counts are those of the present filter and categorization
     std::int16_t Order;  ///< place in its set
     std::int32_t ChosenCategory = -1;  ///< the category kept, in set order; the size of the set for Missing; -1: none
     std::set<Categories> CategorySet;  ///< the categories, ascending by Upper
 };
+
+namespace drilldown {
 
 /// Which values a method takes as categories as they come.
 enum class ValuesTaken : std::uint8_t { None, Every, Whole };
@@ -150,6 +157,8 @@ inline constexpr MethodFacts UnknownMethod{KeepRule::Everything, ValuesTaken::No
 [[nodiscard]] constexpr const MethodFacts& FactsOf(std::int32_t method) noexcept {
     return IsMethod(method) ? Methods[static_cast<std::size_t>(method)] : UnknownMethod;
 }
+
+}  // namespace drilldown
 
 [[nodiscard]] inline bool operator<(const Drill& left, const Drill& right) noexcept {
     return left.Order < right.Order;

@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+using namespace drilldown;
+
 namespace {
 
 std::int32_t CategoryCount(const Drill& record) {

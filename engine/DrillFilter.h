@@ -7,6 +7,8 @@
 #include "engine/HostBuffer.h"
 #include "platform/OrderedBits.h"
 
+namespace drilldown {
+
 /// One drill step as a condition on one variable.
 struct FilterCondition {
     std::int16_t VarNo;
@@ -53,3 +55,5 @@ class CompiledFilter {
     HostBuffer<FilterCondition> Conditions;
     std::size_t Count = 0;
 };
+
+}  // namespace drilldown

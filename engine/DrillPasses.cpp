@@ -7,6 +7,8 @@
 #include "engine/RecordIndex.h"
 #include "engine/StoredStatistics.h"
 
+using namespace drilldown;
+
 namespace {
 
 PassVariable Variable(const Drill& record, PassSide side, Drill* target, CategoryCounting counting) {

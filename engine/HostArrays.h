@@ -2,6 +2,8 @@
 
 #include "host/AnalysisSupport.h"
 
+namespace drilldown {
+
 /// Gives an array back to the host and nulls the pointer; null is passed over.
 template <typename T>
 void GiveBack(CAnalysisSupport& host, T*& array) {
@@ -10,3 +12,5 @@ void GiveBack(CAnalysisSupport& host, T*& array) {
         array = nullptr;
     }
 }
+
+}  // namespace drilldown

@@ -7,6 +7,8 @@
 
 #include "host/AnalysisSupport.h"
 
+namespace drilldown {
+
 /// Zeroed memory from the host for the length of one scope; null when there is none. For plain data only.
 template <typename T>
 class HostBuffer {
@@ -38,3 +40,5 @@ class HostBuffer {
     CAnalysisSupport* Host;
     T* Items = nullptr;
 };
+
+}  // namespace drilldown

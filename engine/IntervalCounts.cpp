@@ -5,6 +5,8 @@
 #include "engine/OutOfMemory.h"
 #include "engine/RecordIndex.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// A drill variable whose values go into the intervals of the first drill-down record with its number.

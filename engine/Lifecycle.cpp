@@ -4,6 +4,8 @@
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// The variable arrays, in the order in which they are allocated and freed.

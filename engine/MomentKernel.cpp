@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+using namespace drilldown;
+
 namespace {
 
 /// Four variables side by side.
@@ -161,7 +163,7 @@ bool HasWideRegisters() {
 
 }  // namespace
 
-void UpdateMoments(MomentLanes& lanes, std::size_t variables, const WeightedRows& rows) {
+void drilldown::UpdateMoments(MomentLanes& lanes, std::size_t variables, const WeightedRows& rows) {
 #if defined(__x86_64__)
     if (HasWideRegisters()) {
         UpdateOnWideProcessor(lanes, variables, rows);

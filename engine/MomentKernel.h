@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace drilldown {
+
 /// Variables whose chains of updates are taken side by side at most. The state of more of them no longer fits the
 /// registers, which costs more than overlapping gains.
 inline constexpr std::size_t MomentLaneLimit = 8;
@@ -35,3 +37,5 @@ struct MomentLanes {
 /// Updates the first `variables` lanes, at most MomentLaneLimit, with some cases. Every lane does the arithmetic of
 /// plain doubles in the order of the cases, on any processor.
 void UpdateMoments(MomentLanes& lanes, std::size_t variables, const WeightedRows& rows);
+
+}  // namespace drilldown

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace drilldown;
+
 namespace {
 
 constexpr double StartOfMin = 1.7e+308;

@@ -8,6 +8,8 @@
 #include "engine/MomentKernel.h"
 #include "platform/OrderedBits.h"
 
+namespace drilldown {
+
 /// Statistics of one variable at the end of a pass.
 struct MomentStatistics {
     double Min;
@@ -61,3 +63,5 @@ class MomentTally {
     HostBuffer<std::int32_t> MissingCount;
     bool HasMemory;
 };
+
+}  // namespace drilldown

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+using namespace drilldown;
+
 namespace {
 
 constexpr short FieldWidth = 8;
@@ -19,7 +21,7 @@ std::string TrimBound(std::string text) {
 
 }  // namespace
 
-int RealToFieldText(double value, unsigned char flags, char* buffer) {
+int drilldown::RealToFieldText(double value, unsigned char flags, char* buffer) {
     if (ValueIsValid(&value) == 0) {
         std::memcpy(buffer, NotPrintable, sizeof(NotPrintable));
         return 2;
@@ -38,13 +40,13 @@ int RealToFieldText(double value, unsigned char flags, char* buffer) {
     return static_cast<int>(std::strlen(buffer));
 }
 
-std::string FieldBoundText(double value) {
+std::string drilldown::FieldBoundText(double value) {
     std::array<char, TextSize> text{};
     RealToFieldText(value, CategoryBoundText, text.data());
     return TrimBound(text.data());
 }
 
-std::string RealBoundText(double value) {
+std::string drilldown::RealBoundText(double value) {
     if (ValueIsValid(&value) == 0) {
         return NotPrintable;
     }
@@ -53,7 +55,7 @@ std::string RealBoundText(double value) {
     return TrimBound(text.data());
 }
 
-std::string TrimBlanks(std::string_view text) {
+std::string drilldown::TrimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {
         return {};

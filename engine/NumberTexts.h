@@ -5,6 +5,8 @@
 
 #include "host/TextFunctions.h"
 
+namespace drilldown {
+
 /// Writes a value into a number field of 8 characters and a zero (9 bytes), "--" when it can't be printed. With flag
 /// 0x40 a magnitude in [0.001, 1) has 7 decimals in place of 8. Returns the length of the text.
 int RealToFieldText(double value, unsigned char flags, char* buffer);
@@ -17,3 +19,5 @@ int RealToFieldText(double value, unsigned char flags, char* buffer);
 
 /// A text without blanks at both ends.
 [[nodiscard]] std::string TrimBlanks(std::string_view text);
+
+}  // namespace drilldown

@@ -3,6 +3,8 @@
 #include "engine/DrillDown.h"
 #include "resources/StringTable.h"
 
+namespace drilldown {
+
 /// Tells the user that a pass had no memory. Gives the result of the operation that failed, 0.
 inline int ReportNotEnoughMemory(CAnalysisSupport& analysis) {
     analysis.dsplst(0, analysis.GetResourceString(NotEnoughMemoryText));
@@ -14,3 +16,5 @@ inline int ReportToBeReadAgain(CDrillDown& analysis) {
     analysis.DataChanged = 1;
     return ReportNotEnoughMemory(analysis);
 }
+
+}  // namespace drilldown

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+using namespace drilldown;
+
 namespace {
 
 bool HasSharedTargets(std::span<const PassVariable> variables) {

@@ -11,6 +11,8 @@
 #include "engine/PassRules.h"
 #include "platform/OrderedBits.h"
 
+namespace drilldown {
+
 /// Which columns a pass reads and who uses them. Made once, before the first case.
 struct PassLayout {
     PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<const PassVariable> variables,
@@ -40,3 +42,5 @@ struct PassLayout {
 
     std::vector<std::size_t> ColumnsByVariable;
 };
+
+}  // namespace drilldown

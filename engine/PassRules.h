@@ -5,6 +5,8 @@
 #include "engine/CategoryTally.h"
 #include "engine/VariableLists.h"
 
+namespace drilldown {
+
 /// Which cases a pass counts in ValidVar.
 enum class ValidVarRule : std::uint8_t {
     Untouched,  ///< ValidVar isn't written
@@ -53,3 +55,5 @@ struct PassVariable {
     PassSide Side;
     CategoryFeed Feed;
 };
+
+}  // namespace drilldown

@@ -2,6 +2,8 @@
 
 #include "engine/DrillDown.h"
 
+using namespace drilldown;
+
 namespace {
 
 using DrillSet = CDrillDown::DrillSet;

@@ -6,6 +6,8 @@
 
 #include "engine/DrillDown.h"
 
+namespace drilldown {
+
 /// The records of a set by the number of their variable, as CDrillDown::FindRecord finds them: of several with one
 /// number the first. Good for as long as no record enters or leaves the set; for loops over many variables, which by
 /// walks would take the square of their number.
@@ -32,3 +34,5 @@ class RecordIndex {
   private:
     std::vector<Drill*> Records;
 };
+
+}  // namespace drilldown

@@ -3,6 +3,8 @@
 #include "engine/Drill.h"
 #include "engine/MomentTally.h"
 
+namespace drilldown {
+
 /// Writes what a pass has found of a variable into its record.
 inline void StoreStatistics(Drill& record, const MomentStatistics& found) {
     record.Min = found.Min;
@@ -14,3 +16,5 @@ inline void StoreStatistics(Drill& record, const MomentStatistics& found) {
     record.ValidCount = found.ValidCount;
     record.ValidWeight = found.ValidWeight;
 }
+
+}  // namespace drilldown

@@ -7,6 +7,8 @@
 
 #include "engine/DrillDown.h"
 
+namespace drilldown {
+
 /// Which of the two selections a variable of a pass belongs to.
 enum PassSide : std::size_t { DrillSide = 0, ReviewSide = 1, PassSides = 2 };
 
@@ -33,3 +35,5 @@ inline constexpr std::array<SelectionMembers, PassSides> Selections{{
     {&CDrillDown::RVCategorical, &CDrillDown::NoRVCategorical, &CDrillDown::RVContinuous, &CDrillDown::NoRVContinuous,
      &CDrillDown::RVCasewiseDeletionOfMD},
 }};
+
+}  // namespace drilldown

@@ -9,6 +9,8 @@
 #include "engine/RecordIndex.h"
 #include "engine/StoredStatistics.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// One of the two lists of an analysis, and where a scan of it stores what it found.

@@ -9,6 +9,8 @@
 #include "resources/ControlIds.h"
 #include "resources/StringTable.h"
 
+using namespace drilldown;
+
 namespace {
 
 using VariableList = std::span<const std::int16_t>;

@@ -7,6 +7,8 @@
 #include "host/WindowServices.h"
 #include "resources/ControlIds.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Texts of the rows of a list, closed by null; they aren't copied.

@@ -9,6 +9,8 @@
 #include "results/graphs/CountAxis.h"
 #include "results/graphs/VariableBars.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::uint8_t BarKind = 5;

@@ -15,6 +15,8 @@
 #include "results/graphs/HostGraphs.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int BrushRegionKind = 4;

@@ -14,6 +14,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::uint16_t BrushingFlag = 8;

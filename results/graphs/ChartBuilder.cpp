@@ -8,6 +8,8 @@
 #include "engine/HostArrays.h"
 #include "host/TextFunctions.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::size_t SmallestRoom = 20;

@@ -9,6 +9,8 @@
 #include "results/graphs/ChartBuilder.h"
 #include "results/graphs/HostGraphs.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::size_t NotesLookedAt = 400;

@@ -4,6 +4,8 @@
 
 #include "engine/DrillDown.h"
 
+namespace drilldown {
+
 /// What sets apart the two graphs of a kind, that of the drill-down variables and that of the review variables.
 struct GraphTwin {
     CDrillDown::DrillSet* CDrillDown::*Set;
@@ -31,3 +33,5 @@ int ShowEach(CDrillDown& analysis, const GraphTwin& twin, Show showOne) {
     });
     return finished ? 1 : 0;
 }
+
+}  // namespace drilldown

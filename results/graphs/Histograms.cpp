@@ -9,6 +9,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr GraphTwin DrillHistograms{&CDrillDown::DrillDowns, DrillHistogramTitleText};

@@ -8,6 +8,8 @@
 
 #include "engine/DrillDown.h"
 
+using namespace drilldown;
+
 namespace {
 
 struct TextFreer {
@@ -43,7 +45,7 @@ SearchEnd Examine(IDispatch* item, const std::u16string& words) {
 
 }  // namespace
 
-CountedPointer<IDocumentCollection> OutputsOf(CDrillDown& analysis) {
+CountedPointer<IDocumentCollection> drilldown::OutputsOf(CDrillDown& analysis) {
     const auto automation = CountedPointer<IUnknown>::Adopt(OleAGetAnalysis(analysis.GetDocument()));
     const auto object = QueryFor<IAnalysisAutomation>(automation.Get());
     IDocumentCollection* outputs = nullptr;
@@ -53,7 +55,7 @@ CountedPointer<IDocumentCollection> OutputsOf(CDrillDown& analysis) {
     return CountedPointer<IDocumentCollection>::Adopt(outputs);
 }
 
-CountedPointer<IDispatch> ItemOf(IDocumentCollection& documents, std::int32_t place) {
+CountedPointer<IDispatch> drilldown::ItemOf(IDocumentCollection& documents, std::int32_t place) {
     VARIANT index;
     index.Type = VariantType::Integer;
     index.Integer = place;
@@ -64,7 +66,7 @@ CountedPointer<IDispatch> ItemOf(IDocumentCollection& documents, std::int32_t pl
     return CountedPointer<IDispatch>::Adopt(item);
 }
 
-GraphSearch FindBrushingGraph(CDrillDown& analysis, IDocumentCollection* documents) {
+GraphSearch drilldown::FindBrushingGraph(CDrillDown& analysis, IDocumentCollection* documents) {
     const char* text = analysis.GetResourceString(BrushingTitleText);
     const std::u16string words(text, text + std::strlen(text));  // plain letters
     std::int32_t count = 0;

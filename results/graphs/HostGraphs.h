@@ -7,6 +7,8 @@
 
 class CDrillDown;
 
+namespace drilldown {
+
 // The host's lists of documents, and the brushing graph in them. The brushing graph is known by the words of its title
 // alone; nobody holds it.
 
@@ -30,3 +32,5 @@ struct GraphSearch {
 /// Looks for the brushing graph from the last item of a list to the first. Items that aren't graphs are passed over. A
 /// null list ends as failed.
 [[nodiscard]] GraphSearch FindBrushingGraph(CDrillDown& analysis, IDocumentCollection* documents);
+
+}  // namespace drilldown

@@ -10,6 +10,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr GraphTwin DrillPies{&CDrillDown::DrillDowns, DrillPieTitleText};

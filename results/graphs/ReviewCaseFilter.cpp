@@ -6,6 +6,8 @@
 
 #include "engine/DrillDown.h"
 
+using namespace drilldown;
+
 std::int16_t Histogram3DXVar = 0;
 std::int16_t Histogram3DYVar = 0;
 

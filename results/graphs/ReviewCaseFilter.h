@@ -22,6 +22,8 @@ int ReviewCaseFilter(char* reserved1, long* reserved2, const double* values, flo
 /// The same; `x` and `y` are left alone when the case is dropped.
 int ReviewCaseFilterXY(char* reserved1, long* reserved2, const double* values, float* x, float* y);
 
+namespace drilldown {
+
 /// Gives the filters the steps of an analysis as they are now, for as long as it lives. Scopes don't overlap.
 class ReviewCaseFilterScope {
   public:
@@ -37,3 +39,5 @@ class ReviewCaseFilterScope {
     std::vector<FilterCondition> Conditions;
     bool Compiled = false;
 };
+
+}  // namespace drilldown

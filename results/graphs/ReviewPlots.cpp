@@ -10,6 +10,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// An option of the startup dialog and the host's code of the box plot that it asks for.

@@ -11,6 +11,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr GraphTwin DrillStacked{&CDrillDown::DrillDowns, DrillStackedTitleText};

@@ -7,6 +7,8 @@
 #include "platform/OrderedBits.h"
 #include "resources/StringTable.h"
 
+namespace drilldown {
+
 /// The bars or slices that show a variable: one a category in set order, empty ones too, then one for missing data, if
 /// that is counted and there is any. Refers to the categories.
 class VariableBars {
@@ -38,3 +40,5 @@ class VariableBars {
     const CDrillDown::CategorySetType& Categories;
     double MissingWeight;
 };
+
+}  // namespace drilldown

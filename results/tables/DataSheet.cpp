@@ -12,6 +12,8 @@
 #include "resources/StringTable.h"
 #include "results/tables/ResultTable.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// Intended: a long name is cut, unlike every other text of a table, which goes in as its key; a sheet read by people

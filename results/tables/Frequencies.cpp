@@ -10,6 +10,8 @@
 #include "results/texts/ResultSubjects.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// What sets the two kinds of frequency tables apart.

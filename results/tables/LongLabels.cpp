@@ -5,6 +5,8 @@
 #include "engine/HostBuffer.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 std::int16_t HasLongLabel(CDrillDown& analysis, const CDrillDown::DrillSet* set, std::int16_t var, std::int16_t type) {

@@ -13,6 +13,8 @@
 #include "host/CaseBlocks.h"
 #include "resources/StringTable.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr int SubsetCode = 25;

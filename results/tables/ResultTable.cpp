@@ -9,6 +9,8 @@
 #include "engine/DrillDown.h"
 #include "engine/HostArrays.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::int32_t DefaultRowNameWidth = 12;

@@ -6,6 +6,8 @@
 
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 SubjectVariable WithNames(CDrillDown& analysis, const Drill& record, bool hasMissing) {

@@ -10,6 +10,8 @@
     return set == &CDrillDown::Reviews ? ResultSide::Review : ResultSide::Drill;
 }
 
+namespace drilldown {
+
 /// Collects what a result is about, for the host. It never fails: without the language's memory the subject tells its
 /// side alone, and the result itself goes on.
 class SubjectWriter {
@@ -31,6 +33,8 @@ class SubjectWriter {
     ResultSubject Subject;
     bool IsComplete = true;
 };
+
+}  // namespace drilldown
 
 /// The subject of a result that shows one variable by its categories.
 [[nodiscard]] ResultSubject SubjectOf(CDrillDown& analysis, ResultSide side, const Drill& record,

@@ -9,6 +9,8 @@
 #include "engine/DrillDown.h"
 #include "engine/NumberTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 constexpr std::size_t LongNameSize = 128;

@@ -7,6 +7,8 @@
 #include "resources/StringTable.h"
 #include "results/texts/ResultTexts.h"
 
+using namespace drilldown;
+
 namespace {
 
 /// What sets the two captions apart.

@@ -21,6 +21,8 @@
 
 namespace dialogtest {
 
+using namespace drilldown;
+
 using Names = std::vector<std::string>;
 
 /// What a user does in a modal window that stands open. A window that is still open afterwards asks the next answer,

@@ -18,6 +18,8 @@
 
 namespace drilltest {
 
+using namespace drilldown;
+
 inline constexpr double NA = std::numeric_limits<double>::quiet_NaN();
 inline constexpr double Infinity = std::numeric_limits<double>::infinity();
 inline constexpr char NotEnoughMemory[] =
