@@ -47,6 +47,18 @@ TEST_F(BrushEnd, ByAStepUpWithNothingLeftKeepsTheGraph) {
     EXPECT_EQ(Host().Documents().InWindows().size(), 1U);
 }
 
+TEST_F(BrushEnd, OfACycleLeavesItsFreshCountsToTheNext) {
+    Open({quillara::Numbers("a", {1, 2}), quillara::Numbers("b", {1, 2})});
+    Choose({"a", "b"});
+    Pick("a");
+    Analysis().SetSelected(0);
+    NextPick = {0, 0};
+    TakeTrace();
+    Command(BrushButton);
+    const std::string trace = TakeTrace();
+    EXPECT_EQ(trace.substr(trace.find("Pass")), "Pass; Post 9103; Route 9103.1; ReallyRestoreResults") << trace;
+}
+
 }  // namespace
 }  // namespace dialogtest
 
