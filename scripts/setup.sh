@@ -1,19 +1,25 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing and formatting need. Safe to repeat; asks for rights only when
-# something is missing.
+# Installs the Debian packages of some groups. Safe to repeat; asks for rights only when something is missing.
+#   scripts/setup.sh run|fonts|test|lint...
 set -euo pipefail
 
-packages=(
+run=(
     g++ cmake ninja-build make
     libreadstat-dev      # statistical data files
     libmuparser-dev      # case selection formulas
     libcli11-dev         # command line
     nlohmann-json3-dev   # JSON
     qt6-base-dev libqt6svg6-dev libqcustomplot-dev fonts-dejavu-core  # charts
-    fonts-noto-core fonts-noto-cjk                                    # charts: texts in the world's scripts
-    libgtest-dev libgmock-dev libbenchmark-dev
-    clang-format clang-tidy
 )
+fonts=(fonts-noto-core fonts-noto-cjk)  # for texts in the world's scripts
+test=(libgtest-dev libgmock-dev libbenchmark-dev python3)
+lint=(clang-format clang-tidy)
+
+packages=()
+for group in "$@"; do
+    declare -n chosen=$group
+    packages+=("${chosen[@]}")
+done
 
 missing=()
 for package in "${packages[@]}"; do

@@ -25,7 +25,7 @@ class AnalysisDocument : public CAnalysisDoc {
     /// The table outlives the document.
     explicit AnalysisDocument(const DataTable& table);
     /// Tells the analysis that it closes, then destroys its dialog and the analysis.
-    ~AnalysisDocument();
+    ~AnalysisDocument() override;
 
     /// Takes an analysis and becomes its document. An analysis taken earlier closes and is destroyed.
     void Adopt(std::unique_ptr<CAnalysisSupport> analysis);
