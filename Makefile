@@ -25,6 +25,15 @@ test-asan: setup
 	cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan
 
+# Long trials, under the sanitizers and plain; the seed is another one each day.
+FAULT_SECONDS ?= 600
+FAULT_SEED ?= $(shell date +%Y%m%d0000000)
+faults: setup
+	cmake --preset asan -D FAULT_SECONDS=$(FAULT_SECONDS) -D FAULT_SEED=$(FAULT_SEED)
+	cmake --build --preset asan -j $(JOBS) --target faults
+	cmake --preset release -D FAULT_SECONDS=$(FAULT_SECONDS) -D FAULT_SEED=$(FAULT_SEED)
+	cmake --build --preset release -j $(JOBS) --target faults
+
 setup:
 	scripts/setup.sh run fonts test
 
