@@ -45,7 +45,7 @@ void DrawSign(QCPPainter& painter, const KeyEntry& entry, const QRectF& place, c
 }  // namespace
 
 ChartKey::ChartKey(QCustomPlot* plot, ChartStyle style, std::vector<KeyEntry> entries)
-    : ChartElement(plot, std::move(style)), Entries(std::move(entries)) {}
+    : ChartElement(plot, style), Entries(std::move(entries)) {}
 
 /// The left ends of the entries, in rows from y = 0 on; each row begins at x = 0.
 std::vector<QPointF> ChartKey::Places(double width) const {

@@ -2,7 +2,7 @@
 
 #include <QImage>
 #include <algorithm>
-#include <ranges>
+#include <optional>
 
 #include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/ChartTitle.h"
@@ -79,12 +79,10 @@ void PaintPlot(QCustomPlot& plot, QPaintDevice& device, QSize size) {
 
 std::optional<ChartSpot> ChartSpotAt(const QCustomPlot& plot, QPointF point) {
     const std::vector<ChartSpot> spots = ChartSpots(plot);
-    for (const ChartSpot& spot : spots | std::views::reverse) {
-        if (spot.Outline.containsPoint(point, Qt::OddEvenFill)) {
-            return spot;
-        }
-    }
-    return std::nullopt;
+    const auto topmost = std::find_if(spots.rbegin(), spots.rend(), [point](const ChartSpot& spot) {
+        return spot.Outline.containsPoint(point, Qt::OddEvenFill);
+    });
+    return topmost == spots.rend() ? std::nullopt : std::optional(*topmost);
 }
 
 std::vector<ChartSpot> ChartSpots(const QCustomPlot& plot) {

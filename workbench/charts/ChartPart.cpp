@@ -40,7 +40,7 @@ void DrawMark(QPainter& painter, const ChartMark& mark, const ChartStyle& style)
 
 }  // namespace
 
-ChartElement::ChartElement(QCustomPlot* plot, ChartStyle style) : QCPLayoutElement(plot), Style(std::move(style)) {
+ChartElement::ChartElement(QCustomPlot* plot, ChartStyle style) : QCPLayoutElement(plot), Style(style) {
     setAutoMargins(QCP::msNone);
 }
 

@@ -1,5 +1,6 @@
 // The entry of the chart library for programs that open it when they paint.
 
+#include <QString>
 #include <QtGlobal>
 #include <cstdio>
 

@@ -75,7 +75,9 @@ void DrawDensity(QPainter& painter, const DensityGrid& density, const QRectF& pl
     image.fill(Qt::transparent);
     for (int row = 0; row < density.Rows; ++row) {
         for (int column = 0; column < density.Columns; ++column) {
-            const float count = density.Counts[static_cast<std::size_t>(row * density.Columns + column)];
+            const float count =
+                density.Counts[static_cast<std::size_t>(row) * static_cast<std::size_t>(density.Columns) +
+                               static_cast<std::size_t>(column)];
             if (count > 0.0F) {
                 // A single point must still be seen beside places with thousands.
                 const double share = std::log1p(static_cast<double>(count)) / std::log1p(static_cast<double>(most));

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <ranges>
+#include <span>
 #include <string>
 
 #include "resources/ControlIds.h"
@@ -90,7 +90,7 @@ std::vector<int> ParseResultList(std::string_view list) {
 
 std::vector<int> DefaultResults() {
     std::vector<int> buttons;
-    std::ranges::transform(Results | std::views::take(DefaultCount), std::back_inserter(buttons), &NamedResult::Button);
+    std::ranges::transform(std::span(Results).first(DefaultCount), std::back_inserter(buttons), &NamedResult::Button);
     return buttons;
 }
 

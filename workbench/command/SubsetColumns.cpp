@@ -29,8 +29,7 @@ std::vector<short> ColumnsOf(const VariableChoice& drill) {
         columns.insert(columns.end(), lists->Continuous.begin(), lists->Continuous.end());
     }
     std::ranges::sort(columns);
-    const auto repeated = std::ranges::unique(columns);
-    columns.erase(repeated.begin(), repeated.end());
+    columns.erase(std::unique(columns.begin(), columns.end()), columns.end());
     return columns;
 }
 

@@ -51,7 +51,7 @@ std::string ArithmeticName(std::size_t variable) {
 Arithmetic::Arithmetic(const DataTable& table, const ArithmeticText& text) : Computing(std::make_unique<Engine>()) {
     std::vector<std::size_t> variables = text.Variables;
     std::ranges::sort(variables);
-    variables.erase(std::ranges::unique(variables).begin(), variables.end());
+    variables.erase(std::unique(variables.begin(), variables.end()), variables.end());
     Computing->Inputs.reserve(variables.size());
     for (const std::size_t variable : variables) {
         Computing->AddInput(table, variable);

@@ -40,7 +40,7 @@ FileContent LookInto(const std::string& path, std::string_view extension) {
 
 /// The extension of the format in which a file is to be read.
 std::string FormatOf(const std::string& path) {
-    const std::string extension = ExtensionOf(path);
+    std::string extension = ExtensionOf(path);
     const FileContent content = LookInto(path, extension);
     if (!content.ForeignKind.empty()) {
         RefuseForeign(path, content);

@@ -26,7 +26,7 @@ void ShowMeans(BoxStatistics& box, const std::vector<double>& values, const BoxT
 
 void SortOnce(std::vector<double>& values) {
     std::ranges::sort(values);
-    values.erase(std::ranges::unique(values).begin(), values.end());
+    values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
 void ShowQuartiles(BoxStatistics& box, std::vector<double> values) {

@@ -60,7 +60,7 @@ class Side {
     Side(const Variable& variable, const PlotRows& rows) : Source(variable) {
         std::vector<double> distinct = ValidValues(variable, rows);
         std::ranges::sort(distinct);
-        distinct.erase(std::ranges::unique(distinct).begin(), distinct.end());
+        distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
         if (variable.Kind == ValueKind::Text || distinct.size() <= (variable.HasLabels() ? MostPlaces : FewValues)) {
             HasOthers = distinct.size() > MostPlaces;
             for (const double value : MostFrequent(variable, rows, std::move(distinct))) {

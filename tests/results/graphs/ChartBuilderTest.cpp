@@ -122,7 +122,7 @@ TEST_F(ChartBuilder, CountAxisHasThreeSixOrElevenLabels) {
         std::string text = std::to_string(static_cast<int>(chart.YMax)) + ':';
         for (std::int32_t label = 0; label < chart.YScaleCount; ++label) {
             EXPECT_EQ(chart.YScaleValues[label], label * chart.YStep);
-            text += std::string(" ") + (chart.YScaleText + label * chart.YScaleWidth);
+            text += std::string(" ") + (chart.YScaleText + std::ptrdiff_t{label} * chart.YScaleWidth);
         }
         return text;
     };

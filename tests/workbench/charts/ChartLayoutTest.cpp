@@ -18,7 +18,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 const Names educations = {"Bachelors", "Some-college", "Prof-school, any", "Adult <basic> & more", "Missing"};
 const Numbers fiveCounts = {725.0, 4456.0, 3.5, 812.0, 363.0};

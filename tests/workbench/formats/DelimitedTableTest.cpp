@@ -142,7 +142,7 @@ TEST(Encoding, IsUtf8OnlyWhenWellFormed) {
     for (const char* text : {"", "a", "\xC2\x80", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
         EXPECT_TRUE(IsUtf8(text)) << text;
     }
-    for (const char* text : {"\x80", "\xC0\x80", "\xC2", "\xC2" "a", "\xE0\x9F\x80", "\xED\xA0\x80", "\xE2\x82",
+    for (const char* text : {"\x80", "\xC0\x80", "\xC2", "\xC2\x61", "\xE0\x9F\x80", "\xED\xA0\x80", "\xE2\x82",
                              "\xF0\x8F\x80\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {
         EXPECT_FALSE(IsUtf8(text)) << text;
     }
