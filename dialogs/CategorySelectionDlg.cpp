@@ -24,14 +24,6 @@ constexpr std::uint32_t RestingColour = 0xff0000;
 
 enum ListColumn : int { NameColumn, CountColumn, DescriptionColumn };
 
-/// A count as %f prints it, without zeros and points at the end.
-std::string TextOfCount(double count) {
-    std::string text = SixDecimals(count);
-    text.erase(text.find_last_not_of('0') + 1);
-    text.erase(text.find_last_not_of('.') + 1);
-    return text;
-}
-
 /// The values that a category stands for by the rule of the filter, so that hosts can look a row up by a value.
 std::optional<RowRange> RangeOf(const Categories& category, int method) {
     switch (FactsOf(method).Rule) {
@@ -110,7 +102,7 @@ void CategoryRows::AddCategory(const Categories& category) {
 int CategoryRows::AddRow(const std::string& name, double count) {
     const int row = Rows++;
     List.InsertItem(row, name.c_str(), row == 0);
-    List.SetItemText(row, CountColumn, TextOfCount(count).c_str());
+    List.SetItemText(row, CountColumn, ShortDecimals(count).c_str());
     return row;
 }
 

@@ -75,10 +75,13 @@ void MoveAndRead(CDefineTask& task, int (CDrillDown::*move)(), void (*showBefore
     // Until the pass the counts are those of the old subset; a failure on the way leaves them to be read again.
     const std::int16_t changed = std::exchange(analysis.DataChanged, std::int16_t{1});
     (analysis.*move)();
-    RefreshLists(task);
+    const bool listsFilled = analysis.RefreshListBoxes(task.Window) != 0;
     showBefore(task);
     analysis.DataChanged = changed;
     analysis.ReadAfterDrill(0);
+    if (!listsFilled) {
+        RefreshLists(task);  // the step is taken without them, but lists of other sets may not stand there in silence
+    }
 }
 
 bool LacksBoundaries(CDefineTask& task) {

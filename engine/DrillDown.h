@@ -179,7 +179,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     }
 
     // Records - engine/RecordAccess.cpp. "By number" finds the first record with that VarNo, "current" the record that
-    // CurrentDown names, in DrillDowns; the Review twins look in Reviews. Where no result is told for a record that
+    // CurrentDown names, in DrillDowns; the Review twins look in Reviews. Where no result stands for a record that
     // isn't there, the caller sees to it that it is; called all the same, the operation changes nothing.
 
     int SetDrillCategories(std::int16_t var, double value, std::int16_t kind, double weight);
@@ -366,7 +366,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     std::int16_t DDNDatasheet(HWND window);
 
     // Graphs - results/graphs. Windows and first arguments of type short play no part. 1 when the walk was finished, 0
-    // when memory ran out; what becomes of a single chart isn't told.
+    // when memory ran out; what becomes of a single chart plays no part.
 
     /// A chart for each variable of the set - results/graphs/Histograms.cpp
     std::int16_t DDNHistograms(HWND window);

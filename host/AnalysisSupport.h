@@ -220,9 +220,9 @@ class CAnalysisSupport {
     ///   title            `titleLines` lines of `titleWidth` bytes
     ///   captions         with the length of each and 1 line
     ///   axes             lowest, highest and step of y, then of x
-    ///   scales           texts of an axis: fields of a width, positions, count; of x, none, of y, none. Slot 0 of the
-    ///   x
-    ///                    axis is unused when the first label belongs to position 1
+    ///   scales           texts of an axis: fields of a width, positions, count;
+    ///                    of x, none, of y, none.
+    ///                    Slot 0 of the x axis is unused when the first label belongs to position 1
     ///   options          three triples of option words
     ///   pointLabelRows   1: each series has labels of its points, fields of `pointLabelWidth` bytes; 0: none
     short NewGeneralMultipleChartLongEx(

@@ -13,16 +13,13 @@ using namespace drilldown;
 
 namespace {
 
-constexpr std::uint8_t BarKind = 5;
-constexpr std::uint8_t BarColour = 12;
-
 void SetBarStyle(CChartBuilder& chart) {
     chart.CurrentSeries = 0;
     chart.SeriesWidth[0] = 2 * HalfBarWidth;
     chart.SeriesFlags[0] = 0;
-    chart.SeriesKind[0] = BarKind;
+    chart.SeriesKind[0] = SeriesKind::Bars;
     chart.SeriesAttrC[0] = 0;
-    chart.SeriesColor[0] = BarColour;
+    chart.SeriesColor[0] = ChartColor::Blue;
 }
 
 }  // namespace

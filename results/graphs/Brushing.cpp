@@ -36,12 +36,8 @@ constexpr BrushingOutcome UnusablePick{-1, NoPick, NoPick};
 
 /// "CATEGORY: name", and "COUNT: height" without zeros at the end of the number, in a second line.
 std::string TipOf(CDrillDown& analysis, const std::string& name, double height) {
-    std::string count = FillFormat(analysis.GetResourceString(CountTipText), {SixDecimals(height)});
-    count.erase(count.find_last_not_of('0') + 1);
-    if (count.ends_with('.')) {
-        count.pop_back();
-    }
-    std::string tip = FillFormat(analysis.GetResourceString(CategoryTipText), {name}) + count;
+    std::string tip = FillFormat(analysis.GetResourceString(CategoryTipText), {name}) +
+                      FillFormat(analysis.GetResourceString(CountTipText), {ShortDecimals(height)});
     Replace8CharGrow(analysis, tip, true);
     analysis.StripFormatting(tip);
     return tip;

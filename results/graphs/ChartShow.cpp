@@ -17,10 +17,11 @@ constexpr std::size_t NotesLookedAt = 400;
 constexpr std::uint16_t BarsFlag = 128;
 constexpr std::uint16_t PresentationWord = 8;
 constexpr unsigned short ScalingBits = 12;
-constexpr std::uint8_t BarKind = 5;
-constexpr std::uint8_t PieKind = 10;
-constexpr std::uint8_t LastStackColour = 12;
-constexpr std::array<std::uint8_t, 10> StackColours{10, 9, 11, 13, 14, 15, 2, 4, 8, 3};
+constexpr std::uint8_t PieColour = ChartColor::Grey;
+constexpr std::uint8_t LastStackColour = ChartColor::Blue;
+constexpr std::array StackColours{
+    ChartColor::Orange,    ChartColor::SkyBlue, ChartColor::BluishGreen, ChartColor::Yellow, ChartColor::Purple,
+    ChartColor::Vermilion, ChartColor::Indigo,  ChartColor::Teal,        ChartColor::Wine,   ChartColor::Olive};
 
 constexpr char NothingToPlot[] = "Nothing to plot....";
 constexpr int NothingToPlotLength = sizeof NothingToPlot - 1;
@@ -122,7 +123,7 @@ int CChartBuilder::ShowPie() {
     }
     Info = CChartInfo(CChartInfo::Pie);
     ChartFlags = 2;
-    SetStyle(*this, CurrentSeries, {PieKind, 1, 1});
+    SetStyle(*this, CurrentSeries, {::SeriesKind::Pie, 1, PieColour});
     ClearOptionNumbers();
     PointLabelRows = 1;
     SeriesNames = nullptr;
@@ -137,7 +138,8 @@ int CChartBuilder::ShowStacked() {
     Info = CChartInfo(CChartInfo::Stacked);
     ChartFlags = 0;
     for (int series = 0; series < SeriesCount; ++series) {
-        SetStyle(*this, series, {BarKind, 0, StackColours[static_cast<std::size_t>(series) % StackColours.size()]});
+        SetStyle(*this, series,
+                 {::SeriesKind::Bars, 0, StackColours[static_cast<std::size_t>(series) % StackColours.size()]});
     }
     if (SeriesCount > 0) {
         // Intended: the last series has a colour of its own, unlike the others, which take turns; it is the layer of

@@ -14,26 +14,25 @@ using namespace drilldown;
 
 namespace {
 
-/// An option of the startup dialog and the host's code of the box plot that it asks for.
+/// An option of the startup dialog and the box plot that it asks for.
 struct BoxPlotOption {
     std::int16_t CDrillDown::*IsOn;
-    unsigned short TypeCode;
+    BoxType Type;
 };
 
-// Intended: the codes aren't in the order of the options, unlike the calls; 53 and 54 are the host's numbers.
+// Intended: the types aren't in the order of their numbers, unlike the host's list of them; the plots come in the order
+// of the options.
 // clang-format off
 constexpr std::array<BoxPlotOption, 4> BoxPlotOptions{{
-    // Option                             Code
-    {&CDrillDown::PlotMedianQuartileRange, 52},
-    {&CDrillDown::PlotMeanSEAndSD,         54},
-    {&CDrillDown::PlotMeanSD196TimesSD,    53},
-    {&CDrillDown::PlotMeanSE196TimesSE,    55},
+    // Option                              Type
+    {&CDrillDown::PlotMedianQuartileRange, BoxType::MedianQuartilesRange},
+    {&CDrillDown::PlotMeanSEAndSD,         BoxType::MeanSEAndSD},
+    {&CDrillDown::PlotMeanSD196TimesSD,    BoxType::MeanSDAnd196SD},
+    {&CDrillDown::PlotMeanSE196TimesSE,    BoxType::MeanSEAnd196SE},
 }};
 // clang-format on
 
 constexpr int DetailedMatrixLimit = 15;
-constexpr unsigned short DetailedMatrix = 204;
-constexpr unsigned short PlainMatrix = 68;
 constexpr unsigned short Histogram3DType = 4;
 
 /// Says what the next plot is about: review variables.
@@ -43,11 +42,11 @@ void TellSubject(CDrillDown& analysis, const std::int16_t* variables, std::ptrdi
     analysis.SetResultSubject(subject.Take());
 }
 
-void ShowBoxPlot(CDrillDown& analysis, unsigned short typeCode) {
+void ShowBoxPlot(CDrillDown& analysis, BoxType type) {
     TellSubject(analysis, analysis.RVContinuous, analysis.NoRVContinuous);
-    analysis.CategorizedVarBoxAndWhisker(typeCode, analysis.GetResourceString(BoxPlotTitleText),
-                                         analysis.DrillString().c_str(), nullptr, nullptr, 0, analysis.NoRVContinuous,
-                                         analysis.RVContinuous, nullptr, ReviewCaseFilter);
+    analysis.CategorizedVarBoxAndWhisker(
+        static_cast<unsigned short>(type), analysis.GetResourceString(BoxPlotTitleText), analysis.DrillString().c_str(),
+        nullptr, nullptr, 0, analysis.NoRVContinuous, analysis.RVContinuous, nullptr, ReviewCaseFilter);
 }
 
 /// Lets the user choose the two lists of variables to pair. Gives the dialog's result.
@@ -89,7 +88,7 @@ std::int16_t CDrillDown::RVBoxWhiker(HWND) {
     }
     for (const BoxPlotOption& option : BoxPlotOptions) {
         if (this->*option.IsOn != 0) {
-            ShowBoxPlot(*this, option.TypeCode);
+            ShowBoxPlot(*this, option.Type);
         }
     }
     return 1;
@@ -107,7 +106,8 @@ std::int16_t CDrillDown::RVScatterPlot(HWND) {
     ExpandPossible8CharHash(caption);
     const std::string title = FillFormat(GetResourceString(CorrelationsTitleText), {caption});
     // Intended: from 15 variables on the cells are plain, unlike in a smaller matrix, which has room for more.
-    const unsigned short flags = NoRVContinuous < DetailedMatrixLimit ? DetailedMatrix : PlainMatrix;
+    const unsigned short flags =
+        NoRVContinuous < DetailedMatrixLimit ? ScatterFlag::DetailedMatrix : ScatterFlag::PlainMatrix;
     TellSubject(*this, RVContinuous, NoRVContinuous);
     const short status = CorrelationScatterplot(flags, 0, NoRVContinuous, RVContinuous, 0, nullptr, 0, nullptr, nullptr,
                                                 CaseLine.Line, ReviewCaseFilter, title);

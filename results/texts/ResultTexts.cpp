@@ -71,6 +71,13 @@ std::string SixDecimals(double value) {
     return {text.data(), end.ptr};
 }
 
+std::string ShortDecimals(double value) {
+    std::string text = SixDecimals(value);
+    text.erase(text.find_last_not_of('0') + 1);
+    text.erase(text.find_last_not_of('.') + 1);
+    return text;
+}
+
 std::string FillFormat(const std::string& format, std::initializer_list<std::string> values) {
     std::string text;
     std::size_t from = 0;

@@ -27,6 +27,8 @@ class CDrillDown;
 
 /// A value as %f prints it, with a point whatever the locale of the host.
 [[nodiscard]] std::string SixDecimals(double value);
+/// The same without zeros at its end, and without a point there.
+[[nodiscard]] std::string ShortDecimals(double value);
 
 /// A text whose marks (% and a letter) are replaced by the values in turn.
 [[nodiscard]] std::string FillFormat(const std::string& format, std::initializer_list<std::string> values);

@@ -104,10 +104,7 @@ bool StandsAt(const Drill& step, Place where) {
 /// Intended: six decimals and no more, however fine the bound, unlike the names of categories; equal captions of equal
 /// subsets depend on a fixed form.
 std::string BoundText(double bound) {
-    std::string text = SixDecimals(bound);
-    text.erase(text.find_last_not_of('0') + 1);
-    text.erase(text.find_last_not_of('.') + 1);
-    return text;
+    return ShortDecimals(bound);
 }
 
 /// The chosen category; the rules that ask for it hold only where there is one.

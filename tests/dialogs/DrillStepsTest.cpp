@@ -119,6 +119,11 @@ TEST_F(DrillStepsTest, UpUndoesTheSelectedStepOnly) {
               std::string("Selection 9054; LockResults; FinishRecordingDialog 101 3 9057; ") + Showing);
     EXPECT_EQ(Lists(), "sex, age | area (2)");
     EXPECT_EQ(Issets(), "sex1 age0 ");  // as the pass has counted
+    PickUp("area (2)");
+    Host().FailAllocation(1);  // a step doesn't wait for its lists
+    EXPECT_EQ(CallsOf(UpButton),
+              "Selection 9054; LockResults; FinishRecordingDialog 101 3 9057; Pass; Fill 9053; Fill 9054; "
+              "EnableStartupMenus 0; Selection 9053; Selection 9054; EnableStartupMenus 0; UnlockResults");
 }
 
 TEST_F(DrillStepsTest, UpForgetsWhatIsNotStoredOfThePage) {
