@@ -33,7 +33,6 @@ class RawData : public ResultsBench {
     void Open(quillara::DataTable table) {
         Input = table;
         ResultsBench::Open(std::move(table));
-        Host().Services.TakeData = [this](auto data) { Taken = data; };
         Host().Services.ProgressStarted = [this](std::string_view, std::int32_t) { ++Displays; };
         Host().Services.ProgressEnded = [this] { --Displays; };
     }
@@ -85,61 +84,9 @@ class RawData : public ResultsBench {
             return Keeps(step, variable(step.VarNo), variable(step.VarNo).Values[row]);
         });
     }
-    static std::string TextOf(const quillara::DataTable& table) {
-        std::ostringstream text;
-        text.precision(17);
-        for (const quillara::Variable& variable : table.Variables) {
-            text << variable.Name << (&variable == &table.Variables.back() ? ":" : " ");
-        }
-        for (std::size_t row = 0; row < static_cast<std::size_t>(table.Cases); ++row) {
-            text << (row == 0 ? "" : ",") << (table.CaseNames.empty() ? "" : " '" + table.CaseNames[row] + "'");
-            for (const quillara::Variable& variable : table.Variables) {
-                variable.IsMissing(variable.Values[row]) ? text << " -" : text << ' ' << variable.Values[row];
-            }
-        }
-        return text.str();
-    }
-
     quillara::DataTable Input;
-    std::shared_ptr<const quillara::DataTable> Taken;
     int Displays = 0;
 };
-
-TEST_F(RawData, HoldsTheRemainingCasesOfTheSelectedVariables) {
-    struct Case {
-        Names Categorical, Continuous, Reviewed;
-        const char* Step;  ///< category of "a"; null: none
-        bool Casewise;
-        const char* Saved;
-    };
-    // clang-format off
-    const Case cases[] = {
-        {{"a"},      {},         {},         nullptr,   false, "a: 1, 1, 2, 1, -, 1"},
-        {{"a"},      {"x"},      {},         "1",       false, "a x: 1 10, 1 20, 1 -, 1 60"},
-        {{"a"},      {"x"},      {},         "1",       true,  "a x: 1 10, 1 20, 1 60"},
-        {{"a"},      {},         {"x"},      "1",       true,  "a x: 1 10, 1 20, 1 -, 1 60"},
-        {{"a"},      {"x"},      {},         "Missing", false, "a x: - 50"},
-        {{"w", "a"}, {},         {"x", "a"}, "2",       false, "a x w: 2 30 1"},
-        {{"x", "a"}, {"x", "a"}, {"x"},      "2",       false, "a x: 2 30"},
-        {{},         {"x"},      {},         nullptr,   false, "x: 10, 20, 30, -, 50, 60"},
-    };
-    // clang-format on
-    for (const Case& each : cases) {
-        OpenExample();
-        Choose(each.Categorical, each.Continuous);
-        if (!each.Reviewed.empty()) {
-            Review({}, each.Reviewed);
-        }
-        if (each.Step != nullptr) {
-            Down("a", each.Step);
-        }
-        Analysis().SetMD(each.Casewise ? 1 : 0);
-        Analysis().SetRVMD(1);
-        EXPECT_EQ(Save(), each.Saved);
-    }
-    EXPECT_EQ(TakeMessages(), Names{});
-    EXPECT_EQ(Taken->Header, "The header");
-}
 
 TEST_F(RawData, HoldsCasesOfNoWeightButNotThoseOutsideTheSelection) {
     OpenExample();
@@ -223,12 +170,12 @@ class RawDataFailures : public RawData, public testing::WithParamInterface<Expor
     }
     std::int16_t Run() {
         Taken = nullptr;
-        Shown.clear();
+        TakeShown();
         return (Analysis().*GetParam().Run)(nullptr);
     }
     void ExpectNothingLeft() {
         EXPECT_EQ(Taken, nullptr);
-        EXPECT_EQ(Sheets(), "");
+        EXPECT_EQ(Shown, "");
         EXPECT_EQ(Displays, 0);
         EXPECT_EQ(Host().LiveAllocations(), Live);
     }
@@ -266,22 +213,6 @@ TEST_P(RawDataFailures, MissingMemoryAtAnyCallLeavesNothing) {
         EXPECT_TRUE(messages.empty() || messages == Names{NotEnoughMemory});
         EXPECT_EQ(result, 0) << call;
     }
-}
-
-TEST_F(RawData, AsASheetStandsOneColumnBehindItsNames) {
-    OpenExample();
-    Weigh("w");
-    Choose({"a"}, {"x"});
-    Down("a", "1");
-    Analysis().SetMD(1);
-    EXPECT_EQ(Show(&CDrillDown::DDNDatasheet),
-              "Spreadsheet after drill down\n | 1 | 2 | 3 | 4\n"
-              " | 0 | 1 | 9 | 10\n"
-              " | 0 | 1 | 9 | -9999\n"
-              " | 0 | 1 | 9 | 60\n");
-    Analysis().ValidVar = 1;
-    EXPECT_EQ(Show(&CDrillDown::DDNDatasheet), "Spreadsheet after drill down\n | 1 | 2 | 3 | 4\n | 0 | 1 | 9 | 10\n")
-        << "rows beyond those of the table are passed over";
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST_F(ResultTableTest, PlacesOutsideArePassedOverAndOutputIsOnce) {
     }
     table.SetTitle(3, "fourth");
     EXPECT_EQ(table.Output() + table.Output(), 0);
-    EXPECT_EQ(Sheets(), " | \n | \n");
+    EXPECT_EQ(TakeShown(), " | \n | .\n");
 }
 
 TEST_F(ResultTableTest, RowNamesAreAsWideAsCaseNames) {
@@ -66,61 +66,6 @@ TEST_F(ResultTableTest, RowNamesAreAsWideAsCaseNames) {
     ResultTable table(Analysis(), 1, 1);
     table.SetRowName(0, std::string(20, 'r'));
     EXPECT_EQ(Field(table.RowNames, 21), std::string(20, 'r') + '\0');
-}
-
-TEST_F(ResultTableTest, ResultsBringTheRecordsUpToDateFirst) {
-    Choose({"x"}, {"y"});
-    Review({"x"}, {"y"});
-    for (const Result result :
-         {&CDrillDown::DDNDescriptive, &CDrillDown::RVSummary, &CDrillDown::DDNFrequency, &CDrillDown::RVFrequency}) {
-        const std::string fresh = Show(result);
-        for (const CDrillDown::DrillSet* set : {Analysis().DrillDowns, Analysis().Reviews}) {
-            RecordIn(*set, "y").MissingWeight = RecordIn(*set, "y").Mean = 9;
-        }
-        Analysis().ValidVar = 0;
-        Analysis().DataChanged = 1;
-        EXPECT_EQ(Show(result), fresh);
-        EXPECT_EQ(Analysis().DataChanged, 0);
-    }
-    Record("x").ValidCount = 9;
-    Analysis().DataChanged = 1;
-    EXPECT_EQ(Caption(), "N Total: 3, Selected: 2");
-}
-
-/// Every table, with each allocation failing in turn: nothing kept, no message, and whole again with the next call.
-TEST_F(ResultTableTest, FailedAllocationLeavesNothingBehind) {
-    const struct {
-        Result Operation;
-        std::string Results;  ///< with the first, second, ... call for memory failing
-    } cases[] = {
-        // clang-format off
-        {&CDrillDown::DDNSummary,     "001111111"},
-        {&CDrillDown::DDNDescriptive, "1111111"},
-        {&CDrillDown::RVSummary,      "1111111"},
-        {&CDrillDown::DDNFrequency,   "0000000"},
-        {&CDrillDown::RVFrequency,    "1000000000000000"},  // without a label: no descriptions
-        // clang-format on
-    };
-    Choose({"x"}, {"y"});
-    Review({"x"}, {"y"});
-    Down("x", "one");
-    for (const auto& each : cases) {
-        Show(each.Operation);  // brings the counts up to date
-        Host().FailAllocation(0);
-        const std::string whole = Show(each.Operation);
-        const std::size_t live = Host().LiveAllocations();
-        std::string results;
-        for (int call = 1; call <= Host().AllocationCalls(); ++call) {
-            Host().FailAllocation(call);
-            results += std::to_string((Analysis().*each.Operation)(nullptr));
-            EXPECT_NE(Sheets(), whole) << "call " << call;
-            EXPECT_EQ(Host().LiveAllocations(), live) << "call " << call;
-            Host().FailAllocation(0);
-            EXPECT_EQ(Show(each.Operation), whole) << "call " << call;
-        }
-        EXPECT_EQ(results, each.Results);
-    }
-    EXPECT_TRUE(TakeMessages().empty());
 }
 
 }  // namespace drilltest

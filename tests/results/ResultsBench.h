@@ -1,9 +1,8 @@
 #pragma once
 
-#include <sstream>
+#include <memory>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "tests/engine/DrillBench.h"
@@ -15,7 +14,15 @@ namespace drilltest {
 using quillara::LongTextKey;
 using quillara::LongTextOf;
 
-/// A drill bench that keeps the results shown.
+/// What a document shows. A spreadsheet: its title lines, "corner | columns" (a star: whole numbers), one line a row.
+/// A graph: its title lines and, for each series, "label:height ..." or what its host computed it of.
+std::string TextOf(const quillara::ResultDocument& document);
+/// "drill 1 one,two 2+": the side, the numbers of the variables and the names of their categories; plus: and Missing.
+std::string AboutOf(const quillara::ResultDocument& document);
+/// "a x: 1 10, 1 20", names of cases in front of the values.
+std::string TextOf(const quillara::DataTable& table);
+
+/// A drill bench that keeps the results shown, as texts.
 class ResultsBench : public testing::Test, public DrillBench {
   protected:
     using Result = std::int16_t (CDrillDown::*)(HWND);
@@ -25,46 +32,20 @@ class ResultsBench : public testing::Test, public DrillBench {
     void Open(quillara::DataTable table) {
         DrillBench::Open(std::move(table));
         Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
-            Shown.push_back(*shown.Spreadsheet());
+            Shown += TextOf(shown);
+            Said += AboutOf(shown) + '\n';
         };
+        Host().Services.TakeData = [this](auto data) { Taken = data; };
     }
     void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
 
-    /// What a result shows (see Sheets), or "refused".
-    std::string Show(Result result) { return (Analysis().*result)(nullptr) == 1 ? Sheets() : "refused"; }
+    std::string TakeShown() { return std::exchange(Shown, {}); }
+    /// What a result shows, or "refused".
+    std::string Show(Result result) { return (Analysis().*result)(nullptr) == 1 ? TakeShown() : "refused"; }
     std::string Caption() { return LongTextOf(Analysis().DrillString()); }
 
-    /// The documents shown since the last call: title lines, "corner | columns" (a star: whole numbers), one line a
-    /// row.
-    std::string Sheets() {
-        std::ostringstream text;
-        for (const quillara::SpreadsheetDocument& sheet : std::exchange(Shown, {})) {
-            for (const auto& line : sheet.Title) {
-                text << line << '\n';
-            }
-            text << sheet.Corner;
-            for (const auto& column : sheet.Columns) {
-                text << " | " << column.Name << (column.Whole ? "*" : "");
-            }
-            for (const auto& row : sheet.Rows) {
-                text << '\n' << row.Name;
-                for (const auto& cell : row.Cells) {
-                    text << " | " << Text(cell);
-                }
-            }
-            text << '\n';
-        }
-        return text.str();
-    }
-
-    std::vector<quillara::SpreadsheetDocument> Shown;
-
-  private:
-    static std::string Text(const quillara::SpreadsheetCell& cell) {
-        const auto* number = std::get_if<double>(&cell);
-        const auto* words = std::get_if<std::string>(&cell);
-        return words != nullptr ? "'" + *words + "'" : number != nullptr ? (std::ostringstream() << *number).str() : "";
-    }
+    std::string Shown, Said;
+    std::shared_ptr<const quillara::DataTable> Taken;  ///< the new table
 };
 
 }  // namespace drilltest

@@ -22,19 +22,6 @@ class SelectionTextTest : public ResultsBench {
     }
 };
 
-TEST_F(SelectionTextTest, CountsTheValidCasesOfTheFirstVariable) {
-    EXPECT_EQ(Caption(), "N Total: 4, Selected: 3");  // one case of x is missing
-    Choose({"y", "x"});
-    EXPECT_EQ(Caption(), "N Total: 4, Selected: 4");
-    Down("y", "4");
-    EXPECT_EQ(Caption(), "N Total: 4, Selected: 1\ny = 4");
-    Analysis().DrillUps->clear();
-    Analysis().DrillDowns->clear();
-    EXPECT_EQ(Caption(), "N Total: 4, Selected: 0");
-    Review({"x"});
-    EXPECT_EQ(Caption(), "N Total: 4, Selected: 3");
-}
-
 TEST_F(SelectionTextTest, ClausesFollowTheMethodAndThePlace) {
     const struct {
         std::int32_t FirstMethod, LastMethod;

@@ -1,11 +1,11 @@
 // The search for the brushing graph, with each question to the host failing in turn.
 
+#include "tests/results/ResultsBench.h"
 #include "tests/results/graphs/FaultyHost.h"
-#include "tests/results/graphs/GraphBench.h"
 
 namespace drilltest {
 
-class BrushingSearch : public GraphBench {
+class BrushingSearch : public ResultsBench {
   protected:
     /// Keeps the documents that an analysis shows, in windows.
     void KeepDocumentsOf(const DrillBench& bench) {

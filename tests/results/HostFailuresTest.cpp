@@ -1,0 +1,118 @@
+// What results do where the host refuses memory or a write, or answers otherwise than it used to.
+
+#include <gmock/gmock.h>
+
+#include "results/texts/ResultSubjects.h"
+#include "tests/results/RecordedCalls.h"
+#include "tests/results/ResultsBench.h"
+
+namespace drilltest {
+
+class HostFailures : public ResultsBench {};
+
+/// Each result, with each allocation failing in turn: nothing kept, no message, and whole again with the next call.
+TEST_F(HostFailures, MissingMemoryLeavesNothingBehind) {
+    const struct {
+        int (*Operate)(CDrillDown&);
+        std::string Results;  ///< with the first, second, ... call for memory failing
+        bool ShowsLess;  ///< each failure leaves something out
+    } cases[] = {
+        // clang-format off
+        {[](CDrillDown& a) { return int{a.DDNSummary(nullptr)}; },     "001111111",        true},
+        {[](CDrillDown& a) { return int{a.DDNDescriptive(nullptr)}; }, "1111111",          true},
+        {[](CDrillDown& a) { return int{a.RVSummary(nullptr)}; },      "1111111",          true},
+        {[](CDrillDown& a) { return int{a.DDNFrequency(nullptr)}; },   "0000000",          true},
+        {[](CDrillDown& a) { return int{a.RVFrequency(nullptr)}; },    "1000000000000000", true},  // no descriptions
+        // A chart whose buffers are there is shown, with no labels if need be.
+        {[](CDrillDown& a) { return int{a.DDNHistograms(nullptr)}; },  "00001111",         false},
+        {[](CDrillDown& a) { return a.DDNPiecharts(0, nullptr); },     "0000",             true},
+        {[](CDrillDown& a) { return a.DDNStackedplots(0, nullptr); },  "0000011",         false},
+        {[](CDrillDown& a) { return int{a.RVBoxWhiker(nullptr)}; },    "0",                true},
+        {[](CDrillDown& a) { return int{a.RVScatterPlot(nullptr)}; },  "0",                true},
+        // clang-format on
+    };
+    quillara::Variable x = Numbers("x", {1, 2, NA});
+    x.Labels[1] = {"one", "The first of the values"};
+    Open({x, Numbers("y", {1.5, 2, 3})});
+    Choose({"x"}, {"y"});
+    Review({"x"}, {"y"});
+    Down("x", "one");
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        each.Operate(Analysis());  // brings the counts up to date
+        TakeShown();
+        Host().FailAllocation(0);
+        each.Operate(Analysis());
+        const std::string whole = TakeShown();
+        const std::size_t live = Host().LiveAllocations();
+        const int calls = Host().AllocationCalls();
+        std::string results;
+        for (int call = 1; call <= calls; ++call) {
+            Host().FailAllocation(call);
+            results += std::to_string(each.Operate(Analysis()));
+            const std::string shown = TakeShown();
+            EXPECT_TRUE(!each.ShowsLess || shown != whole) << "call " << call;
+            EXPECT_EQ(Host().LiveAllocations(), live) << "call " << call;
+            Host().FailAllocation(0);
+            each.Operate(Analysis());
+            EXPECT_EQ(TakeShown(), whole) << "call " << call;
+        }
+        EXPECT_EQ(results, each.Results);
+    }
+    EXPECT_TRUE(TakeMessages().empty());
+}
+
+TEST_F(HostFailures, ARefusedWriteDropsTheNewTableWithAMessage) {
+    quillara::DataTable table = TableOf({Numbers("a", {1, 2})});
+    table.CaseNames = {"first", "second"};
+    Open(table);
+    Choose({"a"});
+    for (int write = 1; write <= 4; ++write) {  // names and values
+        TakeCalls();
+        RefuseWrite(write);
+        EXPECT_EQ(Analysis().DDNSaveData(nullptr), 0);
+        EXPECT_THAT(TakeCalls(), testing::MatchesRegex("SubsetAndAddEx .*\nAbortOutput [1-9]\n"));
+        EXPECT_EQ(TakeMessages(), Names{NotEnoughMemory});
+    }
+    RefuseWrite(0);
+}
+
+TEST_F(HostFailures, AScatterplotFailsWithOneAlone) {
+    Open({Numbers("x", {1, 2})});
+    Choose({"x"});
+    for (const short status : {0, 1, 2, -1}) {
+        AnswerScatterplots(status);
+        EXPECT_EQ(Analysis().RVScatterPlot(nullptr), status == 1 ? 0 : 1);
+    }
+    AnswerScatterplots(std::nullopt);
+}
+
+TEST_F(HostFailures, ARecountLeavesAStackedColumnItsMissingWeightFromBefore) {
+    Open({Numbers("x", {1, 2, 3}), Numbers("y", {1, 2, 3})});
+    Choose({}, {"x", "y"});
+    Analysis().ReadAfterDrill(0);  // leaves the counts of intervals stale
+    Host().Services.ProgressStarted = [this](auto, auto) {
+        for (const char* name : {"x", "y"}) {
+            Record(name).MissingWeight = Record(name).ValidWeight = 7;
+        }
+    };
+    Record("x").MissingWeight = 1;
+    Record("y").Isset = 1;
+    Record("x").CategorySet = {{1, 3, 9, "all", 0}};
+    Record("y").CategorySet.clear();
+    TakeCalls();
+    EXPECT_EQ(Analysis().DDNStackedplots(0, nullptr), 1);
+    EXPECT_EQ(TakeCalls().find("Chart 2 0 3 [1 2 100 100] [1 2 87.5 50] [1 0 50 0]"), 0U)
+        << "1 of 1 + 7; y has no more categories";
+}
+
+TEST_F(HostFailures, NamesOfCategoriesInSubjectsAreNeverKeysOrEmpty) {
+    Open({Numbers("x", {1})});
+    Drill record(7, ContinuousVariable, 0, "x");
+    record.CategorySet = {Categories{1, 0, 1, LongTextKey("A name that travels as its key"), 0},
+                          Categories{1, 0, 2, "", 1}};
+    const ResultSubject subject = SubjectOf(Analysis(), ResultSide::Review, record, false);
+    EXPECT_EQ(subject.Variables.at(0).Categories, (Names{"A name that travels as its key", "1.000000<x<=2.000000"}));
+}
+
+}  // namespace drilltest

@@ -1,0 +1,305 @@
+// Runs the scripts beside it; the README there tells how they are written.
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "host/Brushing.h"
+#include "tests/Locations.h"
+#include "tests/results/RecordedCalls.h"
+#include "tests/results/ResultsBench.h"
+#include "workbench/dialogs/VariableListsDialog.h"
+
+namespace drilltest {
+namespace {
+
+/// A text in two at the first separator; the second is empty without one.
+std::pair<std::string, std::string> Cut(const std::string& text, const std::string& separator) {
+    const std::size_t end = std::min(text.find(separator), text.size());
+    return {text.substr(0, end), text.substr(std::min(end + separator.size(), text.size()))};
+}
+
+Names Split(const std::string& text, char separator) {
+    Names parts;
+    std::istringstream rest(text);
+    for (std::string part; std::getline(rest, part, separator);) {
+        parts.push_back(part);
+    }
+    return parts;
+}
+
+double NumberOf(const std::string& text) {
+    return text == "-" ? NA : std::strtod(text.c_str(), nullptr);
+}
+
+template <typename T = double>
+std::vector<T> NumbersOf(const std::string& text) {
+    std::vector<T> numbers;
+    for (const std::string& part : Split(text, ' ')) {
+        numbers.push_back(static_cast<T>(NumberOf(part)));
+    }
+    return numbers;
+}
+
+template <auto Member>
+void Assign(auto& object, double value) {
+    object.*Member = static_cast<std::remove_reference_t<decltype(object.*Member)>>(value);
+}
+
+template <auto Operation>
+int Run(CDrillDown& analysis) {
+    if constexpr (requires { (analysis.*Operation)(nullptr); }) {
+        return (analysis.*Operation)(nullptr);
+    } else {
+        return (analysis.*Operation)(0, nullptr);
+    }
+}
+
+const std::map<std::string, int (*)(CDrillDown&)> Operations{
+    {"DDNDescriptive", Run<&CDrillDown::DDNDescriptive>},
+    {"RVSummary", Run<&CDrillDown::RVSummary>},
+    {"DDNFrequency", Run<&CDrillDown::DDNFrequency>},
+    {"RVFrequency", Run<&CDrillDown::RVFrequency>},
+    {"DDNSummary", Run<&CDrillDown::DDNSummary>},
+    {"DDNDatasheet", Run<&CDrillDown::DDNDatasheet>},
+    {"DDNSaveData", Run<&CDrillDown::DDNSaveData>},
+    {"DDNHistograms", Run<&CDrillDown::DDNHistograms>},
+    {"RVHistograms", Run<&CDrillDown::RVHistograms>},
+    {"DDNPiecharts", Run<&CDrillDown::DDNPiecharts>},
+    {"RVPiecharts", Run<&CDrillDown::RVPiecharts>},
+    {"DDNStackedplots", Run<&CDrillDown::DDNStackedplots>},
+    {"RVStackedplots", Run<&CDrillDown::RVStackedplots>},
+    {"RVBoxWhiker", Run<&CDrillDown::RVBoxWhiker>},
+    {"RVScatterPlot", Run<&CDrillDown::RVScatterPlot>},
+    {"RV3DHistograms", Run<&CDrillDown::RV3DHistograms>},
+    {"DDNGraphForBrushing", Run<&CDrillDown::DDNGraphForBrushing>},
+    {"DDNCloseBrushing", Run<&CDrillDown::DDNCloseBrushing>},
+};
+
+const std::map<std::string, void (*)(CDrillDown&, double)> Members{
+    {"ValidVar", Assign<&CDrillDown::ValidVar>},
+    {"DataChanged", Assign<&CDrillDown::DataChanged>},
+    {"NoContinuous", Assign<&CDrillDown::NoContinuous>},
+    {"PlotMedianQuartileRange", Assign<&CDrillDown::PlotMedianQuartileRange>},
+    {"PlotMeanSEAndSD", Assign<&CDrillDown::PlotMeanSEAndSD>},
+    {"PlotMeanSD196TimesSD", Assign<&CDrillDown::PlotMeanSD196TimesSD>},
+    {"PlotMeanSE196TimesSE", Assign<&CDrillDown::PlotMeanSE196TimesSE>},
+    {"MD", [](CDrillDown& a, double flag) { a.SetMD(static_cast<std::int16_t>(flag)); }},
+    {"RVMD", [](CDrillDown& a, double flag) { a.SetRVMD(static_cast<std::int16_t>(flag)); }},
+    {"CountMD", [](CDrillDown& a, double flag) { a.SetCountMD(static_cast<std::int16_t>(flag)); }},
+    {"WM", [](CDrillDown& a, double flag) { a.SetWM(static_cast<std::int16_t>(flag)); }},
+    {"AllIsset", [](CDrillDown& a, double flag) { a.SetAllIsset(static_cast<int>(flag)); }},
+    {"Current", [](CDrillDown& a, double var) { a.SetCurrentDown(static_cast<std::int16_t>(var)); }},
+};
+
+const std::map<std::string, void (*)(Drill&, double)> Fields{
+    {"Method", Assign<&Drill::Method>},
+    {"Min", Assign<&Drill::Min>},
+    {"Max", Assign<&Drill::Max>},
+    {"Mean", Assign<&Drill::Mean>},
+    {"SumSquares", Assign<&Drill::SumSquares>},
+    {"ValidCount", Assign<&Drill::ValidCount>},
+    {"ValidWeight", Assign<&Drill::ValidWeight>},
+    {"MissingWeight", Assign<&Drill::MissingWeight>},
+    {"ChosenCategory", Assign<&Drill::ChosenCategory>},
+    {"VarType", Assign<&Drill::VarType>},
+    {"Isset", Assign<&Drill::Isset>},
+};
+
+class Script : public ResultsBench, public testing::WithParamInterface<std::string> {
+  protected:
+    void Do(const std::string& line) {
+        const auto [verb, rest] = Cut(line, " ");
+        const auto found = Verbs.find(verb);
+        ASSERT_NE(found, Verbs.end()) << verb;
+        found->second(rest);
+    }
+    /// What an operation gives in one of the ways that the README lists.
+    std::string Outcome(const std::string& line) {
+        const auto [way, command] = Cut(line, " ");
+        const auto [name, arguments] = Cut(command, " ");
+        if (const auto found = Reports.find(name); found != Reports.end()) {
+            return found->second(arguments) + '\n';
+        }
+        TakeCalls();
+        TakeShown();
+        Said.clear();
+        Taken = nullptr;
+        const int result = Operations.at(name)(Analysis());
+        std::string text = way == "%" ? TakeCalls() : way == "?" ? Said : TakeShown();
+        text += way == "$" && Taken != nullptr ? TextOf(*Taken) + '\n' : "";
+        for (const std::string& message : TakeMessages()) {
+            text += "! " + message + '\n';
+        }
+        return text + (result == 1 ? "" : "gave " + std::to_string(result) + '\n');
+    }
+
+  private:
+    quillara::Variable& Last() { return Input.Variables.back(); }
+    void OpenInput() { ResultsBench::Open(Input); }
+    /// "x: Field value ...": numbers for fields of a record.
+    void SetFields(const CDrillDown::DrillSet& set, const std::string& text) {
+        const auto [name, fields] = Cut(text, ": ");
+        const Names words = Split(fields, ' ');
+        for (std::size_t word = 0; word + 1 < words.size(); word += 2) {
+            Fields.at(words[word])(RecordIn(set, name), NumberOf(words[word + 1]));
+        }
+    }
+    /// "x: lower upper count name; ..."
+    void SetCategories(const std::string& text) {
+        const auto [name, categories] = Cut(text, ":");
+        Record(name).CategorySet.clear();
+        for (const std::string& each : Split(categories, ';')) {
+            Categories made{};
+            std::istringstream words(each);
+            std::getline(words >> made.Lower >> made.Upper >> made.Count >> std::ws, made.Name);
+            Record(name).CategorySet.insert(made);
+        }
+    }
+    void Pair(const std::string& text) {
+        Host().Services.WorkIn = [text](quillara::Window& window) {
+            if (!text.empty() && !window.IsClosed()) {
+                const auto [first, second] = Cut(text, "; ");
+                quillara::ChooseVariables(window, NumbersOf<short>(first), NumbersOf<short>(second));
+            }
+            return !text.empty() && window.IsClosed();
+        };
+    }
+    /// One cycle in which the user picks a bar (-1: none) with an option, or leaves: "result item action, row".
+    std::string Brush(const std::string& arguments) {
+        const std::vector<int> picks = NumbersOf<int>(arguments);
+        std::ostringstream text;
+        Host().Services.Brush = [&](quillara::BrushingRun& run) {
+            if (picks.empty()) {
+                WriteOffer(text, run);
+                return false;
+            }
+            run.Regions.setSelected(picks[0]);
+            run.Choice = picks[1];
+            return true;
+        };
+        constexpr int untouched = 77;
+        int item = untouched;
+        int action = untouched;
+        Analysis().SetSelected(untouched);
+        const int result = Analysis().DDNBrushing(&item, &action);
+        text << result << ' ' << item << ' ' << action << ", row " << Analysis().GetSelected();
+        return text.str();
+    }
+    static void WriteOffer(std::ostream& text, const quillara::BrushingRun& run) {
+        for (const BrushRegion& region : run.Regions.Regions()) {
+            text << region.Left << ".." << region.Right << " x " << region.Bottom << ".." << region.Top << ' '
+                 << region.Tip << " kind " << region.Kind << '\n';
+        }
+        int selected = -1;
+        text << (run.Regions.getSelected(selected) ? "bar " : "no bar ") << selected;
+        for (const std::string& option : run.Options) {
+            text << ' ' << option;
+        }
+        text << '\n';
+    }
+    /// Passes that an operation runs when each is cancelled at its first case.
+    std::string CancelledPasses(const std::string& operation) {
+        int passes = 0;
+        Host().Services.ProgressStarted = [&](auto, auto) { ++passes; };
+        Host().Services.BreakRequested = [] { return true; };
+        Operations.at(operation)(Analysis());
+        return std::to_string(passes);
+    }
+    template <typename Operation>
+    void Lists(const std::string& text, Operation operation) {
+        const auto [categorical, continuous] = Cut(text, "; ");
+        (this->*operation)(Split(categorical, ','), Split(continuous, ','));
+    }
+
+    quillara::DataTable Input;
+    const std::map<std::string, std::function<void(const std::string&)>> Verbs{
+        {"table", [this](auto&) { Input = {}; }},
+        {"variable",
+         [this](auto& text) {
+             const auto [name, values] = Cut(text, ": ");
+             Input.Variables.push_back(Numbers(name, NumbersOf(values)));
+             Input.Cases = static_cast<std::int32_t>(Last().Values.size());
+         }},
+        {"long", [this](auto& text) { Last().LongName = text; }},
+        {"label",
+         [this](auto& text) {
+             const auto [value, label] = Cut(text, " ");
+             const auto [name, description] = Cut(label, "; ");
+             Last().Labels[NumberOf(value)] = {name, description};
+         }},
+        {"header", [this](auto& text) { Input.Header = text; }},
+        {"case-names", [this](auto& text) { Input.CaseNames = Split(text, ','); }},
+        {"open", [this](auto&) { OpenInput(); }},
+        {"weigh", [this](auto& name) { Weigh(name); }},
+        {"choose", [this](auto& text) { Lists(text, &Script::Choose); }},
+        {"review", [this](auto& text) { Lists(text, &Script::Review); }},
+        {"down", [this](auto& text) { Down(Cut(text, "=").first, Cut(text, "=").second); }},
+        {"take", [this](auto& row) { Take(std::stoi(row)); }},
+        {"up", [this](auto& name) { Up(name); }},
+        {"categorize",
+         [this](auto& text) {
+             Categorize(Cut(text, ": ").first,
+                        [&](Drill& record) { record.Method = std::stoi(Cut(text, ": ").second); });
+         }},
+        {"set", [this](auto& text) { Members.at(Cut(text, " ").first)(Analysis(), NumberOf(Cut(text, " ").second)); }},
+        {"drill", [this](auto& text) { SetFields(*Analysis().DrillDowns, text); }},
+        {"reviewed", [this](auto& text) { SetFields(*Analysis().Reviews, text); }},
+        {"step", [this](auto& text) { SetFields(*Analysis().DrillUps, text); }},
+        {"categories", [this](auto& text) { SetCategories(text); }},
+        {"stale", [this](auto&) { Analysis().ReadAfterDrill(0); }},
+        {"recount", [this](auto&) { Recount(); }},
+        {"pair", [this](auto& text) { Pair(text); }},
+        {"translate", [](auto& text) { Translate(std::atoi(text.c_str()), text.empty() ? nullptr : "Uebersetzt"); }},
+    };
+    const std::map<std::string, std::function<std::string(const std::string&)>> Reports{
+        {"caption", [this](auto&) { return Caption(); }},
+        {"state", [this](auto&) { return State() + ", changed " + std::to_string(Analysis().DataChanged); }},
+        {"long-label",
+         [this](auto& arguments) {
+             const std::vector<std::int16_t> asked = NumbersOf<std::int16_t>(arguments);
+             return std::to_string(Analysis().LongDescription(asked[0], asked[1]));
+         }},
+        {"brush", [this](auto& arguments) { return Brush(arguments); }},
+        {"passes", [this](auto& operation) { return CancelledPasses(operation); }},
+    };
+};
+
+std::vector<std::string> Scripts() {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(testing_locations::Sample("../tests/results"))) {
+        if (entry.path().extension() == ".txt") {
+            files.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+TEST_P(Script, GoesAsWritten) {
+    std::ifstream file(GetParam());
+    std::string expected;
+    std::string outcome;
+    std::string place;
+    const auto compare = [&] { EXPECT_EQ(std::exchange(outcome, {}), std::exchange(expected, {})) << place; };
+    int number = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        if (line.starts_with('>')) {
+            expected += line.substr(std::min<std::size_t>(line.size(), 2)) + '\n';
+        } else if (!line.empty() && !line.starts_with('#')) {
+            compare();
+            place = GetParam() + ":" + std::to_string(number) + ": " + line;
+            const bool isOperation = line.starts_with('$') || line.starts_with('%') || line.starts_with('?');
+            isOperation ? void(outcome = Outcome(line)) : Do(line);
+        }
+    }
+    compare();
+}
+INSTANTIATE_TEST_SUITE_P(Results, Script, testing::ValuesIn(Scripts()),
+                         [](const auto& script) { return std::filesystem::path(script.param).stem().string(); });
+
+}  // namespace
+}  // namespace drilltest
