@@ -113,6 +113,8 @@ char* ResultTable::RowField(std::size_t row) const {
 
 void ResultTable::FillField(char* field, std::int32_t width, std::string text) {
     const auto room = static_cast<std::size_t>(width);
+    // Intended: blanks at the end belong to the text, unlike in names of variables, which are trimmed; hosts look names
+    // of columns up exactly as they were made.
     if (text.size() > room) {
         Analysis.Get8CharHash(text);
     }
@@ -142,6 +144,8 @@ void ResultTable::SetRowName(std::size_t row, std::string text) {
 void ResultTable::SetCellText(std::size_t row, std::size_t column, std::string text) {
     if (HoldsRow(row) && HoldsColumn(column)) {
         FillField(CellField(row, column), CellWidth, std::move(text));
+        // Intended: the whole column, unlike the numbers of its other rows, which stay; the display of "-" and of
+        // descriptions depends on it.
         ColFormat[column] = TextColumn;
     }
 }

@@ -51,6 +51,7 @@ std::string VariableTitle(CDrillDown& analysis, int textId, std::int16_t var, co
     const std::string text = analysis.GetResourceString(textId);
     const std::string label = LabelOf(analysis, var, separator);
     std::string title = text.find("%s") == std::string::npos ? text + label : FillFormat(text, {label});
+    // Intended: as its key, unlike the title of the brushing graph; a long title passes a line of 80 bytes whole.
     analysis.Get8CharHash(title);
     return title;
 }

@@ -175,6 +175,7 @@ std::string Caption(CDrillDown& analysis, const CaptionRules& rules) {
     for (const Drill& step : *analysis.DrillUps) {
         text += ClauseOf(analysis, rules, step);
     }
+    // Intended: as its key, unlike in the title of a scatterplot; a long caption passes a line of 80 bytes whole.
     analysis.Get8CharHash(text);
     return text;
 }

@@ -12,9 +12,9 @@ namespace quillara {
 [[nodiscard]] bool IsStatisticalFile(std::string_view extension);
 
 /// Reads a sav, zsav, por, dta, sas7bdat or xpt file: names, labels, value labels, formats, the declared weight, and
-/// what WriteDataFile had no room for and noted in the file (see NotedFacts.h). What
-/// the file marks as missing (system missing, tagged missing, each user-missing value or range, a blank text), and what
-/// is no finite number, becomes the missing code; the label of a user-missing value goes with the value.
+/// what WriteDataFile had no room for and noted in the file (see NotedFacts.h). What the file marks as missing (system
+/// missing, tagged missing, each user-missing value or range, a blank text), and what is no finite number, becomes the
+/// missing code; the label of a user-missing value goes with the value.
 /// Dates become ValueKind::Date, times TimeOfDay, as ForeignTime.h says. The texts of a text variable are numbered in
 /// byte order; a value label of a text becomes the label of its number. options.Encoding, unless empty, overrides the
 /// file's own; of the others Progress and Cancelled count.
