@@ -4,14 +4,13 @@
 #include <span>
 
 #include "engine/DrillDown.h"
+#include "engine/NewPlaces.h"
 #include "engine/OutOfMemory.h"
 #include "resources/ControlIds.h"
 
 using namespace drilldown;
 
 namespace {
-
-constexpr std::int32_t NotPlaced = -1;
 
 std::span<std::int32_t> EntriesOf(const ReorderDrillDown& dialog) {
     return {dialog.OrderMap.data(), static_cast<std::size_t>(dialog.OrderCount)};

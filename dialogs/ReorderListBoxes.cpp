@@ -3,6 +3,7 @@
 #include <string>
 
 #include "engine/HostBuffer.h"
+#include "engine/NewPlaces.h"
 #include "engine/OutOfMemory.h"
 #include "host/WindowServices.h"
 
@@ -15,8 +16,6 @@ constexpr int ReorderFlags = 1;
 
 constexpr ReorderedSet DrillDownRows{&CDrillDown::DrillDowns, &CDrillDown::ReorderDrillDowns};
 constexpr ReorderedSet DrillUpRows{&CDrillDown::DrillUps, &CDrillDown::ReorderDrillUps};
-
-constexpr std::int32_t NotPlaced = -1;
 
 /// A row of a list that was taken to stand before another one; `Before` may be the number of rows.
 struct Drop {

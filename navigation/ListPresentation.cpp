@@ -4,6 +4,7 @@
 
 #include "engine/DrillDown.h"
 #include "engine/HostBuffer.h"
+#include "engine/NewPlaces.h"
 #include "host/WindowServices.h"
 #include "resources/ControlIds.h"
 
@@ -13,8 +14,6 @@ namespace {
 
 /// Texts of the rows of a list, closed by null; they aren't copied.
 using RowTexts = HostBuffer<const char*>;
-
-constexpr std::int32_t NotPlaced = -1;
 
 /// A list with the button that acts on its selection.
 struct ListWithButton {

@@ -1,8 +1,7 @@
 #include "engine/DrillDown.h"
+#include "engine/NewPlaces.h"
 
 namespace {
-
-constexpr std::int32_t NotPlaced = -1;
 
 /// Gives the records of a set their new places. The records move, so that what points to one stays valid.
 int Reorder(CDrillDown::DrillSet& set, const std::int32_t* request, int placed) {
