@@ -193,7 +193,7 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         ->type_name("WIDTHxHEIGHT");
     add(
         "--theme", [&](const std::string& text) { charts.Look.Dark = ParseDark(text); },
-        "ground of charts in files and in html (default: light)")
+        "ground of charts in files (default: light); a report in html follows its reader's")
         ->type_name("light|dark");
 }
 

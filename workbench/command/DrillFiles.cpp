@@ -30,8 +30,10 @@ constexpr std::array<DocumentView, 3> Views{{
 
 std::string Shown(const DrillOptions& options, const OutputCollection& outputs) {
     if (options.Format == OutputFormat::Html) {
-        return HtmlView(outputs, [&options](const GraphDocument& graph) {
-            return PaintChart(graph, options.Charts.Look, ChartFormat::Svg);
+        return HtmlView(outputs, [&options](const GraphDocument& graph, bool isDark) {
+            ChartLook look = options.Charts.Look;
+            look.Dark = isDark;
+            return PaintChart(graph, look, ChartFormat::Svg);
         });
     }
     return std::ranges::find(Views, options.Format, &DocumentView::Format)->View(outputs);

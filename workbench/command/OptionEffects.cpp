@@ -31,10 +31,6 @@ bool HasPictures(const DrillOptions& options) {
     return HasPlots(options) || (options.Format == OutputFormat::Html && std::ranges::any_of(options.Results, isChart));
 }
 
-bool HasReportOrPictures(const DrillOptions& options) {
-    return HasPictures(options) || options.Format == OutputFormat::Html;
-}
-
 bool HasDrillVariables(const DrillOptions& options) {
     return !options.Names || !options.Names->Categorical.empty() || !options.Names->Continuous.empty();
 }
@@ -60,7 +56,7 @@ constexpr std::array<OptionEffect, 8> Effects{{
     {"--save-variables",   HasSaveFile,         "no file is named in --save"},
     {"--plot-format",      HasPlots,            "no folder is named in --plots"},
     {"--size",             HasPictures,         "no charts are painted; --plots and --format html do that"},
-    {"--theme",            HasReportOrPictures, "no charts are painted; --plots and --format html do that"},
+    {"--theme",            HasPlots,            "no folder is named in --plots; a report follows its reader's theme"},
 }};
 // clang-format on
 

@@ -33,7 +33,7 @@ std::string TitleRecords(const SpreadsheetDocument& document) {
 }
 
 Record HeaderRecord(const SpreadsheetDocument& document) {
-    Record record = {ValidText(document.Corner)};
+    Record record = {UnsteeringText(document.Corner)};
     for (const SpreadsheetColumn& column : document.Columns) {
         record.push_back(ShownLine(column.Name));
     }
@@ -42,14 +42,14 @@ Record HeaderRecord(const SpreadsheetDocument& document) {
 
 std::string TextOf(const SpreadsheetCell& cell) {
     if (const auto* text = std::get_if<std::string>(&cell)) {
-        return ValidText(*text);
+        return UnsteeringText(*text);
     }
     const auto* number = std::get_if<double>(&cell);
     return number == nullptr ? std::string() : ExactNumberText(*number);
 }
 
 Record RowRecord(const SpreadsheetRow& row) {
-    Record record = {ValidText(row.Name)};
+    Record record = {UnsteeringText(row.NameForPeople())};
     for (const SpreadsheetCell& cell : row.Cells) {
         record.push_back(TextOf(cell));
     }

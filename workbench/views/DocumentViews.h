@@ -9,14 +9,14 @@ namespace quillara {
 
 /// The documents as aligned text for a terminal.
 [[nodiscard]] std::string TextView(const OutputCollection& outputs);
-/// The documents as one JSON text that ends with a line feed; docs/json.md tells its shape.
+/// The documents as one JSON text that ends with a line feed; docs/json.md documents its shape.
 [[nodiscard]] std::string JsonView(const OutputCollection& outputs);
 /// The documents as delimited text, one block of records per document with an empty record between.
 [[nodiscard]] std::string CsvView(const OutputCollection& outputs);
-/// Paints a graph as SVG.
-using GraphPainter = std::function<std::string(const GraphDocument&)>;
+/// Paints a graph as SVG, for a light or a dark ground.
+using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark)>;
 /// The documents as one HTML page that needs no other file. Graphs stand beside the frequency tables of their
-/// variables, each as a picture; without a painter as its numbers.
+/// variables, each as a picture in the colours of its reader's theme; without a painter as its numbers.
 [[nodiscard]] std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint = {});
 
 }  // namespace quillara

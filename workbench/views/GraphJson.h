@@ -9,7 +9,7 @@ namespace quillara {
 /// histogram, pie, stacked, box, scatter or hist3d.
 [[nodiscard]] std::string ChartName(const GraphDocument& graph);
 
-/// The members of a graph document behind its origin and its kind of chart, as docs/json.md tells them.
+/// The members of a graph document behind its origin and its kind of chart, as docs/json.md documents them.
 [[nodiscard]] std::string GraphMembers(const GraphDocument& graph);
 
 }  // namespace quillara

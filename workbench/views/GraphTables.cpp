@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "workbench/data/ValueText.h"
 #include "workbench/documents/BoxTypes.h"
 #include "workbench/numbers/ExactNumbers.h"
 
@@ -38,7 +39,7 @@ std::string LabelAt(const GraphAxis& axis, double at) {
     return label == axis.Labels.end() || label->At != at ? "" : label->Name();
 }
 
-Tables NumbersOf(const Histogram& graph) {
+Tables NumbersOf(const Histogram& graph, const Subject& /*about*/) {
     SpreadsheetDocument table = CountTable();
     for (const GraphSeries& series : graph.Series) {
         for (const GraphPoint& bar : series.Points) {
@@ -50,7 +51,7 @@ Tables NumbersOf(const Histogram& graph) {
 }
 
 /// The point behind the last slice is no slice: its position is 0.
-Tables NumbersOf(const PieChart& graph) {
+Tables NumbersOf(const PieChart& graph, const Subject& /*about*/) {
     SpreadsheetDocument table = CountTable();
     for (const GraphSeries& series : graph.Series) {
         for (const GraphPoint& slice : series.Points) {
@@ -80,8 +81,8 @@ std::string LayerName(const std::string& variable, const GraphPoint& layer) {
     return category.empty() ? variable : variable + " = " + category;
 }
 
-/// The layers of a column are told from below, as the categories are counted.
-Tables NumbersOf(const StackedPlot& graph) {
+/// The layers of a column stand from below, as the categories are counted.
+Tables NumbersOf(const StackedPlot& graph, const Subject& /*about*/) {
     SpreadsheetDocument table =
         Untitled("Variable", {{"Layer", true}, {"Percent(%)", false}, {"Cumulative\nPercent(%)", false}});
     const std::size_t columns = graph.Series.empty() ? 0 : graph.Series.front().Points.size();
@@ -98,10 +99,16 @@ Tables NumbersOf(const StackedPlot& graph) {
     return {table};
 }
 
-SpreadsheetRow BoxRow(const BoxStatistics& box, bool hasOutliers) {
+/// A value of a variable: a date or a time in words.
+SpreadsheetCell ValueCell(ValueKind kind, double value) {
+    const bool hasWords = kind == ValueKind::Date || kind == ValueKind::TimeOfDay;
+    return hasWords ? SpreadsheetCell(TextOfValue(kind, value)) : SpreadsheetCell(value);
+}
+
+SpreadsheetRow BoxRow(const BoxStatistics& box, ValueKind kind, bool hasOutliers) {
     SpreadsheetRow row{box.Variable, {static_cast<double>(box.Cases)}};
     for (const double number : {box.Middle, box.BoxLow, box.BoxHigh, box.WhiskerLow, box.WhiskerHigh}) {
-        row.Cells.push_back(box.Cases > 0 ? SpreadsheetCell(number) : SpreadsheetCell());
+        row.Cells.push_back(box.Cases > 0 ? ValueCell(kind, number) : SpreadsheetCell());
     }
     if (hasOutliers) {
         row.Cells.push_back(static_cast<double>(box.Outliers.size()));
@@ -110,7 +117,7 @@ SpreadsheetRow BoxRow(const BoxStatistics& box, bool hasOutliers) {
     return row;
 }
 
-Tables NumbersOf(const BoxPlot& plot) {
+Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
     const BoxTypeFacts& facts = FactsOf(plot.Type);
     const bool hasOutliers = facts.ShowsMedian();
     SpreadsheetDocument table = Untitled("Variable", {{"Cases", true}});
@@ -122,13 +129,22 @@ Tables NumbersOf(const BoxPlot& plot) {
         table.Columns.push_back({"Outlying\nValues", true});
         table.Columns.push_back({"Extreme\nValues", true});
     }
-    for (const BoxStatistics& box : plot.Boxes) {
-        table.Rows.push_back(BoxRow(box, hasOutliers));
+    for (std::size_t i = 0; i < plot.Boxes.size(); ++i) {
+        table.Rows.push_back(BoxRow(plot.Boxes[i], about.KindOf(i), hasOutliers));
     }
     return {table};
 }
 
-Tables NumbersOf(const ScatterMatrix& matrix) {
+SpreadsheetRow ScatterRow(const ScatterVariable& variable, ValueKind kind) {
+    SpreadsheetRow row{variable.Name, {static_cast<double>(variable.Cases)}};
+    for (const double number : {variable.Min, variable.Max, variable.Mean}) {
+        row.Cells.push_back(variable.Cases > 0 ? ValueCell(kind, number) : SpreadsheetCell());
+    }
+    row.Cells.push_back(variable.Cases > 0 ? SpreadsheetCell(variable.StandardDeviation) : SpreadsheetCell());
+    return row;
+}
+
+Tables NumbersOf(const ScatterMatrix& matrix, const Subject& about) {
     SpreadsheetDocument variables = Untitled(
         "Variable", {{"Cases", true}, {"Minimum", false}, {"Maximum", false}, {"Mean", false}, {"Std.Dev.", false}});
     SpreadsheetDocument pairs =
@@ -136,7 +152,7 @@ Tables NumbersOf(const ScatterMatrix& matrix) {
     const std::size_t count = matrix.Variables.size();
     for (std::size_t row = 0; row < count; ++row) {
         const ScatterVariable& y = matrix.Variables[row];
-        variables.Rows.push_back({y.Name, {static_cast<double>(y.Cases), y.Min, y.Max, y.Mean, y.StandardDeviation}});
+        variables.Rows.push_back(ScatterRow(y, about.KindOf(row)));
         for (std::size_t column = 0; column < count; ++column) {
             if (row != column) {
                 const ScatterCell& cell = matrix.Cells[row * count + column];
@@ -148,7 +164,7 @@ Tables NumbersOf(const ScatterMatrix& matrix) {
     return {variables, pairs};
 }
 
-Tables NumbersOf(const Histogram3DPlot& plot) {
+Tables NumbersOf(const Histogram3DPlot& plot, const Subject& /*about*/) {
     SpreadsheetDocument table = Untitled(plot.Y.Variable + " by " + plot.X.Variable, {});
     const std::size_t width = plot.X.Labels.size();
     for (const std::string& label : plot.X.Labels) {
@@ -165,6 +181,49 @@ Tables NumbersOf(const Histogram3DPlot& plot) {
     return {table};
 }
 
+double CasesOf(const SeriesChart& chart) {
+    double cases = 0.0;
+    for (const GraphSeries& series : chart.Series) {
+        for (const GraphPoint& point : series.Points) {
+            cases += std::isfinite(point.Y) ? point.Y : 0.0;
+        }
+    }
+    return cases;
+}
+
+double CasesOf(const BoxPlot& plot) {
+    double cases = 0.0;
+    for (const BoxStatistics& box : plot.Boxes) {
+        cases += static_cast<double>(box.Cases);
+    }
+    return cases;
+}
+
+double CasesOf(const ScatterMatrix& matrix) {
+    double cases = 0.0;
+    for (const ScatterVariable& variable : matrix.Variables) {
+        cases += static_cast<double>(variable.Cases);
+    }
+    return cases;
+}
+
+double CasesOf(const Histogram3DPlot& plot) {
+    return static_cast<double>(plot.Cases);
+}
+
+/// What a graph says that shows no case; nothing for others. No step but one on missing data drops all cases of the
+/// plots that the host computes.
+std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
+    if (std::visit([](const auto& shown) { return CasesOf(shown); }, graph.Content) > 0.0) {
+        return {};
+    }
+    std::vector<std::string> lines{"No cases"};
+    if (graph.About.Cases == 0) {
+        lines.emplace_back("A drill step on Missing leaves none in the plots of review variables.");
+    }
+    return lines;
+}
+
 }  // namespace
 
 std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
@@ -172,8 +231,9 @@ std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
         return {*sheet};
     }
     const auto& graph = std::get<GraphDocument>(content);
-    Tables tables = std::visit([](const auto& shown) { return NumbersOf(shown); }, graph.Content);
+    Tables tables = std::visit([&graph](const auto& shown) { return NumbersOf(shown, graph.About); }, graph.Content);
     tables.front().Title = graph.Title;
+    std::ranges::move(NoCasesLines(graph), std::back_inserter(tables.front().Title));
     tables.front().About = graph.About;
     return tables;
 }

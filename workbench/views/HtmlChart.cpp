@@ -3,6 +3,7 @@
 #include "workbench/views/HtmlPicture.h"
 #include "workbench/views/HtmlTable.h"
 #include "workbench/views/HtmlText.h"
+#include "workbench/views/ThemedColors.h"
 
 namespace quillara {
 namespace {
@@ -15,10 +16,21 @@ std::string Tables(const GraphDocument& graph) {
     return text;
 }
 
+/// A picture in the colours of the reader's theme; two of which the page shows one where they differ in more.
+std::string PictureOf(const GraphDocument& graph, const PictureFrame& frame, const GraphPainter& paint) {
+    const std::string light = paint(graph, false);
+    const std::string dark = paint(graph, true);
+    if (const std::optional<std::string> both = InBothThemes(light, dark)) {
+        return HtmlPicture(*both, frame);
+    }
+    return HtmlPicture(light, {frame.Title, frame.Id, frame.Class + " by-day"}) +
+           HtmlPicture(dark, {frame.Title, frame.Id + "-dark", frame.Class + " by-night"});
+}
+
 std::string PictureAndNumbers(const GraphDocument& graph, const std::string& anchor, const GraphPainter& paint,
                               bool isBesideTable) {
     const std::string title = TitleOf(ShowTables(graph).front());
-    const std::string picture = HtmlPicture(paint(graph), title, anchor + "-title");
+    const std::string picture = PictureOf(graph, {title, anchor + "-title", "picture"}, paint);
     if (isBesideTable) {
         return picture;
     }

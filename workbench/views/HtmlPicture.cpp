@@ -84,14 +84,16 @@ std::string AttributeOf(std::string_view svg, std::string_view name) {
 
 }  // namespace
 
-std::string HtmlPicture(std::string_view svg, const std::string& title, const std::string& id) {
+std::string HtmlPicture(std::string_view svg, const PictureFrame& frame) {
     svg.remove_prefix(std::min(svg.find("<svg"), svg.size()));
     const std::string box = AttributeOf(svg, "viewBox");
     svg.remove_prefix(std::min(svg.find(GroupFront), svg.size()));
     const std::string painting = WithoutVoidAttributes(svg.substr(0, svg.rfind("</svg>")));
-    const std::string attributes = "class=\"picture\" role=\"img\" aria-labelledby=\"" + id + "\" viewBox=\"" + box +
-                                   "\" stroke-linecap=\"square\" stroke-linejoin=\"bevel\"";
-    return Element("svg", attributes, Element("title", "id=\"" + id + '"', title) + '\n' + Shortened(painting)) + '\n';
+    const std::string attributes = "class=\"" + frame.Class + "\" role=\"img\" aria-labelledby=\"" + frame.Id +
+                                   "\" viewBox=\"" + box + "\" stroke-linecap=\"square\" stroke-linejoin=\"bevel\"";
+    return Element("svg", attributes,
+                   Element("title", "id=\"" + frame.Id + '"', frame.Title) + '\n' + Shortened(painting)) +
+           '\n';
 }
 
 }  // namespace quillara

@@ -5,8 +5,14 @@
 
 namespace quillara {
 
-/// An SVG file as a picture within an HTML page, with a title for those who can't see it, which stands on the page
-/// under `id`. What says nothing new is left out.
-[[nodiscard]] std::string HtmlPicture(std::string_view svg, const std::string& title, const std::string& id);
+/// What a page says of a picture.
+struct PictureFrame {
+    std::string Title;  ///< for those who can't see it
+    std::string Id;  ///< of the title on the page
+    std::string Class;
+};
+
+/// An SVG file as a picture within an HTML page. What says nothing new is left out.
+[[nodiscard]] std::string HtmlPicture(std::string_view svg, const PictureFrame& frame);
 
 }  // namespace quillara

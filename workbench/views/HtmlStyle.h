@@ -6,7 +6,7 @@ namespace quillara {
 
 /// The style sheet of the page that HtmlView makes. Where a table's box is narrow, names of rows wrap and bars shrink
 /// before the box scrolls. A table cell of class "share" shows its custom property --share,
-/// 0 to 100, as a bar beside its number. Pictures are painted on white: in the dark they stand in a light frame.
+/// 0 to 100, as a bar beside its number.
 inline constexpr std::string_view htmlStyle = R"css(
 :root {
   color-scheme: light dark;
@@ -77,7 +77,12 @@ tbody tr:hover > * { background-color: var(--panel); }
 .none { color: var(--soft); }
 .chart { margin: 0 0 2.25rem; max-width: 56rem; }
 .picture {
-  display: block; width: 100%; height: auto; background: #ffffff; border: 1px solid var(--line); border-radius: .4rem;
+  display: block; width: 100%; height: auto; border: 1px solid var(--line); border-radius: .4rem;
+}
+.by-night { display: none; }
+@media screen and (prefers-color-scheme: dark) {
+  .by-day { display: none; }
+  .by-night { display: block; }
 }
 .chart summary { padding: .4rem 0; color: var(--soft); font-size: .875rem; cursor: pointer; }
 .beside { display: flex; flex-wrap: wrap; gap: 0 2.5rem; align-items: flex-start; }

@@ -7,6 +7,7 @@
 #include "workbench/views/HtmlText.h"
 #include "workbench/views/ReportGroups.h"
 #include "workbench/views/ShownText.h"
+#include "workbench/views/ThemedColors.h"
 
 namespace quillara {
 namespace {
@@ -137,11 +138,16 @@ std::string Sections(const OutputCollection& outputs, const std::vector<StepResu
     return sections.empty() ? Element("p", "class=\"none\"", "No results") + '\n' : sections;
 }
 
-std::string Head(const OutputCollection& outputs) {
-    return "<head>\n<meta charset=\"utf-8\">\n"
+/// Nothing is loaded, run or sent, whatever a name in the data says; styles stand in the page.
+constexpr char SecurityPolicy[] =
+    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'; "
+    "img-src data:; base-uri 'none'; form-action 'none'\">\n";
+
+std::string Head(const OutputCollection& outputs, const std::string& body) {
+    return "<head>\n<meta charset=\"utf-8\">\n" + std::string(SecurityPolicy) +
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
            Element("title", "", Escaped(ShownLine(outputs.FileName)) + " - drill-down results") + '\n' +
-           Element("style", "", std::string(htmlStyle)) + "\n</head>\n";
+           Element("style", "", std::string(htmlStyle) + ThemeRules(body)) + "\n</head>\n";
 }
 
 }  // namespace
@@ -151,7 +157,7 @@ std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint)
     const std::string main = Element("main", "", '\n' + Sections(outputs, steps, paint));
     const std::string layout = Element("div", "class=\"layout\"", '\n' + Contents(outputs, steps) + main + '\n');
     const std::string body = Element("body", "", '\n' + PageHead(outputs) + layout + '\n');
-    return "<!DOCTYPE html>\n" + Element("html", "lang=\"en\"", '\n' + Head(outputs) + body + '\n') + '\n';
+    return "<!DOCTYPE html>\n" + Element("html", "lang=\"en\"", '\n' + Head(outputs, body) + body + '\n') + '\n';
 }
 
 }  // namespace quillara

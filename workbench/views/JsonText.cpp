@@ -22,7 +22,7 @@ Json NumberValue(double number) {
 
 std::string OneLine(const Json& value) {
     if (!value.is_structured()) {
-        return value.dump();
+        return UnsteeringText(value.dump());
     }
     std::string members;
     for (const auto& [key, member] : value.items()) {

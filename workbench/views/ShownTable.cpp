@@ -88,7 +88,7 @@ ShownTable ShowTable(const SpreadsheetDocument& document) {
     }
     table.Corner = ShownLine(document.Corner);
     for (const SpreadsheetRow& row : document.Rows) {
-        table.Rows.push_back({ShownLine(row.Name), {}});
+        table.Rows.push_back({ShownLine(row.NameForPeople()), {}});
     }
     for (std::size_t column = 0; column < document.Columns.size(); ++column) {
         ShowColumn(document, column, table);

@@ -62,7 +62,7 @@ Character FrontOf(std::string_view text) {
 }
 
 /// What stands for the character at the front of a text.
-using Substitute = std::string_view (*)(const Character& character, std::string_view itself);
+using Substitute = std::string (*)(const Character& character, std::string_view itself);
 
 std::string Substituted(std::string_view text, Substitute substitute) {
     std::string result;
@@ -78,26 +78,14 @@ std::string Substituted(std::string_view text, Substitute substitute) {
     return result;
 }
 
-std::string_view ValidCharacter(const Character& character, std::string_view itself) {
-    return character.IsValid ? itself : replacementCharacter;
-}
-
-std::string_view HarmlessCharacter(const Character& character, std::string_view itself) {
-    const char32_t code = character.Code;
-    if (!character.IsValid) {
-        return replacementCharacter;
-    }
-    const bool isLineBreak = code == 0x85 || code == 0x2028 || code == 0x2029;
-    if ((0x09 <= code && code <= 0x0D) || isLineBreak) {
-        return " ";
-    }
-    const bool isControl = code < 0x20 || (0x7F <= code && code <= 0x9F);
-    return isControl ? replacementCharacter : itself;
-}
-
 struct CodeRange {
     char32_t First;
     char32_t Last;
+};
+
+// Characters that would steer a terminal, or turn the direction of the text around them.
+constexpr CodeRange steeringRanges[] = {
+    {0x00, 0x1F}, {0x7F, 0x9F}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069},
 };
 
 // Combining marks and other characters that take no place of their own.
@@ -121,6 +109,33 @@ bool IsAmong(const auto& ranges, char32_t code) {
                                [code](const CodeRange& range) { return range.First <= code && code <= range.Last; });
 }
 
+/// As in JSON: \u202E.
+std::string EscapeOf(char32_t code) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string escape = "\\u";
+    for (int shift = 12; shift >= 0; shift -= 4) {
+        escape += digits[(code >> static_cast<unsigned>(shift)) & 0xF];
+    }
+    return escape;
+}
+
+std::string ValidCharacter(const Character& character, std::string_view itself) {
+    return std::string(character.IsValid ? itself : replacementCharacter);
+}
+
+bool IsBlank(char32_t code) {
+    return (0x09 <= code && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
+}
+
+std::string UnsteeringCharacter(const Character& character, std::string_view itself) {
+    const bool steers = character.IsValid && !IsBlank(character.Code) && IsAmong(steeringRanges, character.Code);
+    return steers ? EscapeOf(character.Code) : ValidCharacter(character, itself);
+}
+
+std::string HarmlessCharacter(const Character& character, std::string_view itself) {
+    return character.IsValid && IsBlank(character.Code) ? " " : UnsteeringCharacter(character, itself);
+}
+
 std::size_t WidthOf(char32_t code) {
     if (code < zeroWidthRanges[0].First) {
         return 1;
@@ -135,6 +150,10 @@ std::size_t WidthOf(char32_t code) {
 
 std::string ValidText(std::string_view text) {
     return Substituted(text, ValidCharacter);
+}
+
+std::string UnsteeringText(std::string_view text) {
+    return Substituted(text, UnsteeringCharacter);
 }
 
 std::string ShownLine(std::string_view text) {

@@ -11,8 +11,12 @@ namespace quillara {
 /// every other byte that is no part of a character becomes U+FFFD.
 [[nodiscard]] std::string ValidText(std::string_view text);
 
-/// One line for people, in well-formed UTF-8: without trailing blanks, with a blank for each tab and line break, and
-/// with U+FFFD for each other control character, so that no text can steer a terminal.
+/// The same with an escape (\u202E) for each control character but tabs and line breaks, and for those that turn the
+/// direction of the text around them: no text can steer a terminal or stand for another.
+[[nodiscard]] std::string UnsteeringText(std::string_view text);
+
+/// One line for people, in well-formed UTF-8: as UnsteeringText gives it, without trailing blanks, with a blank for
+/// each tab and line break.
 [[nodiscard]] std::string ShownLine(std::string_view text);
 
 /// The lines of a text, each as ShownLine gives it. An empty text is one empty line.

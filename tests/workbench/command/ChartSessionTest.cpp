@@ -173,7 +173,7 @@ TEST_F(ChartSession, TheReportHasPicturesBesideTables) {
     ASSERT_NE(place, std::string::npos);
     EXPECT_EQ(outcome.Out.substr(outcome.Out.find("<figure", place)).find("<figure class=\"chart\" id=\"chart-4\">"),
               0U);
-    EXPECT_EQ(outcome.Out.find("http"), std::string::npos);
+    EXPECT_EQ(outcome.Out.find("://"), std::string::npos);
 }
 
 TEST_F(ChartSession, WithoutTheLibraryOnlyPaintingIsRefused) {

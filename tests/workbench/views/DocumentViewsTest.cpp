@@ -126,14 +126,14 @@ TEST(TextView, TextsAreHarmlessAndAligned) {
                                        "Name",
                                        {{"Mean          ", false}, {"Text", false}},
                                        {{"\u6771\u4eac", {1.0, std::string("a\tb\r\n")}},
-                                        {"e\u0301a", {2.0, std::string("\x1b[31m\u009bx\x07")}},
+                                        {"e\u0301a", {2.0, std::string("\x1b[31m\u009bx\u202e")}},
                                         {"cut \xE2\x82", {3.0, std::string("\xFF\xC0\x80\xED\xA0\x80")}}}};
     EXPECT_EQ(TextView(Collection({document})),
               "T\n\n"
               "Name  Mean  Text\n"
-              "----  ----  --------\n"
+              "----  ----  -----------------------\n"
               "\u6771\u4eac     1  a b\n"
-              "e\u0301a       2  \uFFFD[31m\uFFFDx\uFFFD\n"
+              "e\u0301a       2  \\u001B[31m\\u009Bx\\u202E\n"
               "cut      3  \uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\n");
 }
 
@@ -158,6 +158,7 @@ sex,Female
 )");
     EXPECT_EQ(CsvView(Collection({{{"", "line"}, "", {}, {{"", {}}, {"a\rb", {}}}}})),
               "\"\"\nline\n\"\"\n\"\"\n\"a\rb\"\n");
+    EXPECT_THAT(CsvView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\\u2066x\ty\n"));
     EXPECT_EQ(CsvView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), noCell})})),
               "Values\n,Value\na,100000\nb,0.1\nc,-0\nd,1e+300\ne,\nf,\n");
 }
@@ -179,7 +180,7 @@ TEST(HtmlView, EveryTextIsEscapedAndThePageNeedsNoOtherFile) {
     const SpreadsheetDocument document{{bad, bad}, bad, {{bad, false}}, {{bad, {bad}}}};
     OutputCollection outputs = Collection({document}, bad, document);
     outputs.FileName = bad;
-    for (const char* text : {"<script>", "src=", "http", "@import", "url("}) {
+    for (const char* text : {"<script>", "src=", "://", "@import", "url("}) {
         EXPECT_THAT(HtmlView(outputs), Not(HasSubstr(text)));
     }
     EXPECT_THAT(HtmlView(outputs), HasSubstr("aria-label=\"&lt;script&gt;&amp;&quot;\""));
@@ -245,6 +246,7 @@ TEST(JsonView, Cells) {
         {"\x01\n\"\\\u00e9", "\"\\u0001\\n\\\"\\\\\u00e9\""},
         {"a\xFFz", "\"a\uFFFDz\""},
         {"cut \xF0\x9F\x98", "\"cut \""},
+        {"\u200E\x7F", "\"\\u200E\\u007F\""},
     };
     for (const auto& [cell, text] : cases) {
         EXPECT_EQ(JsonCell(cell), text);
@@ -409,12 +411,13 @@ TEST(GraphViews, JsonHoldsTheStatisticsDrawn) {
 }
 
 TEST(GraphViews, HtmlHasThePictureBesideItsTable) {
-    const auto paint = [](const GraphDocument& graph) {
+    const auto paint = [](const GraphDocument& graph, bool isDark) {
         return "<?xml?>\n<svg width=\"1mm\"\n viewBox=\"0 0 9 6\"\n "
                "xmlns=\"http://x\">\n<title>t</title>\n<defs>\n</defs>\n"
                "<g fill=\"none\" stroke-width=\"1\" >\n\n<g fill=\"none\" stroke-opacity=\"1\" "
                "transform=\"matrix(1,0,0,1,0,0)\"\n"
-               "font-size=\"12\" \n>\n</g>\n<g fill=\"#ffffff\" fill-opacity=\"1\"\nfont-size=\"12\" \n>\n<text>" +
+               "font-size=\"12\" \n>\n</g>\n<g fill=\"" +
+               std::string(isDark ? "#101010" : "#ffffff") + "\" fill-opacity=\"1\"\nfont-size=\"12\" \n>\n<text>" +
                graph.Title.back() + "</text>\n</g>\n</g>\n</svg>\n";
     };
     OutputCollection outputs = Collection({Frequencies});
@@ -426,14 +429,14 @@ TEST(GraphViews, HtmlHasThePictureBesideItsTable) {
     const std::string page = HtmlView(outputs, paint);
     EXPECT_EQ(Between(page, "<figure class=\"chart\" id=\"chart-3\">", "</figure>"), R"(
 <svg class="picture" role="img" aria-labelledby="chart-3-title" viewBox="0 0 9 6" stroke-linecap="square" stroke-linejoin="bevel"><title id="chart-3-title">Histogram of drill-down variable: sex</title>
-<g fill="none" ><g fill="#ffffff"><text>N Total: 8</text>
-</g>
-</g>
-</svg>
-)");
-    EXPECT_LT(page.find("id=\"chart-3\""), page.find("id=\"table-2\""));
+<g fill="none" ><g fill="var(--pffffff-101010)" >
+                                                                                         <text> N Total : 8 < / text >
+                                                                                         </ g></ g></ svg>)
+    ");
+        EXPECT_LT(page.find("id=\"chart-3\""), page.find("id=\"table-2\""));
     EXPECT_THAT(page, HasSubstr("<details><summary>Numbers</summary>"));
-    EXPECT_THAT(page, Not(HasSubstr("http")));
+    EXPECT_THAT(page, HasSubstr("--pffffff-101010: #101010;"));
+    EXPECT_THAT(page, AllOf(HasSubstr("default-src 'none'"), Not(HasSubstr("://"))));
     EXPECT_THAT(HtmlView(outputs), AllOf(HasSubstr("Quartile"), Not(HasSubstr("<svg"))));
 }
 
