@@ -33,7 +33,7 @@ class CAnalysisDialog {
     virtual void DoDataExchange(DataExchange* exchange);
     /// The automation face of the dialog; null: none.
     virtual IUnknown* GetUnknown();
-    /// Acts on a message. A result other than 0 tells the host that it was handled.
+    /// Acts on a message. A result other than 0 says that it was handled.
     virtual std::int64_t EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam);
     /// What the dialog is called by people and scripts.
     virtual std::string GetDialogDescription();

@@ -54,8 +54,8 @@ class CAnalysisSupport {
     virtual std::string GetAnalysisName() const;
     /// Asked before a result document goes to its output target. The host gives a reference with the document; true:
     /// the analysis has taken both and lets the reference go; false: the reference is still the host's. An analysis
-    /// that has taken a document holds none: the host keeps the document alive until it has told that it closes, or the
-    /// analysis has had it forgotten and hidden.
+    /// that has taken a document holds none: the host keeps the document alive until it has announced that it closes,
+    /// or the analysis has had it forgotten and hidden.
     virtual bool BeforeRouteOutput(IDispatch* document);
     virtual void BeforeClose();
 
@@ -214,7 +214,8 @@ class CAnalysisSupport {
     ///   seriesData       a block a series: the x values, then the y values from index pointCounts[series] on; a number
     ///                    of which all bytes are 0xFF was never written
     ///   pointCounts      points in use of each series
-    ///   seriesKinds      5 bars, 10 pie
+    ///   seriesKinds      see SeriesKind
+    ///   seriesColors     see ChartColor
     ///   seriesWidths     width of a bar in units of the x axis
     ///   seriesNames      40 bytes each, or null
     ///   title            `titleLines` lines of `titleWidth` bytes

@@ -8,7 +8,7 @@
 // properties "Saved" and "Visible" (boolean) and "Window" (object), and the method "Activate", which brings its window
 // to the front.
 
-/// A document of one kind, and the interface on which it tells its events.
+/// A document of one kind, and the interface on which it fires its events.
 struct DocumentKind {
     GUID Document;
     GUID Events;

@@ -57,7 +57,7 @@ class CReorderListBox {
     /// rows.
     virtual void MoveSelectionTo(int target) = 0;
 
-    /// Joins the object to a list box, which tells it what the user does.
+    /// Joins the object to a list box, which reports to it what the user does.
     void Attach(HWND listBox);
 
   private:

@@ -10,12 +10,19 @@
 /// The list of variables that a result is about.
 enum class ResultSide : std::uint8_t { Unknown, Drill, Review };
 
+/// The bounds of an interval; of a single value the upper one is it.
+struct CategoryBounds {
+    double Lower = 0.0;
+    double Upper = 0.0;
+};
+
 /// A variable of a result and what stands for it there.
 struct SubjectVariable {
     std::int16_t Number = 0;  ///< of the variable, from 1
     /// The whole names of its rows, bars, slices or layers, in the order of its categories, without missing data.
     std::vector<std::string> Categories;
     bool HasMissing = false;  ///< behind the categories one more row, bar, slice or layer stands for missing data
+    std::vector<CategoryBounds> Bounds{};  ///< of the categories, in their order; empty: not known
 };
 
 /// What a table or a chart shows: the variables in the order of its rows, columns or places.

@@ -13,10 +13,12 @@ namespace {
 SubjectVariable WithNames(CDrillDown& analysis, const Drill& record, bool hasMissing) {
     SubjectVariable variable{record.VarNo, {}, hasMissing};
     variable.Categories.reserve(record.CategorySet.size());
+    variable.Bounds.reserve(record.CategorySet.size());
     for (const Categories& category : record.CategorySet) {
         std::string name = CategoryName(record, category);
         analysis.ExpandPossible8CharHash(name);
         variable.Categories.push_back(std::move(name));
+        variable.Bounds.push_back({category.Lower, category.Upper});
     }
     return variable;
 }

@@ -17,10 +17,7 @@ DialogSession::DialogSession(const DataTable& table, CaseSettings settings, Anal
     Document.SetSelection(std::move(settings.Selection));
     Document.SetWeight(settings.Weight);
     Document.Services = std::move(services);
-    Document.Services.ShowMessage = [this, show = std::move(Document.Services.ShowMessage)](std::string_view text) {
-        LacksMemory |= text.find("ot enough memory") != std::string_view::npos;
-        show(text);
-    };
+    Document.Services.MemoryLacked = [this] { LacksMemory = true; };
     Document.Services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };
     Document.Adopt(Library.NewAnalysis());
     if (!Document.RunSequence() || Document.StartupWindow() == nullptr) {

@@ -49,7 +49,7 @@ void HostDialog::TryToAccept() {
         Accept();
         TheWindow.Close(OkCommand);
     } catch (const std::bad_alloc&) {
-        Say("There is not enough memory for this; close other programs and try again.");
+        Say(NoMemory);
     } catch (const std::exception& error) {
         Say(error.what());
     }

@@ -16,6 +16,9 @@ class HostDialog {
   public:
     /// Shows a message to the user.
     using Tell = std::function<void(std::string_view)>;
+    /// What it says when memory is lacking for what was asked.
+    static constexpr std::string_view NoMemory =
+        "There is not enough memory for this; close other programs and try again.";
 
     HostDialog(const HostDialog&) = delete;
     HostDialog& operator=(const HostDialog&) = delete;

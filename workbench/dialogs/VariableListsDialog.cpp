@@ -78,6 +78,24 @@ void CheckCount(const VariableListRequest& request, std::size_t entries) {
     }
 }
 
+/// Throws UsageError saying which limit isn't kept.
+void CheckCounts(const VariableListsRequest& request, std::size_t first, std::size_t second) {
+    CheckCount(request.Lists[0], first);
+    CheckCount(request.Lists[1], second);
+    const auto total = static_cast<int>(first + second);
+    if (total > request.HighestTotal) {
+        throw UsageError("Choose at most " + CountOf(request.HighestTotal) + " in both lists together, not " +
+                         std::to_string(total) + ".");
+    }
+}
+
+bool AreOffered(const std::vector<short>& numbers, const std::vector<short>& offered) {
+    const std::set<short> once(numbers.begin(), numbers.end());
+    return once.size() == numbers.size() && std::ranges::all_of(numbers, [&offered](short number) {
+               return std::ranges::find(offered, number) != offered.end();
+           });
+}
+
 /// The rows of a list by the numbers of their variables.
 std::map<int, int> RowsByNumber(const Control& list) {
     std::map<int, int> rows;
@@ -111,6 +129,19 @@ void Fill(Window& window, const Side& side, const std::vector<short>& numbers, c
 }
 
 }  // namespace
+
+bool AreWithinLimits(const VariableListsRequest& request) {
+    const auto& [first, second] = request.Lists;
+    if (!AreOffered(first.Chosen, request.Offered) || !AreOffered(second.Chosen, request.Offered)) {
+        return false;
+    }
+    try {
+        CheckCounts(request, first.Chosen.size(), second.Chosen.size());
+        return true;
+    } catch (const UsageError&) {
+        return false;
+    }
+}
 
 VariableListsDialog::VariableListsDialog(MessageQueue& queue, const DataTable& table, VariableListsRequest request,
                                          Tell tell)
@@ -171,15 +202,8 @@ void VariableListsDialog::Take(int list) {
 }
 
 void VariableListsDialog::Accept() {
-    const auto chosen = Chosen();
-    for (std::size_t i = 0; i < chosen.size(); ++i) {
-        CheckCount(Request.Lists[i], chosen[i].size());
-    }
-    const auto total = static_cast<int>(chosen[0].size() + chosen[1].size());
-    if (total > Request.HighestTotal) {
-        throw UsageError("Choose at most " + CountOf(Request.HighestTotal) + " in both lists together, not " +
-                         std::to_string(total) + ".");
-    }
+    const auto [first, second] = Chosen();
+    CheckCounts(Request, first.size(), second.size());
 }
 
 void VariableListsDialog::Update() {

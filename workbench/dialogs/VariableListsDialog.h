@@ -28,6 +28,10 @@ struct VariableListsRequest {
     int HighestTotal = std::numeric_limits<int>::max();  ///< most entries of both lists together
 };
 
+/// Whether the lists of a request are an answer to it as they are: of variables that are offered, each once in a list,
+/// and within the limits.
+[[nodiscard]] bool AreWithinLimits(const VariableListsRequest& request);
+
 /// Lets the user fill two lists with variables, each in an order of its own. A variable may stand in both, in each of
 /// them once.
 class VariableListsDialog : public HostDialog {

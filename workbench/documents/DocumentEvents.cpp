@@ -43,8 +43,8 @@ HRESULT DocumentEvents::Unadvise(std::uint32_t cookie) {
 }
 
 void DocumentEvents::Fire(DISPID event, const DISPPARAMS& parameters) {
-    const std::vector<Connection> told = Connections;  // listeners come and go while they are told
-    for (const Connection& connection : told) {
+    const std::vector<Connection> listeners = Connections;  // they come and go meanwhile
+    for (const Connection& connection : listeners) {
         if (IsConnected(connection.Cookie)) {
             connection.Listener->Invoke(event, DispatchMethod, parameters, nullptr);
         }

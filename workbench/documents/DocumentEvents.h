@@ -8,7 +8,7 @@
 
 namespace quillara {
 
-/// The place where a document tells its events: a part of the document, with which it shares its count of references.
+/// The place where a document fires its events: a part of the document, with which it shares its count of references.
 /// A listener answers the events interface, through which it is called.
 class DocumentEvents final : public IConnectionPoint {
   public:

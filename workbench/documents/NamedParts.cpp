@@ -101,7 +101,13 @@ void NameParts(GraphDocument& graph) {
 
 void NameParts(SpreadsheetDocument& table) {
     const ShownVariable* variable = table.About.OnlyVariable();
-    if (variable != nullptr && variable->HasMissing && variable->Parts() == table.Rows.size()) {
+    if (variable == nullptr || variable->Parts() != table.Rows.size()) {
+        return;
+    }
+    for (std::size_t row = 0; row < variable->Categories.size(); ++row) {
+        table.Rows[row].Whole = variable->Categories[row];
+    }
+    if (variable->HasMissing) {
         table.Rows.back().IsMissing = true;
     }
 }

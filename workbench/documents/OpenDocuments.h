@@ -16,7 +16,7 @@ class OpenDocuments {
     OpenDocuments() = default;
     OpenDocuments(const OpenDocuments&) = delete;
     OpenDocuments& operator=(const OpenDocuments&) = delete;
-    /// Lets all go; their events are not told. Documents that others hold live on without windows.
+    /// Lets all go; no events are fired. Documents that others hold live on without windows.
     ~OpenDocuments();
 
     /// A new document of the analysis; no reference is taken.
@@ -34,7 +34,7 @@ class OpenDocuments {
     /// The documents in windows, the one in front last.
     [[nodiscard]] const std::vector<ResultDocument*>& InWindows() const { return Shown; }
 
-    // What documents tell of themselves. None fails: room for a document is made when it is added.
+    // What documents report of themselves. None fails: room for a document is made when it is added.
 
     void Showed(ResultDocument& document);
     void Hid(ResultDocument& document);

@@ -31,7 +31,7 @@ struct DocumentOrigin {
 /// caller), and the method Activate.
 class ResultDocument final : public IDispatch, public IConnectionPointContainer {
   public:
-    /// Makes a document and enters it among `documents`, of which it tells no more once they have gone.
+    /// Makes a document and enters it among `documents`, to which it reports no more once they have gone.
     [[nodiscard]] static CountedPointer<ResultDocument> Create(DocumentContent content, DocumentOrigin origin,
                                                                OpenDocuments& documents);
     ResultDocument(const ResultDocument&) = delete;
@@ -51,10 +51,10 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
 
     // What a user does
 
-    /// Closes the document: it tells so, its analysis forgets it, and its window goes. Once closed it stays so.
+    /// Closes the document: it fires the event, its analysis forgets it, and its window goes. Once closed it stays so.
     void Close();
-    /// The same by way of a question whose answer listeners are told, and may change: the document closes when it is 1
-    /// in the end. A listener that was told 1 counts on it, also when a later one says no.
+    /// The same by way of a question whose answer listeners see and may change: the document closes when it is 1
+    /// in the end. A listener that saw 1 counts on it, also when a later one says no.
     void CloseWithChoice(int choice);
     /// Shows the document in a window if it has none, and brings that in front. Not of a closed one: false.
     bool Activate();

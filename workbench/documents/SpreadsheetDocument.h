@@ -20,6 +20,9 @@ struct SpreadsheetRow {
     std::string Name;
     std::vector<SpreadsheetCell> Cells;  ///< one per column
     bool IsMissing = false;  ///< it stands for missing data
+    std::string Whole{};  ///< the name for people, where it is another
+
+    [[nodiscard]] const std::string& NameForPeople() const { return Whole.empty() ? Name : Whole; }
 };
 
 /// A table of results as plain data. All texts are whole: no key of a long text is left in them.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,19 +17,23 @@ struct ShownVariable {
     std::string Name;
     std::string LongName;  ///< may be empty
     ValueKind Kind = ValueKind::Number;  ///< how its values are written
-    std::vector<std::string> Categories;  ///< whole names, without missing data; empty: not told
+    /// Whole names for people, dates as YYYY-MM-DD, without missing data; empty: not known.
+    std::vector<std::string> Categories;
     bool HasMissing = false;  ///< behind the categories one more row, bar, slice or layer stands for missing data
 
-    /// Rows, bars, slices or layers that show it; 0 when they weren't told.
+    /// Rows, bars, slices or layers that show it; 0 when they aren't known.
     [[nodiscard]] std::size_t Parts() const { return Categories.size() + (HasMissing ? 1 : 0); }
 };
 
 /// What a document is about; set once, where the result arrives.
 struct Subject {
     ResultSide Side = ResultSide::Unknown;
-    std::vector<ShownVariable> Variables;  ///< in the order of the rows, columns or places; empty: not told
+    std::vector<ShownVariable> Variables;  ///< in the order of the rows, columns or places; empty: not known
 
-    /// The one variable whose categories the document shows; null when it shows several or wasn't told.
+    /// Of a plot that the host computes: the cases that the steps leave it, valid or not. Nothing for other results.
+    std::optional<std::int64_t> Cases{};
+
+    /// The one variable whose categories the document shows; null when it shows several or none that is known.
     [[nodiscard]] const ShownVariable* OnlyVariable() const {
         return Variables.size() == 1 ? Variables.data() : nullptr;
     }

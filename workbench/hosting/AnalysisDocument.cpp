@@ -78,7 +78,7 @@ void AnalysisDocument::RunMessages() {
         Host->Dialogs.Startup.reset();
     }
     if (!isBusy) {
-        Host->Documents.LetHiddenGo();
+        Host->Results.Documents.LetHiddenGo();
     }
 }
 
@@ -90,7 +90,7 @@ void AnalysisDocument::SetSelection(std::vector<CaseResult> results) {
     if (!results.empty() && results.size() != static_cast<std::size_t>(Table().Cases)) {
         throw DataError("The case selection was made for a table with another number of cases.");
     }
-    Host->Select(std::move(results));
+    Host->Data.Select(std::move(results));
 }
 
 void AnalysisDocument::SetWeight(std::optional<std::size_t> variable) {
@@ -106,11 +106,11 @@ void AnalysisDocument::SetAutomated(bool automated) {
 }
 
 OpenDocuments& AnalysisDocument::Documents() {
-    return Host->Documents;
+    return Host->Results.Documents;
 }
 
 void AnalysisDocument::RemoveFromAnalysisList(IDispatch* document) {
-    Host->Documents.RemoveFromAnalysis(document);
+    Host->Results.Documents.RemoveFromAnalysis(document);
 }
 
 void AnalysisDocument::FailAllocation(int call) {

@@ -35,6 +35,8 @@ struct AnalysisServices {
     std::function<bool(Window&)> WorkIn;
     /// Shows a message.
     std::function<void(std::string_view)> ShowMessage;
+    /// Called when a message said that a command lacked memory: what it has shown or changed can't be relied on.
+    std::function<void()> MemoryLacked;
     /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the
     /// midst of its result: this may not call back into it.
     std::function<void(ResultDocument&)> TakeDocument;
@@ -51,12 +53,12 @@ struct AnalysisServices {
     /// The same as a flag, for hosts that cancel from elsewhere: looked at once per case read singly and once per
     /// block. Outlives the document; null: none.
     const std::atomic<bool>* BreakFlag = nullptr;
-    /// Progress of a pass: started with a text and a total, told how many cases are done, ended.
+    /// Progress of a pass: started with a text and a total, advanced to how many cases are done, ended.
     std::function<void(std::string_view text, std::int32_t total)> ProgressStarted;
     std::function<void(std::int32_t done)> ProgressAdvanced;
     std::function<void()> ProgressEnded;
 
-    /// Told the calls of the dialog services, in words, as they come ("LockResults", "DoModal 4818"); for diagnosis.
+    /// Gets the calls of the dialog services, in words, as they come ("LockResults", "DoModal 4818"); for diagnosis.
     std::function<void(std::string_view call)> Trace;
 };
 

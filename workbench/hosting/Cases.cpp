@@ -23,13 +23,13 @@ int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, doub
     }
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
     FillValues(state.Table(), row, values);
-    *weighted = state.Weights != nullptr ? 1 : 0;
-    *weight = state.Weights != nullptr ? state.Weights[row] : 1.0;
+    *weighted = state.Data.Weights != nullptr ? 1 : 0;
+    *weight = state.Data.Weights != nullptr ? state.Data.Weights[row] : 1.0;
     *tag = 0;
     if (caseNumber % CasesPerProgressReport == 0 || caseNumber == state.Table().Cases) {
         state.ReportProgress(caseNumber);
     }
-    return static_cast<int>(state.ResultOf(caseNumber));
+    return static_cast<int>(state.Data.ResultOf(caseNumber));
 }
 
 int CAnalysisSupport::cstart(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
@@ -37,12 +37,12 @@ int CAnalysisSupport::cstart(int caseNumber, double* values, int* weighted, doub
 }
 
 void CAnalysisSupport::ReadTableValue(int variableIndex, int caseIndex, double* value) {
-    const DataTable& table = quillara::StateOf(Document).Table();
+    const DataTable& table = quillara::TableOf(Document).Table();
     *value = table.Variables[static_cast<std::size_t>(variableIndex)].Values[static_cast<std::size_t>(caseIndex)];
 }
 
 std::string CAnalysisSupport::GetCaseName(int caseIndex) {
-    const auto& names = quillara::StateOf(Document).Table().CaseNames;
+    const auto& names = quillara::TableOf(Document).Table().CaseNames;
     const bool known = caseIndex >= 0 && static_cast<std::size_t>(caseIndex) < names.size();
     return known ? names[static_cast<std::size_t>(caseIndex)] : std::string();
 }

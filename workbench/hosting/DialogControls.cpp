@@ -88,7 +88,7 @@ void CAnalysisDialog::InitStaticListBox(HWND listBox, const char* const* texts) 
 void CAnalysisDialog::WriteVarListToCaption(HWND window, int id, int count, const short* variables) {
     std::string names;
     for (int i = 0; i < count; ++i) {
-        if (const Variable* variable = DialogHost::StateOf(*this).FindVariable(variables[i])) {
+        if (const Variable* variable = DialogHost::StateOf(*this).Data.Find(variables[i])) {
             names += (names.empty() ? "" : ", ") + variable->Name;
         }
     }

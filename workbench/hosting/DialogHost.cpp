@@ -7,6 +7,7 @@
 #include "platform/ModuleInstance.h"
 #include "platform/WindowMessages.h"
 #include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/MemoryMessages.h"
 
 using quillara::AnalysisState;
 using quillara::Window;
@@ -57,9 +58,7 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
         }
         DialogHost::Of(dialog).ResultsLocked = false;
         DialogHost::Of(dialog).RanOutOfMemory = true;
-        if (state.Services.ShowMessage) {
-            state.Services.ShowMessage(NoMemory);
-        }
+        quillara::SayMemoryLacked(state, NoMemory);
         return 0;
     }
 }

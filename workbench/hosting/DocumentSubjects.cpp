@@ -1,17 +1,72 @@
 #include "workbench/hosting/DocumentSubjects.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 
+#include "workbench/data/ValueText.h"
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/LongTexts.h"
 
 namespace quillara {
 namespace {
 
+/// The forms of names that an analysis gives to intervals, with a hash for each bound.
+enum class Bounds : std::uint8_t { Both, Lower, Upper };
+
+struct IntervalForm {
+    std::string_view Sign;
+    Bounds Named;
+    bool ExcludesUpper;  ///< [a, b), so that parts of a day count as the next day; else (a, b]
+};
+
+// clang-format off
+constexpr std::array<IntervalForm, 5> IntervalForms{{
+    // Sign    Bounds         Excludes
+    {"<x<=",  Bounds::Both,  false},
+    {"<=x<",  Bounds::Both,  true},
+    {"x<=",   Bounds::Upper, false},
+    {"<x",    Bounds::Lower, false},
+    {"x=",    Bounds::Upper, false},
+}};
+// clang-format on
+
+std::string NameInDates(ValueKind kind, const std::string& name, const CategoryBounds& bounds) {
+    const auto form = std::ranges::find_if(
+        IntervalForms, [&name](const IntervalForm& each) { return name.find(each.Sign) != std::string::npos; });
+    if (form == IntervalForms.end()) {
+        return TextOfValue(kind, bounds.Upper);
+    }
+    const auto bound = [&](double value) {
+        return TextOfValue(kind, form->ExcludesUpper ? std::ceil(value) : std::floor(value));
+    };
+    return (form->Named == Bounds::Upper ? "" : bound(bounds.Lower)) + std::string(form->Sign) +
+           (form->Named == Bounds::Lower ? "" : bound(bounds.Upper));
+}
+
+/// Whether an analysis makes the names of categories from dates or times: not where values have labels.
+bool HasDateNames(const Variable* variable) {
+    return variable != nullptr && variable->Labels.empty() &&
+           (variable->Kind == ValueKind::Date || variable->Kind == ValueKind::TimeOfDay);
+}
+
+std::vector<std::string> NamesForPeople(const Variable* variable, const SubjectVariable& told) {
+    const bool showsDates = HasDateNames(variable) && told.Bounds.size() == told.Categories.size();
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < told.Categories.size(); ++i) {
+        const std::string name = Replace8CharGrow(told.Categories[i]);
+        names.push_back(showsDates ? NameInDates(variable->Kind, name, told.Bounds[i]) : name);
+    }
+    return names;
+}
+
 ShownVariable Shown(const AnalysisState& state, int number) {
     ShownVariable shown;
     shown.Number = number;
-    if (const Variable* variable = state.FindVariable(number)) {
+    if (const Variable* variable = state.Data.Find(number)) {
         shown.Name = variable->Name;
         shown.LongName = variable->LongName;
         shown.Kind = variable->Kind;
@@ -22,13 +77,11 @@ ShownVariable Shown(const AnalysisState& state, int number) {
 }  // namespace
 
 Subject TakeSubject(AnalysisState& state) {
-    const ResultSubject told = std::exchange(state.NextSubject, {});
+    const ResultSubject told = std::exchange(state.Results.NextSubject, {});
     Subject subject{told.Side, {}};
     for (const SubjectVariable& variable : told.Variables) {
         ShownVariable shown = Shown(state, variable.Number);
-        for (const std::string& category : variable.Categories) {
-            shown.Categories.push_back(Replace8CharGrow(category));
-        }
+        shown.Categories = NamesForPeople(state.Data.Find(variable.Number), variable);
         shown.HasMissing = variable.HasMissing;
         subject.Variables.push_back(std::move(shown));
     }

@@ -14,6 +14,7 @@
 #include "workbench/dialogs/WeightDialog.h"
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/MemoryMessages.h"
 #include "workbench/hosting/ModalWork.h"
 
 using quillara::AnalysisState;
@@ -26,7 +27,9 @@ namespace {
 /// Shows what a dialog has to say as the analysis shows its messages.
 HostDialog::Tell TellThrough(const AnalysisState& state) {
     return [&state](std::string_view text) {
-        if (state.Services.ShowMessage) {
+        if (text == HostDialog::NoMemory) {
+            quillara::SayMemoryLacked(state, text);
+        } else if (state.Services.ShowMessage) {
             state.Services.ShowMessage(text);
         }
     };
@@ -59,8 +62,8 @@ void WriteList(const std::vector<short>& numbers, short* list, short* count) {
 /// The selection in force; nothing: all cases. One that no formula made shows as an empty formula, so that it isn't
 /// lost without a word.
 std::optional<std::string> PresentSelection(const AnalysisState& state) {
-    const bool selectsAll = state.Selection.empty() && state.SelectionFormula.empty();
-    return selectsAll ? std::nullopt : std::optional(state.SelectionFormula);
+    const bool selectsAll = state.Data.Selection.empty() && state.Data.SelectionFormula.empty();
+    return selectsAll ? std::nullopt : std::optional(state.Data.SelectionFormula);
 }
 
 }  // namespace
@@ -77,6 +80,10 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
         {{{TextOrNothing(label1), lowest1, highest1, {list1, list1 + std::max<short>(*count1, 0)}},
           {TextOrNothing(label2), lowest2, highest2, {list2, list2 + std::max<short>(*count2, 0)}}}},
         highestTotal};
+    const bool updatesDocuments = Document->UpdateCounter > 0;
+    if (updatesDocuments && quillara::AreWithinLimits(request)) {
+        return 1;  // nobody has asked for other variables
+    }
     quillara::VariableListsDialog dialog(state.Dialogs.Queue, state.Table(), request, TellThrough(state));
     if (!IsConfirmed(state, dialog)) {
         return 0;
@@ -96,16 +103,15 @@ int CAnalysisDialog::DefineSelCond(int mode, HWND /*window*/) {
         return 0;
     }
     const CaseChoice& choice = dialog.Choice();
-    state.Select(choice.Results);
-    state.SelectionFormula = choice.Formula.value_or("");
+    state.Data.Select(choice.Results, choice.Formula.value_or(""));
     return 1;
 }
 
 int CAnalysisDialog::DefineWeight(int mode, HWND /*window*/) {
     DialogHost::Trace(*this, "DefineWeight " + std::to_string(mode));
     AnalysisState& state = DialogHost::StateOf(*this);
-    quillara::WeightDialog dialog(state.Dialogs.Queue, state.Table(), {state.WeightVariable, state.IsWeighted},
-                                  TellThrough(state));
+    quillara::WeightDialog dialog(state.Dialogs.Queue, state.Table(),
+                                  {state.Data.WeightVariable, state.Data.IsWeighted}, TellThrough(state));
     if (!IsConfirmed(state, dialog)) {
         return 0;
     }

@@ -13,6 +13,7 @@
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/MemoryMessages.h"
 #include "workbench/hosting/ResultRouting.h"
 #include "workbench/plots/BoxPlots.h"
 #include "workbench/plots/Histograms3D.h"
@@ -35,6 +36,12 @@ constexpr std::int32_t CasesPerBlock = 1024;
 enum class FilterUse : std::uint8_t {
     Cases,  ///< whether a case is kept
     Pairs,  ///< the two values of the case too
+};
+
+/// Which cases a plot is made of.
+struct RowChoice {
+    CaseFilter Filter;
+    FilterUse Use = FilterUse::Cases;
 };
 
 /// The cases of a table row by row, a block at a time.
@@ -80,7 +87,7 @@ PlotRows FilterRows(const AnalysisState& state, CaseFilter filter, FilterUse use
         const std::int32_t count = std::min(CasesPerBlock, cases - first);
         block.Read(first, count);
         for (std::int32_t i = 0; i < count; ++i) {
-            if (state.ResultOf(first + i + 1) == CaseResult::Use && Keeps(filter, use, block.Row(i))) {
+            if (state.Data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(filter, use, block.Row(i))) {
                 rows.push_back(static_cast<std::uint32_t>(first + i));
             }
         }
@@ -90,7 +97,7 @@ PlotRows FilterRows(const AnalysisState& state, CaseFilter filter, FilterUse use
 
 /// The same once for all plots of one command, between which neither the steps nor the selection can change.
 const PlotRows& KeptRows(AnalysisState& state, CaseFilter filter, FilterUse use) {
-    quillara::KeptPlotRows& kept = state.PlotRowsOfCommand;
+    quillara::KeptPlotRows& kept = state.Results.PlotRowsOfCommand;
     const bool isKnown = state.Dialogs.Command && kept.Filter == filter && kept.Command == state.Dialogs.CommandCount;
     if (!isKnown) {
         kept = {};
@@ -105,7 +112,7 @@ const PlotRows& KeptRows(AnalysisState& state, CaseFilter filter, FilterUse use)
 std::vector<std::size_t> IndexesOf(const AnalysisState& state, const short* variables, short count) {
     std::vector<std::size_t> indexes;
     for (short i = 0; i < count; ++i) {
-        if (state.FindVariable(variables[i]) != nullptr) {
+        if (state.Data.Find(variables[i]) != nullptr) {
             indexes.push_back(static_cast<std::size_t>(variables[i]) - 1);
         }
     }
@@ -127,16 +134,20 @@ std::vector<std::string> TitleOf(const std::string& title) {
                                     : TitleOf(title.substr(0, end).c_str(), title.substr(end + 1).c_str());
 }
 
-/// Computes a plot and sends it on its way. None is made when the user cancels or there isn't enough memory.
+/// Computes a plot from the cases that its filter keeps and sends it on its way. None is made when the user cancels or
+/// there isn't enough memory.
 template <typename Compute>
-short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument graph, Compute compute) {
-    state.NextSubject = {};
+short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument graph, const RowChoice& choice,
+               Compute compute) {
+    state.Results.NextSubject = {};
     try {
-        graph.Content = compute();
+        const PlotRows& rows = KeptRows(state, choice.Filter, choice.Use);
+        graph.About.Cases = static_cast<std::int64_t>(rows.size());
+        graph.Content = compute(rows);
     } catch (const Interrupted&) {
         return NotMade;
     } catch (const std::bad_alloc&) {
-        analysis.dsplst(0, NoMemory);
+        quillara::SayMemoryLacked(state, NoMemory);
         return NotMade;
     }
     quillara::RouteResult(analysis, state, std::move(graph));
@@ -151,9 +162,9 @@ short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const c
                                                     const char* /*reserved4*/, CaseFilter filter) {
     AnalysisState& state = quillara::StateOf(Document);
     const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
-    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, [&] {
-        return BoxPlotOf(state.Table(), shown, KeptRows(state, filter, FilterUse::Cases), static_cast<BoxType>(type));
-    });
+    return MakePlot(
+        *this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, {filter},
+        [&](const PlotRows& rows) { return BoxPlotOf(state.Table(), shown, rows, static_cast<BoxType>(type)); });
 }
 
 short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reserved1*/, short count,
@@ -163,10 +174,11 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
                                                const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
     AnalysisState& state = quillara::StateOf(Document);
     const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
-    return MakePlot(*this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, [&] {
-        return quillara::ScatterMatrixOf({state.Table(), shown, KeptRows(state, filter, FilterUse::Cases), flags,
-                                          [&state] { return state.AskForBreak(); }});
-    });
+    return MakePlot(*this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, {filter},
+                    [&](const PlotRows& rows) {
+                        return quillara::ScatterMatrixOf(
+                            {state.Table(), shown, rows, flags, [&state] { return state.AskForBreak(); }});
+                    });
 }
 
 short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, short /*reserved1*/, short /*reserved2*/,
@@ -175,11 +187,11 @@ short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, s
                                     const char* /*reserved7*/, int /*reserved8*/, const char* /*reserved9*/,
                                     CaseFilter filter) {
     AnalysisState& state = quillara::StateOf(Document);
-    if (state.FindVariable(x + 1) == nullptr || state.FindVariable(y + 1) == nullptr) {
+    if (state.Data.Find(x + 1) == nullptr || state.Data.Find(y + 1) == nullptr) {
         return NotMade;
     }
     const std::vector<std::size_t> shown{static_cast<std::size_t>(x), static_cast<std::size_t>(y)};
-    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, [&] {
-        return Histogram3DOf(state.Table(), shown[0], shown[1], KeptRows(state, filter, FilterUse::Pairs));
-    });
+    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}},
+                    {filter, FilterUse::Pairs},
+                    [&](const PlotRows& rows) { return Histogram3DOf(state.Table(), shown[0], shown[1], rows); });
 }

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/AllocationRecord.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ bool Remember(quillara::AllocationRecord& record, void* address) {
 
 int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
     *address = nullptr;
-    quillara::AllocationRecord* record = Document == nullptr ? nullptr : &quillara::StateOf(Document).Memory;
+    quillara::AllocationRecord* record = quillara::MemoryOf(Document);
     if (record != nullptr && ++record->Calls == record->FailingCall) {
         return 1;
     }
@@ -37,8 +37,8 @@ int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
 }
 
 void CAnalysisSupport::FreeMem(void* address) {
-    if (Document != nullptr) {
-        quillara::StateOf(Document).Memory.Live.erase(address);
+    if (quillara::AllocationRecord* record = quillara::MemoryOf(Document)) {
+        record->Live.erase(address);
     }
     std::free(address);
 }

@@ -88,7 +88,7 @@ class AnalysisAutomation final : public Counted<IAnalysisAutomation> {
   public:
     explicit AnalysisAutomation(AnalysisState& state) : State(state) {}
     HRESULT GetAnalysisOutputs(IDocumentCollection** outputs) override {
-        *outputs = new Collection(ItemsOf(State.Documents.OfAnalysis()));
+        *outputs = new Collection(ItemsOf(State.Results.Documents.OfAnalysis()));
         return S_OK;
     }
 
@@ -103,7 +103,7 @@ class Application final : public Counted<IApplication> {
     HRESULT GetGraphCollection(IDocumentCollection** graphs) override {
         std::vector<ResultDocument*> found;
         for (const AnalysisState* state : OpenAnalyses()) {
-            std::ranges::copy_if(state->Documents.InWindows(), std::back_inserter(found),
+            std::ranges::copy_if(state->Results.Documents.InWindows(), std::back_inserter(found),
                                  [](const ResultDocument* document) { return document->Graph() != nullptr; });
         }
         std::ranges::sort(found, {}, &ResultDocument::Number);
@@ -118,8 +118,8 @@ class Application final : public Counted<IApplication> {
     HRESULT GetActiveItem(IDispatch** item) override {
         CountedPointer<ResultDocument> last;
         for (const AnalysisState* state : OpenAnalyses()) {
-            if (state->LastRouted && (!last || last->Number() < state->LastRouted->Number())) {
-                last = state->LastRouted;
+            if (state->Results.LastRouted && (!last || last->Number() < state->Results.LastRouted->Number())) {
+                last = state->Results.LastRouted;
             }
         }
         *item = last.Detach();
@@ -162,7 +162,7 @@ void LeaveAnalysis(const AnalysisState& state) {
 
 AnalysisState* AnalysisOf(const ResultDocument& document) {
     const auto holds = [&](const AnalysisState* state) {
-        const auto& known = state->Documents.OfAnalysis();
+        const auto& known = state->Results.Documents.OfAnalysis();
         return std::ranges::find(known, &document) != known.end();
     };
     const auto owner = std::ranges::find_if(States(), holds);

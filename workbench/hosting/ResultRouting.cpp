@@ -13,7 +13,7 @@ namespace {
 
 DocumentOrigin NextOrigin(AnalysisState& state) {
     if (!state.Dialogs.Command) {
-        return {0, state.Documents.NextNumber()};
+        return {0, state.Results.Documents.NextNumber()};
     }
     ActiveCommand& command = *state.Dialogs.Command;
     const bool isButton = command.Message == WindowMessage::Command;
@@ -28,14 +28,14 @@ std::string TextOf(const DocumentOrigin& origin) {
 
 void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentContent content) {
     const DocumentOrigin origin = NextOrigin(state);
-    const auto document = ResultDocument::Create(std::move(content), origin, state.Documents);
+    const auto document = ResultDocument::Create(std::move(content), origin, state.Results.Documents);
     state.Trace("Route " + TextOf(origin));
     auto forAnalysis = CountedPointer<IDispatch>::Share(document.Get());
     if (analysis.BeforeRouteOutput(forAnalysis.Get())) {
         forAnalysis.Detach();
         return;
     }
-    state.LastRouted = document;
+    state.Results.LastRouted = document;
     if (state.Services.TakeDocument) {
         state.Services.TakeDocument(*document);
     }
@@ -44,7 +44,7 @@ void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentConte
 }  // namespace quillara
 
 void CAnalysisSupport::SetResultSubject(ResultSubject subject) {
-    quillara::StateOf(Document).NextSubject = std::move(subject);
+    quillara::StateOf(Document).Results.NextSubject = std::move(subject);
 }
 
 bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {

@@ -12,8 +12,8 @@ std::int32_t SettingOf(const AnalysisState& state, const std::string& key) {
     if (state.Services.Settings != nullptr) {
         return state.Services.Settings->Get(key);
     }
-    const auto found = state.Dialogs.Settings.find(key);
-    return found == state.Dialogs.Settings.end() ? 0 : found->second;
+    const auto found = state.Settings.find(key);
+    return found == state.Settings.end() ? 0 : found->second;
 }
 
 }  // namespace
@@ -33,6 +33,6 @@ void CAnalysisSupport::PutInitKeyword(int /*section*/, const char* key, const st
     if (state.Services.Settings != nullptr) {
         state.Services.Settings->Put(key, *value);
     } else {
-        state.Dialogs.Settings[key] = *value;
+        state.Settings[key] = *value;
     }
 }

@@ -9,7 +9,7 @@
 namespace quillara {
 
 /// The value labels of one variable for who knows its values in single precision only. Distinct values may become one
-/// there (20230103 and 20230104); which of them is meant can't be told, so none of them has a label here. Values that
+/// there (20230103 and 20230104); which of them is meant isn't known, so none of them has a label here. Values that
 /// are nearly equal count as one, as in all of the analysis.
 class SingleLabels {
   public:

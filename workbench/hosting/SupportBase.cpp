@@ -57,7 +57,7 @@ void CAnalysisSupport::InitCommons(OrvTag* table, Orv88Tag* names, b1_com* /*lin
     if (Document != nullptr) {
         quillara::AnalysisState& state = quillara::StateOf(Document);
         state.Commons = {table, names, weight};
-        state.FillCommons();
+        state.Commons.Fill(state.Data);
     }
 }
 

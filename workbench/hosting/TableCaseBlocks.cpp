@@ -21,11 +21,11 @@ void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::spa
     for (std::size_t i = 0; i < std::min(variables.size(), block.Columns.size()); ++i) {
         block.Columns[i] = ColumnFrom(first, block.Count, variables[i]);
     }
-    if (State.Weights != nullptr) {
-        block.Weights = State.Weights + offset;
+    if (State.Data.Weights != nullptr) {
+        block.Weights = State.Data.Weights + offset;
     }
-    if (!State.Selection.empty()) {
-        block.Results = State.Selection.data() + offset;
+    if (!State.Data.Selection.empty()) {
+        block.Results = State.Data.Selection.data() + offset;
     }
     const std::int32_t stop = CasesBeforeBreak(first, block.Count);
     if (stop < block.Count) {
@@ -35,7 +35,7 @@ void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::spa
 }
 
 const double* TableCaseBlocks::ColumnFrom(std::int32_t first, std::int32_t count, std::int16_t variable) {
-    if (const Variable* known = State.FindVariable(variable)) {
+    if (const Variable* known = State.Data.Find(variable)) {
         return known->Values.data() + first - 1;
     }
     if (Zeros.size() < static_cast<std::size_t>(count)) {
@@ -52,7 +52,7 @@ std::int32_t TableCaseBlocks::CasesBeforeBreak(std::int32_t first, std::int32_t 
         return count;
     }
     for (std::int32_t i = 0; i < count; ++i) {
-        if (State.ResultOf(first + i) == CaseResult::Use && (flagged || services.BreakRequested())) {
+        if (State.Data.ResultOf(first + i) == CaseResult::Use && (flagged || services.BreakRequested())) {
             return i;
         }
     }
@@ -62,7 +62,7 @@ std::int32_t TableCaseBlocks::CasesBeforeBreak(std::int32_t first, std::int32_t 
 const CaseResult* TableCaseBlocks::ResultsWithStop(std::int32_t first, std::int32_t count, std::int32_t stop) {
     Results.clear();
     for (std::int32_t i = 0; i < count; ++i) {
-        Results.push_back(State.ResultOf(first + i));
+        Results.push_back(State.Data.ResultOf(first + i));
     }
     Results[static_cast<std::size_t>(stop)] = CaseResult::Stop;
     return Results.data();

@@ -3,8 +3,8 @@
 #include "host/AnalysisSupport.h"
 #include "host/TextFunctions.h"
 #include "workbench/data/Calendar.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/TableInUse.h"
 
 using quillara::ValueKind;
 using quillara::Variable;
@@ -29,25 +29,25 @@ void WriteText(char* buffer, const std::string& text) {
 }  // namespace
 
 void CAnalysisSupport::getvn5(int variable, char* name) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variable);
+    const Variable* known = quillara::TableOf(Document).Find(variable);
     WriteText(name, known == nullptr ? "" : quillara::LongTextKey(known->Name));
 }
 
 void CAnalysisSupport::WriteVarLongName(char* text, int variable) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variable);
+    const Variable* known = quillara::TableOf(Document).Find(variable);
     const std::string name = known == nullptr ? "" : known->LongName;
     WriteText(text, name.size() > LongNameWidth ? quillara::WithoutBrokenTail(name.substr(0, LongNameWidth)) : name);
 }
 
 void CAnalysisSupport::getmd5(int variable, double* code) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variable);
+    const Variable* known = quillara::TableOf(Document).Find(variable);
     *code = known == nullptr ? Variable().MissingCode : known->MissingCode;
 }
 
 int CAnalysisSupport::vvlcod(int /*mode*/, int variable, char* text, const float* value) {
-    quillara::AnalysisState& state = quillara::StateOf(Document);
-    const Variable* known = state.FindVariable(variable);
-    const std::string* label = known == nullptr ? nullptr : state.Labels.Of(*known).Find(*value);
+    quillara::TableInUse& table = quillara::TableOf(Document);
+    const Variable* known = table.Find(variable);
+    const std::string* label = known == nullptr ? nullptr : table.Labels.Of(*known).Find(*value);
     if (label == nullptr) {
         return 1;
     }
@@ -58,11 +58,11 @@ int CAnalysisSupport::vvlcod(int /*mode*/, int variable, char* text, const float
 }
 
 int CAnalysisSupport::IsSpecialFormatVariable(int variable) {
-    return HasSpecialFormat(quillara::StateOf(Document).FindVariable(variable)) ? 1 : 0;
+    return HasSpecialFormat(quillara::TableOf(Document).Find(variable)) ? 1 : 0;
 }
 
 void CAnalysisSupport::WriteSpecialFormatVariable(int variable, double value, char* text, int width) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variable);
+    const Variable* known = quillara::TableOf(Document).Find(variable);
     const std::string special = HasSpecialFormat(known) && ValueIsValid(&value) != 0 ? SpecialText(*known, value) : "";
     // A value that is no date of four-digit years, or no time of two-digit hours, is better shown by its number.
     if (special.size() == SpecialTextWidth && width >= static_cast<int>(SpecialTextWidth)) {
@@ -73,7 +73,7 @@ void CAnalysisSupport::WriteSpecialFormatVariable(int variable, double value, ch
 }
 
 int CAnalysisSupport::RetrieveLongTextLabelAsHashedString(char* text, int variableIndex, double value) {
-    const Variable* known = quillara::StateOf(Document).FindVariable(variableIndex + 1);
+    const Variable* known = quillara::TableOf(Document).Find(variableIndex + 1);
     const std::string* description = known == nullptr ? nullptr : known->DescriptionOf(value);
     if (description == nullptr || description->empty()) {
         return 0;

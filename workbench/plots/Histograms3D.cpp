@@ -8,7 +8,7 @@
 #include <string>
 
 #include "host/TextFunctions.h"
-#include "workbench/data/Calendar.h"
+#include "workbench/data/ValueText.h"
 
 namespace quillara {
 namespace {
@@ -29,14 +29,8 @@ std::string ValueText(const Variable& variable, double value) {
     if (const std::string* label = variable.LabelOf(value); label != nullptr && !label->empty()) {
         return *label;
     }
-    switch (variable.Kind) {
-        case ValueKind::Date:
-            return TextFromDays(value);
-        case ValueKind::TimeOfDay:
-            return TextFromSeconds(value);
-        default:
-            return NumberText(value);
-    }
+    const bool isNumber = variable.Kind == ValueKind::Number || variable.Kind == ValueKind::Text;
+    return isNumber ? NumberText(value) : TextOfValue(variable.Kind, value);
 }
 
 /// The values of most cases, ascending: all of them, or as many as have a place of their own.

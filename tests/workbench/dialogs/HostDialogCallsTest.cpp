@@ -89,6 +89,16 @@ TEST_F(HostDialogCalls, ListsAreWrittenOnOkOnly) {
     }});
     EXPECT_EQ(ask(offered), 1);
     EXPECT_THAT(counts, ElementsAre(1, 1));
+    // While documents are updated nobody is asked, unless the lists aren't an answer any more.
+    Host.Document.UpdateCounter = 1;
+    DialogId = 0;
+    Answer({});
+    EXPECT_EQ(ask(offered), 1);
+    EXPECT_THAT(counts, ElementsAre(1, 1));
+    EXPECT_EQ(DialogId, 0);
+    offered[1] = 1;  // 2 of the second list is gone
+    EXPECT_EQ(ask(offered), 0);
+    EXPECT_EQ(DialogId, VariableListsDialogId);
 }
 
 TEST_F(HostDialogCalls, TheCaseSelectionIsKeptWithItsFormula) {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <optional>
+
+#include "host/ActiveCommand.h"
+#include "host/AnalysisDialog.h"
+#include "workbench/windows/MessageQueue.h"
+
+namespace quillara {
+
+/// What the dialogs of an analysis stand on. Windows go before the queue does.
+struct DialogState {
+    MessageQueue Queue;
+    std::unique_ptr<CAnalysisModelessDialog> Startup;  ///< null: no startup dialog, or it has ended
+    std::optional<ActiveCommand> Command;  ///< the message of the startup dialog that runs
+    bool IsAutomated = false;  ///< a script drives the analysis
+    std::uint64_t CommandCount = 0;  ///< messages of dialogs so far, the one that runs included
+    int ModalWindows = 0;  ///< that stand open
+    std::exception_ptr Failure;  ///< of a script in a modal window; not yet thrown again
+};
+
+}  // namespace quillara

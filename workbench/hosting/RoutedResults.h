@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/Charts.h"
+#include "host/ResultSubject.h"
+#include "platform/CountedPointer.h"
+#include "workbench/documents/OpenDocuments.h"
+#include "workbench/documents/ResultDocument.h"
+
+namespace quillara {
+
+/// The cases that the plots of one command are made of.
+struct KeptPlotRows {
+    CaseFilter Filter = nullptr;  ///< null: none are kept
+    std::uint64_t Command = 0;  ///< number of the command
+    std::vector<std::uint32_t> Rows;
+};
+
+/// The results of an analysis, on their way and behind it.
+struct RoutedResults {
+    ResultSubject NextSubject;  ///< what the analysis has said of its next result
+    KeptPlotRows PlotRowsOfCommand;
+    OpenDocuments Documents;
+    CountedPointer<ResultDocument> LastRouted;  ///< the document that went its normal way last
+};
+
+}  // namespace quillara

@@ -1,0 +1,63 @@
+#include "workbench/hosting/TableInUse.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <utility>
+
+namespace quillara {
+namespace {
+
+/// The weights of a variable with 0 in place of those that must drop their case and wouldn't as they are stored: a
+/// missing weight whose code isn't negative, and an infinite one, which would leave no moments to show. Empty when the
+/// column can be handed out as it is.
+std::vector<double> UsableWeights(const Variable& variable) {
+    const auto isUsable = [&](double weight) {
+        return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
+    };
+    if (std::ranges::all_of(variable.Values, isUsable)) {
+        return {};
+    }
+    std::vector<double> weights = variable.Values;
+    std::ranges::replace_if(weights, std::not_fn(isUsable), 0.0);
+    return weights;
+}
+
+}  // namespace
+
+void TableInUse::Exchange(std::shared_ptr<const DataTable> table) {
+    Labels.Forget();
+    OwnedInput = std::move(table);
+    Input = OwnedInput.get();
+    Select({});
+    ChooseWeight(std::nullopt);
+}
+
+const Variable* TableInUse::Find(int number) const {
+    const bool known = number >= 1 && static_cast<std::size_t>(number) <= Table().Variables.size();
+    return known ? &Table().Variables[static_cast<std::size_t>(number) - 1] : nullptr;
+}
+
+CaseResult TableInUse::ResultOf(std::int32_t caseNumber) const {
+    return Selection.empty() ? CaseResult::Use : Selection[static_cast<std::size_t>(caseNumber) - 1];
+}
+
+void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
+    const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
+    Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);
+    SelectionFormula = std::move(formula);
+}
+
+void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
+    WeightVariable = variable;
+    IsWeighted = variable && isOn;
+    Weights = nullptr;
+    CleanWeights.clear();
+    if (IsWeighted) {
+        const Variable& weight = Table().Variables.at(*variable);
+        CleanWeights = UsableWeights(weight);
+        Weights = CleanWeights.empty() ? weight.Values.data() : CleanWeights.data();
+    }
+}
+
+}  // namespace quillara

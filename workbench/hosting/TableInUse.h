@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/CaseBlocks.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/hosting/SingleLabels.h"
+
+class CAnalysisDoc;
+
+namespace quillara {
+
+/// The table of an analysis, which of its cases are selected, and what they weigh.
+class TableInUse {
+  public:
+    explicit TableInUse(const DataTable& table) : Input(&table) {}
+
+    [[nodiscard]] const DataTable& Table() const { return *Input; }
+    /// Exchanges the table, with all cases selected and no weight.
+    void Exchange(std::shared_ptr<const DataTable> table);
+    /// The variable of a number counted from 1; null when there is none.
+    [[nodiscard]] const Variable* Find(int number) const;
+    /// The result of reading a case, numbered from 1, as far as the selection decides it.
+    [[nodiscard]] CaseResult ResultOf(std::int32_t caseNumber) const;
+    /// The results of a case selection, one per case, or empty for all; and the formula that made them, if one did.
+    void Select(std::vector<CaseResult> results, std::string formula = {});
+    /// The variable that gives the weights, by its index; nothing: none is defined. One that is defined may be switched
+    /// off.
+    void ChooseWeight(std::optional<std::size_t> variable, bool isOn = true);
+
+    std::vector<CaseResult> Selection;  ///< one per case, or empty for all
+    std::string SelectionFormula;  ///< the formula that made it, when a formula did
+    std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
+    bool IsWeighted = false;  ///< the weight that is defined is switched on
+    const double* Weights = nullptr;  ///< one per case, missing ones aren't positive; null: no weight is in force
+    SingleLabelsOfTable Labels;
+
+  private:
+    const DataTable* Input;
+    std::shared_ptr<const DataTable> OwnedInput;  // keeps a table that the user has opened
+    std::vector<double> CleanWeights;  // stands in for a weight column that can't be handed out as it is
+};
+
+/// That of a document; without a document an empty one.
+[[nodiscard]] TableInUse& TableOf(CAnalysisDoc* document);
+
+}  // namespace quillara
