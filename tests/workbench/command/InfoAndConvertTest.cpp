@@ -44,9 +44,8 @@ TEST_F(InfoAndConvert, NoTextSteersTheTerminalOrLooksLikeTwo) {
                "a\xC2\x9B"
                "31m\n\"x, y\"\n");
     EXPECT_EQ(Quillara(Folder, "info odd.csv").Out,
-              "odd.csv: 1 case, 1 variable\n\n#  Name   Type  Missing  Label  Values\n"
-              "1  a\xEF\xBF\xBD"
-              "31m  text        0         \"x, y\"\n");
+              "odd.csv: 1 case, 1 variable\n\n#  Name        Type  Missing  Label  Values\n"
+              "1  a\\u009B31m  text        0         \"x, y\"\n");
 }
 
 TEST_F(InfoAndConvert, InfoAsJsonHasAllLabels) {
