@@ -158,7 +158,7 @@ sex,Female
 )");
     EXPECT_EQ(CsvView(Collection({{{"", "line"}, "", {}, {{"", {}}, {"a\rb", {}}}}})),
               "\"\"\nline\n\"\"\n\"\"\n\"a\rb\"\n");
-    EXPECT_THAT(CsvView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\\u2066x\ty\n"));
+    EXPECT_THAT(CsvView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\"\\u2066x\ty\"\n"));
     EXPECT_EQ(CsvView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), noCell})})),
               "Values\n,Value\na,100000\nb,0.1\nc,-0\nd,1e+300\ne,\nf,\n");
 }
