@@ -12,7 +12,11 @@ constexpr double labelGap = 6.0;  // between the axis and the labels on the left
 constexpr double captionGap = 4.0;
 constexpr double rightRoom = 10.0;
 constexpr double leftShare = 0.35;  // of the width, for labels
+constexpr double narrowLeftShare = 0.55;  // the same where that is less than a number needs
+constexpr double numberRoom = 90.0;  // pixels
 constexpr double belowShare = 0.38;  // of the height, for labels
+constexpr double noteShare = 0.2;  // of the height, for notes below
+constexpr double leastNoteSize = 7.0;
 constexpr double captionShare = 0.55;  // of the height, for the caption on the left
 constexpr double numberDistance = 45.0;  // pixels between round numbers, at least
 constexpr double outside = 1e-6;  // of a range, for labels on its bounds
@@ -33,6 +37,10 @@ double CaptionRoom(const QStringList& lines, const TextStyle& style) {
     return lines.isEmpty() ? 0.0 : static_cast<double>(lines.size()) * LineHeight(style) + captionGap;
 }
 
+double LeftRoom(double width) {
+    return std::max(width * leftShare, std::min(width * narrowLeftShare, numberRoom));
+}
+
 /// Low labels on the left and high ones below must not meet at the corner.
 double GapBelow(const TextStyle& style) {
     return LineHeight(style) / 2 + 2.0;
@@ -40,6 +48,19 @@ double GapBelow(const TextStyle& style) {
 
 int Pixels(double length) {
     return static_cast<int>(std::ceil(length));
+}
+
+/// The marks within the range that is shown.
+std::vector<AxisSpot> ShownSpots(const std::vector<AxisMark>& marks, const QCPAxis& scale) {
+    const QCPRange range = scale.range();
+    const double slack = range.size() * outside;
+    std::vector<AxisSpot> spots;
+    for (const AxisMark& mark : marks) {
+        if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
+            spots.push_back({scale.coordToPixel(mark.At), mark.Text, mark.IsKept});
+        }
+    }
+    return spots;
 }
 
 /// A centre for a text that lies between two bounds as long as the text has room there.
@@ -70,18 +91,30 @@ void ChartArea::update(UpdatePhase phase) {
 }
 
 std::vector<AxisSpot> ChartArea::SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const {
-    const QCPRange range = scale.range();
     const int most = std::clamp(static_cast<int>(room / numberDistance), 2, 11);
-    const std::vector<AxisMark> numbers =
-        axis.HasRoundNumbers ? RoundNumbers(range.lower, range.upper, most) : axis.Labels;
-    std::vector<AxisSpot> spots;
-    for (const AxisMark& mark : numbers) {
-        const double slack = range.size() * outside;
-        if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
-            spots.push_back({scale.coordToPixel(mark.At), mark.Text, mark.IsKept});
+    if (!axis.HasRoundNumbers) {
+        return ShownSpots(axis.Labels, scale);
+    }
+    const QCPRange range = scale.range();
+    std::vector<AxisMark> marks = RoundValues(range.lower * axis.Unit, range.upper * axis.Unit, most, axis.Kind);
+    std::ranges::for_each(marks, [&](AxisMark& mark) { mark.At /= axis.Unit; });
+    return ShownSpots(marks, scale);
+}
+
+AxisLabels ChartArea::ArrangedNotes(const QRectF& outer) const {
+    const LabelRoom room{outer.left(), outer.right(), outer.height() * noteShare};
+    AxisLabels labels;
+    for (const std::vector<AxisMark>* notes : {&BottomAxis.Notes, &BottomAxis.ShortNotes}) {
+        for (double size = Style.TextSize; size >= leastNoteSize; size -= 1.0) {
+            TextStyle style = Style.TextOfSize(size);
+            style.Color = Style.FaintInk;
+            labels = LabelsBelow(ShownSpots(*notes, *Bottom()), room, style);
+            if (labels.Depth <= LineHeight(style) * 1.5 && labels.Texts.size() == notes->size()) {
+                return labels;
+            }
         }
     }
-    return spots;
+    return labels;
 }
 
 void ChartArea::Arrange() {
@@ -89,7 +122,7 @@ void ChartArea::Arrange() {
     const TextStyle text = Style.Text();
     const int top = Pixels(LineHeight(text) / 2);
     setMargins(QMargins(0, top, 0, Pixels(outer.height() * belowShare)));
-    const LabelRoom leftRoom{outer.top(), outer.bottom(), outer.width() * leftShare};
+    const LabelRoom leftRoom{outer.top(), outer.bottom(), LeftRoom(outer.width())};
     const QStringList leftCaption = CaptionLines(LeftAxis.Caption, text, outer.height() * captionShare);
     const AxisLabels widths = LabelsBeside(SpotsOf(LeftAxis, *Left(), outer.height()), leftRoom, text);
     const int left = Pixels(widths.Depth + labelGap + CaptionRoom(leftCaption, text));
@@ -99,9 +132,12 @@ void ChartArea::Arrange() {
     const QStringList belowCaption = CaptionLines(BottomAxis.Caption, text, outer.width());
     const AxisLabels below = LabelsBelow(SpotsOf(BottomAxis, *Bottom(), rect().width()), belowRoom, text);
     const QStringList note = CaptionLines(Note(rect().width()), text, outer.width());
-    const int bottom = Pixels(GapBelow(text) + below.Depth + CaptionRoom(belowCaption + note, text));
+    const AxisLabels notes = ArrangedNotes(outer);
+    NotesDepth = notes.Depth;
+    const int bottom = Pixels(GapBelow(text) + NotesDepth + below.Depth + CaptionRoom(belowCaption + note, text));
 
     setMargins(QMargins(left, top, Pixels(rightRoom), bottom));
+    PlaceTextsBelow(notes, rect().bottom() + 1 + GapBelow(text));
     PlaceBelow(outer, below, belowCaption);
     PlaceNote(outer, note);
     PlaceLeft(outer, LabelsBeside(SpotsOf(LeftAxis, *Left(), rect().height()), leftRoom, text), leftCaption);
@@ -122,13 +158,17 @@ void ChartArea::PlaceLeft(const QRectF& outer, const AxisLabels& labels, const Q
     LeftTicks = labels.Ticks;
 }
 
-void ChartArea::PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption) {
-    const TextStyle style = Style.Text();
-    const double y = rect().bottom() + 1 + GapBelow(style);
+void ChartArea::PlaceTextsBelow(const AxisLabels& labels, double y) {
     for (PlacedText text : labels.Texts) {
         text.Pivot += QPointF(0.0, y);
         PlacedTexts.push_back(text);
     }
+}
+
+void ChartArea::PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption) {
+    const TextStyle style = Style.Text();
+    const double y = rect().bottom() + 1 + GapBelow(style) + NotesDepth;
+    PlaceTextsBelow(labels, y);
     for (int i = 0; i < caption.size(); ++i) {
         const double x = CentreInside(rect().center().x(), WidthOf(caption[i], style), outer.left(), outer.right());
         const QPointF pivot(x, y + labels.Depth + captionGap + i * LineHeight(style));

@@ -11,8 +11,12 @@ struct AreaAxis {
     QString Caption;  ///< may be empty
     NumberRange Range;
     std::vector<AxisMark> Labels;
-    bool HasRoundNumbers = false;  ///< in place of the labels: round numbers of the range that is shown
+    bool HasRoundNumbers = false;  ///< in place of the labels: round values of the range that is shown
     bool HasGrid = true;  ///< lines across the area, of the left axis only
+    ValueKind Kind = ValueKind::Number;  ///< of the round values
+    double Unit = 1.0;  ///< what 1 on the axis stands for in round values: a power of two, for numbers beyond a plot's
+    std::vector<AxisMark> Notes{};  ///< of the bottom axis: short texts between the axis and the labels
+    std::vector<AxisMark> ShortNotes{};  ///< the same for less room
 };
 
 /// A plot area with an axis below and one on the left, whose labels find their own place. Labels outside the range
@@ -41,13 +45,16 @@ class ChartArea : public QCPAxisRect, public ChartPart {
 
   private:
     [[nodiscard]] std::vector<AxisSpot> SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const;
+    [[nodiscard]] AxisLabels ArrangedNotes(const QRectF& outer) const;
     void Arrange();
     void PlaceLeft(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
+    void PlaceTextsBelow(const AxisLabels& labels, double y);
     void PlaceBelow(const QRectF& outer, const AxisLabels& labels, const QStringList& caption);
     void PlaceNote(const QRectF& outer, const QStringList& lines);
 
     AreaAxis BottomAxis;
     AreaAxis LeftAxis;
+    double NotesDepth = 0.0;  ///< pixels that the notes take
     std::vector<double> BottomTicks;  ///< pixels
     std::vector<double> LeftTicks;
 };

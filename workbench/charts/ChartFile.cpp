@@ -34,8 +34,8 @@ void WritePng(const Picture& picture, QBuffer& buffer) {
     image.setDotsPerMeterX(qRound(pixelsPerInch * inchesPerMetre));
     image.setDotsPerMeterY(qRound(pixelsPerInch * inchesPerMetre));
     PaintPlot(picture.Plot, image, picture.Size);
-    constexpr int smallest = 0;  // of the file, not of its quality
-    image.save(&buffer, "PNG", smallest);
+    constexpr int compact = 30;  // the smallest file takes three times as long and is one per cent smaller
+    image.save(&buffer, "PNG", compact);
 }
 
 void WritePdf(const Picture& picture, QBuffer& buffer) {

@@ -39,7 +39,14 @@ void DrawSign(QCPPainter& painter, const KeyEntry& entry, const QRectF& place, c
             entry.Marker.applyTo(&painter, QPen(entry.Color));
             entry.Marker.drawShape(&painter, place.center());
             break;
+        case KeyEntry::Sign::None:
+            break;
     }
+}
+
+/// Of the sign and the gap behind it.
+double SignRoom(const KeyEntry& entry) {
+    return entry.Kind == KeyEntry::Sign::None ? 0.0 : signWidth + gap;
 }
 
 }  // namespace
@@ -53,7 +60,7 @@ std::vector<QPointF> ChartKey::Places(double width) const {
     std::vector<QPointF> places;
     QPointF at(0.0, 0.0);
     for (const KeyEntry& entry : Entries) {
-        const double needed = signWidth + gap + WidthOf(entry.Text, text);
+        const double needed = SignRoom(entry) + WidthOf(entry.Text, text);
         if (at.x() > 0.0 && at.x() + needed > width) {
             at = {0.0, at.y() + LineHeight(text) + 2.0};
         }
@@ -81,14 +88,14 @@ void ChartKey::Arrange(const QRectF& place) {
     const std::vector<QPointF> places = Places(place.width());
     double end = 0.0;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        end = std::max(end, places[i].x() + signWidth + gap + WidthOf(Entries[i].Text, text));
+        end = std::max(end, places[i].x() + SignRoom(Entries[i]) + WidthOf(Entries[i].Text, text));
     }
     const double left = place.left() + std::max(0.0, (place.width() - end) / 2);
     const double height = LineHeight(text);
     for (std::size_t i = 0; i < places.size(); ++i) {
         const QPointF middle(left + places[i].x(), place.top() + roomAbove + places[i].y() + height / 2);
         Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, signWidth, height * 0.6));
-        const QPointF pivot = middle + QPointF(signWidth + gap, 0.0);
+        const QPointF pivot = middle + QPointF(SignRoom(Entries[i]), 0.0);
         PlacedTexts.push_back(
             ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text, place.right() - pivot.x()));
     }

@@ -8,7 +8,7 @@ namespace quillara {
 
 /// One entry of a legend: a mark as it is drawn in the plot, and what it means.
 struct KeyEntry {
-    enum class Sign { Line, Box, Whisker, Marker };
+    enum class Sign { Line, Box, Whisker, Marker, None };
     Sign Kind = Sign::Marker;
     QColor Color;
     QCPScatterStyle Marker;  ///< of the kind Marker

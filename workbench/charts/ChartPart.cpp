@@ -7,9 +7,13 @@ namespace {
 
 constexpr double hatchDistance = 6.0;
 constexpr double hatchWidth = 1.2;
+/// No picture has pixels beyond; bars that are zoomed in on, or of counts near the end of the doubles, reach farther.
+const QRectF painted(-50000.0, -50000.0, 100000.0, 100000.0);
 
 /// Slanted stripes inside an outline, as an area: clipping and brush patterns are lost on some vector devices.
-QPainterPath Hatching(const QPolygonF& outline) {
+QPainterPath Hatching(const QPolygonF& whole) {
+    const bool isWithin = painted.contains(whole.boundingRect());
+    const QPolygonF outline = isWithin ? whole : whole.intersected(QPolygonF(painted));
     const QRectF bounds = outline.boundingRect();
     QPainterPath stripes;
     for (double x = bounds.left() - bounds.height(); x < bounds.right(); x += hatchDistance) {

@@ -3,56 +3,136 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+
+#include "workbench/charts/CalendarAxis.h"
+#include "workbench/data/Calendar.h"
 
 namespace quillara {
 namespace {
 
 constexpr double slack = 1e-9;  // of a step, for bounds that are round themselves
-constexpr int mostPlainDigits = 7;
+constexpr int mostPlainDigits = 15;
+constexpr double mostPlain = 1e15;
+constexpr int mostDecimals = 7;
+constexpr int mostDigits = 17;  // that tell any two doubles apart
+constexpr double finestStep = 1e-15;  // of the bounds, before it is lost in their digits
 
-double StepFor(double width, int most) {
-    const double least = width / most;
+/// Half the width of a range, because the whole may be more than a double holds.
+double UsualStep(double halfWidth, int most) {
+    const double least = std::max(halfWidth / most * 2, std::numeric_limits<double>::min());
     const double power = std::pow(10.0, std::floor(std::log10(least)));
     for (const double factor : std::array{1.0, 2.0, 5.0, 10.0}) {
-        const double steps = std::floor(width / (factor * power) + slack) + 1;
-        if (factor * power >= least * (1.0 - slack) && steps <= most) {
-            return factor * power;
+        const double step = factor * power;
+        const double steps = std::floor(2 * (halfWidth / step) + slack) + 1;
+        if (step >= least * (1.0 - slack) && steps <= most) {
+            return step;
         }
     }
     return 20.0 * power;
 }
 
-/// Decimals for plain numbers; for very large or very small ones the form with an exponent.
-QString TickText(double number, double step) {
-    const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - slack)));
-    const double magnitude = std::fabs(number);
-    if (decimals > mostPlainDigits || magnitude >= std::pow(10.0, mostPlainDigits)) {
-        return NumberText(number, mostPlainDigits);
+double CountAt(double step, double low, double high) {
+    return std::floor(high / step + slack) - std::ceil(low / step - slack) + 1;
+}
+
+/// A step of 5 that leaves one number alone, or none, gives way to one of 4.
+double StepFor(double low, double high, int most) {
+    const double step = UsualStep(high / 2 - low / 2, most);
+    const double other = step / 5 * 4;
+    const bool isFive = std::fabs(step / std::pow(10.0, std::floor(std::log10(step))) - 5.0) < slack;
+    const double count = CountAt(step, low, high);
+    const bool isBetter = count < 2 && CountAt(other, low, high) > count;
+    return isFive && isBetter && CountAt(other, low, high) <= most ? other : step;
+}
+
+/// The place of the first digit of a number before (0, 1, ...) or behind (-1, ...) its point.
+int FirstDigit(double number) {
+    return static_cast<int>(std::floor(std::log10(number) + slack));
+}
+
+/// How the numbers of one axis are written.
+class TickForm {
+  public:
+    TickForm(double largest, double step) : Decimals(std::max(0, -FirstDigit(step))) {
+        IsPlain = largest < mostPlain && Decimals <= mostDecimals && FirstDigit(largest) + Decimals < mostPlainDigits;
+        Digits = std::clamp(FirstDigit(largest) - FirstDigit(step), 0, mostDigits - 1);
     }
-    return QString::number(number, 'f', decimals);
+    [[nodiscard]] QString TextOf(double number) const {
+        if (IsPlain || number == 0.0) {
+            return QString::number(number, 'f', IsPlain ? Decimals : 0);
+        }
+        return QString::number(number, 'e', Digits);
+    }
+
+  private:
+    int Decimals;
+    bool IsPlain = true;
+    int Digits = 0;  // behind the first, in the form with an exponent
+};
+
+std::vector<AxisMark> OneValue(double low, double high, ValueKind kind) {
+    const double value = std::isfinite(low) ? low : high;
+    return std::isfinite(value) ? std::vector<AxisMark>{{value, ValueText(value, kind)}} : std::vector<AxisMark>{};
 }
 
 }  // namespace
 
 std::vector<AxisMark> RoundNumbers(double low, double high, int most) {
-    if (!(low < high) || !std::isfinite(high - low)) {
-        const double number = std::isfinite(low) ? low : high;
-        return std::isfinite(number) ? std::vector<AxisMark>{{number, NumberText(number)}} : std::vector<AxisMark>{};
+    if (!(low < high) || !std::isfinite(low) || !std::isfinite(high)) {
+        return OneValue(low, high, ValueKind::Number);
     }
-    const double step = StepFor(high - low, std::max(most, 2));
+    const double step = StepFor(low, high, std::max(most, 2));
+    const double largest = std::max(std::fabs(low), std::fabs(high));
+    if (step < largest * finestStep) {
+        return OneValue(low, high, ValueKind::Number);
+    }
+    const TickForm form(largest, step);
+    const double first = std::ceil(low / step - slack);
+    const int count = static_cast<int>(std::min<double>(CountAt(step, low, high), std::max(most, 2)));
     std::vector<AxisMark> marks;
-    for (double k = std::ceil(low / step - slack); k * step <= high + slack * step; ++k) {
-        const double number = k == 0.0 ? 0.0 : k * step;
-        marks.push_back({number, TickText(number, step)});
-        if (marks.size() > static_cast<std::size_t>(most)) {
-            break;  // the step is lost in the digits of the bounds
-        }
+    for (int i = 0; i < count; ++i) {
+        const double number = (first + i) * step;
+        marks.push_back({number == 0.0 ? 0.0 : number, form.TextOf(number)});
     }
     return marks;
 }
 
+std::vector<AxisMark> RoundValues(double low, double high, int most, ValueKind kind) {
+    const bool isOne = !(low < high) || !std::isfinite(low) || !std::isfinite(high);
+    std::vector<AxisMark> marks;
+    if (!isOne && kind == ValueKind::Date) {
+        marks = RoundDates(low, high, most);
+    } else if (!isOne && kind == ValueKind::TimeOfDay) {
+        marks = RoundTimes(low, high, most);
+    } else if (isOne) {
+        return OneValue(low, high, kind);
+    }
+    return marks.empty() ? RoundNumbers(low, high, most) : marks;
+}
+
 QString NumberText(double number, int digits) {
-    return QString::number(number, 'g', digits);
+    const double magnitude = std::fabs(number);
+    if (number == 0.0) {
+        return QStringLiteral("0");
+    }
+    if (magnitude < mostPlain && std::floor(number) == number) {
+        return QString::number(number, 'f', 0);
+    }
+    constexpr double leastPlain = 1.0;
+    const bool needsMore = leastPlain <= magnitude && magnitude < mostPlain;
+    return QString::number(number, 'g', needsMore ? std::max(digits, FirstDigit(magnitude) + 3) : digits);
+}
+
+QString ValueText(double value, ValueKind kind) {
+    const std::string text = kind == ValueKind::Date        ? TextFromDays(value)
+                             : kind == ValueKind::TimeOfDay ? TextFromSeconds(value)
+                                                            : std::string();
+    return text.empty() ? NumberText(value) : QString::fromStdString(text);
+}
+
+QString DistanceText(double distance, ValueKind kind) {
+    return kind == ValueKind::Date ? NumberText(distance) + QStringLiteral(" days") : ValueText(distance, kind);
 }
 
 NumberRange Widened(NumberRange range, double share) {

@@ -3,18 +3,20 @@
 
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
+#include "workbench/charts/NoCases.h"
 #include "workbench/charts/ScatterCells.h"
 #include "workbench/charts/ScatterGrid.h"
 
 namespace quillara {
 namespace {
 
-constexpr std::size_t mostSinglePoints = 20000;  // of a vector file
+constexpr std::int64_t mostSinglePoints = 20000;  // of a vector file
+constexpr double mostGround = 2.0;  // of a cell, that points cover when none lies on another
+constexpr double constantShare = 0.2;  // of the width of a cell, for the one bar of a constant
 constexpr double nameShare = 0.45;  // of a diagonal cell, above a histogram
 constexpr double nameRoom = 3.0;
 constexpr double mostNameShare = 0.2;  // of the width, for names beside the rows
 constexpr double leastNameSize = 7.0;
-const QSizeF leastForCorrelation(80.0, 55.0);
 
 class ScatterElement : public ChartElement {
   public:
@@ -26,34 +28,46 @@ class ScatterElement : public ChartElement {
 
   private:
     [[nodiscard]] std::size_t Count() const { return Matrix.Variables.size(); }
+    [[nodiscard]] bool HasCases() const;
     [[nodiscard]] const ScatterCell& CellOf(std::size_t row, std::size_t column) const;
+    [[nodiscard]] ScatterGrid GridAt(const QRectF& place) const;
     [[nodiscard]] double NameSize() const;
     [[nodiscard]] double NameHeight(const QRectF& cell) const;
+    [[nodiscard]] QRectF ArrangeNote(const QRectF& place);
     void ArrangeNames(const QRectF& place);
     void ArrangeName(std::size_t variable, double size);
     void ArrangeNamesBeside(const QRectF& place);
     void ArrangeCell(std::size_t row, std::size_t column);
-    void DrawCell(QCPPainter& painter, std::size_t row, std::size_t column) const;
+    [[nodiscard]] PointLook Look() const;
+    [[nodiscard]] bool ShowsCounts() const;
+    [[nodiscard]] std::vector<QPointF> PointsOf(std::size_t row, std::size_t column) const;
+    void DrawPointCells(QCPPainter& painter) const;
+    void DrawCountCells(QCPPainter& painter) const;
     void DrawHistogram(QCPPainter& painter, std::size_t variable) const;
     void DrawLine(QCPPainter& painter, std::size_t row, std::size_t column) const;
+    void DrawFrames(QCPPainter& painter) const;
 
     const std::shared_ptr<const GraphDocument> Document;  // keeps Matrix alive
     const ScatterMatrix& Matrix;
     ScatterGrid Grid;
     bool NamesAreInside = true;
-    std::vector<QRectF> Plates;  ///< grounds of texts that stand on points
 };
 
 ScatterElement::ScatterElement(const ChartSheet& sheet, const ScatterMatrix& matrix)
-    : ChartElement(sheet.Plot, sheet.Style),
-      Document(sheet.Document),
-      Matrix(matrix),
-      Grid(matrix.Variables, QRectF(), sheet.Style) {}
+    : ChartElement(sheet.Plot, sheet.Style), Document(sheet.Document), Matrix(matrix), Grid(GridAt(QRectF())) {}
+
+bool ScatterElement::HasCases() const {
+    return std::ranges::any_of(Matrix.Variables, [](const ScatterVariable& variable) { return variable.Cases > 0; });
+}
 
 const ScatterCell& ScatterElement::CellOf(std::size_t row, std::size_t column) const {
     static const ScatterCell none;
     const std::size_t place = row * Count() + column;
     return place < Matrix.Cells.size() ? Matrix.Cells[place] : none;
+}
+
+ScatterGrid ScatterElement::GridAt(const QRectF& place) const {
+    return {Matrix, Document->About, place, Style};
 }
 
 double ScatterElement::NameHeight(const QRectF& cell) const {
@@ -100,7 +114,7 @@ void ScatterElement::ArrangeNamesBeside(const QRectF& place) {
         widest = std::max(widest, WidthOf(Shown(variable.Name), style));
     }
     const double width = std::min(widest, place.width() * mostNameShare);
-    Grid = ScatterGrid(Matrix.Variables, place.adjusted(0.0, 0.0, -width - 2 * nameRoom, 0.0), Style);
+    Grid = GridAt(place.adjusted(0.0, 0.0, -width - 2 * nameRoom, 0.0));
     for (std::size_t row = 0; row < Count(); ++row) {
         const QRectF cell = Grid.Cell(row, Count() - 1);
         PlacedTexts.push_back(ElidedText({cell.right() + 2 * nameRoom, cell.center().y()},
@@ -126,47 +140,74 @@ QString NameOf(const ScatterVariable& variable) {
     return variable.LongName.empty() ? name : name + QStringLiteral(": ") + Shown(variable.LongName);
 }
 
-QString VariableTip(const ScatterVariable& variable) {
+QString VariableTip(const ScatterVariable& variable, ValueKind kind) {
+    if (variable.Cases == 0) {
+        return NameOf(variable) + QStringLiteral("\nValid cases: 0");
+    }
     return QStringLiteral("%1\nMean: %2, SD: %3\nRange: %4 to %5\nValid cases: %6")
-        .arg(NameOf(variable), NumberText(variable.Mean), NumberText(variable.StandardDeviation),
-             NumberText(variable.Min), NumberText(variable.Max))
+        .arg(NameOf(variable), ValueText(variable.Mean, kind), DistanceText(variable.StandardDeviation, kind),
+             ValueText(variable.Min, kind), ValueText(variable.Max, kind))
         .arg(variable.Cases);
+}
+
+/// "r = 0.31"; empty where it isn't defined.
+QString CorrelationText(const ScatterCell& cell) {
+    if (!std::isfinite(cell.Correlation) || cell.Cases == 0) {
+        return {};
+    }
+    const QString number = QString::number(cell.Correlation, 'f', 2);
+    return QStringLiteral("r = ") + (number == QStringLiteral("-0.00") ? QStringLiteral("0.00") : number);
+}
+
+QString CellTip(const ScatterVariable& y, const ScatterVariable& x, const ScatterCell& cell) {
+    const QString correlation = CorrelationText(cell);
+    const QString first = QStringLiteral("%1 against %2\n").arg(NameOf(y), NameOf(x));
+    return first + (correlation.isEmpty() ? QStringLiteral("r isn't defined") : correlation) +
+           QStringLiteral("\nCases: %1").arg(cell.Cases);
 }
 
 void ScatterElement::ArrangeCell(std::size_t row, std::size_t column) {
     const ScatterCell& cell = CellOf(row, column);
     const QRectF place = Grid.Cell(row, column);
     const bool isDiagonal = row == column;
-    const QString correlation = std::isfinite(cell.Correlation)
-                                    ? QStringLiteral("r = ") + QString::number(cell.Correlation, 'f', 2)
-                                    : QString();
     ChartMark mark;
     mark.Outline = RectangleOutline(place);
     mark.Point = static_cast<int>(row * Count() + column);
-    mark.Tip = isDiagonal ? VariableTip(Matrix.Variables[row])
-                          : QStringLiteral("%1 against %2\n%3\nCases: %4")
-                                .arg(NameOf(Matrix.Variables[row]), NameOf(Matrix.Variables[column]), correlation)
-                                .arg(cell.Cases);
+    mark.Tip = isDiagonal ? VariableTip(Matrix.Variables[row], Grid.Side(row).Kind)
+                          : CellTip(Matrix.Variables[row], Matrix.Variables[column], cell);
     PlacedMarks.push_back(mark);
-    const bool hasRoom = place.width() >= leastForCorrelation.width() && place.height() >= leastForCorrelation.height();
-    if (!isDiagonal && hasRoom && cell.Cases > 0 && !correlation.isEmpty()) {
-        const TextStyle style = Style.TextOfSize(std::max(8.0, Style.TextSize - 3.0));
-        PlacedTexts.push_back(
-            TextAt(place.topLeft() + QPointF(3.0, 2.0), Qt::AlignLeft | Qt::AlignTop, correlation, style));
-        Plates.push_back(PlacedTexts.back().Outline().boundingRect().adjusted(-2.0, -1.0, 2.0, 0.0));
+    const QString correlation = CorrelationText(cell);
+    if (!isDiagonal && Grid.HeadingHeight() > 0.0 && !correlation.isEmpty()) {
+        PlacedTexts.push_back(TextAt(place.topLeft() + QPointF(3.0, 2.0), Qt::AlignLeft | Qt::AlignTop, correlation,
+                                     Grid.HeadingStyle()));
     }
 }
 
+/// Says below the matrix that weights play no part in it; what remains is for the cells.
+QRectF ScatterElement::ArrangeNote(const QRectF& place) {
+    if (Matrix.UnusedWeight.empty()) {
+        return place;
+    }
+    const TextStyle style = Style.FaintText();
+    const QString note = QStringLiteral("Not weighted by %1: each case is one point and counts once in r and line")
+                             .arg(Shown(Matrix.UnusedWeight));
+    PlacedTexts.push_back(ElidedText(place.bottomLeft(), Qt::AlignLeft | Qt::AlignBottom, note, style, place.width()));
+    return place.adjusted(0.0, 0.0, 0.0, -LineHeight(style));
+}
+
 void ScatterElement::Arrange(const QRectF& place) {
-    const QRectF inner = place.adjusted(0.0, 0.0, -1.0, -1.0);
-    Grid = ScatterGrid(Matrix.Variables, inner, Style);
     NamesAreInside = true;
-    Plates.clear();
     if (Matrix.Variables.empty()) {
         PlacedTexts.push_back(
             TextAt(place.center(), Qt::AlignCenter, QStringLiteral("No variables"), Style.FaintText()));
         return;
     }
+    if (!HasCases()) {
+        PlacedTexts = NoCasesOfReview(place, Style.FaintText());
+        return;
+    }
+    const QRectF inner = ArrangeNote(place.adjusted(0.0, 0.0, -1.0, -1.0));
+    Grid = GridAt(inner);
     ArrangeNames(inner);
     PlacedTexts.insert(PlacedTexts.end(), Grid.Labels().begin(), Grid.Labels().end());
     for (std::size_t row = 0; row < Count(); ++row) {
@@ -182,14 +223,20 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
     if (!(most > 0.0)) {
         return;
     }
+    const ScatterSide& side = Grid.Side(variable);
     const QRectF cell = Grid.Cell(variable, variable);
     const double room = cell.height() - NameHeight(cell);
     painter.setPen(QPen(Style.Background, 0.5));
     painter.setBrush(SeriesColor(ChartColor::Blue, Style.IsDark));
+    if (!(side.Min < side.Max)) {
+        const double width = cell.width() * constantShare;
+        painter.drawRect(QRectF(cell.center().x() - width / 2, cell.bottom() - room, width, room));
+        return;
+    }
     for (std::size_t i = 0; i < bins.Counts.size(); ++i) {
         const double low = bins.Low + static_cast<double>(i) * bins.Step;
-        const double left = std::max(Grid.Across(variable, low), cell.left());
-        const double right = std::min(Grid.Across(variable, low + bins.Step), cell.right());
+        const double left = Grid.Across(variable, side.PlaceOf(low));
+        const double right = Grid.Across(variable, side.PlaceOf(low + bins.Step));
         const double height = bins.Counts[i] / most * room;
         if (height > 0.0 && left < right) {
             painter.drawRect(QRectF(left, cell.bottom() - height, right - left, height));
@@ -198,77 +245,137 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
 }
 
 void ScatterElement::DrawLine(QCPPainter& painter, std::size_t row, std::size_t column) const {
-    const auto line = LineWithin(CellOf(row, column), Grid.RangeOf(column), Grid.RangeOf(row));
-    if (line) {
+    const ScatterCell& cell = CellOf(row, column);
+    const ScatterSide& x = Grid.Side(column);
+    const ScatterSide& y = Grid.Side(row);
+    const auto height = [&](double place) {
+        return Grid.Up(row, cell.LineAtMin + place * (cell.LineAtMax - cell.LineAtMin));
+    };
+    const QLineF whole(Grid.Across(column, x.LowPlace), height(x.LowPlace), Grid.Across(column, x.HighPlace),
+                       height(x.HighPlace));
+    const QLineF line = LineWithin(whole, Grid.Up(row, y.HighPlace), Grid.Up(row, y.LowPlace));
+    if (std::isfinite(cell.Correlation) && !line.isNull()) {
         painter.setPen(QPen(SeriesColor(ChartColor::Vermilion, Style.IsDark), 1.6));
-        painter.drawLine(QLineF(Grid.Across(column, line->x1()), Grid.Up(row, line->y1()),
-                                Grid.Across(column, line->x2()), Grid.Up(row, line->y2())));
+        painter.drawLine(line);
     }
+}
+
+std::int64_t MostCases(const ScatterMatrix& matrix) {
+    return matrix.Cells.empty() ? 0 : std::ranges::max(matrix.Cells, {}, &ScatterCell::Cases).Cases;
 }
 
 /// Points that stand for more cases are fainter, so that crowds show.
-PointLook LookOf(const ScatterMatrix& matrix, const ScatterCell& cell, const ChartStyle& style,
-                 const QSizeF& cellSize) {
-    std::size_t all = 0;
-    for (const ScatterCell& other : matrix.Cells) {
-        all += other.Points.size();
-    }
-    PointLook look;
-    look.Color = SeriesColor(ChartColor::Blue, style.IsDark);
-    look.Color.setAlphaF(
-        static_cast<float>(std::clamp(30.0 / std::sqrt(static_cast<double>(cell.Points.size()) + 1.0), 0.25, 0.8)));
-    look.Diameter = std::clamp(cellSize.height() / 25.0, 1.0, 4.5);
-    look.Diameter *= cell.Points.size() > 1000 ? 0.7 : 1.0;
-    look.AsImage = all > mostSinglePoints;
+PointLook ScatterElement::Look() const {
+    PointLook look{SeriesColor(ChartColor::Blue, Style.IsDark), Grid.PointSize()};
+    const double opacity = 30.0 / std::sqrt(static_cast<double>(MostCases(Matrix)) + 1.0);
+    look.Color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.25, 0.8)));
     return look;
 }
 
-void ScatterElement::DrawCell(QCPPainter& painter, std::size_t row, std::size_t column) const {
-    const ScatterCell& cell = CellOf(row, column);
-    if (cell.Density) {
-        const ScatterVariable& x = Matrix.Variables[column];
-        const ScatterVariable& y = Matrix.Variables[row];
-        const QRectF place(QPointF(Grid.Across(column, x.Min), Grid.Up(row, y.Max)),
-                           QPointF(Grid.Across(column, x.Max), Grid.Up(row, y.Min)));
-        DrawDensity(painter, *cell.Density, place, Style.IsDark);
+/// Whether there are more cases than points could be told apart: then the cells show how many lie in each pixel.
+bool ScatterElement::ShowsCounts() const {
+    const QSizeF cell = Grid.Cell(0, 0).size();
+    const double ground = static_cast<double>(MostCases(Matrix)) * Grid.PointSize() * Grid.PointSize();
+    return ground > mostGround * cell.width() * cell.height();
+}
+
+/// The pixels that lie wholly within a place.
+QRect PixelsOf(const QRectF& place) {
+    const QPoint topLeft(static_cast<int>(std::ceil(place.left())), static_cast<int>(std::ceil(place.top())));
+    const QPoint end(static_cast<int>(std::floor(place.right())), static_cast<int>(std::floor(place.bottom())));
+    return {topLeft, QSize(std::max(end.x() - topLeft.x(), 1), std::max(end.y() - topLeft.y(), 1))};
+}
+
+const std::vector<float>& PlacesOf(const ScatterVariable& variable) {
+    static const std::vector<float> none;
+    return variable.Places ? *variable.Places : none;
+}
+
+std::vector<QPointF> ScatterElement::PointsOf(std::size_t row, std::size_t column) const {
+    const std::vector<float>& x = PlacesOf(Matrix.Variables[column]);
+    const std::vector<float>& y = PlacesOf(Matrix.Variables[row]);
+    std::vector<QPointF> points;
+    for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) {
+        if (!std::isnan(x[i]) && !std::isnan(y[i])) {
+            points.emplace_back(Grid.Across(column, x[i]), Grid.Up(row, y[i]));
+        }
     }
-    std::vector<QPointF> places(cell.Points.size());
-    std::ranges::transform(cell.Points, places.begin(), [&](const std::pair<float, float>& point) {
-        return QPointF(Grid.Across(column, point.first), Grid.Up(row, point.second));
-    });
-    PointLook look = LookOf(Matrix, cell, Style, Grid.Cell(row, column).size());
-    look.AsImage = look.AsImage && painter.modes().testFlag(QCPPainter::pmVectorized);
-    DrawPoints(painter, cell, look, places);
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    if ((Matrix.Flags & ScatterFlag::Lines) != 0) {
-        DrawLine(painter, row, column);
+    return points;
+}
+
+void ScatterElement::DrawPointCells(QCPPainter& painter) const {
+    const PointLook look = Look();
+    const auto cells = static_cast<std::int64_t>(Matrix.Cells.size());
+    const bool asShapes =
+        painter.modes().testFlag(QCPPainter::pmVectorized) && MostCases(Matrix) * cells <= mostSinglePoints;
+    for (std::size_t place = 0; place < Matrix.Cells.size(); ++place) {
+        const std::size_t row = place / Count();
+        const std::size_t column = place % Count();
+        if (row == column) {
+            continue;
+        }
+        if (asShapes) {
+            DrawPoints(painter, PointsOf(row, column), look);
+        } else {
+            DrawPointsOnPixels(painter, PointsOf(row, column), PixelsOf(Grid.Cell(row, column)), look);
+        }
+    }
+}
+
+void ScatterElement::DrawCountCells(QCPPainter& painter) const {
+    std::vector<PixelPlaces> across;
+    for (std::size_t column = 0; column < Count(); ++column) {
+        const QRect pixels = PixelsOf(Grid.Cell(0, column));
+        across.push_back(PixelPlacesOf(PlacesOf(Matrix.Variables[column]), Grid.Across(column, 0.0) - pixels.left(),
+                                       Grid.Across(column, 1.0) - pixels.left(), pixels.width()));
+    }
+    for (std::size_t row = 0; row < Count(); ++row) {
+        const QRect side = PixelsOf(Grid.Cell(row, 0));
+        const PixelPlaces up = PixelPlacesOf(PlacesOf(Matrix.Variables[row]), Grid.Up(row, 0.0) - side.top(),
+                                             Grid.Up(row, 1.0) - side.top(), side.height());
+        for (std::size_t column = 0; column < Count(); ++column) {
+            if (row != column) {
+                const QRect pixels = PixelsOf(Grid.Cell(row, column));
+                const PixelCounts counts = CountedCases(across[column], pixels.width(), up, pixels.height());
+                DrawCounts(painter, counts, pixels.topLeft(), Style.IsDark);
+            }
+        }
+    }
+}
+
+void ScatterElement::DrawFrames(QCPPainter& painter) const {
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Style.Frame, 1.0));
+    for (const ChartMark& mark : PlacedMarks) {
+        painter.drawPolygon(mark.Outline);
+    }
+    for (const QLineF& tick : Grid.Ticks()) {
+        painter.drawLine(tick);
     }
 }
 
 void ScatterElement::draw(QCPPainter* painter) {
+    if (!HasCases()) {
+        return;
+    }
+    if (ShowsCounts()) {
+        DrawCountCells(*painter);
+    } else {
+        DrawPointCells(*painter);
+    }
+    painter->setRenderHint(QPainter::Antialiasing, true);
     for (std::size_t row = 0; row < Count(); ++row) {
+        if ((Matrix.Flags & ScatterFlag::Histograms) != 0) {
+            DrawHistogram(*painter, row);
+        }
         for (std::size_t column = 0; column < Count(); ++column) {
-            if (row != column) {
-                DrawCell(*painter, row, column);
-            } else if ((Matrix.Flags & ScatterFlag::Histograms) != 0) {
-                DrawHistogram(*painter, row);
+            if (row != column && (Matrix.Flags & ScatterFlag::Lines) != 0) {
+                DrawLine(*painter, row, column);
             }
         }
     }
-    QColor plate = Style.Background;
-    plate.setAlphaF(0.8F);
-    for (const QRectF& place : Plates) {
-        painter->fillRect(place, plate);
-    }
-    painter->setRenderHint(QPainter::Antialiasing, false);
-    painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(Style.Frame, 1.0));
-    for (const ChartMark& mark : PlacedMarks) {
-        painter->drawPolygon(mark.Outline);
-    }
-    for (const QLineF& tick : Grid.Ticks()) {
-        painter->drawLine(tick);
-    }
+    DrawFrames(*painter);
 }
 
 }  // namespace

@@ -2,32 +2,53 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+
+#include "host/Charts.h"
 
 namespace quillara {
 namespace {
 
 constexpr double between = 2.0;  // pixels, half of it on each side of a cell
-constexpr double rangeRoom = 0.04;
+constexpr double rimShare = 0.03;  // of a cell, around its points
 constexpr double labelGap = 5.0;
 constexpr double tickLength = 3.0;
 constexpr double mostLabelShare = 0.2;  // of the place, for the labels of one side
-constexpr double numberDistance = 9.0;  // pixels between texts
+constexpr double numberDistance = 9.0;  // pixels between texts beside each other
+constexpr double lineDistance = 3.0;  // and between texts below each other
 constexpr int mostNumbers = 6;
 constexpr double leastTextSize = 7.0;
+const QSizeF leastForHeading(80.0, 55.0);  // pixels of a cell
+constexpr double headingRoom = 3.0;
+constexpr double largest = std::numeric_limits<double>::max();
+constexpr double onConstant = 0.5;  // where all values of a constant lie
 
-double CountOf(const std::vector<NumberRange>& ranges) {
-    return std::max(1.0, static_cast<double>(ranges.size()));
+double CountOf(const std::vector<ScatterSide>& sides) {
+    return std::max(1.0, static_cast<double>(sides.size()));
 }
 
-/// The most round numbers whose texts stand beside each other in so many pixels.
+ScatterSide SideOf(const ScatterVariable& variable, ValueKind kind, bool hasBars) {
+    ScatterSide side{variable.Min, variable.Max, variable.Cases > 0, 0.0, 1.0, kind};
+    const BinnedCounts& bins = variable.Histogram;
+    if (hasBars && side.HasCases && side.Min < side.Max) {
+        side.LowPlace = std::min(0.0, side.PlaceOf(bins.Low));
+        side.HighPlace = std::max(1.0, side.PlaceOf(bins.Low + static_cast<double>(bins.Counts.size()) * bins.Step));
+    }
+    return side;
+}
+
+/// The most round values whose texts stand beside each other in so many pixels.
 template <typename SizeOf>
-std::vector<AxisMark> NumbersFitting(const NumberRange& range, double pixels, const SizeOf& sizeOf) {
+std::vector<AxisMark> ValuesFitting(const ScatterSide& side, double rim, double pixels, const SizeOf& sizeOf) {
     std::vector<AxisMark> marks;
+    const double rimPlaces = rim / std::max(pixels - 2 * rim, 1.0) * (side.HighPlace - side.LowPlace);
+    const double low = side.ValueAt(side.LowPlace - rimPlaces);
+    const double high = side.ValueAt(side.HighPlace + rimPlaces);
     for (int most = mostNumbers; most >= 2; --most) {
-        marks = RoundNumbers(range.Low, range.High, most);
+        marks = RoundValues(low, high, most, side.Kind);
         double needed = 0.0;
         for (const AxisMark& mark : marks) {
-            needed += sizeOf(mark.Text) + numberDistance;
+            needed += sizeOf(mark.Text);
         }
         if (needed <= pixels) {
             break;
@@ -44,12 +65,27 @@ TextStyle LabelStyle(const ChartStyle& style, double cellHeight) {
 
 }  // namespace
 
-ScatterGrid::ScatterGrid(const std::vector<ScatterVariable>& variables, const QRectF& place, const ChartStyle& style)
-    : Area(place) {
-    for (const ScatterVariable& variable : variables) {
-        Ranges.push_back(variable.Cases > 0 ? Widened({variable.Min, variable.Max}, rangeRoom) : NumberRange{});
+double ScatterSide::PlaceOf(double value) const {
+    if (!(Min < Max)) {
+        return onConstant;
     }
-    const TextStyle text = LabelStyle(style, place.height() / CountOf(Ranges));
+    const double width = Max - Min;
+    const double held = std::clamp(value, -largest, largest);
+    return std::isfinite(width) ? (held - Min) / width : (held / 2 - Min / 2) / (Max / 2 - Min / 2);
+}
+
+double ScatterSide::ValueAt(double place) const {
+    return Min < Max ? std::clamp(Min * (1.0 - place) + Max * place, -largest, largest) : Min;
+}
+
+ScatterGrid::ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place,
+                         const ChartStyle& style)
+    : Style(style), Area(place) {
+    const bool hasBars = (matrix.Flags & ScatterFlag::Histograms) != 0;
+    for (std::size_t i = 0; i < matrix.Variables.size(); ++i) {
+        Sides.push_back(SideOf(matrix.Variables[i], about.KindOf(i), hasBars));
+    }
+    const TextStyle text = LabelStyle(style, place.height() / CountOf(Sides));
     const double mostLeft = place.width() * mostLabelShare;
     const double mostBelow = place.height() * mostLabelShare;
     Area.setLeft(place.left() + std::ceil(LabelRows(text, mostLeft)) + labelGap);
@@ -61,39 +97,66 @@ ScatterGrid::ScatterGrid(const std::vector<ScatterVariable>& variables, const QR
 }
 
 QRectF ScatterGrid::Cell(std::size_t row, std::size_t column) const {
-    const double width = Area.width() / CountOf(Ranges);
-    const double height = Area.height() / CountOf(Ranges);
+    const double width = Area.width() / CountOf(Sides);
+    const double height = Area.height() / CountOf(Sides);
     const QRectF whole(Area.left() + static_cast<double>(column) * width,
                        Area.top() + static_cast<double>(row) * height, width, height);
     return whole.adjusted(between / 2, between / 2, -between / 2, -between / 2);
 }
 
-double ScatterGrid::Across(std::size_t column, double value) const {
-    const QRectF cell = Cell(0, column);
-    const NumberRange& range = Ranges[column];
-    return cell.left() + (value - range.Low) / (range.High - range.Low) * cell.width();
+TextStyle ScatterGrid::HeadingStyle() const {
+    return Style.TextOfSize(std::max(8.0, Style.TextSize - 3.0));
 }
 
-double ScatterGrid::Up(std::size_t row, double value) const {
-    const QRectF cell = Cell(row, 0);
-    const NumberRange& range = Ranges[row];
-    return cell.bottom() - (value - range.Low) / (range.High - range.Low) * cell.height();
+double ScatterGrid::HeadingHeight() const {
+    const QSizeF cell = Cell(0, 0).size();
+    const bool hasRoom = cell.width() >= leastForHeading.width() && cell.height() >= leastForHeading.height();
+    return hasRoom ? LineHeight(HeadingStyle()) + headingRoom : 0.0;
+}
+
+double ScatterGrid::PointSize() const {
+    return std::clamp(Cell(0, 0).height() / 25.0, 1.0, 4.5);
+}
+
+/// Points on the bounds of the range lie wholly within the cell.
+double ScatterGrid::Rim(double length) const {
+    return std::max(PointSize() / 2 + 1.0, length * rimShare);
+}
+
+double ScatterGrid::Across(std::size_t column, double place) const {
+    const QRectF cell = Cell(0, column);
+    const ScatterSide& side = Sides[column];
+    const double rim = Rim(cell.width());
+    const double share = (place - side.LowPlace) / (side.HighPlace - side.LowPlace);
+    return cell.left() + rim + share * (cell.width() - 2 * rim);
+}
+
+double ScatterGrid::Up(std::size_t row, double place) const {
+    const QRectF cell = Cell(row, 0).adjusted(0.0, HeadingHeight(), 0.0, 0.0);
+    const ScatterSide& side = Sides[row];
+    const double rim = Rim(cell.height());
+    const double share = (place - side.LowPlace) / (side.HighPlace - side.LowPlace);
+    return cell.bottom() - rim - share * (cell.height() - 2 * rim);
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsAcross(std::size_t column, const TextStyle& style) const {
-    const auto widthOf = [&](const QString& text) { return WidthOf(text, style); };
+    const auto widthOf = [&](const QString& text) { return WidthOf(text, style) + numberDistance; };
+    const ScatterSide& side = Sides[column];
+    const double width = Cell(0, column).width();
     std::vector<AxisSpot> spots;
-    for (const AxisMark& mark : NumbersFitting(Ranges[column], Cell(0, column).width(), widthOf)) {
-        spots.push_back({Across(column, mark.At), mark.Text});
+    for (const AxisMark& mark : ValuesFitting(side, Rim(width), width, widthOf)) {
+        spots.push_back({Across(column, side.PlaceOf(mark.At)), mark.Text});
     }
     return spots;
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsUp(std::size_t row, const TextStyle& style) const {
-    const auto heightOf = [&](const QString&) { return LineHeight(style); };
+    const auto heightOf = [&](const QString&) { return LineHeight(style) + lineDistance; };
+    const ScatterSide& side = Sides[row];
+    const double height = Cell(row, 0).height() - HeadingHeight();
     std::vector<AxisSpot> spots;
-    for (const AxisMark& mark : NumbersFitting(Ranges[row], Cell(row, 0).height(), heightOf)) {
-        spots.push_back({Up(row, mark.At), mark.Text});
+    for (const AxisMark& mark : ValuesFitting(side, Rim(height), height, heightOf)) {
+        spots.push_back({Up(row, side.PlaceOf(mark.At)), mark.Text});
     }
     return spots;
 }
@@ -101,7 +164,10 @@ std::vector<AxisSpot> ScatterGrid::SpotsUp(std::size_t row, const TextStyle& sty
 /// Places the labels left of the rows and tells their width.
 double ScatterGrid::LabelRows(const TextStyle& style, double depth) {
     double widest = 0.0;
-    for (std::size_t row = 0; row < Ranges.size(); ++row) {
+    for (std::size_t row = 0; row < Sides.size(); ++row) {
+        if (!Sides[row].HasCases) {
+            continue;
+        }
         const QRectF cell = Cell(row, 0);
         const AxisLabels labels = LabelsBeside(SpotsUp(row, style), {cell.top(), cell.bottom(), depth}, style);
         widest = std::max(widest, labels.Depth);
@@ -119,8 +185,11 @@ double ScatterGrid::LabelRows(const TextStyle& style, double depth) {
 /// Places the labels below the columns and tells their height.
 double ScatterGrid::LabelColumns(const TextStyle& style, double depth) {
     double highest = 0.0;
-    for (std::size_t column = 0; column < Ranges.size(); ++column) {
-        const QRectF cell = Cell(Ranges.size() - 1, column);
+    for (std::size_t column = 0; column < Sides.size(); ++column) {
+        if (!Sides[column].HasCases) {
+            continue;
+        }
+        const QRectF cell = Cell(Sides.size() - 1, column);
         const AxisLabels labels = LabelsBelow(SpotsAcross(column, style), {cell.left(), cell.right(), depth}, style);
         highest = std::max(highest, labels.Depth);
         for (PlacedText text : labels.Texts) {

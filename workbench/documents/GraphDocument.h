@@ -2,9 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -76,7 +75,7 @@ struct StackedPlot : SeriesChart {};
 struct BoxStatistics {
     std::string Variable;  ///< name
     std::string LongName;  ///< may be empty
-    std::int64_t Cases = 0;  ///< valid cases; 0: nothing is drawn
+    std::int64_t Cases = 0;  ///< valid cases, those without a positive weight left out; 0: nothing is drawn
     double Middle = 0.0;  ///< median or mean
     double BoxLow = 0.0;
     double BoxHigh = 0.0;
@@ -84,11 +83,13 @@ struct BoxStatistics {
     double WhiskerHigh = 0.0;
     std::vector<double> Outliers;  ///< ascending, each value once; beyond the whiskers, within 3 box lengths of the box
     std::vector<double> Extremes;  ///< ascending, each value once; farther out
+    double WeightedCases = 0.0;  ///< sum of the weights of the cases; their number when no weight is in force
 };
 
 struct BoxPlot {
     BoxType Type = BoxType::MeanSEAndSD;
     std::vector<BoxStatistics> Boxes;
+    std::string Weight{};  ///< name of the variable that weights the cases; empty: none
 };
 
 /// Counts of values in intervals of one width; the first begins at Low.
@@ -108,29 +109,26 @@ struct ScatterVariable {
     double Mean = 0.0;
     double StandardDeviation = 0.0;
     BinnedCounts Histogram;  ///< for the diagonal
-};
-
-/// How many points fall on each place of a square grid over the ranges of both variables: rows of y from below.
-struct DensityGrid {
-    int Columns = 0;
-    int Rows = 0;
-    std::vector<float> Counts;  ///< Columns x Rows, row by row
+    /// Where each case lies between Min (0) and Max (1), one entry for each case of the plot; NaN: it isn't valid. All
+    /// values of a constant lie at 0.5. Cells share these columns, and so do copies of the document.
+    std::shared_ptr<const std::vector<float>> Places{};
 };
 
 /// The cell of two variables: the one of the row against the one of the column.
 struct ScatterCell {
     std::int64_t Cases = 0;  ///< cases in which both are valid
-    double Correlation = 0.0;  ///< Pearson's; NaN when it isn't defined
-    double Intercept = 0.0;  ///< of the fitted line, y on x; NaN when it isn't defined
+    double Correlation = 0.0;  ///< Pearson's; NaN when it isn't defined, as of a constant
+    double Intercept = 0.0;  ///< of the fitted line, y on x; NaN when the correlation isn't defined
     double Slope = 0.0;
-    std::vector<std::pair<float, float>> Points;  ///< x and y; empty when Density holds them
-    std::optional<DensityGrid> Density;  ///< in place of more points than a cell has pixels
+    double LineAtMin = 0.0;  ///< the same line by places: that of y at place 0 of x
+    double LineAtMax = 0.0;  ///< and at place 1
 };
 
 struct ScatterMatrix {
     std::uint16_t Flags = 0;  ///< 8: a histogram on the diagonal; 128: a fitted line in each cell
     std::vector<ScatterVariable> Variables;
     std::vector<ScatterCell> Cells;  ///< row by row, a square; the cells of the diagonal are empty
+    std::string UnusedWeight{};  ///< name of the variable that weights the cases elsewhere, but not here; empty: none
 };
 
 /// One side of a 3D histogram: its categories or intervals, in order.

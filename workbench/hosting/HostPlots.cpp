@@ -119,6 +119,14 @@ std::vector<std::size_t> IndexesOf(const AnalysisState& state, const short* vari
     return indexes;
 }
 
+quillara::CaseWeights WeightsOf(const AnalysisState& state) {
+    if (state.Data.Weights == nullptr || !state.Data.WeightVariable) {
+        return {};
+    }
+    return {{state.Data.Weights, static_cast<std::size_t>(state.Table().Cases)},
+            state.Table().Variables[*state.Data.WeightVariable].Name};
+}
+
 std::vector<std::string> TitleOf(const char* title, const char* caption) {
     std::vector<std::string> lines{quillara::Replace8CharGrow(title == nullptr ? "" : title)};
     if (caption != nullptr && *caption != '\0') {
@@ -164,7 +172,9 @@ short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const c
     const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
     return MakePlot(
         *this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, {filter},
-        [&](const PlotRows& rows) { return BoxPlotOf(state.Table(), shown, rows, static_cast<BoxType>(type)); });
+        [&](const PlotRows& rows) {
+            return quillara::BoxPlotOf({state.Table(), shown, rows, static_cast<BoxType>(type), WeightsOf(state)});
+        });
 }
 
 short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reserved1*/, short count,
@@ -174,11 +184,11 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
                                                const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
     AnalysisState& state = quillara::StateOf(Document);
     const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
-    return MakePlot(*this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, {filter},
-                    [&](const PlotRows& rows) {
-                        return quillara::ScatterMatrixOf(
-                            {state.Table(), shown, rows, flags, [&state] { return state.AskForBreak(); }});
-                    });
+    return MakePlot(
+        *this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, {filter}, [&](const PlotRows& rows) {
+            return quillara::ScatterMatrixOf({state.Table(), shown, rows, flags,
+                                              [&state] { return state.AskForBreak(); }, WeightsOf(state).Variable});
+        });
 }
 
 short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, short /*reserved1*/, short /*reserved2*/,

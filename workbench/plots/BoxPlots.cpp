@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "workbench/documents/BoxTypes.h"
 
@@ -11,10 +12,9 @@ namespace {
 constexpr double OutlierDistance = 1.5;  // box lengths from the box
 constexpr double ExtremeDistance = 3.0;
 
-void ShowMeans(BoxStatistics& box, const std::vector<double>& values, const BoxTypeFacts& facts) {
-    const ValueMoments moments = MomentsOf(values);
-    const double deviation = moments.StandardDeviation();
-    const double error = deviation / std::sqrt(static_cast<double>(moments.Cases));
+void ShowMeans(BoxStatistics& box, const ValueMoments& moments, const BoxTypeFacts& facts) {
+    const double deviation = moments.StandardDeviation;
+    const double error = deviation / std::sqrt(moments.Size());
     const double boxReach = facts.Box == BoxReach::Error ? error : deviation;
     const double whiskerReach = (facts.Whisker == BoxReach::Error ? error : deviation) * facts.WhiskerFactor;
     box.Middle = moments.Mean;
@@ -29,15 +29,16 @@ void SortOnce(std::vector<double>& values) {
     values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
-void ShowQuartiles(BoxStatistics& box, std::vector<double> values) {
-    box.Middle = QuantileOf(values, 0.5);
-    box.BoxLow = QuantileOf(values, 0.25);
-    box.BoxHigh = QuantileOf(values, 0.75);
+void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
+    SampleQuantiles quantiles(sample);
+    box.Middle = quantiles.At(0.5);
+    box.BoxLow = quantiles.At(0.25);
+    box.BoxHigh = quantiles.At(0.75);
     box.WhiskerLow = box.BoxLow;
     box.WhiskerHigh = box.BoxHigh;
-    const double length = box.BoxHigh - box.BoxLow;
-    for (const double value : values) {
-        const double distance = std::max(box.BoxLow - value, value - box.BoxHigh);
+    const double length = box.BoxHigh / 2 - box.BoxLow / 2;  // halves, so that none is too large for a double
+    for (const double value : sample.Values) {
+        const double distance = std::max(box.BoxLow / 2 - value / 2, value / 2 - box.BoxHigh / 2);
         if (distance <= OutlierDistance * length) {
             box.WhiskerLow = std::min(box.WhiskerLow, value);
             box.WhiskerHigh = std::max(box.WhiskerHigh, value);
@@ -51,34 +52,67 @@ void ShowQuartiles(BoxStatistics& box, std::vector<double> values) {
 
 }  // namespace
 
-double QuantileOf(std::vector<double>& values, double share) {
-    const double place = share * static_cast<double>(values.size() - 1);
-    const auto lower = static_cast<std::ptrdiff_t>(place);
-    const auto at = values.begin() + lower;
-    std::nth_element(values.begin(), at, values.end());
-    const double part = place - static_cast<double>(lower);
-    return part == 0.0 ? *at : std::lerp(*at, *std::min_element(at + 1, values.end()), part);
+SampleQuantiles::SampleQuantiles(const WeightedValues& sample)
+    : Values(sample.Values), Size(static_cast<double>(sample.Values.size())) {
+    if (sample.Weights.empty()) {
+        return;
+    }
+    std::vector<std::size_t> order(Values.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::sort(order, {}, [&](std::size_t place) { return sample.Values[place]; });
+    double reached = 0.0;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        Values[i] = sample.Values[order[i]];
+        Reached.push_back(reached += sample.Weights[order[i]]);
+    }
+    Size = std::max(reached, Size);
 }
 
-BoxPlot BoxPlotOf(const DataTable& table, const std::vector<std::size_t>& variables, const PlotRows& rows,
-                  BoxType type) {
+double SampleQuantiles::WeightedValueAt(double place) const {
+    constexpr double slack = 1e-12;  // of the sum: what adding fractions loses
+    const double sum = Reached.back();
+    const auto reached = std::ranges::upper_bound(Reached, place / Size * sum + slack * sum);
+    const auto index = static_cast<std::size_t>(reached - Reached.begin());
+    return Values[std::min(index, Values.size() - 1)];
+}
+
+std::pair<double, double> SampleQuantiles::ValuesAt(double place) {
+    if (!Reached.empty()) {
+        return {WeightedValueAt(place), WeightedValueAt(place + 1.0)};
+    }
+    const auto at = Values.begin() + static_cast<std::ptrdiff_t>(place);
+    std::nth_element(Values.begin(), at, Values.end());
+    return {*at, at + 1 == Values.end() ? *at : *std::min_element(at + 1, Values.end())};
+}
+
+double SampleQuantiles::At(double share) {
+    const double place = share * (Size - 1.0);
+    const double lower = std::floor(place);
+    const auto [low, high] = ValuesAt(lower);
+    return std::lerp(low, high, place - lower);
+}
+
+BoxPlot BoxPlotOf(const BoxRequest& request) {
     BoxPlot plot;
-    plot.Type = type;
-    for (const std::size_t index : variables) {
-        const Variable& variable = table.Variables[index];
-        std::vector<double> values = ValidValues(variable, rows);
+    plot.Type = request.Type;
+    plot.Weight = request.Weights.Variable;
+    const BoxTypeFacts& facts = FactsOf(request.Type);
+    for (const std::size_t index : request.Variables) {
+        const Variable& variable = request.Table.Variables[index];
+        const WeightedValues sample = ValidValues(variable, request.Rows, request.Weights);
+        const ValueMoments moments = MomentsOf(sample);
         BoxStatistics& box = plot.Boxes.emplace_back();
         box.Variable = variable.Name;
         box.LongName = variable.LongName;
-        box.Cases = static_cast<std::int64_t>(values.size());
-        if (values.empty()) {
+        box.Cases = moments.Cases;
+        box.WeightedCases = moments.Weight;
+        if (sample.Values.empty()) {
             continue;
         }
-        const BoxTypeFacts& facts = FactsOf(type);
         if (facts.ShowsMedian()) {
-            ShowQuartiles(box, std::move(values));
+            ShowQuartiles(box, sample);
         } else {
-            ShowMeans(box, values, facts);
+            ShowMeans(box, moments, facts);
         }
     }
     return plot;

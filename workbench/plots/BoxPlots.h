@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "workbench/documents/GraphDocument.h"
@@ -7,17 +8,45 @@
 
 namespace quillara {
 
-/// The box-whisker plot of variables, by their indexes in the table, each over its own valid values.
+/// What a box-whisker plot is made of.
+struct BoxRequest {
+    const DataTable& Table;
+    std::vector<std::size_t> Variables;  ///< indexes in the table
+    const PlotRows& Rows;
+    BoxType Type = BoxType::MeanSEAndSD;
+    CaseWeights Weights{};
+};
+
+/// The box-whisker plot of variables, each over its own valid values.
 ///
 /// Median, quartiles, range: the box goes from the lower to the upper quartile, by linear interpolation between the
 /// order statistics (definition 7 of Hyndman and Fan, Sample Quantiles in Statistical Packages, The American
 /// Statistician 50, 1996). The whiskers reach the outermost values within 1.5 box lengths of the box; values beyond are
 /// outliers, beyond 3 box lengths extremes (Tukey, Exploratory Data Analysis, 1977).
 /// The others: mean, and once or 1.96 times the standard deviation or the standard error around it.
-[[nodiscard]] BoxPlot BoxPlotOf(const DataTable& table, const std::vector<std::size_t>& variables, const PlotRows& rows,
-                                BoxType type);
+///
+/// Under weights a case counts as so many equal cases: the same definitions over the sample in which it stands as often
+/// as its weight says, of W = the sum of the weights cases. So the mean is sum(w x) / W, the deviation the root of
+/// sum(w (x - mean)^2) / (W - 1), the error the deviation / sqrt(W), and the quantile p the interpolation at (W - 1) p
+/// between the values at which the running sum of the weights passes the whole numbers on either side. Fractions are
+/// taken as they are. Weights that sum to less than the number of cases, such as shares of 1, are scaled up to it.
+[[nodiscard]] BoxPlot BoxPlotOf(const BoxRequest& request);
 
-/// The quantile of ascending or unordered values, at least one of them; `share` from 0 to 1. Reorders the values.
-[[nodiscard]] double QuantileOf(std::vector<double>& values, double share);
+/// The quantiles of values, at least one, each of which stands as often as its weight says.
+class SampleQuantiles {
+  public:
+    explicit SampleQuantiles(const WeightedValues& sample);
+    /// `share` from 0 to 1.
+    [[nodiscard]] double At(double share);
+
+  private:
+    /// The values at a whole place from 0 in the sample, and at the next.
+    [[nodiscard]] std::pair<double, double> ValuesAt(double place);
+    [[nodiscard]] double WeightedValueAt(double place) const;
+
+    std::vector<double> Values;  // under weights in ascending order
+    std::vector<double> Reached;  // running sum of the weights; empty: each is 1
+    double Size = 0.0;
+};
 
 }  // namespace quillara

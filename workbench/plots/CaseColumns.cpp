@@ -2,41 +2,74 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "host/TextFunctions.h"
 
 namespace quillara {
 
-std::vector<double> ValidValues(const Variable& variable, const PlotRows& rows) {
-    std::vector<double> values;
-    values.reserve(rows.size());
+namespace {
+
+/// As the passes over the cases test a weight: the smallest positive numbers count as 0.
+bool IsPositive(double weight) {
+    constexpr double smallest = 15 * std::numeric_limits<double>::denorm_min();
+    return weight > smallest && std::isfinite(weight);
+}
+
+}  // namespace
+
+WeightedValues ValidValues(const Variable& variable, const PlotRows& rows, const CaseWeights& weights) {
+    WeightedValues valid;
+    valid.Values.reserve(rows.size());
+    const bool isWeighted = !weights.Values.empty();
     for (const std::uint32_t row : rows) {
         const double value = variable.Values[row];
-        if (std::isfinite(value) && !variable.IsMissing(value)) {
-            values.push_back(value);
+        if (!std::isfinite(value) || variable.IsMissing(value) || (isWeighted && !IsPositive(weights.Values[row]))) {
+            continue;
+        }
+        valid.Values.push_back(value);
+        if (isWeighted) {
+            valid.Weights.push_back(weights.Values[row]);
         }
     }
-    return values;
+    return valid;
 }
 
-double ValueMoments::StandardDeviation() const {
-    return Cases < 2 ? 0.0 : std::sqrt(SumSquares / static_cast<double>(Cases - 1));
+double ValueMoments::Size() const {
+    return std::max(Weight, static_cast<double>(Cases));
 }
 
-ValueMoments MomentsOf(std::span<const double> values) {
+double ScaleFor(double min, double max) {
+    constexpr int mostPower = 1000;  // a factor that is itself a double
+    const double magnitude = std::max(std::fabs(min), std::fabs(max));
+    return magnitude > 0.0 ? std::ldexp(1.0, -std::clamp(std::ilogb(magnitude), -mostPower, mostPower)) : 1.0;
+}
+
+ValueMoments MomentsOf(const WeightedValues& values) {
     ValueMoments moments;
-    if (values.empty()) {
+    if (values.Values.empty()) {
         return moments;
     }
-    moments.Min = moments.Max = values.front();
-    for (const double value : values) {
-        ++moments.Cases;
-        moments.Min = std::min(moments.Min, value);
-        moments.Max = std::max(moments.Max, value);
-        const double deviation = value - moments.Mean;
-        moments.Mean += deviation / static_cast<double>(moments.Cases);
-        moments.SumSquares += deviation * (value - moments.Mean);
+    const auto [min, max] = std::ranges::minmax(values.Values);
+    const double scale = ScaleFor(min, max);
+    double mean = 0.0;
+    double squares = 0.0;
+    for (std::size_t i = 0; i < values.Values.size(); ++i) {
+        const double weight = values.Weights.empty() ? 1.0 : values.Weights[i];
+        const double value = values.Values[i] * scale;
+        moments.Weight += weight;
+        const double deviation = (value - mean) * weight;
+        mean += deviation / moments.Weight;
+        squares += deviation * (value - mean);
     }
+    moments.Cases = static_cast<std::int64_t>(values.Values.size());
+    moments.Min = min;
+    moments.Max = max;
+    moments.Mean = mean / scale;
+    const double freedom =
+        moments.Weight - moments.Weight / moments.Size();  // the size less 1, in units of the weights
+    const double variance = freedom > 0.0 ? squares / freedom : 0.0;
+    moments.StandardDeviation = std::sqrt(variance) / scale;
     return moments;
 }
 
@@ -54,7 +87,8 @@ NeatBins NeatBinsOver(double min, double max, int parts) {
     NeatBins bins{low, step, {}};
     double bound = low;
     do {
-        bound += step;
+        const double next = bound + step;
+        bound = next > bound ? next : max;  // a step that is lost in the digits of the bound ends at once
         bins.UpperBounds.push_back(bound);
     } while (bound < max);
     return bins;

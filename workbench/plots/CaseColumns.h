@@ -2,9 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
-#include <utility>
+#include <string>
 #include <vector>
 
 #include "workbench/data/DataTable.h"
@@ -14,22 +13,41 @@ namespace quillara {
 /// The cases that a plot is made of, as indexes of rows, ascending.
 using PlotRows = std::vector<std::uint32_t>;
 
-/// The valid values of a variable in some rows, in their order.
-[[nodiscard]] std::vector<double> ValidValues(const Variable& variable, const PlotRows& rows);
+/// The weights of a plot's cases: a case of weight w counts as w equal cases.
+struct CaseWeights {
+    std::span<const double> Values;  ///< one for each case of the table; empty: no weight is in force
+    std::string Variable;  ///< name of the variable that they come from
+};
 
-/// Count, range, mean and sum of squared deviations of values; of none, all are 0.
+/// Valid values of a variable, and beside them the weights of their cases; no weights: each is 1.
+struct WeightedValues {
+    std::vector<double> Values;
+    std::vector<double> Weights;
+};
+
+/// The valid values of a variable in some rows, in their order. With weights, only cases of a positive weight.
+[[nodiscard]] WeightedValues ValidValues(const Variable& variable, const PlotRows& rows,
+                                         const CaseWeights& weights = {});
+
+/// Count, range, mean and spread of values; of none, all are 0.
 struct ValueMoments {
     std::int64_t Cases = 0;
+    double Weight = 0.0;  ///< sum of the weights
     double Min = 0.0;
     double Max = 0.0;
     double Mean = 0.0;
-    double SumSquares = 0.0;
+    /// The root of the weighted sum of squared deviations divided by Size() - 1; 0 when that isn't positive.
+    double StandardDeviation = 0.0;
 
-    /// With n - 1 in the denominator; 0 for fewer than two values.
-    [[nodiscard]] double StandardDeviation() const;
+    /// How many cases the weights stand for: their sum, but no fewer than there are.
+    [[nodiscard]] double Size() const;
 };
 
-[[nodiscard]] ValueMoments MomentsOf(std::span<const double> values);
+/// `values` of any magnitude: no square is too large or too small for a double.
+[[nodiscard]] ValueMoments MomentsOf(const WeightedValues& values);
+
+/// A power of two that brings numbers of a range to a magnitude of about 1, without rounding.
+[[nodiscard]] double ScaleFor(double min, double max);
 
 /// Intervals (a, b] of round bounds over a range, about `parts` of them.
 struct NeatBins {

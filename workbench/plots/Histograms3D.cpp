@@ -52,7 +52,7 @@ std::vector<double> MostFrequent(const Variable& variable, const PlotRows& rows,
 class Side {
   public:
     Side(const Variable& variable, const PlotRows& rows) : Source(variable) {
-        std::vector<double> distinct = ValidValues(variable, rows);
+        std::vector<double> distinct = ValidValues(variable, rows).Values;
         std::ranges::sort(distinct);
         distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
         if (variable.Kind == ValueKind::Text || distinct.size() <= (variable.HasLabels() ? MostPlaces : FewValues)) {

@@ -12,160 +12,157 @@ namespace {
 constexpr int HistogramParts = 10;
 constexpr double Undefined = std::numeric_limits<double>::quiet_NaN();
 
-/// The values of a variable in the rows of a plot; NaN where it has none.
-std::vector<double> PlottedColumn(const Variable& variable, const PlotRows& rows) {
-    std::vector<double> column(rows.size());
-    std::ranges::transform(rows, column.begin(), [&](std::uint32_t row) {
-        const double value = variable.Values[row];
-        return std::isfinite(value) && !variable.IsMissing(value) ? value : Undefined;
-    });
-    return column;
+/// A variable while its cells are computed. Numbers are scaled by a power of two, so that squares fit into doubles.
+struct PlottedVariable {
+    ScatterVariable Described;
+    double Scale = 1.0;
+    double Low = 0.0;  ///< scaled
+    double High = 0.0;
+    std::vector<double> Column;  ///< scaled values, one for each case of the plot; NaN: not valid
+
+    [[nodiscard]] double PlaceOf(double scaled) const { return Low < High ? (scaled - Low) / (High - Low) : 0.5; }
+};
+
+BinnedCounts HistogramOf(const std::vector<double>& values, const ValueMoments& moments) {
+    const NeatBins bins = NeatBinsOver(moments.Min, moments.Max, HistogramParts);
+    BinnedCounts counts{bins.Low, bins.Step, std::vector<double>(bins.UpperBounds.size())};
+    for (const double value : values) {
+        ++counts.Counts[bins.PlaceOf(value)];
+    }
+    return counts;
 }
 
-ScatterVariable DescribedVariable(const Variable& variable, const std::vector<double>& column) {
-    std::vector<double> values;
-    std::ranges::copy_if(column, std::back_inserter(values), [](double value) { return !std::isnan(value); });
-    const ValueMoments moments = MomentsOf(values);
-    ScatterVariable described{variable.Name,
-                              variable.LongName,
-                              moments.Cases,
-                              moments.Min,
-                              moments.Max,
-                              moments.Mean,
-                              moments.StandardDeviation(),
-                              {}};
-    if (!values.empty()) {
-        const NeatBins bins = NeatBinsOver(moments.Min, moments.Max, HistogramParts);
-        described.Histogram = {bins.Low, bins.Step, std::vector<double>(bins.UpperBounds.size())};
-        for (const double value : values) {
-            ++described.Histogram.Counts[bins.PlaceOf(value)];
-        }
+ScatterVariable Described(const Variable& variable, const PlotRows& rows) {
+    ScatterVariable described{.Name = variable.Name, .LongName = variable.LongName, .Histogram = {}};
+    const WeightedValues valid = ValidValues(variable, rows);
+    const ValueMoments moments = MomentsOf(valid);
+    described.Cases = moments.Cases;
+    described.Min = moments.Min;
+    described.Max = moments.Max;
+    described.Mean = moments.Mean;
+    described.StandardDeviation = moments.StandardDeviation;
+    if (moments.Cases > 0) {
+        described.Histogram = HistogramOf(valid.Values, moments);
     }
     return described;
 }
 
+PlottedVariable Plotted(const Variable& variable, const PlotRows& rows) {
+    PlottedVariable plotted{.Described = Described(variable, rows), .Column = {}};
+    plotted.Scale = ScaleFor(plotted.Described.Min, plotted.Described.Max);
+    plotted.Low = plotted.Described.Min * plotted.Scale;
+    plotted.High = plotted.Described.Max * plotted.Scale;
+    plotted.Column.resize(rows.size());
+    std::ranges::transform(rows, plotted.Column.begin(), [&](std::uint32_t row) {
+        const double value = variable.Values[row];
+        return std::isfinite(value) && !variable.IsMissing(value) ? value * plotted.Scale : Undefined;
+    });
+    std::vector<float> places(rows.size());
+    std::ranges::transform(plotted.Column, places.begin(), [&](double scaled) {
+        return static_cast<float>(std::isnan(scaled) ? Undefined : plotted.PlaceOf(scaled));
+    });
+    plotted.Described.Places = std::make_shared<const std::vector<float>>(std::move(places));
+    return plotted;
+}
+
 /// Runs over the cases in which both variables are valid.
 template <typename Action>
-void ForEachPair(const std::vector<double>& x, const std::vector<double>& y, Action action) {
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        if (!std::isnan(x[i]) && !std::isnan(y[i])) {
-            action(x[i], y[i]);
+void ForEachPair(const PlottedVariable& x, const PlottedVariable& y, Action action) {
+    for (std::size_t i = 0; i < x.Column.size(); ++i) {
+        if (!std::isnan(x.Column[i]) && !std::isnan(y.Column[i])) {
+            action(x.Column[i], y.Column[i]);
         }
     }
 }
 
-struct PlottedVariable {
-    ScatterVariable Described;
-    std::vector<double> Column;
-};
+/// One variable of a pair, over the cases in which both are valid; scaled.
+struct SideMoments {
+    double Low = std::numeric_limits<double>::infinity();
+    double High = -std::numeric_limits<double>::infinity();
+    double Mean = 0.0;
+    double Squares = 0.0;  ///< sum of squared deviations from the mean
 
-/// How fine the cells of a matrix are.
-struct CellDetail {
-    std::size_t MostPoints;
-    int GridSide;
-};
-
-/// The cells of a large matrix are small on any screen and together must stay within the memory.
-CellDetail DetailFor(std::size_t variables) {
-    constexpr std::size_t fullDetail = 8;  // variables
-    constexpr std::size_t fewestPoints = 500;
-    constexpr int smallestGrid = 16;
-    if (variables <= fullDetail) {
-        return {MostScatterPoints, DensityGridSide};
+    void Add(double value) {
+        Low = std::min(Low, value);
+        High = std::max(High, value);
+        Mean += value;
     }
-    const std::size_t share = (variables * variables) / (fullDetail * fullDetail);
-    return {std::max(MostScatterPoints / share, fewestPoints),
-            std::max(DensityGridSide * static_cast<int>(fullDetail) / static_cast<int>(variables), smallestGrid)};
-}
+    /// Exactly: the rounding of a mean is no spread.
+    [[nodiscard]] bool IsConstant() const { return !(Low < High) || !(Squares > 0.0); }
+};
 
-/// Sums of deviations of two variables from their means, over the cases in which both are valid.
 struct PairMoments {
     std::int64_t Cases = 0;
-    double MeanX = 0.0;
-    double MeanY = 0.0;
-    double SquaresX = 0.0;
-    double SquaresY = 0.0;
+    SideMoments X;
+    SideMoments Y;
     double Products = 0.0;
 };
 
-PairMoments MomentsOfPair(const std::vector<double>& x, const std::vector<double>& y) {
-    PairMoments moments;
+PairMoments MomentsOfPair(const PlottedVariable& x, const PlottedVariable& y) {
+    PairMoments pair;
     ForEachPair(x, y, [&](double a, double b) {
-        ++moments.Cases;
-        moments.MeanX += a;
-        moments.MeanY += b;
+        ++pair.Cases;
+        pair.X.Add(a);
+        pair.Y.Add(b);
     });
-    moments.MeanX /= static_cast<double>(moments.Cases);
-    moments.MeanY /= static_cast<double>(moments.Cases);
+    pair.X.Mean /= static_cast<double>(pair.Cases);
+    pair.Y.Mean /= static_cast<double>(pair.Cases);
     ForEachPair(x, y, [&](double a, double b) {
-        moments.SquaresX += (a - moments.MeanX) * (a - moments.MeanX);
-        moments.SquaresY += (b - moments.MeanY) * (b - moments.MeanY);
-        moments.Products += (a - moments.MeanX) * (b - moments.MeanY);
+        const double fromX = a - pair.X.Mean;
+        const double fromY = b - pair.Y.Mean;
+        pair.X.Squares += fromX * fromX;
+        pair.Y.Squares += fromY * fromY;
+        pair.Products += fromX * fromY;
     });
-    return moments;
+    return pair;
+}
+
+PairMoments Turned(const PairMoments& pair) {
+    return {pair.Cases, pair.Y, pair.X, pair.Products};
 }
 
 /// Correlation and least squares line of y on x.
-void FitLine(ScatterCell& cell, const PairMoments& moments) {
-    const bool hasBoth = moments.SquaresX > 0.0 && moments.SquaresY > 0.0;
-    cell.Cases = moments.Cases;
-    cell.Slope = moments.SquaresX > 0.0 ? moments.Products / moments.SquaresX : Undefined;
-    cell.Intercept = moments.MeanY - cell.Slope * moments.MeanX;
-    cell.Correlation = hasBoth ? moments.Products / std::sqrt(moments.SquaresX * moments.SquaresY) : Undefined;
-}
-
-int GridPlace(double value, const ScatterVariable& variable, int side) {
-    const double range = variable.Max / 2 - variable.Min / 2;  // halved, so that no range is too large for a double
-    const double share = range > 0 ? (value / 2 - variable.Min / 2) / range : 0.0;
-    return std::clamp(static_cast<int>(share * side), 0, side - 1);
-}
-
-DensityGrid GridOf(const PlottedVariable& x, const PlottedVariable& y, int side) {
-    DensityGrid grid{side, side, std::vector<float>(static_cast<std::size_t>(side) * static_cast<std::size_t>(side))};
-    ForEachPair(x.Column, y.Column, [&](double a, double b) {
-        const int place = GridPlace(b, y.Described, side) * side + GridPlace(a, x.Described, side);
-        ++grid.Counts[static_cast<std::size_t>(place)];
-    });
-    return grid;
-}
-
-ScatterCell CellOf(const PlottedVariable& x, const PlottedVariable& y, const CellDetail& detail) {
-    ScatterCell cell;
-    FitLine(cell, MomentsOfPair(x.Column, y.Column));
-    if (static_cast<std::size_t>(cell.Cases) > detail.MostPoints) {
-        cell.Density = GridOf(x, y, detail.GridSide);
-    } else {
-        ForEachPair(x.Column, y.Column, [&](double a, double b) {
-            cell.Points.emplace_back(static_cast<float>(a), static_cast<float>(b));
-        });
+ScatterCell CellOf(const PlottedVariable& x, const PlottedVariable& y, const PairMoments& pair) {
+    ScatterCell cell{pair.Cases, Undefined, Undefined, Undefined, Undefined, Undefined};
+    if (pair.X.IsConstant() || pair.Y.IsConstant()) {
+        return cell;
     }
+    const double slope = pair.Products / pair.X.Squares;
+    const auto lineAt = [&](double scaled) { return pair.Y.Mean + slope * (scaled - pair.X.Mean); };
+    cell.Correlation = std::clamp(pair.Products / std::sqrt(pair.X.Squares * pair.Y.Squares), -1.0, 1.0);
+    cell.Intercept = lineAt(0.0) / y.Scale;
+    cell.Slope = slope / y.Scale * x.Scale;
+    cell.LineAtMin = y.PlaceOf(lineAt(x.Low));
+    cell.LineAtMax = y.PlaceOf(lineAt(x.High));
     return cell;
 }
 
-std::vector<PlottedVariable> PlottedVariables(const ScatterRequest& request) {
-    std::vector<PlottedVariable> plotted;
-    for (const std::size_t index : request.Variables) {
-        std::vector<double> column = PlottedColumn(request.Table.Variables[index], request.Rows);
-        ScatterVariable described = DescribedVariable(request.Table.Variables[index], column);
-        plotted.push_back({std::move(described), std::move(column)});
+void StopWhenCancelled(const ScatterRequest& request) {
+    if (request.Cancelled && request.Cancelled()) {
+        throw Interrupted();
     }
-    return plotted;
 }
 
 }  // namespace
 
 ScatterMatrix ScatterMatrixOf(const ScatterRequest& request) {
-    const std::vector<PlottedVariable> plotted = PlottedVariables(request);
-    const CellDetail detail = DetailFor(plotted.size());
+    std::vector<PlottedVariable> plotted;
+    for (const std::size_t index : request.Variables) {
+        StopWhenCancelled(request);
+        plotted.push_back(Plotted(request.Table.Variables[index], request.Rows));
+    }
     ScatterMatrix matrix;
     matrix.Flags = request.Flags;
-    for (const PlottedVariable& y : plotted) {
-        matrix.Variables.push_back(y.Described);
-        for (const PlottedVariable& x : plotted) {
-            if (request.Cancelled && request.Cancelled()) {
-                throw Interrupted();
-            }
-            matrix.Cells.push_back(&x == &y ? ScatterCell() : CellOf(x, y, detail));
+    matrix.UnusedWeight = request.UnusedWeight;
+    const std::size_t count = plotted.size();
+    matrix.Cells.resize(count * count);
+    for (std::size_t row = 0; row < count; ++row) {
+        matrix.Variables.push_back(plotted[row].Described);
+        for (std::size_t column = 0; column < row; ++column) {
+            StopWhenCancelled(request);
+            const PairMoments pair = MomentsOfPair(plotted[column], plotted[row]);
+            matrix.Cells[row * count + column] = CellOf(plotted[column], plotted[row], pair);
+            matrix.Cells[column * count + row] = CellOf(plotted[row], plotted[column], Turned(pair));
         }
     }
     return matrix;

@@ -56,6 +56,10 @@ Values SeriesValues(const BoxPlot& plot) {
                           {"whiskers", drawn(Pair(box.WhiskerLow, box.WhiskerHigh))},
                           {"outliers", Array(box.Outliers, NumberValue)},
                           {"extremes", Array(box.Extremes, NumberValue)}});
+        if (!plot.Weight.empty()) {
+            values.back()["weight"] = TextValue(plot.Weight);
+            values.back()["weighted"] = NumberValue(box.WeightedCases);
+        }
     }
     return values;
 }

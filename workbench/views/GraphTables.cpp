@@ -105,12 +105,15 @@ SpreadsheetCell ValueCell(ValueKind kind, double value) {
     return hasWords ? SpreadsheetCell(TextOfValue(kind, value)) : SpreadsheetCell(value);
 }
 
-SpreadsheetRow BoxRow(const BoxStatistics& box, ValueKind kind, bool hasOutliers) {
+SpreadsheetRow BoxRow(const BoxPlot& plot, const BoxStatistics& box, ValueKind kind) {
     SpreadsheetRow row{box.Variable, {static_cast<double>(box.Cases)}};
+    if (!plot.Weight.empty()) {
+        row.Cells.push_back(box.WeightedCases);
+    }
     for (const double number : {box.Middle, box.BoxLow, box.BoxHigh, box.WhiskerLow, box.WhiskerHigh}) {
         row.Cells.push_back(box.Cases > 0 ? ValueCell(kind, number) : SpreadsheetCell());
     }
-    if (hasOutliers) {
+    if (FactsOf(plot.Type).ShowsMedian()) {
         row.Cells.push_back(static_cast<double>(box.Outliers.size()));
         row.Cells.push_back(static_cast<double>(box.Extremes.size()));
     }
@@ -121,6 +124,9 @@ Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
     const BoxTypeFacts& facts = FactsOf(plot.Type);
     const bool hasOutliers = facts.ShowsMedian();
     SpreadsheetDocument table = Untitled("Variable", {{"Cases", true}});
+    if (!plot.Weight.empty()) {
+        table.Columns.push_back({"Weighted\nCases", false});
+    }
     for (const char* name :
          {facts.MiddleName, facts.BoxNames[0], facts.BoxNames[1], facts.WhiskerNames[0], facts.WhiskerNames[1]}) {
         table.Columns.push_back({name, false});
@@ -130,7 +136,7 @@ Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
         table.Columns.push_back({"Extreme\nValues", true});
     }
     for (std::size_t i = 0; i < plot.Boxes.size(); ++i) {
-        table.Rows.push_back(BoxRow(plot.Boxes[i], about.KindOf(i), hasOutliers));
+        table.Rows.push_back(BoxRow(plot, plot.Boxes[i], about.KindOf(i)));
     }
     return {table};
 }

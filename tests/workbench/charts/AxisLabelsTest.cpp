@@ -88,7 +88,7 @@ TEST(RoundNumbers, AreRoundAndInsideTheBounds) {
     EXPECT_EQ(Joined(0.0, 10.0, 10), "0 2 4 6 8 10");
     EXPECT_EQ(Joined(-0.3, 0.35, 5), "-0.2 0.0 0.2");
     EXPECT_EQ(Joined(2.5, 2.5, 5), "2.5");
-    EXPECT_EQ(Joined(1e9, 3e9, 5), "1e+09 1.5e+09 2e+09 2.5e+09 3e+09");
+    EXPECT_EQ(Joined(1e9, 3e9, 5), "1000000000 1500000000 2000000000 2500000000 3000000000");
     EXPECT_EQ(Joined(std::nan(""), std::nan(""), 5), "");
     EXPECT_EQ(Joined(1.0, std::nextafter(1.0, 2.0), 5).substr(0, 1), "1");
 }

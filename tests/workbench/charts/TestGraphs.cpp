@@ -53,7 +53,8 @@ ScatterVariable Scattered(const std::string& name) {
             .Cases = 5,
             .Min = -1.0,
             .Max = 12345.0,
-            .Histogram = {0.0, 4000.0, {1.0, 3.0, 1.0}}};
+            .Histogram = {0.0, 4000.0, {1.0, 3.0, 1.0}},
+            .Places = std::make_shared<const std::vector<float>>(std::vector<float>{0.0F, 0.2F, 0.5F, 0.5F, 1.0F})};
 }
 
 }  // namespace
@@ -120,8 +121,7 @@ GraphDocument Matrix(int variables, const std::string& name) {
     for (int row = 0; row < variables; ++row) {
         matrix.Variables.push_back(Scattered(name + std::to_string(row)));
         for (int column = 0; column < variables; ++column) {
-            matrix.Cells.push_back(row == column ? ScatterCell{}
-                                                 : ScatterCell{5, 0.5, 1.0, 2.0, {{0.0F, 1.0F}, {5.0F, 100.0F}}, {}});
+            matrix.Cells.push_back(row == column ? ScatterCell{} : ScatterCell{5, 0.5, 1.0, 2.0, 0.1, 0.9});
         }
     }
     return Graph(matrix);

@@ -1,7 +1,10 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <random>
 #include <sstream>
 
 #include "tests/workbench/Tables.h"
@@ -59,43 +62,105 @@ TEST(BoxPlots, ShowTheStatisticsOfTheirType) {
         {BoxType::MeanSEAnd196SE,       1, "one 1: 4 [4 4 4] 4; |"},
     };
     // clang-format on
+    const PlotRows rows = AllRows(table);
     for (const Case& each : cases) {
-        const BoxPlot plot = BoxPlotOf(table, {each.Variable}, AllRows(table), each.Type);
+        const BoxPlot plot = BoxPlotOf({table, {each.Variable}, rows, each.Type});
         EXPECT_EQ(InShort(plot.Boxes.at(0)), each.Expected);
     }
 }
 
-TEST(ScatterMatrices, HoldPairsOfValidCasesAndTheirLine) {
-    const DataTable table = TableOf(
-        {Numbers("x", {1, 2, 3, 4, Missing}), Numbers("y", {2, 4, 6, Missing, 1}), Numbers("c", {5, 5, 5, 5, 5})});
+// A weight is a number of equal cases: whole weights give what the cases written out give, weights of 1 what none give.
+TEST(BoxPlots, WeightsStandForEqualCases) {
+    std::mt19937 random(7);
+    for (int trial = 0; trial < 200; ++trial) {
+        std::vector<double> values;
+        std::vector<double> weights;
+        std::vector<double> writtenOut;
+        for (int i = 0; i < 12; ++i) {
+            values.push_back(static_cast<double>(random() % 40));
+            weights.push_back(static_cast<double>(random() % 4));
+            writtenOut.insert(writtenOut.end(), static_cast<std::size_t>(weights.back()), values.back());
+        }
+        writtenOut.push_back(values.emplace_back(3.0));
+        weights.push_back(1.0);
+        const DataTable weighted = TableOf({Numbers("x", values)});
+        const DataTable plain = TableOf({Numbers("x", writtenOut)});
+        const PlotRows rows = AllRows(weighted);
+        const PlotRows plainRows = AllRows(plain);
+        const std::vector<double> ones(writtenOut.size(), 1.0);
+        for (const int type : {52, 53, 54, 55}) {
+            const auto boxType = static_cast<BoxType>(type);
+            BoxStatistics box = BoxPlotOf({weighted, {0}, rows, boxType, {weights, "w"}}).Boxes[0];
+            EXPECT_EQ(box.Cases, std::ranges::count_if(weights, [](double weight) { return weight > 0.0; }));
+            EXPECT_EQ(box.WeightedCases, static_cast<double>(writtenOut.size()));
+            box.Cases = static_cast<std::int64_t>(writtenOut.size());
+            const std::string expected = InShort(BoxPlotOf({plain, {0}, plainRows, boxType}).Boxes[0]);
+            EXPECT_EQ(InShort(box), expected);
+            EXPECT_EQ(InShort(BoxPlotOf({plain, {0}, plainRows, boxType, {ones, "w"}}).Boxes[0]), expected);
+        }
+    }
+}
+
+TEST(BoxPlots, SmallAndUnusableWeights) {
+    const DataTable table = TableOf({Numbers("x", {1, 2, 3, 4, 5, 9, 9, 9})});
     const PlotRows rows = AllRows(table);
-    const ScatterMatrix matrix = ScatterMatrixOf({table, {0, 1, 2}, rows, 136, {}});
-    ASSERT_EQ(matrix.Cells.size(), 9U);
-    const ScatterCell& cell = matrix.Cells[3];  // y against x
+    const std::vector<double> weights = {.2, .2, .2, .2, .2, 0.0, -1.0, std::nan("")};
+    EXPECT_EQ(InShort(BoxPlotOf({table, {0}, rows, BoxType::MedianQuartilesRange, {weights, "w"}}).Boxes[0]),
+              "x 5: 1 [2 3 4] 5; |");
+    EXPECT_EQ(InShort(BoxPlotOf({table, {0}, rows, BoxType::MeanSDAnd196SD, {weights, "w"}}).Boxes[0]),
+              "x 5: -0.099032107 [1.4188612 3 4.5811388] 6.0990321; |");
+}
+
+TEST(ScatterMatrices, HoldPairsOfValidCasesAndTheirLine) {
+    const DataTable table = TableOf({Numbers("x", {1, 2, 3, 4, Missing}), Numbers("y", {2, 4, 6, Missing, 1}),
+                                     Numbers("c", {.1, .1, .1, .1, .1}), Numbers("d", {5, 5, 5, 7, 5})});
+    const PlotRows rows = AllRows(table);
+    const ScatterMatrix matrix = ScatterMatrixOf({table, {0, 1, 2, 3}, rows, 136, {}});
+    ASSERT_EQ(matrix.Cells.size(), 16U);
+    const ScatterCell& cell = matrix.Cells[4];  // y against x
     EXPECT_EQ(cell.Cases, 3);
     EXPECT_DOUBLE_EQ(cell.Correlation, 1);
     EXPECT_DOUBLE_EQ(cell.Slope, 2);
     EXPECT_NEAR(cell.Intercept, 0, 1e-12);
-    EXPECT_EQ(cell.Points, (std::vector<std::pair<float, float>>{{1, 2}, {2, 4}, {3, 6}}));
-    EXPECT_TRUE(std::isnan(matrix.Cells[6].Correlation)) << "a constant has none";
-    EXPECT_TRUE(matrix.Cells[0].Points.empty());
-    const BinnedCounts& bins = matrix.Variables[1].Histogram;
-    EXPECT_EQ(std::accumulate(bins.Counts.begin(), bins.Counts.end(), 0.0), 4);
+    EXPECT_NEAR(cell.LineAtMin, 0.2, 1e-12) << "(2 - 1) / (6 - 1)";
+    EXPECT_NEAR(cell.LineAtMax, 1.4, 1e-12) << "(8 - 1) / (6 - 1)";
+    EXPECT_DOUBLE_EQ(matrix.Cells[1].Slope, 0.5);
+    for (const std::size_t constant : {2U, 6U, 8U, 9U, 7U, 13U}) {  // also d, which is constant where y is valid
+        EXPECT_TRUE(std::isnan(matrix.Cells[constant].Correlation) && std::isnan(matrix.Cells[constant].LineAtMin));
+    }
+    EXPECT_THAT(*matrix.Variables[1].Places,
+                testing::Pointwise(testing::NanSensitiveFloatEq(), {0.2F, 0.6F, 1.0F, std::nanf(""), 0.0F}));
+    EXPECT_EQ(matrix.Variables[2].Histogram.Counts.size(), 1U);
+    for (const ScatterVariable& variable : matrix.Variables) {
+        const std::vector<double>& counts = variable.Histogram.Counts;
+        EXPECT_EQ(std::accumulate(counts.begin(), counts.end(), 0.0), static_cast<double>(variable.Cases));
+    }
 }
 
-TEST(ScatterMatrices, CountManyPointsOnAGrid) {
-    std::vector<double> values(MostScatterPoints + 1);
-    std::iota(values.begin(), values.end(), 0.0);
-    const DataTable table = TableOf({Numbers("x", values), Numbers("y", values)});
-    const PlotRows rows = AllRows(table);
-    const ScatterCell cell = ScatterMatrixOf({table, {0, 1}, rows, 0, {}}).Cells[1];
-    ASSERT_TRUE(cell.Density.has_value());
-    EXPECT_TRUE(cell.Points.empty());
-    const std::vector<float>& counts = cell.Density->Counts;
-    EXPECT_EQ(std::accumulate(counts.begin(), counts.end(), 0.0), static_cast<double>(values.size()));
-    EXPECT_GT(counts.front(), 0);
-    EXPECT_GT(counts.back(), 0);
-    EXPECT_EQ(counts[1], 0) << "off the diagonal";
+TEST(ScatterMatrices, AreTheSameAtEveryMagnitude) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> share;
+    std::vector<double> x(100);
+    std::vector<double> y(100);
+    std::ranges::generate(x, [&] { return share(random); });
+    std::ranges::transform(x, y.begin(), [&](double at) { return at + share(random); });
+    const auto cellAt = [&](double scaleX, double scaleY, double offset) {
+        std::vector<double> farX(x);
+        std::vector<double> farY(y);
+        std::ranges::for_each(farX, [&](double& value) { value = value * scaleX + offset; });
+        std::ranges::for_each(farY, [&](double& value) { value *= scaleY; });
+        const DataTable table = TableOf({Numbers("x", farX), Numbers("y", farY)});
+        return ScatterMatrixOf({table, {0, 1}, AllRows(table), 0, {}}).Cells[2];
+    };
+    const ScatterCell usual = cellAt(1, 1, 0);
+    const double scales[][3] = {
+        {1e300, 1e-300, 0}, {1e-300, 1e-300, 0}, {1e307, 1e307, 0}, {1e-310, 5, 0}, {1e5, 1, 1.7e9}};
+    for (const auto& [scaleX, scaleY, offset] : scales) {
+        const ScatterCell cell = cellAt(scaleX, scaleY, offset);
+        EXPECT_NEAR(cell.Correlation, usual.Correlation, 1e-9) << scaleX;
+        EXPECT_NEAR(cell.LineAtMin, usual.LineAtMin, 1e-9) << scaleX;
+        EXPECT_NEAR(cell.LineAtMax, usual.LineAtMax, 1e-9) << scaleX;
+    }
 }
 
 TEST(Histograms3D, CountLabelsValuesAndIntervals) {

@@ -286,7 +286,7 @@ const GraphDocument Scatter = Titled(
     {"Plot"},
     ScatterMatrix{8,
                   {{"a", "A", 3, 1.0, 2.0, 1.5, 0.5, {1.0, 0.5, {1.0, 2.0}}}, {"b", "", 3, 0.0, 9.0, 4.0, 1.0, {}}},
-                  {{}, {2, 0.5, 1.0, 0.25, {{1.0F, 2.0F}}, {}}, {2, Limits::quiet_NaN(), 1.0, 4.0, {}, {}}, {}}});
+                  {{}, {2, 0.5, 1.0, 0.25}, {2, Limits::quiet_NaN(), 1.0, 4.0}, {}}});
 const GraphDocument Bars3D =
     Titled({"Plot"}, Histogram3DPlot{{"sex", "", {"F", "M"}}, {"age", "Age", {"1"}}, {3.0, 4.0}, 7});
 
