@@ -35,7 +35,7 @@ struct AnalysisServices {
     std::function<bool(Window&)> WorkIn;
     /// Shows a message.
     std::function<void(std::string_view)> ShowMessage;
-    /// Called when a message said that a command lacked memory: what it has shown or changed can't be relied on.
+    /// Called when a command lacked memory, with a message or without: what it has shown or changed can't be relied on.
     std::function<void()> MemoryLacked;
     /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the
     /// midst of its result: this may not call back into it.

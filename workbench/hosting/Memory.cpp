@@ -4,6 +4,7 @@
 
 #include "host/AnalysisSupport.h"
 #include "workbench/hosting/AllocationRecord.h"
+#include "workbench/hosting/AnalysisState.h"
 
 namespace {
 
@@ -17,21 +18,29 @@ bool Remember(quillara::AllocationRecord& record, void* address) {
     }
 }
 
+/// Tells it where it matters: some results are left out without a message.
+int Lacking(CAnalysisDoc* document) {
+    if (document != nullptr && quillara::StateOf(document).Services.MemoryLacked) {
+        quillara::StateOf(document).Services.MemoryLacked();
+    }
+    return 1;
+}
+
 }  // namespace
 
 int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
     *address = nullptr;
     quillara::AllocationRecord* record = quillara::MemoryOf(Document);
     if (record != nullptr && ++record->Calls == record->FailingCall) {
-        return 1;
+        return Lacking(Document);
     }
     *address = std::calloc(size == 0 ? 1 : size, 1);
     if (*address == nullptr) {
-        return 1;
+        return Lacking(Document);
     }
     if (record != nullptr && !Remember(*record, *address)) {
         std::free(std::exchange(*address, nullptr));
-        return 1;
+        return Lacking(Document);
     }
     return 0;
 }
