@@ -153,6 +153,7 @@ ssize_t Transfer(const char* name, int descriptor, size_t size, const Call& call
 
 }  // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the names of the system's headers are reserved
 extern "C" {
 
 int __libc_start_main(MainFunction* main, int count, char** arguments, void (*start)(), void (*end)(),
@@ -241,3 +242,4 @@ void* realloc(void* block, size_t size) {
 #endif
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
