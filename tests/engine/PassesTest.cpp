@@ -1,4 +1,5 @@
-// What each pass makes of the cases, in plain numbers. The random tables compare all fields; these are the anchors.
+// What the passes do besides counting; passes.txt has what they count, in plain numbers. The random tables compare all
+// fields; these are the anchors.
 
 #include <numeric>
 
@@ -6,67 +7,8 @@
 
 namespace drilltest {
 
-class Passes : public DrillTest {
-  protected:
-    std::string Both(const std::string& first, const std::string& second) const {
-        return Open(first) + ", " + Open(second);
-    }
-};
+class Passes : public DrillTest {};
 ON_EVERY_ROAD(Passes);
-
-TEST_P(Passes, WithoutCasesFindNothing) {
-    Open({Numbers("x", {}), Numbers("y", {})});
-    Choose({"x"}, {"y"});
-    EXPECT_EQ(Both("x", "y"), "x: n=0 mean=0 [] missing 0, y: n=0 mean=0 [] missing 0");
-    EXPECT_EQ(Record("x").Min, 1.7e+308);
-    EXPECT_EQ(Record("x").Max, -1.7e+308);
-}
-
-TEST_P(Passes, WeighCasesWholeOrAsStored) {
-    struct Case {
-        bool Weighted;
-        std::int16_t WeightedMoments;
-        const char* Shown;
-        double SumSquares;
-    };
-    const Case cases[] = {
-        {false, 1, "x: n=6 mean=1.5 [1:3 2:3] missing 1", 1.5},
-        {true, 0, "x: n=2 w=4 mean=1.75 [1:1 2:3] missing 1", 0.75},
-        {true, 1, "x: n=3 w=4 mean=1.625 [1:1.5 2:2.5] missing 1", 0.9375},
-        {true, 2, "x: n=2 w=4 mean=1.75 [1:1 2:3] missing 1", 0.75},  // only a flag of 1 is set
-    };
-    for (const Case& each : cases) {
-        Open({Numbers("x", {1, 1, 2, NA, 2, 1, 2}), Numbers("w", {0.25, 1.25, 2.5, 1, -1, -0.4, NA})});
-        Host().SetWeight(each.Weighted ? std::optional<std::size_t>(1) : std::nullopt);
-        Analysis().SetWM(each.WeightedMoments);
-        Choose({"x"});
-        EXPECT_EQ(Open("x"), each.Shown);
-        EXPECT_EQ(Record("x").SumSquares, each.SumSquares);
-    }
-}
-
-TEST_P(Passes, DeleteCasewiseForAllVariablesOfAList) {
-    Open({Numbers("a", {1, NA, 3}), Numbers("b", {1, 2, NA})});
-    Analysis().SetMD(1);
-    Choose({"a", "b"});
-    EXPECT_EQ(Both("a", "b"), "a: n=1 mean=1 [1:1] missing 2, b: n=1 mean=1 [1:1] missing 2");
-    EXPECT_EQ(State(), "| 2 open, 1 cases");
-    Analysis().ReadAfterDrill(0);
-    EXPECT_EQ(State(), "| 2 open, 3 cases") << "counts the cases that are deleted casewise too";
-    Down("a", "Missing");
-    EXPECT_EQ(Open("b"), "b: n=0 mean=0 [] missing 1") << "a variable that was drilled on still deletes";
-}
-
-TEST_P(Passes, CountCasesDeletedForReviewsOnlyInTheScan) {
-    Open({Numbers("a", {1, NA, 3}), Numbers("b", {1, 2, NA})});
-    Choose({"a"});
-    Analysis().SetRVMD(1);
-    Review({"a", "b"});
-    EXPECT_EQ(Reviewed("b"), "b: n=1 mean=1 [1:1] missing 2");
-    Analysis().ReadAfterDrill(0);
-    EXPECT_EQ(Reviewed("b"), "b: n=1 mean=1 [1:1] missing 0");
-    EXPECT_EQ(Open("a"), "a: n=2 mean=2 [1:1 3:1] missing 1");
-}
 
 TEST_P(Passes, GiveUpAFullSetWhateverValueComes) {
     std::vector<double> values(2048);
@@ -77,47 +19,6 @@ TEST_P(Passes, GiveUpAFullSetWhateverValueComes) {
     Recount();
     EXPECT_EQ(Open("x"), "x: n=2048 mean=1023.5 [] missing 0") << "the first value meets a full set";
     EXPECT_EQ(Record("x").Method, NeatIntervals);
-}
-
-TEST_P(Passes, RecountReviewValuesAsIntervals) {
-    // Nearly equal values are one category, but a recount by intervals puts the larger one into the next.
-    Open({Numbers("x", {1, Moved(1, 10), 2, NA})});
-    Choose({"x"});
-    Review({"x"});
-    EXPECT_EQ(Reviewed("x"), "x: n=3 mean=1.33333 [1:2 2:1] missing 1");
-    Recount();
-    EXPECT_EQ(Reviewed("x"), "x: n=3 mean=1.33333 [1:1 2:2] missing 1");
-    EXPECT_EQ(Open("x"), "x: n=3 mean=1.33333 [1:2 2:1] missing 1");
-}
-
-TEST_P(Passes, FillRemainingIntervalsWithoutMissingDataWhateverTheOption) {
-    Open({Numbers("x", {0, 8, 8, NA}), Numbers("y", {1, NA, 1, 1})});
-    Choose({}, {"x", "y"});
-    Record("x").NeatCount = 2;
-    Analysis().SetNeatIntervals();
-    Analysis().FillNeatIntervals();
-    EXPECT_EQ(Open("x"), "x: n=3 mean=5.33333 [-10<x<=0:1 0<x<=10:2] missing 1");
-    Analysis().FillContinuousIntervals();
-    EXPECT_EQ(Open("x"), "x: n=3 mean=5.33333 [-10<x<=0:2 0<x<=10:3] missing 1") << "on top of what is there";
-}
-
-TEST_P(Passes, CancelledLeaveWhatIsTold) {
-    Open({Numbers("x", {1, 1, 2}), Numbers("y", {1, 2, 3})});
-    Choose({"x"}, {"y"});
-    CancelAt(3);
-    EXPECT_EQ(Analysis().ReadBeforeDrill(0), 0);
-    EXPECT_EQ(Open("x"), "x: n=3 mean=1.33333 [1:2 2:0] missing 0") << "the cases before the cancel are counted";
-    CancelAt(3);
-    EXPECT_EQ(Analysis().ReadAfterDrill(0), 0);
-    EXPECT_EQ(Both("x", "y"), "x: n=3 mean=1.33333 [] missing 0, y: n=3 mean=2 [] missing 0");
-    CancelAt(2);
-    EXPECT_EQ(Review({"x"}), 1);
-    EXPECT_EQ(Reviewed("x"), "x: n=0 mean=0 [:1] missing 0") << "the records stay";
-    CancelAt(2);
-    EXPECT_EQ(Choose({"x"}, {"y"}), 1);
-    EXPECT_EQ(State(), "| 0 open, 1 cases") << "the records go";
-    EXPECT_EQ(Analysis().SelectedVariable(Number("x")), 1);
-    EXPECT_EQ(TakeMessages(), Names{});
 }
 
 TEST_P(Passes, EndTheProgressBehindNamingAndBuildingAndBeforeACancelTakesTheRecords) {

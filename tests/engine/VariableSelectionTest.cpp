@@ -12,33 +12,6 @@ class VariableSelection : public DrillTest {
 };
 ON_EVERY_ROAD(VariableSelection);
 
-TEST_P(VariableSelection, CancelledChangesNothing) {
-    Choose({"a", "b"});
-    Review({"c"});
-    Down("a", "1");
-    const std::string before = State() + Open("b") + Reviewed("c");
-    Analysis().DataChanged = 1;
-    EXPECT_EQ(ChooseLists(std::nullopt), 0);
-    EXPECT_EQ(ReviewLists(std::nullopt), 0);
-    EXPECT_EQ(State() + Open("b") + Reviewed("c"), before);
-    EXPECT_EQ(Analysis().DataChanged, 1);
-}
-
-TEST_P(VariableSelection, OfDrillsStartsAgainAndDropsTheReviews) {
-    Choose({"a", "b"});
-    Review({"c"}, {"d"});
-    Down("a", "1");
-    Analysis().SetCurrentUp(Number("a"));
-    Analysis().DataChanged = 1;
-    EXPECT_EQ(Choose({"a", "b"}), 1);
-    EXPECT_EQ(State(), "| 2 open, 3 cases");
-    EXPECT_EQ(Analysis().GetDrillReviewsSize(), 0);
-    EXPECT_EQ(Analysis().SelectedVariable(Number("c")), 0);
-    EXPECT_EQ(Analysis().AllReviewVars[0], Number("c")) << "this list is left as it is";
-    EXPECT_EQ(Analysis().GetCurrentUp(), Number("a"));
-    EXPECT_EQ(Analysis().DataChanged, 1);
-}
-
 TEST_P(VariableSelection, CutsTheSecondHistogramListToTheLengthOfTheFirst) {
     using List = std::vector<std::int16_t>;
     struct Case {

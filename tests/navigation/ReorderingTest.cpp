@@ -102,30 +102,6 @@ TEST_P(Reordering, OfSmallSetsFollowsEveryRequest) {
     }
 }
 
-TEST_P(Reordering, TakesALargerBoundAndLosesWhatCollides) {
-    struct Case {
-        Request Places;
-        int Placed;
-        const char* Order;
-    };
-    // clang-format off
-    const Case cases[] = {
-        {{-1, -1, -1, -1}, 0, "ABCD"},
-        {{-1, -1, -1, -1}, 9, "ABCD"},
-        {{-1,  0, -1,  1}, 2, "BDAC"},
-        {{-1,  0, -1,  1}, 3, "BDAC"},
-        {{ 0,  1, -1, -1}, 2, "ABCD"},
-        {{ 1,  1, -1, -1}, 2, "ACD"},
-        {{ 0,  0,  0,  0}, 1, "A"},
-    };
-    // clang-format on
-    for (const Case& each : cases) {
-        Fill(4);
-        EXPECT_EQ(Reorder(each.Places, each.Placed), 1);
-        EXPECT_EQ(Order(), each.Order) << testing::PrintToString(each.Places);
-    }
-}
-
 TEST_P(Reordering, ChangesNothingButTheOrder) {
     Fill(3);
     const std::int32_t category = Set().begin()->ChosenCategory;
