@@ -1,6 +1,4 @@
-// What results do where the host refuses memory or a write, or answers otherwise than it used to.
-
-#include <gmock/gmock.h>
+// What results do where the host refuses memory, or counts otherwise than before.
 
 #include "results/texts/ResultSubjects.h"
 #include "tests/results/RecordedCalls.h"
@@ -60,31 +58,6 @@ TEST_F(HostFailures, MissingMemoryLeavesNothingBehind) {
         EXPECT_EQ(results, each.Results);
     }
     EXPECT_TRUE(TakeMessages().empty());
-}
-
-TEST_F(HostFailures, ARefusedWriteDropsTheNewTableWithAMessage) {
-    quillara::DataTable table = TableOf({Numbers("a", {1, 2})});
-    table.CaseNames = {"first", "second"};
-    Open(table);
-    Choose({"a"});
-    for (int write = 1; write <= 4; ++write) {  // names and values
-        TakeCalls();
-        RefuseWrite(write);
-        EXPECT_EQ(Analysis().DDNSaveData(nullptr), 0);
-        EXPECT_THAT(TakeCalls(), testing::MatchesRegex("SubsetAndAddEx .*\nAbortOutput [1-9]\n"));
-        EXPECT_EQ(TakeMessages(), Names{NotEnoughMemory});
-    }
-    RefuseWrite(0);
-}
-
-TEST_F(HostFailures, AScatterplotFailsWithOneAlone) {
-    Open({Numbers("x", {1, 2})});
-    Choose({"x"});
-    for (const short status : {0, 1, 2, -1}) {
-        AnswerScatterplots(status);
-        EXPECT_EQ(Analysis().RVScatterPlot(nullptr), status == 1 ? 0 : 1);
-    }
-    AnswerScatterplots(std::nullopt);
 }
 
 TEST_F(HostFailures, ARecountLeavesAStackedColumnItsMissingWeightFromBefore) {

@@ -77,11 +77,7 @@ std::ostream& operator<<(std::ostream& out, const Array<T>& array) {
     const char* separator = "[";
     for (int item = 0; item < array.Count; ++item) {
         out << std::exchange(separator, " ");
-        if (array.Items[item] != array.Items[item]) {
-            out << '-';
-        } else {
-            out << +array.Items[item];
-        }
+        array.Items[item] != array.Items[item] ? out << '-' : out << +array.Items[item];
     }
     return out << (array.Count == 0 ? "[]" : "]");
 }
@@ -97,17 +93,25 @@ const char* PointerText(const void* pointer) {
 }
 
 template <typename... Columns>
-void WriteNewTable(int code, const char* name, int variables, int reserved, const short* list, int cases,
-                   const char* names, const char* longNames, int longNameWidth, const char* header, int caseNameWidth,
-                   const std::uint32_t* position, const Columns&... columns) {
-    if (Forwarding) {
-        return;
+short NewTable(short (CAnalysisSupport::*own)(int, const char*, int, int, const short*, int, const char*, const char*,
+                                              int, const char*, int, std::uint32_t*, Columns...),
+               CAnalysisSupport& host, int code, const char* name, int variables, int reserved, const short* list,
+               int cases, const char* names, const char* longNames, int longNameWidth, const char* header,
+               int caseNameWidth, std::uint32_t* position, Columns... columns) {
+    if (!Forwarding) {
+        TheCalls << "SubsetAndAddEx";
+        Write(code, Fields{name, static_cast<int>(std::strlen(name))}, variables, reserved, Array(list, variables),
+              cases, Fields{names, 8, variables}, Fields{longNames, longNameWidth, variables}, longNameWidth,
+              Fields{header, 80}, caseNameWidth, *position);
+        if constexpr (sizeof...(columns) != 0) {
+            const auto& [places, sources, count] = std::tie(columns...);
+            Write(Array(places, count), Array(sources, count), count);
+        }
+        TheCalls << '\n';
     }
-    TheCalls << "SubsetAndAddEx";
-    Write(code, Fields{name, static_cast<int>(std::strlen(name))}, variables, reserved, Array(list, variables), cases,
-          Fields{names, 8, variables}, Fields{longNames, longNameWidth, variables}, longNameWidth, Fields{header, 80},
-          caseNameWidth, *position, columns...);
-    TheCalls << '\n';
+    return Forward(own, host,
+                   std::tie(code, name, variables, reserved, list, cases, names, longNames, longNameWidth, header,
+                            caseNameWidth, position, columns...));
 }
 
 }  // namespace
@@ -189,26 +193,16 @@ void CAnalysisSupport::AbortOutput(short table) {
 short CAnalysisSupport::SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list,
                                        int cases, const char* names, const char* longNames, int longNameWidth,
                                        const char* header, int caseNameWidth, std::uint32_t* position) {
-    const std::tuple arguments(code, name, variables, reserved, list, cases, names, longNames, longNameWidth, header,
-                               caseNameWidth, position);
-    std::apply([](const auto&... each) { WriteNewTable(each...); }, arguments);
-    using Operation = short (CAnalysisSupport::*)(int, const char*, int, int, const short*, int, const char*,
-                                                  const char*, int, const char*, int, std::uint32_t*);
-    return Forward(Operation{&CAnalysisSupport::SubsetAndAddEx}, *this, arguments);
+    return NewTable(&CAnalysisSupport::SubsetAndAddEx, *this, code, name, variables, reserved, list, cases, names,
+                    longNames, longNameWidth, header, caseNameWidth, position);
 }
 
 short CAnalysisSupport::SubsetAndAddEx(int code, const char* name, int variables, int reserved, const short* list,
                                        int cases, const char* names, const char* longNames, int longNameWidth,
                                        const char* header, int caseNameWidth, std::uint32_t* position,
                                        const std::int32_t* places, const std::int32_t* sources, int categoricals) {
-    WriteNewTable(code, name, variables, reserved, list, cases, names, longNames, longNameWidth, header, caseNameWidth,
-                  position, Array(places, categoricals), Array(sources, categoricals), categoricals);
-    using Operation =
-        short (CAnalysisSupport::*)(int, const char*, int, int, const short*, int, const char*, const char*, int,
-                                    const char*, int, std::uint32_t*, const std::int32_t*, const std::int32_t*, int);
-    return Forward(Operation{&CAnalysisSupport::SubsetAndAddEx}, *this,
-                   {code, name, variables, reserved, list, cases, names, longNames, longNameWidth, header,
-                    caseNameWidth, position, places, sources, categoricals});
+    return NewTable(&CAnalysisSupport::SubsetAndAddEx, *this, code, name, variables, reserved, list, cases, names,
+                    longNames, longNameWidth, header, caseNameWidth, position, places, sources, categoricals);
 }
 
 short CAnalysisSupport::looka4(const double* data, const char* text, const signed char* columnFormats,
@@ -229,12 +223,11 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
     std::memcpy(counts, static_cast<const char*>(header) + 12, sizeof counts);
     Write(PointerText(reserved1), PointerText(reserved2), Array(counts, 2), *status1, *status2, *status3);
     TheCalls << '\n';
-    return Forward(
-        &CAnalysisSupport::looka4, *this,
-        {data,      text,        columnFormats,  columnNames,     columnLongNames, rowNames,    title,    rows,
-         columns,   rowCapacity, columnCapacity, headerOffset,    headerCount,     rowNameRoom, cellRoom, titleWidth,
-         titleMode, firstRow,    rowNameWidth,   columnNameWidth, cellWidth,       options,     reserved, reserved1,
-         reserved2, header,      status1,        status2,         status3});
+    return Forward(&CAnalysisSupport::looka4, *this,
+                   std::tie(data, text, columnFormats, columnNames, columnLongNames, rowNames, title, rows, columns,
+                            rowCapacity, columnCapacity, headerOffset, headerCount, rowNameRoom, cellRoom, titleWidth,
+                            titleMode, firstRow, rowNameWidth, columnNameWidth, cellWidth, options, reserved, reserved1,
+                            reserved2, header, status1, status2, status3));
 }
 
 short CAnalysisSupport::NewGeneralMultipleChartLongEx(
@@ -274,62 +267,14 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
           noteWidth, Array(seriesFlags, seriesCount), pointLabelRows, pointLabelWidth,
           Fields{pointLabels[0], pointLabelWidth, pointLabelWidth == 0 ? 0 : pointCounts[0]});
     TheCalls << '\n';
-    return Forward(&CAnalysisSupport::NewGeneralMultipleChartLongEx, *this,
-                   {info,
-                    chartFlags,
-                    seriesCount,
-                    seriesData,
-                    pointCounts,
-                    seriesKinds,
-                    seriesAttributesB,
-                    seriesAttributesC,
-                    seriesColors,
-                    seriesNames,
-                    seriesWidths,
-                    title,
-                    titleWidth,
-                    titleLines,
-                    xCaption,
-                    xCaptionLength,
-                    xCaptionLines,
-                    yCaption,
-                    yCaptionLength,
-                    yCaptionLines,
-                    yMin,
-                    yMax,
-                    yStep,
-                    xMin,
-                    xMax,
-                    xStep,
-                    xScaleText,
-                    xScaleWidth,
-                    xScaleValues,
-                    xScaleCount,
-                    secondXScaleText,
-                    secondXScaleWidth,
-                    secondXScaleValues,
-                    secondXScaleCount,
-                    yScaleText,
-                    yScaleWidth,
-                    yScaleValues,
-                    yScaleCount,
-                    extraScaleText,
-                    extraScaleWidth,
-                    extraScaleValues,
-                    extraScaleCount,
-                    optionA,
-                    optionA1,
-                    optionA2,
-                    optionB,
-                    optionB1,
-                    optionB2,
-                    optionC,
-                    optionC1,
-                    optionC2,
-                    noteBlock,
-                    noteWidth,
-                    seriesFlags,
-                    pointLabelRows,
-                    pointLabelWidth,
-                    pointLabels});
+    return Forward(
+        &CAnalysisSupport::NewGeneralMultipleChartLongEx, *this,
+        std::tie(info, chartFlags, seriesCount, seriesData, pointCounts, seriesKinds, seriesAttributesB,
+                 seriesAttributesC, seriesColors, seriesNames, seriesWidths, title, titleWidth, titleLines, xCaption,
+                 xCaptionLength, xCaptionLines, yCaption, yCaptionLength, yCaptionLines, yMin, yMax, yStep, xMin, xMax,
+                 xStep, xScaleText, xScaleWidth, xScaleValues, xScaleCount, secondXScaleText, secondXScaleWidth,
+                 secondXScaleValues, secondXScaleCount, yScaleText, yScaleWidth, yScaleValues, yScaleCount,
+                 extraScaleText, extraScaleWidth, extraScaleValues, extraScaleCount, optionA, optionA1, optionA2,
+                 optionB, optionB1, optionB2, optionC, optionC1, optionC2, noteBlock, noteWidth, seriesFlags,
+                 pointLabelRows, pointLabelWidth, pointLabels));
 }

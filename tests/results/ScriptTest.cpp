@@ -57,64 +57,32 @@ int Run(CDrillDown& analysis) {
     }
 }
 
+// clang-format off
+#define NAMED(Name) {#Name, Run<&CDrillDown::Name>}
 const std::map<std::string, int (*)(CDrillDown&)> Operations{
-    {"DDNDescriptive", Run<&CDrillDown::DDNDescriptive>},
-    {"RVSummary", Run<&CDrillDown::RVSummary>},
-    {"DDNFrequency", Run<&CDrillDown::DDNFrequency>},
-    {"RVFrequency", Run<&CDrillDown::RVFrequency>},
-    {"DDNSummary", Run<&CDrillDown::DDNSummary>},
-    {"DDNDatasheet", Run<&CDrillDown::DDNDatasheet>},
-    {"DDNSaveData", Run<&CDrillDown::DDNSaveData>},
-    {"DDNHistograms", Run<&CDrillDown::DDNHistograms>},
-    {"RVHistograms", Run<&CDrillDown::RVHistograms>},
-    {"DDNPiecharts", Run<&CDrillDown::DDNPiecharts>},
-    {"RVPiecharts", Run<&CDrillDown::RVPiecharts>},
-    {"DDNStackedplots", Run<&CDrillDown::DDNStackedplots>},
-    {"RVStackedplots", Run<&CDrillDown::RVStackedplots>},
-    {"RVBoxWhiker", Run<&CDrillDown::RVBoxWhiker>},
-    {"RVScatterPlot", Run<&CDrillDown::RVScatterPlot>},
-    {"RV3DHistograms", Run<&CDrillDown::RV3DHistograms>},
-    {"DDNGraphForBrushing", Run<&CDrillDown::DDNGraphForBrushing>},
-    {"DDNCloseBrushing", Run<&CDrillDown::DDNCloseBrushing>},
-};
-
+    NAMED(DDNDescriptive), NAMED(DDNFrequency), NAMED(DDNSummary), NAMED(RVSummary), NAMED(RVFrequency),
+    NAMED(DDNDatasheet), NAMED(DDNSaveData), NAMED(DDNHistograms), NAMED(RVHistograms), NAMED(DDNPiecharts),
+    NAMED(RVPiecharts), NAMED(DDNStackedplots), NAMED(RVStackedplots), NAMED(RVBoxWhiker), NAMED(RVScatterPlot),
+    NAMED(RV3DHistograms), NAMED(DDNGraphForBrushing), NAMED(DDNCloseBrushing)};
+#undef NAMED
+#define NAMED(Name) {#Name, Assign<&CDrillDown::Name>}
+#define SETTER(Name) {#Name, [](CDrillDown& a, double value) { a.Set##Name(static_cast<std::int16_t>(value)); }}
 const std::map<std::string, void (*)(CDrillDown&, double)> Members{
-    {"ValidVar", Assign<&CDrillDown::ValidVar>},
-    {"DataChanged", Assign<&CDrillDown::DataChanged>},
-    {"NoContinuous", Assign<&CDrillDown::NoContinuous>},
-    {"PlotMedianQuartileRange", Assign<&CDrillDown::PlotMedianQuartileRange>},
-    {"PlotMeanSEAndSD", Assign<&CDrillDown::PlotMeanSEAndSD>},
-    {"PlotMeanSD196TimesSD", Assign<&CDrillDown::PlotMeanSD196TimesSD>},
-    {"PlotMeanSE196TimesSE", Assign<&CDrillDown::PlotMeanSE196TimesSE>},
-    {"MD", [](CDrillDown& a, double flag) { a.SetMD(static_cast<std::int16_t>(flag)); }},
-    {"RVMD", [](CDrillDown& a, double flag) { a.SetRVMD(static_cast<std::int16_t>(flag)); }},
-    {"CountMD", [](CDrillDown& a, double flag) { a.SetCountMD(static_cast<std::int16_t>(flag)); }},
-    {"WM", [](CDrillDown& a, double flag) { a.SetWM(static_cast<std::int16_t>(flag)); }},
-    {"AllIsset", [](CDrillDown& a, double flag) { a.SetAllIsset(static_cast<int>(flag)); }},
-    {"Current", [](CDrillDown& a, double var) { a.SetCurrentDown(static_cast<std::int16_t>(var)); }},
-};
-
+    NAMED(ValidVar), NAMED(DataChanged), NAMED(NoContinuous), NAMED(PlotMedianQuartileRange), NAMED(PlotMeanSEAndSD),
+    NAMED(PlotMeanSD196TimesSD), NAMED(PlotMeanSE196TimesSE), SETTER(MD), SETTER(RVMD), SETTER(CountMD), SETTER(WM),
+    SETTER(AllIsset), SETTER(CurrentDown)};
+#undef NAMED
+#define NAMED(Name) {#Name, Assign<&Drill::Name>}
 const std::map<std::string, void (*)(Drill&, double)> Fields{
-    {"Method", Assign<&Drill::Method>},
-    {"Min", Assign<&Drill::Min>},
-    {"Max", Assign<&Drill::Max>},
-    {"Mean", Assign<&Drill::Mean>},
-    {"SumSquares", Assign<&Drill::SumSquares>},
-    {"ValidCount", Assign<&Drill::ValidCount>},
-    {"ValidWeight", Assign<&Drill::ValidWeight>},
-    {"MissingWeight", Assign<&Drill::MissingWeight>},
-    {"ChosenCategory", Assign<&Drill::ChosenCategory>},
-    {"VarType", Assign<&Drill::VarType>},
-    {"Isset", Assign<&Drill::Isset>},
-};
+    NAMED(Method), NAMED(Min), NAMED(Max), NAMED(Mean), NAMED(SumSquares), NAMED(ValidCount), NAMED(ValidWeight),
+    NAMED(MissingWeight), NAMED(ChosenCategory), NAMED(VarType), NAMED(Isset)};
+// clang-format on
 
 class Script : public ResultsBench, public testing::WithParamInterface<std::string> {
   protected:
     void Do(const std::string& line) {
         const auto [verb, rest] = Cut(line, " ");
-        const auto found = Verbs.find(verb);
-        ASSERT_NE(found, Verbs.end()) << verb;
-        found->second(rest);
+        Verbs.at(verb)(rest);
     }
     /// What an operation gives in one of the ways that the README lists.
     std::string Outcome(const std::string& line) {
@@ -138,7 +106,6 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
 
   private:
     quillara::Variable& Last() { return Input.Variables.back(); }
-    void OpenInput() { ResultsBench::Open(Input); }
     /// "x: Field value ...": numbers for fields of a record.
     void SetFields(const CDrillDown::DrillSet& set, const std::string& text) {
         const auto [name, fields] = Cut(text, ": ");
@@ -232,7 +199,7 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
          }},
         {"header", [this](auto& text) { Input.Header = text; }},
         {"case-names", [this](auto& text) { Input.CaseNames = Split(text, ','); }},
-        {"open", [this](auto&) { OpenInput(); }},
+        {"open", [this](auto&) { ResultsBench::Open(Input); }},
         {"weigh", [this](auto& name) { Weigh(name); }},
         {"choose", [this](auto& text) { Lists(text, &Script::Choose); }},
         {"review", [this](auto& text) { Lists(text, &Script::Review); }},
@@ -251,11 +218,30 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
         {"categories", [this](auto& text) { SetCategories(text); }},
         {"stale", [this](auto&) { Analysis().ReadAfterDrill(0); }},
         {"recount", [this](auto&) { Recount(); }},
+        {"select",
+         [this](auto& text) {
+             std::vector<CaseResult> cases;
+             std::ranges::transform(text, std::back_inserter(cases),
+                                    [](char mark) { return mark == '+' ? CaseResult::Use : CaseResult::Skip; });
+             Host().SetSelection(cases);
+         }},
+        {"shift", [](auto& text) { ShiftDataReads(NumberOf(text)); }},
+        {"refuse", [](auto& text) { RefuseWrite(std::stoi(text)); }},
+        {"answer",
+         [](auto& text) {
+             AnswerScatterplots(text.empty() ? std::nullopt : std::optional(static_cast<short>(std::stoi(text))));
+         }},
         {"pair", [this](auto& text) { Pair(text); }},
         {"translate", [](auto& text) { Translate(std::atoi(text.c_str()), text.empty() ? nullptr : "Uebersetzt"); }},
     };
     const std::map<std::string, std::function<std::string(const std::string&)>> Reports{
-        {"caption", [this](auto&) { return Caption(); }},
+        {"caption",
+         [this](auto&) {
+             std::string caption = Caption();
+             std::ranges::replace(caption, '\1', '~');  // begins a key
+             return caption;
+         }},
+        {"scatter-caption", [this](auto&) { return LongTextOf(Analysis().ScatterDrillString()); }},
         {"state", [this](auto&) { return State() + ", changed " + std::to_string(Analysis().DataChanged); }},
         {"long-label",
          [this](auto& arguments) {

@@ -7,9 +7,13 @@ namespace drilltest {
 
 class BrushingSearch : public ResultsBench {
   protected:
-    /// Keeps the documents that an analysis shows, in windows.
-    void KeepDocumentsOf(const DrillBench& bench) {
-        bench.Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
+    /// A variable to be brushed, whose documents are kept in windows.
+    void OpenInWindows() {
+        Open({Numbers("x", {1, 2})});
+        Choose({"x"});
+        Analysis().SetCurrentDown(1);
+        Kept.clear();
+        Host().Services.TakeDocument = [this](quillara::ResultDocument& shown) {
             Kept.push_back(CountedPointer<quillara::ResultDocument>::Share(&shown));
             shown.SetVisible(true);
         };
@@ -46,12 +50,8 @@ TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
         // clang-format on
     };
     for (const auto& each : cases) {
-        Open({Numbers("x", {1, 2})});
-        Choose({"x"});
-        Analysis().SetCurrentDown(1);
+        OpenInWindows();
         PlaceResults(each.Placement);
-        Kept.clear();
-        KeepDocumentsOf(*this);
         FailQuestion(0);
         each.WithGraph ? Analysis().DDNGraphForBrushing(nullptr) : Analysis().DDNHistograms(nullptr);
         Analysis().DDNFrequency(nullptr);
@@ -70,10 +70,7 @@ TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
 
 TEST_F(BrushingSearch, TakesAnOlderGraphAndOneOfAnotherAnalysis) {
     COutDocument* document = nullptr;
-    Open({Numbers("x", {1, 2})});
-    Choose({"x"});
-    Analysis().SetCurrentDown(1);
-    KeepDocumentsOf(*this);
+    OpenInWindows();
     EXPECT_EQ(Analysis().DDNGraphForBrushing(nullptr), 1);
     EXPECT_TRUE(Kept.at(0)->IsBrushable());
     Kept[0]->SetBrushable(false);

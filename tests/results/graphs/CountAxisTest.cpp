@@ -5,38 +5,22 @@
 namespace drilltest {
 
 TEST(NiceAxisMax, IsTheNextNumberAboveTheBarAndEndsSomewhere) {
-    struct Case {
-        double Highest;
-        std::int32_t Top;
+    const std::pair<std::int32_t, std::vector<double>> cases[] = {
+        // top, then the highest bars
+        {0, {Moved(0, 16), 0.2, Moved(0.5, -16)}},  // fractions below 0.5 are cut to 0
+        {1, {-1, 0, Moved(0, 15), Moved(0.5, -15), 0.5, 0.7, Moved(1, -16)}},
+        {2, {Moved(1, -15), 1}},  // a bar this near has reached the number
+        {5, {2}},
+        {20, {Moved(10, -15), 10}},
+        {50, {25}},
+        {100, {99.5}},
+        {200, {100}},
+        {2'000'000'000, {1e9, 1e300, Infinity}},
     };
-    // clang-format off
-    const Case cases[] = {
-        // Highest           Top
-        {-1,                  1},
-        {0,                   1},
-        {Moved(0, 15),        1},
-        {Moved(0, 16),        0},   // fractions below 0.5 are cut to 0
-        {0.2,                 0},
-        {Moved(0.5, -16),     0},
-        {Moved(0.5, -15),     1},
-        {0.5,                 1},
-        {0.7,                 1},
-        {Moved(1, -16),       1},
-        {Moved(1, -15),       2},   // a bar this near has reached the number
-        {1,                   2},
-        {2,                   5},
-        {Moved(10, -15),     20},
-        {10,                 20},
-        {25,                 50},
-        {99.5,              100},
-        {100,               200},
-        {1e9,     2'000'000'000},
-        {1e300,   2'000'000'000},
-        {Infinity, 2'000'000'000},
-    };
-    // clang-format on
-    for (const Case& each : cases) {
-        EXPECT_EQ(NiceAxisMax(each.Highest), each.Top) << each.Highest;
+    for (const auto& [top, bars] : cases) {
+        for (const double highest : bars) {
+            EXPECT_EQ(NiceAxisMax(highest), top) << highest;
+        }
     }
 }
 

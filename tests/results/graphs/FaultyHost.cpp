@@ -76,14 +76,9 @@ class Documents final : public Before<IDocumentCollection> {
     HRESULT GetCount(std::int32_t* count) override { return Fails() ? E_FAIL : Object->GetCount(count); }
     HRESULT GetItem(const VARIANT& index, IDispatch** item) override {
         const HRESULT status = Fails() ? E_FAIL : Object->GetItem(index, item);
-        if (Succeeded(status)) {
-            const auto held = CountedPointer<IDispatch>::Adopt(*item);
-            *item = held.Get();
-            if (auto graph = QueryFor<IGraph>(held.Get())) {
-                *item = new Graph(graph.Detach());
-            } else {
-                held->AddRef();
-            }
+        if (auto graph = Succeeded(status) ? QueryFor<IGraph>(*item) : CountedPointer<IGraph>()) {
+            (*item)->Release();
+            *item = new Graph(graph.Detach());
         }
         return status;
     }
