@@ -21,21 +21,18 @@ using quillara::ResultDocument;
 
 /// A dialog bench with auto-update on and its result documents as short texts. Documents are named by letters, in the
 /// order in which their windows are first seen.
-class OutputsTest : public DialogTest {
+class OutputsBench : public DialogBench {
   protected:
     void OpenAutoUpdated(std::vector<quillara::Variable> variables, const Names& drills) {
-        OnCall = nullptr;
         Seen.clear();
         DialogBench::Open(std::move(variables));
-        Host().Services.TakeDocument = [this](ResultDocument& document) { Routed.push_back(TextOf(document)); };
-        Host().Services.Trace = [this](std::string_view call) {
-            Calls += std::string(call) + "; ";
-            if (OnCall) {
-                OnCall(call);
-            }
-        };
+        TakeDocuments();
         Choose(drills);
         Click(AutoUpdateBox);
+    }
+    /// Has the documents that go the normal way told of in Routed.
+    void TakeDocuments() {
+        Host().Services.TakeDocument = [this](ResultDocument& document) { Routed.push_back(TextOf(document)); };
     }
 
     /// The documents in windows, the one in front last: letter, "-" for a minimized one, and content.
@@ -80,8 +77,6 @@ class OutputsTest : public DialogTest {
     }
 
     Names Routed;  ///< contents of the documents that went the normal way
-    std::string Calls;  ///< what the host has told of its calls
-    std::function<void(std::string_view call)> OnCall;
 
   private:
     std::string LetterOf(ResultDocument* document) {
@@ -94,5 +89,7 @@ class OutputsTest : public DialogTest {
 
     std::vector<CountedPointer<ResultDocument>> Seen;
 };
+
+class OutputsTest : public testing::Test, public OutputsBench {};
 
 }  // namespace dialogtest

@@ -43,7 +43,12 @@ void DialogBench::Open(quillara::DataTable table) {
     Data = std::move(table);
     Document = std::make_unique<quillara::AnalysisDocument>(Data);
     Document->Services.ShowMessage = [this](std::string_view text) { Messages.emplace_back(text); };
-    Document->Services.Trace = [this](std::string_view call) { Calls.emplace_back(call); };
+    Document->Services.Trace = [this](std::string_view call) {
+        Calls.emplace_back(call);
+        if (OnCall) {
+            OnCall(call);
+        }
+    };
     Document->Services.WorkIn = [this](Window& window) { return WorkIn(window); };
     Document->Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));
     ASSERT_TRUE(Document->RunSequence());

@@ -96,6 +96,7 @@ class DialogBench {
     std::string TextOf(int id) { return Startup().At(id).Text; }
     /// Calls of the dialog services since the last time, one "; " apart.
     std::string TakeTrace();
+    std::function<void(std::string_view call)> OnCall;  ///< told of each of them
     /// Messages shown since the last call.
     Names TakeMessages() { return std::exchange(Messages, {}); }
 
