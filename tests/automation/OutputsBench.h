@@ -65,6 +65,9 @@ class OutputsBench : public DialogBench {
     }
     /// "town: a 3, b 1": the last word of the title, and the rows with their first numbers.
     static std::string TextOf(const ResultDocument& document) {
+        if (document.Spreadsheet() == nullptr) {
+            return "graph";
+        }
         const quillara::SpreadsheetDocument& sheet = *document.Spreadsheet();
         std::ostringstream text;
         const std::string title = sheet.Title.empty() ? "empty" : sheet.Title.front();

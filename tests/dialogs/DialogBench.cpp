@@ -33,6 +33,40 @@ Answer Boundaries(std::string text) {
     };
 }
 
+namespace {
+
+std::string TextOf(const std::optional<RowRange>& range) {
+    std::ostringstream text;
+    if (range && range->Lower == range->Upper) {
+        text << " =" << range->Upper;
+    } else if (range) {
+        text << (range->HasLower ? " [" : " (") << range->Lower << ", " << range->Upper
+             << (range->HasUpper ? "]" : ")");
+    }
+    return text.str();
+}
+
+}  // namespace
+
+std::string CategoriesIn(Window& window) {
+    const Control& list = window.At(CategoryListControl);
+    EXPECT_EQ(list.ExtendedStyle, 33U);
+    EXPECT_EQ(list.Colour, 0xff0000U);
+    EXPECT_TRUE(window.At(CategoryVariableCaption).Colour.has_value());
+    std::string text = window.At(CategoryVariableCaption).Text + ':';
+    for (const quillara::ReportColumn& column : list.Columns) {
+        text += ' ' + column.Heading + ' ' + std::to_string(column.Width);
+    }
+    for (std::size_t row = 0; row < list.ReportRows.size(); ++row) {
+        text += list.Selected == static_cast<int>(row) ? "; >" : ";";
+        for (const std::string& cell : list.ReportRows[row].Cells) {
+            text += ' ' + cell;
+        }
+        text += TextOf(list.ReportRows[row].Range);
+    }
+    return text;
+}
+
 DialogBench::~DialogBench() {
     Document.reset();
     EXPECT_TRUE(Answers.empty()) << Answers.size() << " answers left: no such window has opened";
@@ -122,6 +156,13 @@ void DialogBench::Down(std::string_view variable, const std::string& category) {
 void DialogBench::Up(std::string_view row) {
     PickUp(row);
     Click(UpButton);
+}
+
+void DialogBench::Focus(const std::string& variable) {
+    Analysis().SetCurrentDown(Number(variable));
+    Analysis().ReadAfterDrill(0);
+    Analysis().ReadBeforeDrill(0);
+    Analysis().SetSelected(-1);
 }
 
 std::int64_t DialogBench::Command(int id) {

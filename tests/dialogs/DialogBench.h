@@ -42,6 +42,10 @@ inline Answer Cancel() {
     return Press(2);
 }
 
+/// "s: Category 120 Count 60; > one 2 =1; Missing 1": the variable of the category dialog, the columns with their
+/// widths, and the rows with their values; ">" marks the selected row.
+std::string CategoriesIn(quillara::Window& window);
+
 /// The startup dialog of the real module on the real host, over a small table: what a user does, and what is seen then
 /// as short texts.
 class DialogBench {
@@ -79,6 +83,8 @@ class DialogBench {
     void Up(std::string_view row);
     /// Defines the weight variable and switches the weights on.
     void Weigh(const std::string& name);
+    /// Makes a variable the current one, with fresh counts.
+    void Focus(const std::string& variable);
     /// Sends the dialog the command of a control, also of one that can't be clicked. Gives its result.
     std::int64_t Command(int id);
 

@@ -1,12 +1,15 @@
 // Runs the scripts in tests/dialogs; the README there tells how they are written.
 
 #include <algorithm>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <sstream>
 
+#include "dialogs/CategorySelectionDlg.h"
+#include "host/Brushing.h"
 #include "tests/Locations.h"
 #include "tests/automation/OutputsBench.h"
 
@@ -84,6 +87,24 @@ const std::vector<Group> Groups{
     {"always", {9080, 9109, 9051, 9110, 9113, 9107, 9106, 2, 10710, 9050}},
 };
 
+/// The last word of a document's title.
+std::string TitleOf(const ResultDocument& document) {
+    const quillara::GraphDocument* graph = document.Graph();
+    const std::string title = graph != nullptr ? graph->Title.front() : document.Spreadsheet()->Title.front();
+    return title.substr(title.rfind(' ') + 1);
+}
+
+/// "a 1:2 Missing:1; ": the bars of a brushing graph with their counts, and "up" when drilling up is an option.
+std::string CycleOf(quillara::BrushingRun& run) {
+    std::string text = TitleOf(run.Document);
+    for (const BrushRegion& region : run.Regions.Regions()) {
+        const std::size_t name = region.Tip.find(' ') + 1;
+        const std::size_t count = region.Tip.rfind(' ') + 1;
+        text += " " + region.Tip.substr(name, region.Tip.find('\n') - name) + ":" + region.Tip.substr(count);
+    }
+    return text + (run.Options.size() > 1 ? " up; " : "; ");
+}
+
 /// Does the lines of a script and compares what they expect.
 class Script : public OutputsBench {
   public:
@@ -116,8 +137,12 @@ class Script : public OutputsBench {
         return what == "category"     ? Category(rest)
                : what == "boundaries" ? dialogtest::Boundaries(rest)
                : what == "variables"  ? Chosen(rest)
-               : what == "ok"         ? Ok()
-                                      : Cancel();
+               : what == "row"
+                   ? Answer([row = rest](auto& window) { window.ClickRow(CategoryListControl, std::stoi(row)); })
+               : what == "double"
+                   ? Answer([row = rest](auto& window) { window.DoubleClickRow(CategoryListControl, std::stoi(row)); })
+               : what == "ok" ? Ok()
+                              : Cancel();
     }
     /// "9056: category 2 / cancel": an id, and answers.
     void PressWith(const std::string& text) {
@@ -176,6 +201,65 @@ class Script : public OutputsBench {
         std::ranges::transform(Ids(ids), std::back_inserter(texts), [this](int id) { return DialogBench::TextOf(id); });
         return Joined(texts);
     }
+    /// "1:0 -1:1": picks a bar, from 0, or none, and an option (0: down, 1: up), a cycle each, then leaves.
+    std::string Brushed(const std::string& picks, const std::function<std::string(quillara::BrushingRun&)>& show) {
+        const Names all = Words(picks);
+        std::deque<std::string> left(all.begin(), all.end());
+        std::string cycles;
+        Host().Services.Brush = [&](quillara::BrushingRun& run) {
+            cycles += show(run);
+            if (left.empty()) {
+                return false;
+            }
+            run.Regions.setSelected(std::stoi(left.front()));
+            run.Choice = std::stoi(Split(left.front(), ":").second);
+            left.pop_front();
+            return true;
+        };
+        Click(BrushButton);
+        EXPECT_TRUE(left.empty()) << left.size() << " picks left";
+        return cycles;
+    }
+    /// "9060.1 a": the documents in windows.
+    std::string Titles() {
+        std::string text;
+        for (const ResultDocument* document : Host().Documents().InWindows()) {
+            text += std::to_string(document->Origin().Command) + "." + std::to_string(document->Origin().Sequence) +
+                    " " + TitleOf(*document) + " ";
+        }
+        return text;
+    }
+    /// Makes categories by a method, of three intervals, steps of two, or with the boundary 3.
+    void Categorize(const std::string& text) {
+        Drill& record = Record(Split(text, " ").first);
+        record.Method = static_cast<std::int16_t>(std::stoi(Split(text, " ").second));
+        record.ExactCount = record.NeatCount = 3;
+        record.StepSize = 2;
+        record.UserInterv[0] = 3;
+        record.NU = 1;
+        record.RebuildCategories();
+    }
+    /// Opens the category dialog and answers it. Gives its result and what is selected then.
+    std::string Asked(Answer answer) {
+        Expect(std::move(answer));
+        const auto result = CategorySelectionDlg(Analysis()).DoModal(Analysis().GetLibInstance());
+        return std::to_string(result) + " " + std::to_string(Analysis().GetSelected());
+    }
+    std::string Categories() {
+        std::string text;
+        Asked([&](quillara::Window& window) { text = CategoriesIn(window); });
+        return text;
+    }
+    /// Gives the first category of a variable, or all when told so, a count.
+    void Count(const std::string& text) {
+        const auto [variable, count] = Split(text, " ");
+        for (const ::Categories& category : Record(variable).CategorySet) {
+            Editable(category).Count = std::stod(count);
+            if (!count.ends_with(" all")) {
+                break;
+            }
+        }
+    }
     void TypeInto(const std::string& text) {
         const auto [id, number] = Split(text, " ");
         TypeNumber(std::stoi(id), std::stod(number));
@@ -211,6 +295,11 @@ class Script : public OutputsBench {
         {"end",       [this](Text)      { Analysis().BeforeClose(); }},
         {"next",      [this](Text text) { Analysis().SetNextOutputID(static_cast<unsigned>(Ids(text)[0]), static_cast<unsigned>(Ids(text)[1])); }},
         {"when",      [this](Text text) { When(text); }},
+        {"focus",     [this](Text text) { Focus(text); }},
+        {"nobody",    [this](Text)      { Analysis().SetCurrentDown(-1); }},
+        {"intervals", [this](Text text) { Categorize(text); }},
+        {"count",     [this](Text text) { Count(text); }},
+        {"missing",   [this](Text text) { Analysis().SetCountMD(static_cast<std::int16_t>(std::stoi(text))); }},
         {"fail",      [this](Text text) { Host().FailAllocation(std::stoi(text)); }},
         {"frequency", [this](Text)      { Analysis().DDNFrequency(nullptr); }},
     };
@@ -231,6 +320,11 @@ class Script : public OutputsBench {
         {"messages",  [this](Text)      { return Joined(TakeMessages()); }},
         {"send",      [this](Text text) { return std::to_string(Startup().SendCommand(std::stoi(text))); }},
         {"command",   [this](Text text) { return std::to_string(Command(std::stoi(text))); }},
+        {"brush",     [this](Text text) { return Brushed(text, CycleOf); }},
+        {"brushing",  [this](Text text) { return Brushed(text, [this](auto&) { return Titles() + "; "; }); }},
+        {"titles",    [this](Text)      { return Titles(); }},
+        {"categories", [this](Text)     { return Categories(); }},
+        {"ask",       [this](Text text) { return Asked(AnswerOf(text)); }},
         {"windows",   [this](Text)      { return Windows(); }},
         {"letters",   [this](Text)      { return Letters(); }},
         {"tracked",   [this](Text)      { return Tracked(); }},
