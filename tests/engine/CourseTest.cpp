@@ -35,9 +35,17 @@ double ValueOf(const std::string& word) {
                                         : Moved(std::stod(word), std::stoll(word.substr(units + 1)));
 }
 
+/// The values of the words from one on; "0..9" are the whole numbers from 0 to 9.
 std::vector<double> ValuesOf(const Words& words, std::size_t from) {
-    std::vector<double> values(words.size() - from);
-    std::transform(words.begin() + static_cast<std::ptrdiff_t>(from), words.end(), values.begin(), ValueOf);
+    std::vector<double> values;
+    for (std::size_t i = from; i < words.size(); ++i) {
+        const std::size_t dots = words[i].find("..");
+        const double last = ValueOf(dots == std::string::npos ? words[i] : words[i].substr(dots + 2));
+        values.push_back(dots == std::string::npos ? last : ValueOf(words[i].substr(0, dots)));
+        while (values.back() < last) {
+            values.push_back(values.back() + 1);
+        }
+    }
     return values;
 }
 
@@ -141,6 +149,47 @@ std::string NameOf(const DrillBench& bench, int var) {
     return exists ? bench.Analysis().VariableDisplayName(static_cast<std::int16_t>(var)) : std::to_string(var);
 }
 
+/// The names of the categories, between bars.
+std::string CategoryNames(const Drill& record) {
+    return std::accumulate(record.CategorySet.begin(), record.CategorySet.end(), std::string("|"),
+                           [](auto text, auto& category) { return text + category.Name + '|'; });
+}
+
+void SetHistograms(CDrillDown& analysis, const VariableLists& lists) {
+    analysis.FirstVarCount = static_cast<std::int16_t>(lists.First.size());
+    analysis.SecondVarCount = static_cast<std::int16_t>(lists.Second.size());
+    std::copy(lists.First.begin(), lists.First.end(), analysis.FirstVarList);
+    std::copy(lists.Second.begin(), lists.Second.end(), analysis.SecondVarList);
+}
+
+/// "a b / c": the lists of the 3D histograms.
+std::string HistogramText(const DrillBench& bench) {
+    const CDrillDown& analysis = bench.Analysis();
+    const auto names = [&](const std::int16_t* list, int count) {
+        return std::accumulate(list, list + count, std::string(),
+                               [&](const std::string& text, int var) { return text + NameOf(bench, var) + ' '; });
+    };
+    return names(analysis.FirstVarList, analysis.FirstVarCount) + "/ " +
+           names(analysis.SecondVarList, analysis.SecondVarCount);
+}
+
+/// "1: 0 8 0 9 10": the method of the current record, its type and parameters.
+std::string Parameters(const CDrillDown& analysis) {
+    int type = -1, count = -1, atMin = -1;
+    double step = -1, start = -1;
+    std::ostringstream text;
+    text << analysis.GetDrillMethod(type, count, atMin, step, start) << ": ";
+    text << type << ' ' << count << ' ' << atMin << ' ' << step << ' ' << start;
+    return text.str();
+}
+
+/// How many messages were shown since the last time; all tell that memory is short.
+std::size_t Told(DrillBench& bench) {
+    const Names messages = bench.TakeMessages();
+    EXPECT_EQ(messages, Names(messages.size(), NotEnoughMemory));
+    return messages.size();
+}
+
 void SetCounts(Drill& record, const std::vector<double>& counts) {
     record.CategorySet.clear();
     for (const double count : counts) {
@@ -224,7 +273,6 @@ const std::map<std::string, Verb> Verbs{
     {"squares",   [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).SumSquares; }},
     {"min",       [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).Min; }},
     {"max",       [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).Max; }},
-    {"chosen",    [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).ChosenCategory; }},
     {"order",     [](Bench& b, const Words&) { return OrderText(b.Analysis()); }},
     {"current",   [](Bench& b, const Words&) { return NameOf(b, b.Analysis().GetCurrentDown()) + ' ' + NameOf(b, b.Analysis().GetCurrentUp()); }},
     {"shown",     [](Bench& b, const Words&) { return b.Analysis().GetCurrentDrillUpName() + NameOf(b, b.Analysis().GetCurrentDrillUp()) + b.Analysis().GetCurrentVariableName() + NameOf(b, b.Analysis().GetCurrentDrillDown()); }},
@@ -234,7 +282,19 @@ const std::map<std::string, Verb> Verbs{
     {"first-reviewed", [](Bench& b, const Words&) { return NameOf(b, b.Analysis().AllReviewVars[0]); }},
     {"selected",  [](Bench& b, const Words& w) { return b.Analysis().SelectedVariable(b.Number(w.at(0))); }},
     {"settings",  [](Bench& b, const Words&) { return std::to_string(b.Analysis().GetWM()) + ' ' + std::to_string(b.Analysis().GetCountMD()) + ' ' + std::to_string(b.Analysis().DataChanged); }},
-    {"messages",  [](Bench& b, const Words&) { return b.TakeMessages().size(); }},
+    {"messages",  [](Bench& b, const Words&) { return Told(b); }},
+    {"fail",      [](Bench& b, const Words& w) { b.Host().FailAllocation(FirstNumber(w)); }},
+    {"live",      [](Bench& b, const Words&) { return b.Host().LiveAllocations(); }},
+    {"start",     [](Bench& b, const Words&) { return b.Host().RunSequence(); }},
+    {"names",     [](Bench& b, const Words& w) { return CategoryNames(RecordOf(b, w.at(0))); }},
+    {"histograms", [](Bench& b, const Words& w) { SetHistograms(b.Analysis(), *ListsOf(b, w)); }},
+    {"histograms?", [](Bench& b, const Words&) { return HistogramText(b); }},
+    {"parameters", [](Bench& b, const Words&) { return Parameters(b.Analysis()); }},
+    {"add",       [](Bench& b, const Words& w) { return b.Analysis().AddCategories(ValueOf(w.at(1)), b.Number(w[0]), 0.5); }},
+    {"take-over", [](Bench& b, const Words& w) { b.Analysis().NumOfCases = FirstNumber(w); return b.Analysis().SetNumOfCases(); }},
+    {"rename",    [](Bench& b, const Words& w) { Editable(*RecordOf(b, w.at(0)).CategorySet.begin()).Name = w.at(1); }},
+    {"missing",   [](Bench& b, const Words&) { return b.Analysis().GetCurrentMCount(); }},
+    {"change-nothing", [](Bench& b, const Words&) { return b.Analysis().SetCurrentCategories(1, 2, 3, 4, 5); }},
 };
 // clang-format on
 
@@ -247,6 +307,9 @@ struct Course {
         Words words = Split(line.substr(0, arrow), ' ');
         if (const auto equals = std::find(words.begin(), words.end(), "="); equals != words.end()) {
             return TakeColumn(words, equals);
+        }
+        if (words.at(0) == "label" || words[0] == "kind") {
+            return Describe(words[1], line.substr(line.find(words[1])));
         }
         if (!std::exchange(IsOpen, true)) {
             Bench.Open(std::exchange(Columns, {}));
@@ -264,6 +327,16 @@ struct Course {
         const std::vector<double> values = ValuesOf({equals + 1, words.end()}, 0);
         Columns.push_back(equals == words.begin() + 1 ? Numbers(words[0], values)
                                                       : RawNumbers(words[0], values, ValueOf(words[1])));
+    }
+
+    /// "label 1 Male", "kind Date": of the variable before.
+    void Describe(const std::string& word, const std::string& rest) {
+        using enum quillara::ValueKind;
+        if (word == "Date" || word == "TimeOfDay") {
+            Columns.back().Kind = word == "Date" ? Date : TimeOfDay;
+        } else {
+            Columns.back().Labels[ValueOf(word)] = {rest.substr(word.size() + 1), ""};
+        }
     }
 
     DrillBench Bench;

@@ -48,56 +48,6 @@ TEST_F(Members, TellWhereAVariableStands) {
     EXPECT_EQ(missingIn(0), 0);
 }
 
-TEST_F(Members, OfTheCurrentRecordAreItsWeightsAndParameters) {
-    Analysis().SetCurrentDown(Number("a"));
-    EXPECT_EQ(Analysis().GetCurrentMCount(), 2.5);
-    Drill& record = Record("x");
-    record.ExactCount = 7;
-    record.NeatCount = 8;
-    record.StepSize = 9;
-    record.StepStart = 10;
-    record.StartAtMin = 0;
-    Analysis().SetCurrentDown(Number("x"));
-    for (int method = 0; method <= 5; ++method) {
-        record.Method = method;
-        int type = -1, count = -1, atMin = -1;
-        double step = -1, start = -1;
-        EXPECT_EQ(Analysis().GetDrillMethod(type, count, atMin, step, start), method);
-        const std::vector<double> given{double(type), double(count), double(atMin), step, start};
-        EXPECT_EQ(given, (std::vector<double>{1, method == 1 ? 7.0 : 8.0, 0, 9, 10}));
-    }
-}
-
-TEST_F(Members, CountAValueAndTakeOverTheNumberOfCases) {
-    Record("x").CategorySet = {{1, 0, 2, "", 1}, {1, 0, 3, "", 2}};
-    const auto counts = [this](std::int32_t method) {
-        Record("x").Method = method;
-        for (const double value : {0.0, 2.0, 3.0, 4.0}) {  // below the first interval, on two bounds, above the last
-            EXPECT_EQ(Analysis().AddCategories(value, Number("x"), 0.5), 1);
-        }
-        return Open("x");
-    };
-    EXPECT_EQ(counts(UserIntervals), "x: n=4 w=5.5 mean=2.63636 [:1 :0.5] missing 0");
-    EXPECT_EQ(counts(StepIntervals), "x: n=4 w=5.5 mean=2.63636 [:1.5 :1] missing 0");
-    EXPECT_EQ(Analysis().AddCategories(1, 99, 1), 1);
-    Analysis().NumOfCases = 9;
-    EXPECT_EQ(Analysis().SetNumOfCases(), 1);
-    EXPECT_EQ(Record("a").ValidCount + Record("x").ValidCount, 18);
-}
-
-TEST_F(Members, KeepTheNamesOfReviewsInARecountAndSettingCategoriesChangesNothing) {
-    for (const CDrillDown::DrillSet* set : {Analysis().DrillDowns, Analysis().Reviews}) {
-        Editable(*set->begin()->CategorySet.begin()).Name = "kept";
-    }
-    Recount();
-    EXPECT_EQ(Open("a") + Reviewed("r"),
-              "a: n=3 mean=1.33333 [1:2 2:1] missing 2.5r: n=3 w=4.5 mean=1 [kept:4.5] missing 1");
-    const std::string before = Open("a") + Open("x") + Reviewed("r");
-    EXPECT_EQ(Analysis().SetCurrentCategories(1, 2, 3, 4, 5), 1);
-    EXPECT_EQ(Open("a") + Open("x") + Reviewed("r"), before);
-    EXPECT_EQ(Analysis().GetSelected(), -1);
-}
-
 TEST_F(Members, AskForVariablesUnderTheirTitles) {
     std::string asked;
     Host().Services.WorkIn = [&](quillara::Window& window) {

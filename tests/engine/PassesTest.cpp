@@ -10,17 +10,6 @@ namespace drilltest {
 class Passes : public DrillTest {};
 ON_EVERY_ROAD(Passes);
 
-TEST_P(Passes, GiveUpAFullSetWhateverValueComes) {
-    std::vector<double> values(2048);
-    std::iota(values.begin(), values.end(), 0.0);
-    Open({Numbers("x", values)});
-    Choose({"x"});
-    EXPECT_EQ(Record("x").CategorySet.size(), 2048U);
-    Recount();
-    EXPECT_EQ(Open("x"), "x: n=2048 mean=1023.5 [] missing 0") << "the first value meets a full set";
-    EXPECT_EQ(Record("x").Method, NeatIntervals);
-}
-
 TEST_P(Passes, EndTheProgressBehindNamingAndBuildingAndBeforeACancelTakesTheRecords) {
     Open({Numbers("s", {1, 2}), Numbers("x", {0, 8})});
     Names seen;
