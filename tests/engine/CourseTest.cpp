@@ -183,6 +183,14 @@ std::string Parameters(const CDrillDown& analysis) {
     return text.str();
 }
 
+/// "drills" or "reviews" or both: whose casewise deletion takes a case in which only this variable is missing.
+std::string DeletedFor(const DrillBench& bench, const std::string& name) {
+    std::vector<double> values(static_cast<std::size_t>(bench.Analysis().Table.Variables) + 1, 1.0);
+    bench.Analysis().getmd5(bench.Number(name), &values[static_cast<std::size_t>(bench.Number(name))]);
+    return std::string(bench.Analysis().SetMissingData(values.data()) == 1 ? "drills" : "") +
+           (bench.Analysis().MDReviews(values.data()) == 1 ? "reviews" : "");
+}
+
 /// How many messages were shown since the last time; all tell that memory is short.
 std::size_t Told(DrillBench& bench) {
     const Names messages = bench.TakeMessages();
@@ -273,6 +281,7 @@ const std::map<std::string, Verb> Verbs{
     {"squares",   [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).SumSquares; }},
     {"min",       [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).Min; }},
     {"max",       [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).Max; }},
+    {"chosen",    [](Bench& b, const Words& w) { return RecordOf(b, w.at(0)).ChosenCategory; }},
     {"order",     [](Bench& b, const Words&) { return OrderText(b.Analysis()); }},
     {"current",   [](Bench& b, const Words&) { return NameOf(b, b.Analysis().GetCurrentDown()) + ' ' + NameOf(b, b.Analysis().GetCurrentUp()); }},
     {"shown",     [](Bench& b, const Words&) { return b.Analysis().GetCurrentDrillUpName() + NameOf(b, b.Analysis().GetCurrentDrillUp()) + b.Analysis().GetCurrentVariableName() + NameOf(b, b.Analysis().GetCurrentDrillDown()); }},
@@ -281,6 +290,9 @@ const std::map<std::string, Verb> Verbs{
     {"reviews",   [](Bench& b, const Words&) { return b.Analysis().GetDrillReviewsSize(); }},
     {"first-reviewed", [](Bench& b, const Words&) { return NameOf(b, b.Analysis().AllReviewVars[0]); }},
     {"selected",  [](Bench& b, const Words& w) { return b.Analysis().SelectedVariable(b.Number(w.at(0))); }},
+    {"categorical", [](Bench& b, const Words& w) { return b.Analysis().IsCategoricalVariable(b.Number(w.at(0))); }},
+    {"deleted-for", [](Bench& b, const Words& w) { return DeletedFor(b, w.at(0)); }},
+    {"polls",     [](Bench& b, const Words&) { return b.Polls(); }},
     {"settings",  [](Bench& b, const Words&) { return std::to_string(b.Analysis().GetWM()) + ' ' + std::to_string(b.Analysis().GetCountMD()) + ' ' + std::to_string(b.Analysis().DataChanged); }},
     {"messages",  [](Bench& b, const Words&) { return Told(b); }},
     {"fail",      [](Bench& b, const Words& w) { b.Host().FailAllocation(FirstNumber(w)); }},

@@ -102,20 +102,6 @@ TEST_P(Reordering, OfSmallSetsFollowsEveryRequest) {
     }
 }
 
-TEST_P(Reordering, ChangesNothingButTheOrder) {
-    Fill(3);
-    const std::int32_t category = Set().begin()->ChosenCategory;
-    Analysis().SetCurrentDown(2);
-    CancelAt(0);
-    Reorder({2, 0, 1}, 3);
-    EXPECT_EQ(Polls(), 0) << "no case is read";
-    EXPECT_EQ(Analysis().GetCurrentDown(), 2);
-    EXPECT_EQ(RecordIn(Set(), "A").ChosenCategory, category);
-    EXPECT_FALSE(RecordIn(Set(), "A").CategorySet.empty());
-    Set().clear();
-    EXPECT_EQ(Reorder({}, 0), 1);
-}
-
 }  // namespace
 
 }  // namespace drilltest
