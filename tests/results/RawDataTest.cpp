@@ -15,15 +15,10 @@ bool Keeps(const Drill& step, const quillara::Variable& variable, double x) {
         return variable.IsMissing(x);
     }
     const Categories& kept = *std::next(step.CategorySet.begin(), step.ChosenCategory);
-    switch (step.Method) {
-        case DistinctValues:
-        case IntegerCategories:
-            return x == kept.Upper;
-        case StepIntervals:
-            return !(x >= kept.Upper || x < kept.Lower);
-        default:
-            return !(x > kept.Upper || x <= kept.Lower);
+    if (step.Method == DistinctValues || step.Method == IntegerCategories) {
+        return x == kept.Upper;
     }
+    return step.Method == StepIntervals ? !(x >= kept.Upper || x < kept.Lower) : !(x > kept.Upper || x <= kept.Lower);
 }
 
 class RawData : public ResultsBench {

@@ -15,13 +15,11 @@
 #include "engine/DrillDown.h"
 #include "workbench/hosting/LongTexts.h"
 
+using drilltest::HostAnswers;
+
 namespace {
 
 std::ostringstream TheCalls;
-int WritesUntilRefusal = 0;
-std::optional<short> ScatterStatus;
-double DataShift = 0.0;
-std::pair<int, const char*> Translation{0, nullptr};
 bool Forwarding = false;  // the host's operations may call one another
 
 /// The host's own operation.
@@ -88,10 +86,6 @@ void Write(const Arguments&... arguments) {
     ((TheCalls << ' ' << arguments), ...);
 }
 
-const char* PointerText(const void* pointer) {
-    return pointer == nullptr ? "null" : "given";
-}
-
 template <typename... Columns>
 short NewTable(short (CAnalysisSupport::*own)(int, const char*, int, int, const short*, int, const char*, const char*,
                                               int, const char*, int, std::uint32_t*, Columns...),
@@ -116,35 +110,15 @@ short NewTable(short (CAnalysisSupport::*own)(int, const char*, int, int, const 
 
 }  // namespace
 
-namespace drilltest {
-
-std::string TakeCalls() {
+std::string drilltest::TakeCalls() {
     return std::exchange(TheCalls, {}).str();
 }
-
-void AnswerScatterplots(std::optional<short> status) {
-    ScatterStatus = status;
-}
-
-void RefuseWrite(int call) {
-    WritesUntilRefusal = call;
-}
-
-void ShiftDataReads(double shift) {
-    DataShift = shift;
-}
-
-void Translate(int id, const char* text) {
-    Translation = {id, text};
-}
-
-}  // namespace drilltest
 
 int CAnalysisSupport::cstart(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
     const int result = Forward(&CAnalysisSupport::cstart, *this, {caseNumber, values, weighted, weight, tag});
     const int variables = static_cast<const CDrillDown*>(this)->Table.Variables;
-    for (int var = 1; DataShift != 0.0 && var <= variables; ++var) {
-        values[var] += DataShift;
+    for (int var = 1; HostAnswers::DataShift != 0.0 && var <= variables; ++var) {
+        values[var] += HostAnswers::DataShift;
     }
     return result;
 }
@@ -153,7 +127,7 @@ const char* CAnalysisSupport::GetResourceString(int id) {
     using Operation = const char* (*)(CAnalysisSupport*, int);
     static const auto hosts =
         reinterpret_cast<Operation>(dlsym(RTLD_NEXT, "_ZN16CAnalysisSupport17GetResourceStringEi"));  // it is virtual
-    return Translation.second != nullptr && id == Translation.first ? Translation.second : hosts(this, id);
+    return id == HostAnswers::TranslatedText ? "Translated" : hosts(this, id);
 }
 
 void CAnalysisSupport::dsplst(int length, const char* text) {
@@ -169,15 +143,16 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int reserve
                                                const double* reserved4, const char* caseLine, CaseFilter filter,
                                                const std::string& title) {
     TheCalls << "Scatterplots " << flags << ' ' << title << '\n';
-    return ScatterStatus ? *ScatterStatus
-                         : Forward(&CAnalysisSupport::CorrelationScatterplot, *this,
-                                   {flags, reserved1, count, variables, secondCount, secondVariables, reserved2,
-                                    reserved3, reserved4, caseLine, filter, title});
+    return HostAnswers::Scatterplots ? *HostAnswers::Scatterplots
+                                     : Forward(&CAnalysisSupport::CorrelationScatterplot, *this,
+                                               {flags, reserved1, count, variables, secondCount, secondVariables,
+                                                reserved2, reserved3, reserved4, caseLine, filter, title});
 }
 
 int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {
-    return --WritesUntilRefusal == 0 ? 1
-                                     : Forward(&CAnalysisSupport::PutDataF, *this, {table, bytes, position, length});
+    return --HostAnswers::WritesUntilRefusal == 0
+               ? 1
+               : Forward(&CAnalysisSupport::PutDataF, *this, {table, bytes, position, length});
 }
 
 void CAnalysisSupport::MatClo(short table) {
@@ -221,7 +196,8 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
           titleMode, firstRow, rowNameWidth, columnNameWidth, cellWidth, options, reserved);
     std::uint16_t counts[2];
     std::memcpy(counts, static_cast<const char*>(header) + 12, sizeof counts);
-    Write(PointerText(reserved1), PointerText(reserved2), Array(counts, 2), *status1, *status2, *status3);
+    Write(reserved1 == nullptr ? "null" : "given", reserved2 == nullptr ? "null" : "given", Array(counts, 2), *status1,
+          *status2, *status3);
     TheCalls << '\n';
     return Forward(&CAnalysisSupport::looka4, *this,
                    std::tie(data, text, columnFormats, columnNames, columnLongNames, rowNames, title, rows, columns,

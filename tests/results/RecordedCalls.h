@@ -9,16 +9,12 @@ namespace drilltest {
 /// of arguments a line.
 std::string TakeCalls();
 
-/// What the host gives for a scatterplot matrix from now on, which isn't made then; nothing: its own status.
-void AnswerScatterplots(std::optional<short> status);
-
-/// Has the n-th write into a new table refused from now on; 0: none.
-void RefuseWrite(int call);
-
-/// How much is added to all values that the host reads as data from now on.
-void ShiftDataReads(double shift);
-
-/// The text of the module's string table that stands in place of that of an id from now on; null: none does.
-void Translate(int id, const char* text);
+/// What the host answers from now on in place of its own.
+struct HostAnswers {
+    static inline std::optional<short> Scatterplots;  ///< to a scatterplot matrix, which isn't made then
+    static inline int WritesUntilRefusal = 0;  ///< the write into a new table that is refused; 0: none
+    static inline double DataShift = 0.0;  ///< what is added to all values read as data
+    static inline int TranslatedText = 0;  ///< id of the text in place of which "Translated" stands; 0: none
+};
 
 }  // namespace drilltest

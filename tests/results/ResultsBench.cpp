@@ -83,9 +83,8 @@ std::string AboutOf(const quillara::ResultDocument& document) {
     std::string text = about.Side == ResultSide::Drill ? "drill" : about.Side == ResultSide::Review ? "review" : "?";
     for (const auto& variable : about.Variables) {
         text += ' ' + std::to_string(variable.Number);
-        const char* separator = " ";
         for (const std::string& name : variable.Categories) {
-            text += std::exchange(separator, ",") + name;
+            text += (&name == &variable.Categories.front() ? " " : ",") + name;
         }
         text += variable.HasMissing ? "+" : "";
     }

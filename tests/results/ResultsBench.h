@@ -40,8 +40,6 @@ class ResultsBench : public testing::Test, public DrillBench {
     void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
 
     std::string TakeShown() { return std::exchange(Shown, {}); }
-    /// What a result shows, or "refused".
-    std::string Show(Result result) { return (Analysis().*result)(nullptr) == 1 ? TakeShown() : "refused"; }
     std::string Caption() { return LongTextOf(Analysis().DrillString()); }
 
     std::string Shown, Said;

@@ -80,10 +80,7 @@ const std::map<std::string, void (*)(Drill&, double)> Fields{
 
 class Script : public ResultsBench, public testing::WithParamInterface<std::string> {
   protected:
-    void Do(const std::string& line) {
-        const auto [verb, rest] = Cut(line, " ");
-        Verbs.at(verb)(rest);
-    }
+    void Do(const std::string& line) { Verbs.at(Cut(line, " ").first)(Cut(line, " ").second); }
     /// What an operation gives in one of the ways that the README lists.
     std::string Outcome(const std::string& line) {
         const auto [way, command] = Cut(line, " ");
@@ -147,10 +144,9 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
             run.Choice = picks[1];
             return true;
         };
-        constexpr int untouched = 77;
-        int item = untouched;
-        int action = untouched;
-        Analysis().SetSelected(untouched);
+        int item = 77;  // stands for untouched
+        int action = 77;
+        Analysis().SetSelected(77);
         const int result = Analysis().DDNBrushing(&item, &action);
         text << result << ' ' << item << ' ' << action << ", row " << Analysis().GetSelected();
         return text.str();
@@ -166,6 +162,24 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
             text << ' ' << option;
         }
         text << '\n';
+    }
+    /// The captions behind a step by each of some methods; the README tells of the numbers.
+    std::string Clauses(const std::string& arguments) {
+        const std::vector<int> numbers = NumbersOf<int>(arguments);
+        const Categories all[]{
+            {1, 1, 1e-7, "low", -1.5}, {1, 1, 2.1234567, "mid", 1e-7}, {1, 1, 1e20, "high", 2.1234567}};
+        std::string text;
+        for (int method = numbers[0]; method <= numbers[1]; ++method) {
+            Drill step(1, 1, 0, "x");
+            step.Method = method;
+            step.CategorySet.insert(all, all + numbers[2]);
+            step.ChosenCategory = numbers[3];
+            step.Max = numbers[4];
+            Analysis().DrillUps->clear();
+            Analysis().DrillUps->insert(step);
+            text += (text.empty() ? "" : "\n") + Caption();
+        }
+        return text;
     }
     /// Passes that an operation runs when each is cancelled at its first case.
     std::string CancelledPasses(const std::string& operation) {
@@ -218,21 +232,13 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
         {"categories", [this](auto& text) { SetCategories(text); }},
         {"stale", [this](auto&) { Analysis().ReadAfterDrill(0); }},
         {"recount", [this](auto&) { Recount(); }},
-        {"select",
-         [this](auto& text) {
-             std::vector<CaseResult> cases;
-             std::ranges::transform(text, std::back_inserter(cases),
-                                    [](char mark) { return mark == '+' ? CaseResult::Use : CaseResult::Skip; });
-             Host().SetSelection(cases);
-         }},
-        {"shift", [](auto& text) { ShiftDataReads(NumberOf(text)); }},
-        {"refuse", [](auto& text) { RefuseWrite(std::stoi(text)); }},
-        {"answer",
-         [](auto& text) {
-             AnswerScatterplots(text.empty() ? std::nullopt : std::optional(static_cast<short>(std::stoi(text))));
-         }},
+        {"select", [this](auto& results) { Host().SetSelection(NumbersOf<CaseResult>(results)); }},
+        {"shift", [](auto& text) { HostAnswers::DataShift = NumberOf(text); }},
+        {"refuse", [](auto& text) { HostAnswers::WritesUntilRefusal = std::stoi(text); }},
+        {"answer", [](auto& text) { HostAnswers::Scatterplots = static_cast<short>(std::stoi(text)); }},
+        {"answer-itself", [](auto&) { HostAnswers::Scatterplots.reset(); }},
         {"pair", [this](auto& text) { Pair(text); }},
-        {"translate", [](auto& text) { Translate(std::atoi(text.c_str()), text.empty() ? nullptr : "Uebersetzt"); }},
+        {"translate", [](auto& text) { HostAnswers::TranslatedText = std::stoi(text); }},
     };
     const std::map<std::string, std::function<std::string(const std::string&)>> Reports{
         {"caption",
@@ -248,6 +254,7 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
              const std::vector<std::int16_t> asked = NumbersOf<std::int16_t>(arguments);
              return std::to_string(Analysis().LongDescription(asked[0], asked[1]));
          }},
+        {"clauses", [this](auto& arguments) { return Clauses(arguments); }},
         {"brush", [this](auto& arguments) { return Brush(arguments); }},
         {"passes", [this](auto& operation) { return CancelledPasses(operation); }},
     };
@@ -266,13 +273,9 @@ std::vector<std::string> Scripts() {
 
 TEST_P(Script, GoesAsWritten) {
     std::ifstream file(GetParam());
-    std::string expected;
-    std::string outcome;
-    std::string place;
+    std::string line, expected, outcome, place;
     const auto compare = [&] { EXPECT_EQ(std::exchange(outcome, {}), std::exchange(expected, {})) << place; };
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
+    for (int number = 1; std::getline(file, line); ++number) {
         if (line.starts_with('>')) {
             expected += line.substr(std::min<std::size_t>(line.size(), 2)) + '\n';
         } else if (!line.empty() && !line.starts_with('#')) {

@@ -51,21 +51,21 @@ TEST_F(BrushingSearch, EndsWithoutAGraphWhereTheHostDoesNotAnswer) {
     };
     for (const auto& each : cases) {
         OpenInWindows();
-        PlaceResults(each.Placement);
-        FailQuestion(0);
+        FaultyHost::Placement = each.Placement;
+        FaultyHost::FailingQuestion = 0;
         each.WithGraph ? Analysis().DDNGraphForBrushing(nullptr) : Analysis().DDNHistograms(nullptr);
         Analysis().DDNFrequency(nullptr);
         Analysis().StandAloneResults = each.StandAlone;
         std::string results;
-        int question = 0;
         do {
-            FailQuestion(++question);
+            ++FaultyHost::FailingQuestion;
+            FaultyHost::Questions = 0;
             results += std::to_string(each.Search(Analysis()));
-        } while (Questions() >= question);
+        } while (FaultyHost::Questions >= FaultyHost::FailingQuestion);
         EXPECT_EQ(results, each.Results) << each.Name;
         Analysis().StandAloneResults = 0;
     }
-    FailQuestion(0);
+    FaultyHost::FailingQuestion = 0;
 }
 
 TEST_F(BrushingSearch, TakesAnOlderGraphAndOneOfAnotherAnalysis) {

@@ -83,22 +83,17 @@ TEST_F(ChartBuilder, WithoutMemoryHasNoBuffersAndShowsNothing) {
 }
 
 TEST_F(ChartBuilder, RefusesSilentlyWithoutARangeAndAloudWithoutPoints) {
-    struct Case {
-        double XMax, YMax;
-        std::int16_t Suppress;
-        Names Messages;
-    };
-    const Case cases[] = {
+    const std::tuple<double, double, std::int16_t, Names> cases[] = {
         {-1, 1, 0, {}}, {1, -1, 0, {}}, {1, 1, 1, {}}, {0, 0, 0, {"Nothing to plot...."}},  // an empty range is one
     };
-    for (const Case& each : cases) {
+    for (const auto& [xMax, yMax, suppress, messages] : cases) {
         CChartBuilder chart(Analysis(), 1, 0);
         chart.XMin = chart.YMin = 0;
-        chart.XMax = each.XMax;
-        chart.YMax = each.YMax;
-        chart.Suppress = each.Suppress;
+        chart.XMax = xMax;
+        chart.YMax = yMax;
+        chart.Suppress = suppress;
         EXPECT_EQ(chart.Show(ShowAsBars), 1);
-        EXPECT_EQ(TakeMessages(), each.Messages);
+        EXPECT_EQ(TakeMessages(), messages);
         EXPECT_EQ(chart.Show(ShowAsBars), 1);  // once only
     }
 }
@@ -115,22 +110,24 @@ TEST_F(ChartBuilder, ARequestToScaleMakesTheRangesRound) {
     }
 }
 
-TEST_F(ChartBuilder, CountAxisHasThreeSixOrElevenLabels) {
-    const auto axis = [this](double highest) {
-        CChartBuilder chart(Analysis(), 1, 1);
-        FillCountAxis(chart, highest);
-        std::string text = std::to_string(static_cast<int>(chart.YMax)) + ':';
-        for (std::int32_t label = 0; label < chart.YScaleCount; ++label) {
-            EXPECT_EQ(chart.YScaleValues[label], label * chart.YStep);
-            text += std::string(" ") + (chart.YScaleText + std::ptrdiff_t{label} * chart.YScaleWidth);
-        }
-        return text;
+TEST(NiceAxisMax, IsTheNextNumberAboveTheBarAndEndsSomewhere) {
+    const std::pair<std::int32_t, std::vector<double>> cases[] = {
+        // top, then the highest bars
+        {0, {Moved(0, 16), 0.2, Moved(0.5, -16)}},  // fractions below 0.5 are cut to 0
+        {1, {-1, 0, Moved(0, 15), Moved(0.5, -15), 0.5, 0.7, Moved(1, -16)}},
+        {2, {Moved(1, -15), 1}},  // a bar this near has reached the number
+        {5, {2}},
+        {20, {Moved(10, -15), 10}},
+        {50, {25}},
+        {100, {99.5}},
+        {200, {100}},
+        {2'000'000'000, {1e9, 1e300, Infinity}},
     };
-    EXPECT_EQ(axis(0.3), "0: 0 1 2");  // labels run past the end
-    EXPECT_EQ(axis(0), "1: 0 1 2");
-    EXPECT_EQ(axis(4), "5: 0 1 2 3 4 5");
-    EXPECT_EQ(axis(10), "20: 0 2 4 6 8 10 12 14 16 18 20");
-    EXPECT_EQ(axis(1e18).substr(0, 33), "2000000000: 0 200000000 400000000");
+    for (const auto& [top, bars] : cases) {
+        for (const double highest : bars) {
+            EXPECT_EQ(NiceAxisMax(highest), top) << highest;
+        }
+    }
 }
 
 }  // namespace drilltest

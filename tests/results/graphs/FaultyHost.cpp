@@ -10,18 +10,15 @@
 
 namespace {
 
-int Asked = 0;
-int Failing = 0;
-int Placement = 1;
+using drilltest::FaultyHost;
 
 bool Fails() {
-    return ++Asked == Failing;
+    return ++FaultyHost::Questions == FaultyHost::FailingQuestion;
 }
 
 /// Stands before an object of the host. `Interface` is what it shows; other interfaces are the object's own.
 template <typename Interface>
-class Before : public Interface {
-  public:
+struct Before : Interface {
     explicit Before(Interface* object) : Object(CountedPointer<Interface>::Adopt(object)) {}
     virtual ~Before() = default;
     HRESULT QueryInterface(const GUID& id, void** object) override {
@@ -43,15 +40,11 @@ class Before : public Interface {
         return left;
     }
 
-  protected:
     CountedPointer<Interface> Object;
-
-  private:
     std::uint32_t References = 1;
 };
 
-class Graph final : public Before<IGraph> {
-  public:
+struct Graph final : Before<IGraph> {
     using Before::Before;
     HRESULT QueryInterface(const GUID& id, void** object) override {
         if (id == IMFCPointer::Id && Fails()) {
@@ -70,8 +63,7 @@ class Graph final : public Before<IGraph> {
     HRESULT GetFirstPlot(IUnknown** plot) override { return Fails() ? E_FAIL : Object->GetFirstPlot(plot); }
 };
 
-class Documents final : public Before<IDocumentCollection> {
-  public:
+struct Documents final : Before<IDocumentCollection> {
     using Before::Before;
     HRESULT GetCount(std::int32_t* count) override { return Fails() ? E_FAIL : Object->GetCount(count); }
     HRESULT GetItem(const VARIANT& index, IDispatch** item) override {
@@ -91,22 +83,20 @@ HRESULT Passed(HRESULT status, IDocumentCollection** documents) {
     return status;
 }
 
-class Analysis final : public Before<IAnalysisAutomation> {
-  public:
+struct Analysis final : Before<IAnalysisAutomation> {
     using Before::Before;
     HRESULT GetAnalysisOutputs(IDocumentCollection** outputs) override {
         return Fails() ? E_FAIL : Passed(Object->GetAnalysisOutputs(outputs), outputs);
     }
 };
 
-class Application final : public Before<IApplication> {
-  public:
+struct Application final : Before<IApplication> {
     using Before::Before;
     HRESULT GetGraphCollection(IDocumentCollection** graphs) override {
         return Fails() ? E_FAIL : Passed(Object->GetGraphCollection(graphs), graphs);
     }
     HRESULT GetResultPlacement(std::int32_t* placement) override {
-        *placement = Placement;
+        *placement = FaultyHost::Placement;
         return Fails() ? E_FAIL : S_OK;
     }
     HRESULT GetActiveItem(IDispatch** item) override { return Fails() ? E_FAIL : Object->GetActiveItem(item); }
@@ -121,23 +111,6 @@ Function* HostFunction(Function* own) {
 }
 
 }  // namespace
-
-namespace drilltest {
-
-void FailQuestion(int question) {
-    Failing = question;
-    Asked = 0;
-}
-
-int Questions() {
-    return Asked;
-}
-
-void PlaceResults(int placement) {
-    Placement = placement;
-}
-
-}  // namespace drilltest
 
 IApplication* OleAGetApplication() {
     return Fails() ? nullptr : new Application(HostFunction(&OleAGetApplication)());

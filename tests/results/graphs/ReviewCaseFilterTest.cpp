@@ -28,26 +28,17 @@ class ReviewFilter : public testing::Test, public DrillBench {
 };
 
 TEST_F(ReviewFilter, TestsTheBoundsByTheMethod) {
-    struct Case {
-        double Value;
-        int Kept[6];
+    const std::pair<double, std::string> cases[] = {
+        // methods 0 to 5
+        {0, "000100"},  {5, "011101"}, {10, "111011"}, {Moved(10, 1), "000000"},
+        {NA, "000100"},  // not above the lower bound, not below it either
     };
-    // clang-format off
-    const Case cases[] = {
-        // Value    Method 0  1  2  3  4  5
-        {0,               {0, 0, 0, 1, 0, 0}},
-        {5,               {0, 1, 1, 1, 0, 1}},
-        {10,              {1, 1, 1, 0, 1, 1}},
-        {Moved(10, 1),    {0, 0, 0, 0, 0, 0}},
-        {NA,              {0, 0, 0, 1, 0, 0}},  // not above the lower bound, not below it either
-    };
-    // clang-format on
     EXPECT_TRUE(Keeps({NA, NA, NA}));  // no steps
     Step("y", DistinctValues);
-    for (const Case& each : cases) {
+    for (const auto& [value, kept] : cases) {
         for (std::int32_t method = DistinctValues; method <= UserIntervals; ++method) {
             Method("y", method);
-            EXPECT_EQ(Keeps({-1, each.Value, -1}), each.Kept[method] == 1) << method << ": " << each.Value;
+            EXPECT_EQ(Keeps({-1, value, -1}), kept[static_cast<std::size_t>(method)] == '1') << method << ": " << value;
         }
     }
 }
