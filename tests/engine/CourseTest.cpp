@@ -247,6 +247,7 @@ const std::map<std::string, Verb> Verbs{
     {"review",    [](Bench& b, const Words& w) { return b.ReviewLists(ListsOf(b, w)); }},
     {"weigh",     [](Bench& b, const Words& w) { b.Weigh(w.at(0)); }},
     {"moments",   [](Bench& b, const Words& w) { b.Analysis().SetWM(FirstShort(w)); }},
+    {"count-missing", [](Bench& b, const Words& w) { b.Analysis().SetCountMD(FirstShort(w)); }},
     {"casewise",  [](Bench& b, const Words& w) { b.Analysis().SetMD(FirstShort(w)); }},
     {"casewise-reviews", [](Bench& b, const Words& w) { b.Analysis().SetRVMD(FirstShort(w)); }},
     {"change",    [](Bench& b, const Words&) { b.Analysis().DataChanged = 1; }},
