@@ -30,7 +30,7 @@ std::string PictureOf(const GraphDocument& graph, const PictureFrame& frame, con
 std::string PictureAndNumbers(const GraphDocument& graph, const std::string& anchor, const GraphPainter& paint,
                               bool isBesideTable) {
     const std::string title = TitleOf(ShowTables(graph).front());
-    const std::string picture = PictureOf(graph, {title, anchor + "-title", "picture"}, paint);
+    std::string picture = PictureOf(graph, {title, anchor + "-title", "picture"}, paint);
     if (isBesideTable) {
         return picture;
     }
