@@ -155,7 +155,7 @@ class Script : public OutputsBench {
     /// Has a line done when the host tells of a call.
     void When(const std::string& text) {
         const auto [awaited, line] = Split(text, ": ");
-        OnCall = [this, awaited, line](std::string_view call) {
+        OnCall = [this, awaited = awaited, line = line](std::string_view call) {
             if (call == awaited) {
                 Do(line);
             }

@@ -51,7 +51,7 @@ std::ostream& operator<<(std::ostream& out, const Fields& fields) {
     }
     out << '\'';
     for (int field = 0; field < fields.Count; ++field) {
-        std::string text(fields.Text + field * fields.Width, static_cast<std::size_t>(fields.Width));
+        std::string text(fields.Text + std::ptrdiff_t{field} * fields.Width, static_cast<std::size_t>(fields.Width));
         text.erase(text.find_last_not_of('\0') + 1);
         out << (field == 0 ? "" : ",") << quillara::Replace8CharGrow(text);
     }
@@ -61,6 +61,8 @@ std::ostream& operator<<(std::ostream& out, const Fields& fields) {
 /// An array of numbers: [1 2 -], "-" where no number was written.
 template <typename T>
 struct Array {
+    Array(const T* items, int count) : Items(items), Count(count) {}
+
     const T* Items;
     int Count;
 };
