@@ -1,5 +1,6 @@
 // What results do where the host refuses memory, or counts otherwise than before.
 
+#include "results/texts/ResultSubjects.h"
 #include "tests/results/RecordedCalls.h"
 #include "tests/results/ResultsBench.h"
 
@@ -76,6 +77,14 @@ TEST_F(HostFailures, ARecountLeavesAStackedColumnItsMissingWeightFromBefore) {
     EXPECT_EQ(Analysis().DDNStackedplots(0, nullptr), 1);
     EXPECT_EQ(TakeCalls().find("Chart 2 0 3 [1 2 100 100] [1 2 87.5 50] [1 0 50 0]"), 0U)
         << "1 of 1 + 7; y has no more categories";
+}
+
+TEST_F(HostFailures, NamesInSubjectsAreNeverKeys) {  // the host expands those that it is given
+    Open({Numbers("x", {1})});
+    Drill record(1, CategoricalVariable, 0, "x");
+    record.CategorySet = {Categories{1, 0, 1, LongTextKey("A name that travels as its key"), 0}};
+    const ResultSubject subject = SubjectOf(Analysis(), ResultSide::Review, record, false);
+    EXPECT_EQ(subject.Variables.at(0).Categories, Names{"A name that travels as its key"});
 }
 
 }  // namespace drilltest
