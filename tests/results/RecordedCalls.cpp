@@ -5,6 +5,7 @@
 
 #include <dlfcn.h>
 
+#include <cstddef>
 #include <cstring>
 #include <sstream>
 #include <string_view>

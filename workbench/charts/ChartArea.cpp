@@ -71,7 +71,7 @@ double CentreInside(double centre, double length, double low, double high) {
 }  // namespace
 
 ChartArea::ChartArea(QCustomPlot* plot, ChartStyle style, AreaAxis bottom, AreaAxis left)
-    : QCPAxisRect(plot, false), Style(std::move(style)), BottomAxis(std::move(bottom)), LeftAxis(std::move(left)) {
+    : QCPAxisRect(plot, false), Style(style), BottomAxis(std::move(bottom)), LeftAxis(std::move(left)) {
     setAutoMargins(QCP::msNone);
     addAxes(QCPAxis::atBottom | QCPAxis::atLeft);
     SetUpAxis(Bottom(), BottomAxis.Range, Style);

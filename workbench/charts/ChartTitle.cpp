@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
 
 #include "workbench/views/ShownText.h"
 
@@ -101,7 +100,7 @@ TitleLayout LayOutTitle(const QString& heading, const QStringList& caption, cons
 }
 
 ChartTitle::ChartTitle(QCustomPlot* plot, ChartStyle style, const std::vector<std::string>& title)
-    : ChartElement(plot, std::move(style)) {
+    : ChartElement(plot, style) {
     for (const std::string& part : title) {
         for (const std::string& line : ShownLines(part)) {
             if (!line.empty()) {

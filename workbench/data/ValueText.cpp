@@ -53,7 +53,7 @@ std::string TextOfNumber(double value, double step) {
 }
 
 std::string TextOfDate(double days, double step) {
-    const std::string date = TextFromDays(days);
+    std::string date = TextFromDays(days);
     if (date.empty() || step <= 0.0 || step >= 1.0) {
         return date;
     }
