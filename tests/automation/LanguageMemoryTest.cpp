@@ -35,6 +35,10 @@ bool FailsAt(const std::function<void()>& operate, std::size_t call) {
     return memory;
 }
 
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return CallsLeft > 0 && --CallsLeft == 0 ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }

@@ -230,7 +230,8 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
     }
     Write(Array(pointCounts, seriesCount), Array(seriesKinds, seriesCount), Array(seriesAttributesB, seriesCount),
           Array(seriesAttributesC, seriesCount), Array(seriesColors, seriesCount),
-          Fields{seriesNames == nullptr ? nullptr : seriesNames[0], 40}, Array(seriesWidths, seriesCount));
+          Fields{seriesNames == nullptr || seriesCount == 0 ? nullptr : seriesNames[0], 40},
+          Array(seriesWidths, seriesCount));
     TheCalls << "\n12:";
     Write(Fields{title, titleWidth, titleLines}, titleWidth, titleLines, Fields{xCaption, xCaptionLength},
           xCaptionLength, xCaptionLines, Fields{yCaption, yCaptionLength}, yCaptionLength, yCaptionLines, yMin, yMax,
@@ -244,7 +245,8 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
     TheCalls << "\n43:";
     Write(optionA, optionA1, optionA2, optionB, optionB1, optionB2, optionC, optionC1, optionC2, Fields{noteBlock, 400},
           noteWidth, Array(seriesFlags, seriesCount), pointLabelRows, pointLabelWidth,
-          Fields{pointLabels[0], pointLabelWidth, pointLabelWidth == 0 ? 0 : pointCounts[0]});
+          seriesCount == 0 ? Fields{nullptr, 0}
+                           : Fields{pointLabels[0], pointLabelWidth, pointLabelWidth == 0 ? 0 : pointCounts[0]});
     TheCalls << '\n';
     return Forward(
         &CAnalysisSupport::NewGeneralMultipleChartLongEx, *this,

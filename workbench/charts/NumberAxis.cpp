@@ -48,7 +48,8 @@ double StepFor(double low, double high, int most) {
 
 /// The place of the first digit of a number before (0, 1, ...) or behind (-1, ...) its point.
 int FirstDigit(double number) {
-    return static_cast<int>(std::floor(std::log10(number) + slack));
+    const double place = std::floor(std::log10(number) + slack);
+    return std::isfinite(place) ? static_cast<int>(place) : 0;  // 0 has no digits
 }
 
 /// How the numbers of one axis are written.

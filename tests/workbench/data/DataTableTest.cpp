@@ -42,7 +42,7 @@ TEST(MissingCode, IsTheFirstThatLiesFarBelow) {
     }
     std::vector<double> crowd = {Largest, -Infinity};
     for (std::int64_t i = 0; i < 300'000; ++i) {
-        crowd.push_back(FromOrderedBits(OrderedBits(-Largest) + 31L * i + i % 31 - 15 * (i > 0)));
+        crowd.push_back(FromOrderedBits(OrderedBits(-Largest) + 31L * i + i % 31 - (i > 0 ? 15L : 0L)));
     }
     const double code = CodeFor(crowd);
     EXPECT_TRUE(std::isfinite(code) && std::ranges::none_of(crowd, [&](double x) { return NearlyEqual(x, code); }));
