@@ -146,7 +146,7 @@ class ColumnComparison {
     }
 
     [[nodiscard]] std::string Told(Loss loss) const {
-        const std::string happening(lossTexts[Index(loss)].Happening);
+        std::string happening(lossTexts[Index(loss)].Happening);
         switch (loss) {
             case Loss::Name:
                 return happening + Listed(Lost[Index(loss)]);
