@@ -16,7 +16,6 @@
 using quillara::AnalysisState;
 using quillara::AxisLabel;
 using quillara::FieldArray;
-using quillara::GraphAxis;
 using quillara::GraphContent;
 using quillara::GraphDocument;
 using quillara::GraphPoint;
