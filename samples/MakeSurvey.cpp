@@ -18,24 +18,24 @@
 
 namespace {
 
-constexpr int respondents = 2000;
-constexpr double secondsPerDay = 86400;
-constexpr double dayFromWhichSavCounts = -141428;  // 1582-10-14, in days since 1970-01-01
-constexpr time_t timeOfFile = 1719748800;  // 2024-06-30 12:00 UTC
+constexpr int Respondents = 2000;
+constexpr double SecondsPerDay = 86400;
+constexpr double DayFromWhichSavCounts = -141428;  // 1582-10-14, in days since 1970-01-01
+constexpr time_t TimeOfFile = 1719748800;  // 2024-06-30 12:00 UTC
 
 struct NumberLabel {
     int Value;
     const char* Label;
 };
 
-constexpr std::array<NumberLabel, 5> regions = {{
+constexpr std::array<NumberLabel, 5> Regions = {{
     {1, "Northern Highlands"},
     {2, "Western Coast"},
     {3, "Central Plain"},
     {4, "Eastern Lakes"},
     {5, "Southern Islands"},
 }};
-constexpr std::array<NumberLabel, 6> educations = {{
+constexpr std::array<NumberLabel, 6> Educations = {{
     {1, "No certificate"},
     {2, "Lower secondary school"},
     {3, "Upper secondary school"},
@@ -43,7 +43,7 @@ constexpr std::array<NumberLabel, 6> educations = {{
     {5, "Bachelor's degree"},
     {6, "Master's degree or doctorate"},
 }};
-constexpr std::array<NumberLabel, 6> employments = {{
+constexpr std::array<NumberLabel, 6> Employments = {{
     {FullTime, "Employed full-time"},
     {PartTime, "Employed part-time"},
     {SelfEmployed, "Self-employed"},
@@ -51,7 +51,7 @@ constexpr std::array<NumberLabel, 6> employments = {{
     {Student, "Student"},
     {NotEmployed, "Not employed"},
 }};
-constexpr std::array<NumberLabel, 7> satisfactions = {{
+constexpr std::array<NumberLabel, 7> Satisfactions = {{
     {1, "Very dissatisfied"},
     {2, "Rather dissatisfied"},
     {3, "Neither nor"},
@@ -72,32 +72,32 @@ struct SurveyVariable {
     const char* (*Text)(const Respondent&) = nullptr;
 };
 
-constexpr readstat_measure_t nominal = READSTAT_MEASURE_NOMINAL;
-constexpr readstat_measure_t ordinal = READSTAT_MEASURE_ORDINAL;
-constexpr readstat_measure_t scale = READSTAT_MEASURE_SCALE;
+constexpr readstat_measure_t Nominal = READSTAT_MEASURE_NOMINAL;
+constexpr readstat_measure_t Ordinal = READSTAT_MEASURE_ORDINAL;
+constexpr readstat_measure_t Scale = READSTAT_MEASURE_SCALE;
 
 using R = const Respondent&;
 
 // clang-format off
-const std::array surveyVariables = std::to_array<SurveyVariable>({
-    {"region",          "Region of residence",                           "F1.0",   nominal, regions,       [](R r) -> double { return r.Region; }},
-    {"settlement",      "Kind of settlement",                            "A8",     nominal, {},            nullptr, [](R r) { return r.Settlement; }},
-    {"sex",             "Sex of the respondent",                         "A1",     nominal, {},            nullptr, [](R r) { return r.Sex; }},
-    {"age",             "Age in years",                                  "F3.0",   scale,   {},            [](R r) -> double { return r.Age; }},
-    {"education",       "Highest level of education completed",          "F1.0",   ordinal, educations,    [](R r) -> double { return r.Education; }},
-    {"employment",      "Present employment",                            "F1.0",   nominal, employments,   [](R r) -> double { return r.Employment; }},
-    {"household_size",  "Persons in the household",                      "F2.0",   scale,   {},            [](R r) -> double { return r.HouseholdSize; }},
-    {"income",          "Net household income in a month",               "F8.0",   scale,   {},            [](R r) { return r.Income; }},
-    {"hours",           "Hours of paid work in a usual week",            "F5.1",   scale,   {},            [](R r) { return r.Hours; }},
-    {"commute",         "Main means of travel to work",                  "A8",     nominal, {},            nullptr, [](R r) { return r.CommuteMode; }},
-    {"commute_minutes", "Minutes from door to door on the way to work",  "F4.0",   scale,   {},            [](R r) { return r.CommuteMinutes; }},
-    {"books_read",      "Books read in the last twelve months",          "F4.0",   scale,   {},            [](R r) -> double { return r.BooksRead; }},
-    {"genre",           "Favourite kind of book",                        "A16",    nominal, {},            nullptr, [](R r) { return r.FavouriteGenre; }},
-    {"reading_score",   "Reading test, points of 100",                   "F5.1",   scale,   {},            [](R r) { return r.ReadingScore; }},
-    {"satisfaction",    "Satisfaction with life as a whole these days",  "F1.0",   ordinal, satisfactions, [](R r) -> double { return r.Satisfaction; }},
-    {"interview_date",  "Day of the interview",                          "SDATE10",scale,   {},            [](R r) { return (r.InterviewDay - dayFromWhichSavCounts) * secondsPerDay; }},
-    {"interview_start", "Start of the interview",                        "TIME8",  scale,   {},            [](R r) { return r.InterviewStart; }},
-    {"weight",          "Weight that makes up for who was hard to reach","F6.4",   scale,   {},            [](R r) { return r.Weight; }},
+const std::array SurveyVariables = std::to_array<SurveyVariable>({
+    {"region",          "Region of residence",                           "F1.0",   Nominal, Regions,       [](R r) -> double { return r.Region; }},
+    {"settlement",      "Kind of settlement",                            "A8",     Nominal, {},            nullptr, [](R r) { return r.Settlement; }},
+    {"sex",             "Sex of the respondent",                         "A1",     Nominal, {},            nullptr, [](R r) { return r.Sex; }},
+    {"age",             "Age in years",                                  "F3.0",   Scale,   {},            [](R r) -> double { return r.Age; }},
+    {"education",       "Highest level of education completed",          "F1.0",   Ordinal, Educations,    [](R r) -> double { return r.Education; }},
+    {"employment",      "Present employment",                            "F1.0",   Nominal, Employments,   [](R r) -> double { return r.Employment; }},
+    {"household_size",  "Persons in the household",                      "F2.0",   Scale,   {},            [](R r) -> double { return r.HouseholdSize; }},
+    {"income",          "Net household income in a month",               "F8.0",   Scale,   {},            [](R r) { return r.Income; }},
+    {"hours",           "Hours of paid work in a usual week",            "F5.1",   Scale,   {},            [](R r) { return r.Hours; }},
+    {"commute",         "Main means of travel to work",                  "A8",     Nominal, {},            nullptr, [](R r) { return r.CommuteMode; }},
+    {"commute_minutes", "Minutes from door to door on the way to work",  "F4.0",   Scale,   {},            [](R r) { return r.CommuteMinutes; }},
+    {"books_read",      "Books read in the last twelve months",          "F4.0",   Scale,   {},            [](R r) -> double { return r.BooksRead; }},
+    {"genre",           "Favourite kind of book",                        "A16",    Nominal, {},            nullptr, [](R r) { return r.FavouriteGenre; }},
+    {"reading_score",   "Reading test, points of 100",                   "F5.1",   Scale,   {},            [](R r) { return r.ReadingScore; }},
+    {"satisfaction",    "Satisfaction with life as a whole these days",  "F1.0",   Ordinal, Satisfactions, [](R r) -> double { return r.Satisfaction; }},
+    {"interview_date",  "Day of the interview",                          "SDATE10",Scale,   {},            [](R r) { return (r.InterviewDay - DayFromWhichSavCounts) * SecondsPerDay; }},
+    {"interview_start", "Start of the interview",                        "TIME8",  Scale,   {},            [](R r) { return r.InterviewStart; }},
+    {"weight",          "Weight that makes up for who was hard to reach","F6.4",   Scale,   {},            [](R r) { return r.Weight; }},
 });
 // clang-format on
 
@@ -163,16 +163,16 @@ std::string SavOf(const std::vector<Respondent>& people) {
     const Writer writer(readstat_writer_init(), readstat_writer_free);
     Check(readstat_set_data_writer(writer.get(), AppendBytes));
     Check(readstat_writer_set_file_label(writer.get(), "Invented survey, made by our own generator"));
-    Check(readstat_writer_set_file_timestamp(writer.get(), timeOfFile));
+    Check(readstat_writer_set_file_timestamp(writer.get(), TimeOfFile));
     Check(readstat_writer_set_compression(writer.get(), READSTAT_COMPRESS_ROWS));
-    for (const SurveyVariable& variable : surveyVariables) {
+    for (const SurveyVariable& variable : SurveyVariables) {
         AddVariable(writer.get(), variable);
     }
     Check(readstat_begin_writing_sav(writer.get(), &bytes, static_cast<long>(people.size())));
     for (const Respondent& person : people) {
         Check(readstat_begin_row(writer.get()));
-        for (std::size_t i = 0; i < surveyVariables.size(); ++i) {
-            AddValue(writer.get(), static_cast<int>(i), surveyVariables[i], person);
+        for (std::size_t i = 0; i < SurveyVariables.size(); ++i) {
+            AddValue(writer.get(), static_cast<int>(i), SurveyVariables[i], person);
         }
         Check(readstat_end_row(writer.get()));
     }
@@ -191,7 +191,7 @@ int main(int argumentCount, char** arguments) {
     setenv("TZ", "UTC", 1);
     try {
         const std::string path = std::string(arguments[1]) + "/survey";
-        quillara::ReplaceFile(path + ".sav", SavOf(InventRespondents(respondents)));
+        quillara::ReplaceFile(path + ".sav", SavOf(InventRespondents(Respondents)));
         quillara::WriteDataFile(quillara::ReadDataFile(path + ".sav"), path + ".csv");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

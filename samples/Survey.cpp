@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double notAsked = std::numeric_limits<double>::quiet_NaN();
+constexpr double NotAsked = std::numeric_limits<double>::quiet_NaN();
 
 /// A generator of our own, so that every compiler and library makes the same survey.
 class Dice {
@@ -57,9 +57,9 @@ class Dice {
     std::uint64_t State = 20240630;
 };
 
-constexpr std::array settlements = {"City", "Town", "Village"};
-constexpr std::array modes = {"Car", "Train", "Bus", "Bicycle", "On foot"};
-constexpr std::array genres = {"Crime", "History", "Romance", "Science fiction", "Non-fiction", "Poetry"};
+constexpr std::array Settlements = {"City", "Town", "Village"};
+constexpr std::array Modes = {"Car", "Train", "Bus", "Bicycle", "On foot"};
+constexpr std::array Genres = {"Crime", "History", "Romance", "Science fiction", "Non-fiction", "Poetry"};
 
 bool Works(const Respondent& person) {
     return person.Employment <= SelfEmployed;
@@ -88,7 +88,7 @@ void Settle(Respondent& person, Dice& dice) {
     }};
     const int region = dice.Pick(std::array{0.18, 0.24, 0.33, 0.17, 0.08});
     person.Region = region + 1;
-    person.Settlement = settlements[static_cast<std::size_t>(dice.Pick(shares[static_cast<std::size_t>(region)]))];
+    person.Settlement = Settlements[static_cast<std::size_t>(dice.Pick(shares[static_cast<std::size_t>(region)]))];
     person.Sex = dice.Happens(0.53) ? "F" : "M";
     person.Age = static_cast<int>(Bounded(48 + 18 * dice.Normal(), 18, 93));
 }
@@ -115,11 +115,11 @@ void Employ(Respondent& person, Dice& dice) {
     person.Employment = EmploymentOf(person, dice);
     person.HouseholdSize = 1 + dice.Pick(person.Age >= 66 ? std::array{0.45, 0.45, 0.06, 0.03, 0.01}
                                                           : std::array{0.25, 0.30, 0.20, 0.18, 0.07});
-    constexpr std::array<double, 6> usualHours = {40, 22, 44, notAsked, notAsked, notAsked};
+    constexpr std::array<double, 6> usualHours = {40, 22, 44, NotAsked, NotAsked, NotAsked};
     const double hours = usualHours[static_cast<std::size_t>(person.Employment - 1)] + 5 * dice.Normal();
     person.Hours = RoundTo(Bounded(hours, 4, 80), 0.5);
     if (!Works(person)) {
-        person.Hours = notAsked;
+        person.Hours = NotAsked;
     }
 }
 
@@ -131,13 +131,13 @@ void Pay(Respondent& person, Dice& dice) {
     const double earnings = full * shareOfFullPay[static_cast<std::size_t>(person.Employment - 1)] * spread;
     person.Income = RoundTo(earnings * (1 + 0.18 * (person.HouseholdSize - 1)), 10);
     if (dice.Happens(0.03)) {
-        person.Income = notAsked;
+        person.Income = NotAsked;
     }
 }
 
 void Commute(Respondent& person, Dice& dice) {
     person.CommuteMode = "";
-    person.CommuteMinutes = notAsked;
+    person.CommuteMinutes = NotAsked;
     if (!Works(person) || dice.Happens(0.07)) {
         return;
     }
@@ -146,7 +146,7 @@ void Commute(Respondent& person, Dice& dice) {
                                : LivesIn(person, "Town") ? std::array{0.52, 0.14, 0.12, 0.12, 0.10}
                                                          : std::array{0.76, 0.07, 0.09, 0.04, 0.04});
     constexpr std::array<double, 5> usualMinutes = {24, 47, 36, 19, 13};
-    person.CommuteMode = modes[static_cast<std::size_t>(mode)];
+    person.CommuteMode = Modes[static_cast<std::size_t>(mode)];
     const double usual = usualMinutes[static_cast<std::size_t>(mode)] * (LivesIn(person, "Village") ? 1.35 : 1);
     person.CommuteMinutes = std::round(Bounded(usual * std::exp(0.4 * dice.Normal()), 2, 150));
 }
@@ -159,7 +159,7 @@ void Read(Respondent& person, Dice& dice) {
     person.ReadingScore = RoundTo(Bounded(score, 0, 100), 0.1);
     const int genre = dice.Pick(IsWoman(person) ? std::array{0.34, 0.12, 0.24, 0.07, 0.18, 0.05}
                                                 : std::array{0.26, 0.24, 0.03, 0.20, 0.24, 0.03});
-    person.FavouriteGenre = person.BooksRead == 0 ? "" : genres[static_cast<std::size_t>(genre)];
+    person.FavouriteGenre = person.BooksRead == 0 ? "" : Genres[static_cast<std::size_t>(genre)];
 }
 
 void Judge(Respondent& person, Dice& dice) {

@@ -13,11 +13,11 @@ namespace {
 using Spots = std::vector<AxisSpot>;
 using Attempt = std::optional<AxisLabels>;
 
-constexpr double gap = 6.0;  // between level neighbours
-constexpr int mostLines = 4;
-constexpr double slope = std::numbers::sqrt2 / 2;  // sine and cosine of the angle of slanted labels
-constexpr std::size_t preferenceForLevel = 3;
-constexpr std::size_t mostSpots = 100000;
+constexpr double Gap = 6.0;  // between level neighbours
+constexpr int MostLines = 4;
+constexpr double Slope = std::numbers::sqrt2 / 2;  // sine and cosine of the angle of slanted labels
+constexpr std::size_t PreferenceForLevel = 3;
+constexpr std::size_t MostSpots = 100000;
 
 /// One label of an axis, as an attempt places it.
 using Placing = PlacedText (*)(const AxisSpot& spot, const LabelRoom& room, const TextStyle& style);
@@ -50,8 +50,8 @@ PlacedText LevelText(const AxisSpot& spot, const LabelRoom& room, const TextStyl
 
 PlacedText SlantedText(const AxisSpot& spot, const LabelRoom& room, const TextStyle& style) {
     const double height = LineHeight(style);
-    const QPointF pivot(spot.At, height / 2 * slope);
-    const double length = std::min(room.Depth / slope - height, (spot.At - room.Low) / slope - height / 2);
+    const QPointF pivot(spot.At, height / 2 * Slope);
+    const double length = std::min(room.Depth / Slope - height, (spot.At - room.Low) / Slope - height / 2);
     return TurnedText(ElidedText(pivot, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, length), -45.0);
 }
 
@@ -78,7 +78,7 @@ bool IsWhole(const AxisLabels& labels) {
 bool StandApart(const AxisLabels& labels) {
     for (std::size_t i = 1; i < labels.Texts.size(); ++i) {
         const double end = labels.Texts[i - 1].Outline().boundingRect().right();
-        if (labels.Texts[i].Outline().boundingRect().left() < end + gap) {
+        if (labels.Texts[i].Outline().boundingRect().left() < end + Gap) {
             return false;
         }
     }
@@ -86,7 +86,7 @@ bool StandApart(const AxisLabels& labels) {
 }
 
 Attempt Level(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    if (LeastDistance(spots) < gap) {
+    if (LeastDistance(spots) < Gap) {
         return std::nullopt;  // before thousands of texts are measured in vain
     }
     AxisLabels labels = Placed(spots, room, style, LevelText);
@@ -96,11 +96,11 @@ Attempt Level(const Spots& spots, const LabelRoom& room, const TextStyle& style)
 /// The lines of a label that keeps its words whole; none when a word or the number of lines is too large.
 QStringList LinesInSlot(const QString& text, const TextStyle& style, double slot) {
     const QStringList lines = WholeWordLines(text, style, slot);
-    return lines.size() <= mostLines ? lines : QStringList();
+    return lines.size() <= MostLines ? lines : QStringList();
 }
 
 Attempt Wrapped(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    const double slot = std::min(LeastDistance(spots) - gap, room.High - room.Low);
+    const double slot = std::min(LeastDistance(spots) - Gap, room.High - room.Low);
     const double height = LineHeight(style);
     AxisLabels labels;
     if (slot <= 0.0) {
@@ -136,7 +136,7 @@ Attempt Turned(const Spots& spots, const LabelRoom& room, const TextStyle& style
 }
 
 Attempt Slanted(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    return Turned(spots, room, style, {SlantedText, 1.0 / slope});
+    return Turned(spots, room, style, {SlantedText, 1.0 / Slope});
 }
 
 Attempt Upright(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
@@ -165,7 +165,7 @@ using Attempting = Attempt (*)(const Spots& spots, const LabelRoom& room, const 
 std::pair<std::size_t, AxisLabels> LeastThinned(const Spots& spots, const LabelRoom& room, const TextStyle& style,
                                                 Attempting attempting) {
     std::size_t stride = 1;
-    while (stride < mostSpots) {
+    while (stride < MostSpots) {
         stride = NextStride(stride);
         if (Attempt attempt = attempting(Thinned(spots, stride), room, style)) {
             return {stride, std::move(*attempt)};
@@ -178,7 +178,7 @@ std::pair<std::size_t, AxisLabels> LeastThinned(const Spots& spots, const LabelR
 AxisLabels ThinnedLabels(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
     auto level = LeastThinned(spots, room, style, Level);
     auto upright = LeastThinned(spots, room, style, Upright);
-    return level.first <= preferenceForLevel * upright.first ? std::move(level.second) : std::move(upright.second);
+    return level.first <= PreferenceForLevel * upright.first ? std::move(level.second) : std::move(upright.second);
 }
 
 /// Whether level labels stand closer than their height once they are moved into their room.
@@ -236,7 +236,7 @@ AxisLabels LabelsBeside(const std::vector<AxisSpot>& spots, const LabelRoom& roo
     const auto placeOf = [&](const AxisSpot& spot) { return std::clamp(spot.At, highest, lowest); };
     const Spots all = WithText(spots);
     Spots shown = all;
-    for (std::size_t stride = 1; stride < mostSpots && shown.size() > 1 && Crowded(shown, placeOf, height);) {
+    for (std::size_t stride = 1; stride < MostSpots && shown.size() > 1 && Crowded(shown, placeOf, height);) {
         stride = NextStride(stride);
         shown = Thinned(all, stride);
     }

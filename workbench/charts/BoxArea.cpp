@@ -8,8 +8,8 @@
 namespace quillara {
 namespace {
 
-constexpr double boxWidth = 0.5;  // of the distance of two boxes
-constexpr double boxOpacity = 0.35;
+constexpr double BoxWidth = 0.5;  // of the distance of two boxes
+constexpr double BoxOpacity = 0.35;
 
 /// The place of a box of a panel on its lower axis.
 double PlaceOf(std::size_t index) {
@@ -70,7 +70,7 @@ BoxMarkers MarkersOf(const ChartStyle& style) {
 
 QColor BoxFill(const ChartStyle& style) {
     QColor fill = SeriesColor(ChartColor::Blue, style.IsDark);
-    fill.setAlphaF(boxOpacity);
+    fill.setAlphaF(BoxOpacity);
     return fill;
 }
 
@@ -89,7 +89,7 @@ void BoxArea::ArrangeMarks() {
         if (IsDrawn(box)) {
             const double low = std::min(box.WhiskerLow, box.BoxLow) / Panel.Unit;
             const double high = std::max(box.WhiskerHigh, box.BoxHigh) / Panel.Unit;
-            const QRectF place = PixelsOf(PlaceOf(i) - boxWidth / 2, low, PlaceOf(i) + boxWidth / 2, high);
+            const QRectF place = PixelsOf(PlaceOf(i) - BoxWidth / 2, low, PlaceOf(i) + BoxWidth / 2, high);
             ChartMark mark;
             mark.Outline = RectangleOutline(place.adjusted(0.0, -2.0, 0.0, 2.0));
             mark.Tip = TipOf(box, Plot, Panel.Kind);
@@ -101,8 +101,8 @@ void BoxArea::ArrangeMarks() {
 
 void BoxArea::AddBoxes() {
     auto* boxes = new QCPStatisticalBox(Bottom(), Left());
-    boxes->setWidth(boxWidth);
-    boxes->setWhiskerWidth(boxWidth / 2);
+    boxes->setWidth(BoxWidth);
+    boxes->setWhiskerWidth(BoxWidth / 2);
     boxes->setPen(QPen(SeriesColor(ChartColor::Blue, Style.IsDark), 1.3));
     boxes->setBrush(BoxFill(Style));
     boxes->setWhiskerPen(QPen(Style.Ink, 1.0));

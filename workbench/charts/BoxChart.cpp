@@ -9,8 +9,8 @@
 namespace quillara {
 namespace {
 
-constexpr double leastPanelWidth = 150.0;  // pixels, where panels can stand below each other instead
-constexpr double leastPanelHeight = 110.0;
+constexpr double LeastPanelWidth = 150.0;  // pixels, where panels can stand below each other instead
+constexpr double LeastPanelHeight = 110.0;
 
 /// Panels beside each other, as wide as their boxes need; in several rows where they would become too narrow.
 class PanelGrid : public QCPLayoutGrid {
@@ -42,9 +42,9 @@ class PanelGrid : public QCPLayoutGrid {
     /// As many as have room beside each other, but no fewer than leave room for the rows.
     [[nodiscard]] int ColumnsFor(QSizeF size) const {
         const auto count = static_cast<double>(Areas.size());
-        const double rows = std::max(1.0, std::floor(size.height() / leastPanelHeight));
+        const double rows = std::max(1.0, std::floor(size.height() / LeastPanelHeight));
         const double fewest = std::ceil(count / rows);
-        const double wanted = std::max(1.0, std::floor(size.width() / leastPanelWidth));
+        const double wanted = std::max(1.0, std::floor(size.width() / LeastPanelWidth));
         const double columns = std::clamp(std::max(wanted, fewest), 1.0, count);
         return static_cast<int>(std::ceil(count / std::ceil(count / columns)));  // rows of equal length
     }

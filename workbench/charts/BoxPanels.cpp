@@ -7,12 +7,12 @@
 namespace quillara {
 namespace {
 
-constexpr double mostRatio = 10.0;  // of the range of a panel to that of a box
-constexpr double rangeRoom = 0.05;
-constexpr double largestPlain = 1e200;  // magnitudes that a plot holds as they are
-constexpr double smallestPlain = 1e-200;
-constexpr double daysAround = 3.0;  // a date without spread
-constexpr double secondsAround = 300.0;  // a time without spread
+constexpr double MostRatio = 10.0;  // of the range of a panel to that of a box
+constexpr double RangeRoom = 0.05;
+constexpr double LargestPlain = 1e200;  // magnitudes that a plot holds as they are
+constexpr double SmallestPlain = 1e-200;
+constexpr double DaysAround = 3.0;  // a date without spread
+constexpr double SecondsAround = 300.0;  // a time without spread
 
 /// The range of numbers, by halves so that none is too large for a double.
 class Reach {
@@ -61,7 +61,7 @@ struct Group {
         const double whole = Whole.With(box).HalfWidth();
         const double half = box.HalfMeasure();
         const double least = half > 0.0 ? std::min(LeastHalf, half) : LeastHalf;
-        return kind == Panel.Kind && whole <= mostRatio * least;
+        return kind == Panel.Kind && whole <= MostRatio * least;
     }
     void Add(std::size_t place, const Reach& box) {
         Panel.Boxes.push_back(place);
@@ -73,17 +73,17 @@ struct Group {
 };
 
 NumberRange RoomAround(NumberRange range, ValueKind kind) {
-    const double around = kind == ValueKind::Date ? daysAround : kind == ValueKind::TimeOfDay ? secondsAround : 0.0;
+    const double around = kind == ValueKind::Date ? DaysAround : kind == ValueKind::TimeOfDay ? SecondsAround : 0.0;
     return range.Low == range.High && around > 0.0 ? NumberRange{range.Low - around, range.High + around}
-                                                   : Widened(range, rangeRoom);
+                                                   : Widened(range, RangeRoom);
 }
 
 BoxPanel Finished(const Group& group) {
     BoxPanel panel = group.Panel;
     const double magnitude = std::max(std::fabs(group.Whole.Low), std::fabs(group.Whole.High));
     const double width = group.Whole.HalfWidth();
-    if (magnitude > largestPlain || (magnitude > 0.0 && magnitude < smallestPlain) ||
-        (width > 0.0 && width < smallestPlain)) {
+    if (magnitude > LargestPlain || (magnitude > 0.0 && magnitude < SmallestPlain) ||
+        (width > 0.0 && width < SmallestPlain)) {
         panel.Unit = std::ldexp(1.0, std::max(std::ilogb(magnitude), std::numeric_limits<double>::min_exponent));
     }
     panel.Range = RoomAround({group.Whole.Low / panel.Unit, group.Whole.High / panel.Unit}, panel.Kind);

@@ -14,21 +14,21 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
 
-constexpr double firstDay = -12687428;  // of the calendar, and its last
-constexpr double lastDay = 11248737;
-constexpr double mostSeconds = 1e12;
-constexpr std::array<int, 4> daySteps = {1, 2, 7, 14};
-constexpr std::array<int, 4> monthSteps = {1, 2, 3, 6};
-constexpr int monthsOfYear = 12;
-constexpr double daysOfMonth = 28.0;  // at least
-constexpr double daysOfYear = 366.0;  // at most
-constexpr int monday = 4;  // a day whose number is 4, 11, 18, ...
-constexpr std::array<double, 16> timeSteps = {1,   2,   5,   10,   15,   30,   60,    120,
+constexpr double FirstDay = -12687428;  // of the calendar, and its last
+constexpr double LastDay = 11248737;
+constexpr double MostSeconds = 1e12;
+constexpr std::array<int, 4> DaySteps = {1, 2, 7, 14};
+constexpr std::array<int, 4> MonthSteps = {1, 2, 3, 6};
+constexpr int MonthsOfYear = 12;
+constexpr double DaysOfMonth = 28.0;  // at least
+constexpr double DaysOfYear = 366.0;  // at most
+constexpr int Monday = 4;  // a day whose number is 4, 11, 18, ...
+constexpr std::array<double, 16> TimeSteps = {1,   2,   5,   10,   15,   30,   60,    120,
                                               300, 600, 900, 1800, 3600, 7200, 10800, 21600};
-constexpr double halfDay = 43200;
+constexpr double HalfDay = 43200;
 
 std::vector<AxisMark> DaysEvery(int step, double low, double high) {
-    const int first = step % 7 == 0 ? monday : 0;
+    const int first = step % 7 == 0 ? Monday : 0;
     std::vector<AxisMark> marks;
     for (double day = std::ceil((low - first) / step) * step + first; day <= high; day += step) {
         marks.push_back({day, QString::fromStdString(TextFromDays(day))});
@@ -42,23 +42,23 @@ year_month_day DateOf(double day) {
 
 /// The day on which a month begins, counted from the beginning of year 0.
 double DayOfMonth(int months) {
-    const int yearNumber = (months >= 0 ? months : months - monthsOfYear + 1) / monthsOfYear;
+    const int yearNumber = (months >= 0 ? months : months - MonthsOfYear + 1) / MonthsOfYear;
     if (yearNumber < static_cast<int>(year::min()) || yearNumber > static_cast<int>(year::max())) {
         return std::copysign(std::numeric_limits<double>::infinity(), yearNumber);
     }
-    const auto month = static_cast<unsigned>(months - yearNumber * monthsOfYear + 1);
+    const auto month = static_cast<unsigned>(months - yearNumber * MonthsOfYear + 1);
     return static_cast<double>(sys_days{year(yearNumber) / std::chrono::month(month) / 1}.time_since_epoch().count());
 }
 
 /// "2024" or "2024-02".
 QString MonthText(double day, int step) {
     const QString text = QString::fromStdString(TextFromDays(day));
-    return text.chopped(step % monthsOfYear == 0 ? 6 : 3);
+    return text.chopped(step % MonthsOfYear == 0 ? 6 : 3);
 }
 
 std::vector<AxisMark> MonthsEvery(int step, double low, double high) {
     const year_month_day date = DateOf(low);
-    const int months = static_cast<int>(date.year()) * monthsOfYear + static_cast<int>(unsigned{date.month()}) - 1;
+    const int months = static_cast<int>(date.year()) * MonthsOfYear + static_cast<int>(unsigned{date.month()}) - 1;
     std::vector<AxisMark> marks;
     for (int at = static_cast<int>(std::floor(static_cast<double>(months) / step)) * step; DayOfMonth(at) <= high;
          at += step) {
@@ -79,8 +79,8 @@ int NextRound(int number) {
 }
 
 std::vector<AxisMark> YearsOrMonths(double low, double high, std::size_t most) {
-    for (const int step : monthSteps) {
-        if ((high - low) / daysOfMonth / step <= static_cast<double>(most) + 1) {
+    for (const int step : MonthSteps) {
+        if ((high - low) / DaysOfMonth / step <= static_cast<double>(most) + 1) {
             std::vector<AxisMark> marks = MonthsEvery(step, low, high);
             if (marks.size() <= most) {
                 return marks;
@@ -88,37 +88,37 @@ std::vector<AxisMark> YearsOrMonths(double low, double high, std::size_t most) {
         }
     }
     int years = 1;
-    while (std::floor((high - low) / daysOfYear / years) > static_cast<double>(most)) {
+    while (std::floor((high - low) / DaysOfYear / years) > static_cast<double>(most)) {
         years = NextRound(years);
     }
-    std::vector<AxisMark> marks = MonthsEvery(years * monthsOfYear, low, high);
+    std::vector<AxisMark> marks = MonthsEvery(years * MonthsOfYear, low, high);
     while (marks.size() > most) {
         years = NextRound(years);
-        marks = MonthsEvery(years * monthsOfYear, low, high);
+        marks = MonthsEvery(years * MonthsOfYear, low, high);
     }
     return marks;
 }
 
 double TimeStepFor(double width, int most) {
-    for (const double step : timeSteps) {
+    for (const double step : TimeSteps) {
         if (std::floor(width / step) + 1 <= most) {
             return step;
         }
     }
     int halfDays = 1;
-    while (std::floor(width / (halfDays * halfDay)) + 1 > most) {
+    while (std::floor(width / (halfDays * HalfDay)) + 1 > most) {
         halfDays = halfDays == 1 ? 2 : 2 * NextRound(halfDays / 2);  // half a day, then 1, 2, 5, 10, ... days
     }
-    return halfDays * halfDay;
+    return halfDays * HalfDay;
 }
 
 }  // namespace
 
 std::vector<AxisMark> RoundDates(double low, double high, int most) {
-    if (low < firstDay + 366 || high > lastDay - 366) {
+    if (low < FirstDay + 366 || high > LastDay - 366) {
         return {};
     }
-    for (const int step : daySteps) {
+    for (const int step : DaySteps) {
         if (std::floor((high - low) / step) + 1 <= most) {
             return DaysEvery(step, low, high);
         }
@@ -128,7 +128,7 @@ std::vector<AxisMark> RoundDates(double low, double high, int most) {
 }
 
 std::vector<AxisMark> RoundTimes(double low, double high, int most) {
-    if (!(std::fabs(low) < mostSeconds && std::fabs(high) < mostSeconds)) {
+    if (!(std::fabs(low) < MostSeconds && std::fabs(high) < MostSeconds)) {
         return {};
     }
     constexpr double minute = 60.0;

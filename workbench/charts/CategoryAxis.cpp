@@ -7,10 +7,10 @@
 namespace quillara {
 namespace {
 
-constexpr int mostDecimals = 2;
+constexpr int MostDecimals = 2;
 // Shares that would read as none or as all.
-constexpr double leastPercent = 0.05;
-constexpr double mostPercent = 99.95;
+constexpr double LeastPercent = 0.05;
+constexpr double MostPercent = 99.95;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ QString LabelAt(const GraphAxis& axis, double at) {
 }
 
 std::vector<QString> CountTexts(const std::vector<double>& counts) {
-    const NumberFormat format(counts, mostDecimals);
+    const NumberFormat format(counts, MostDecimals);
     std::vector<QString> texts(counts.size());
     std::ranges::transform(counts, texts.begin(),
                            [&](double count) { return QString::fromStdString(format.TextOf(count)); });
@@ -36,15 +36,15 @@ std::vector<QString> CountTexts(const std::vector<double>& counts) {
 }
 
 QString CountText(double count) {
-    return QString::fromStdString(NumberFormat({count}, mostDecimals).TextOf(count));
+    return QString::fromStdString(NumberFormat({count}, MostDecimals).TextOf(count));
 }
 
 QString PercentText(double part, double total) {
     const double percent = 100.0 * part / total;
-    if (percent > 0.0 && percent < leastPercent) {
+    if (percent > 0.0 && percent < LeastPercent) {
         return QStringLiteral("<0.1%");
     }
-    if (percent < 100.0 && percent >= mostPercent) {
+    if (percent < 100.0 && percent >= MostPercent) {
         return QStringLiteral(">99.9%");
     }
     return QString::number(percent, 'f', 1) + QStringLiteral("%");

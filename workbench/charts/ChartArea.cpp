@@ -7,19 +7,19 @@
 namespace quillara {
 namespace {
 
-constexpr double tickLength = 4.0;
-constexpr double labelGap = 6.0;  // between the axis and the labels on the left
-constexpr double captionGap = 4.0;
-constexpr double rightRoom = 10.0;
-constexpr double leftShare = 0.35;  // of the width, for labels
-constexpr double narrowLeftShare = 0.55;  // the same where that is less than a number needs
-constexpr double numberRoom = 90.0;  // pixels
-constexpr double belowShare = 0.38;  // of the height, for labels
-constexpr double noteShare = 0.2;  // of the height, for notes below
-constexpr double leastNoteSize = 7.0;
-constexpr double captionShare = 0.55;  // of the height, for the caption on the left
-constexpr double numberDistance = 45.0;  // pixels between round numbers, at least
-constexpr double outside = 1e-6;  // of a range, for labels on its bounds
+constexpr double TickLength = 4.0;
+constexpr double LabelGap = 6.0;  // between the axis and the labels on the left
+constexpr double CaptionGap = 4.0;
+constexpr double RightRoom = 10.0;
+constexpr double LeftShare = 0.35;  // of the width, for labels
+constexpr double NarrowLeftShare = 0.55;  // the same where that is less than a number needs
+constexpr double NumberRoom = 90.0;  // pixels
+constexpr double BelowShare = 0.38;  // of the height, for labels
+constexpr double NoteShare = 0.2;  // of the height, for notes below
+constexpr double LeastNoteSize = 7.0;
+constexpr double CaptionShare = 0.55;  // of the height, for the caption on the left
+constexpr double NumberDistance = 45.0;  // pixels between round numbers, at least
+constexpr double Outside = 1e-6;  // of a range, for labels on its bounds
 
 void SetUpAxis(QCPAxis* axis, const NumberRange& range, const ChartStyle& style) {
     axis->setTicks(false);
@@ -34,11 +34,11 @@ QStringList CaptionLines(const QString& caption, const TextStyle& style, double 
 }
 
 double CaptionRoom(const QStringList& lines, const TextStyle& style) {
-    return lines.isEmpty() ? 0.0 : static_cast<double>(lines.size()) * LineHeight(style) + captionGap;
+    return lines.isEmpty() ? 0.0 : static_cast<double>(lines.size()) * LineHeight(style) + CaptionGap;
 }
 
 double LeftRoom(double width) {
-    return std::max(width * leftShare, std::min(width * narrowLeftShare, numberRoom));
+    return std::max(width * LeftShare, std::min(width * NarrowLeftShare, NumberRoom));
 }
 
 /// Low labels on the left and high ones below must not meet at the corner.
@@ -53,7 +53,7 @@ int Pixels(double length) {
 /// The marks within the range that is shown.
 std::vector<AxisSpot> ShownSpots(const std::vector<AxisMark>& marks, const QCPAxis& scale) {
     const QCPRange range = scale.range();
-    const double slack = range.size() * outside;
+    const double slack = range.size() * Outside;
     std::vector<AxisSpot> spots;
     for (const AxisMark& mark : marks) {
         if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
@@ -91,7 +91,7 @@ void ChartArea::update(UpdatePhase phase) {
 }
 
 std::vector<AxisSpot> ChartArea::SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const {
-    const int most = std::clamp(static_cast<int>(room / numberDistance), 2, 11);
+    const int most = std::clamp(static_cast<int>(room / NumberDistance), 2, 11);
     if (!axis.HasRoundNumbers) {
         return ShownSpots(axis.Labels, scale);
     }
@@ -102,10 +102,10 @@ std::vector<AxisSpot> ChartArea::SpotsOf(const AreaAxis& axis, const QCPAxis& sc
 }
 
 AxisLabels ChartArea::ArrangedNotes(const QRectF& outer) const {
-    const LabelRoom room{outer.left(), outer.right(), outer.height() * noteShare};
+    const LabelRoom room{outer.left(), outer.right(), outer.height() * NoteShare};
     AxisLabels labels;
     for (const std::vector<AxisMark>* notes : {&BottomAxis.Notes, &BottomAxis.ShortNotes}) {
-        for (double size = Style.TextSize; size >= leastNoteSize; size -= 1.0) {
+        for (double size = Style.TextSize; size >= LeastNoteSize; size -= 1.0) {
             TextStyle style = Style.TextOfSize(size);
             style.Color = Style.FaintInk;
             labels = LabelsBelow(ShownSpots(*notes, *Bottom()), room, style);
@@ -121,14 +121,14 @@ void ChartArea::Arrange() {
     const QRectF outer(outerRect());
     const TextStyle text = Style.Text();
     const int top = Pixels(LineHeight(text) / 2);
-    setMargins(QMargins(0, top, 0, Pixels(outer.height() * belowShare)));
+    setMargins(QMargins(0, top, 0, Pixels(outer.height() * BelowShare)));
     const LabelRoom leftRoom{outer.top(), outer.bottom(), LeftRoom(outer.width())};
-    const QStringList leftCaption = CaptionLines(LeftAxis.Caption, text, outer.height() * captionShare);
+    const QStringList leftCaption = CaptionLines(LeftAxis.Caption, text, outer.height() * CaptionShare);
     const AxisLabels widths = LabelsBeside(SpotsOf(LeftAxis, *Left(), outer.height()), leftRoom, text);
-    const int left = Pixels(widths.Depth + labelGap + CaptionRoom(leftCaption, text));
+    const int left = Pixels(widths.Depth + LabelGap + CaptionRoom(leftCaption, text));
 
-    setMargins(QMargins(left, top, Pixels(rightRoom), 0));
-    const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * belowShare};
+    setMargins(QMargins(left, top, Pixels(RightRoom), 0));
+    const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * BelowShare};
     const QStringList belowCaption = CaptionLines(BottomAxis.Caption, text, outer.width());
     const AxisLabels below = LabelsBelow(SpotsOf(BottomAxis, *Bottom(), rect().width()), belowRoom, text);
     const QStringList note = CaptionLines(Note(rect().width()), text, outer.width());
@@ -136,7 +136,7 @@ void ChartArea::Arrange() {
     NotesDepth = notes.Depth;
     const int bottom = Pixels(GapBelow(text) + NotesDepth + below.Depth + CaptionRoom(belowCaption + note, text));
 
-    setMargins(QMargins(left, top, Pixels(rightRoom), bottom));
+    setMargins(QMargins(left, top, Pixels(RightRoom), bottom));
     PlaceTextsBelow(notes, rect().bottom() + 1 + GapBelow(text));
     PlaceBelow(outer, below, belowCaption);
     PlaceNote(outer, note);
@@ -147,7 +147,7 @@ void ChartArea::PlaceLeft(const QRectF& outer, const AxisLabels& labels, const Q
     const TextStyle style = Style.Text();
     const double height = LineHeight(style);
     for (PlacedText text : labels.Texts) {
-        text.Pivot += QPointF(rect().left() - labelGap, 0.0);
+        text.Pivot += QPointF(rect().left() - LabelGap, 0.0);
         PlacedTexts.push_back(text);
     }
     for (int i = 0; i < caption.size(); ++i) {
@@ -171,7 +171,7 @@ void ChartArea::PlaceBelow(const QRectF& outer, const AxisLabels& labels, const 
     PlaceTextsBelow(labels, y);
     for (int i = 0; i < caption.size(); ++i) {
         const double x = CentreInside(rect().center().x(), WidthOf(caption[i], style), outer.left(), outer.right());
-        const QPointF pivot(x, y + labels.Depth + captionGap + i * LineHeight(style));
+        const QPointF pivot(x, y + labels.Depth + CaptionGap + i * LineHeight(style));
         PlacedTexts.push_back(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, caption[i], style));
     }
     BottomTicks = labels.Ticks;
@@ -195,10 +195,10 @@ void ChartArea::draw(QCPPainter* painter) {
             painter->drawLine(QLineF(area.left(), y, area.right(), y));
         }
         painter->setPen(QPen(Style.Frame, 1.0));
-        painter->drawLine(QLineF(area.left() - tickLength, y, area.left(), y));
+        painter->drawLine(QLineF(area.left() - TickLength, y, area.left(), y));
     }
     for (const double x : BottomTicks) {
-        painter->drawLine(QLineF(x, area.bottom(), x, area.bottom() + tickLength));
+        painter->drawLine(QLineF(x, area.bottom(), x, area.bottom() + TickLength));
     }
     painter->setRenderHint(QPainter::Antialiasing, true);
     painter->setClipRect(area);

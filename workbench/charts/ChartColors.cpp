@@ -16,7 +16,7 @@ struct PaletteRow {
     QRgb Dark;
 };
 // clang-format off
-constexpr std::array<PaletteRow, 15> palette = {{
+constexpr std::array<PaletteRow, 15> Palette = {{
     // number  on white    on black
     { 1,       0xFF999999, 0xFFB3B3B3},  // grey
     { 2,       0xFF332288, 0xFF9A8CF0},  // indigo
@@ -35,20 +35,20 @@ constexpr std::array<PaletteRow, 15> palette = {{
     {15,       0xFFD55E00, 0xFFF07F3C},  // vermilion
 }};
 /// Colour numbers of slices, in their order: neighbours differ in tone and in brightness.
-constexpr std::array<int, 13> sliceNumbers = {12, 10, 11, 9, 15, 13, 14, 2, 4, 8, 6, 5, 7};
+constexpr std::array<int, 13> SliceNumbers = {12, 10, 11, 9, 15, 13, 14, 2, 4, 8, 6, 5, 7};
 /// Colour numbers of columns of layers, in their order.
-constexpr std::array<int, 5> columnNumbers = {12, 15, 11, 14, 10};
+constexpr std::array<int, 5> ColumnNumbers = {12, 15, 11, 14, 10};
 /// Equal steps from faint to strong.
-constexpr std::array<QRgb, 6> heatOnWhite = {0xFFE4EFF7, 0xFFB5D4E9, 0xFF74B3D8, 0xFF3A8FC4, 0xFF1565A0, 0xFF08306B};
-constexpr std::array<QRgb, 6> heatOnBlack = {0xFF2A3440, 0xFF24506F, 0xFF2A719B, 0xFF4495C2, 0xFF7FBEDD, 0xFFDCEFF8};
+constexpr std::array<QRgb, 6> HeatOnWhite = {0xFFE4EFF7, 0xFFB5D4E9, 0xFF74B3D8, 0xFF3A8FC4, 0xFF1565A0, 0xFF08306B};
+constexpr std::array<QRgb, 6> HeatOnBlack = {0xFF2A3440, 0xFF24506F, 0xFF2A719B, 0xFF4495C2, 0xFF7FBEDD, 0xFFDCEFF8};
 // clang-format on
 // The light of the lowest and of the highest layer, see Shaded.
-constexpr double darkestLayer = 0.85;
-constexpr double lightestLayer = 1.75;
+constexpr double DarkestLayer = 0.85;
+constexpr double LightestLayer = 1.75;
 
 constexpr bool NumbersCount() {
-    for (std::size_t i = 0; i < palette.size(); ++i) {
-        if (palette[i].Number != static_cast<int>(i) + 1) {
+    for (std::size_t i = 0; i < Palette.size(); ++i) {
+        if (Palette[i].Number != static_cast<int>(i) + 1) {
             return false;
         }
     }
@@ -57,9 +57,9 @@ constexpr bool NumbersCount() {
 static_assert(NumbersCount(), "a number is found by its place");
 
 const PaletteRow& RowOf(int number) {
-    const auto count = static_cast<int>(palette.size());
+    const auto count = static_cast<int>(Palette.size());
     const int place = ((number - 1) % count + count) % count;
-    return palette[static_cast<std::size_t>(place)];
+    return Palette[static_cast<std::size_t>(place)];
 }
 
 double Mixed(double from, double to, double share) {
@@ -84,16 +84,16 @@ QColor SeriesColor(int number, bool isDark) {
 }
 
 QColor SliceColor(int slice, bool isDark) {
-    return SeriesColor(sliceNumbers[static_cast<std::size_t>(slice) % sliceNumbers.size()], isDark);
+    return SeriesColor(SliceNumbers[static_cast<std::size_t>(slice) % SliceNumbers.size()], isDark);
 }
 
 QColor LayerColor(int column, double shade, bool isDark) {
-    const QColor tone = SeriesColor(columnNumbers[static_cast<std::size_t>(column) % columnNumbers.size()], isDark);
-    return Shaded(tone, Mixed(darkestLayer, lightestLayer, shade));
+    const QColor tone = SeriesColor(ColumnNumbers[static_cast<std::size_t>(column) % ColumnNumbers.size()], isDark);
+    return Shaded(tone, Mixed(DarkestLayer, LightestLayer, shade));
 }
 
 QColor HeatColor(double share, bool isDark) {
-    const auto& steps = isDark ? heatOnBlack : heatOnWhite;
+    const auto& steps = isDark ? HeatOnBlack : HeatOnWhite;
     const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(steps.size() - 1);
     const auto below = std::min(static_cast<std::size_t>(place), steps.size() - 2);
     return MixedColor(QColor(steps[below]), QColor(steps[below + 1]), place - static_cast<double>(below));

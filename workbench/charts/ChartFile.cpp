@@ -13,11 +13,11 @@
 namespace quillara {
 namespace {
 
-constexpr int pixelsPerInch = 96;
-constexpr double inchesPerMetre = 39.37;
-constexpr int largestSide = 20000;
-constexpr int leastSide = 120;
-constexpr std::size_t mostTips = 3000;  // of an SVG file; more would be most of its size
+constexpr int PixelsPerInch = 96;
+constexpr double InchesPerMetre = 39.37;
+constexpr int LargestSide = 20000;
+constexpr int LeastSide = 120;
+constexpr std::size_t MostTips = 3000;  // of an SVG file; more would be most of its size
 
 /// A plot and the size at which it is painted.
 struct Picture {
@@ -31,8 +31,8 @@ void WritePng(const Picture& picture, QBuffer& buffer) {
     if (image.isNull()) {
         throw DataError("The picture is too large; choose a smaller size.");
     }
-    image.setDotsPerMeterX(qRound(pixelsPerInch * inchesPerMetre));
-    image.setDotsPerMeterY(qRound(pixelsPerInch * inchesPerMetre));
+    image.setDotsPerMeterX(qRound(PixelsPerInch * InchesPerMetre));
+    image.setDotsPerMeterY(qRound(PixelsPerInch * InchesPerMetre));
     PaintPlot(picture.Plot, image, picture.Size);
     constexpr int compact = 30;  // the smallest file takes three times as long and is one per cent smaller
     image.save(&buffer, "PNG", compact);
@@ -40,8 +40,8 @@ void WritePng(const Picture& picture, QBuffer& buffer) {
 
 void WritePdf(const Picture& picture, QBuffer& buffer) {
     QPdfWriter writer(&buffer);
-    const QSizeF inches = QSizeF(picture.Size) / pixelsPerInch;
-    writer.setResolution(pixelsPerInch);
+    const QSizeF inches = QSizeF(picture.Size) / PixelsPerInch;
+    writer.setResolution(PixelsPerInch);
     writer.setPageMargins(QMarginsF());
     writer.setPageSize(QPageSize(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch));
     writer.setTitle(picture.Title);
@@ -52,7 +52,7 @@ void WritePdf(const Picture& picture, QBuffer& buffer) {
 /// Invisible outlines above everything that bear the tips.
 QString TipOutlines(const QCustomPlot& plot) {
     const std::vector<ChartSpot> spots = ChartSpots(plot);
-    if (spots.size() > mostTips) {
+    if (spots.size() > MostTips) {
         return {};
     }
     QString text;
@@ -74,7 +74,7 @@ void NameOtherFonts(QByteArray& svg) {
 void WriteSvg(const Picture& picture, QBuffer& buffer) {
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
-    generator.setResolution(pixelsPerInch);
+    generator.setResolution(PixelsPerInch);
     generator.setSize(picture.Size);
     generator.setViewBox(QRect(QPoint(), picture.Size));
     generator.setTitle(picture.Title.toHtmlEscaped());
@@ -98,7 +98,7 @@ void Write(const Picture& picture, ChartFormat format, QBuffer& buffer) {
 }  // namespace
 
 std::string PaintedChart(const GraphDocument& document, const ChartLook& look, ChartFormat format) {
-    if (look.Width < leastSide || look.Height < leastSide || look.Width > largestSide || look.Height > largestSide) {
+    if (look.Width < LeastSide || look.Height < LeastSide || look.Width > LargestSide || look.Height > LargestSide) {
         throw DataError("A picture has from 120 to 20000 pixels on each side; choose another size.");
     }
     EnsureApplication();

@@ -7,10 +7,10 @@
 namespace quillara {
 namespace {
 
-constexpr double signWidth = 22.0;
-constexpr double gap = 6.0;
-constexpr double entryGap = 18.0;
-constexpr double roomAbove = 6.0;
+constexpr double SignWidth = 22.0;
+constexpr double Gap = 6.0;
+constexpr double EntryGap = 18.0;
+constexpr double RoomAbove = 6.0;
 
 void DrawWhisker(QCPPainter& painter, const QRectF& place) {
     const double x = place.center().x();
@@ -44,9 +44,9 @@ void DrawSign(QCPPainter& painter, const KeyEntry& entry, const QRectF& place, c
     }
 }
 
-/// Of the sign and the gap behind it.
+/// Of the sign and the Gap behind it.
 double SignRoom(const KeyEntry& entry) {
-    return entry.Kind == KeyEntry::Sign::None ? 0.0 : signWidth + gap;
+    return entry.Kind == KeyEntry::Sign::None ? 0.0 : SignWidth + Gap;
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ std::vector<QPointF> ChartKey::Places(double width) const {
             at = {0.0, at.y() + LineHeight(text) + 2.0};
         }
         places.push_back(at);
-        at.rx() += needed + entryGap;
+        at.rx() += needed + EntryGap;
     }
     return places;
 }
@@ -75,7 +75,7 @@ QSize ChartKey::minimumOuterSizeHint() const {
         return {0, 0};
     }
     const double width = parentPlot()->plotLayout()->rect().width();
-    return {0, static_cast<int>(std::ceil(Places(width).back().y() + LineHeight(Style.Text()) + roomAbove))};
+    return {0, static_cast<int>(std::ceil(Places(width).back().y() + LineHeight(Style.Text()) + RoomAbove))};
 }
 
 QSize ChartKey::maximumOuterSizeHint() const {
@@ -93,8 +93,8 @@ void ChartKey::Arrange(const QRectF& place) {
     const double left = place.left() + std::max(0.0, (place.width() - end) / 2);
     const double height = LineHeight(text);
     for (std::size_t i = 0; i < places.size(); ++i) {
-        const QPointF middle(left + places[i].x(), place.top() + roomAbove + places[i].y() + height / 2);
-        Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, signWidth, height * 0.6));
+        const QPointF middle(left + places[i].x(), place.top() + RoomAbove + places[i].y() + height / 2);
+        Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, SignWidth, height * 0.6));
         const QPointF pivot = middle + QPointF(SignRoom(Entries[i]), 0.0);
         PlacedTexts.push_back(
             ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text, place.right() - pivot.x()));

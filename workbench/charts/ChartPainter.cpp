@@ -10,7 +10,7 @@
 namespace quillara {
 namespace {
 
-constexpr int rim = 10;  // pixels around everything
+constexpr int Rim = 10;  // pixels around everything
 
 std::vector<const ChartPart*> PartsOf(const QCustomPlot& plot) {
     std::vector<const ChartPart*> parts;
@@ -46,7 +46,7 @@ void Clear(QCustomPlot& plot) {
     plot.clearPlottables();
     plot.plotLayout()->clear();
     plot.plotLayout()->setAutoMargins(QCP::msNone);
-    plot.plotLayout()->setMargins(QMargins(rim, rim, rim, rim));
+    plot.plotLayout()->setMargins(QMargins(Rim, Rim, Rim, Rim));
     plot.plotLayout()->setRowSpacing(0);
     plot.setAutoAddPlottableToLegend(false);
 }

@@ -5,21 +5,21 @@
 namespace quillara {
 namespace {
 
-constexpr double hatchDistance = 6.0;
-constexpr double hatchWidth = 1.2;
+constexpr double HatchDistance = 6.0;
+constexpr double HatchWidth = 1.2;
 /// No picture has pixels beyond; bars that are zoomed in on, or of counts near the end of the doubles, reach farther.
-const QRectF painted(-50000.0, -50000.0, 100000.0, 100000.0);
+const QRectF Paintable(-50000.0, -50000.0, 100000.0, 100000.0);
 
 /// Slanted stripes inside an outline, as an area: clipping and brush patterns are lost on some vector devices.
 QPainterPath Hatching(const QPolygonF& whole) {
-    const bool isWithin = painted.contains(whole.boundingRect());
-    const QPolygonF outline = isWithin ? whole : whole.intersected(QPolygonF(painted));
+    const bool isWithin = Paintable.contains(whole.boundingRect());
+    const QPolygonF outline = isWithin ? whole : whole.intersected(QPolygonF(Paintable));
     const QRectF bounds = outline.boundingRect();
     QPainterPath stripes;
-    for (double x = bounds.left() - bounds.height(); x < bounds.right(); x += hatchDistance) {
+    for (double x = bounds.left() - bounds.height(); x < bounds.right(); x += HatchDistance) {
         const QPointF foot(x, bounds.bottom());
         const QPointF head(x + bounds.height(), bounds.top());
-        const QPointF width(hatchWidth, 0.0);
+        const QPointF width(HatchWidth, 0.0);
         stripes.addPolygon(QPolygonF({foot, head, head + width, foot + width, foot}));
     }
     QPainterPath shape;

@@ -6,16 +6,16 @@
 namespace quillara {
 namespace {
 
-constexpr double usualTextSize = 12.0;
-constexpr double leastTextSize = 10.0;
-constexpr double headingRatio = 1.25;
+constexpr double UsualTextSize = 12.0;
+constexpr double LeastTextSize = 10.0;
+constexpr double HeadingRatio = 1.25;
 
 /// Texts grow with the picture, but slower.
 double TextSizeOf(const ChartLook& look) {
     const ChartLook usual;
     const double ratio =
         std::min(static_cast<double>(look.Width) / usual.Width, static_cast<double>(look.Height) / usual.Height);
-    return std::max(leastTextSize, std::round(usualTextSize * std::sqrt(ratio)));
+    return std::max(LeastTextSize, std::round(UsualTextSize * std::sqrt(ratio)));
 }
 
 QFont FontOf(double pixels) {
@@ -28,7 +28,7 @@ QFont FontOf(double pixels) {
 }  // namespace
 
 TextStyle ChartStyle::Heading() const {
-    TextStyle style{FontOf(TextSize * headingRatio), Ink};
+    TextStyle style{FontOf(TextSize * HeadingRatio), Ink};
     style.Font.setBold(true);
     return style;
 }

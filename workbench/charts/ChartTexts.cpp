@@ -15,11 +15,11 @@
 namespace quillara {
 namespace {
 
-constexpr QChar leftToRight = QChar(0x200E);
-constexpr QChar isolateBegin = QChar(0x2068);
-constexpr QChar breakHere = QChar(0x200B);
-constexpr QChar isolateEnd = QChar(0x2069);
-constexpr double touch = 0.5;  // pixels by which two boxes may share ground
+constexpr QChar LeftToRight = QChar(0x200E);
+constexpr QChar IsolateBegin = QChar(0x2068);
+constexpr QChar BreakHere = QChar(0x200B);
+constexpr QChar IsolateEnd = QChar(0x2069);
+constexpr double Touch = 0.5;  // pixels by which two boxes may share ground
 
 double LeftOf(Qt::Alignment alignment, double width) {
     if (alignment & Qt::AlignRight) {
@@ -75,7 +75,7 @@ QString Isolated(const QString& name) {
     const bool turns = std::ranges::any_of(name, [](QChar character) {
         return character.direction() == QChar::DirR || character.direction() == QChar::DirAL;
     });
-    return turns ? QString(leftToRight) + isolateBegin + name + isolateEnd : name;
+    return turns ? QString(LeftToRight) + IsolateBegin + name + IsolateEnd : name;
 }
 
 double WidthOf(const QString& text, const TextStyle& style) {
@@ -101,7 +101,7 @@ PlacedText TurnedText(PlacedText text, double angle) {
 
 PlacedText ElidedText(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style,
                       double width) {
-    const QString shown = QFontMetricsF(style.Font).elidedText(text, Qt::ElideRight, width + touch);
+    const QString shown = QFontMetricsF(style.Font).elidedText(text, Qt::ElideRight, width + Touch);
     PlacedText placed = TextAt(pivot, alignment, shown, style);
     if (shown != text) {
         placed.Whole = text;
@@ -128,13 +128,13 @@ QStringList WholeWordLines(const QString& text, const TextStyle& style, double w
     static const QRegularExpression interval(QStringLiteral("(<=?x<=?)"));
     static const QRegularExpression gaps(QStringLiteral("[ \\x{200B}]"));
     QString breakable = text;
-    breakable.replace(interval, QString(breakHere) + QStringLiteral("\\1") + breakHere);
+    breakable.replace(interval, QString(BreakHere) + QStringLiteral("\\1") + BreakHere);
     for (const QString& word : breakable.split(gaps)) {
         if (WidthOf(word, style) > width) {
             return {};
         }
     }
-    return WrappedLines(breakable, style, width).replaceInStrings(QString(breakHere), QString());
+    return WrappedLines(breakable, style, width).replaceInStrings(QString(BreakHere), QString());
 }
 
 void DrawText(QPainter& painter, const PlacedText& text) {
@@ -157,7 +157,7 @@ bool Overlap(const PlacedText& one, const PlacedText& other) {
     return std::ranges::all_of(angles, [&](double angle) {
         const Reach a = ReachAlong(first, DirectionOf(angle));
         const Reach b = ReachAlong(second, DirectionOf(angle));
-        return a.Low + touch < b.High && b.Low + touch < a.High;
+        return a.Low + Touch < b.High && b.Low + Touch < a.High;
     });
 }
 

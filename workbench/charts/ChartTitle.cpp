@@ -9,12 +9,12 @@
 namespace quillara {
 namespace {
 
-constexpr double usualShare = 0.30;  // of the picture's height, for a caption of one line a step
-constexpr double largestShare = 0.55;  // beyond it the caption is cut
-constexpr std::array<double, 3> sizes = {1.0, 0.85, 0.7};  // of texts, tried in turn
-constexpr double leastSize = 8.0;
-constexpr double roomBelow = 8.0;
-const QString between = QStringLiteral("   \u00B7   ");
+constexpr double UsualShare = 0.30;  // of the picture's height, for a caption of one line a step
+constexpr double LargestShare = 0.55;  // beyond it the caption is cut
+constexpr std::array<double, 3> Sizes = {1.0, 0.85, 0.7};  // of texts, tried in turn
+constexpr double LeastSize = 8.0;
+constexpr double RoomBelow = 8.0;
+const QString Between = QStringLiteral("   \u00B7   ");
 
 QStringList WrappedAll(const QStringList& lines, const TextStyle& style, double width) {
     QStringList wrapped;
@@ -28,7 +28,7 @@ QStringList WrappedAll(const QStringList& lines, const TextStyle& style, double 
 QStringList Flowed(const QStringList& lines, const TextStyle& style, double width) {
     QStringList flowed;
     for (const QString& line : lines) {
-        const QString joined = flowed.isEmpty() ? line : flowed.back() + between + line;
+        const QString joined = flowed.isEmpty() ? line : flowed.back() + Between + line;
         if (!flowed.isEmpty() && WidthOf(joined, style) <= width) {
             flowed.back() = joined;
         } else {
@@ -56,7 +56,7 @@ QStringList CutTo(QStringList lines, double height, const TextStyle& style) {
 }
 
 TextStyle Resized(TextStyle style, double ratio) {
-    style.Font.setPixelSize(static_cast<int>(std::max(leastSize, std::round(style.Font.pixelSize() * ratio))));
+    style.Font.setPixelSize(static_cast<int>(std::max(LeastSize, std::round(style.Font.pixelSize() * ratio))));
     return style;
 }
 
@@ -65,17 +65,17 @@ std::pair<QStringList, TextStyle> FittedCaption(const QStringList& caption, cons
                                                 const QSizeF& picture) {
     const TextStyle usual = style.FaintText();
     QStringList lines = WrappedAll(caption, usual, picture.width());
-    if (static_cast<double>(lines.size()) * LineHeight(usual) <= usualShare * picture.height()) {
+    if (static_cast<double>(lines.size()) * LineHeight(usual) <= UsualShare * picture.height()) {
         return {lines, usual};
     }
-    for (const double size : sizes) {
+    for (const double size : Sizes) {
         const TextStyle smaller = Resized(usual, size);
         lines = Flowed(caption, smaller, picture.width());
-        if (static_cast<double>(lines.size()) * LineHeight(smaller) <= usualShare * picture.height()) {
+        if (static_cast<double>(lines.size()) * LineHeight(smaller) <= UsualShare * picture.height()) {
             return {lines, smaller};
         }
     }
-    return {lines, Resized(usual, sizes.back())};
+    return {lines, Resized(usual, Sizes.back())};
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ TitleLayout LayOutTitle(const QString& heading, const QStringList& caption, cons
         layout.Texts.back().Whole = heading;
     }
     const auto [lines, captionStyle] = FittedCaption(caption, style, picture);
-    const QStringList shown = CutTo(lines, largestShare * picture.height() - layout.Height, captionStyle);
+    const QStringList shown = CutTo(lines, LargestShare * picture.height() - layout.Height, captionStyle);
     Append(layout, shown, captionStyle, picture.width() / 2);
     if (shown.size() < lines.size()) {
         layout.Texts.back().Whole = caption.join(u'\n');
@@ -118,7 +118,7 @@ QSize ChartTitle::minimumOuterSizeHint() const {
     const double height =
         HeadingLine.isEmpty()
             ? 0.0
-            : LayOutTitle(HeadingLine, CaptionLines, Style, QSizeF(picture.size())).Height + roomBelow;
+            : LayOutTitle(HeadingLine, CaptionLines, Style, QSizeF(picture.size())).Height + RoomBelow;
     return {0, static_cast<int>(std::ceil(height))};
 }
 

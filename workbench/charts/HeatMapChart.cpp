@@ -12,17 +12,17 @@
 namespace quillara {
 namespace {
 
-constexpr int mostFieldPixels = 16;  // of the image, for each field: viewers blur images that they enlarge
-constexpr int mostImagePixels = 2048;
-constexpr std::size_t mostPainted = 2500;  // fields that are painted one by one; more are an image
-constexpr double stripShare = 0.5;  // of the width
-constexpr double longestStrip = 420.0;
-constexpr double stripHeight = 10.0;
-constexpr double roomAbove = 10.0;
-constexpr double gap = 4.0;
-constexpr double numberRoom = 4.0;  // pixels around the number in a field
-constexpr int gradientStops = 20;
-const QString keyCaption = QStringLiteral("Number of counts");
+constexpr int MostFieldPixels = 16;  // of the image, for each field: viewers blur images that they enlarge
+constexpr int MostImagePixels = 2048;
+constexpr std::size_t MostPainted = 2500;  // fields that are painted one by one; more are an image
+constexpr double StripShare = 0.5;  // of the width
+constexpr double LongestStrip = 420.0;
+constexpr double StripHeight = 10.0;
+constexpr double RoomAbove = 10.0;
+constexpr double Gap = 4.0;
+constexpr double NumberRoom = 4.0;  // pixels around the number in a field
+constexpr int GradientStops = 20;
+const QString KeyCaption = QStringLiteral("Number of counts");
 
 class HeatArea : public ChartArea {
   public:
@@ -33,7 +33,7 @@ class HeatArea : public ChartArea {
     void draw(QCPPainter* painter) override;
 
   private:
-    [[nodiscard]] bool IsImage() const { return Table.Columns() * Table.Rows() > mostPainted; }
+    [[nodiscard]] bool IsImage() const { return Table.Columns() * Table.Rows() > MostPainted; }
     void ArrangeField(std::size_t column, std::size_t row, const QString& count);
 
     const CountTable Table;
@@ -72,7 +72,7 @@ QImage FieldsOf(const CountTable& table, const HeatScale& scale, bool isDark) {
             }
         }
     }
-    const int size = std::clamp(mostImagePixels / std::max({columns, rows, 1}), 1, mostFieldPixels);
+    const int size = std::clamp(MostImagePixels / std::max({columns, rows, 1}), 1, MostFieldPixels);
     return image.scaled(image.size() * size, Qt::IgnoreAspectRatio, Qt::FastTransformation);
 }
 
@@ -99,7 +99,7 @@ void HeatArea::ArrangeField(std::size_t column, std::size_t row, const QString& 
         TextStyle style = Style.Text();
         style.Color = InkOn(HeatColor(Scale.ShareOf(Table.CountOf(column, row)), Style.IsDark));
         const PlacedText text = TextAt(place.center(), Qt::AlignCenter, count, style);
-        if (text.Box.width() + numberRoom <= place.width() && text.Box.height() <= place.height()) {
+        if (text.Box.width() + NumberRoom <= place.width() && text.Box.height() <= place.height()) {
             PlacedTexts.push_back(text);
         }
     }
@@ -131,7 +131,7 @@ class HeatKey : public ChartElement {
   public:
     HeatKey(const ChartSheet& sheet, HeatScale scale) : ChartElement(sheet.Plot, sheet.Style), Scale(scale) {}
     [[nodiscard]] QSize minimumOuterSizeHint() const override {
-        return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + roomAbove + gap))};
+        return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + RoomAbove + Gap))};
     }
     [[nodiscard]] QSize maximumOuterSizeHint() const override {
         return {QWIDGETSIZE_MAX, minimumOuterSizeHint().height()};
@@ -150,12 +150,12 @@ class HeatKey : public ChartElement {
 void HeatKey::Arrange(const QRectF& place) {
     const TextStyle style = Style.Text();
     const double height = LineHeight(style);
-    const double width = std::min(place.width() * stripShare, longestStrip);
-    const double besides = WidthOf(keyCaption, style) + 2 * gap;
+    const double width = std::min(place.width() * StripShare, LongestStrip);
+    const double besides = WidthOf(KeyCaption, style) + 2 * Gap;
     const double left = place.center().x() - (width + besides) / 2 + besides;
-    const double middle = place.top() + roomAbove + height / 2;
-    Strip = QRectF(left, middle - stripHeight / 2, width, stripHeight);
-    PlacedTexts.push_back(TextAt({left - 2 * gap, middle}, Qt::AlignRight | Qt::AlignVCenter, keyCaption, style));
+    const double middle = place.top() + RoomAbove + height / 2;
+    Strip = QRectF(left, middle - StripHeight / 2, width, StripHeight);
+    PlacedTexts.push_back(TextAt({left - 2 * Gap, middle}, Qt::AlignRight | Qt::AlignVCenter, KeyCaption, style));
     std::vector<AxisSpot> spots;
     for (const AxisMark& mark : Scale.Marks()) {
         spots.push_back({left + width * Scale.PlaceOf(mark.At), mark.Text});
@@ -168,8 +168,8 @@ void HeatKey::Arrange(const QRectF& place) {
 
 void HeatKey::draw(QCPPainter* painter) {
     QLinearGradient gradient(Strip.topLeft(), Strip.topRight());
-    for (int i = 0; i <= gradientStops; ++i) {
-        const double at = static_cast<double>(i) / gradientStops;
+    for (int i = 0; i <= GradientStops; ++i) {
+        const double at = static_cast<double>(i) / GradientStops;
         gradient.setColorAt(at, HeatColor(HeatScale::ColorAt(at), Style.IsDark));
     }
     painter->setPen(QPen(Style.Frame, 1.0));

@@ -8,9 +8,9 @@
 namespace quillara {
 namespace {
 
-constexpr double leastColor = 0.06;  // of the colours, for a field with a case
-constexpr double flattening = 8.0;  // times the middle count: a highest one beyond it leaves the rest alike
-constexpr int mostMarks = 6;
+constexpr double LeastColor = 0.06;  // of the colours, for a field with a case
+constexpr double Flattening = 8.0;  // times the middle count: a highest one beyond it leaves the rest alike
+constexpr int MostMarks = 6;
 
 std::vector<double> Positive(const std::vector<double>& counts) {
     std::vector<double> positive;
@@ -28,7 +28,7 @@ HeatScale::HeatScale(const std::vector<double>& counts) {
     const auto middle = positive.begin() + static_cast<std::ptrdiff_t>(positive.size() / 2);
     std::ranges::nth_element(positive, middle);
     High = std::ranges::max(positive);
-    Logarithmic = High > flattening * *middle;
+    Logarithmic = High > Flattening * *middle;
     Low = Logarithmic ? std::ranges::min(positive) : 0.0;
 }
 
@@ -38,7 +38,7 @@ double HeatScale::PlaceOf(double count) const {
 }
 
 double HeatScale::ColorAt(double place) {
-    return leastColor + (1.0 - leastColor) * place;
+    return LeastColor + (1.0 - LeastColor) * place;
 }
 
 double HeatScale::ShareOf(double count) const {
@@ -47,11 +47,11 @@ double HeatScale::ShareOf(double count) const {
 
 std::vector<AxisMark> HeatScale::Marks() const {
     if (!Logarithmic) {
-        return RoundNumbers(Low, High, mostMarks);
+        return RoundNumbers(Low, High, MostMarks);
     }
     const double first = std::ceil(std::log10(Low) - 1e-9);
     const double last = std::floor(std::log10(High) + 1e-9);
-    const double stride = std::max(1.0, std::ceil((last - first + 1) / mostMarks));
+    const double stride = std::max(1.0, std::ceil((last - first + 1) / MostMarks));
     std::vector<AxisMark> marks;
     for (double power = first; power <= last; power += stride) {
         const double count = std::pow(10.0, power);

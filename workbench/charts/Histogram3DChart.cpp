@@ -12,13 +12,13 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t mostCategories = 20;  // of a side; beyond it bars can't be told apart
-constexpr double topLight = 1.35;
-constexpr double sideLight = 0.65;
-constexpr double labelGap = 6.0;
-constexpr double sideShare = 0.25;  // of the width, for the labels of the rows
-constexpr double belowShare = 0.35;  // of the height, for the labels of the columns
-constexpr double numberDistance = 30.0;
+constexpr std::size_t MostCategories = 20;  // of a side; beyond it bars can't be told apart
+constexpr double TopLight = 1.35;
+constexpr double SideLight = 0.65;
+constexpr double LabelGap = 6.0;
+constexpr double SideShare = 0.25;  // of the width, for the labels of the rows
+constexpr double BelowShare = 0.35;  // of the height, for the labels of the columns
+constexpr double NumberDistance = 30.0;
 
 class BarsElement : public ChartElement {
   public:
@@ -55,7 +55,7 @@ ObliqueView::Extent SpaceOf(const CountTable& table, const std::vector<AxisMark>
 
 /// Round numbers of which the last is no lower than the highest bar.
 std::vector<AxisMark> CountMarks(double highest, double pixels) {
-    const int most = std::clamp(static_cast<int>(pixels / numberDistance), 3, 8);
+    const int most = std::clamp(static_cast<int>(pixels / NumberDistance), 3, 8);
     std::vector<AxisMark> marks = RoundNumbers(0.0, highest, most);
     if (marks.size() > 1 && marks.back().At < highest) {
         marks = RoundNumbers(0.0, marks.back().At + marks[1].At, most + 1);
@@ -68,10 +68,10 @@ void BarsElement::ArrangeBar(std::size_t column, std::size_t row) {
     if (!(count > 0.0)) {
         return;
     }
-    const double left = static_cast<double>(column) + (1 - barWidth3D) / 2;
-    const double front = static_cast<double>(row) + (1 - barWidth3D) / 2;
-    const double right = left + barWidth3D;
-    const double back = front + barWidth3D;
+    const double left = static_cast<double>(column) + (1 - BarWidth3D) / 2;
+    const double front = static_cast<double>(row) + (1 - BarWidth3D) / 2;
+    const double right = left + BarWidth3D;
+    const double back = front + BarWidth3D;
     const auto at = [&](double x, double y, double z) { return View.Seen(x, y, z); };
     const QColor color = HeatColor(0.35 + 0.5 * count / Table.Highest(), false);
 
@@ -79,10 +79,10 @@ void BarsElement::ArrangeBar(std::size_t column, std::size_t row) {
     face.Edge = Shaded(color, 0.5);
     face.Tip = Table.TipOf(column, row);
     face.Point = static_cast<int>(Table.PlaceOf(column, row));
-    face.Fill = Shaded(color, sideLight);
+    face.Fill = Shaded(color, SideLight);
     face.Outline = {at(right, front, 0), at(right, back, 0), at(right, back, count), at(right, front, count)};
     PlacedMarks.push_back(face);
-    face.Fill = Shaded(color, topLight);
+    face.Fill = Shaded(color, TopLight);
     face.Outline = {at(left, front, count), at(right, front, count), at(right, back, count), at(left, back, count)};
     PlacedMarks.push_back(face);
     face.Fill = color;
@@ -107,11 +107,11 @@ AxisLabels BarsElement::ColumnLabels(const QRectF& place) const {
         spots.push_back({View.Seen(static_cast<double>(i) + 0.5, 0.0, 0.0).x(), Table.ColumnNames()[i]});
     }
     const double right = View.Seen(View.Space().Columns, 0.0, 0.0).x();
-    return LabelsBelow(spots, {place.left(), right, place.height() * belowShare}, Style.Text());
+    return LabelsBelow(spots, {place.left(), right, place.height() * BelowShare}, Style.Text());
 }
 
 void BarsElement::ArrangeColumnLabels(const QRectF& place) {
-    const double bottom = View.Seen(0.0, 0.0, 0.0).y() + labelGap;
+    const double bottom = View.Seen(0.0, 0.0, 0.0).y() + LabelGap;
     const AxisLabels labels = ColumnLabels(place);
     for (PlacedText text : labels.Texts) {
         text.Pivot += QPointF(0.0, bottom);
@@ -138,7 +138,7 @@ void BarsElement::ArrangeRowLabels() {
     const auto stride = static_cast<std::size_t>(std::max(1.0, std::ceil(LineHeight(style) / pitch)));
     for (std::size_t row = 0; row < Table.Rows(); row += stride) {
         const QPointF edge = View.Seen(View.Space().Columns, static_cast<double>(row) + 0.5, 0.0);
-        const QPointF pivot = edge + QPointF(labelGap, 0.0);
+        const QPointF pivot = edge + QPointF(LabelGap, 0.0);
         PlacedTexts.push_back(
             ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Table.RowNames()[row], style, RowLabelWidth()));
     }
@@ -151,12 +151,12 @@ void BarsElement::ArrangeRowCaption(const QRectF& place) {
                       View.Seen(View.Space().Columns, View.Space().Rows, 0.0));
     if (WidthOf(Table.RowCaption(), style) <= edge.length()) {
         const double besideLabels = LineHeight(style) / 2 * std::fabs(edge.dx() / edge.dy());
-        const QPointF pivot = edge.center() + QPointF(2 * labelGap + RowLabelWidth() + besideLabels, 0.0);
+        const QPointF pivot = edge.center() + QPointF(2 * LabelGap + RowLabelWidth() + besideLabels, 0.0);
         PlacedTexts.push_back(
             TurnedText(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, Table.RowCaption(), style), -edge.angle()));
         return;
     }
-    const QPointF corner = edge.p1() + QPointF(3 * labelGap, labelGap);
+    const QPointF corner = edge.p1() + QPointF(3 * LabelGap, LabelGap);
     const double width = place.right() - corner.x();
     const auto most = std::max(1, static_cast<int>((place.bottom() - corner.y()) / LineHeight(style)));
     const QStringList lines = WrappedLines(Table.RowCaption(), style, width);
@@ -180,7 +180,7 @@ void BarsElement::ArrangeCounts(const QRectF& place) {
         Lines.push_back(QLineF(back, View.Seen(View.Space().Columns, View.Space().Rows, mark.At)));
         spots.push_back({front.y(), mark.Text});
     }
-    const double left = View.Seen(0.0, 0.0, 0.0).x() - labelGap;
+    const double left = View.Seen(0.0, 0.0, 0.0).x() - LabelGap;
     const AxisLabels labels = LabelsBeside(spots, {place.top(), place.bottom(), left - place.left()}, style);
     for (PlacedText text : labels.Texts) {
         text.Pivot.rx() += left;
@@ -205,11 +205,11 @@ void BarsElement::Arrange(const QRectF& place) {
     for (const AxisMark& mark : Counts) {
         countWidth = std::max(countWidth, WidthOf(mark.Text, style));
     }
-    MostRowLabel = place.width() * sideShare;
-    const double right = RowLabelWidth() + 2 * (labelGap + height);
-    QRectF space = place.adjusted(height + countWidth + 2 * labelGap, 2 * height, -right, 0.0);
+    MostRowLabel = place.width() * SideShare;
+    const double right = RowLabelWidth() + 2 * (LabelGap + height);
+    QRectF space = place.adjusted(height + countWidth + 2 * LabelGap, 2 * height, -right, 0.0);
     View = ObliqueView(SpaceOf(Table, Counts), space);
-    space.setBottom(place.bottom() - labelGap * 1.5 - height - ColumnLabels(place).Depth);
+    space.setBottom(place.bottom() - LabelGap * 1.5 - height - ColumnLabels(place).Depth);
     View = ObliqueView(SpaceOf(Table, Counts), space);
 
     ArrangeFloor();
@@ -235,7 +235,7 @@ void BarsElement::draw(QCPPainter* painter) {
 
 ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
     const CountTable table(plot);
-    if (std::max(table.Columns(), table.Rows()) > mostCategories || BarsHideOthers(table)) {
+    if (std::max(table.Columns(), table.Rows()) > MostCategories || BarsHideOthers(table)) {
         return HeatMapOf(sheet, plot);
     }
     return {new BarsElement(sheet, plot)};

@@ -11,10 +11,10 @@
 namespace quillara {
 namespace {
 
-constexpr double leastPointedAt = 6.0;  // pixels
-constexpr double leastWidth = 1.0;  // pixels of a bar
-constexpr double leastApart = 3.0;  // pixels of a bar that has a gap to its neighbour
-constexpr double gapShare = 1.0 / 9.0;  // of a bar's width
+constexpr double LeastPointedAt = 6.0;  // pixels
+constexpr double LeastWidth = 1.0;  // pixels of a bar
+constexpr double LeastApart = 3.0;  // pixels of a bar that has a gap to its neighbour
+constexpr double GapShare = 1.0 / 9.0;  // of a bar's width
 
 class HistogramArea : public ChartArea {
   public:
@@ -70,11 +70,11 @@ HistogramArea::HistogramArea(const ChartSheet& sheet, const Histogram& chart)
 
 /// Narrow bars stand side by side on whole pixels: their edges would make a pattern that isn't in the data.
 QRectF OnWholePixels(QRectF bar) {
-    if (bar.width() < leastApart) {
-        const double withGap = bar.width() * (1.0 + gapShare);
+    if (bar.width() < LeastApart) {
+        const double withGap = bar.width() * (1.0 + GapShare);
         const double right = std::floor(bar.left() + withGap);
         bar.setLeft(std::floor(bar.left()));
-        bar.setRight(std::max(bar.left() + leastWidth, right));
+        bar.setRight(std::max(bar.left() + LeastWidth, right));
     }
     return bar;
 }
@@ -108,11 +108,11 @@ ChartMark HistogramArea::MarkOf(const HistogramBar& bar) const {
 /// A bar that is too low to be pointed at gets an unseen one behind it.
 void HistogramArea::AddBar(const ChartMark& bar) {
     const QRectF place = bar.Outline.boundingRect();
-    if (place.height() < leastPointedAt) {
+    if (place.height() < LeastPointedAt) {
         ChartMark unseen = bar;
         unseen.Fill = QColor();
         unseen.IsMissing = false;
-        unseen.Outline = RectangleOutline(place.adjusted(0.0, place.height() - leastPointedAt, 0.0, 0.0));
+        unseen.Outline = RectangleOutline(place.adjusted(0.0, place.height() - LeastPointedAt, 0.0, 0.0));
         PlacedMarks.push_back(unseen);
     }
     PlacedMarks.push_back(bar);

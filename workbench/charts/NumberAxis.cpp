@@ -11,12 +11,12 @@
 namespace quillara {
 namespace {
 
-constexpr double slack = 1e-9;  // of a step, for bounds that are round themselves
-constexpr int mostPlainDigits = 15;
-constexpr double mostPlain = 1e15;
-constexpr int mostDecimals = 7;
-constexpr int mostDigits = 17;  // that tell any two doubles apart
-constexpr double finestStep = 1e-15;  // of the bounds, before it is lost in their digits
+constexpr double Slack = 1e-9;  // of a step, for bounds that are round themselves
+constexpr int MostPlainDigits = 15;
+constexpr double MostPlain = 1e15;
+constexpr int MostDecimals = 7;
+constexpr int MostDigits = 17;  // that tell any two doubles apart
+constexpr double FinestStep = 1e-15;  // of the bounds, before it is lost in their digits
 
 /// Half the width of a range, because the whole may be more than a double holds.
 double UsualStep(double halfWidth, int most) {
@@ -24,8 +24,8 @@ double UsualStep(double halfWidth, int most) {
     const double power = std::pow(10.0, std::floor(std::log10(least)));
     for (const double factor : std::array{1.0, 2.0, 5.0, 10.0}) {
         const double step = factor * power;
-        const double steps = std::floor(2 * (halfWidth / step) + slack) + 1;
-        if (step >= least * (1.0 - slack) && steps <= most) {
+        const double steps = std::floor(2 * (halfWidth / step) + Slack) + 1;
+        if (step >= least * (1.0 - Slack) && steps <= most) {
             return step;
         }
     }
@@ -33,14 +33,14 @@ double UsualStep(double halfWidth, int most) {
 }
 
 double CountAt(double step, double low, double high) {
-    return std::floor(high / step + slack) - std::ceil(low / step - slack) + 1;
+    return std::floor(high / step + Slack) - std::ceil(low / step - Slack) + 1;
 }
 
 /// A step of 5 that leaves one number alone, or none, gives way to one of 4.
 double StepFor(double low, double high, int most) {
     const double step = UsualStep(high / 2 - low / 2, most);
     const double other = step / 5 * 4;
-    const bool isFive = std::fabs(step / std::pow(10.0, std::floor(std::log10(step))) - 5.0) < slack;
+    const bool isFive = std::fabs(step / std::pow(10.0, std::floor(std::log10(step))) - 5.0) < Slack;
     const double count = CountAt(step, low, high);
     const bool isBetter = count < 2 && CountAt(other, low, high) > count;
     return isFive && isBetter && CountAt(other, low, high) <= most ? other : step;
@@ -48,7 +48,7 @@ double StepFor(double low, double high, int most) {
 
 /// The place of the first digit of a number before (0, 1, ...) or behind (-1, ...) its point.
 int FirstDigit(double number) {
-    const double place = std::floor(std::log10(number) + slack);
+    const double place = std::floor(std::log10(number) + Slack);
     return std::isfinite(place) ? static_cast<int>(place) : 0;  // 0 has no digits
 }
 
@@ -56,8 +56,8 @@ int FirstDigit(double number) {
 class TickForm {
   public:
     TickForm(double largest, double step) : Decimals(std::max(0, -FirstDigit(step))) {
-        IsPlain = largest < mostPlain && Decimals <= mostDecimals && FirstDigit(largest) + Decimals < mostPlainDigits;
-        Digits = std::clamp(FirstDigit(largest) - FirstDigit(step), 0, mostDigits - 1);
+        IsPlain = largest < MostPlain && Decimals <= MostDecimals && FirstDigit(largest) + Decimals < MostPlainDigits;
+        Digits = std::clamp(FirstDigit(largest) - FirstDigit(step), 0, MostDigits - 1);
     }
     [[nodiscard]] QString TextOf(double number) const {
         if (IsPlain || number == 0.0) {
@@ -85,11 +85,11 @@ std::vector<AxisMark> RoundNumbers(double low, double high, int most) {
     }
     const double step = StepFor(low, high, std::max(most, 2));
     const double largest = std::max(std::fabs(low), std::fabs(high));
-    if (step < largest * finestStep) {
+    if (step < largest * FinestStep) {
         return OneValue(low, high, ValueKind::Number);
     }
     const TickForm form(largest, step);
-    const double first = std::ceil(low / step - slack);
+    const double first = std::ceil(low / step - Slack);
     const int count = static_cast<int>(std::min<double>(CountAt(step, low, high), std::max(most, 2)));
     std::vector<AxisMark> marks;
     for (int i = 0; i < count; ++i) {
@@ -117,11 +117,11 @@ QString NumberText(double number, int digits) {
     if (number == 0.0) {
         return QStringLiteral("0");
     }
-    if (magnitude < mostPlain && std::floor(number) == number) {
+    if (magnitude < MostPlain && std::floor(number) == number) {
         return QString::number(number, 'f', 0);
     }
     constexpr double leastPlain = 1.0;
-    const bool needsMore = leastPlain <= magnitude && magnitude < mostPlain;
+    const bool needsMore = leastPlain <= magnitude && magnitude < MostPlain;
     return QString::number(number, 'g', needsMore ? std::max(digits, FirstDigit(magnitude) + 3) : digits);
 }
 

@@ -6,17 +6,17 @@ namespace quillara {
 namespace {
 
 // Shares of the place that the depth takes: few rows need less of it.
-constexpr double mostDepthAcross = 0.26;
-constexpr double mostDepthUp = 0.45;
-constexpr double leastDepth = 0.25;  // of the most
-constexpr double rowsForMost = 10.0;
+constexpr double MostDepthAcross = 0.26;
+constexpr double MostDepthUp = 0.45;
+constexpr double LeastDepth = 0.25;  // of the most
+constexpr double RowsForMost = 10.0;
 
 }  // namespace
 
 ObliqueView::ObliqueView(const Extent& space, const QRectF& place) : Whole(space), Origin(place.bottomLeft()) {
-    const double depth = std::clamp(Whole.Rows / rowsForMost, leastDepth, 1.0);
-    const double across = place.width() * mostDepthAcross * depth;
-    const double up = place.height() * mostDepthUp * depth;
+    const double depth = std::clamp(Whole.Rows / RowsForMost, LeastDepth, 1.0);
+    const double across = place.width() * MostDepthAcross * depth;
+    const double up = place.height() * MostDepthUp * depth;
     PerRow = QPointF(across, -up) / Whole.Rows;
     PerColumn = (place.width() - across) / Whole.Columns;
     PerUnit = (place.height() - up) / Whole.Height;

@@ -9,9 +9,9 @@
 namespace quillara {
 namespace {
 
-constexpr double fullCircle = 2 * std::numbers::pi;
-constexpr double arcStep = fullCircle / 240;
-constexpr double leastEdged = 4.0;  // pixels of the arc; thinner slices would be nothing but edge
+constexpr double FullCircle = 2 * std::numbers::pi;
+constexpr double ArcStep = FullCircle / 240;
+constexpr double LeastEdged = 4.0;  // pixels of the arc; thinner slices would be nothing but edge
 
 class PieElement : public ChartElement {
   public:
@@ -31,10 +31,10 @@ class PieElement : public ChartElement {
 
 QPolygonF SliceOutline(const PieCircle& circle, double from, double to) {
     QPolygonF outline;
-    if (to - from < fullCircle * (1 - 1e-9)) {
+    if (to - from < FullCircle * (1 - 1e-9)) {
         outline << circle.Centre;
     }
-    const int steps = std::max(1, static_cast<int>(std::ceil((to - from) / arcStep)));
+    const int steps = std::max(1, static_cast<int>(std::ceil((to - from) / ArcStep)));
     for (int i = 0; i <= steps; ++i) {
         const double angle = from + (to - from) * i / steps;
         outline << circle.Centre + circle.Radius * QPointF(std::cos(angle), std::sin(angle));
@@ -46,12 +46,12 @@ void PieElement::ArrangeSlices(const PieLayout& pie) {
     const double total = TotalOf(pie.Slices);
     double angle = pie.Start;
     for (const PieSlice& slice : pie.Slices) {
-        const double next = angle + fullCircle * slice.Count / total;
+        const double next = angle + FullCircle * slice.Count / total;
         ChartMark mark;
         mark.Outline = SliceOutline(pie.Circle, angle, next);
         mark.Fill = slice.Color;
         mark.IsMissing = slice.IsMissing;
-        mark.Edge = (next - angle) * pie.Circle.Radius > leastEdged ? Style.Background : QColor();
+        mark.Edge = (next - angle) * pie.Circle.Radius > LeastEdged ? Style.Background : QColor();
         mark.Tip = CountTip(slice.Name, slice.Count, total);
         mark.Series = slice.Point < 0 ? -1 : 0;
         mark.Point = slice.Point;

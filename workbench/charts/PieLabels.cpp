@@ -7,11 +7,11 @@
 namespace quillara {
 namespace {
 
-constexpr double elbow = 8.0;
-constexpr double distance = 24.0;
-constexpr double textGap = 4.0;
-constexpr double blockGap = 2.0;
-constexpr double leastClearance = 2.0;  // between a leader and the circle
+constexpr double Elbow = 8.0;
+constexpr double Distance = 24.0;
+constexpr double TextGap = 4.0;
+constexpr double BlockGap = 2.0;
+constexpr double LeastClearance = 2.0;  // between a leader and the circle
 
 /// A label of one side on its way to its place.
 struct Block {
@@ -33,8 +33,8 @@ Blocks BlocksOn(Side side, const std::vector<PieLabelWish>& wishes, const PieCir
     for (const PieLabelWish& wish : wishes) {
         const bool isRight = std::cos(wish.Angle) >= 0.0;
         if (isRight == (side == Side::Right)) {
-            const double height = static_cast<double>(wish.Lines.size()) * lineHeight + blockGap;
-            blocks.push_back({wish, height, OnRay(circle, wish.Angle, circle.Radius + elbow).y(), 0.0});
+            const double height = static_cast<double>(wish.Lines.size()) * lineHeight + BlockGap;
+            blocks.push_back({wish, height, OnRay(circle, wish.Angle, circle.Radius + Elbow).y(), 0.0});
         }
     }
     std::ranges::stable_sort(blocks, {}, &Block::Middle);
@@ -96,20 +96,20 @@ std::size_t DropLast(Blocks& blocks, double room) {
 void Place(PieLabels& labels, const Block& block, const PieCircle& circle, const QRectF& place,
            const TextStyle& style) {
     const bool isRight = std::cos(block.Wish.Angle) >= 0.0;
-    const double x = circle.Centre.x() + (isRight ? 1.0 : -1.0) * (circle.Radius + distance);
+    const double x = circle.Centre.x() + (isRight ? 1.0 : -1.0) * (circle.Radius + Distance);
     const double width = isRight ? place.right() - x : x - place.left();
     const double y = block.Top + block.Height / 2;
     const Qt::Alignment alignment = (isRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignTop;
     for (int i = 0; i < block.Wish.Lines.size(); ++i) {
-        const QPointF pivot(x, block.Top + blockGap / 2 + i * LineHeight(style));
+        const QPointF pivot(x, block.Top + BlockGap / 2 + i * LineHeight(style));
         labels.Texts.push_back(ElidedText(pivot, alignment, block.Wish.Lines[i], style, width));
         if (!block.Wish.Whole.isEmpty()) {
             labels.Texts.back().Whole = block.Wish.Whole;
         }
     }
     labels.Leaders.push_back(QPolygonF({OnRay(circle, block.Wish.Angle, circle.Radius),
-                                        OnRay(circle, block.Wish.Angle, circle.Radius + elbow),
-                                        QPointF(x + (isRight ? -textGap : textGap), y)}));
+                                        OnRay(circle, block.Wish.Angle, circle.Radius + Elbow),
+                                        QPointF(x + (isRight ? -TextGap : TextGap), y)}));
 }
 
 double DistanceTo(QPointF point, const QLineF& line) {
@@ -135,7 +135,7 @@ std::size_t FaultsOf(const std::vector<QPolygonF>& leaders, const PieCircle& cir
     std::size_t faults = 0;
     for (auto leader = leaders.begin(); leader != leaders.end(); ++leader) {
         const QLineF last(leader->at(1), leader->at(2));
-        faults += DistanceTo(circle.Centre, last) < circle.Radius + leastClearance ? 1 : 0;
+        faults += DistanceTo(circle.Centre, last) < circle.Radius + LeastClearance ? 1 : 0;
         faults += static_cast<std::size_t>(
             std::count_if(leaders.begin(), leader, [&](const QPolygonF& other) { return Cross(*leader, other); }));
     }
@@ -160,7 +160,7 @@ PieLabels LayOutPieLabels(const std::vector<PieLabelWish>& wishes, const PieCirc
 }
 
 double PieLabelDistance() {
-    return distance;
+    return Distance;
 }
 
 }  // namespace quillara

@@ -12,14 +12,14 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t mostCategories = 12;
-constexpr double labelShare = 0.30;  // of the width, for the labels of one side
-constexpr double usualRadiusShare = 0.28;  // of the shorter side, at least
-constexpr double leastRadiusShare = 0.16;  // the same where names would be cut else
-constexpr double leastRadius = 20.0;
-constexpr qsizetype mostNameLines = 3;
-constexpr double fullCircle = 2 * std::numbers::pi;
-constexpr double twelveOClock = -fullCircle / 4;
+constexpr std::size_t MostCategories = 12;
+constexpr double LabelShare = 0.30;  // of the width, for the labels of one side
+constexpr double UsualRadiusShare = 0.28;  // of the shorter side, at least
+constexpr double LeastRadiusShare = 0.16;  // the same where names would be cut else
+constexpr double LeastRadius = 20.0;
+constexpr qsizetype MostNameLines = 3;
+constexpr double FullCircle = 2 * std::numbers::pi;
+constexpr double TwelveOClock = -FullCircle / 4;
 
 /// What the labels tell, from the most to what has room anywhere.
 enum class LabelContent { WholeNameAndCount, NameAndPercent };
@@ -29,11 +29,11 @@ struct Labelling {
     LabelContent Content;
     double RadiusShare;  ///< of the shorter side, that labels leave to the circle
 };
-constexpr std::array<Labelling, 4> labellings = {{
-    {LabelContent::WholeNameAndCount, usualRadiusShare},
-    {LabelContent::WholeNameAndCount, leastRadiusShare},
-    {LabelContent::NameAndPercent, usualRadiusShare},
-    {LabelContent::NameAndPercent, leastRadiusShare},
+constexpr std::array<Labelling, 4> Labellings = {{
+    {LabelContent::WholeNameAndCount, UsualRadiusShare},
+    {LabelContent::WholeNameAndCount, LeastRadiusShare},
+    {LabelContent::NameAndPercent, UsualRadiusShare},
+    {LabelContent::NameAndPercent, LeastRadiusShare},
 }};
 
 /// How wide a line of a label may be, and how it is written.
@@ -55,8 +55,8 @@ PieLabelWish WholeLabel(const PieSlice& slice, const QString& percent, const Lab
     }
     QStringList lines = WrappedLines(slice.Name, room.Style, room.Width);
     QString whole;
-    if (lines.size() > mostNameLines) {
-        lines = lines.first(mostNameLines);
+    if (lines.size() > MostNameLines) {
+        lines = lines.first(MostNameLines);
         lines.back() = Elided(lines.back() + QStringLiteral("\u2026"), room, room.Width);
         whole = slice.Name;
     }
@@ -78,7 +78,7 @@ std::vector<PieLabelWish> WishesOf(const PieLayout& pie, LabelContent content, c
         const QString percent = PercentText(slice.Count, total);
         PieLabelWish wish = content == LabelContent::WholeNameAndCount ? WholeLabel(slice, percent, room)
                                                                        : ShortLabel(slice, percent, room);
-        wish.Angle = pie.Start + fullCircle * (before + slice.Count / 2) / total;
+        wish.Angle = pie.Start + FullCircle * (before + slice.Count / 2) / total;
         wishes.push_back(wish);
         before += slice.Count;
     }
@@ -102,15 +102,15 @@ double LargestOnTheLeft(const std::vector<PieSlice>& slices) {
     for (auto slice = slices.begin(); slice != largest; ++slice) {
         before += slice->Count;
     }
-    return fullCircle / 2 - fullCircle * before / TotalOf(slices);
+    return FullCircle / 2 - FullCircle * before / TotalOf(slices);
 }
 
 /// The widest that the labels of one side may become.
 double LabelWidth(const QRectF& place, double radiusShare) {
-    const double radius = std::max(leastRadius, std::min(place.width(), place.height()) * radiusShare);
+    const double radius = std::max(LeastRadius, std::min(place.width(), place.height()) * radiusShare);
     const double besideCircle = place.width() / 2 - PieLabelDistance() - radius;
-    const double most = place.width() / 2 - PieLabelDistance() - leastRadius;
-    return std::min(std::max(place.width() * labelShare, besideCircle), most);
+    const double most = place.width() / 2 - PieLabelDistance() - LeastRadius;
+    return std::min(std::max(place.width() * LabelShare, besideCircle), most);
 }
 
 PieLayout Labelled(PieLayout pie, const Labelling& labelling, const QRectF& place, const TextStyle& style) {
@@ -118,7 +118,7 @@ PieLayout Labelled(PieLayout pie, const Labelling& labelling, const QRectF& plac
     const std::vector<PieLabelWish> wishes = WishesOf(pie, labelling.Content, room);
     const double beside = std::min(WidestLine(wishes, style), room.Width) + PieLabelDistance();
     const double radius = std::min(place.width() / 2 - beside, place.height() / 2 - LineHeight(style));
-    pie.Circle = {place.center(), std::max(leastRadius, radius)};
+    pie.Circle = {place.center(), std::max(LeastRadius, radius)};
     pie.Labels = LayOutPieLabels(wishes, pie.Circle, place, style);
     return pie;
 }
@@ -132,8 +132,8 @@ std::size_t CutNames(const PieLayout& pie) {
 PieLayout BestLabelled(PieLayout pie, const QRectF& place, const TextStyle& style) {
     std::optional<PieLayout> best;
     const auto badness = [](const PieLayout& one) { return std::pair(one.Labels.Faults, CutNames(one)); };
-    for (const Labelling& labelling : labellings) {
-        for (const double start : std::array{twelveOClock, LargestOnTheLeft(pie.Slices)}) {
+    for (const Labelling& labelling : Labellings) {
+        for (const double start : std::array{TwelveOClock, LargestOnTheLeft(pie.Slices)}) {
             pie.Start = start;
             const PieLayout layout = Labelled(pie, labelling, place, style);
             if (!best || badness(layout) < badness(*best)) {
@@ -152,7 +152,7 @@ PieLayout BestLabelled(PieLayout pie, const QRectF& place, const TextStyle& styl
 PieLayout LayOutPie(const std::vector<PieSlice>& categories, const QRectF& place, const ChartStyle& style) {
     PieLayout best;
     best.Labels.Faults = categories.size() + 1;
-    for (std::size_t most = mostCategories; most > 0 && best.Labels.Faults > 0; --most) {
+    for (std::size_t most = MostCategories; most > 0 && best.Labels.Faults > 0; --most) {
         PieLayout pie;
         pie.Slices = Gathered(categories, most);
         Paint(pie.Slices, style);

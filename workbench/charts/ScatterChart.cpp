@@ -10,13 +10,13 @@
 namespace quillara {
 namespace {
 
-constexpr std::int64_t mostSinglePoints = 20000;  // of a vector file
-constexpr double mostGround = 2.0;  // of a cell, that points cover when none lies on another
-constexpr double constantShare = 0.2;  // of the width of a cell, for the one bar of a constant
-constexpr double nameShare = 0.45;  // of a diagonal cell, above a histogram
-constexpr double nameRoom = 3.0;
-constexpr double mostNameShare = 0.2;  // of the width, for names beside the rows
-constexpr double leastNameSize = 7.0;
+constexpr std::int64_t MostSinglePoints = 20000;  // of a vector file
+constexpr double MostGround = 2.0;  // of a cell, that points cover when none lies on another
+constexpr double ConstantShare = 0.2;  // of the width of a cell, for the one bar of a constant
+constexpr double NameShare = 0.45;  // of a diagonal cell, above a histogram
+constexpr double NameRoom = 3.0;
+constexpr double MostNameShare = 0.2;  // of the width, for names beside the rows
+constexpr double LeastNameSize = 7.0;
 
 class ScatterElement : public ChartElement {
   public:
@@ -74,16 +74,16 @@ double ScatterElement::NameHeight(const QRectF& cell) const {
     if (!NamesAreInside) {
         return 0.0;
     }
-    return (Matrix.Flags & ScatterFlag::Histograms) != 0 ? cell.height() * nameShare : cell.height();
+    return (Matrix.Flags & ScatterFlag::Histograms) != 0 ? cell.height() * NameShare : cell.height();
 }
 
 /// The size of text with which all names fit whole into their cells; 0 when they don't even in the smallest.
 double ScatterElement::NameSize() const {
-    for (double size = Style.TextSize; size >= leastNameSize; size -= 1.0) {
+    for (double size = Style.TextSize; size >= LeastNameSize; size -= 1.0) {
         const TextStyle style = Style.TextOfSize(size);
         const bool allFit = std::ranges::all_of(Matrix.Variables, [&](const ScatterVariable& variable) {
             const QRectF cell = Grid.Cell(0, 0);
-            const QStringList lines = WrappedLines(Shown(variable.Name), style, cell.width() - 2 * nameRoom);
+            const QStringList lines = WrappedLines(Shown(variable.Name), style, cell.width() - 2 * NameRoom);
             const bool isWhole = lines.join(u' ') == Shown(variable.Name).simplified();
             return isWhole && static_cast<double>(lines.size()) * LineHeight(style) <= NameHeight(cell);
         });
@@ -97,7 +97,7 @@ double ScatterElement::NameSize() const {
 void ScatterElement::ArrangeName(std::size_t variable, double size) {
     const QRectF cell = Grid.Cell(variable, variable);
     const TextStyle style = Style.TextOfSize(size);
-    const QStringList lines = WrappedLines(Shown(Matrix.Variables[variable].Name), style, cell.width() - 2 * nameRoom);
+    const QStringList lines = WrappedLines(Shown(Matrix.Variables[variable].Name), style, cell.width() - 2 * NameRoom);
     double y = cell.top() + (NameHeight(cell) - static_cast<double>(lines.size()) * LineHeight(style)) / 2;
     for (const QString& line : lines) {
         PlacedTexts.push_back(TextAt({cell.center().x(), y}, Qt::AlignHCenter | Qt::AlignTop, line, style));
@@ -108,16 +108,16 @@ void ScatterElement::ArrangeName(std::size_t variable, double size) {
 /// Where cells are too small for the names, these stand at the right ends of the rows.
 void ScatterElement::ArrangeNamesBeside(const QRectF& place) {
     const double cellHeight = place.height() / static_cast<double>(Count());
-    const TextStyle style = Style.TextOfSize(std::clamp(cellHeight * 0.6, leastNameSize, Style.TextSize));
+    const TextStyle style = Style.TextOfSize(std::clamp(cellHeight * 0.6, LeastNameSize, Style.TextSize));
     double widest = 0.0;
     for (const ScatterVariable& variable : Matrix.Variables) {
         widest = std::max(widest, WidthOf(Shown(variable.Name), style));
     }
-    const double width = std::min(widest, place.width() * mostNameShare);
-    Grid = GridAt(place.adjusted(0.0, 0.0, -width - 2 * nameRoom, 0.0));
+    const double width = std::min(widest, place.width() * MostNameShare);
+    Grid = GridAt(place.adjusted(0.0, 0.0, -width - 2 * NameRoom, 0.0));
     for (std::size_t row = 0; row < Count(); ++row) {
         const QRectF cell = Grid.Cell(row, Count() - 1);
-        PlacedTexts.push_back(ElidedText({cell.right() + 2 * nameRoom, cell.center().y()},
+        PlacedTexts.push_back(ElidedText({cell.right() + 2 * NameRoom, cell.center().y()},
                                          Qt::AlignLeft | Qt::AlignVCenter, Shown(Matrix.Variables[row].Name), style,
                                          width));
     }
@@ -229,7 +229,7 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
     painter.setPen(QPen(Style.Background, 0.5));
     painter.setBrush(SeriesColor(ChartColor::Blue, Style.IsDark));
     if (!(side.Min < side.Max)) {
-        const double width = cell.width() * constantShare;
+        const double width = cell.width() * ConstantShare;
         painter.drawRect(QRectF(cell.center().x() - width / 2, cell.bottom() - room, width, room));
         return;
     }
@@ -276,7 +276,7 @@ PointLook ScatterElement::Look() const {
 bool ScatterElement::ShowsCounts() const {
     const QSizeF cell = Grid.Cell(0, 0).size();
     const double ground = static_cast<double>(MostCases(Matrix)) * Grid.PointSize() * Grid.PointSize();
-    return ground > mostGround * cell.width() * cell.height();
+    return ground > MostGround * cell.width() * cell.height();
 }
 
 /// The pixels that lie wholly within a place.
@@ -307,7 +307,7 @@ void ScatterElement::DrawPointCells(QCPPainter& painter) const {
     const PointLook look = Look();
     const auto cells = static_cast<std::int64_t>(Matrix.Cells.size());
     const bool asShapes =
-        painter.modes().testFlag(QCPPainter::pmVectorized) && MostCases(Matrix) * cells <= mostSinglePoints;
+        painter.modes().testFlag(QCPPainter::pmVectorized) && MostCases(Matrix) * cells <= MostSinglePoints;
     for (std::size_t place = 0; place < Matrix.Cells.size(); ++place) {
         const std::size_t row = place / Count();
         const std::size_t column = place % Count();

@@ -9,19 +9,19 @@
 namespace quillara {
 namespace {
 
-constexpr double between = 2.0;  // pixels, half of it on each side of a cell
-constexpr double rimShare = 0.03;  // of a cell, around its points
-constexpr double labelGap = 5.0;
-constexpr double tickLength = 3.0;
-constexpr double mostLabelShare = 0.2;  // of the place, for the labels of one side
-constexpr double numberDistance = 9.0;  // pixels between texts beside each other
-constexpr double lineDistance = 3.0;  // and between texts below each other
-constexpr int mostNumbers = 6;
-constexpr double leastTextSize = 7.0;
-const QSizeF leastForHeading(80.0, 55.0);  // pixels of a cell
-constexpr double headingRoom = 3.0;
-constexpr double largest = std::numeric_limits<double>::max();
-constexpr double onConstant = 0.5;  // where all values of a constant lie
+constexpr double Between = 2.0;  // pixels, half of it on each side of a cell
+constexpr double RimShare = 0.03;  // of a cell, around its points
+constexpr double LabelGap = 5.0;
+constexpr double TickLength = 3.0;
+constexpr double MostLabelShare = 0.2;  // of the place, for the labels of one side
+constexpr double NumberDistance = 9.0;  // pixels Between texts beside each other
+constexpr double LineDistance = 3.0;  // and Between texts below each other
+constexpr int MostNumbers = 6;
+constexpr double LeastTextSize = 7.0;
+const QSizeF LeastForHeading(80.0, 55.0);  // pixels of a cell
+constexpr double HeadingRoom = 3.0;
+constexpr double Largest = std::numeric_limits<double>::max();
+constexpr double OnConstant = 0.5;  // where all values of a constant lie
 
 double CountOf(const std::vector<ScatterSide>& sides) {
     return std::max(1.0, static_cast<double>(sides.size()));
@@ -44,7 +44,7 @@ std::vector<AxisMark> ValuesFitting(const ScatterSide& side, double rim, double 
     const double rimPlaces = rim / std::max(pixels - 2 * rim, 1.0) * (side.HighPlace - side.LowPlace);
     const double low = side.ValueAt(side.LowPlace - rimPlaces);
     const double high = side.ValueAt(side.HighPlace + rimPlaces);
-    for (int most = mostNumbers; most >= 2; --most) {
+    for (int most = MostNumbers; most >= 2; --most) {
         marks = RoundValues(low, high, most, side.Kind);
         double needed = 0.0;
         for (const AxisMark& mark : marks) {
@@ -58,7 +58,7 @@ std::vector<AxisMark> ValuesFitting(const ScatterSide& side, double rim, double 
 }
 
 TextStyle LabelStyle(const ChartStyle& style, double cellHeight) {
-    TextStyle text = style.TextOfSize(std::clamp(cellHeight * 0.4, leastTextSize, style.TextSize - 2.0));
+    TextStyle text = style.TextOfSize(std::clamp(cellHeight * 0.4, LeastTextSize, style.TextSize - 2.0));
     text.Color = style.FaintInk;
     return text;
 }
@@ -67,15 +67,15 @@ TextStyle LabelStyle(const ChartStyle& style, double cellHeight) {
 
 double ScatterSide::PlaceOf(double value) const {
     if (!(Min < Max)) {
-        return onConstant;
+        return OnConstant;
     }
     const double width = Max - Min;
-    const double held = std::clamp(value, -largest, largest);
+    const double held = std::clamp(value, -Largest, Largest);
     return std::isfinite(width) ? (held - Min) / width : (held / 2 - Min / 2) / (Max / 2 - Min / 2);
 }
 
 double ScatterSide::ValueAt(double place) const {
-    return Min < Max ? std::clamp(Min * (1.0 - place) + Max * place, -largest, largest) : Min;
+    return Min < Max ? std::clamp(Min * (1.0 - place) + Max * place, -Largest, Largest) : Min;
 }
 
 ScatterGrid::ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place,
@@ -86,10 +86,10 @@ ScatterGrid::ScatterGrid(const ScatterMatrix& matrix, const Subject& about, cons
         Sides.push_back(SideOf(matrix.Variables[i], about.KindOf(i), hasBars));
     }
     const TextStyle text = LabelStyle(style, place.height() / CountOf(Sides));
-    const double mostLeft = place.width() * mostLabelShare;
-    const double mostBelow = place.height() * mostLabelShare;
-    Area.setLeft(place.left() + std::ceil(LabelRows(text, mostLeft)) + labelGap);
-    Area.setBottom(place.bottom() - std::ceil(LabelColumns(text, mostBelow)) - labelGap);
+    const double mostLeft = place.width() * MostLabelShare;
+    const double mostBelow = place.height() * MostLabelShare;
+    Area.setLeft(place.left() + std::ceil(LabelRows(text, mostLeft)) + LabelGap);
+    Area.setBottom(place.bottom() - std::ceil(LabelColumns(text, mostBelow)) - LabelGap);
     PlacedLabels.clear();
     TickLines.clear();
     LabelRows(text, mostLeft);
@@ -101,7 +101,7 @@ QRectF ScatterGrid::Cell(std::size_t row, std::size_t column) const {
     const double height = Area.height() / CountOf(Sides);
     const QRectF whole(Area.left() + static_cast<double>(column) * width,
                        Area.top() + static_cast<double>(row) * height, width, height);
-    return whole.adjusted(between / 2, between / 2, -between / 2, -between / 2);
+    return whole.adjusted(Between / 2, Between / 2, -Between / 2, -Between / 2);
 }
 
 TextStyle ScatterGrid::HeadingStyle() const {
@@ -110,8 +110,8 @@ TextStyle ScatterGrid::HeadingStyle() const {
 
 double ScatterGrid::HeadingHeight() const {
     const QSizeF cell = Cell(0, 0).size();
-    const bool hasRoom = cell.width() >= leastForHeading.width() && cell.height() >= leastForHeading.height();
-    return hasRoom ? LineHeight(HeadingStyle()) + headingRoom : 0.0;
+    const bool hasRoom = cell.width() >= LeastForHeading.width() && cell.height() >= LeastForHeading.height();
+    return hasRoom ? LineHeight(HeadingStyle()) + HeadingRoom : 0.0;
 }
 
 double ScatterGrid::PointSize() const {
@@ -120,7 +120,7 @@ double ScatterGrid::PointSize() const {
 
 /// Points on the bounds of the range lie wholly within the cell.
 double ScatterGrid::Rim(double length) const {
-    return std::max(PointSize() / 2 + 1.0, length * rimShare);
+    return std::max(PointSize() / 2 + 1.0, length * RimShare);
 }
 
 double ScatterGrid::Across(std::size_t column, double place) const {
@@ -140,7 +140,7 @@ double ScatterGrid::Up(std::size_t row, double place) const {
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsAcross(std::size_t column, const TextStyle& style) const {
-    const auto widthOf = [&](const QString& text) { return WidthOf(text, style) + numberDistance; };
+    const auto widthOf = [&](const QString& text) { return WidthOf(text, style) + NumberDistance; };
     const ScatterSide& side = Sides[column];
     const double width = Cell(0, column).width();
     std::vector<AxisSpot> spots;
@@ -151,7 +151,7 @@ std::vector<AxisSpot> ScatterGrid::SpotsAcross(std::size_t column, const TextSty
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsUp(std::size_t row, const TextStyle& style) const {
-    const auto heightOf = [&](const QString&) { return LineHeight(style) + lineDistance; };
+    const auto heightOf = [&](const QString&) { return LineHeight(style) + LineDistance; };
     const ScatterSide& side = Sides[row];
     const double height = Cell(row, 0).height() - HeadingHeight();
     std::vector<AxisSpot> spots;
@@ -172,11 +172,11 @@ double ScatterGrid::LabelRows(const TextStyle& style, double depth) {
         const AxisLabels labels = LabelsBeside(SpotsUp(row, style), {cell.top(), cell.bottom(), depth}, style);
         widest = std::max(widest, labels.Depth);
         for (PlacedText text : labels.Texts) {
-            text.Pivot += QPointF(cell.left() - labelGap, 0.0);
+            text.Pivot += QPointF(cell.left() - LabelGap, 0.0);
             PlacedLabels.push_back(text);
         }
         for (const double y : labels.Ticks) {
-            TickLines.push_back(QLineF(cell.left() - tickLength, y, cell.left(), y));
+            TickLines.push_back(QLineF(cell.left() - TickLength, y, cell.left(), y));
         }
     }
     return widest;
@@ -193,11 +193,11 @@ double ScatterGrid::LabelColumns(const TextStyle& style, double depth) {
         const AxisLabels labels = LabelsBelow(SpotsAcross(column, style), {cell.left(), cell.right(), depth}, style);
         highest = std::max(highest, labels.Depth);
         for (PlacedText text : labels.Texts) {
-            text.Pivot += QPointF(0.0, cell.bottom() + labelGap);
+            text.Pivot += QPointF(0.0, cell.bottom() + LabelGap);
             PlacedLabels.push_back(text);
         }
         for (const double x : labels.Ticks) {
-            TickLines.push_back(QLineF(x, cell.bottom(), x, cell.bottom() + tickLength));
+            TickLines.push_back(QLineF(x, cell.bottom(), x, cell.bottom() + TickLength));
         }
     }
     return highest;

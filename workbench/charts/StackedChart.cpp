@@ -11,9 +11,9 @@
 namespace quillara {
 namespace {
 
-constexpr double leastEdged = 3.0;  // pixels; thinner layers would be nothing but edge
-constexpr double textRoom = 8.0;  // pixels around the text of a layer
-constexpr int mostLabels = 20;
+constexpr double LeastEdged = 3.0;  // pixels; thinner layers would be nothing but edge
+constexpr double TextRoom = 8.0;  // pixels around the text of a layer
+constexpr int MostLabels = 20;
 
 class StackedArea : public ChartArea {
   public:
@@ -34,7 +34,7 @@ class StackedArea : public ChartArea {
 AreaAxis PercentAxis(const GraphAxis& given) {
     AreaAxis axis = GivenAxis(given);
     const double steps = (given.Max - given.Min) / given.Step;
-    if (axis.Labels.empty() && given.Step > 0.0 && steps <= mostLabels) {
+    if (axis.Labels.empty() && given.Step > 0.0 && steps <= MostLabels) {
         for (int i = 0; i <= static_cast<int>(steps); ++i) {
             const double number = given.Min + i * given.Step;
             axis.Labels.push_back({number, NumberText(number)});
@@ -89,7 +89,7 @@ QStringList LayerLines(const StackedLayer& layer, const TextStyle& style, const 
 
 void StackedArea::ArrangeTexts(const StackedLayer& layer, const QRectF& place, const ChartMark& mark) {
     const TextStyle style{Style.Text().Font, mark.IsMissing ? Style.Ink : InkOn(mark.Fill)};
-    const QStringList lines = LayerLines(layer, style, place.size() - QSizeF(textRoom, 2.0));
+    const QStringList lines = LayerLines(layer, style, place.size() - QSizeF(TextRoom, 2.0));
     const double height = LineHeight(style);
     const double top = place.center().y() - static_cast<double>(lines.size()) * height / 2;
     for (int i = 0; i < lines.size(); ++i) {
@@ -110,7 +110,7 @@ void StackedArea::ArrangeColumn(std::size_t column) {
         mark.Outline = RectangleOutline(place);
         mark.Fill = LayerColor(static_cast<int>(column), layer.Shade, Style.IsDark);
         mark.IsMissing = layer.IsMissing;
-        mark.Edge = place.height() >= leastEdged ? Style.Background : QColor();
+        mark.Edge = place.height() >= LeastEdged ? Style.Background : QColor();
         mark.Tip = TipOf(LabelAt(Chart.X, x), layer);
         mark.Series = layer.Series;
         mark.Point = static_cast<int>(column);

@@ -8,7 +8,7 @@
 namespace quillara {
 namespace {
 
-constexpr double leastLayer = 1e-6;  // percent; thinner ones are what rounding has left
+constexpr double LeastLayer = 1e-6;  // percent; thinner ones are what rounding has left
 
 /// The height of a line between layers. A series that the column doesn't reach has its point at x = 0.
 double HeightOf(const StackedPlot& chart, std::size_t series, std::size_t column) {
@@ -44,7 +44,7 @@ std::vector<StackedLayer> LayersOf(const StackedPlot& chart, std::size_t column,
         StackedLayer layer;
         layer.Top = HeightOf(chart, series, column);
         layer.Bottom = HeightOf(chart, series + 1, column);
-        if (layer.Share() < leastLayer) {
+        if (layer.Share() < LeastLayer) {
             continue;
         }
         const GraphPoint& point = chart.Series[series].Points[column];

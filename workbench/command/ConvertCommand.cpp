@@ -24,7 +24,7 @@ constexpr const char* HowItIsWritten =
 
 std::string Notes() {
     std::string kept;
-    for (const FileFormat& format : fileFormats) {
+    for (const FileFormat& format : FileFormats) {
         if (format.IsWritten) {
             kept += (kept.empty() ? "" : "; ") + std::string(format.Extension) + " keeps " + std::string(format.Keeps);
         }

@@ -30,7 +30,7 @@ FileContent LookInto(const std::string& path, std::string_view extension) {
         return {};
     }
     WorkMonitor monitor;
-    return FileContentOf(ReadBytes(path, monitor, signatureLength), extension);
+    return FileContentOf(ReadBytes(path, monitor, SignatureLength), extension);
 }
 
 [[noreturn]] void RefuseForeign(const std::string& path, const FileContent& content) {
@@ -61,8 +61,8 @@ std::string FormatOf(const std::string& path) {
 
 /// The rules of the statistical format that is written under an extension; null for any other.
 const StatisticalRules* FindRules(std::string_view extension) {
-    const auto found = std::ranges::find(statisticalRules, extension, &StatisticalRules::Extension);
-    return found == statisticalRules.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(RulesOfFormats, extension, &StatisticalRules::Extension);
+    return found == RulesOfFormats.end() ? nullptr : &*found;
 }
 
 /// What `read` gives of the file that was written under a temporary name.

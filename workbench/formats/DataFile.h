@@ -9,7 +9,7 @@
 
 namespace quillara {
 
-/// Reads a data file. Its extension, in any case of letters, says how (see fileFormats). With any other the first bytes
+/// Reads a data file. Its extension, in any case of letters, says how (see FileFormats). With any other the first bytes
 /// say whether it is a statistical file; else it is delimited text. Throws DataError when the file can't be opened, is
 /// damaged or cut short, or is plainly not what its name says; UsageError when options.Encoding isn't known or
 /// options.Separator can't separate; Interrupted when options.Cancelled says so.

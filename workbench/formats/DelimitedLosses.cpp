@@ -25,7 +25,7 @@ struct LossText {
 };
 
 // clang-format off
-constexpr auto lossTexts = std::to_array<LossText>({  // in the order of Loss
+constexpr auto LossTexts = std::to_array<LossText>({  // in the order of Loss
     {"its name becomes ",                           "write sav"},
     {"become missing data",                         "read it with --missing \"\", or write sav"},
     {"values without a text become missing data",   "no format keeps them"},
@@ -34,11 +34,11 @@ constexpr auto lossTexts = std::to_array<LossText>({  // in the order of Loss
     {"parts of a day or second are dropped",        "write sav"},
     {"become ",                                     "write sav"},
 });
-constexpr auto kindNames = std::to_array<std::string_view>({"numbers", "dates", "times of day", "texts"});  // of ValueKind
+constexpr auto KindNames = std::to_array<std::string_view>({"numbers", "dates", "times of day", "texts"});  // of ValueKind
 // clang-format on
 
 std::string_view NameOf(ValueKind kind) {
-    return kindNames[static_cast<std::size_t>(kind)];
+    return KindNames[static_cast<std::size_t>(kind)];
 }
 
 /// The first few texts, in quotes and cut where they are long: "None", "N/A" and 3 more.
@@ -87,7 +87,7 @@ class ColumnComparison {
         for (std::size_t loss = 0; loss < Lost.size(); ++loss) {
             if (!Lost[loss].empty()) {
                 line += (line.empty() ? "" : "; ") + Told(static_cast<Loss>(loss)) + " (" +
-                        std::string(lossTexts[loss].Keeper) + ")";
+                        std::string(LossTexts[loss].Keeper) + ")";
             }
         }
         return line.empty() ? ""
@@ -146,7 +146,7 @@ class ColumnComparison {
     }
 
     [[nodiscard]] std::string Told(Loss loss) const {
-        std::string happening(lossTexts[Index(loss)].Happening);
+        std::string happening(LossTexts[Index(loss)].Happening);
         switch (loss) {
             case Loss::Name:
                 return happening + Listed(Lost[Index(loss)]);
@@ -166,7 +166,7 @@ class ColumnComparison {
 
     ShownColumn& Column;
     const Variable& ReadBack;
-    std::array<std::set<std::string>, lossTexts.size()> Lost;
+    std::array<std::set<std::string>, LossTexts.size()> Lost;
 };
 
 }  // namespace

@@ -16,7 +16,7 @@
 namespace quillara {
 namespace {
 
-constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
 
 /// The fields of one variable, one per case.
 using Column = std::vector<std::string_view>;
@@ -74,7 +74,7 @@ class ColumnReader {
     [[nodiscard]] bool ReadNumbers(std::size_t index, std::vector<double>& values) const {
         const Column& column = All.Columns[index];
         std::optional<std::size_t> tooLarge;
-        values.assign(column.size(), missing);
+        values.assign(column.size(), Missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
             Monitor.Advance();
             if (IsMissing(column[row])) {
@@ -95,7 +95,7 @@ class ColumnReader {
     }
 
     [[nodiscard]] bool ReadDates(const Column& column, std::vector<double>& values) const {
-        values.assign(column.size(), missing);
+        values.assign(column.size(), Missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
             Monitor.Advance();
             if (IsMissing(column[row])) {

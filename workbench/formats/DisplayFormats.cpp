@@ -7,7 +7,7 @@
 namespace quillara {
 namespace {
 
-constexpr int widest = 40;
+constexpr int Widest = 40;
 
 struct SavFormat {
     std::string_view Name;
@@ -15,7 +15,7 @@ struct SavFormat {
 };
 
 // clang-format off
-constexpr auto savFormats = std::to_array<SavFormat>({
+constexpr auto SavFormats = std::to_array<SavFormat>({
     {"F",        1},
     {"COMMA",    1},
     {"DOT",      1},
@@ -60,13 +60,13 @@ std::optional<WidthAndDecimals> PartsOf(std::string_view format) {
         place = std::from_chars(place + 1, end, parts.Decimals).ptr;
     }
     parts.Behind = format.substr(static_cast<std::size_t>(place - format.data()));
-    const bool isSound = 0 < parts.Width && parts.Width <= widest && 0 <= parts.Decimals && parts.Decimals <= 16;
+    const bool isSound = 0 < parts.Width && parts.Width <= Widest && 0 <= parts.Decimals && parts.Decimals <= 16;
     return isSound ? std::optional(parts) : std::nullopt;
 }
 
 bool IsSavFormat(std::string_view format) {
     const std::optional<WidthAndDecimals> parts = PartsOf(format);
-    return parts && parts->Behind.empty() && std::ranges::any_of(savFormats, [&](const SavFormat& known) {
+    return parts && parts->Behind.empty() && std::ranges::any_of(SavFormats, [&](const SavFormat& known) {
                return known.Name == parts->Before && known.LeastWidth <= parts->Width;
            });
 }

@@ -14,11 +14,11 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view ReplacementCharacter = "\xEF\xBF\xBD";
 
 // The characters of bytes 0x80 to 0x9F.
-constexpr std::array<std::uint16_t, 32> windows1252 = {
+constexpr std::array<std::uint16_t, 32> Windows1252 = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
@@ -31,7 +31,7 @@ struct LeadByte {
     unsigned char SecondFirst, SecondLast;
 };
 // clang-format off
-constexpr std::array<LeadByte, 8> leadBytes = {{
+constexpr std::array<LeadByte, 8> LeadBytes = {{
     {0xC2, 0xDF, 1, 0x80, 0xBF},
     {0xE0, 0xE0, 2, 0xA0, 0xBF},
     {0xE1, 0xEC, 2, 0x80, 0xBF},
@@ -51,8 +51,8 @@ bool IsWithin(char character, unsigned char first, unsigned char last) {
 /// Bytes of the character at the front of a text that begins with no ASCII character; 0 when it is malformed.
 std::size_t LengthOfCharacter(std::string_view text) {
     const auto lead = std::ranges::find_if(
-        leadBytes, [&](const LeadByte& candidate) { return IsWithin(text[0], candidate.First, candidate.Last); });
-    if (lead == leadBytes.end() || text.size() <= lead->Followers ||
+        LeadBytes, [&](const LeadByte& candidate) { return IsWithin(text[0], candidate.First, candidate.Last); });
+    if (lead == LeadBytes.end() || text.size() <= lead->Followers ||
         !IsWithin(text[1], lead->SecondFirst, lead->SecondLast)) {
         return 0;
     }
@@ -79,7 +79,7 @@ std::string FromWindows1252(std::string_view bytes, WorkMonitor& monitor) {
     text.reserve(bytes.size() + bytes.size() / 8);
     for (const char byte : bytes) {
         const auto code = static_cast<unsigned char>(byte);
-        AppendCharacter(text, IsWithin(byte, 0x80, 0x9F) ? windows1252[code - 0x80U] : code);
+        AppendCharacter(text, IsWithin(byte, 0x80, 0x9F) ? Windows1252[code - 0x80U] : code);
         monitor.Advance();
     }
     return text;
@@ -123,8 +123,8 @@ class Converter {
 
 /// Whether the text began with the mark.
 bool RemoveByteOrderMark(std::string& text) {
-    const bool isMarked = text.starts_with(byteOrderMark);
-    text.erase(0, isMarked ? byteOrderMark.size() : 0);
+    const bool isMarked = text.starts_with(ByteOrderMark);
+    text.erase(0, isMarked ? ByteOrderMark.size() : 0);
     return isMarked;
 }
 
@@ -170,7 +170,7 @@ std::string ToUtf8(std::string text) {
 std::string WithoutKeyMarks(std::string_view text) {
     std::string result;
     for (std::size_t mark = text.find(KeyMark); mark != std::string_view::npos; mark = text.find(KeyMark)) {
-        result.append(text, 0, mark).append(replacementCharacter);
+        result.append(text, 0, mark).append(ReplacementCharacter);
         text.remove_prefix(mark + 1);
     }
     return result.append(text);

@@ -86,10 +86,10 @@ std::string ReadBytes(const std::string& path, WorkMonitor& monitor, std::size_t
 std::string ReadBytes(const std::string& path, WorkMonitor& monitor, const BeginningCheck& check) {
     InputFile file(path);
     std::string bytes;
-    bool isWhole = file.ReadTo(beginningLength, bytes, monitor);
+    bool isWhole = file.ReadTo(BeginningLength, bytes, monitor);
     check(bytes);
     // A pipe tells no size; a file may grow while it is read: the end is where a read gives nothing.
-    for (std::size_t room = file.Size() + 1; !isWhole; room = 2 * room + beginningLength) {
+    for (std::size_t room = file.Size() + 1; !isWhole; room = 2 * room + BeginningLength) {
         isWhole = file.ReadTo(room, bytes, monitor);
     }
     return bytes;

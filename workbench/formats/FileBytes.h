@@ -15,7 +15,7 @@ namespace quillara {
 [[nodiscard]] std::string ReadBytes(const std::string& path, WorkMonitor& monitor, std::size_t limit);
 
 /// How many bytes at a file's beginning tell whether the rest is worth reading.
-inline constexpr std::size_t beginningLength = std::size_t{64} * 1024;
+inline constexpr std::size_t BeginningLength = std::size_t{64} * 1024;
 
 /// Gets the beginning of a file, or the whole of a shorter one, and throws when it isn't to be read on.
 using BeginningCheck = std::function<void(std::string_view beginning)>;

@@ -18,13 +18,13 @@ std::string Joined(const std::vector<std::string>& texts, std::string_view befor
 }  // namespace
 
 const FileFormat* FindFileFormat(std::string_view extension) {
-    const auto* found = std::ranges::find(fileFormats, extension, &FileFormat::Extension);
-    return found == fileFormats.end() ? nullptr : found;
+    const auto* found = std::ranges::find(FileFormats, extension, &FileFormat::Extension);
+    return found == FileFormats.end() ? nullptr : found;
 }
 
 std::string ReadFormats() {
     std::vector<std::string> formats = {"csv and other delimited text"};
-    for (const FileFormat& format : fileFormats) {
+    for (const FileFormat& format : FileFormats) {
         if (!format.IsDelimitedText) {
             formats.emplace_back(format.Extension);
         }
@@ -34,7 +34,7 @@ std::string ReadFormats() {
 
 std::string WrittenFormats() {
     std::vector<std::string> formats;
-    for (const FileFormat& format : fileFormats) {
+    for (const FileFormat& format : FileFormats) {
         if (format.IsWritten) {
             formats.emplace_back(format.Extension);
         }
@@ -44,7 +44,7 @@ std::string WrittenFormats() {
 
 std::string FormatTable() {
     std::string table = "| extension | content | when written, keeps |\n|---|---|---|\n";
-    for (const FileFormat& format : fileFormats) {
+    for (const FileFormat& format : FileFormats) {
         const std::string_view keeps = format.IsWritten ? format.Keeps : "isn't written";
         table.append("| ").append(format.Extension).append(" | ").append(format.Content).append(" | ");
         table.append(keeps).append(" |\n");

@@ -17,7 +17,7 @@ struct FileFormat {
 
 // clang-format off
 /// All formats that are read. Help, messages and the README tell them from here.
-inline constexpr auto fileFormats = std::to_array<FileFormat>({
+inline constexpr auto FileFormats = std::to_array<FileFormat>({
     {"csv",      true,  true,  "delimited text",         "texts, numbers and dates, and labels in place of codes"},
     {"tsv",      true,  false, "delimited text",         ""},
     {"tab",      true,  false, "delimited text",         ""},

@@ -8,9 +8,9 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view mark = "quillara: ";
-constexpr char lastLine = ';';
-constexpr char lineGoesOn = '+';
+constexpr std::string_view Mark = "quillara: ";
+constexpr char LastLine = ';';
+constexpr char LineGoesOn = '+';
 
 bool IsControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
@@ -79,15 +79,15 @@ std::optional<FileNote> NoteOf(std::string_view content) {
 }  // namespace
 
 std::vector<std::string> LinesOfNotes(const std::vector<FileNote>& notes, std::size_t lineBytes) {
-    const std::size_t room = lineBytes - mark.size() - 1;
+    const std::size_t room = lineBytes - Mark.size() - 1;
     std::vector<std::string> lines;
     for (const FileNote& note : notes) {
         const std::string content = ContentOf(note);
         std::string_view rest = content;
         while (!rest.empty()) {
             const std::size_t length = LengthOfPiece(rest, room);
-            const char end = length == rest.size() ? lastLine : lineGoesOn;
-            lines.push_back(std::string(mark).append(rest.substr(0, length)) + end);
+            const char end = length == rest.size() ? LastLine : LineGoesOn;
+            lines.push_back(std::string(Mark).append(rest.substr(0, length)) + end);
             rest.remove_prefix(length);
         }
     }
@@ -98,12 +98,12 @@ std::vector<FileNote> NotesOfLines(const std::vector<std::string>& lines) {
     std::vector<FileNote> notes;
     std::string content;
     for (const std::string& line : lines) {
-        if (!line.starts_with(mark) || (line.back() != lastLine && line.back() != lineGoesOn)) {
+        if (!line.starts_with(Mark) || (line.back() != LastLine && line.back() != LineGoesOn)) {
             content.clear();
             continue;
         }
-        content.append(line, mark.size(), line.size() - mark.size() - 1);
-        if (line.back() == lineGoesOn) {
+        content.append(line, Mark.size(), line.size() - Mark.size() - 1);
+        if (line.back() == LineGoesOn) {
             continue;
         }
         if (std::optional<FileNote> note = NoteOf(content)) {

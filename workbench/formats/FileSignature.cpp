@@ -6,8 +6,8 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view saveAsCsv = "save it as csv";
-constexpr std::string_view unpack = "unpack it first";
+constexpr std::string_view SaveAsCsv = "save it as csv";
+constexpr std::string_view Unpack = "unpack it first";
 
 /// Bytes that files of one kind begin with, and others that tell it from kinds that begin alike.
 struct Signature {
@@ -17,30 +17,30 @@ struct Signature {
 };
 
 // clang-format off
-constexpr std::string_view zip = "PK\x03\x04";
+constexpr std::string_view Zip = "PK\x03\x04";
 constexpr std::string_view onlyByName("\0", 1);  // no text holds it
 
-constexpr auto signatures = std::to_array<Signature>({
+constexpr auto Signatures = std::to_array<Signature>({
     {"$FL2",                    "",                         {"sav"}},
     {"$FL3",                    "",                         {"zsav"}},
     {"<stata_dta>",             "",                         {"dta"}},
     {"HEADER RECORD*******LIB", "",                         {"xpt"}},
     {std::string_view("\0\0\0\0\0\0\0\0\0\0\0\0\xc2\xea\x81\x60", 16), "", {"sas7bdat"}},
-    {zip,                       "[Content_Types].xml",      {"xlsx", "an Excel workbook", saveAsCsv}},
-    {zip,                       "[Content_Types].xml",      {"xlsm", "an Excel workbook", saveAsCsv}},
-    {zip,                       "opendocument.spreadsheet", {"ods", "an OpenDocument spreadsheet", saveAsCsv}},
-    {zip,                       "",                         {"zip", "a zip archive", unpack}},
-    {"\xD0\xCF\x11\xE0",        "",                         {"xls", "an Excel workbook", saveAsCsv}},
-    {"\x1F\x8B",                "",                         {"gz", "a gzip archive", unpack}},
-    {"BZh",                     "1AY&SY",                   {"bz2", "a bzip2 archive", unpack}},
-    {"\xFD" "7zXZ",             "",                         {"xz", "an xz archive", unpack}},
-    {"7z\xBC\xAF",              "",                         {"7z", "a 7z archive", unpack}},
-    {"PAR1",                    "",                         {"parquet", "a Parquet file", saveAsCsv}},
-    {"ARROW1",                  "",                         {"feather", "an Arrow file", saveAsCsv}},
-    {"SQLite format 3",         "",                         {"sqlite", "an SQLite database", saveAsCsv}},
-    {"%PDF-",                   "",                         {"pdf", "a PDF document", saveAsCsv}},
-    {"{",                       onlyByName,                 {"json", "a JSON file", saveAsCsv}},
-    {"[",                       onlyByName,                 {"json", "a JSON file", saveAsCsv}},
+    {Zip,                       "[Content_Types].xml",      {"xlsx", "an Excel workbook", SaveAsCsv}},
+    {Zip,                       "[Content_Types].xml",      {"xlsm", "an Excel workbook", SaveAsCsv}},
+    {Zip,                       "opendocument.spreadsheet", {"ods", "an OpenDocument spreadsheet", SaveAsCsv}},
+    {Zip,                       "",                         {"zip", "a zip archive", Unpack}},
+    {"\xD0\xCF\x11\xE0",        "",                         {"xls", "an Excel workbook", SaveAsCsv}},
+    {"\x1F\x8B",                "",                         {"gz", "a gzip archive", Unpack}},
+    {"BZh",                     "1AY&SY",                   {"bz2", "a bzip2 archive", Unpack}},
+    {"\xFD" "7zXZ",             "",                         {"xz", "an xz archive", Unpack}},
+    {"7z\xBC\xAF",              "",                         {"7z", "a 7z archive", Unpack}},
+    {"PAR1",                    "",                         {"parquet", "a Parquet file", SaveAsCsv}},
+    {"ARROW1",                  "",                         {"feather", "an Arrow file", SaveAsCsv}},
+    {"SQLite format 3",         "",                         {"sqlite", "an SQLite database", SaveAsCsv}},
+    {"%PDF-",                   "",                         {"pdf", "a PDF document", SaveAsCsv}},
+    {"{",                       onlyByName,                 {"json", "a JSON file", SaveAsCsv}},
+    {"[",                       onlyByName,                 {"json", "a JSON file", SaveAsCsv}},
 });
 // clang-format on
 
@@ -61,11 +61,11 @@ bool IsPor(std::string_view bytes) {
 }  // namespace
 
 FileContent FileContentOf(std::string_view bytes, std::string_view extension) {
-    const auto found = std::ranges::find_if(signatures, [&](const Signature& signature) {
+    const auto found = std::ranges::find_if(Signatures, [&](const Signature& signature) {
         return bytes.starts_with(signature.Begin) &&
                (extension == signature.Content.Extension || bytes.find(signature.Within) != std::string_view::npos);
     });
-    if (found != signatures.end()) {
+    if (found != Signatures.end()) {
         return found->Content;
     }
     if (IsOldDta(bytes)) {

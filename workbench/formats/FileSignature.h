@@ -13,7 +13,7 @@ struct FileContent {
 };
 
 /// How many bytes of a file FileContentOf wants, where there are so many.
-inline constexpr std::size_t signatureLength = 600;
+inline constexpr std::size_t SignatureLength = 600;
 
 /// The content of a file with these first bytes and this extension (in small letters).
 [[nodiscard]] FileContent FileContentOf(std::string_view bytes, std::string_view extension);

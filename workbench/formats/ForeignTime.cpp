@@ -14,12 +14,12 @@ namespace {
 
 using Scale = ForeignTime::Scale;
 
-constexpr double day1582 = -141428;  // 1582-10-14, from which sav and por count
-constexpr double day1960 = -3653;  // 1960-01-01, from which dta, sas7bdat and xpt count
-constexpr double firstDay = -719162;  // 0001-01-01
-constexpr double lastDay = 2932896;  // 9999-12-31
-constexpr double secondsPerDay = 86400;
-constexpr double millisecondsPerDay = 1000 * secondsPerDay;
+constexpr double Day1582 = -141428;  // 1582-10-14, from which sav and por count
+constexpr double Day1960 = -3653;  // 1960-01-01, from which dta, sas7bdat and xpt count
+constexpr double FirstDay = -719162;  // 0001-01-01
+constexpr double LastDay = 2932896;  // 9999-12-31
+constexpr double SecondsPerDay = 86400;
+constexpr double MillisecondsPerDay = 1000 * SecondsPerDay;
 
 struct NamedFormat {
     std::string_view Name;
@@ -27,7 +27,7 @@ struct NamedFormat {
 };
 
 // clang-format off
-constexpr std::array savFormats = std::to_array<NamedFormat>({
+constexpr std::array SavFormats = std::to_array<NamedFormat>({
     {"DATE",     Scale::DateOfSeconds},
     {"ADATE",    Scale::DateOfSeconds},
     {"EDATE",    Scale::DateOfSeconds},
@@ -43,7 +43,7 @@ constexpr std::array savFormats = std::to_array<NamedFormat>({
     {"MTIME",    Scale::ClockOfSeconds},
 });
 
-constexpr std::array sasFormats = std::to_array<NamedFormat>({
+constexpr std::array SasFormats = std::to_array<NamedFormat>({
     {"DATE",      Scale::Days},
     {"DAY",       Scale::Days},
     {"DDMMYY",    Scale::Days},
@@ -111,7 +111,7 @@ constexpr std::array sasFormats = std::to_array<NamedFormat>({
     {"IS8601TM",  Scale::ClockOfSeconds},
 });
 
-constexpr std::array dtaFormats = std::to_array<NamedFormat>({
+constexpr std::array DtaFormats = std::to_array<NamedFormat>({
     {"td", Scale::Days},
     {"d",  Scale::Days},
     {"tc", Scale::DateAndTimeOfMilliseconds},
@@ -143,7 +143,7 @@ std::optional<Scale> FindInDta(std::string_view format) {
     format.remove_prefix(std::min(format.find_first_not_of("%-"), format.size()));
     // %9.0g begins with its width, so a format that begins with d is the old form of td.
     const std::size_t length = format.starts_with('t') ? 2 : 1;
-    const std::optional<Scale> scale = FindByName(dtaFormats, format.substr(0, length));
+    const std::optional<Scale> scale = FindByName(DtaFormats, format.substr(0, length));
     if (scale == Scale::DateAndTimeOfMilliseconds && ShowsClockOnly(format.substr(length))) {
         return Scale::ClockOfDateMilliseconds;
     }
@@ -151,7 +151,7 @@ std::optional<Scale> FindInDta(std::string_view format) {
 }
 
 std::optional<double> WithinCalendar(double days) {
-    return firstDay <= days && days <= lastDay ? std::optional(days) : std::nullopt;
+    return FirstDay <= days && days <= LastDay ? std::optional(days) : std::nullopt;
 }
 
 std::optional<double> FirstDayOfMonth(double monthsSince1960) {
@@ -172,7 +172,7 @@ std::optional<double> FirstDayOfWeek(double weeksSince1960) {
 }
 
 std::optional<double> WithinDay(double seconds) {
-    return 0 <= seconds && seconds < secondsPerDay ? std::optional(seconds) : std::nullopt;
+    return 0 <= seconds && seconds < SecondsPerDay ? std::optional(seconds) : std::nullopt;
 }
 
 std::optional<double> WholeDays(double value, double unitsPerDay, double epoch) {
@@ -192,9 +192,9 @@ std::optional<double> InverseOf(Scale scale, double ours, double epoch) {
             return ours - epoch;
         case Scale::DateOfSeconds:
         case Scale::DateAndTimeOfSeconds:
-            return (ours - epoch) * secondsPerDay;
+            return (ours - epoch) * SecondsPerDay;
         case Scale::DateAndTimeOfMilliseconds:
-            return (ours - epoch) * millisecondsPerDay;
+            return (ours - epoch) * MillisecondsPerDay;
         case Scale::ClockOfSeconds:
             return ours;
         case Scale::ClockOfDateMilliseconds:
@@ -213,9 +213,9 @@ std::optional<double> InverseOf(Scale scale, double ours, double epoch) {
 std::optional<ForeignTime> ForeignTime::Find(std::string_view extension, std::string_view format) {
     const bool isSav = extension == "sav" || extension == "zsav" || extension == "por";
     const std::optional<Scale> scale = extension == "dta" ? FindInDta(format)
-                                       : isSav            ? FindByName(savFormats, NameOfFormat(format))
-                                                          : FindByName(sasFormats, NameOfFormat(format));
-    return scale ? std::optional(ForeignTime(*scale, isSav ? day1582 : day1960)) : std::nullopt;
+                                       : isSav            ? FindByName(SavFormats, NameOfFormat(format))
+                                                          : FindByName(SasFormats, NameOfFormat(format));
+    return scale ? std::optional(ForeignTime(*scale, isSav ? Day1582 : Day1960)) : std::nullopt;
 }
 
 ValueKind ForeignTime::Kind() const {
@@ -228,11 +228,11 @@ std::optional<double> ForeignTime::Convert(double value) const {
         case Scale::Days:
             return WithinCalendar(std::floor(value) + Epoch);
         case Scale::DateOfSeconds:
-            return WithinCalendar(std::floor(value / secondsPerDay) + Epoch);
+            return WithinCalendar(std::floor(value / SecondsPerDay) + Epoch);
         case Scale::DateAndTimeOfSeconds:
-            return WholeDays(value, secondsPerDay, Epoch);
+            return WholeDays(value, SecondsPerDay, Epoch);
         case Scale::DateAndTimeOfMilliseconds:
-            return WholeDays(value, millisecondsPerDay, Epoch);
+            return WholeDays(value, MillisecondsPerDay, Epoch);
         case Scale::Weeks:
             return FirstDayOfWeek(value);
         case Scale::Months:
@@ -244,7 +244,7 @@ std::optional<double> ForeignTime::Convert(double value) const {
         case Scale::ClockOfSeconds:
             return WithinDay(value);
         case Scale::ClockOfDateMilliseconds:
-            return WithinDay((value - millisecondsPerDay * std::floor(value / millisecondsPerDay)) / 1000);
+            return WithinDay((value - MillisecondsPerDay * std::floor(value / MillisecondsPerDay)) / 1000);
     }
     return {};
 }

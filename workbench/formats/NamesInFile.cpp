@@ -16,7 +16,7 @@ struct CharacterRange {
 };
 
 // clang-format off
-constexpr auto noLetters = std::to_array<CharacterRange>({
+constexpr auto NoLetters = std::to_array<CharacterRange>({
     {U'\u0080',     U'\u00A9'},      // controls and signs of Latin-1, but for the ordinals and micro
     {U'\u00AB',     U'\u00B4'},
     {U'\u00B6',     U'\u00B9'},
@@ -57,7 +57,7 @@ bool IsLetter(std::string_view character) {
         return 'a' <= lower && lower <= 'z';
     }
     const char32_t code = CodeOf(character);
-    return character.size() > 1 && std::ranges::none_of(noLetters, [&](const CharacterRange& range) {
+    return character.size() > 1 && std::ranges::none_of(NoLetters, [&](const CharacterRange& range) {
                return range.First <= code && code <= range.Last;
            });
 }

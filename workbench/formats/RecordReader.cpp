@@ -14,9 +14,9 @@ namespace quillara {
 namespace {
 
 // How much of reading a table is done when its bytes are there, when they are text, and when they are records.
-constexpr double shareOfBytes = 0.1;
-constexpr double shareOfText = 0.2;
-constexpr double shareOfRecords = 0.5;
+constexpr double ShareOfBytes = 0.1;
+constexpr double ShareOfText = 0.2;
+constexpr double ShareOfRecords = 0.5;
 
 /// Refuses what is no text; `bytes` may be the beginning only.
 void CheckIsText(const std::string& path, std::string_view text, std::string_view bytes) {
@@ -30,7 +30,7 @@ void CheckIsText(const std::string& path, std::string_view text, std::string_vie
 std::string BytesOf(const std::string& path, const std::string& encoding, WorkMonitor& monitor) {
     std::error_code unknownSize;
     const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
-    monitor.Enter(0, shareOfBytes, unknownSize ? 0 : size);
+    monitor.Enter(0, ShareOfBytes, unknownSize ? 0 : size);
     return ReadBytes(path, monitor, [&](std::string_view beginning) {
         // Other encodings may have null bytes within characters.
         if (encoding.empty()) {
@@ -43,7 +43,7 @@ std::string TextOf(const std::string& path, std::string bytes, const std::string
     const std::string beginning = bytes.substr(0, 2);
     std::string text;
     try {
-        monitor.Enter(shareOfBytes, shareOfText, bytes.size());
+        monitor.Enter(ShareOfBytes, ShareOfText, bytes.size());
         text = DecodeText(std::move(bytes), encoding, monitor);
     } catch (const DataError& error) {
         throw DataError("\"" + path + "\" can't be read: " + error.what());
@@ -90,7 +90,7 @@ RecordReader::RecordReader(const std::string& path, std::string bytes, const Rec
       Text(TextOf(path, std::move(bytes), options.Encoding, monitor)),
       HasKeyMarks(Text.find(KeyMark) != std::string::npos),
       Scanner(Text, {.Separator = ChooseSeparator(Text, options.Separator, candidates)}) {
-    Monitor.Enter(shareOfText, shareOfRecords, Text.size());
+    Monitor.Enter(ShareOfText, ShareOfRecords, Text.size());
 }
 
 bool RecordReader::Next(std::vector<std::string_view>& fields) {

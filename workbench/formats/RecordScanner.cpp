@@ -6,9 +6,9 @@
 namespace quillara {
 namespace {
 
-constexpr char quote = '"';
-constexpr std::string_view blanks = " \t";
-constexpr std::size_t recordsToJudgeBy = 1000;
+constexpr char Quote = '"';
+constexpr std::string_view Blanks = " \t";
+constexpr std::size_t RecordsToJudgeBy = 1000;
 
 bool IsLineBreak(char character) {
     return character == '\n' || character == '\r';
@@ -24,7 +24,7 @@ Agreement AgreementOf(std::string_view text, char separator) {
     std::vector<std::string_view> fields;
     std::map<std::size_t, std::size_t> recordsByFields;
     Agreement agreement;
-    while (agreement.Records < recordsToJudgeBy && scanner.Next(fields)) {
+    while (agreement.Records < RecordsToJudgeBy && scanner.Next(fields)) {
         if (scanner.IsEmpty()) {
             continue;
         }
@@ -50,16 +50,16 @@ bool RecordScanner::Next(std::vector<std::string_view>& fields) {
     do {
         fields.push_back(ReadField());
     } while (!PassRecordEnd());
-    RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[begin] != quote;
+    RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[begin] != Quote;
     return true;
 }
 
 std::string_view RecordScanner::ReadField() {
     if (Rules.BlanksBeforeQuotes) {
-        const std::size_t next = std::min(Text.find_first_not_of(blanks, Place), Text.size());
-        Place = next < Text.size() && Text[next] == quote ? next : Place;
+        const std::size_t next = std::min(Text.find_first_not_of(Blanks, Place), Text.size());
+        Place = next < Text.size() && Text[next] == Quote ? next : Place;
     }
-    const bool isQuoted = Place < Text.size() && Text[Place] == quote;
+    const bool isQuoted = Place < Text.size() && Text[Place] == Quote;
     return WithoutBlanks(isQuoted ? ReadQuoted() : ReadUnquoted());
 }
 
@@ -77,7 +77,7 @@ std::string_view RecordScanner::ReadUnquoted() {
 
 std::string_view RecordScanner::ReadToQuote() {
     const std::size_t begin = Place;
-    Place = std::min(Text.find(quote, Place), Text.size());
+    Place = std::min(Text.find(Quote, Place), Text.size());
     QuoteIsOpen = Place == Text.size();
     const std::string_view piece = Text.substr(begin, Place - begin);
     Place += QuoteIsOpen ? 0 : 1;
@@ -92,9 +92,9 @@ std::string_view RecordScanner::ReadQuoted() {
         return first;
     }
     std::string& field = Joined.emplace_back(first);
-    while (Place < Text.size() && Text[Place] == quote) {
+    while (Place < Text.size() && Text[Place] == Quote) {
         ++Place;
-        field += quote;
+        field += Quote;
         field += ReadToQuote();
     }
     field += ReadUnquoted();
@@ -116,11 +116,11 @@ bool RecordScanner::PassRecordEnd() {
 }
 
 std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(blanks);
+    const std::size_t begin = text.find_first_not_of(Blanks);
     if (begin == std::string_view::npos) {
         return {};
     }
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+    return text.substr(begin, text.find_last_not_of(Blanks) - begin + 1);
 }
 
 std::size_t CountLineBreaks(std::string_view text) {

@@ -12,12 +12,12 @@
 namespace quillara {
 namespace {
 
-constexpr std::array endingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
+constexpr std::array EndingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
 
 std::atomic_flag IsTaken;
 std::atomic<bool> LastIsFinished = false;
 std::array<char, PATH_MAX> Doomed = {};  // written before a handler is set
-std::array<struct sigaction, endingSignals.size()> Former = {};
+std::array<struct sigaction, EndingSignals.size()> Former = {};
 
 /// By now the signal has its ordinary effect again, and ends the program when this returns.
 void RemoveAndEnd(int signal) {
@@ -29,18 +29,18 @@ void CatchSignals() {
     struct sigaction action = {};
     action.sa_handler = RemoveAndEnd;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (std::size_t i = 0; i < endingSignals.size(); ++i) {
-        sigaction(endingSignals[i], nullptr, &Former[i]);
+    for (std::size_t i = 0; i < EndingSignals.size(); ++i) {
+        sigaction(EndingSignals[i], nullptr, &Former[i]);
         if (Former[i].sa_handler == SIG_DFL) {
-            sigaction(endingSignals[i], &action, nullptr);
+            sigaction(EndingSignals[i], &action, nullptr);
         }
     }
 }
 
 void ReleaseSignals() {
-    for (std::size_t i = 0; i < endingSignals.size(); ++i) {
+    for (std::size_t i = 0; i < EndingSignals.size(); ++i) {
         if (Former[i].sa_handler == SIG_DFL) {
-            sigaction(endingSignals[i], &Former[i], nullptr);
+            sigaction(EndingSignals[i], &Former[i], nullptr);
         }
     }
 }

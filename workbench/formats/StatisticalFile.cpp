@@ -19,7 +19,7 @@
 namespace quillara {
 namespace {
 
-constexpr double shareOfParsing = 0.7;  // of the whole reading
+constexpr double ShareOfParsing = 0.7;  // of the whole reading
 
 struct Format {
     std::string_view Extension;
@@ -27,7 +27,7 @@ struct Format {
 };
 
 // clang-format off
-constexpr std::array formats = std::to_array<Format>({
+constexpr std::array Formats = std::to_array<Format>({
     {"sav",      readstat_parse_sav},
     {"zsav",     readstat_parse_sav},
     {"por",      readstat_parse_por},
@@ -38,8 +38,8 @@ constexpr std::array formats = std::to_array<Format>({
 // clang-format on
 
 const Format* FindFormat(std::string_view extension) {
-    const auto found = std::ranges::find(formats, extension, &Format::Extension);
-    return found == formats.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(Formats, extension, &Format::Extension);
+    return found == Formats.end() ? nullptr : &*found;
 }
 
 /// A text of the file in UTF-8, without the blanks that fill its field and without marks of keys; a null is empty.
@@ -210,9 +210,9 @@ bool IsWhole(const StatisticalContent& content) {
            });
 }
 
-static_assert(std::ranges::all_of(fileFormats, [](const FileFormat& format) {
+static_assert(std::ranges::all_of(FileFormats, [](const FileFormat& format) {
     return format.IsDelimitedText !=
-           (std::ranges::find(formats, format.Extension, &Format::Extension) != formats.end());
+           (std::ranges::find(Formats, format.Extension, &Format::Extension) != Formats.end());
 }));
 
 }  // namespace
@@ -225,7 +225,7 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
     const std::string encodingName = options.Encoding.empty() ? "" : SystemEncodingName(options.Encoding);
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.RequireMemory(0);
-    monitor.Enter(0, shareOfParsing);
+    monitor.Enter(0, ShareOfParsing);
     const Parser parser = MakeParser(encodingName);
     Collection collection{.Monitor = monitor, .Content = {}, .Failure = {}, .Extension = extension};
     const readstat_error_t error = FindFormat(extension)->Parse(parser.get(), path.c_str(), &collection);
@@ -243,7 +243,7 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
     if (extension == "xpt" && std::filesystem::file_size(path, unknownSize) % 80 != 0) {
         ThrowDamaged(path, extension, "Its last record isn't whole.");
     }
-    monitor.Enter(shareOfParsing, 1,
+    monitor.Enter(ShareOfParsing, 1,
                   collection.Content.Columns.size() * static_cast<std::size_t>(collection.Content.Cases));
     DataTable table = TableOf(std::move(collection.Content), extension, monitor);
     table.FileName = NameOfFile(path);

@@ -51,7 +51,7 @@ inline constexpr NameRules Names = {
 
 // clang-format off
 /// A text of sav could have a byte more, but a field as wide as its longest text loses that byte on reading.
-inline constexpr auto statisticalRules = std::to_array<StatisticalRules>({
+inline constexpr auto RulesOfFormats = std::to_array<StatisticalRules>({
     {"sav",  savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       true,  true,  true,  true},
     {"zsav", savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       true,  true,  true,  false},
     {"dta",  dtaRules::Names, {255, 80}, {320, 80},  {32'000, 32'000}, 2'000'000'000, 8'000, "%td",    "%tcHH:MM:SS", false, false, false, true},

@@ -13,7 +13,7 @@ namespace quillara {
 namespace {
 
 /// The longest text of a field of dta; longer ones are kept apart, each once, and the field refers to them.
-constexpr std::size_t longestDtaField = 2045;
+constexpr std::size_t LongestDtaField = 2045;
 
 /// What the library has written. No exception may cross it.
 struct Output {
@@ -106,7 +106,7 @@ class StatisticalWriter {
     void AddVariable(const FileColumn& column) {
         OpenVariable& added = Variables.emplace_back();
         const bool isText = column.TextBytes > 0;
-        const bool isLong = !Rules.LabelsTexts && column.TextBytes > longestDtaField;
+        const bool isLong = !Rules.LabelsTexts && column.TextBytes > LongestDtaField;
         added.Handle = readstat_add_variable(Writer.get(), column.Name.c_str(),
                                              isLong   ? READSTAT_TYPE_STRING_REF
                                              : isText ? READSTAT_TYPE_STRING

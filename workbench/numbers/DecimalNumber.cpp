@@ -10,7 +10,7 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t noPoint = std::string_view::npos;
+constexpr std::size_t NoPoint = std::string_view::npos;
 
 std::size_t PassDigits(std::string_view text, std::size_t place) {
     while (place < text.size() && text[place] >= '0' && text[place] <= '9') {
@@ -33,7 +33,7 @@ std::size_t PassExponent(std::string_view text, std::size_t place) {
     return end > digits ? end : place;
 }
 
-/// The place of the point in a decimal number without sign, or noPoint; nothing when the text is no number.
+/// The place of the point in a decimal number without sign, or NoPoint; nothing when the text is no number.
 std::optional<std::size_t> PlaceOfPoint(std::string_view text, char decimal) {
     const std::size_t wholeEnd = PassDigits(text, 0);
     std::size_t end = wholeEnd;
@@ -46,7 +46,7 @@ std::optional<std::size_t> PlaceOfPoint(std::string_view text, char decimal) {
     if (!hasDigits || PassExponent(text, end) != text.size()) {
         return {};
     }
-    return hasPoint ? wholeEnd : noPoint;
+    return hasPoint ? wholeEnd : NoPoint;
 }
 
 /// Whether a number out of the range of doubles is too large; otherwise it is too small.
@@ -70,7 +70,7 @@ DecimalOutcome ReadDecimal(std::string_view text, char decimal, double& value) {
         return DecimalOutcome::NoNumber;
     }
     std::string pointed;
-    if (decimal != '.' && *point != noPoint) {
+    if (decimal != '.' && *point != NoPoint) {
         pointed = text;
         pointed[*point] = '.';
         text = pointed;

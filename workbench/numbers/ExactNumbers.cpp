@@ -8,13 +8,13 @@
 namespace quillara {
 namespace {
 
-constexpr double smallestExponentNumber = 9007199254740992.0;  // 2^53: above it not every whole number is a double
+constexpr double SmallestExponentNumber = 9007199254740992.0;  // 2^53: above it not every whole number is a double
 
 }  // namespace
 
 bool IsExactWhole(double number) {
     const bool isNegativeZero = number == 0.0 && std::signbit(number);
-    return std::trunc(number) == number && std::fabs(number) < smallestExponentNumber && !isNegativeZero;
+    return std::trunc(number) == number && std::fabs(number) < SmallestExponentNumber && !isNegativeZero;
 }
 
 std::string ExactNumberText(double number) {

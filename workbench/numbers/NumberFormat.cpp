@@ -11,9 +11,9 @@
 namespace quillara {
 namespace {
 
-constexpr double leastCommonNumber = 0.01;
-constexpr double leastHugeNumber = 1e15;
-constexpr int hugeDigits = 6;
+constexpr double LeastCommonNumber = 0.01;
+constexpr double LeastHugeNumber = 1e15;
+constexpr int HugeDigits = 6;
 
 // Holds the longest text asked for, a huge number in plain digits.
 using NumberBuffer = std::array<char, 400>;
@@ -25,7 +25,7 @@ std::string Written(double number, std::chars_format form, int precision) {
 
 bool HasCommonForm(double number) {
     const double magnitude = std::fabs(number);
-    return number == 0.0 || (leastCommonNumber <= magnitude && magnitude < leastHugeNumber);
+    return number == 0.0 || (LeastCommonNumber <= magnitude && magnitude < LeastHugeNumber);
 }
 
 int DecimalsNeeded(double number, int mostDecimals) {
@@ -49,7 +49,7 @@ std::string NumberFormat::TextOf(double number) const {
         return {};
     }
     if (!HasCommonForm(number)) {
-        const int digits = std::fabs(number) < leastHugeNumber ? SmallDigits : hugeDigits;
+        const int digits = std::fabs(number) < LeastHugeNumber ? SmallDigits : HugeDigits;
         return Written(number, std::chars_format::general, digits);
     }
     const std::string text = Written(number, std::chars_format::fixed, Decimals);

@@ -7,7 +7,7 @@ namespace quillara {
 /// The style sheet of the page that HtmlView makes. Where a table's box is narrow, names of rows wrap and bars shrink
 /// before the box scrolls. A table cell of class "share" shows its custom property --share,
 /// 0 to 100, as a bar beside its number.
-inline constexpr std::string_view htmlStyle = R"css(
+inline constexpr std::string_view HtmlStyle = R"css(
 :root {
   color-scheme: light dark;
   --page: #ffffff; --panel: #f5f6f8; --ink: #1c2330; --soft: #5a6475; --line: #d9dde4; --faint: #eceef2;

@@ -147,7 +147,7 @@ std::string Head(const OutputCollection& outputs, const std::string& body) {
     return "<head>\n<meta charset=\"utf-8\">\n" + std::string(SecurityPolicy) +
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
            Element("title", "", Escaped(ShownLine(outputs.FileName)) + " - drill-down results") + '\n' +
-           Element("style", "", std::string(htmlStyle) + ThemeRules(body)) + "\n</head>\n";
+           Element("style", "", std::string(HtmlStyle) + ThemeRules(body)) + "\n</head>\n";
 }
 
 }  // namespace

@@ -11,10 +11,10 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view percentMark = "Percent";
-constexpr std::string_view noValue = "-";  // stands where a statistic has no value
-constexpr int decimalsOfPercents = 2;
-constexpr int decimalsOfNumbers = 4;
+constexpr std::string_view PercentMark = "Percent";
+constexpr std::string_view NoValue = "-";  // stands where a statistic has no value
+constexpr int DecimalsOfPercents = 2;
+constexpr int DecimalsOfNumbers = 4;
 
 /// The cell of a row and a column; null for one that the row doesn't have.
 const SpreadsheetCell* CellAt(const SpreadsheetRow& row, std::size_t column) {
@@ -43,7 +43,7 @@ bool HoldsTexts(const SpreadsheetDocument& document, std::size_t column) {
     const auto isNumber = [column](const SpreadsheetRow& row) { return NumberAt(row, column) != nullptr; };
     const auto isText = [column](const SpreadsheetRow& row) {
         const std::string* text = TextAt(row, column);
-        return text != nullptr && *text != noValue;
+        return text != nullptr && *text != NoValue;
     };
     return std::ranges::any_of(document.Rows, isText) && std::ranges::none_of(document.Rows, isNumber);
 }
@@ -52,7 +52,7 @@ int MostDecimals(const SpreadsheetColumn& column) {
     if (column.Whole) {
         return 0;
     }
-    return column.Name.find(percentMark) == std::string::npos ? decimalsOfNumbers : decimalsOfPercents;
+    return column.Name.find(PercentMark) == std::string::npos ? DecimalsOfNumbers : DecimalsOfPercents;
 }
 
 /// Adds the cells of one column to the rows.
@@ -60,7 +60,7 @@ void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTa
     const SpreadsheetColumn& source = document.Columns[column];
     table.Columns.push_back({ShownLines(source.Name), HoldsTexts(document, column)});
     const NumberFormat format(NumbersOf(document, column), MostDecimals(source));
-    const bool isPercent = source.Name.starts_with(percentMark);
+    const bool isPercent = source.Name.starts_with(PercentMark);
     for (std::size_t i = 0; i < document.Rows.size(); ++i) {
         ShownCell cell;
         if (const std::string* text = TextAt(document.Rows[i], column)) {

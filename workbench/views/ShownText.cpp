@@ -6,7 +6,7 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+constexpr std::string_view ReplacementCharacter = "\xEF\xBF\xBD";
 
 /// The character at the front of a text.
 struct Character {
@@ -24,7 +24,7 @@ struct LeadForm {
     char32_t Least;
 };
 // clang-format off
-constexpr std::array<LeadForm, 4> leadForms = {{
+constexpr std::array<LeadForm, 4> LeadForms = {{
     {0x80, 0x00, 0, 0x0},
     {0xE0, 0xC0, 1, 0x80},
     {0xF0, 0xE0, 2, 0x800},
@@ -40,8 +40,8 @@ bool IsCharacter(char32_t code) {
 Character FrontOf(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text.front());
     const auto form = std::ranges::find_if(
-        leadForms, [lead](const LeadForm& candidate) { return (lead & candidate.Mask) == candidate.Mark; });
-    if (form == leadForms.end()) {
+        LeadForms, [lead](const LeadForm& candidate) { return (lead & candidate.Mask) == candidate.Mark; });
+    if (form == LeadForms.end()) {
         return {};
     }
     char32_t code = lead & static_cast<unsigned char>(~form->Mask);
@@ -84,12 +84,12 @@ struct CodeRange {
 };
 
 // Characters that would steer a terminal, or turn the direction of the text around them.
-constexpr CodeRange steeringRanges[] = {
+constexpr CodeRange SteeringRanges[] = {
     {0x00, 0x1F}, {0x7F, 0x9F}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069},
 };
 
 // Combining marks and other characters that take no place of their own.
-constexpr CodeRange zeroWidthRanges[] = {
+constexpr CodeRange ZeroWidthRanges[] = {
     {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x0610, 0x061A}, {0x064B, 0x065F},   {0x093C, 0x093C},
     {0x0941, 0x0948}, {0x094D, 0x094D}, {0x0E31, 0x0E31}, {0x0E34, 0x0E3A}, {0x0E47, 0x0E4E},   {0x1AB0, 0x1AFF},
     {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x2069}, {0x20D0, 0x20FF},   {0x302A, 0x302D},
@@ -97,7 +97,7 @@ constexpr CodeRange zeroWidthRanges[] = {
 };
 
 // East Asian wide and full-width characters, and pictographs.
-constexpr CodeRange wideRanges[] = {
+constexpr CodeRange WideRanges[] = {
     {0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0x33FF},   {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},
     {0xA000, 0xA4CF},   {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},
     {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},   {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
@@ -120,7 +120,7 @@ std::string EscapeOf(char32_t code) {
 }
 
 std::string ValidCharacter(const Character& character, std::string_view itself) {
-    return std::string(character.IsValid ? itself : replacementCharacter);
+    return std::string(character.IsValid ? itself : ReplacementCharacter);
 }
 
 bool IsBlank(char32_t code) {
@@ -128,7 +128,7 @@ bool IsBlank(char32_t code) {
 }
 
 std::string UnsteeringCharacter(const Character& character, std::string_view itself) {
-    const bool steers = character.IsValid && !IsBlank(character.Code) && IsAmong(steeringRanges, character.Code);
+    const bool steers = character.IsValid && !IsBlank(character.Code) && IsAmong(SteeringRanges, character.Code);
     return steers ? EscapeOf(character.Code) : ValidCharacter(character, itself);
 }
 
@@ -137,13 +137,13 @@ std::string HarmlessCharacter(const Character& character, std::string_view itsel
 }
 
 std::size_t WidthOf(char32_t code) {
-    if (code < zeroWidthRanges[0].First) {
+    if (code < ZeroWidthRanges[0].First) {
         return 1;
     }
-    if (IsAmong(zeroWidthRanges, code)) {
+    if (IsAmong(ZeroWidthRanges, code)) {
         return 0;
     }
-    return IsAmong(wideRanges, code) ? 2 : 1;
+    return IsAmong(WideRanges, code) ? 2 : 1;
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 namespace quillara {
 namespace {
 
-constexpr std::string_view columnGap = "  ";
-constexpr std::size_t longestRule = 72;  // a long description shouldn't wrap the rule above it
+constexpr std::string_view ColumnGap = "  ";
+constexpr std::size_t LongestRule = 72;  // a long description shouldn't wrap the rule above it
 
 /// One column of the drawing, from the header down to the last row. The row names are a column like the others.
 struct DrawnColumn {
@@ -70,7 +70,7 @@ std::string Aligned(const DrawnColumn& column, const std::string& text) {
 std::string Line(const std::vector<DrawnColumn>& columns, auto textOf) {
     std::string line;
     for (const DrawnColumn& column : columns) {
-        line += &column == &columns.front() ? "" : columnGap;
+        line += &column == &columns.front() ? "" : ColumnGap;
         line += Aligned(column, textOf(column));
     }
     line.erase(line.find_last_not_of(' ') + 1);
@@ -78,7 +78,7 @@ std::string Line(const std::vector<DrawnColumn>& columns, auto textOf) {
 }
 
 std::string Rule(const DrawnColumn& column) {
-    return std::string(column.HoldsTexts ? std::min(column.Width, longestRule) : column.Width, '-');
+    return std::string(column.HoldsTexts ? std::min(column.Width, LongestRule) : column.Width, '-');
 }
 
 std::string Drawing(const ShownTable& table) {

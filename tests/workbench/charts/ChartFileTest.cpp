@@ -14,16 +14,16 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-const GraphDocument bars = Titled(Bars({"<basic> & \"more\"", "Missing"}, {3, 1}, 5), {"A < B", "x > 1"});
+const GraphDocument PlainBars = Titled(Bars({"<basic> & \"more\"", "Missing"}, {3, 1}, 5), {"A < B", "x > 1"});
 
 TEST(ChartFile, EachFormatBeginsAsItShould) {
-    EXPECT_THAT(PaintedChart(bars, {}, ChartFormat::Png), StartsWith("\x89PNG"));
-    EXPECT_THAT(PaintedChart(bars, {}, ChartFormat::Pdf), StartsWith("%PDF"));
-    EXPECT_THAT(PaintedChart(bars, {}, ChartFormat::Svg), StartsWith("<?xml"));
+    EXPECT_THAT(PaintedChart(PlainBars, {}, ChartFormat::Png), StartsWith("\x89PNG"));
+    EXPECT_THAT(PaintedChart(PlainBars, {}, ChartFormat::Pdf), StartsWith("%PDF"));
+    EXPECT_THAT(PaintedChart(PlainBars, {}, ChartFormat::Svg), StartsWith("<?xml"));
 }
 
 TEST(ChartFile, SvgHoldsTextsAsCharactersAndTips) {
-    const std::string svg = PaintedChart(bars, {}, ChartFormat::Svg);
+    const std::string svg = PaintedChart(PlainBars, {}, ChartFormat::Svg);
     EXPECT_THAT(svg, HasSubstr("A &lt; B</text>"));
     EXPECT_THAT(svg, HasSubstr("x &gt; 1</text>"));
     EXPECT_THAT(svg, HasSubstr("<title>&lt;basic&gt; &amp; &quot;more&quot;: 3 (75.0%)</title>"));
@@ -31,21 +31,21 @@ TEST(ChartFile, SvgHoldsTextsAsCharactersAndTips) {
 }
 
 TEST(ChartFile, SvgIsTheSameEachTime) {
-    for (const GraphDocument& document : {bars, Pie({"a", "b"}, {1, 2}), Boxes(3, BoxType::MeanSEAndSD), Matrix(3, "x"),
-                                          Bars3D({"a", "b"}, {"c", "d"})}) {
+    for (const GraphDocument& document : {PlainBars, Pie({"a", "b"}, {1, 2}), Boxes(3, BoxType::MeanSEAndSD),
+                                          Matrix(3, "x"), Bars3D({"a", "b"}, {"c", "d"})}) {
         EXPECT_EQ(PaintedChart(document, {}, ChartFormat::Svg), PaintedChart(document, {}, ChartFormat::Svg));
     }
 }
 
 TEST(ChartFile, LooksDiffer) {
-    EXPECT_NE(PaintedChart(bars, {.Dark = true}, ChartFormat::Png), PaintedChart(bars, {}, ChartFormat::Png));
-    EXPECT_THAT(PaintedChart(bars, {.Width = 480, .Height = 320}, ChartFormat::Svg),
+    EXPECT_NE(PaintedChart(PlainBars, {.Dark = true}, ChartFormat::Png), PaintedChart(PlainBars, {}, ChartFormat::Png));
+    EXPECT_THAT(PaintedChart(PlainBars, {.Width = 480, .Height = 320}, ChartFormat::Svg),
                 HasSubstr("viewBox=\"0 0 480 320\""));
 }
 
 TEST(ChartFile, SizesThatCannotBePaintedAreRefused) {
-    EXPECT_THROW(static_cast<void>(PaintedChart(bars, {.Width = 0}, ChartFormat::Png)), DataError);
-    EXPECT_THROW(static_cast<void>(PaintedChart(bars, {.Height = 100000}, ChartFormat::Png)), DataError);
+    EXPECT_THROW(static_cast<void>(PaintedChart(PlainBars, {.Width = 0}, ChartFormat::Png)), DataError);
+    EXPECT_THROW(static_cast<void>(PaintedChart(PlainBars, {.Height = 100000}, ChartFormat::Png)), DataError);
 }
 
 TEST(ChartFile, TextsThatArentWellFormedArePainted) {

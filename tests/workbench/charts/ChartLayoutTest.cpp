@@ -19,8 +19,8 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const Names educations = {"Bachelors", "Some-college", "Prof-school, any", "Adult <basic> & more", "Missing"};
-const Numbers fiveCounts = {725.0, 4456.0, 3.5, 812.0, 363.0};
+const Names Educations = {"Bachelors", "Some-college", "Prof-school, any", "Adult <basic> & more", "Missing"};
+const Numbers FiveCounts = {725.0, 4456.0, 3.5, 812.0, 363.0};
 
 /// A chart as it was painted once.
 class Painted {
@@ -103,7 +103,7 @@ std::vector<LayoutCase> EveryKind() {
     const Numbers many(300, 12.25);
     return {
         {"two bars", Bars({"Female", "Male"}, {10771, 21790}, 50000)},
-        {"long labels", Bars(educations, fiveCounts, 5000)},
+        {"long labels", Bars(Educations, FiveCounts, 5000)},
         {"300 numbers", Bars(Numbered(300, ""), many, 20)},
         {"300 names", Bars(Numbered(300, "Occupation no. "), many, 20)},
         {"no cases", Bars({"a", "b"}, {0, 0}, 1)},
@@ -207,8 +207,8 @@ TEST(ChartLayout, NoCountsNamesOrSizesBringTextsTogether) {
 }
 
 TEST(ChartLayout, TextsAreShownWholeWhereThereIsRoom) {
-    const auto texts = Painted(Bars(educations, fiveCounts, 5000)).Texts();
-    for (const std::string& name : educations) {
+    const auto texts = Painted(Bars(Educations, FiveCounts, 5000)).Texts();
+    for (const std::string& name : Educations) {
         EXPECT_THAT(texts, Contains(name));
     }
     EXPECT_THAT(texts, Contains("sex = Female"));

@@ -56,7 +56,7 @@ std::string ShowAll(const DataTable& table) {
     return shown;
 }
 
-const std::string longLabel =
+const std::string LongLabel =
     "Größe in Zentimetern, gemessen ohne Schuhe; 100 % = Körpergröße " + std::string(300, 'x') + " end";
 
 /// A table with everything that a table can hold, but for labels of texts.
@@ -69,9 +69,9 @@ DataTable Everything() {
                                Texts("long", {std::string(20'000, 'q') + "ß", "s", std::nullopt, "s"}),
                                Numbers("weight", {1, 0.5, Missing, 2}),
                                Texts("nothing", {std::nullopt, std::nullopt, std::nullopt, std::nullopt})});
-    table.Variables[0].LongName = longLabel;
+    table.Variables[0].LongName = LongLabel;
     table.Variables[1].LongName = "Familienstand";
-    table.Variables[1].Labels = {{1, {"ledig", "never married"}}, {2, {longLabel, ""}}, {9, {"", "only described"}}};
+    table.Variables[1].Labels = {{1, {"ledig", "never married"}}, {2, {LongLabel, ""}}, {9, {"", "only described"}}};
     table.Variables[2].Labels = {{2.5, {"two and a half", ""}}, {1e10, {"many", ""}}, {-3, {"no case has it ", ""}}};
     table.Variables[3].Labels = {{19782, {"leap day", ""}}};
     table.Variables[4].Labels = {{86399, {"the last second", ""}}};
@@ -201,11 +201,11 @@ TEST_P(EveryWrittenFormat, WhatCannotBeHeldIsRefusedByName) {
 
 TEST(RoundTrip, LabelsOfTexts) {
     DataTable table = TableOf({Texts("sex", {"m", "f", std::nullopt, "a text of more than eight"})});
-    table.Variables[0].Labels = {{1, {longLabel, "described"}}, {2, {"Female", ""}}, {3, {"", "only this"}}};
+    table.Variables[0].Labels = {{1, {LongLabel, "described"}}, {2, {"Female", ""}}, {3, {"", "only this"}}};
     for (const char* extension : {"sav", "zsav"}) {
         EXPECT_EQ(ShowAll(Through(extension, table)), ShowAll(table));
     }
-    EXPECT_EQ(Show(Through("dta", table)), "sex N 3=m 2=Female - 1=" + longLabel);
+    EXPECT_EQ(Show(Through("dta", table)), "sex N 3=m 2=Female - 1=" + LongLabel);
     EXPECT_EQ(Through("dta", table).Variables[0].Labels.at(3).Description, "only this");
     table.Variables[0].Labels.clear();
     EXPECT_EQ(ShowAll(Through("dta", table)), ShowAll(table));

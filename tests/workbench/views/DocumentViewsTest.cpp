@@ -18,7 +18,7 @@ using testing::Not;
 using Cells = std::vector<SpreadsheetCell>;
 using Limits = std::numeric_limits<double>;
 
-const SpreadsheetCell noCell;
+const SpreadsheetCell NoCell;
 
 /// About a review variable with a long name, which charts' titles have and those of tables haven't.
 const Subject AboutSex{ResultSide::Review,
@@ -29,7 +29,7 @@ const SpreadsheetDocument Frequencies = {
     "",
     {{"Count", true}, {"Cumulative\nCount", true}, {"Percent(%)", false}, {"Description", false}},
     {{"Female", {3.0, 3.0, 42.857142857142854, std::string("said \"she\", <b>")}},
-     {"Male", {4.0, 7.0, 57.142857142857146, noCell}}},
+     {"Male", {4.0, 7.0, 57.142857142857146, NoCell}}},
     AboutSex};
 
 const SpreadsheetDocument Summary = {{"Summary of drill-down analysis"},
@@ -112,7 +112,7 @@ TEST(TextView, NumbersHaveTheDecimalsThatTheColumnNeeds) {
     EXPECT_EQ(Drawn({1.0, 20.0}), "a      1\nb     20\n");
     EXPECT_EQ(Drawn({1.5, 20.0}), "a    1.5\nb   20.0\n");
     EXPECT_EQ(Drawn({1.23456, -20.0}), "a    1.2346\nb  -20.0000\n");
-    EXPECT_EQ(Drawn({1.23456, none, noCell}), "a  1.2346\nb       -\nc\n");
+    EXPECT_EQ(Drawn({1.23456, none, NoCell}), "a  1.2346\nb       -\nc\n");
     EXPECT_EQ(Drawn({1.23456}, {"Percent(%)", false}), "a        1.23\n");
     EXPECT_EQ(Drawn({2.9999999999999996}, {"Value", true}), "a      3\n");
     EXPECT_EQ(Drawn({0.0, 0.00012345678}), "a          0\nb  0.0001235\n");
@@ -159,7 +159,7 @@ sex,Female
     EXPECT_EQ(CsvView(Collection({{{"", "line"}, "", {}, {{"", {}}, {"a\rb", {}}}}})),
               "\"\"\nline\n\"\"\n\"\"\n\"a\rb\"\n");
     EXPECT_THAT(CsvView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\"\\u2066x\ty\"\n"));
-    EXPECT_EQ(CsvView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), noCell})})),
+    EXPECT_EQ(CsvView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), NoCell})})),
               "Values\n,Value\na,100000\nb,0.1\nc,-0\nd,1e+300\ne,\nf,\n");
 }
 
@@ -236,7 +236,7 @@ TEST(JsonView, NumbersReadBackAsTheSameDouble) {
 }
 
 TEST(JsonView, Cells) {
-    for (const SpreadsheetCell& cell : Cells{Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), noCell}) {
+    for (const SpreadsheetCell& cell : Cells{Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), NoCell}) {
         EXPECT_EQ(JsonCell(cell), "null");
     }
     const std::pair<SpreadsheetCell, const char*> cases[] = {
