@@ -17,8 +17,8 @@ class PanelGrid : public QCPLayoutGrid {
   public:
     explicit PanelGrid(std::vector<BoxArea*> areas) : Areas(std::move(areas)) {
         setFillOrder(foColumnsFirst, false);
-        setColumnSpacing(spacing);
-        setRowSpacing(spacing);
+        setColumnSpacing(Spacing);
+        setRowSpacing(Spacing);
         for (BoxArea* area : Areas) {
             addElement(area);
         }
@@ -37,7 +37,7 @@ class PanelGrid : public QCPLayoutGrid {
     }
 
   private:
-    static constexpr int spacing = 12;
+    static constexpr int Spacing = 12;
 
     /// As many as have room beside each other, but no fewer than leave room for the rows.
     [[nodiscard]] int ColumnsFor(QSizeF size) const {

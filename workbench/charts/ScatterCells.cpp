@@ -18,13 +18,13 @@ class PointLayer {
 
     /// Adds a round point about a centre.
     void Add(QPointF centre, double radius, double opacity) {
-        const double reach = radius + edge;
+        const double reach = radius + Edge;
         const int bottom = std::min(static_cast<int>(centre.y() + reach), Size.height() - 1);
         const int right = std::min(static_cast<int>(centre.x() + reach), Size.width() - 1);
         for (int y = std::max(static_cast<int>(centre.y() - reach), 0); y <= bottom; ++y) {
             for (int x = std::max(static_cast<int>(centre.x() - reach), 0); x <= right; ++x) {
-                const double fromX = x + edge - centre.x();
-                const double fromY = y + edge - centre.y();
+                const double fromX = x + Edge - centre.x();
+                const double fromY = y + Edge - centre.y();
                 const double covered = std::clamp(reach - std::sqrt(fromX * fromX + fromY * fromY), 0.0, 1.0);
                 Passing[PlaceOf(x, y)] *= static_cast<float>(1.0 - covered * opacity);
             }
@@ -44,7 +44,7 @@ class PointLayer {
     }
 
   private:
-    static constexpr double edge = 0.5;  // of a pixel
+    static constexpr double Edge = 0.5;  // of a pixel
 
     [[nodiscard]] std::size_t PlaceOf(int x, int y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(Size.width()) + static_cast<std::size_t>(x);

@@ -41,7 +41,7 @@ std::size_t SizeOf(std::string_view text) {
     const bool hasPower = power != powers.npos;
     const std::optional<int> count = WholeNumber(text.substr(0, text.size() - (hasPower ? 1 : 0)));
     const std::size_t shift = hasPower ? 10 * (power + 1) : 0;
-    if (!count || *count == 0 || static_cast<std::size_t>(*count) > MemoryLimit::none >> shift) {
+    if (!count || *count == 0 || static_cast<std::size_t>(*count) > MemoryLimit::Unlimited >> shift) {
         throw UsageError(Quoted(text) + " isn't a size such as 500M or 4G.");
     }
     return static_cast<std::size_t>(*count) << shift;

@@ -86,7 +86,7 @@ void WriteStatistical(const DataTable& table, const std::string& path, const Sta
     const auto check = [&](const std::string& temporary) {
         const DataTable readBack = ReadBackFor(path, [&] {
             return ReadStatisticalFile(temporary, rules.Extension,
-                                       {.MaxMemory = MemoryLimit::none, .Cancelled = cancelled});
+                                       {.MaxMemory = MemoryLimit::Unlimited, .Cancelled = cancelled});
         });
         ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
         for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
@@ -101,8 +101,9 @@ std::vector<std::string> WriteDelimited(const DataTable& table, const std::strin
                                         const std::function<bool()>& cancelled) {
     WorkMonitor monitor({}, cancelled);
     const std::string text = TextOfTable(table, cancelled);
-    const DataTable readBack = ReadBackFor(
-        path, [&] { return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::none, .Cancelled = cancelled}); });
+    const DataTable readBack = ReadBackFor(path, [&] {
+        return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::Unlimited, .Cancelled = cancelled});
+    });
     std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
     ReplaceFile(path, text, cancelled, [&](const std::string& temporary) {
         if (ReadBytes(temporary, monitor, text.size() + 1) != text) {

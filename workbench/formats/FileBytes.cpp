@@ -57,10 +57,10 @@ class InputFile {
   private:
     /// Bytes read; 0 at the end of the file.
     [[nodiscard]] std::size_t Read(char* buffer, std::size_t size, WorkMonitor& monitor) {
-        ssize_t got = read(Descriptor, buffer, std::min(size, piece));
+        ssize_t got = read(Descriptor, buffer, std::min(size, Piece));
         while (got < 0 && errno == EINTR) {
             monitor.Check();
-            got = read(Descriptor, buffer, std::min(size, piece));
+            got = read(Descriptor, buffer, std::min(size, Piece));
         }
         if (got < 0) {
             ThrowUnreadable(Path);
@@ -68,7 +68,7 @@ class InputFile {
         return static_cast<std::size_t>(got);
     }
 
-    static constexpr std::size_t piece = 4 << 20;
+    static constexpr std::size_t Piece = 4 << 20;
 
     const std::string& Path;
     int Descriptor;

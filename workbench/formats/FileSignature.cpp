@@ -18,7 +18,7 @@ struct Signature {
 
 // clang-format off
 constexpr std::string_view Zip = "PK\x03\x04";
-constexpr std::string_view onlyByName("\0", 1);  // no text holds it
+constexpr std::string_view OnlyByName("\0", 1);  // no text holds it
 
 constexpr auto Signatures = std::to_array<Signature>({
     {"$FL2",                    "",                         {"sav"}},
@@ -39,8 +39,8 @@ constexpr auto Signatures = std::to_array<Signature>({
     {"ARROW1",                  "",                         {"feather", "an Arrow file", SaveAsCsv}},
     {"SQLite format 3",         "",                         {"sqlite", "an SQLite database", SaveAsCsv}},
     {"%PDF-",                   "",                         {"pdf", "a PDF document", SaveAsCsv}},
-    {"{",                       onlyByName,                 {"json", "a JSON file", SaveAsCsv}},
-    {"[",                       onlyByName,                 {"json", "a JSON file", SaveAsCsv}},
+    {"{",                       OnlyByName,                 {"json", "a JSON file", SaveAsCsv}},
+    {"[",                       OnlyByName,                 {"json", "a JSON file", SaveAsCsv}},
 });
 // clang-format on
 

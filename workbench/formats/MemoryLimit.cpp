@@ -15,17 +15,17 @@ std::size_t MemoryOfMachine() {
     const long pages = sysconf(_SC_PHYS_PAGES);
     const long bytesPerPage = sysconf(_SC_PAGESIZE);
     return pages > 0 && bytesPerPage > 0 ? static_cast<std::size_t>(pages) * static_cast<std::size_t>(bytesPerPage)
-                                         : MemoryLimit::none;
+                                         : MemoryLimit::Unlimited;
 }
 
 std::size_t MemoryOfContainer() {
     std::size_t bytes = 0;  // the file may also say "max"
-    return std::ifstream("/sys/fs/cgroup/memory.max") >> bytes ? bytes : MemoryLimit::none;
+    return std::ifstream("/sys/fs/cgroup/memory.max") >> bytes ? bytes : MemoryLimit::Unlimited;
 }
 
 std::size_t ThreeQuartersOfMemory() {
     static const std::size_t memory = std::min(MemoryOfMachine(), MemoryOfContainer());
-    return memory == MemoryLimit::none ? MemoryLimit::none : memory / 4 * 3;
+    return memory == MemoryLimit::Unlimited ? MemoryLimit::Unlimited : memory / 4 * 3;
 }
 
 /// 0 where the system doesn't tell.
@@ -50,7 +50,7 @@ std::string InMebibytes(std::size_t bytes) {
 MemoryLimit::MemoryLimit(std::optional<std::size_t> bytes) : Bytes(bytes.value_or(ThreeQuartersOfMemory())) {}
 
 void MemoryLimit::Require(std::size_t more) const {
-    if (Bytes == none) {
+    if (Bytes == Unlimited) {
         return;
     }
     const std::size_t used = MemoryInUse();

@@ -9,7 +9,7 @@ namespace quillara {
 /// How much memory the program may take while it reads.
 class MemoryLimit {
   public:
-    static constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+    static constexpr std::size_t Unlimited = std::numeric_limits<std::size_t>::max();
 
     /// Nothing: three quarters of the machine's memory, or of what its container may take.
     explicit MemoryLimit(std::optional<std::size_t> bytes = {});

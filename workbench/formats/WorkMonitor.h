@@ -15,14 +15,14 @@ class WorkMonitor {
   public:
     /// Either function may be empty.
     explicit WorkMonitor(std::function<void(double share)> progress = {}, std::function<bool()> cancelled = {},
-                         MemoryLimit memory = MemoryLimit(MemoryLimit::none));
+                         MemoryLimit memory = MemoryLimit(MemoryLimit::Unlimited));
 
     /// A stage begins that leads from one share of the whole work to another. Of 0 units: MoveTo tells how far it is.
     void Enter(double firstShare, double lastShare, std::size_t units = 0);
     /// Counts units of the stage as done. Throws Interrupted when the work was cancelled.
     void Advance(std::size_t units = 1) {
         Done += units;
-        if (Done - DoneAtLook >= unitsPerLook) {
+        if (Done - DoneAtLook >= UnitsPerLook) {
             Look();
         }
     }
@@ -36,7 +36,7 @@ class WorkMonitor {
     void Finish() const;
 
   private:
-    static constexpr std::size_t unitsPerLook = 4096;  // less than a millisecond's work
+    static constexpr std::size_t UnitsPerLook = 4096;  // less than a millisecond's work
 
     void Look();
     [[nodiscard]] double ShareAt(double part) const { return FirstShare + part * (LastShare - FirstShare); }
