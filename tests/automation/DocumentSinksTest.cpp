@@ -11,7 +11,7 @@
 
 #include "automation/DispatchByName.h"
 #include "tests/automation/OutputsBench.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/WaitCursor.h"
 
 namespace dialogtest {
@@ -117,7 +117,7 @@ class ForeignDocuments : public Sinks {
     void TearDown() override { Analysis().OutputTracker->RemoveAll(false); }
     /// Routes it as the first output of a command.
     bool Route(ForeignDocument& document, std::uint64_t command) {
-        auto& running = Host().State().Dialogs.Command;
+        auto& running = quillara::DialogsOf(&Host()).Command;
         running = ActiveCommand{273, command, 1};
         document.AddRef();
         const bool taken = Analysis().BeforeRouteOutput(&document);

@@ -6,7 +6,6 @@
 
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 
 using quillara::Window;

@@ -9,15 +9,22 @@
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ObjectModel.h"
 
+/// The host's way into an analysis: its document and its sequence.
+struct AnalysisBinding {
+    static void Bind(CAnalysisSupport& analysis, CAnalysisDoc* document) { analysis.Document = document; }
+    static const SequenceStep* Sequence(const CAnalysisSupport& analysis) { return analysis.Sequence; }
+    static int SequenceRows(const CAnalysisSupport& analysis) { return analysis.SequenceRows; }
+};
+
 namespace quillara {
 
 AnalysisDocument::AnalysisDocument(const DataTable& table) : Host(std::make_unique<AnalysisState>(table, Services)) {
-    EnterAnalysis(*Host);
+    EnterAnalysis(*this);
 }
 
 AnalysisDocument::~AnalysisDocument() {
     Close();
-    LeaveAnalysis(*Host);
+    LeaveAnalysis(*this);
 }
 
 void AnalysisDocument::Close() {
@@ -26,7 +33,7 @@ void AnalysisDocument::Close() {
         Host->Dialogs.Startup.reset();
         Owned.reset();
     }
-    Host->Commons = {};
+    Host->Data.Commons = {};
 }
 
 AnalysisState& StateOf(CAnalysisDoc* document) {
@@ -83,7 +90,7 @@ void AnalysisDocument::RunMessages() {
 }
 
 const DataTable& AnalysisDocument::Table() const {
-    return Host->Table();
+    return Host->Data.Table();
 }
 
 void AnalysisDocument::SetSelection(std::vector<CaseResult> results) {
@@ -94,11 +101,11 @@ void AnalysisDocument::SetSelection(std::vector<CaseResult> results) {
 }
 
 void AnalysisDocument::SetWeight(std::optional<std::size_t> variable) {
-    Host->ChooseWeight(variable);
+    Host->Data.ChooseWeight(variable);
 }
 
 void AnalysisDocument::OfferCaseBlocks(bool offered) {
-    Host->BlocksOffered = offered;
+    Host->Blocks.IsOffered = offered;
 }
 
 void AnalysisDocument::SetAutomated(bool automated) {

@@ -9,7 +9,6 @@
 #include "host/AnalysisDoc.h"
 #include "host/AnalysisSupport.h"
 #include "host/CaseBlocks.h"
-#include "workbench/data/DataTable.h"
 #include "workbench/hosting/AnalysisServices.h"
 
 namespace quillara {
@@ -17,6 +16,7 @@ namespace quillara {
 struct AnalysisState;
 class OpenDocuments;
 class Window;
+struct DataTable;
 
 /// The host's owner of one analysis: binds it to a data table with its case selection and weight, runs its sequence,
 /// answers its calls, and owns its startup dialog. The table doesn't change under it; the user may open another.
@@ -60,7 +60,7 @@ class AnalysisDocument : public CAnalysisDoc {
     /// Blocks from AllocMem that FreeMem has not taken back.
     [[nodiscard]] std::size_t LiveAllocations() const;
 
-    /// The host's side of the analysis, for the rooms that implement it.
+    /// The host's side of the analysis.
     [[nodiscard]] AnalysisState& State() { return *Host; }
 
     AnalysisServices Services;

@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/data/DataTable.h"
-
 class CGraphBrushRgnGraph;
 
 namespace quillara {
@@ -17,6 +15,7 @@ namespace quillara {
 class ResultDocument;
 class SettingsStore;
 class Window;
+struct DataTable;
 
 /// A cycle of picking bars of a graph.
 struct BrushingRun {

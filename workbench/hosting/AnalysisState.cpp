@@ -1,41 +1,16 @@
 #include "workbench/hosting/AnalysisState.h"
 
-#include <utility>
-
 namespace quillara {
 
 AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
-    : Services(services), Data(table), Blocks(*this) {
-    Dialogs.Queue.Trace = [this](std::string_view call) { Trace(call); };
+    : Around(services), Data(table), Blocks(Data, Around) {
+    Dialogs.Queue.Trace = [this](std::string_view call) { Around.Trace(call); };
 }
 
 AnalysisState::~AnalysisState() = default;
 
-void AnalysisState::Exchange(std::shared_ptr<const DataTable> table) {
-    Data.Exchange(std::move(table));
-    Commons.Fill(Data);
-}
-
-void AnalysisState::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
-    Data.ChooseWeight(variable, isOn);
-    Commons.Fill(Data);
-}
-
-bool AnalysisState::AskForBreak() const {
-    const bool flagged = Services.BreakFlag != nullptr && Services.BreakFlag->load(std::memory_order_relaxed);
-    return flagged || (Services.BreakRequested && Services.BreakRequested());
-}
-
-void AnalysisState::ReportProgress(std::int32_t done) const {
-    if (Progress.Running && Services.ProgressAdvanced) {
-        Services.ProgressAdvanced(done);
-    }
-}
-
-void AnalysisState::Trace(std::string_view call) const {
-    if (Services.Trace) {
-        Services.Trace(call);
-    }
+Surroundings& SurroundingsOf(CAnalysisDoc* document) {
+    return StateOf(document).Around;
 }
 
 TableInUse& TableOf(CAnalysisDoc* document) {
@@ -44,6 +19,26 @@ TableInUse& TableOf(CAnalysisDoc* document) {
 
 AllocationRecord* MemoryOf(CAnalysisDoc* document) {
     return document == nullptr ? nullptr : &StateOf(document).Memory;
+}
+
+TableCaseBlocks& CaseBlocksOf(CAnalysisDoc* document) {
+    return StateOf(document).Blocks;
+}
+
+NewTables& NewTablesOf(CAnalysisDoc* document) {
+    return StateOf(document).Tables;
+}
+
+RoutedResults& ResultsOf(CAnalysisDoc* document) {
+    return StateOf(document).Results;
+}
+
+DialogState& DialogsOf(CAnalysisDoc* document) {
+    return StateOf(document).Dialogs;
+}
+
+DocumentSettings& SettingsOf(CAnalysisDoc* document) {
+    return StateOf(document).Settings;
 }
 
 }  // namespace quillara

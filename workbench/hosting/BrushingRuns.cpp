@@ -3,10 +3,13 @@
 #include <cstdint>
 
 #include "host/Brushing.h"
+#include "platform/CountedPointer.h"
 #include "workbench/documents/GraphFaces.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/documents/ResultDocument.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/ModalWork.h"
 #include "workbench/hosting/ObjectModel.h"
+#include "workbench/hosting/Surroundings.h"
 
 namespace {
 
@@ -45,17 +48,17 @@ bool CGraphBrushingExt::DoBrushing(COutDocument* document, const char** options,
     if (document == nullptr || Graphs.empty()) {
         return false;
     }
-    quillara::AnalysisState* state = quillara::AnalysisOf(document->Document());
-    if (state == nullptr || !state->Services.Brush) {
+    CAnalysisDoc* owner = quillara::AnalysisOf(document->Document());
+    if (owner == nullptr || !quillara::SurroundingsOf(owner).Services.Brush) {
         return false;
     }
     const auto alive = CountedPointer<quillara::ResultDocument>::Share(&document->Document());  // the user may close it
-    const quillara::StartupBlock block(*state);
+    const quillara::StartupBlock block(quillara::DialogsOf(owner));
     quillara::BrushingRun run{document->Document(), *Graphs.back(), {}, choice};
     for (; *options != nullptr; ++options) {
         run.Options.emplace_back(*options);
     }
-    const bool picked = state->Services.Brush(run);
+    const bool picked = quillara::SurroundingsOf(owner).Services.Brush(run);
     choice = run.Choice;
     return picked;
 }

@@ -1,7 +1,8 @@
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/Surroundings.h"
+#include "workbench/hosting/TableCaseBlocks.h"
+#include "workbench/hosting/TableInUse.h"
 
-using quillara::AnalysisState;
 using quillara::DataTable;
 
 namespace {
@@ -17,19 +18,19 @@ void FillValues(const DataTable& table, std::size_t row, double* values) {
 }  // namespace
 
 int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
-    const AnalysisState& state = quillara::StateOf(Document);
-    if (caseNumber < 1 || caseNumber > state.Table().Cases) {
+    const quillara::TableInUse& data = quillara::TableOf(Document);
+    if (caseNumber < 1 || caseNumber > data.Table().Cases) {
         return static_cast<int>(CaseResult::Stop);
     }
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
-    FillValues(state.Table(), row, values);
-    *weighted = state.Data.Weights != nullptr ? 1 : 0;
-    *weight = state.Data.Weights != nullptr ? state.Data.Weights[row] : 1.0;
+    FillValues(data.Table(), row, values);
+    *weighted = data.Weights != nullptr ? 1 : 0;
+    *weight = data.Weights != nullptr ? data.Weights[row] : 1.0;
     *tag = 0;
-    if (caseNumber % CasesPerProgressReport == 0 || caseNumber == state.Table().Cases) {
-        state.ReportProgress(caseNumber);
+    if (caseNumber % CasesPerProgressReport == 0 || caseNumber == data.Table().Cases) {
+        quillara::SurroundingsOf(Document).ReportProgress(caseNumber);
     }
-    return static_cast<int>(state.Data.ResultOf(caseNumber));
+    return static_cast<int>(data.ResultOf(caseNumber));
 }
 
 int CAnalysisSupport::cstart(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
@@ -48,6 +49,6 @@ std::string CAnalysisSupport::GetCaseName(int caseIndex) {
 }
 
 CaseBlocks* CAnalysisSupport::GetCaseBlocks() {
-    AnalysisState& state = quillara::StateOf(Document);
-    return Document != nullptr && state.BlocksOffered ? &state.Blocks : nullptr;
+    quillara::TableCaseBlocks& blocks = quillara::CaseBlocksOf(Document);
+    return Document != nullptr && blocks.IsOffered ? &blocks : nullptr;
 }

@@ -8,12 +8,10 @@
 
 #include "host/AnalysisSupport.h"
 #include "workbench/documents/NamedParts.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/ResultRouting.h"
 #include "workbench/hosting/TextFields.h"
 
-using quillara::AnalysisState;
 using quillara::AxisLabel;
 using quillara::FieldArray;
 using quillara::GraphContent;
@@ -123,10 +121,9 @@ short CAnalysisSupport::NewGeneralMultipleChartLongEx(
         }
         chart.Series.push_back(std::move(series));
     }
-    AnalysisState& state = quillara::StateOf(Document);
-    GraphDocument graph{TitleOf({title, titleWidth}, titleLines), quillara::TakeSubject(state),
+    GraphDocument graph{TitleOf({title, titleWidth}, titleLines), quillara::TakeSubject(Document),
                         ContentOf(info, std::move(chart))};
     quillara::NameParts(graph);
-    quillara::RouteResult(*this, state, std::move(graph));
+    quillara::RouteResult(*this, std::move(graph));
     return 0;
 }

@@ -6,9 +6,9 @@
 
 #include "host/AnalysisSupport.h"
 #include "host/WindowServices.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/TableInUse.h"
 
 using quillara::Control;
 using quillara::FieldRange;
@@ -88,7 +88,7 @@ void CAnalysisDialog::InitStaticListBox(HWND listBox, const char* const* texts) 
 void CAnalysisDialog::WriteVarListToCaption(HWND window, int id, int count, const short* variables) {
     std::string names;
     for (int i = 0; i < count; ++i) {
-        if (const Variable* variable = DialogHost::StateOf(*this).Data.Find(variables[i])) {
+        if (const Variable* variable = quillara::TableOf(DialogHost::DocumentOf(*this)).Find(variables[i])) {
             names += (names.empty() ? "" : ", ") + variable->Name;
         }
     }

@@ -6,10 +6,10 @@
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
 #include "platform/WindowMessages.h"
-#include "workbench/hosting/AnalysisState.h"
-#include "workbench/hosting/MemoryMessages.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/Surroundings.h"
 
-using quillara::AnalysisState;
+using quillara::DialogState;
 using quillara::Window;
 
 namespace {
@@ -24,11 +24,11 @@ const DialogResource* FindDialog(const ModuleInstance* module, int id) {
 /// The message of a startup dialog is the active command until it is done, and so are those that are sent meanwhile.
 class CommandScope {
   public:
-    CommandScope(AnalysisState& state, unsigned message, std::uint64_t wParam)
-        : Command(state.Dialogs.Command), IsOutermost(!Command) {
+    CommandScope(DialogState& dialogs, unsigned message, std::uint64_t wParam)
+        : Command(dialogs.Command), IsOutermost(!Command) {
         if (IsOutermost) {
             Command = ActiveCommand{message, wParam, 0};
-            ++state.Dialogs.CommandCount;
+            ++dialogs.CommandCount;
         }
     }
     CommandScope(const CommandScope&) = delete;
@@ -48,8 +48,8 @@ class CommandScope {
 
 /// Passes a message to a dialog. Memory that runs out ends the command and not the program.
 std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
-    AnalysisState& state = DialogHost::StateOf(dialog);
-    const CommandScope scope(state, message, wParam);
+    CAnalysisDoc* document = DialogHost::DocumentOf(dialog);
+    const CommandScope scope(quillara::DialogsOf(document), message, wParam);
     try {
         return dialog.EventHandler(window, message, wParam, lParam);
     } catch (const std::bad_alloc&) {
@@ -58,7 +58,7 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
         }
         DialogHost::Of(dialog).ResultsLocked = false;
         DialogHost::Of(dialog).RanOutOfMemory = true;
-        quillara::SayMemoryLacked(state, NoMemory);
+        quillara::SurroundingsOf(document).SayMemoryLacked(NoMemory);
         return 0;
     }
 }
@@ -69,8 +69,8 @@ Window* DialogHost::WindowOf(const CAnalysisDialog& dialog) {
     return dialog.Side->TheWindow.get();
 }
 
-AnalysisState& DialogHost::StateOf(const CAnalysisDialog& dialog) {
-    return quillara::StateOf(dialog.Owner.GetDocument());
+CAnalysisDoc* DialogHost::DocumentOf(const CAnalysisDialog& dialog) {
+    return dialog.Owner.GetDocument();
 }
 
 bool DialogHost::MakeWindow(CAnalysisDialog& dialog, const ModuleInstance* module) {
@@ -81,10 +81,10 @@ bool DialogHost::MakeWindow(CAnalysisDialog& dialog, const ModuleInstance* modul
     const auto passOn = [&dialog](HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
         return PassOn(dialog, window, message, wParam, lParam);
     };
-    dialog.Side->TheWindow = std::make_unique<Window>(StateOf(dialog).Dialogs.Queue, *resource, passOn);
+    dialog.Side->TheWindow = std::make_unique<Window>(quillara::DialogsOf(DocumentOf(dialog)).Queue, *resource, passOn);
     return true;
 }
 
 void DialogHost::Trace(const CAnalysisDialog& dialog, const std::string& call) {
-    StateOf(dialog).Trace(call);
+    quillara::SurroundingsOf(DocumentOf(dialog)).Trace(call);
 }

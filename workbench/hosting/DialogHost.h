@@ -7,9 +7,7 @@
 #include "host/AnalysisDialog.h"
 #include "workbench/windows/Window.h"
 
-namespace quillara {
-struct AnalysisState;
-}
+class CAnalysisDoc;
 
 /// The host's side of a dialog: its window, and what the host knows of it.
 struct DialogHost {
@@ -23,8 +21,8 @@ struct DialogHost {
     [[nodiscard]] static DialogHost& Of(const CAnalysisDialog& dialog) { return *dialog.Side; }
     /// The window of a dialog; null until it is made.
     [[nodiscard]] static quillara::Window* WindowOf(const CAnalysisDialog& dialog);
-    /// The state of the document whose analysis a dialog belongs to.
-    [[nodiscard]] static quillara::AnalysisState& StateOf(const CAnalysisDialog& dialog);
+    /// The document whose analysis a dialog belongs to.
+    [[nodiscard]] static CAnalysisDoc* DocumentOf(const CAnalysisDialog& dialog);
     /// Makes the window of a dialog from its module's resource, not started yet; false when there is no such resource.
     [[nodiscard]] static bool MakeWindow(CAnalysisDialog& dialog, const ModuleInstance* module);
     /// Tells the document's trace a call with its arguments.

@@ -9,6 +9,8 @@
 #include "host/AnalysisDialog.h"
 #include "workbench/windows/MessageQueue.h"
 
+class CAnalysisDoc;
+
 namespace quillara {
 
 /// What the dialogs of an analysis stand on. Windows go before the queue does.
@@ -21,5 +23,8 @@ struct DialogState {
     int ModalWindows = 0;  ///< that stand open
     std::exception_ptr Failure;  ///< of a script in a modal window; not yet thrown again
 };
+
+/// Those of a document; without a document none.
+[[nodiscard]] DialogState& DialogsOf(CAnalysisDoc* document);
 
 }  // namespace quillara

@@ -8,8 +8,9 @@
 #include <utility>
 
 #include "workbench/data/ValueText.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/TableInUse.h"
 
 namespace quillara {
 namespace {
@@ -63,10 +64,10 @@ std::vector<std::string> NamesForPeople(const Variable* variable, const SubjectV
     return names;
 }
 
-ShownVariable Shown(const AnalysisState& state, int number) {
+ShownVariable Shown(const TableInUse& data, int number) {
     ShownVariable shown;
     shown.Number = number;
-    if (const Variable* variable = state.Data.Find(number)) {
+    if (const Variable* variable = data.Find(number)) {
         shown.Name = variable->Name;
         shown.LongName = variable->LongName;
         shown.Kind = variable->Kind;
@@ -76,22 +77,23 @@ ShownVariable Shown(const AnalysisState& state, int number) {
 
 }  // namespace
 
-Subject TakeSubject(AnalysisState& state) {
-    const ResultSubject told = std::exchange(state.Results.NextSubject, {});
+Subject TakeSubject(CAnalysisDoc* document) {
+    const TableInUse& data = TableOf(document);
+    const ResultSubject told = std::exchange(ResultsOf(document).NextSubject, {});
     Subject subject{told.Side, {}};
     for (const SubjectVariable& variable : told.Variables) {
-        ShownVariable shown = Shown(state, variable.Number);
-        shown.Categories = NamesForPeople(state.Data.Find(variable.Number), variable);
+        ShownVariable shown = Shown(data, variable.Number);
+        shown.Categories = NamesForPeople(data.Find(variable.Number), variable);
         shown.HasMissing = variable.HasMissing;
         subject.Variables.push_back(std::move(shown));
     }
     return subject;
 }
 
-Subject ReviewSubject(const AnalysisState& state, std::span<const std::size_t> variables) {
+Subject ReviewSubject(const TableInUse& data, std::span<const std::size_t> variables) {
     Subject subject{ResultSide::Review, {}};
     for (const std::size_t variable : variables) {
-        subject.Variables.push_back(Shown(state, static_cast<int>(variable) + 1));
+        subject.Variables.push_back(Shown(data, static_cast<int>(variable) + 1));
     }
     return subject;
 }

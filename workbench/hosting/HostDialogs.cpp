@@ -6,52 +6,53 @@
 #include <utility>
 
 #include "host/AnalysisDialog.h"
+#include "host/AnalysisDoc.h"
 #include "host/AnalysisSupport.h"
 #include "platform/WindowMessages.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
-#include "workbench/hosting/MemoryMessages.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/ModalWork.h"
+#include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/Surroundings.h"
+#include "workbench/hosting/TableInUse.h"
 
-using quillara::AnalysisState;
 using quillara::CaseChoice;
+using quillara::DialogsOf;
 using quillara::HostDialog;
+using quillara::TableInUse;
+using quillara::TableOf;
 using quillara::WeightChoice;
 
 namespace {
 
 /// Shows what a dialog has to say as the analysis shows its messages.
-HostDialog::Tell TellThrough(const AnalysisState& state) {
-    return [&state](std::string_view text) {
-        if (text == HostDialog::NoMemory) {
-            quillara::SayMemoryLacked(state, text);
-        } else if (state.Services.ShowMessage) {
-            state.Services.ShowMessage(text);
-        }
+HostDialog::Tell TellThrough(CAnalysisDoc* document) {
+    return [&around = quillara::SurroundingsOf(document)](std::string_view text) {
+        text == HostDialog::NoMemory ? around.SayMemoryLacked(text) : around.ShowMessage(text);
     };
 }
 
-bool IsConfirmed(AnalysisState& state, HostDialog& dialog) {
-    return RunModal(state, dialog.Shown()) == OkCommand;
+bool IsConfirmed(CAnalysisDoc* document, HostDialog& dialog) {
+    return quillara::RunModal(document, dialog.Shown()) == OkCommand;
 }
 
 std::string TextOrNothing(const char* text) {
     return text == nullptr ? "" : text;
 }
 
-std::vector<short> AllVariables(const AnalysisState& state) {
-    std::vector<short> numbers(state.Table().Variables.size());
+std::vector<short> AllVariables(const TableInUse& data) {
+    std::vector<short> numbers(data.Table().Variables.size());
     std::iota(numbers.begin(), numbers.end(), short{1});
     return numbers;
 }
 
 /// The numbers of a list that 0 ends, in which no variable stands more than twice.
-std::vector<short> UpToZero(const short* list, const AnalysisState& state) {
-    return {list, std::find(list, list + 2 * state.Table().Variables.size(), short{0})};
+std::vector<short> UpToZero(const short* list, const TableInUse& data) {
+    return {list, std::find(list, list + 2 * data.Table().Variables.size(), short{0})};
 }
 
 void WriteList(const std::vector<short>& numbers, short* list, short* count) {
@@ -61,9 +62,9 @@ void WriteList(const std::vector<short>& numbers, short* list, short* count) {
 
 /// The selection in force; nothing: all cases. One that no formula made shows as an empty formula, so that it isn't
 /// lost without a word.
-std::optional<std::string> PresentSelection(const AnalysisState& state) {
-    const bool selectsAll = state.Data.Selection.empty() && state.Data.SelectionFormula.empty();
-    return selectsAll ? std::nullopt : std::optional(state.Data.SelectionFormula);
+std::optional<std::string> PresentSelection(const TableInUse& data) {
+    const bool selectsAll = data.Selection.empty() && data.SelectionFormula.empty();
+    return selectsAll ? std::nullopt : std::optional(data.SelectionFormula);
 }
 
 }  // namespace
@@ -73,10 +74,10 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
                                           short* list1, short* count1, short* list2, short* count2, const char* label1,
                                           const char* label2, unsigned short /*typeCount*/, int* /*types*/,
                                           int /*reserved1*/, int /*reserved2*/) {
-    AnalysisState& state = quillara::StateOf(Document);
+    const TableInUse& data = TableOf(Document);
     const quillara::VariableListsRequest request{
         TextOrNothing(title),
-        preset == nullptr ? AllVariables(state) : UpToZero(preset, state),
+        preset == nullptr ? AllVariables(data) : UpToZero(preset, data),
         {{{TextOrNothing(label1), lowest1, highest1, {list1, list1 + std::max<short>(*count1, 0)}},
           {TextOrNothing(label2), lowest2, highest2, {list2, list2 + std::max<short>(*count2, 0)}}}},
         highestTotal};
@@ -84,8 +85,8 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
     if (updatesDocuments && quillara::AreWithinLimits(request)) {
         return 1;  // nobody has asked for other variables
     }
-    quillara::VariableListsDialog dialog(state.Dialogs.Queue, state.Table(), request, TellThrough(state));
-    if (!IsConfirmed(state, dialog)) {
+    quillara::VariableListsDialog dialog(DialogsOf(Document).Queue, data.Table(), request, TellThrough(Document));
+    if (!IsConfirmed(Document, dialog)) {
         return 0;
     }
     const auto [first, second] = dialog.Chosen();
@@ -96,37 +97,40 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
 
 int CAnalysisDialog::DefineSelCond(int mode, HWND /*window*/) {
     DialogHost::Trace(*this, "DefineSelCond " + std::to_string(mode));
-    AnalysisState& state = DialogHost::StateOf(*this);
-    quillara::CaseSelectionDialog dialog(state.Dialogs.Queue, state.Table(), PresentSelection(state),
-                                         TellThrough(state));
-    if (!IsConfirmed(state, dialog)) {
+    CAnalysisDoc* document = DialogHost::DocumentOf(*this);
+    TableInUse& data = TableOf(document);
+    quillara::CaseSelectionDialog dialog(DialogsOf(document).Queue, data.Table(), PresentSelection(data),
+                                         TellThrough(document));
+    if (!IsConfirmed(document, dialog)) {
         return 0;
     }
     const CaseChoice& choice = dialog.Choice();
-    state.Data.Select(choice.Results, choice.Formula.value_or(""));
+    data.Select(choice.Results, choice.Formula.value_or(""));
     return 1;
 }
 
 int CAnalysisDialog::DefineWeight(int mode, HWND /*window*/) {
     DialogHost::Trace(*this, "DefineWeight " + std::to_string(mode));
-    AnalysisState& state = DialogHost::StateOf(*this);
-    quillara::WeightDialog dialog(state.Dialogs.Queue, state.Table(),
-                                  {state.Data.WeightVariable, state.Data.IsWeighted}, TellThrough(state));
-    if (!IsConfirmed(state, dialog)) {
+    CAnalysisDoc* document = DialogHost::DocumentOf(*this);
+    TableInUse& data = TableOf(document);
+    quillara::WeightDialog dialog(DialogsOf(document).Queue, data.Table(), {data.WeightVariable, data.IsWeighted},
+                                  TellThrough(document));
+    if (!IsConfirmed(document, dialog)) {
         return 0;
     }
     const WeightChoice& choice = dialog.Choice();
-    state.ChooseWeight(choice.Variable, choice.InForce);
+    data.ChooseWeight(choice.Variable, choice.InForce);
     return 1;
 }
 
 int CAnalysisDialog::OpenOrvFile() {
     DialogHost::Trace(*this, "OpenOrvFile");
-    AnalysisState& state = DialogHost::StateOf(*this);
-    quillara::OpenDataDialog dialog(state.Dialogs.Queue, state.Tables.Finished(), TellThrough(state));
-    if (!IsConfirmed(state, dialog)) {
+    CAnalysisDoc* document = DialogHost::DocumentOf(*this);
+    quillara::OpenDataDialog dialog(DialogsOf(document).Queue, quillara::NewTablesOf(document).Finished(),
+                                    TellThrough(document));
+    if (!IsConfirmed(document, dialog)) {
         return 0;
     }
-    state.Exchange(dialog.Opened());
+    TableOf(document).Exchange(dialog.Opened());
     return 1;
 }

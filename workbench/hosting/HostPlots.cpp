@@ -10,20 +10,23 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/GraphDocument.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/LongTexts.h"
-#include "workbench/hosting/MemoryMessages.h"
 #include "workbench/hosting/ResultRouting.h"
+#include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/Surroundings.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/plots/BoxPlots.h"
 #include "workbench/plots/Histograms3D.h"
 #include "workbench/plots/ScatterMatrices.h"
 
-using quillara::AnalysisState;
 using quillara::DataTable;
 using quillara::GraphDocument;
 using quillara::Interrupted;
 using quillara::PlotRows;
+using quillara::Surroundings;
+using quillara::TableInUse;
 
 namespace {
 
@@ -68,26 +71,26 @@ class RowBlock {
     std::vector<double> Values;
 };
 
-bool Keeps(CaseFilter filter, FilterUse use, const double* values) {
+bool Keeps(RowChoice choice, const double* values) {
     float x = 0.0F;
     float y = 0.0F;
-    const bool asksForPair = use == FilterUse::Pairs;
-    return filter(nullptr, nullptr, values, asksForPair ? &x : nullptr, asksForPair ? &y : nullptr) == 0;
+    const bool asksForPair = choice.Use == FilterUse::Pairs;
+    return choice.Filter(nullptr, nullptr, values, asksForPair ? &x : nullptr, asksForPair ? &y : nullptr) == 0;
 }
 
 /// The selected cases that a filter keeps. Throws Interrupted when the user cancels.
-PlotRows FilterRows(const AnalysisState& state, CaseFilter filter, FilterUse use) {
-    const std::int32_t cases = state.Table().Cases;
-    RowBlock block(state.Table());
+PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoice choice) {
+    const std::int32_t cases = data.Table().Cases;
+    RowBlock block(data.Table());
     PlotRows rows;
     for (std::int32_t first = 0; first < cases; first += CasesPerBlock) {
-        if (state.AskForBreak()) {
+        if (around.AskForBreak()) {
             throw Interrupted();
         }
         const std::int32_t count = std::min(CasesPerBlock, cases - first);
         block.Read(first, count);
         for (std::int32_t i = 0; i < count; ++i) {
-            if (state.Data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(filter, use, block.Row(i))) {
+            if (data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(choice, block.Row(i))) {
                 rows.push_back(static_cast<std::uint32_t>(first + i));
             }
         }
@@ -96,35 +99,36 @@ PlotRows FilterRows(const AnalysisState& state, CaseFilter filter, FilterUse use
 }
 
 /// The same once for all plots of one command, between which neither the steps nor the selection can change.
-const PlotRows& KeptRows(AnalysisState& state, CaseFilter filter, FilterUse use) {
-    quillara::KeptPlotRows& kept = state.Results.PlotRowsOfCommand;
-    const bool isKnown = state.Dialogs.Command && kept.Filter == filter && kept.Command == state.Dialogs.CommandCount;
+const PlotRows& KeptRows(CAnalysisDoc* document, RowChoice choice) {
+    const quillara::DialogState& dialogs = quillara::DialogsOf(document);
+    quillara::KeptPlotRows& kept = quillara::ResultsOf(document).PlotRowsOfCommand;
+    const bool isKnown = dialogs.Command && kept.Filter == choice.Filter && kept.Command == dialogs.CommandCount;
     if (!isKnown) {
         kept = {};
-        kept.Rows = FilterRows(state, filter, use);
-        kept.Filter = filter;
-        kept.Command = state.Dialogs.CommandCount;
+        kept.Rows = FilterRows(quillara::TableOf(document), quillara::SurroundingsOf(document), choice);
+        kept.Filter = choice.Filter;
+        kept.Command = dialogs.CommandCount;
     }
     return kept.Rows;
 }
 
 /// Indexes of variables in the table; numbers of none are passed over.
-std::vector<std::size_t> IndexesOf(const AnalysisState& state, const short* variables, short count) {
+std::vector<std::size_t> IndexesOf(const TableInUse& data, const short* variables, short count) {
     std::vector<std::size_t> indexes;
     for (short i = 0; i < count; ++i) {
-        if (state.Data.Find(variables[i]) != nullptr) {
+        if (data.Find(variables[i]) != nullptr) {
             indexes.push_back(static_cast<std::size_t>(variables[i]) - 1);
         }
     }
     return indexes;
 }
 
-quillara::CaseWeights WeightsOf(const AnalysisState& state) {
-    if (state.Data.Weights == nullptr || !state.Data.WeightVariable) {
+quillara::CaseWeights WeightsOf(const TableInUse& data) {
+    if (data.Weights == nullptr || !data.WeightVariable) {
         return {};
     }
-    return {{state.Data.Weights, static_cast<std::size_t>(state.Table().Cases)},
-            state.Table().Variables[*state.Data.WeightVariable].Name};
+    return {{data.Weights, static_cast<std::size_t>(data.Table().Cases)},
+            data.Table().Variables[*data.WeightVariable].Name};
 }
 
 std::vector<std::string> TitleOf(const char* title, const char* caption) {
@@ -145,20 +149,20 @@ std::vector<std::string> TitleOf(const std::string& title) {
 /// Computes a plot from the cases that its filter keeps and sends it on its way. None is made when the user cancels or
 /// there isn't enough memory.
 template <typename Compute>
-short MakePlot(CAnalysisSupport& analysis, AnalysisState& state, GraphDocument graph, const RowChoice& choice,
-               Compute compute) {
-    state.Results.NextSubject = {};
+short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice& choice, Compute compute) {
+    CAnalysisDoc* document = analysis.GetDocument();
+    quillara::ResultsOf(document).NextSubject = {};
     try {
-        const PlotRows& rows = KeptRows(state, choice.Filter, choice.Use);
+        const PlotRows& rows = KeptRows(document, choice);
         graph.About.Cases = static_cast<std::int64_t>(rows.size());
         graph.Content = compute(rows);
     } catch (const Interrupted&) {
         return NotMade;
     } catch (const std::bad_alloc&) {
-        quillara::SayMemoryLacked(state, NoMemory);
+        quillara::SurroundingsOf(document).SayMemoryLacked(NoMemory);
         return NotMade;
     }
-    quillara::RouteResult(analysis, state, std::move(graph));
+    quillara::RouteResult(analysis, std::move(graph));
     return Made;
 }
 
@@ -168,12 +172,12 @@ short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const c
                                                     const char* /*reserved1*/, const char* /*reserved2*/,
                                                     int /*reserved3*/, short count, const short* variables,
                                                     const char* /*reserved4*/, CaseFilter filter) {
-    AnalysisState& state = quillara::StateOf(Document);
-    const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
+    const TableInUse& data = quillara::TableOf(Document);
+    const std::vector<std::size_t> shown = IndexesOf(data, variables, count);
     return MakePlot(
-        *this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}}, {filter},
+        *this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}}, {filter},
         [&](const PlotRows& rows) {
-            return quillara::BoxPlotOf({state.Table(), shown, rows, static_cast<BoxType>(type), WeightsOf(state)});
+            return quillara::BoxPlotOf({data.Table(), shown, rows, static_cast<BoxType>(type), WeightsOf(data)});
         });
 }
 
@@ -182,12 +186,13 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
                                                const short* /*secondVariables*/, unsigned short /*reserved2*/,
                                                const double* /*reserved3*/, const double* /*reserved4*/,
                                                const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
-    AnalysisState& state = quillara::StateOf(Document);
-    const std::vector<std::size_t> shown = IndexesOf(state, variables, count);
+    const TableInUse& data = quillara::TableOf(Document);
+    const std::vector<std::size_t> shown = IndexesOf(data, variables, count);
     return MakePlot(
-        *this, state, {TitleOf(title), quillara::ReviewSubject(state, shown), {}}, {filter}, [&](const PlotRows& rows) {
-            return quillara::ScatterMatrixOf({state.Table(), shown, rows, flags,
-                                              [&state] { return state.AskForBreak(); }, WeightsOf(state).Variable});
+        *this, {TitleOf(title), quillara::ReviewSubject(data, shown), {}}, {filter}, [&](const PlotRows& rows) {
+            return quillara::ScatterMatrixOf({data.Table(), shown, rows, flags,
+                                              [this] { return quillara::SurroundingsOf(Document).AskForBreak(); },
+                                              WeightsOf(data).Variable});
         });
 }
 
@@ -196,12 +201,12 @@ short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, s
                                     const char* title, const char* /*reserved6*/, const char* caption,
                                     const char* /*reserved7*/, int /*reserved8*/, const char* /*reserved9*/,
                                     CaseFilter filter) {
-    AnalysisState& state = quillara::StateOf(Document);
-    if (state.Data.Find(x + 1) == nullptr || state.Data.Find(y + 1) == nullptr) {
+    const TableInUse& data = quillara::TableOf(Document);
+    if (data.Find(x + 1) == nullptr || data.Find(y + 1) == nullptr) {
         return NotMade;
     }
     const std::vector<std::size_t> shown{static_cast<std::size_t>(x), static_cast<std::size_t>(y)};
-    return MakePlot(*this, state, {TitleOf(title, caption), quillara::ReviewSubject(state, shown), {}},
+    return MakePlot(*this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}},
                     {filter, FilterUse::Pairs},
-                    [&](const PlotRows& rows) { return Histogram3DOf(state.Table(), shown[0], shown[1], rows); });
+                    [&](const PlotRows& rows) { return Histogram3DOf(data.Table(), shown[0], shown[1], rows); });
 }

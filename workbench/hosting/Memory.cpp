@@ -4,7 +4,7 @@
 
 #include "host/AnalysisSupport.h"
 #include "workbench/hosting/AllocationRecord.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/Surroundings.h"
 
 namespace {
 
@@ -18,10 +18,9 @@ bool Remember(quillara::AllocationRecord& record, void* address) {
     }
 }
 
-/// Tells it where it matters: some results are left out without a message.
 int Lacking(CAnalysisDoc* document) {
-    if (document != nullptr && quillara::StateOf(document).Services.MemoryLacked) {
-        quillara::StateOf(document).Services.MemoryLacked();
+    if (document != nullptr) {
+        quillara::SurroundingsOf(document).ReportMemoryLack();
     }
     return 1;
 }

@@ -1,5 +1,4 @@
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ModalWork.h"
 
@@ -9,7 +8,7 @@ int CAnalysisModalDialog::DoModal(const ModuleInstance* scope) {
     if (!DialogHost::MakeWindow(*this, scope)) {
         return 0;
     }
-    const int result = quillara::RunModal(DialogHost::StateOf(*this), *host.TheWindow);
+    const int result = quillara::RunModal(DialogHost::DocumentOf(*this), *host.TheWindow);
     host.TheWindow.reset();
     return result;
 }

@@ -3,52 +3,56 @@
 #include <exception>
 
 #include "platform/WindowMessages.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/Surroundings.h"
 
 namespace quillara {
 namespace {
 
-void EnableStartup(AnalysisState& state, bool enable) {
-    if (const CAnalysisModelessDialog* startup = state.Dialogs.Startup.get()) {
+void EnableStartup(const DialogState& dialogs, bool enable) {
+    if (const CAnalysisModelessDialog* startup = dialogs.Startup.get()) {
         DialogHost::WindowOf(*startup)->Enabled = enable;
     }
 }
 
 /// Whether somebody has worked in the window and may be asked again.
-bool WorkIn(AnalysisState& state, Window& window) {
-    if (state.Dialogs.Failure != nullptr || !state.Services.WorkIn) {
+bool WorkIn(CAnalysisDoc* document, Window& window) {
+    DialogState& dialogs = DialogsOf(document);
+    const AnalysisServices& services = SurroundingsOf(document).Services;
+    if (dialogs.Failure != nullptr || !services.WorkIn) {
         return false;
     }
     try {
-        return state.Services.WorkIn(window);
+        return services.WorkIn(window);
     } catch (...) {
         // The analysis that opened the window knows nothing of what goes wrong in a script.
-        state.Dialogs.Failure = std::current_exception();
+        dialogs.Failure = std::current_exception();
         return false;
     }
 }
 
 }  // namespace
 
-StartupBlock::StartupBlock(AnalysisState& state) : State(state) {
-    ++State.Dialogs.ModalWindows;
-    EnableStartup(State, false);
+StartupBlock::StartupBlock(DialogState& dialogs) : Dialogs(dialogs) {
+    ++Dialogs.ModalWindows;
+    EnableStartup(Dialogs, false);
 }
 
 StartupBlock::~StartupBlock() {
-    EnableStartup(State, --State.Dialogs.ModalWindows == 0);
+    EnableStartup(Dialogs, --Dialogs.ModalWindows == 0);
 }
 
-int RunModal(AnalysisState& state, Window& window) {
-    const StartupBlock block(state);
+int RunModal(CAnalysisDoc* document, Window& window) {
+    DialogState& dialogs = DialogsOf(document);
+    const StartupBlock block(dialogs);
     window.Start();
     while (!window.IsClosed()) {
-        if (!WorkIn(state, window)) {
+        if (!WorkIn(document, window)) {
             window.SendCommand(CancelCommand);
             window.Close(0);
         }
-        state.Dialogs.Queue.DispatchAll();
+        dialogs.Queue.DispatchAll();
     }
     return window.CloseResult();
 }

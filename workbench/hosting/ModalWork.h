@@ -2,25 +2,27 @@
 
 #include "workbench/windows/Window.h"
 
+class CAnalysisDoc;
+
 namespace quillara {
 
-struct AnalysisState;
+struct DialogState;
 
 /// While one stands, the startup window can't be used.
 class StartupBlock {
   public:
-    explicit StartupBlock(AnalysisState& state);
+    explicit StartupBlock(DialogState& dialogs);
     StartupBlock(const StartupBlock&) = delete;
     StartupBlock& operator=(const StartupBlock&) = delete;
     ~StartupBlock();
 
   private:
-    AnalysisState& State;
+    DialogState& Dialogs;
 };
 
 /// Starts a window and lets the user, or the script that stands in for one, work in it until it is closed. When nobody
 /// answers it is cancelled. Gives what it was closed with. An exception of the script cancels the window and reaches
 /// whoever runs the document's messages.
-int RunModal(AnalysisState& state, Window& window);
+int RunModal(CAnalysisDoc* document, Window& window);
 
 }  // namespace quillara

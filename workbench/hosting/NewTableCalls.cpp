@@ -4,23 +4,26 @@
 #include <new>
 
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/NewTable.h"
+#include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/Surroundings.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TextFields.h"
 
-using quillara::AnalysisState;
+using quillara::DataTable;
 using quillara::NewTable;
 using quillara::NewTableRequest;
+using quillara::NewTables;
 
 namespace {
 
 constexpr int MostVariables = 32766;
 
 /// "subset of cars.csv", then "subset 2 of cars.csv" and so on.
-std::string NameOfSubset(const AnalysisState& state) {
-    const std::size_t number = state.Tables.Finished().size() + 1;
+std::string NameOfSubset(const DataTable& table, const NewTables& made) {
+    const std::size_t number = made.Finished().size() + 1;
     const std::string subset = number == 1 ? "subset" : "subset " + std::to_string(number);
-    return state.Table().FileName.empty() ? subset : subset + " of " + state.Table().FileName;
+    return table.FileName.empty() ? subset : subset + " of " + table.FileName;
 }
 
 }  // namespace
@@ -34,14 +37,15 @@ short CAnalysisSupport::SubsetAndAddEx(int /*code*/, const char* /*name*/, int v
     if (variables < 1 || fromInput > MostVariables || caseNameWidth < 0) {
         return 0;
     }
-    AnalysisState& state = quillara::StateOf(Document);
+    const DataTable& input = quillara::TableOf(Document).Table();
+    NewTables& tables = quillara::NewTablesOf(Document);
     try {
-        const NewTableRequest request{NameOfSubset(state),
+        const NewTableRequest request{NameOfSubset(input, tables),
                                       quillara::TextOfField({header, HeaderTextWidth}),
                                       {list, static_cast<std::size_t>(variables)},
                                       static_cast<std::size_t>(caseNameWidth),
                                       cases};
-        return state.Tables.Add(std::make_unique<NewTable>(state.Table(), request));
+        return tables.Add(std::make_unique<NewTable>(input, request));
     } catch (const std::bad_alloc&) {
         return 0;
     }
@@ -58,7 +62,7 @@ short CAnalysisSupport::SubsetAndAddEx(int code, const char* name, int variables
 }
 
 int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t position, int length) {
-    NewTable* target = quillara::StateOf(Document).Tables.Find(table);
+    NewTable* target = quillara::NewTablesOf(Document).Find(table);
     if (target == nullptr || length < 0) {
         return 1;
     }
@@ -66,18 +70,18 @@ int CAnalysisSupport::PutDataF(short table, const void* bytes, std::uint32_t pos
 }
 
 void CAnalysisSupport::MatClo(short table) {
-    AnalysisState& state = quillara::StateOf(Document);
-    const std::unique_ptr<NewTable> written = state.Tables.Take(table);
+    NewTables& tables = quillara::NewTablesOf(Document);
+    const std::unique_ptr<NewTable> written = tables.Take(table);
     if (written == nullptr) {
         return;
     }
     const auto finished = written->Finish();
-    state.Tables.Keep(finished);
-    if (state.Services.TakeData) {
-        state.Services.TakeData(finished);
+    tables.Keep(finished);
+    if (const auto& takeData = quillara::SurroundingsOf(Document).Services.TakeData) {
+        takeData(finished);
     }
 }
 
 void CAnalysisSupport::AbortOutput(short table) {
-    quillara::StateOf(Document).Tables.Take(table);
+    quillara::NewTablesOf(Document).Take(table);
 }

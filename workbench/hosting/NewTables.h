@@ -6,6 +6,8 @@
 
 #include "workbench/data/DataTable.h"
 
+class CAnalysisDoc;
+
 namespace quillara {
 
 class NewTable;
@@ -35,5 +37,8 @@ class NewTables {
     short LastHandle = 0;
     std::vector<std::shared_ptr<const DataTable>> Done;
 };
+
+/// Those of a document; without a document none.
+[[nodiscard]] NewTables& NewTablesOf(CAnalysisDoc* document);
 
 }  // namespace quillara

@@ -10,12 +10,12 @@
 #include "host/GraphAutomation.h"
 #include "platform/CountedPointer.h"
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/RoutedResults.h"
 
-using quillara::AnalysisState;
 using quillara::OpenAnalyses;
 using quillara::ResultDocument;
+using quillara::ResultsOf;
 
 namespace {
 
@@ -86,24 +86,24 @@ Items ItemsOf(const std::vector<ResultDocument*>& documents) {
 
 class AnalysisAutomation final : public Counted<IAnalysisAutomation> {
   public:
-    explicit AnalysisAutomation(AnalysisState& state) : State(state) {}
+    explicit AnalysisAutomation(quillara::RoutedResults& results) : Results(results) {}
     HRESULT GetAnalysisOutputs(IDocumentCollection** outputs) override {
-        *outputs = new Collection(ItemsOf(State.Results.Documents.OfAnalysis()));
+        *outputs = new Collection(ItemsOf(Results.Documents.OfAnalysis()));
         return S_OK;
     }
 
   private:
     [[nodiscard]] bool Answers(const GUID& id) const override { return id == IAnalysisAutomation::Id; }
 
-    AnalysisState& State;
+    quillara::RoutedResults& Results;
 };
 
 class Application final : public Counted<IApplication> {
   public:
     HRESULT GetGraphCollection(IDocumentCollection** graphs) override {
         std::vector<ResultDocument*> found;
-        for (const AnalysisState* state : OpenAnalyses()) {
-            std::ranges::copy_if(state->Results.Documents.InWindows(), std::back_inserter(found),
+        for (CAnalysisDoc* analysis : OpenAnalyses()) {
+            std::ranges::copy_if(ResultsOf(analysis).Documents.InWindows(), std::back_inserter(found),
                                  [](const ResultDocument* document) { return document->Graph() != nullptr; });
         }
         std::ranges::sort(found, {}, &ResultDocument::Number);
@@ -117,9 +117,10 @@ class Application final : public Counted<IApplication> {
     /// The document that came last into the common window.
     HRESULT GetActiveItem(IDispatch** item) override {
         CountedPointer<ResultDocument> last;
-        for (const AnalysisState* state : OpenAnalyses()) {
-            if (state->Results.LastRouted && (!last || last->Number() < state->Results.LastRouted->Number())) {
-                last = state->Results.LastRouted;
+        for (CAnalysisDoc* analysis : OpenAnalyses()) {
+            const auto& routed = ResultsOf(analysis).LastRouted;
+            if (routed && (!last || last->Number() < routed->Number())) {
+                last = routed;
             }
         }
         *item = last.Detach();
@@ -127,9 +128,9 @@ class Application final : public Counted<IApplication> {
     }
 };
 
-std::vector<AnalysisState*>& States() {
-    static std::vector<AnalysisState*> states;
-    return states;
+std::vector<CAnalysisDoc*>& Open() {
+    static std::vector<CAnalysisDoc*> documents;
+    return documents;
 }
 
 }  // namespace
@@ -139,7 +140,7 @@ IApplication* OleAGetApplication() {
 }
 
 IUnknown* OleAGetAnalysis(CAnalysisDoc* document) {
-    return document == nullptr ? nullptr : new AnalysisAutomation(quillara::StateOf(document));
+    return document == nullptr ? nullptr : new AnalysisAutomation(ResultsOf(document));
 }
 
 void Replace8CharGrow(CAnalysisSupport& /*analysis*/, std::string& text, bool /*nested*/) {
@@ -148,25 +149,25 @@ void Replace8CharGrow(CAnalysisSupport& /*analysis*/, std::string& text, bool /*
 
 namespace quillara {
 
-const std::vector<AnalysisState*>& OpenAnalyses() {
-    return States();
+const std::vector<CAnalysisDoc*>& OpenAnalyses() {
+    return Open();
 }
 
-void EnterAnalysis(AnalysisState& state) {
-    States().push_back(&state);
+void EnterAnalysis(CAnalysisDoc& document) {
+    Open().push_back(&document);
 }
 
-void LeaveAnalysis(const AnalysisState& state) {
-    std::erase(States(), &state);
+void LeaveAnalysis(const CAnalysisDoc& document) {
+    std::erase(Open(), &document);
 }
 
-AnalysisState* AnalysisOf(const ResultDocument& document) {
-    const auto holds = [&](const AnalysisState* state) {
-        const auto& known = state->Results.Documents.OfAnalysis();
-        return std::ranges::find(known, &document) != known.end();
+CAnalysisDoc* AnalysisOf(const ResultDocument& result) {
+    const auto holds = [&](CAnalysisDoc* document) {
+        const auto& known = ResultsOf(document).Documents.OfAnalysis();
+        return std::ranges::find(known, &result) != known.end();
     };
-    const auto owner = std::ranges::find_if(States(), holds);
-    return owner == States().end() ? nullptr : *owner;
+    const auto owner = std::ranges::find_if(Open(), holds);
+    return owner == Open().end() ? nullptr : *owner;
 }
 
 }  // namespace quillara

@@ -2,18 +2,19 @@
 
 #include <vector>
 
+class CAnalysisDoc;
+
 namespace quillara {
 
-struct AnalysisState;
 class ResultDocument;
 
-/// The states of the analyses that are open, the newest last: what the application knows of them.
-[[nodiscard]] const std::vector<AnalysisState*>& OpenAnalyses();
-/// A state opens, and closes.
-void EnterAnalysis(AnalysisState& state);
-void LeaveAnalysis(const AnalysisState& state);
+/// The documents of the analyses that are open, the newest last: what the application knows of them.
+[[nodiscard]] const std::vector<CAnalysisDoc*>& OpenAnalyses();
+/// The document of an analysis opens, and closes.
+void EnterAnalysis(CAnalysisDoc& document);
+void LeaveAnalysis(const CAnalysisDoc& document);
 
-/// The state of the analysis that a document belongs to; null when it is no longer open.
-[[nodiscard]] AnalysisState* AnalysisOf(const ResultDocument& document);
+/// The document of the analysis that a result belongs to; null when it is no longer open.
+[[nodiscard]] CAnalysisDoc* AnalysisOf(const ResultDocument& result);
 
 }  // namespace quillara

@@ -6,16 +6,19 @@
 #include "host/AnalysisSupport.h"
 #include "platform/WindowMessages.h"
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/Surroundings.h"
 
 namespace quillara {
 namespace {
 
-DocumentOrigin NextOrigin(AnalysisState& state) {
-    if (!state.Dialogs.Command) {
-        return {0, state.Results.Documents.NextNumber()};
+DocumentOrigin NextOrigin(CAnalysisDoc* document) {
+    std::optional<ActiveCommand>& running = DialogsOf(document).Command;
+    if (!running) {
+        return {0, ResultsOf(document).Documents.NextNumber()};
     }
-    ActiveCommand& command = *state.Dialogs.Command;
+    ActiveCommand& command = *running;
     const bool isButton = command.Message == WindowMessage::Command;
     return {isButton ? CommandOf(command.CommandId) : 0, ++command.OutputIndex};
 }
@@ -26,25 +29,27 @@ std::string TextOf(const DocumentOrigin& origin) {
 
 }  // namespace
 
-void RouteResult(CAnalysisSupport& analysis, AnalysisState& state, DocumentContent content) {
-    const DocumentOrigin origin = NextOrigin(state);
-    const auto document = ResultDocument::Create(std::move(content), origin, state.Results.Documents);
-    state.Trace("Route " + TextOf(origin));
+void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
+    RoutedResults& results = ResultsOf(analysis.GetDocument());
+    const Surroundings& around = SurroundingsOf(analysis.GetDocument());
+    const DocumentOrigin origin = NextOrigin(analysis.GetDocument());
+    const auto document = ResultDocument::Create(std::move(content), origin, results.Documents);
+    around.Trace("Route " + TextOf(origin));
     auto forAnalysis = CountedPointer<IDispatch>::Share(document.Get());
     if (analysis.BeforeRouteOutput(forAnalysis.Get())) {
         forAnalysis.Detach();
         return;
     }
-    state.Results.LastRouted = document;
-    if (state.Services.TakeDocument) {
-        state.Services.TakeDocument(*document);
+    results.LastRouted = document;
+    if (around.Services.TakeDocument) {
+        around.Services.TakeDocument(*document);
     }
 }
 
 }  // namespace quillara
 
 void CAnalysisSupport::SetResultSubject(ResultSubject subject) {
-    quillara::StateOf(Document).Results.NextSubject = std::move(subject);
+    quillara::ResultsOf(Document).NextSubject = std::move(subject);
 }
 
 bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
@@ -53,12 +58,12 @@ bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
     if (target == nullptr || source == nullptr) {
         return false;
     }
-    quillara::StateOf(Document).Trace("Replace " + quillara::TextOf(target->Origin()));
+    quillara::SurroundingsOf(Document).Trace("Replace " + quillara::TextOf(target->Origin()));
     return target->TakeContentOf(*source);
 }
 
 ActiveCommand* CAnalysisSupport::GetActiveCommand() {
-    std::optional<ActiveCommand>& command = quillara::StateOf(Document).Dialogs.Command;
+    std::optional<ActiveCommand>& command = quillara::DialogsOf(Document).Command;
     return command ? &*command : nullptr;
 }
 

@@ -9,6 +9,8 @@
 #include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/ResultDocument.h"
 
+class CAnalysisDoc;
+
 namespace quillara {
 
 /// The cases that the plots of one command are made of.
@@ -25,5 +27,8 @@ struct RoutedResults {
     OpenDocuments Documents;
     CountedPointer<ResultDocument> LastRouted;  ///< the document that went its normal way last
 };
+
+/// Those of a document; without a document none.
+[[nodiscard]] RoutedResults& ResultsOf(CAnalysisDoc* document);
 
 }  // namespace quillara

@@ -1,26 +1,26 @@
 // The settings of an analysis that outlive it.
 
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DocumentSettings.h"
 #include "workbench/hosting/SettingsStore.h"
-
-using quillara::AnalysisState;
+#include "workbench/hosting/Surroundings.h"
 
 namespace {
 
-std::int32_t SettingOf(const AnalysisState& state, const std::string& key) {
-    if (state.Services.Settings != nullptr) {
-        return state.Services.Settings->Get(key);
+std::int32_t SettingOf(CAnalysisDoc* document, const std::string& key) {
+    if (const quillara::SettingsStore* store = quillara::SurroundingsOf(document).Services.Settings) {
+        return store->Get(key);
     }
-    const auto found = state.Settings.find(key);
-    return found == state.Settings.end() ? 0 : found->second;
+    const quillara::DocumentSettings& settings = quillara::SettingsOf(document);
+    const auto found = settings.find(key);
+    return found == settings.end() ? 0 : found->second;
 }
 
 }  // namespace
 
 void CAnalysisSupport::GetInitKeyword(int /*section*/, const char* key, const std::int32_t* /*reserved*/,
                                       std::int32_t* value) {
-    *value = Document == nullptr ? 0 : SettingOf(quillara::StateOf(Document), key);
+    *value = Document == nullptr ? 0 : SettingOf(Document, key);
 }
 
 void CAnalysisSupport::PutInitKeyword(int /*section*/, const char* key, const std::int32_t* /*reserved*/,
@@ -28,11 +28,11 @@ void CAnalysisSupport::PutInitKeyword(int /*section*/, const char* key, const st
     if (Document == nullptr) {
         return;
     }
-    AnalysisState& state = quillara::StateOf(Document);
-    state.Trace("PutInitKeyword " + std::string(key) + " " + std::to_string(*value));
-    if (state.Services.Settings != nullptr) {
-        state.Services.Settings->Put(key, *value);
+    const quillara::Surroundings& around = quillara::SurroundingsOf(Document);
+    around.Trace("PutInitKeyword " + std::string(key) + " " + std::to_string(*value));
+    if (around.Services.Settings != nullptr) {
+        around.Services.Settings->Put(key, *value);
     } else {
-        state.Settings[key] = *value;
+        quillara::SettingsOf(Document)[key] = *value;
     }
 }

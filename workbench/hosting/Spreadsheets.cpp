@@ -6,12 +6,11 @@
 
 #include "host/AnalysisSupport.h"
 #include "workbench/documents/NamedParts.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/ResultRouting.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TextFields.h"
 
-using quillara::AnalysisState;
 using quillara::FieldArray;
 using quillara::SpreadsheetCell;
 using quillara::SpreadsheetDocument;
@@ -85,7 +84,6 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
                                short* status2, short* status3) {
     constexpr short done = 0;
     if (Document != nullptr) {
-        AnalysisState& state = quillara::StateOf(Document);
         const FlatTable table{static_cast<std::size_t>(std::max(rows, 0)),
                               static_cast<std::size_t>(std::max(columns, 0)),
                               data,
@@ -95,12 +93,12 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
                               {rowNames, rowNameWidth},
                               {title, titleWidth}};
         SpreadsheetDocument document = DocumentOf(table);
-        if (state.Commons.Table != nullptr) {
-            document.Corner = TextOfField({state.Commons.Table->CornerLabel, CornerLabelWidth});
+        if (const OrvTag* shared = quillara::TableOf(Document).Commons.Table) {
+            document.Corner = TextOfField({shared->CornerLabel, CornerLabelWidth});
         }
-        document.About = quillara::TakeSubject(state);
+        document.About = quillara::TakeSubject(Document);
         quillara::NameParts(document);
-        quillara::RouteResult(*this, state, std::move(document));
+        quillara::RouteResult(*this, std::move(document));
     }
     for (short* status : {status1, status2, status3}) {
         if (status != nullptr) {

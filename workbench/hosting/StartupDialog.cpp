@@ -1,8 +1,8 @@
 // The startup dialog of an analysis: a window that stays open while the user works elsewhere.
 
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/DialogState.h"
 
 int CAnalysisModelessDialog::CreateAnalysisDialog() {
     if (!DialogHost::MakeWindow(*this, Support().GetLibInstance())) {
@@ -12,7 +12,7 @@ int CAnalysisModelessDialog::CreateAnalysisDialog() {
     if (Host().RanOutOfMemory) {
         return 0;
     }
-    DialogHost::StateOf(*this).Dialogs.Startup.reset(this);
+    quillara::DialogsOf(DialogHost::DocumentOf(*this)).Startup.reset(this);
     return 1;
 }
 
@@ -52,7 +52,7 @@ void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int cont
 }
 
 CAnalysisModelessDialog* CAnalysisSupport::GetStartupDialog() {
-    CAnalysisModelessDialog* dialog = quillara::StateOf(Document).Dialogs.Startup.get();
+    CAnalysisModelessDialog* dialog = quillara::DialogsOf(Document).Startup.get();
     return dialog == nullptr || DialogHost::WindowOf(*dialog)->IsClosed() ? nullptr : dialog;
 }
 

@@ -6,7 +6,8 @@
 #include "host/AnalysisContext.h"
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/TableInUse.h"
 
 CAnalysisSupport::CAnalysisSupport(CAnalysisDoc* document, const CAnalysisContext& context)
     : Document(document), Context(context) {}
@@ -55,12 +56,10 @@ void CAnalysisSupport::SetSequenceTable(const SequenceStep* table, int rows) {
 void CAnalysisSupport::InitCommons(OrvTag* table, Orv88Tag* names, b1_com* /*line*/, Wght_com* weight,
                                    _AddMenu* /*menu*/) {
     if (Document != nullptr) {
-        quillara::AnalysisState& state = quillara::StateOf(Document);
-        state.Commons = {table, names, weight};
-        state.Commons.Fill(state.Data);
+        quillara::TableOf(Document).Share({table, names, weight});
     }
 }
 
 int CAnalysisSupport::IsOleAutomation() const {
-    return quillara::StateOf(Document).Dialogs.IsAutomated ? 1 : 0;
+    return quillara::DialogsOf(Document).IsAutomated ? 1 : 0;
 }

@@ -4,27 +4,36 @@
 
 #include "host/CaseBlocks.h"
 
+class CAnalysisDoc;
+
 namespace quillara {
 
-struct AnalysisState;
+class Surroundings;
+class TableInUse;
 
 /// The columns of a document's table as blocks of cases, without copying them.
 class TableCaseBlocks : public CaseBlocks {
   public:
-    explicit TableCaseBlocks(const AnalysisState& state);
+    TableCaseBlocks(const TableInUse& data, const Surroundings& around);
 
     /// A variable that isn't there has a column of zeros.
     void ReadBlock(std::int32_t first, std::int32_t count, std::span<const std::int16_t> variables,
                    CaseBlock& block) override;
+
+    bool IsOffered = true;  ///< to the analysis
 
   private:
     const double* ColumnFrom(std::int32_t first, std::int32_t count, std::int16_t variable);
     std::int32_t CasesBeforeBreak(std::int32_t first, std::int32_t count) const;
     const CaseResult* ResultsWithStop(std::int32_t first, std::int32_t count, std::int32_t stop);
 
-    const AnalysisState& State;
+    const TableInUse& Data;
+    const Surroundings& Around;
     std::vector<CaseResult> Results;
     std::vector<double> Zeros;
 };
+
+/// Those of a document; without a document no cases.
+[[nodiscard]] TableCaseBlocks& CaseBlocksOf(CAnalysisDoc* document);
 
 }  // namespace quillara

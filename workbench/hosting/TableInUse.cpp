@@ -33,6 +33,11 @@ void TableInUse::Exchange(std::shared_ptr<const DataTable> table) {
     ChooseWeight(std::nullopt);
 }
 
+void TableInUse::Share(const BoundCommons& commons) {
+    Commons = commons;
+    Commons.Fill(*this);
+}
+
 const Variable* TableInUse::Find(int number) const {
     const bool known = number >= 1 && static_cast<std::size_t>(number) <= Table().Variables.size();
     return known ? &Table().Variables[static_cast<std::size_t>(number) - 1] : nullptr;
@@ -58,6 +63,7 @@ void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
         CleanWeights = UsableWeights(weight);
         Weights = CleanWeights.empty() ? weight.Values.data() : CleanWeights.data();
     }
+    Commons.Fill(*this);
 }
 
 }  // namespace quillara

@@ -9,13 +9,15 @@
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/hosting/BoundCommons.h"
 #include "workbench/hosting/SingleLabels.h"
 
 class CAnalysisDoc;
 
 namespace quillara {
 
-/// The table of an analysis, which of its cases are selected, and what they weigh.
+/// The table of an analysis, which of its cases are selected, what they weigh, and what the analysis sees of that in
+/// the structures that it shares.
 class TableInUse {
   public:
     explicit TableInUse(const DataTable& table) : Input(&table) {}
@@ -23,6 +25,8 @@ class TableInUse {
     [[nodiscard]] const DataTable& Table() const { return *Input; }
     /// Exchanges the table, with all cases selected and no weight.
     void Exchange(std::shared_ptr<const DataTable> table);
+    /// Shares structures with the analysis from now on.
+    void Share(const BoundCommons& commons);
     /// The variable of a number counted from 1; null when there is none.
     [[nodiscard]] const Variable* Find(int number) const;
     /// The result of reading a case, numbered from 1, as far as the selection decides it.
@@ -39,6 +43,7 @@ class TableInUse {
     bool IsWeighted = false;  ///< the weight that is defined is switched on
     const double* Weights = nullptr;  ///< one per case, missing ones aren't positive; null: no weight is in force
     SingleLabelsOfTable Labels;
+    BoundCommons Commons;
 
   private:
     const DataTable* Input;

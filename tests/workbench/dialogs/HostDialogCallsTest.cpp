@@ -10,7 +10,7 @@
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -140,7 +140,7 @@ TEST_F(HostDialogCalls, AWeightThatIsSwitchedOffStaysDefinedUntilAnotherTableIsO
     EXPECT_EQ(DialogId, WeightDialogId);
     EXPECT_EQ(Dialog.DefineWeight(1, nullptr), 0);
     EXPECT_EQ(Weight(), "none of variable 3");
-    Host.Document.State().Exchange(std::make_shared<DataTable>(Table));
+    quillara::TableOf(&Host.Document).Exchange(std::make_shared<DataTable>(Table));
     EXPECT_EQ(Weight(), "none of variable 0");
 }
 

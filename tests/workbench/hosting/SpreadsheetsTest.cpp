@@ -7,8 +7,9 @@
 
 #include "platform/WindowMessages.h"
 #include "tests/workbench/hosting/TestAnalysis.h"
+#include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/hosting/AnalysisState.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/LongTexts.h"
 
 namespace quillara {
@@ -85,7 +86,7 @@ TEST_F(Spreadsheets, TitlesEndWithTheLastLineThatIsNotEmpty) {
 }
 
 TEST_F(Spreadsheets, AreNumberedWithinTheirCommand) {
-    std::optional<ActiveCommand>& command = Host.Document.State().Dialogs.Command;
+    std::optional<ActiveCommand>& command = quillara::DialogsOf(&Host.Document).Command;
     Shown(1, 1);
     command = ActiveCommand{WindowMessage::Command, (2U << 16) + 9060, 0};
     Shown(1, 1);
