@@ -5,6 +5,7 @@
 #include <new>
 
 #include "dialogs/DefineTask.h"
+#include "dialogs/OptionBoxes.h"
 #include "dialogs/ShownAgain.h"
 #include "dialogs/VariableChoice.h"
 #include "host/WindowServices.h"
@@ -76,25 +77,6 @@ constexpr std::array EnableTable{
     EnableRow{ReviewContinuousLabel,    Always},
     EnableRow{ReviewContinuousCaption,  Always},
 };
-
-/// A check box, the flag that it shows, and when it does.
-struct CheckRow {
-    int Control;
-    std::int16_t CDrillDown::*Flag;
-    Fact When;
-};
-
-constexpr std::array CheckTable{
-    // Control                        Flag                                  When
-    CheckRow{MedianQuartileRangeBox, &CDrillDown::PlotMedianQuartileRange, ContinuousReview},
-    CheckRow{MeanSEAndSDBox,         &CDrillDown::PlotMeanSEAndSD,         ContinuousReview},
-    CheckRow{MeanSD196TimesSDBox,    &CDrillDown::PlotMeanSD196TimesSD,    ContinuousReview},
-    CheckRow{MeanSE196TimesSEBox,    &CDrillDown::PlotMeanSE196TimesSE,    ContinuousReview},
-    CheckRow{WeightedMomentsBox,     &CDrillDown::WeightedMoments,         Always},
-    CheckRow{ReviewCasewiseBox,      &CDrillDown::RVCasewiseDeletionOfMD,  Always},
-    CheckRow{CasewiseBox,            &CDrillDown::CasewiseDeletionOfMD,    Always},
-    CheckRow{CountMissingBox,        &CDrillDown::CountMD,                 Always},
-};
 // clang-format on
 
 using Facts = std::array<bool, FactCount>;
@@ -154,9 +136,9 @@ void CDefineTask::UpdateControls() {
     for (const int hidden : {StackedPlotsButton, ReviewStackedPlotsButton}) {
         ShowWindow(Window, hidden, false);
     }
-    for (const CheckRow& row : CheckTable) {
-        if (facts[row.When]) {
-            CheckDlgButton(Window, row.Control, Analysis->*row.Flag == 1);
+    for (const OptionBox& box : OptionBoxes) {
+        if (facts[box.IsOfBoxPlots ? ContinuousReview : Always]) {
+            CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
         }
     }
     EnableCategorizationMethods(facts[AnyDown]);

@@ -8,6 +8,7 @@
 #include "dialogs/CategorizationPage.h"
 #include "dialogs/DrillSteps.h"
 #include "dialogs/HostCommands.h"
+#include "dialogs/OptionBoxes.h"
 #include "dialogs/ReorderDrillDown.h"
 #include "dialogs/ReorderListBoxes.h"
 #include "dialogs/ShownAgain.h"
@@ -96,13 +97,6 @@ struct CommandRow {
     std::int64_t (*Run)(CDefineTask& task);  ///< gives the result of the command
 };
 
-/// A flag of the analysis that a check box toggles.
-struct OptionRow {
-    int Id;
-    std::int16_t CDrillDown::*Flag;
-    bool ChangesCounts;  ///< the counts must be read again
-};
-
 /// A button that makes a result.
 /// Intended: review results and the saved data neither store the Categorization page nor test for records, unlike the
 /// results of the drill variables; what they show doesn't depend on the page.
@@ -149,18 +143,6 @@ constexpr std::array Commands{
     CommandRow{BrushingGraphCommand,   DrawBrushingGraph},
 };
 
-constexpr std::array Options{
-    // Id                             Flag                                  ChangesCounts
-    OptionRow{WeightedMomentsBox,     &CDrillDown::WeightedMoments,         true},
-    OptionRow{ReviewCasewiseBox,      &CDrillDown::RVCasewiseDeletionOfMD,  true},
-    OptionRow{MedianQuartileRangeBox, &CDrillDown::PlotMedianQuartileRange, false},
-    OptionRow{MeanSEAndSDBox,         &CDrillDown::PlotMeanSEAndSD,         false},
-    OptionRow{MeanSD196TimesSDBox,    &CDrillDown::PlotMeanSD196TimesSD,    false},
-    OptionRow{MeanSE196TimesSEBox,    &CDrillDown::PlotMeanSE196TimesSE,    false},
-    OptionRow{CountMissingBox,        &CDrillDown::CountMD,                 true},
-    OptionRow{CasewiseBox,            &CDrillDown::CasewiseDeletionOfMD,    true},
-};
-
 constexpr std::array ResultButtons{
     // Id                               Make                               Records
     ResultRow{SummaryButton,            Make<&CDrillDown::DDNSummary>,      &CDrillDown::DrillUps},
@@ -187,7 +169,7 @@ constexpr bool IsAscending(const Table& table) {
            table.end();
 }
 
-static_assert(IsAscending(Commands) && IsAscending(Options) && IsAscending(ResultButtons));
+static_assert(IsAscending(Commands) && IsAscending(OptionBoxes) && IsAscending(ResultButtons));
 
 /// The row of an id; null when there is none.
 template <typename Table>
@@ -196,10 +178,10 @@ const typename Table::value_type* FindRow(const Table& table, int id) {
     return row == table.end() ? nullptr : &*row;
 }
 
-void ToggleOption(CDefineTask& task, const OptionRow& option) {
+void ToggleOption(CDefineTask& task, const OptionBox& option) {
     std::int16_t& flag = task.Analysis->*option.Flag;
     flag = flag == 0 ? 1 : 0;
-    if (option.ChangesCounts) {
+    if (!option.IsOfBoxPlots) {
         task.Analysis->DataChanged = 1;
         task.UpdateControls();
     }
@@ -220,7 +202,7 @@ std::int64_t RunCommand(CDefineTask& task, int id) {
     if (const CommandRow* command = FindRow(Commands, id)) {
         return command->Run(task);
     }
-    if (const OptionRow* option = FindRow(Options, id)) {
+    if (const OptionBox* option = FindRow(OptionBoxes, id)) {
         ToggleOption(task, *option);
     } else if (const ResultRow* result = FindRow(ResultButtons, id)) {
         MakeResult(task, *result);

@@ -5,16 +5,6 @@
 
 namespace quillara {
 
-HRESULT DocumentEvents::QueryInterface(const GUID& id, void** object) {
-    *object = nullptr;
-    if (id != IUnknown::Id && id != IConnectionPoint::Id) {
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IConnectionPoint*>(this);
-    AddRef();
-    return S_OK;
-}
-
 HRESULT DocumentEvents::Advise(IUnknown* listener, std::uint32_t* cookie) {
     if (listener == nullptr || cookie == nullptr) {
         return E_POINTER;

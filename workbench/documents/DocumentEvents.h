@@ -5,21 +5,16 @@
 
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
+#include "workbench/documents/DocumentPart.h"
 
 namespace quillara {
 
-/// The place where a document fires its events: a part of the document, with which it shares its count of references.
-/// A listener answers the events interface, through which it is called.
-class DocumentEvents final : public IConnectionPoint {
+/// The place where a document fires its events. A listener answers the events interface, through which it is called.
+class DocumentEvents final : public DocumentPart<IConnectionPoint> {
   public:
     /// `events` is the events interface.
-    DocumentEvents(IUnknown& document, const GUID& events) : Document(document), Events(events) {}
-    DocumentEvents(const DocumentEvents&) = delete;
-    DocumentEvents& operator=(const DocumentEvents&) = delete;
+    DocumentEvents(IUnknown& document, const GUID& events) : DocumentPart(document), Events(events) {}
 
-    HRESULT QueryInterface(const GUID& id, void** object) override;
-    std::uint32_t AddRef() override { return Document.AddRef(); }
-    std::uint32_t Release() override { return Document.Release(); }
     /// E_POINTER without a listener or a place for the number; E_NOINTERFACE when it doesn't answer the events.
     HRESULT Advise(IUnknown* listener, std::uint32_t* cookie) override;
     HRESULT Unadvise(std::uint32_t cookie) override;
@@ -37,7 +32,6 @@ class DocumentEvents final : public IConnectionPoint {
 
     [[nodiscard]] bool IsConnected(std::uint32_t cookie) const;
 
-    IUnknown& Document;
     const GUID& Events;
     std::vector<Connection> Connections;
     std::uint32_t LastCookie = 0;

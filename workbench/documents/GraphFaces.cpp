@@ -25,16 +25,10 @@ void* GraphFaces::Find(const GUID& id) {
 
 // The graph
 
+GraphFaces::Graph::Graph(GraphFaces& faces) : DocumentPart(static_cast<IDispatch&>(faces.Document)), Faces(faces) {}
+
 HRESULT GraphFaces::Graph::QueryInterface(const GUID& id, void** object) {
     return Faces.Document.QueryInterface(id, object);
-}
-
-std::uint32_t GraphFaces::Graph::AddRef() {
-    return Faces.Document.AddRef();
-}
-
-std::uint32_t GraphFaces::Graph::Release() {
-    return Faces.Document.Release();
 }
 
 HRESULT GraphFaces::Graph::GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) {
@@ -63,16 +57,10 @@ HRESULT GraphFaces::Graph::GetFirstPlot(IUnknown** plot) {
 
 // The way to the document
 
+GraphFaces::Pointer::Pointer(GraphFaces& faces) : DocumentPart(static_cast<IDispatch&>(faces.Document)), Faces(faces) {}
+
 HRESULT GraphFaces::Pointer::QueryInterface(const GUID& id, void** object) {
     return Faces.Document.QueryInterface(id, object);
-}
-
-std::uint32_t GraphFaces::Pointer::AddRef() {
-    return Faces.Document.AddRef();
-}
-
-std::uint32_t GraphFaces::Pointer::Release() {
-    return Faces.Document.Release();
 }
 
 HRESULT GraphFaces::Pointer::GetPointer(COutDocument** document) {
@@ -82,23 +70,7 @@ HRESULT GraphFaces::Pointer::GetPointer(COutDocument** document) {
 
 // The plot
 
-HRESULT GraphFaces::Plot::QueryInterface(const GUID& id, void** object) {
-    *object = nullptr;
-    if (id != IUnknown::Id && id != IBrushablePlot::Id) {
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IBrushablePlot*>(this);
-    AddRef();
-    return S_OK;
-}
-
-std::uint32_t GraphFaces::Plot::AddRef() {
-    return Faces.Document.AddRef();
-}
-
-std::uint32_t GraphFaces::Plot::Release() {
-    return Faces.Document.Release();
-}
+GraphFaces::Plot::Plot(GraphFaces& faces) : DocumentPart(static_cast<IDispatch&>(faces.Document)), Faces(faces) {}
 
 HRESULT GraphFaces::Plot::PutBrushing(std::int32_t brushing) {
     Faces.Document.SetBrushable(brushing != 0);

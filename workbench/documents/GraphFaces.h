@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/GraphAutomation.h"
+#include "workbench/documents/DocumentPart.h"
 
 namespace quillara {
 class ResultDocument;
@@ -20,7 +21,8 @@ class COutDocument {
 namespace quillara {
 
 /// What automation sees of a document besides its common members: as a graph, as the way to the document behind it, and
-/// its first plot. All are parts of the document, with which they share the count of references.
+/// its first plot. The first two are the document, whose other interfaces they answer too; the plot is an object of its
+/// own.
 class GraphFaces {
   public:
     explicit GraphFaces(ResultDocument& document);
@@ -29,12 +31,10 @@ class GraphFaces {
     [[nodiscard]] void* Find(const GUID& id);
 
   private:
-    class Graph final : public IGraph {
+    class Graph final : public DocumentPart<IGraph> {
       public:
-        explicit Graph(GraphFaces& faces) : Faces(faces) {}
+        explicit Graph(GraphFaces& faces);
         HRESULT QueryInterface(const GUID& id, void** object) override;
-        std::uint32_t AddRef() override;
-        std::uint32_t Release() override;
         HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
         HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
         HRESULT GetTitle(char16_t** title) override;
@@ -43,23 +43,18 @@ class GraphFaces {
       private:
         GraphFaces& Faces;
     };
-    class Pointer final : public IMFCPointer {
+    class Pointer final : public DocumentPart<IMFCPointer> {
       public:
-        explicit Pointer(GraphFaces& faces) : Faces(faces) {}
+        explicit Pointer(GraphFaces& faces);
         HRESULT QueryInterface(const GUID& id, void** object) override;
-        std::uint32_t AddRef() override;
-        std::uint32_t Release() override;
         HRESULT GetPointer(COutDocument** document) override;
 
       private:
         GraphFaces& Faces;
     };
-    class Plot final : public IBrushablePlot {
+    class Plot final : public DocumentPart<IBrushablePlot> {
       public:
-        explicit Plot(GraphFaces& faces) : Faces(faces) {}
-        HRESULT QueryInterface(const GUID& id, void** object) override;
-        std::uint32_t AddRef() override;
-        std::uint32_t Release() override;
+        explicit Plot(GraphFaces& faces);
         HRESULT PutBrushing(std::int32_t brushing) override;
 
       private:

@@ -108,16 +108,6 @@ bool ResultDocument::TakeContentOf(ResultDocument& fresh) {
     return true;
 }
 
-HRESULT ResultDocument::OutputWindow::QueryInterface(const GUID& id, void** object) {
-    *object = nullptr;
-    if (id != IUnknown::Id && id != IOutputWindow::Id) {
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IOutputWindow*>(this);
-    AddRef();
-    return S_OK;
-}
-
 HRESULT ResultDocument::OutputWindow::GetState(WindowState* state) {
     if (state == nullptr) {
         return E_POINTER;

@@ -7,6 +7,7 @@
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
 #include "workbench/documents/DocumentEvents.h"
+#include "workbench/documents/DocumentPart.h"
 #include "workbench/documents/GraphDocument.h"
 #include "workbench/documents/GraphFaces.h"
 #include "workbench/documents/SpreadsheetDocument.h"
@@ -90,13 +91,11 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
     [[nodiscard]] const DocumentEvents& Events() const { return Point; }
 
   private:
-    /// The window as automation sees it: a part of the document, with which it shares its count.
-    class OutputWindow final : public IOutputWindow {
+    /// The window as automation sees it.
+    class OutputWindow final : public DocumentPart<IOutputWindow> {
       public:
-        explicit OutputWindow(ResultDocument& document) : Document(document) {}
-        HRESULT QueryInterface(const GUID& id, void** object) override;
-        std::uint32_t AddRef() override { return Document.AddRef(); }
-        std::uint32_t Release() override { return Document.Release(); }
+        explicit OutputWindow(ResultDocument& document)
+            : DocumentPart(static_cast<IDispatch&>(document)), Document(document) {}
         HRESULT GetState(WindowState* state) override;
         HRESULT PutState(WindowState state) override;
 

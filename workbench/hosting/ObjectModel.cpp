@@ -8,6 +8,7 @@
 
 #include "host/AnalysisDoc.h"
 #include "host/GraphAutomation.h"
+#include "platform/CountedObject.h"
 #include "platform/CountedPointer.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/LongTexts.h"
@@ -23,34 +24,21 @@ constexpr std::int32_t CommonWindow = 1;  // where results that don't stand alon
 
 using Items = std::vector<CountedPointer<IDispatch>>;
 
-/// A counted object with one interface.
+/// A counted object that answers as IUnknown, and by its own identifier if it has one.
 template <typename Interface>
-class Counted : public Interface {
+class Counted : public CountedObject<Interface> {
   public:
     HRESULT QueryInterface(const GUID& id, void** object) override {
         *object = id == IUnknown::Id || Answers(id) ? static_cast<Interface*>(this) : nullptr;
         if (*object == nullptr) {
             return E_NOINTERFACE;
         }
-        AddRef();
+        this->AddRef();
         return S_OK;
     }
-    std::uint32_t AddRef() override { return ++References; }
-    std::uint32_t Release() override {
-        const std::uint32_t left = --References;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
-  protected:
-    Counted() = default;
-    virtual ~Counted() = default;
-    [[nodiscard]] virtual bool Answers(const GUID& /*id*/) const { return false; }
 
   private:
-    std::uint32_t References = 1;  // the maker's
+    [[nodiscard]] virtual bool Answers(const GUID& /*id*/) const { return false; }
 };
 
 class Collection final : public Counted<IDocumentCollection> {

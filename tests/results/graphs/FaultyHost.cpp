@@ -6,6 +6,7 @@
 #include <dlfcn.h>
 
 #include "host/GraphAutomation.h"
+#include "platform/CountedObject.h"
 #include "platform/CountedPointer.h"
 
 namespace {
@@ -18,30 +19,20 @@ bool Fails() {
 
 /// Stands before an object of the host. `Interface` is what it shows; other interfaces are the object's own.
 template <typename Interface>
-struct Before : Interface {
+struct Before : CountedObject<Interface> {
     explicit Before(Interface* object) : Object(CountedPointer<Interface>::Adopt(object)) {}
-    virtual ~Before() = default;
     HRESULT QueryInterface(const GUID& id, void** object) override {
         if constexpr (requires { Interface::Id; }) {
             if (id == Interface::Id && id != IUnknown::Id) {
-                AddRef();
+                this->AddRef();
                 *object = static_cast<Interface*>(this);
                 return S_OK;
             }
         }
         return Object->QueryInterface(id, object);
     }
-    std::uint32_t AddRef() override { return ++References; }
-    std::uint32_t Release() override {
-        const std::uint32_t left = --References;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
 
     CountedPointer<Interface> Object;
-    std::uint32_t References = 1;
 };
 
 struct Graph final : Before<IGraph> {
