@@ -257,8 +257,9 @@ class CAnalysisSupport {
                                  short secondCount, const short* secondVariables, unsigned short reserved2,
                                  const double* reserved3, const double* reserved4, const char* caseLine,
                                  CaseFilter filter, const std::string& title);
-    /// A 3D histogram of the two values that the filter gives for each case it keeps. `x` and `y` are the places of the
-    /// variables, from 0; type is 4; texts but `title` and `caption` are null, the other numbers 0 and lists null.
+    /// A 3D histogram of two variables over the cases that the filter keeps; the values may come from the table or from
+    /// the filter. `x` and `y` are the places of the variables, from 0; type is 4; texts but `title` and `caption` are
+    /// null, the other numbers 0 and lists null.
     short Histogram3D(unsigned short type, short x, short y, short reserved1, short reserved2, const short* reserved3,
                       const short* reserved4, short reserved5, const char* title, const char* reserved6,
                       const char* caption, const char* reserved7, int reserved8, const char* reserved9,

@@ -4,7 +4,8 @@
 #include <span>
 
 // Optional service of a host: cases in blocks of columns. An analysis that finds no such service reads its cases
-// one at a time; the results are the same to the last bit.
+// one at a time; the results are the same to the last bit. A pass through blocks leaves the line of case text and the
+// weight of the last case, which reading case by case stores, as they are.
 
 /// Result of reading one case.
 enum class CaseResult : std::uint8_t {

@@ -81,7 +81,7 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
         {{{TextOrNothing(label1), lowest1, highest1, {list1, list1 + std::max<short>(*count1, 0)}},
           {TextOrNothing(label2), lowest2, highest2, {list2, list2 + std::max<short>(*count2, 0)}}}},
         highestTotal};
-    const bool updatesDocuments = Document->UpdateCounter > 0;
+    const bool updatesDocuments = Document != nullptr && Document->UpdateCounter > 0;
     if (updatesDocuments && quillara::AreWithinLimits(request)) {
         return 1;  // nobody has asked for other variables
     }
