@@ -58,6 +58,15 @@ void RestoreIfMinimized(IDispatch* document) {
     }
 }
 
+/// Changes the host's wait cursor. A failure there is shown and then dropped.
+void ChangeCursor(CDrillDown& owner, void (*change)()) {
+    try {
+        change();
+    } catch (const std::exception& failure) {
+        PassOver([&] { owner.dsplst(0, failure.what()); });
+    }
+}
+
 /// Counts the outputs of the running command from 0 as long as it lives, then on from where they were.
 class OutputsFromZero {
   public:
@@ -192,7 +201,7 @@ void COutputTracker::Update() {
     if (CAnalysisDoc* host = Owner->GetDocument(); host != nullptr) {
         ++host->UpdateCounter;
     }
-    BeginWaitCursor();
+    ChangeCursor(*Owner, BeginWaitCursor);
     try {
         RunAllAgain();
     } catch (const std::bad_alloc&) {
@@ -230,7 +239,7 @@ bool COutputTracker::RunAgain(std::uint32_t command) {
         return false;
     }
     DropStale(command);
-    RestoreWaitCursor();
+    ChangeCursor(*Owner, RestoreWaitCursor);
     CurrentCommand = 0;
     return true;
 }
@@ -255,9 +264,5 @@ void COutputTracker::EndUpdate() {
     Pending.clear();  // holds something only when the update has failed
     CurrentCommand = 0;
     Updating = 0;
-    try {
-        EndWaitCursor();
-    } catch (const std::exception& failure) {
-        PassOver([&] { Owner->dsplst(0, failure.what()); });
-    }
+    ChangeCursor(*Owner, EndWaitCursor);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,4 +31,7 @@ struct SubjectVariable {
 struct ResultSubject {
     ResultSide Side = ResultSide::Unknown;
     std::vector<SubjectVariable> Variables;
+    /// Of a table with a row for each variable: the columns, from 0, that hold values of it, as its mean is one.
+    /// Outlives the call.
+    std::span<const std::size_t> ValueColumns{};
 };

@@ -63,6 +63,9 @@ enum Column : std::size_t {
     ColumnCount
 };
 
+/// The statistics that are values of their variable, and not amounts of difference or of cases.
+constexpr std::array<std::size_t, 3> ValueColumns{MeanColumn, MinimumColumn, MaximumColumn};
+
 /// The columns in front of it hold statistics, which a variable without cases doesn't have.
 constexpr std::size_t StatisticsEnd = CasesColumn;
 
@@ -160,6 +163,7 @@ std::int16_t ShowDescriptives(CDrillDown& analysis, const DescriptivesRules& rul
     }
     ShowWholeColumns(table, fractional);
     table.Subject = subject.Take();
+    table.Subject.ValueColumns = ValueColumns;
     // Intended: nothing is shown, and nothing said, without rows, unlike the frequency tables; the commands depend on
     // being silent where no variable applies.
     if (rows > 0) {

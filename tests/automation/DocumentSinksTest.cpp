@@ -2,9 +2,11 @@
 
 #include "automation/DocumentSinks.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +15,29 @@
 #include "tests/automation/OutputsBench.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/WaitCursor.h"
+
+namespace {
+
+int FailingCursorCall = 0;  // of the host's wait cursor, counted from now on; 0: none
+
+void CallCursor(const char* function) {
+    if (FailingCursorCall > 0 && --FailingCursorCall == 0) {
+        throw std::runtime_error("no cursor");
+    }
+    reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, function))();
+}
+
+}  // namespace
+
+void BeginWaitCursor() {
+    CallCursor("_Z15BeginWaitCursorv");
+}
+void RestoreWaitCursor() {
+    CallCursor("_Z17RestoreWaitCursorv");
+}
+void EndWaitCursor() {
+    CallCursor("_Z13EndWaitCursorv");
+}
 
 namespace dialogtest {
 namespace {
@@ -173,6 +198,17 @@ TEST_F(ForeignDocuments, AnUpdateThatFailsInTheMiddleGoesOnAndLeavesEverythingAt
     Old.Fails = false;
     EXPECT_EQ(Tracked(), "9060.1");
     EXPECT_FALSE(quillara::IsWaitCursorShown());
+}
+
+TEST_F(Sinks, AnUpdateGoesOnWithoutAWaitCursor) {
+    for (const int failing : {1, 2, 3}) {
+        FailingCursorCall = failing;
+        EXPECT_EQ(Analysis().AutoUpdate(0), 1);
+        EXPECT_EQ(TakeMessages(), Names{"no cursor"}) << failing;
+        EXPECT_EQ(Windows() + Tracked(), "A sex: f 2, m 19060.1") << failing;
+        EXPECT_EQ(quillara::IsWaitCursorShown(), failing == 3);
+    }
+    EndWaitCursor();
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/VariableIndex.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/numbers/DecimalNumber.h"
 
@@ -82,8 +83,7 @@ void DescribeValue(Variable& variable, const Row& row) {
     }
 }
 
-void ApplyRow(DataTable& table, const Row& row) {
-    Variable& variable = table.Variables[table.IndexOf(row.VariableName)];
+void ApplyRow(Variable& variable, const Row& row) {
     if (row.Value.empty()) {
         Replace(variable.LongName, row.Label);
     } else {
@@ -104,9 +104,11 @@ void ApplyDictionary(DataTable& table, const std::string& path, std::optional<st
     if (!columns.VariableName) {
         RefuseColumns(path, records);
     }
+    const VariableIndex variables(table);
     for (std::size_t record = 1; record < records.size(); ++record) {
         try {
-            ApplyRow(table, NamedRow(records[record].Fields, columns));
+            const Row row = NamedRow(records[record].Fields, columns);
+            ApplyRow(table.Variables[variables.IndexOf(row.VariableName)], row);
         } catch (const DataError& error) {
             throw DataError(Quoted(path) + ", line " + std::to_string(records[record].Line) + ": " + error.what());
         }

@@ -56,7 +56,7 @@ class DrillRun {
     void GoUp(const std::string& name);
     void ShowResults();
     [[nodiscard]] bool Applies(int button);
-    [[nodiscard]] bool ShowsOrSays(int button);
+    [[nodiscard]] std::optional<LeftOutBecause> ShowOrTellWhyNot(int button);
     void Show(int button);
     void ShowAllPairs();
     void TellWhatIsLeftOut();
@@ -223,20 +223,27 @@ void DrillRun::ShowResults() {
     LeftOut.ShowAt(Outcome.Outputs.Step);
     for (std::size_t place = 0; place < Options.Results.size(); ++place) {
         const int button = Options.Results[place];
-        const bool applies = Applies(button);
-        const bool isLeftOut = !applies || !ShowsOrSays(button);
-        if (isLeftOut && place >= Options.DefaultResults) {
-            LeftOut.LeaveOut(button, applies);
+        const std::optional<LeftOutBecause> reason = ShowOrTellWhyNot(button);
+        if (reason && place >= Options.DefaultResults) {
+            LeftOut.LeaveOut(button, *reason);
         }
     }
 }
 
-/// False when there is neither a document nor a message.
-bool DrillRun::ShowsOrSays(int button) {
-    const std::size_t documents = Outcome.Outputs.Entries.size();
+/// Nothing where there is a document with cases, or a message.
+std::optional<LeftOutBecause> DrillRun::ShowOrTellWhyNot(int button) {
+    if (!Applies(button)) {
+        return LeftOutBecause::DoesNotApply;
+    }
+    const std::vector<OutputEntry>& entries = Outcome.Outputs.Entries;
+    const std::size_t documents = entries.size();
     const int messages = Messages;
     Show(button);
-    return Outcome.Outputs.Entries.size() > documents || Messages > messages;
+    if (entries.size() == documents) {
+        return Messages > messages ? std::nullopt : std::optional(LeftOutBecause::HasNothing);
+    }
+    const auto* graph = std::get_if<GraphDocument>(&entries.back().Content);
+    return graph != nullptr && graph->About.IsEmptied ? std::optional(LeftOutBecause::StepOnMissing) : std::nullopt;
 }
 
 /// A 3D histogram needs two variables, which the button doesn't know.
@@ -302,7 +309,7 @@ void DrillRun::PressSave() {
     Outcome.Subset = nullptr;
     Session.Press(SaveDataButton);
     if (Outcome.Subset == nullptr) {
-        throw DataError("Nothing was saved to " + Quoted(*Options.SaveFile) + ", for the reason told above.");
+        throw DataError("Nothing was saved to " + Quoted(*Options.SaveFile) + ": no case is left.");
     }
 }
 

@@ -17,13 +17,25 @@ std::string AfterSteps(const std::set<int>& steps) {
     return text;
 }
 
+std::string TextOf(LeftOutBecause reason, int button) {
+    switch (reason) {
+        case LeftOutBecause::DoesNotApply:
+            return "it needs " + std::string(NeedOf(button));
+        case LeftOutBecause::HasNothing:
+            return "it has nothing to show";
+        case LeftOutBecause::StepOnMissing:
+            break;
+    }
+    return "a step on Missing drops all cases of the review plots; undo it first with --up";
+}
+
 }  // namespace
 
-void LeftOutResults::LeaveOut(int button, bool applies) {
-    const auto isTheSame = [=](const Omission& other) { return other.Button == button && other.Applies == applies; };
+void LeftOutResults::LeaveOut(int button, LeftOutBecause reason) {
+    const auto isTheSame = [=](const Omission& other) { return other.Button == button && other.Reason == reason; };
     auto found = std::ranges::find_if(Omissions, isTheSame);
     if (found == Omissions.end()) {
-        found = Omissions.insert(found, {button, applies, {}});
+        found = Omissions.insert(found, {button, reason, {}});
     }
     found->Steps.insert(*ShownAt.rbegin());
 }
@@ -31,10 +43,10 @@ void LeftOutResults::LeaveOut(int button, bool applies) {
 std::vector<std::string> LeftOutResults::Lines() const {
     std::vector<std::string> lines;
     for (const Omission& omission : Omissions) {
-        const std::string need = "it needs " + std::string(NeedOf(omission.Button));
-        lines.push_back(Quoted(ResultName(omission.Button)) + " is left out" +
+        const bool isShown = omission.Reason == LeftOutBecause::StepOnMissing;
+        lines.push_back(Quoted(ResultName(omission.Button)) + (isShown ? " shows no case" : " is left out") +
                         (omission.Steps == ShownAt ? "" : AfterSteps(omission.Steps)) + ": " +
-                        (omission.Applies ? "it has nothing to show" : need) + ".");
+                        TextOf(omission.Reason, omission.Button) + ".");
     }
     return lines;
 }

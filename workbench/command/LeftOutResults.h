@@ -1,18 +1,26 @@
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace quillara {
 
-/// The results that the user named and that aren't among those shown.
+/// Why a result shows nothing.
+enum class LeftOutBecause : std::uint8_t {
+    DoesNotApply,
+    HasNothing,  ///< it applies, but there is nothing to show
+    StepOnMissing,  ///< which leaves a plot of review variables without cases
+};
+
+/// The results that the user named and that show nothing.
 class LeftOutResults {
   public:
     /// A place where results are shown: so many steps are done.
     void ShowAt(int step) { ShownAt.insert(step); }
-    /// The result of a button doesn't apply there, or applies and has nothing to show.
-    void LeaveOut(int button, bool applies);
+    /// The result of a button shows nothing there.
+    void LeaveOut(int button, LeftOutBecause reason);
 
     /// One line for each of them, in their order: its name, the places if it is shown at others, and why.
     [[nodiscard]] std::vector<std::string> Lines() const;
@@ -21,7 +29,7 @@ class LeftOutResults {
     /// A result, and after which steps it is left out for one reason.
     struct Omission {
         int Button;
-        bool Applies;
+        LeftOutBecause Reason;
         std::set<int> Steps;
     };
 

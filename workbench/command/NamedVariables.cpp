@@ -7,6 +7,7 @@
 #include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/VariableIndex.h"
 #include "workbench/formats/DelimitedText.h"
 
 namespace quillara {
@@ -18,10 +19,10 @@ short NumberOf(std::size_t index) {
     return static_cast<short>(index + 1);
 }
 
-std::vector<short> NumbersOf(const DataTable& table, const std::vector<std::string>& names) {
+std::vector<short> NumbersOf(const VariableIndex& variables, const std::vector<std::string>& names) {
     std::vector<short> numbers;
     for (const std::string& name : names) {
-        numbers.push_back(NumberOf(table.IndexOf(name)));
+        numbers.push_back(NumberOf(variables.IndexOf(name)));
     }
     return numbers;
 }
@@ -68,8 +69,9 @@ void CheckForRepeats(const VariableNames& names) {
 }
 
 VariableChoice ChooseByName(const DataTable& table, const VariableNames& names) {
-    return {{NumbersOf(table, names.Categorical), NumbersOf(table, names.Continuous)},
-            {NumbersOf(table, names.ReviewCategorical), NumbersOf(table, names.ReviewContinuous)}};
+    const VariableIndex variables(table);
+    return {{NumbersOf(variables, names.Categorical), NumbersOf(variables, names.Continuous)},
+            {NumbersOf(variables, names.ReviewCategorical), NumbersOf(variables, names.ReviewContinuous)}};
 }
 
 VariableChoice ChooseByContent(const DataTable& table) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/VariableIndex.h"
 
 namespace quillara {
 namespace {
@@ -16,8 +17,9 @@ std::vector<short> NamedColumns(const DataTable& table, const SavedVariables& na
     for (std::size_t index = 0; named.AreAll && index < table.Variables.size(); ++index) {
         columns.push_back(static_cast<short>(index + 1));
     }
+    const VariableIndex variables(table);
     for (const std::string& name : named.Names) {
-        columns.push_back(static_cast<short>(table.IndexOf(name) + 1));
+        columns.push_back(static_cast<short>(variables.IndexOf(name) + 1));
     }
     return columns;
 }
@@ -63,13 +65,14 @@ std::vector<short> SubsetColumns(const DataTable& table, const std::optional<Sav
 std::shared_ptr<const DataTable> Arranged(std::shared_ptr<const DataTable> subset, const DataTable& table,
                                           const std::vector<short>& columns, std::optional<std::size_t> weight) {
     const std::optional<std::size_t> declared = weight ? weight : table.Weight;
+    const VariableIndex variables(*subset);
     std::vector<std::size_t> places;
     std::optional<std::size_t> weightPlace;
     for (const short column : columns) {
         if (declared == static_cast<std::size_t>(column) - 1) {
             weightPlace = places.size();
         }
-        places.push_back(subset->IndexOf(VariableAt(table, column).Name));
+        places.push_back(variables.IndexOf(VariableAt(table, column).Name));
     }
     const bool isWhole = places.size() == subset->Variables.size() && std::ranges::is_sorted(places);
     if (isWhole && weightPlace == subset->Weight) {

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,9 +27,9 @@ struct ShownVariable {
 struct Subject {
     ResultSide Side = ResultSide::Unknown;
     std::vector<ShownVariable> Variables;  ///< in the order of the rows, columns or places; empty: not known
-
-    /// Of a plot that the host computes: the cases that the steps leave it, valid or not. Nothing for other results.
-    std::optional<std::int64_t> Cases{};
+    /// Of a table with a row for each variable: the columns that hold values of it, as its mean is one.
+    std::vector<std::size_t> ValueColumns{};
+    bool IsEmptied = false;  ///< of a plot that the host computes: the steps drop every case that is selected
 
     /// The one variable whose categories the document shows; null when it shows several or none that is known.
     [[nodiscard]] const ShownVariable* OnlyVariable() const {

@@ -80,7 +80,7 @@ ShownVariable Shown(const TableInUse& data, int number) {
 Subject TakeSubject(CAnalysisDoc* document) {
     const TableInUse& data = TableOf(document);
     const ResultSubject told = std::exchange(ResultsOf(document).NextSubject, {});
-    Subject subject{told.Side, {}};
+    Subject subject{told.Side, {}, {told.ValueColumns.begin(), told.ValueColumns.end()}};
     for (const SubjectVariable& variable : told.Variables) {
         ShownVariable shown = Shown(data, variable.Number);
         shown.Categories = NamesForPeople(data.Find(variable.Number), variable);

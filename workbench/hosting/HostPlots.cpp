@@ -154,7 +154,7 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
     quillara::ResultsOf(document).NextSubject = {};
     try {
         const PlotRows& rows = KeptRows(document, choice);
-        graph.About.Cases = static_cast<std::int64_t>(rows.size());
+        graph.About.IsEmptied = rows.empty() && quillara::TableOf(document).HasCases();
         graph.Content = compute(rows);
     } catch (const Interrupted&) {
         return NotMade;

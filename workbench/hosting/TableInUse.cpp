@@ -47,6 +47,11 @@ CaseResult TableInUse::ResultOf(std::int32_t caseNumber) const {
     return Selection.empty() ? CaseResult::Use : Selection[static_cast<std::size_t>(caseNumber) - 1];
 }
 
+bool TableInUse::HasCases() const {
+    const auto isUsed = [](CaseResult result) { return result == CaseResult::Use; };
+    return Selection.empty() ? Table().Cases > 0 : std::ranges::any_of(Selection, isUsed);
+}
+
 void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
     const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
     Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);

@@ -31,6 +31,8 @@ class TableInUse {
     [[nodiscard]] const Variable* Find(int number) const;
     /// The result of reading a case, numbered from 1, as far as the selection decides it.
     [[nodiscard]] CaseResult ResultOf(std::int32_t caseNumber) const;
+    /// Whether any case is selected.
+    [[nodiscard]] bool HasCases() const;
     /// The results of a case selection, one per case, or empty for all; and the formula that made them, if one did.
     void Select(std::vector<CaseResult> results, std::string formula = {});
     /// The variable that gives the weights, by its index; nothing: none is defined. One that is defined may be switched

@@ -217,6 +217,19 @@ double CasesOf(const Histogram3DPlot& plot) {
     return static_cast<double>(plot.Cases);
 }
 
+/// A table with the values of variables as people write them.
+SpreadsheetDocument InWords(SpreadsheetDocument sheet) {
+    for (std::size_t row = 0; row < sheet.Rows.size(); ++row) {
+        for (const std::size_t column : sheet.About.ValueColumns) {
+            SpreadsheetCell& cell = sheet.Rows[row].Cells.at(column);
+            if (const double* value = std::get_if<double>(&cell)) {
+                cell = ValueCell(sheet.About.KindOf(row), *value);
+            }
+        }
+    }
+    return sheet;
+}
+
 /// What a graph says that shows no case; nothing for others. No step but one on missing data drops all cases of the
 /// plots that the host computes.
 std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
@@ -224,7 +237,7 @@ std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
         return {};
     }
     std::vector<std::string> lines{"No cases"};
-    if (graph.About.Cases == 0) {
+    if (graph.About.IsEmptied) {
         lines.emplace_back("A drill step on Missing leaves none in the plots of review variables.");
     }
     return lines;
@@ -234,7 +247,7 @@ std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
 
 std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
     if (const auto* sheet = std::get_if<SpreadsheetDocument>(&content)) {
-        return {*sheet};
+        return {InWords(*sheet)};
     }
     const auto& graph = std::get<GraphDocument>(content);
     Tables tables = std::visit([&graph](const auto& shown) { return NumbersOf(shown, graph.About); }, graph.Content);

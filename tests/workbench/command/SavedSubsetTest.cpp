@@ -69,7 +69,8 @@ TEST_F(SavedSubset, AnEmptyOneIsNotWritten) {
     EXPECT_EQ(outcome.Status, 1);
     EXPECT_EQ(outcome.Out, "");
     EXPECT_NE(outcome.Errors.find("The number of cases is zero.\n"), std::string::npos) << outcome.Errors;
-    EXPECT_NE(outcome.Errors.find("Nothing was saved to \"s.csv\""), std::string::npos) << outcome.Errors;
+    EXPECT_NE(outcome.Errors.find("Nothing was saved to \"s.csv\": no case is left."), std::string::npos)
+        << outcome.Errors;
     EXPECT_EQ(ContentOf(path), "before");
     EXPECT_EQ(Folder.Files(), 2U);
 }

@@ -8,6 +8,7 @@
 #include "platform/OrderedBits.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/VariableIndex.h"
 
 namespace quillara {
 namespace {
@@ -77,10 +78,15 @@ TEST(Variable, LabelsComeBeforeTextsAndDescriptionsAreNoLabels) {
 }
 
 TEST(DataTable, NamesAreFoundExactly) {
-    const DataTable table = TableOf({Numbers("", {}), Numbers("Age", {})});
-    EXPECT_EQ(table.IndexOf("Age"), 1U);
+    const DataTable table = TableOf({Numbers("", {}), Numbers("Age", {}), Numbers("Age", {})});
+    const VariableIndex index(table);
+    for (const auto& [name, place] : {std::pair("", 0U), {"Age", 1U}}) {
+        EXPECT_EQ(table.IndexOf(name), place);
+        EXPECT_EQ(index.IndexOf(name), place);
+    }
     EXPECT_EQ(table.Find("age"), std::nullopt);
     EXPECT_THROW((void)table.IndexOf("age"), DataError);
+    EXPECT_THROW((void)index.IndexOf("age"), DataError);
 }
 
 TEST(DataTable, SizeIsWhatAnAnalysisCanNumber) {
