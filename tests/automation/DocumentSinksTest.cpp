@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "automation/DispatchByName.h"
-#include "tests/automation/OutputsBench.h"
+#include "tests/dialogs/DialogScript.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/WaitCursor.h"
 
@@ -42,13 +42,12 @@ void EndWaitCursor() {
 namespace dialogtest {
 namespace {
 
-using quillara::Texts;
-
-class Sinks : public OutputsTest {
+class Sinks : public testing::Test, public OutputsBench {
   protected:
     void SetUp() override {
-        OpenAutoUpdated({Texts("sex", {"f", "f", "m"})}, {"sex"});
-        Click(FrequenciesButton);
+        for (const char* line : {"open sex=f,f,m", "choose sex", "press 9106", "press 9060"}) {
+            Do(*this, line);
+        }
     }
     CountedPointer<CQCOMDocumentSink> SinkOfFirst() {
         auto* sink = dynamic_cast<CQCOMDocumentSink*>(Analysis().OutputTracker->Outputs.front().Sink);
@@ -123,15 +122,12 @@ struct ForeignDocument final : IDispatch {
         }
         const bool on = parameters.Count == 1 && parameters.Arguments[0].Boolean != 0;
         const bool isNamed = parameters.NamedCount == 1 && parameters.NamedArguments[0] == PropertyPutArgument;
-        Calls += std::string(1, static_cast<char>(member)) + (flags == DispatchMethod ? "! "
-                                                              : !isNamed              ? "? "
-                                                              : on                    ? "+ "
-                                                                                      : "- ");
-        return (flags & PutFlags) != 0 ? PutStatus : E_FAIL;
+        Calls += static_cast<char>(member);
+        Calls += flags == DispatchMethod ? "! " : !isNamed ? "? " : on ? "+ " : "- ";
+        return (flags & PutFlags) != 0 ? S_FALSE : E_FAIL;
     }
 
     std::uint16_t PutFlags = 0;  ///< ways of writing a property that it takes
-    HRESULT PutStatus = S_FALSE;
     std::uint32_t References = 1;
     bool Fails = false;
     std::string Calls;  ///< first letters of members: "S+" Saved is set, "A!" Activate is called

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -10,7 +9,6 @@
 
 #include "automation/OutputTracker.h"
 #include "platform/CountedPointer.h"
-#include "resources/ControlIds.h"
 #include "tests/dialogs/DialogBench.h"
 #include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/ResultDocument.h"
@@ -19,29 +17,23 @@ namespace dialogtest {
 
 using quillara::ResultDocument;
 
-/// A dialog bench with auto-update on and its result documents as short texts. Documents are named by letters, in the
-/// order in which their windows are first seen.
+/// A dialog bench with its result documents as short texts. Documents are named by letters, in the order in which their
+/// windows are first seen.
 class OutputsBench : public DialogBench {
-  protected:
-    void OpenAutoUpdated(std::vector<quillara::Variable> variables, const Names& drills) {
+  public:
+    void Open(quillara::DataTable table) {
         Seen.clear();
-        DialogBench::Open(std::move(variables));
-        TakeDocuments();
-        Choose(drills);
-        Click(AutoUpdateBox);
-    }
-    /// Has the documents that go the normal way told of in Routed.
-    void TakeDocuments() {
+        DialogBench::Open(std::move(table));
         Host().Services.TakeDocument = [this](ResultDocument& document) { Routed.push_back(TextOf(document)); };
     }
 
     /// The documents in windows, the one in front last: letter, "-" for a minimized one, and content.
     std::string Windows() {
-        std::string text;
+        Names windows;
         for (ResultDocument* document : Host().Documents().InWindows()) {
-            text += (text.empty() ? "" : " | ") + LetterOf(document) + ' ' + TextOf(*document);
+            windows.push_back(LetterOf(document) + ' ' + TextOf(*document));
         }
-        return text;
+        return testing_scripts::Joined(windows, " | ");
     }
     /// Their letters alone.
     std::string Letters() {
@@ -54,14 +46,13 @@ class OutputsBench : public DialogBench {
     /// "9060.1 9060.2": the keys in the tracker, and "updating" unless everything about updates is at rest.
     std::string Tracked() {
         const COutputTracker& tracker = *Analysis().OutputTracker;
-        std::string text;
+        std::ostringstream text;
         for (const TrackedOutput& output : tracker.Outputs) {
-            text +=
-                (text.empty() ? "" : " ") + std::to_string(output.OutputId) + '.' + std::to_string(output.OutputSeq);
+            text << (&output == &tracker.Outputs.front() ? "" : " ") << output.OutputId << '.' << output.OutputSeq;
         }
         const bool atRest = tracker.Updating == 0 && tracker.CurrentCommand == 0 && tracker.Pending.empty() &&
                             Host().UpdateCounter == 0;
-        return atRest ? text : text + " updating";
+        return text.str() + (atRest ? "" : " updating");
     }
     /// "town: a 3, b 1": the last word of the title, and the rows with their first numbers.
     static std::string TextOf(const ResultDocument& document) {
@@ -69,9 +60,9 @@ class OutputsBench : public DialogBench {
             return "graph";
         }
         const quillara::SpreadsheetDocument& sheet = *document.Spreadsheet();
-        std::ostringstream text;
         const std::string title = sheet.Title.empty() ? "empty" : sheet.Title.front();
-        text << title.substr(title.find_last_of(' ') + 1) << ':';
+        std::ostringstream text;
+        text << title.substr(title.rfind(' ') + 1) << ':';
         for (const quillara::SpreadsheetRow& row : sheet.Rows) {
             const auto* number = row.Cells.empty() ? nullptr : std::get_if<double>(&row.Cells.front());
             text << (&row == &sheet.Rows.front() ? " " : ", ") << row.Name << ' ' << (number == nullptr ? 0 : *number);
@@ -92,7 +83,5 @@ class OutputsBench : public DialogBench {
 
     std::vector<CountedPointer<ResultDocument>> Seen;
 };
-
-class OutputsTest : public testing::Test, public OutputsBench {};
 
 }  // namespace dialogtest
