@@ -56,6 +56,11 @@ void TakeVariables(Bench& bench, Window& window, Text text) {
     quillara::ChooseVariables(window, numbers(Split(text, ";").first), numbers(Split(text, ";").second));
 }
 
+void Place(Window& window, int row) {
+    window.ClickRow(CurrentOrderList, row);
+    window.Click(PlaceButton);
+}
+
 void TryStartupDialog(Bench& bench, Window& /*window*/, Text ids) {
     for (const int id : Numbers(ids)) {
         EXPECT_THROW(bench.Startup().Click(id), quillara::UsageError);
@@ -69,7 +74,7 @@ const std::map<std::string, void (*)(Bench&, Window&, Text)> Answers{
     {"category",   [](Bench&, Window& window, Text name) { TakeRow(window, CategoryListControl, name); }},
     {"row",        [](Bench&, Window& window, Text row) { window.ClickRow(CategoryListControl, std::stoi(row)); }},
     {"double",     [](Bench&, Window& window, Text row) { window.DoubleClickRow(CategoryListControl, std::stoi(row)); }},
-    {"place",      [](Bench&, Window& window, Text row) { window.ClickRow(CurrentOrderList, std::stoi(row)); window.Click(PlaceButton); }},
+    {"place",      [](Bench&, Window& window, Text row) { Place(window, std::stoi(row)); }},
     {"boundaries", [](Bench&, Window& window, Text list) { Enter(window, BoundariesEdit, list); }},
     {"file",       [](Bench&, Window& window, Text name) { Enter(window, quillara::OpenDataDialog::Path, testing_locations::Sample(name)); }},
     {"weight",     TakeWeight},
@@ -144,6 +149,12 @@ void When(Bench& bench, Text text) {
     };
 }
 
+/// Forgets what has happened until now.
+void Forget(Bench& bench, Text /*text*/) {
+    bench.TakeCalls();
+    bench.Routed.clear();
+}
+
 /// "A 2": closes a document, with an answer to the host's question.
 void Close(Bench& bench, Text text) {
     const auto [letter, choice] = Split(text, " ");
@@ -213,7 +224,7 @@ const std::map<std::string, void (*)(Bench&, Text)> Verbs{
     {"read",      [](Bench& bench, Text)      { bench.Analysis().ReadAfterDrill(0); }},
     {"automated", [](Bench& bench, Text text) { bench.Host().SetAutomated(text == "yes"); }},
     {"ask",       [](Bench& bench, Text)      { bench.Dialog().AutomationInteractive = 1; }},
-    {"forget",    [](Bench& bench, Text)      { bench.TakeCalls(); bench.Routed.clear(); }},
+    {"forget",    Forget},
     {"close",     Close},
     {"minimize",  [](Bench& bench, Text text) { bench.Named(text[0]).Minimize(); }},
     {"end",       [](Bench& bench, Text)      { bench.Analysis().BeforeClose(); }},

@@ -5,11 +5,11 @@
 #include <map>
 #include <optional>
 #include <random>
-#include <set>
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "tests/automation/OutputsBench.h"
+#include "tests/dialogs/DialogModel.h"
 #include "tests/workbench/Files.h"
 #include "workbench/dialogs/DialogIds.h"
 #include "workbench/dialogs/OpenDataDialog.h"
@@ -21,78 +21,15 @@ namespace {
 
 using quillara::Control;
 using quillara::Window;
-using DocumentKey = std::pair<int, int>;  // button and sequence
 
 constexpr const char* People =
     "a,b,c,x,y\n"
     "p,k,1,10,0.5\np,l,2,20,1.5\nq,k,1,30,2.5\nq,l,3,40,NA\nr,k,2,50,0.25\nr,,1,60,8\np,k,3,70,9\nq,m,1,80,3\n"
     "p,m,2,90,3.5\nr,k,1,15,4\np,l,2,25,4.5\nq,k,,35,5\np,k,1,45,6\nr,l,2,NA,7\nq,k,3,55,2\np,m,1,65,1\n";
 
-/// The variable in a row of either list.
-std::string NameIn(const std::string& row) {
-    return row.substr(0, row.find(' '));
-}
-
 DocumentKey KeyOf(const ResultDocument& document) {
     return {document.Origin().Command, document.Origin().Sequence};
 }
-
-struct List {
-    Names Rows;
-    int Selected = -1;
-
-    std::string TakeOut(int row) {
-        std::string taken = Rows.at(static_cast<std::size_t>(row));
-        Rows.erase(Rows.begin() + row);
-        return taken;
-    }
-    void Drag(int target) {
-        if (Selected >= 0 && Selected != target) {
-            const std::string moved = TakeOut(Selected);
-            Selected = target < Selected ? target : target - 1;
-            Rows.insert(Rows.begin() + Selected, moved);
-        }
-    }
-};
-
-/// What the dialog must show, kept as plainly as can be.
-struct Model {
-    List Downs;
-    List Ups;  ///< with the marks of the categories
-    std::string Current;  ///< the drill-down variable in focus; it may have left the list
-    std::set<std::string> Bounded;  ///< variables with boundaries of the user
-    bool StandAlone = false;
-    bool Reviews = false;
-    std::map<DocumentKey, const ResultDocument*> Documents;
-
-    [[nodiscard]] bool HasCurrent() const { return std::ranges::count(Downs.Rows, Current) > 0; }
-    void Unselect() { Downs.Selected = Ups.Selected = -1; }
-
-    void Down(const std::string& category) {
-        std::erase(Downs.Rows, Current);
-        Ups.Rows.insert(Ups.Rows.begin(), Current + " (" + category + ")");
-        Current = Downs.Rows.empty() ? "" : Downs.Rows.front();
-        Unselect();
-    }
-    void Up() {
-        Downs.Rows.insert(Downs.Rows.begin(), NameIn(Ups.TakeOut(Ups.Selected)));
-        Unselect();
-    }
-
-    /// How many documents a button makes now.
-    [[nodiscard]] int OutputsOf(int button) const {
-        return button == SummaryButton       ? static_cast<int>(!Ups.Rows.empty())
-               : button == FrequenciesButton ? static_cast<int>(Downs.Rows.size())
-               : Reviews                     ? 5
-                                             : 0;
-    }
-    /// An update keeps those documents that are still made.
-    void Update() {
-        std::erase_if(Documents, [this](const auto& entry) {
-            return StandAlone && entry.first.second > OutputsOf(entry.first.first);
-        });
-    }
-};
 
 class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench {
   protected:
@@ -288,7 +225,7 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
     void OpenData(int button) {
         Press(button);
         if (Given.File) {
-            Model fresh;
+            DialogModel fresh;
             fresh.Documents = Expected.Documents;
             Expected = fresh;
         }
@@ -408,7 +345,7 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
     std::mt19937 Random;
     const TemporaryFolder Folder;
     const std::string Path;
-    Model Expected;
+    DialogModel Expected;
     Answers Given;
     Names Log;
 };

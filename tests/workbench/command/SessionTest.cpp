@@ -35,8 +35,10 @@ class Session {
             const auto [mark, rest] = Split(line.Text, " ");
             if (mark == "$" || mark == "%") {
                 TakeRun(line.Place, mark == "%", rest);
-            } else if (!line.SaysNothing()) {
+            } else if (Marks.contains(mark)) {
                 Marks.at(mark)(*this, rest);
+            } else if (!line.SaysNothing()) {
+                ADD_FAILURE() << line.Place << ": unknown mark " << mark;
             }
             FollowsRun = mark == "$" || mark == "%";
         }
@@ -50,7 +52,9 @@ class Session {
     /// One right behind another has its outcome.
     void TakeRun(const std::string& place, bool isShort, const std::string& arguments) {
         if (!FollowsRun) {
-            Steps.push_back({place, isShort});
+            Steps.emplace_back();
+            Steps.back().Place = place;
+            Steps.back().IsShort = isShort;
         }
         Steps.back().Arguments.push_back((arguments.starts_with("--") ? "drill " + First + " " : "") + arguments);
     }
@@ -59,13 +63,19 @@ class Session {
         Held = &Given[name];
     }
 
+    /// "1: why".
+    void Fail(const std::string& text) {
+        Steps.back().Status = std::stoi(text);
+        Steps.back().Reason = Split(text, ": ").second;
+    }
+
     // clang-format off
     const std::map<std::string, void (*)(Session&, const std::string&)> Marks{
         {"file",  [](Session& session, auto& name)  { session.HoldFile(name); }},
         {"link",  [](Session& session, auto& text)  { session.Links.insert(Split(text, " ")); }},
         {"holds", [](Session& session, auto& name)  { session.Held = &session.Steps.back().Afterwards[name]; }},
         {"|",     [](Session& session, auto& line)  { *session.Held += line + "\n"; }},
-        {"fails", [](Session& session, auto& text)  { session.Steps.back().Status = std::stoi(text); session.Steps.back().Reason = Split(text, ": ").second; }},
+        {"fails", [](Session& session, auto& text)  { session.Fail(text); }},
         {">",     [](Session& session, auto& line)  { session.Steps.back().Out += line + "\n"; }},
         {"!",     [](Session& session, auto& line)  { session.Steps.back().Errors += line + "\n"; }},
     };
