@@ -1,14 +1,17 @@
 // Preloaded into a program, makes one of its calls fail. QUILLARA_FAIL says which: CALL:NUMBER:HOW, such as
 // write:3:ENOSPC (the third), malloc:500:ENOMEM+ (the 500th and all after it), read:1:SHORT (half of what is asked).
-// Calls on files of the system aren't counted. When it has happened, the file that QUILLARA_FAIL_MARK names is there.
+// Calls on files of the system aren't counted. When it has happened, the file that QUILLARA_FAIL_MARK names is there;
+// it holds "library" once memory has failed within a call of the library that reads statistical files.
 
 #include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -64,6 +67,8 @@ std::atomic<const Plan*> ThePlan = nullptr;
 std::atomic<long> Count = 0;
 std::array<std::atomic<bool>, 1024> IsCounted = {};  ///< by descriptor
 
+std::array<void*, 64> Callers = {};
+
 using MainFunction = int(int, char**, char**);
 MainFunction* ProgramMain = nullptr;
 
@@ -71,13 +76,27 @@ MainFunction* ProgramMain = nullptr;
 int MainWithPlan(int count, char** arguments, char** environment) {
     static const Plan plan = ReadPlan();
     IsCounted[STDOUT_FILENO] = true;
+    backtrace(Callers.data(), static_cast<int>(Callers.size()));  // takes memory the first time
     ThePlan = &plan;
     return ProgramMain(count, arguments, environment);
 }
 
-void Mark() {
+bool IsCalledByLibrary() {
+    const int depth = backtrace(Callers.data(), static_cast<int>(Callers.size()));
+    return std::any_of(Callers.data(), Callers.data() + depth, [](const void* caller) {
+        Dl_info object{};
+        return dladdr(caller, &object) != 0 && std::strstr(object.dli_fname, "/libreadstat.") != nullptr;
+    });
+}
+
+void Mark(bool isOfLibrary) {
+    constexpr std::string_view library = "library";
     if (const char* const path = getenv("QUILLARA_FAIL_MARK")) {
-        syscall(SYS_close, syscall(SYS_openat, AT_FDCWD, path, O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+        const auto file = syscall(SYS_openat, AT_FDCWD, path, O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+        if (isOfLibrary) {
+            syscall(SYS_write, file, library.data(), library.size());
+        }
+        syscall(SYS_close, file);
     }
 }
 
@@ -91,7 +110,7 @@ bool Fails(const char* call) {
     if (number < plan->Number || (number > plan->Number && !plan->Lasts)) {
         return false;
     }
-    Mark();
+    Mark(plan->Call == std::string_view("malloc") && IsCalledByLibrary());
     errno = plan->Error;
     return true;
 }

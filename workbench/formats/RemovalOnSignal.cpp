@@ -12,7 +12,9 @@
 namespace quillara {
 namespace {
 
-constexpr std::array EndingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
+// The last four are faults, as of a library that lacks memory.
+constexpr std::array EndingSignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGPIPE, SIGALRM, SIGTERM,
+                                      SIGXCPU, SIGXFSZ, SIGSEGV, SIGBUS,  SIGABRT, SIGFPE};
 
 std::atomic_flag IsTaken;
 std::atomic<bool> LastIsFinished = false;

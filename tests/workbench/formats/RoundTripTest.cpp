@@ -357,7 +357,7 @@ TEST(WriteDataFile, KeepsTheOldFileOnCancelAtAnyMoment) {
 
 TEST(WriteDataFile, LeavesNoOtherFileWhenASignalEndsTheProgram) {
     const TemporaryFolder folder;
-    for (const int signal : {SIGTERM, SIGHUP, SIGXFSZ}) {
+    for (const int signal : {SIGTERM, SIGHUP, SIGXFSZ, SIGSEGV, SIGABRT}) {
         const std::string path = folder.Put("t.sav", "old");
         const pid_t child = fork();
         if (child == 0) {
