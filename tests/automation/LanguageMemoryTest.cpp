@@ -127,7 +127,7 @@ TEST_F(LanguageMemory, FailingAtAnyPointLeavesListsSetsAndNumbersThatAgree) {
         for (std::size_t call = 1; failed && !HasFailure(); ++call) {
             SCOPED_TRACE(testing_scripts::Joined(lines, ", ") + ", call " + std::to_string(call));
             Explore();
-            failed = FailsAt([&] { DoAll(lines); }, call);
+            failed = FailsAt([&lines = lines, this] { DoAll(lines); }, call);
             ForgetAnswers();
             ExpectThatAllAgrees(updates);
         }

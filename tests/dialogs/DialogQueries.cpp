@@ -41,7 +41,7 @@ const std::vector<Group> Groups{
     {"always", {9080, 9109, 9051, 9110, 9113, 9107, 9106, 2, 10710, 9050}},
 };
 
-/// The ids of those controls that are enabled or checked.
+/// The ids of those controls that are enabled, checked or visible.
 std::string Those(Bench& bench, const std::vector<int>& ids, bool Control::*are) {
     return ShownEach(ids, [&](int id) { return bench.Startup().At(id).*are ? std::to_string(id) : ""; });
 }

@@ -115,6 +115,7 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
             window.SendCommand(places ? PlaceButton : TakeBackButton);
             EXPECT_EQ(window.At(CurrentOrderList).Rows, open);
             EXPECT_EQ(window.At(NewOrderList).Rows, placed.Rows);
+            EXPECT_EQ(window.At(CurrentOrderList).Enabled, !open.empty());
             EXPECT_EQ(window.At(PlaceButton).Enabled, !open.empty());
             EXPECT_EQ(window.At(TakeBackButton).Enabled, !placed.Rows.empty());
         }
@@ -262,7 +263,7 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
         // clang-format off
         static constexpr std::array commands{
             //      Name         Share Control                  Run
-            Command{"pick",        16, DrillDownListControl,    &RandomWalk::Pick},
+            Command{"pick",        15, DrillDownListControl,    &RandomWalk::Pick},
             Command{"pick up",      8, DrillUpListControl,      &RandomWalk::Pick},
             Command{"categorize",  14, DistinctValuesRadio,     &RandomWalk::Categorize},
             Command{"down",        18, DownButton,              &RandomWalk::Down},
@@ -274,6 +275,7 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
             Command{"casewise",     1, CasewiseBox,             &RandomWalk::Toggle},
             Command{"missing",      1, CountMissingBox,         &RandomWalk::Toggle},
             Command{"reviewed",     1, ReviewCasewiseBox,       &RandomWalk::Toggle},
+            Command{"box type",     1, MeanSEAndSDBox,          &RandomWalk::Toggle},
             Command{"boundaries",   3, BoundariesButton,        &RandomWalk::Boundaries},
             Command{"summary",      3, SummaryButton,           &RandomWalk::Show},
             Command{"frequencies",  3, FrequenciesButton,       &RandomWalk::Show},
