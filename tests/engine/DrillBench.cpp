@@ -10,11 +10,6 @@
 
 namespace drilltest {
 
-quillara::Variable Numbers(std::string name, std::vector<double> values) {
-    const double code = quillara::EncodeMissing(values);
-    return RawNumbers(std::move(name), std::move(values), code);
-}
-
 quillara::Variable RawNumbers(std::string name, std::vector<double> values, double missingCode) {
     quillara::Variable variable;
     variable.Name = std::move(name);
@@ -23,16 +18,30 @@ quillara::Variable RawNumbers(std::string name, std::vector<double> values, doub
     return variable;
 }
 
-quillara::DataTable TableOf(std::vector<quillara::Variable> variables) {
-    quillara::DataTable table;
-    table.Cases = variables.empty() ? 0 : static_cast<std::int32_t>(variables.front().Values.size());
-    table.Variables = std::move(variables);
-    return table;
-}
-
 double Moved(double value, std::int64_t units) {
     return FromOrderedBits(OrderedBits(value) + units);
 }
+
+std::string TextOf(const Drill& record) {
+    std::ostringstream text;
+    text << record.Name << ": n=" << record.ValidCount;
+    if (record.ValidWeight != record.ValidCount) {
+        text << " w=" << record.ValidWeight;
+    }
+    text << " mean=" << record.Mean << " [";
+    const char* separator = "";
+    for (const Categories& category : record.CategorySet) {
+        text << std::exchange(separator, " ") << category.Name << ':' << category.Count;
+    }
+    text << "] missing " << record.MissingWeight;
+    return text.str();
+}
+
+namespace {
+
+constexpr auto IsShown = [](const Categories& category) { return IsNonZero(category.Count); };
+
+}  // namespace
 
 void DrillBench::Open(quillara::DataTable table) {
     Document.reset();
@@ -40,15 +49,30 @@ void DrillBench::Open(quillara::DataTable table) {
     Document = std::make_unique<quillara::AnalysisDocument>(Data);
     Document->OfferCaseBlocks(TheRoad == Road::Columns);
     Document->Services.ShowMessage = [this](std::string_view text) { Messages.emplace_back(text); };
-    Document->Services.WorkIn = [this](quillara::Window& window) {
-        if (Answer && !window.IsClosed()) {
-            quillara::ChooseVariables(window, Answer->First, Answer->Second);
-        }
-        return window.IsClosed();
-    };
-    Document->Services.BreakRequested = [this] { return ++PollCount == CancelPoll; };
+    Document->Services.WorkIn = [this](quillara::Window& window) { return WorkIn(window); };
+    Document->Services.BreakRequested = [this] { return Poll(); };
     Document->Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));
     ASSERT_TRUE(Document->RunSequence());
+}
+
+bool DrillBench::WorkIn(quillara::Window& window) {
+    using Dialog = quillara::VariableListsDialog;
+    Question = window.Resource().Title + std::string(": ") + window.At(Dialog::FirstLabel).Text + ", " +
+               window.At(Dialog::SecondLabel).Text;
+    if (Answer && !window.IsClosed()) {
+        quillara::ChooseVariables(window, Answer->First, Answer->Second);
+    }
+    return window.IsClosed();
+}
+
+bool DrillBench::Poll() {
+    if (TheRoad == Road::CaseByCase) {
+        b1_com& line = Analysis().CaseLine;
+        EXPECT_EQ(std::ranges::count(line.Line, '\0') + line.Column, CaseLineWidth + 1) << "not an empty text line";
+        std::ranges::fill(line.Line, 'x');
+        line.Column = 50;
+    }
+    return ++PollCount == CancelPoll;
 }
 
 VariableLists DrillBench::ListsOf(const Names& first, const Names& second) const {
@@ -80,6 +104,17 @@ void DrillBench::Focus(std::int16_t var) {
     }
 }
 
+int DrillBench::MoveDown(std::int16_t var, std::int32_t row) {
+    Analysis().SetCurrentDown(var);
+    Analysis().SetSelected(row);
+    return Analysis().MoveToDrillUps();
+}
+
+int DrillBench::MoveUp(std::int16_t var) {
+    Analysis().SetCurrentUp(var);
+    return Analysis().MoveBackToDrillDowns();
+}
+
 void DrillBench::Take(int row) {
     Analysis().SetSelected(row);
     Analysis().MoveToDrillUps();
@@ -89,27 +124,15 @@ void DrillBench::Take(int row) {
 
 void DrillBench::Down(const std::string& name, const std::string& category) {
     Focus(Number(name));
-    int row = 0;
-    for (const Categories& shown : Record(name).CategorySet) {
-        if (IsNonZero(shown.Count)) {
-            if (shown.Name == category) {
-                return Take(row);
-            }
-            ++row;
-        }
-    }
-    EXPECT_EQ(category, "Missing") << "no such category in " << Open(name);
-    Take(row);
+    const Drill& record = Record(name);
+    const auto isNamed = [&](const Categories& each) { return IsShown(each) && each.Name == category; };
+    const auto named = std::ranges::find_if(record.CategorySet, isNamed);
+    EXPECT_TRUE(named != record.CategorySet.end() || category == "Missing") << category << " in " << TextOf(record);
+    Take(static_cast<int>(std::count_if(record.CategorySet.begin(), named, IsShown)));
 }
 
 void DrillBench::Up(const std::string& name) {
-    const auto step = Analysis().LookFor(Number(name), Analysis().DrillUps);
-    UpPlace(static_cast<int>(std::distance(Analysis().DrillUps->cbegin(), step)));
-}
-
-void DrillBench::UpPlace(int place) {
-    Analysis().SetCurrentUpItem(static_cast<std::int16_t>(place));
-    Analysis().MoveBackToDrillDowns();
+    MoveUp(Number(name));
     Analysis().ReadAfterDrill(0);
 }
 
@@ -125,8 +148,7 @@ void DrillBench::CancelAt(int poll) {
 }
 
 int DrillBench::Rows(const Drill& record) {
-    return static_cast<int>(std::count_if(record.CategorySet.begin(), record.CategorySet.end(),
-                                          [](const Categories& category) { return IsNonZero(category.Count); }));
+    return static_cast<int>(std::ranges::count_if(record.CategorySet, IsShown));
 }
 
 std::string DrillBench::State() const {
@@ -138,28 +160,12 @@ std::string DrillBench::State() const {
     return text.str();
 }
 
-std::string DrillBench::Text(const CDrillDown::DrillSet& set, const std::string& name) const {
-    const Drill& record = RecordIn(set, name);
-    std::ostringstream text;
-    text << record.Name << ": n=" << record.ValidCount;
-    if (record.ValidWeight != record.ValidCount) {
-        text << " w=" << record.ValidWeight;
-    }
-    text << " mean=" << record.Mean << " [";
-    const char* separator = "";
-    for (const Categories& category : record.CategorySet) {
-        text << std::exchange(separator, " ") << category.Name << ':' << category.Count;
-    }
-    text << "] missing " << record.MissingWeight;
-    return text.str();
-}
-
 Drill& DrillBench::RecordIn(const CDrillDown::DrillSet& set, const std::string& name) const {
-    const auto record = Analysis().LookFor(Number(name), &set);
-    if (record == set.end()) {
+    Drill* record = CDrillDown::FindRecord(&set, Number(name));
+    if (record == nullptr) {
         throw std::runtime_error("no record of " + name);
     }
-    return Editable(*record);
+    return *record;
 }
 
 }  // namespace drilltest

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,16 +11,15 @@
 #include <vector>
 
 #include "engine/DrillDown.h"
-#include "tests/engine/ListPair.h"
-#include "workbench/data/DataTable.h"
+#include "tests/workbench/Tables.h"
 #include "workbench/hosting/AnalysisDocument.h"
 
 namespace drilltest {
 
 using namespace drilldown;
 
-inline constexpr double NA = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double Infinity = std::numeric_limits<double>::infinity();
+using quillara::Infinity, quillara::Numbers, quillara::TableOf;
+inline constexpr double NA = quillara::Missing;
 inline constexpr char NotEnoughMemory[] =
     "Not enough memory to complete the requested computations; close other applications and try again.";
 
@@ -30,14 +28,20 @@ enum class Road : std::uint8_t { CaseByCase, Columns };
 
 using Names = std::vector<std::string>;
 
-/// A variable in which NA is missing.
-quillara::Variable Numbers(std::string name, std::vector<double> values);
+/// Two lists of numbers of variables, from 1.
+struct VariableLists {
+    std::vector<short> First;
+    std::vector<short> Second;
+};
+
 /// A variable whose values reach the module as they are.
 quillara::Variable RawNumbers(std::string name, std::vector<double> values, double missingCode = -9999);
-quillara::DataTable TableOf(std::vector<quillara::Variable> variables);
 
 /// `value` moved by so many representable numbers.
 double Moved(double value, std::int64_t units);
+
+/// "x: n=5 mean=2.5 [1:3 2:2] missing 1", with "w=" behind n where the weights differ from it.
+std::string TextOf(const Drill& record);
 
 /// The real module on the real host, over a small table: verbs of an exploration, and its state as short texts.
 class DrillBench {
@@ -62,13 +66,15 @@ class DrillBench {
     void Weigh(const std::string& name) { Document->SetWeight(Data.IndexOf(name)); }
     /// Makes a variable the current one and its counts fresh, as the dialog does before it shows the categories.
     void Focus(std::int16_t var);
+    /// Moves a variable to the steps, on a row of its list, or back; no case is read.
+    int MoveDown(std::int16_t var, std::int32_t row);
+    int MoveUp(std::int16_t var);
     /// Drills down on a row of the current variable's list; the row behind the last is Missing.
     void Take(int row);
     /// A whole step down on the category of that name, or on "Missing".
     void Down(const std::string& name, const std::string& category);
     /// Undoes the step on a variable.
     void Up(const std::string& name);
-    void UpPlace(int place);
     /// Gives a drill-down variable another method as the Categorization tab does, and recounts.
     void Categorize(const std::string& name, const std::function<void(Drill&)>& change);
     void Recount() { Analysis().ReadBeforeDrill(0); }
@@ -89,40 +95,28 @@ class DrillBench {
     static int Rows(const Drill& record);
     /// "Z Y X | 3 open, 120 cases": the steps, newest first, the variables left, ValidVar.
     std::string State() const;
-    /// "x: n=5 mean=2.5 [1:3 2:2] missing 1", with "w=" behind n where the weights differ from it.
-    std::string Open(const std::string& name) const { return Text(*Analysis().DrillDowns, name); }
-    std::string Reviewed(const std::string& name) const { return Text(*Analysis().Reviews, name); }
     Drill& Record(const std::string& name) const { return RecordIn(*Analysis().DrillDowns, name); }
     Drill& RecordIn(const CDrillDown::DrillSet& set, const std::string& name) const;
     /// Messages shown since the last call.
     Names TakeMessages() { return std::exchange(Messages, {}); }
+    /// "Select variables: First list, Second list": what the dialog of two lists asked for last.
+    const std::string& Asked() const { return Question; }
+
+  protected:
+    VariableLists ListsOf(const Names& first, const Names& second) const;
 
   private:
-    VariableLists ListsOf(const Names& first, const Names& second) const;
-    std::string Text(const CDrillDown::DrillSet& set, const std::string& name) const;
+    bool WorkIn(quillara::Window& window);
+    bool Poll();
 
     Road TheRoad;
     quillara::DataTable Data;
     std::unique_ptr<quillara::AnalysisDocument> Document;
     std::optional<VariableLists> Answer;
+    std::string Question;
     Names Messages;
     int PollCount = 0;
     int CancelPoll = 0;
 };
 
-/// Base of the suites that must come out the same on every road.
-class DrillTest : public testing::TestWithParam<Road>, public DrillBench {
-  protected:
-    DrillTest() : DrillBench(GetParam()) {}
-};
-
-inline std::string RoadName(const testing::TestParamInfo<Road>& road) {
-    return road.param == Road::Columns ? "Columns" : "CaseByCase";
-}
-
 }  // namespace drilltest
-
-/// Runs a suite on every road.
-#define ON_EVERY_ROAD(Suite)                                                                                       \
-    INSTANTIATE_TEST_SUITE_P(Roads, Suite, testing::Values(drilltest::Road::CaseByCase, drilltest::Road::Columns), \
-                             drilltest::RoadName)

@@ -2,28 +2,59 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 #include "tests/engine/RandomTables.h"
-#include "tests/engine/ReferencePasses.h"
+#include "tests/engine/ReferenceAnalysis.h"
 
 namespace drilltest {
 
 namespace {
 
-/// A verb of an exploration: how often it comes, how the module carries it out, and the reference if it knows it. Each
-/// gets the same random numbers.
-struct Verb {
-    const char* Name;
-    std::size_t Share;
-    int (*OnModule)(DrillBench&, Random);
-    int (*OnPlain)(ReferencePasses&, Random);
+/// The module with the operations of the reference.
+struct Bench : DrillBench {
+    using DrillBench::DrillBench;
+    int ReadAfterDrill() { return Analysis().ReadAfterDrill(0); }
+    int ReadBeforeDrill() { return Analysis().ReadBeforeDrill(0); }
+    int FillIntervals(bool remaining) {
+        return remaining ? Analysis().FillContinuousIntervals() : Analysis().FillNeatIntervals();
+    }
+    int ReorderOpen(const std::vector<std::int32_t>& places) { return Reorder(&CDrillDown::ReorderDrillDowns, places); }
+    int ReorderSteps(const std::vector<std::int32_t>& places) { return Reorder(&CDrillDown::ReorderDrillUps, places); }
+    template <typename Operation>
+    int Reorder(Operation operation, const std::vector<std::int32_t>& places) {
+        const auto entries = static_cast<int>(places.size());
+        const auto unplaced = static_cast<int>(std::ranges::count(places, -1));
+        return (Analysis().*operation)(places.data(), entries, entries - unplaced);
+    }
+    std::size_t Variables() const { return static_cast<std::size_t>(Analysis().Table.Variables); }
+    const CDrillDown::DrillSet& OpenRecords() const { return *Analysis().DrillDowns; }
+    const CDrillDown::DrillSet& StepRecords() const { return *Analysis().DrillUps; }
 };
 
-VariableLists ListsFor(const DrillBench& bench, Random random) {
-    return RandomLists(random, static_cast<std::size_t>(bench.Analysis().Table.Variables));
+using Plain = ReferenceAnalysis;
+
+/// A verb of an exploration: how often it comes, and how the module and, if it knows it, the reference carry it out.
+/// Each gets the same random numbers.
+struct Verb {
+    template <typename Act>
+    constexpr Verb(const char* name, std::size_t share, Act act) : Name(name), Share(share), OnModule(act) {
+        if constexpr (std::is_invocable_v<Act, Plain&, Random>) {
+            OnPlain = act;
+        }
+    }
+    const char* Name;
+    std::size_t Share;
+    int (*OnModule)(Bench&, Random);
+    int (*OnPlain)(Plain&, Random) = nullptr;
+};
+
+template <typename Records>
+const Drill& AnyOf(Random& random, const Records& records) {
+    return *std::next(records.begin(), static_cast<std::ptrdiff_t>(Pick(random, records.size())));
 }
 
-int ChangeSettings(DrillBench& bench, Random random) {
+int ChangeSettings(Bench& bench, Random random) {
     CDrillDown& analysis = bench.Analysis();
     for (std::int16_t* flag : {&analysis.WeightedMoments, &analysis.CasewiseDeletionOfMD,
                                &analysis.RVCasewiseDeletionOfMD, &analysis.DataChanged}) {
@@ -32,62 +63,71 @@ int ChangeSettings(DrillBench& bench, Random random) {
     return 0;
 }
 
-/// A record of a set, or null without any.
-Drill* AnyRecord(Random& random, const CDrillDown::DrillSet* set) {
-    return set->empty() ? nullptr
-                        : &Editable(*std::next(set->begin(), static_cast<std::ptrdiff_t>(Pick(random, set->size()))));
-}
-
-int Categorize(DrillBench& bench, Random random) {
+int Categorize(Bench& bench, Random random) {
     CDrillDown& analysis = bench.Analysis();
-    if (Drill* record = AnyRecord(random, Chance(random, 4) ? analysis.Reviews : analysis.DrillDowns)) {
-        CategorizeAnyhow(random, *record, bench.ValuesOf(record->VarNo));
+    const CDrillDown::DrillSet& records = Chance(random, 4) ? *analysis.Reviews : *analysis.DrillDowns;
+    if (!records.empty()) {
+        Drill& record = Editable(AnyOf(random, records));
+        CategorizeAnyhow(random, record, bench.ValuesOf(record.VarNo));
         analysis.DataChanged = 1;
     }
     return 0;
 }
 
-int DrillDown(DrillBench& bench, Random random) {
-    if (const Drill* record = AnyRecord(random, bench.Analysis().DrillDowns)) {
-        bench.Focus(record->VarNo);
-        const int rows = DrillBench::Rows(*CDrillDown::FindRecord(bench.Analysis().DrillDowns, record->VarNo));
-        bench.Take(static_cast<int>(Pick(random, static_cast<std::size_t>(rows) + 1)));
-    }
-    return 0;
+/// Drills on a row of a list or on Missing; of two records of a variable the first one moves.
+template <typename Analysis>
+int MoveDown(Analysis& analysis, Random& random) {
+    const auto& open = analysis.OpenRecords();
+    const std::int16_t var = AnyOf(random, open).VarNo;
+    const Drill& moved = *std::ranges::find(open, var, &Drill::VarNo);
+    return analysis.MoveDown(var, static_cast<int>(Pick(random, static_cast<std::size_t>(Bench::Rows(moved)) + 1)));
 }
 
-int DrillUp(DrillBench& bench, Random random) {
-    if (const std::size_t steps = bench.Analysis().DrillUps->size(); steps > 0) {
-        bench.UpPlace(static_cast<int>(Pick(random, steps)));
-    }
-    return 0;
+/// New places for some of so many records; -1: none.
+std::vector<std::int32_t> AnyPlaces(Random& random, std::size_t records) {
+    std::vector<std::int32_t> places(records, -1);
+    std::iota(places.begin(), places.begin() + static_cast<std::ptrdiff_t>(Pick(random, records + 1)), 0);
+    std::ranges::shuffle(places, random);
+    return places;
 }
-
-using Bench = DrillBench;
-using Plain = ReferencePasses;
 
 // clang-format off
-constexpr std::array<Verb, 10> Verbs{{
-    {"ChangeSettings", 2, ChangeSettings, nullptr},
-    {"Choose", 1, [](Bench& b, Random r) { return b.ChooseLists(ListsFor(b, r)); },
-     [](Plain& p, Random r) { return p.Choose(RandomLists(r, p.Table.Variables.size())); }},
-    {"Review", 1, [](Bench& b, Random r) { return b.ReviewLists(ListsFor(b, r)); },
-     [](Plain& p, Random r) { return p.Review(RandomLists(r, p.Table.Variables.size())); }},
-    {"Categorize", 4, Categorize, nullptr},
-    {"DrillDown", 4, DrillDown, nullptr},
-    {"DrillUp", 2, DrillUp, nullptr},
-    {"ReadAfterDrill", 3, [](Bench& b, Random) { return b.Analysis().ReadAfterDrill(0); },
-     [](Plain& p, Random) { return p.ReadAfterDrill(); }},
-    {"ReadBeforeDrill", 3, [](Bench& b, Random) { return b.Analysis().ReadBeforeDrill(0); },
-     [](Plain& p, Random) { return p.ReadBeforeDrill(); }},
-    {"FillNeatIntervals", 1, [](Bench& b, Random) { return b.Analysis().FillNeatIntervals(); },
-     [](Plain& p, Random) { return p.FillIntervals(false); }},
-    {"FillContinuousIntervals", 1, [](Bench& b, Random) { return b.Analysis().FillContinuousIntervals(); },
-     [](Plain& p, Random) { return p.FillIntervals(true); }},
+constexpr std::array<Verb, 12> Verbs{{
+    {"ChangeSettings", 2, ChangeSettings},
+    {"Choose",         1, [](auto& a, Random r) { return a.ChooseLists(RandomLists(r, a.Variables())); }},
+    {"Review",         1, [](auto& a, Random r) { return a.ReviewLists(RandomLists(r, a.Variables())); }},
+    {"Categorize",     4, Categorize},
+    {"MoveDown",       4, [](auto& a, Random r) { return a.OpenRecords().empty() ? 1 : MoveDown(a, r); }},
+    {"MoveUp",         3, [](auto& a, Random r) { return a.StepRecords().empty() ? 1 : a.MoveUp(AnyOf(r, a.StepRecords()).VarNo); }},
+    {"ReorderOpen",    1, [](auto& a, Random r) { return a.ReorderOpen(AnyPlaces(r, a.OpenRecords().size())); }},
+    {"ReorderSteps",   1, [](auto& a, Random r) { return a.ReorderSteps(AnyPlaces(r, a.StepRecords().size())); }},
+    {"ReadAfterDrill",  6, [](auto& a, Random) { return a.ReadAfterDrill(); }},
+    {"ReadBeforeDrill", 5, [](auto& a, Random) { return a.ReadBeforeDrill(); }},
+    {"FillNeatIntervals",       1, [](auto& a, Random) { return a.FillIntervals(false); }},
+    {"FillContinuousIntervals", 1, [](auto& a, Random) { return a.FillIntervals(true); }},
 }};
 // clang-format on
+constexpr std::size_t AllShares = 30;
+constexpr const Verb& ReadAfterDrill = Verbs[8];
+constexpr const Verb& ReadBeforeDrill = Verbs[9];
 
-/// A random table, the same operations on the module on every road, and each pass on the reference too.
+/// One pass over the cases and no more: where memory is lacking it says so and gives 0.
+bool IsPass(const Verb& verb) {
+    return &verb >= &ReadAfterDrill;
+}
+
+/// The drill and review records without what a pass that fails may empty.
+std::vector<Drill> Described(const CDrillDown& analysis) {
+    std::vector<Drill> records = Copied(analysis.DrillDowns);
+    records.insert(records.end(), analysis.Reviews->begin(), analysis.Reviews->end());
+    for (Drill& record : records) {
+        record.CategorySet.clear();
+        record.Isset = 0;
+    }
+    return records;
+}
+
+/// A random table, the same operations on the module on every road, and those it knows on the reference too.
 class Exploration {
   public:
     Exploration(std::uint64_t seed, TableStyle style, std::int32_t cases)
@@ -100,7 +140,7 @@ class Exploration {
                 Reference.Selection.push_back(Chance(Source, 5) ? CaseResult::Skip : CaseResult::Use);
             }
         }
-        for (DrillBench* bench : {&Cases, &Columns}) {
+        for (Bench* bench : {&Cases, &Columns}) {
             bench->Open(Table);
             bench->Host().SetWeight(Reference.Weight);
             bench->Host().SetSelection(Reference.Selection);
@@ -128,21 +168,64 @@ class Exploration {
         }
     }
 
-    /// Cancels at the n-th poll from now on.
+    // A disturbed verb, and what comes after it. False when the verb doesn't get that far.
+
+    /// Cancels at the n-th poll.
+    bool ApplyCancelled(const Verb& verb, int poll) {
+        CancelAt(poll);
+        Apply(verb);
+        const bool reached = Cases.Polls() >= poll;
+        Apply(ReadBeforeDrill);
+        return reached;
+    }
+    /// Lets the n-th call for memory fail; the roads take memory at different places. Then the verb is repeated, a pass
+    /// on records that a drill pass has made alike again.
+    bool ApplyWithoutMemory(const Verb& verb, int call) {
+        Apply(ReadBeforeDrill);
+        const Random random(Source());
+        const bool cases = FailsAt(Cases, verb, random, call);
+        const bool columns = FailsAt(Columns, verb, random, call);
+        CancelAt(0);
+        Apply(IsPass(verb) ? ReadAfterDrill : verb);
+        Apply(verb);
+        return cases || columns;
+    }
+
+  private:
+    const Verb& AnyVerb() {
+        const Verb* verb = Verbs.data();
+        for (std::size_t share = Pick(Source, AllShares); share >= verb->Share; ++verb) {
+            share -= verb->Share;
+        }
+        return *verb;
+    }
+
     void CancelAt(int poll) {
         Cases.CancelAt(poll);
         Columns.CancelAt(poll);
         Reference.CancelPoll = poll;
     }
-    [[nodiscard]] int Polls() const { return Cases.Polls(); }
 
-  private:
-    const Verb& AnyVerb() {
-        const Verb* verb = Verbs.data();
-        for (std::size_t share = Pick(Source, 22); share >= verb->Share; ++verb) {
-            share -= verb->Share;
+    bool FailsAt(Bench& bench, const Verb& verb, Random random, int call) const {
+        SCOPED_TRACE(Done + ' ' + verb.Name + " without memory at " + std::to_string(call));
+        const std::size_t live = bench.Host().LiveAllocations();
+        const std::vector<Drill> before = Described(bench.Analysis());
+        bench.Host().FailAllocation(call);
+        const int result = verb.OnModule(bench, random);
+        const bool failed = bench.Host().AllocationCalls() >= call;
+        bench.Host().FailAllocation(0);
+        const Names messages = bench.TakeMessages();
+        const bool told = !messages.empty();
+        EXPECT_EQ(messages, Names(told ? 1 : 0, NotEnoughMemory));
+        EXPECT_EQ(bench.Host().LiveAllocations(), live);
+        EXPECT_TRUE(failed || call > 1 || !IsPass(verb)) << "takes no memory";
+        if (IsPass(verb)) {
+            EXPECT_EQ(result, told ? 0 : 1);
         }
-        return *verb;
+        if (IsPass(verb) && told) {
+            ExpectSame(Described(bench.Analysis()), before, true, "");
+        }
+        return failed;
     }
 
     void CompareRoads() const {
@@ -161,16 +244,31 @@ class Exploration {
         ASSERT_EQ(module.ValidVar, Reference.ValidVar) << Done;
         ASSERT_EQ(module.DataChanged, Reference.DataChanged) << Done;
         ExpectSame(Copied(module.DrillDowns), Reference.Drills.Open, false, Done);
+        ExpectSame(Copied(module.DrillUps), Reference.Steps, false, Done);
         ExpectSame(Copied(module.Reviews), Reference.Reviews.Open, false, Done);
     }
 
     Random Source;
     quillara::DataTable Table;
-    DrillBench Cases{Road::CaseByCase};
-    DrillBench Columns{Road::Columns};
-    ReferencePasses Reference{Table};
+    Bench Cases{Road::CaseByCase};
+    Bench Columns{Road::Columns};
+    Plain Reference{Table};
     std::string Done;
 };
+
+/// Disturbs each verb at the first, the second, ... place at which it can be disturbed, in the same explorations.
+void DisturbEverywhere(bool (Exploration::*apply)(const Verb&, int place)) {
+    for (const Verb& verb : Verbs) {
+        for (std::uint64_t seed = 1; seed <= 12; ++seed) {
+            bool reached = true;
+            for (int place = 1; reached && !testing::Test::HasFailure(); ++place) {
+                Exploration exploration(seed, TableStyle::Anything, 8);
+                exploration.Explore(10);
+                reached = (exploration.*apply)(verb, place);
+            }
+        }
+    }
+}
 
 }  // namespace
 
@@ -182,9 +280,9 @@ TEST(RandomTables, ComeOutTheSameOnEveryRoad) {
         std::size_t Operations;
     };
     const Kind kinds[] = {
-        {2000, TableStyle::Anything, 0, 61, 18},
-        {30, TableStyle::Anything, 1000, 2000, 12},  // several blocks
-        {16, TableStyle::ManyValues, 3800, 800, 8},  // about as many values as a record keeps
+        {2000, TableStyle::Anything, 0, 61, 24},
+        {30, TableStyle::Anything, 1000, 2000, 16},  // several blocks
+        {16, TableStyle::ManyValues, 3800, 800, 10},  // about as many values as a record keeps
     };
     for (const Kind& kind : kinds) {
         for (std::uint64_t seed = 1; seed <= kind.Tables && !HasFailure(); ++seed) {
@@ -195,19 +293,11 @@ TEST(RandomTables, ComeOutTheSameOnEveryRoad) {
 }
 
 TEST(RandomTables, CancelledAtAnyCaseComeOutTheSameOnEveryRoad) {
-    for (const Verb& verb : Verbs) {
-        for (std::uint64_t seed = 1; seed <= 12; ++seed) {
-            bool reached = true;
-            for (int poll = 1; reached && !HasFailure(); ++poll) {
-                Exploration exploration(seed, TableStyle::Anything, 8);
-                exploration.Explore(10);
-                exploration.CancelAt(poll);
-                exploration.Apply(verb);
-                reached = exploration.Polls() >= poll;
-                exploration.Apply(Verbs[7]);
-            }
-        }
-    }
+    DisturbEverywhere(&Exploration::ApplyCancelled);
+}
+
+TEST(RandomTables, WithoutMemoryAtAnyCallTellAndLeaveNothingBehind) {
+    DisturbEverywhere(&Exploration::ApplyWithoutMemory);
 }
 
 }  // namespace drilltest
