@@ -1,13 +1,11 @@
 // Runs the scripts beside it; the README there tells how they are written.
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
 
 #include "host/Brushing.h"
-#include "tests/Locations.h"
+#include "tests/Scripts.h"
 #include "tests/results/RecordedCalls.h"
 #include "tests/results/ResultsBench.h"
 #include "workbench/dialogs/VariableListsDialog.h"
@@ -15,13 +13,9 @@
 namespace drilltest {
 namespace {
 
-/// A text in two at the first separator; the second is empty without one.
-std::pair<std::string, std::string> Cut(const std::string& text, const std::string& separator) {
-    const std::size_t end = std::min(text.find(separator), text.size());
-    return {text.substr(0, end), text.substr(std::min(end + separator.size(), text.size()))};
-}
+using testing_scripts::Split;
 
-Names Split(const std::string& text, char separator) {
+Names Parts(const std::string& text, char separator) {
     Names parts;
     std::istringstream rest(text);
     for (std::string part; std::getline(rest, part, separator);) {
@@ -37,7 +31,7 @@ double NumberOf(const std::string& text) {
 template <typename T = double>
 std::vector<T> NumbersOf(const std::string& text) {
     std::vector<T> numbers;
-    for (const std::string& part : Split(text, ' ')) {
+    for (const std::string& part : Parts(text, ' ')) {
         numbers.push_back(static_cast<T>(NumberOf(part)));
     }
     return numbers;
@@ -80,11 +74,11 @@ const std::map<std::string, void (*)(Drill&, double)> Fields{
 
 class Script : public ResultsBench, public testing::WithParamInterface<std::string> {
   protected:
-    void Do(const std::string& line) { Verbs.at(Cut(line, " ").first)(Cut(line, " ").second); }
+    void Do(const std::string& line) { Verbs.at(Split(line, " ").first)(Split(line, " ").second); }
     /// What an operation gives in one of the ways that the README lists.
     std::string Outcome(const std::string& line) {
-        const auto [way, command] = Cut(line, " ");
-        const auto [name, arguments] = Cut(command, " ");
+        const auto [way, command] = Split(line, " ");
+        const auto [name, arguments] = Split(command, " ");
         if (const auto found = Reports.find(name); found != Reports.end()) {
             return found->second(arguments) + '\n';
         }
@@ -105,17 +99,17 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
     quillara::Variable& Last() { return Input.Variables.back(); }
     /// "x: Field value ...": numbers for fields of a record.
     void SetFields(const CDrillDown::DrillSet& set, const std::string& text) {
-        const auto [name, fields] = Cut(text, ": ");
-        const Names words = Split(fields, ' ');
+        const auto [name, fields] = Split(text, ": ");
+        const Names words = Parts(fields, ' ');
         for (std::size_t word = 0; word + 1 < words.size(); word += 2) {
             Fields.at(words[word])(RecordIn(set, name), NumberOf(words[word + 1]));
         }
     }
     /// "x: lower upper count name; ..."
     void SetCategories(const std::string& text) {
-        const auto [name, categories] = Cut(text, ":");
+        const auto [name, categories] = Split(text, ":");
         Record(name).CategorySet.clear();
-        for (const std::string& each : Split(categories, ';')) {
+        for (const std::string& each : Parts(categories, ';')) {
             Categories made{};
             std::istringstream words(each);
             std::getline(words >> made.Lower >> made.Upper >> made.Count >> std::ws, made.Name);
@@ -125,7 +119,7 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
     void Pair(const std::string& text) {
         Host().Services.WorkIn = [text](quillara::Window& window) {
             if (!text.empty() && !window.IsClosed()) {
-                const auto [first, second] = Cut(text, "; ");
+                const auto [first, second] = Split(text, "; ");
                 quillara::ChooseVariables(window, NumbersOf<short>(first), NumbersOf<short>(second));
             }
             return !text.empty() && window.IsClosed();
@@ -191,8 +185,8 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
     }
     template <typename Operation>
     void Lists(const std::string& text, Operation operation) {
-        const auto [categorical, continuous] = Cut(text, "; ");
-        (this->*operation)(Split(categorical, ','), Split(continuous, ','));
+        const auto [categorical, continuous] = Split(text, "; ");
+        (this->*operation)(Parts(categorical, ','), Parts(continuous, ','));
     }
 
     quillara::DataTable Input;
@@ -200,32 +194,33 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
         {"table", [this](auto&) { Input = {}; }},
         {"variable",
          [this](auto& text) {
-             const auto [name, values] = Cut(text, ": ");
+             const auto [name, values] = Split(text, ": ");
              Input.Variables.push_back(Numbers(name, NumbersOf(values)));
              Input.Cases = static_cast<std::int32_t>(Last().Values.size());
          }},
         {"long", [this](auto& text) { Last().LongName = text; }},
         {"label",
          [this](auto& text) {
-             const auto [value, label] = Cut(text, " ");
-             const auto [name, description] = Cut(label, "; ");
+             const auto [value, label] = Split(text, " ");
+             const auto [name, description] = Split(label, "; ");
              Last().Labels[NumberOf(value)] = {name, description};
          }},
         {"header", [this](auto& text) { Input.Header = text; }},
-        {"case-names", [this](auto& text) { Input.CaseNames = Split(text, ','); }},
+        {"case-names", [this](auto& text) { Input.CaseNames = Parts(text, ','); }},
         {"open", [this](auto&) { ResultsBench::Open(Input); }},
         {"weigh", [this](auto& name) { Weigh(name); }},
         {"choose", [this](auto& text) { Lists(text, &Script::Choose); }},
         {"review", [this](auto& text) { Lists(text, &Script::Review); }},
-        {"down", [this](auto& text) { Down(Cut(text, "=").first, Cut(text, "=").second); }},
+        {"down", [this](auto& text) { Down(Split(text, "=").first, Split(text, "=").second); }},
         {"take", [this](auto& row) { Take(std::stoi(row)); }},
         {"up", [this](auto& name) { Up(name); }},
         {"categorize",
          [this](auto& text) {
-             Categorize(Cut(text, ": ").first,
-                        [&](Drill& record) { record.Method = std::stoi(Cut(text, ": ").second); });
+             Categorize(Split(text, ": ").first,
+                        [&](Drill& record) { record.Method = std::stoi(Split(text, ": ").second); });
          }},
-        {"set", [this](auto& text) { Members.at(Cut(text, " ").first)(Analysis(), NumberOf(Cut(text, " ").second)); }},
+        {"set",
+         [this](auto& text) { Members.at(Split(text, " ").first)(Analysis(), NumberOf(Split(text, " ").second)); }},
         {"drill", [this](auto& text) { SetFields(*Analysis().DrillDowns, text); }},
         {"reviewed", [this](auto& text) { SetFields(*Analysis().Reviews, text); }},
         {"step", [this](auto& text) { SetFields(*Analysis().DrillUps, text); }},
@@ -260,35 +255,24 @@ class Script : public ResultsBench, public testing::WithParamInterface<std::stri
     };
 };
 
-std::vector<std::string> Scripts() {
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(testing_locations::Sample("../tests/results"))) {
-        if (entry.path().extension() == ".txt") {
-            files.push_back(entry.path());
-        }
-    }
-    std::ranges::sort(files);
-    return files;
-}
-
 TEST_P(Script, GoesAsWritten) {
-    std::ifstream file(GetParam());
-    std::string line, expected, outcome, place;
+    std::string expected, outcome, place;
     const auto compare = [&] { EXPECT_EQ(std::exchange(outcome, {}), std::exchange(expected, {})) << place; };
-    for (int number = 1; std::getline(file, line); ++number) {
-        if (line.starts_with('>')) {
-            expected += line.substr(std::min<std::size_t>(line.size(), 2)) + '\n';
-        } else if (!line.empty() && !line.starts_with('#')) {
+    for (const testing_scripts::Line& line : testing_scripts::LinesOf(GetParam())) {
+        const std::string& text = line.Text;
+        if (text.starts_with('>')) {
+            expected += text.substr(std::min<std::size_t>(text.size(), 2)) + '\n';
+        } else if (!line.SaysNothing()) {
             compare();
-            place = GetParam() + ":" + std::to_string(number) + ": " + line;
-            const bool isOperation = line.starts_with('$') || line.starts_with('%') || line.starts_with('?');
-            isOperation ? void(outcome = Outcome(line)) : Do(line);
+            place = line.Place + ": " + text;
+            const bool isOperation = text.starts_with('$') || text.starts_with('%') || text.starts_with('?');
+            isOperation ? void(outcome = Outcome(text)) : Do(text);
         }
     }
     compare();
 }
-INSTANTIATE_TEST_SUITE_P(Results, Script, testing::ValuesIn(Scripts()),
-                         [](const auto& script) { return std::filesystem::path(script.param).stem().string(); });
+INSTANTIATE_TEST_SUITE_P(Results, Script, testing::ValuesIn(testing_scripts::ScriptsIn({"results"})),
+                         testing_scripts::NameOf);
 
 }  // namespace
 }  // namespace drilltest
