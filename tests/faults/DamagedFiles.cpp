@@ -3,7 +3,6 @@
 // the same file again.
 //   damaged-files SAMPLE.sav SECONDS [FIRST SEED [COUNT]]
 
-#include <readstat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,12 +14,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tests/workbench/formats/StatisticalMaker.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
@@ -44,35 +43,21 @@ std::string BytesOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-ssize_t Append(const void* data, std::size_t length, void* bytes) {
-    static_cast<std::string*>(bytes)->append(static_cast<const char*>(data), length);
-    return static_cast<ssize_t>(length);
-}
-
 /// The formats that are only read: a file with numbers, texts and, where the format has them, labels.
-SoundFile Foreign(const std::string& extension, decltype(&readstat_begin_writing_por) begin) {
-    const std::unique_ptr<readstat_writer_t, decltype(&readstat_writer_free)> writer(readstat_writer_init(),
-                                                                                     readstat_writer_free);
-    SoundFile file{extension, {}};
-    readstat_set_data_writer(writer.get(), Append);
-    readstat_variable_t* number = readstat_add_variable(writer.get(), "NUMBER", READSTAT_TYPE_DOUBLE, 8);
-    readstat_variable_t* text = readstat_add_variable(writer.get(), "TEXT", READSTAT_TYPE_STRING, 12);
+SoundFile Foreign(const std::string& extension) {
+    std::vector<double> numbers;
+    std::vector<const char*> texts;
+    for (int row = 0; row < CasesKept; ++row) {
+        numbers.push_back(row % 7 * 1.25);
+        texts.push_back(row % 3 == 0 ? "a text" : "another");
+    }
+    StatisticalMaker maker(extension);
+    readstat_variable_t* number = maker.Number("NUMBER", numbers);
+    maker.Text("TEXT", texts, 12);
     if (extension == "por") {
-        readstat_label_set_t* labels = readstat_add_label_set(writer.get(), READSTAT_TYPE_DOUBLE, "NUMBER");
-        readstat_label_double_value(labels, 1, "one");
-        readstat_variable_set_label_set(number, labels);
+        readstat_label_double_value(maker.Labels(number, READSTAT_TYPE_DOUBLE), 1, "one");
     }
-    bool isDone = begin(writer.get(), &file.Bytes, CasesKept) == READSTAT_OK;
-    for (int row = 0; isDone && row < CasesKept; ++row) {
-        readstat_begin_row(writer.get());
-        readstat_insert_double_value(writer.get(), number, row % 7 * 1.25);
-        readstat_insert_string_value(writer.get(), text, row % 3 == 0 ? "a text" : "another");
-        isDone = readstat_end_row(writer.get()) == READSTAT_OK;
-    }
-    if (!isDone || readstat_end_writing(writer.get()) != READSTAT_OK) {
-        throw std::runtime_error("no sound " + extension + " to damage");
-    }
-    return file;
+    return {extension, maker.Bytes()};
 }
 
 /// A sound file of each format, from the first cases of a sample.
@@ -85,9 +70,7 @@ std::vector<SoundFile> SoundFiles(const std::string& sample, const std::filesyst
     if (!table.CaseNames.empty()) {
         table.CaseNames.resize(static_cast<std::size_t>(table.Cases));
     }
-    std::vector<SoundFile> files = {Foreign("por", readstat_begin_writing_por),
-                                    Foreign("xpt", readstat_begin_writing_xport),
-                                    Foreign("sas7bdat", readstat_begin_writing_sas7bdat)};
+    std::vector<SoundFile> files = {Foreign("por"), Foreign("xpt"), Foreign("sas7bdat")};
     for (const char* const extension : {"sav", "zsav", "dta", "csv"}) {
         const std::filesystem::path path = folder / (std::string("sound.") + extension);
         WriteDataFile(table, path);

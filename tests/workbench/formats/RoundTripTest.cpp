@@ -1,15 +1,14 @@
 // Tables written to a file and read back: what comes back, what is kept beside it, what is refused.
 
 #include <gtest/gtest.h>
-#include <readstat.h>
 #include <sys/wait.h>
 
 #include <cmath>
 #include <csignal>
-#include <memory>
 #include <numeric>
 
 #include "tests/workbench/formats/FormatsTesting.h"
+#include "tests/workbench/formats/StatisticalMaker.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedWriter.h"
 #include "workbench/formats/FileNotes.h"
@@ -270,23 +269,16 @@ TEST(RoundTrip, NotesOlderThanTheFileDoNoHarm) {
     std::vector<std::string> lines = LinesOfNotes(notes, 80);
     lines.insert(lines.begin(),
                  {"quillara: name a = unfin+", "A note of somebody's own.", "quillara: nonsense;", "quillara: "});
-    std::unique_ptr<readstat_writer_t, decltype(&readstat_writer_free)> writer(readstat_writer_init(),
-                                                                               readstat_writer_free);
-    std::string bytes;
-    readstat_set_data_writer(writer.get(), [](const void* data, std::size_t length, void* context) {
-        static_cast<std::string*>(context)->append(static_cast<const char*>(data), length);
-        return static_cast<ssize_t>(length);
-    });
+    StatisticalMaker maker("sav");
     for (const std::string& line : lines) {
-        readstat_add_note(writer.get(), line.c_str());
+        readstat_add_note(maker.Raw, line.c_str());
     }
     for (const char* name : {"a", "b"}) {
-        readstat_variable_set_label(readstat_add_variable(writer.get(), name, READSTAT_TYPE_DOUBLE, 8), "A label");
+        readstat_variable_set_label(maker.Number(name, {}), "A label");
     }
-    ASSERT_EQ(readstat_begin_writing_sav(writer.get(), &bytes, 0), READSTAT_OK);
-    ASSERT_EQ(readstat_end_writing(writer.get()), READSTAT_OK);
     const TemporaryFolder folder;
-    EXPECT_EQ(ShowAll(ReadDataFile(folder.Put("t.sav", bytes))), "a N; b N | [A label][A label] | - |  |");
+    EXPECT_EQ(ShowAll(ReadDataFile(folder.Put("t.sav", maker.Bytes()))),
+              "a N; b N | [A label][A label] | - | A label of the file |");
 }
 
 TEST(FileNotes, AnyTextFitsOnLinesOfAnyLength) {
