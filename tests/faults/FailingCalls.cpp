@@ -1,7 +1,8 @@
-// Preloaded into a program, makes one of its calls fail. QUILLARA_FAIL says which: CALL:NUMBER:HOW, such as
-// write:3:ENOSPC (the third), malloc:500:ENOMEM+ (the 500th and all after it), read:1:SHORT (half of what is asked).
-// Calls on files of the system aren't counted. When it has happened, the file that QUILLARA_FAIL_MARK names is there;
-// it holds "library" once memory has failed within a call of the library that reads statistical files.
+// Preloaded into a program, makes one of its calls fail. QUILLARA_FAIL says which: CALL:FIRST:LAST:ERROR:SIGNAL, such
+// as write:3:3:28:0 (the third), malloc:500:1000000:12:0 (the 500th and those after it), read:1:1:0:0 (half of what is
+// asked is done) or rename:1:1:0:15 (nothing fails, but SIGTERM comes before the call). Calls on files of the system
+// aren't counted. When it has happened, the file that QUILLARA_FAIL_MARK names is there; it holds "library" once memory
+// has failed within a call of the library that reads statistical files.
 
 #include <dlfcn.h>
 #include <execinfo.h>
@@ -15,6 +16,7 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
@@ -30,35 +32,16 @@ namespace {
 
 struct Plan {
     char Call[16] = {};
-    long Number = 0;
+    long First = 0;
+    long Last = 0;
     int Error = 0;  ///< 0: half of what is asked is done
-    bool Lasts = false;
+    int Signal = 0;  ///< 0: none
 };
-
-struct NamedError {
-    std::string_view Name;
-    int Error;
-};
-constexpr std::array<NamedError, 6> Errors = {{
-    {"SHORT", 0},
-    {"EINTR", EINTR},
-    {"EIO", EIO},
-    {"ENOSPC", ENOSPC},
-    {"EMFILE", EMFILE},
-    {"ENOMEM", ENOMEM},
-}};
 
 Plan ReadPlan() {
     Plan plan;
-    const char* const text = getenv("QUILLARA_FAIL");
-    char how[16] = {};
-    if (text != nullptr && sscanf(text, "%15[^:]:%ld:%15s", plan.Call, &plan.Number, how) == 3) {
-        std::string_view name = how;
-        plan.Lasts = name.ends_with('+');
-        name.remove_suffix(plan.Lasts ? 1 : 0);
-        for (const auto& [known, error] : Errors) {
-            plan.Error = known == name ? error : plan.Error;
-        }
+    if (const char* const text = getenv("QUILLARA_FAIL")) {
+        sscanf(text, "%15[^:]:%ld:%ld:%d:%d", plan.Call, &plan.First, &plan.Last, &plan.Error, &plan.Signal);
     }
     return plan;
 }
@@ -107,10 +90,14 @@ bool Fails(const char* call) {
         return false;
     }
     const long number = ++Count;
-    if (number < plan->Number || (number > plan->Number && !plan->Lasts)) {
+    if (number < plan->First || number > plan->Last) {
         return false;
     }
     Mark(plan->Call == std::string_view("malloc") && IsCalledByLibrary());
+    if (plan->Signal != 0) {
+        raise(plan->Signal);
+        return false;
+    }
     errno = plan->Error;
     return true;
 }
@@ -140,27 +127,6 @@ Function* Next(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-int Open(const char* path, int flags, mode_t mode) {
-    static auto* const next = Next<int(const char*, int, ...)>("open64");
-    return !IsSystemFile(path) && Fails("open") ? -1 : Opened(path, next(path, flags, mode));
-}
-
-FILE* OpenStream(const char* path, const char* mode) {
-    static auto* const next = Next<FILE*(const char*, const char*)>("fopen64");
-    if (!IsSystemFile(path) && Fails("open")) {
-        return nullptr;
-    }
-    FILE* const file = next(path, mode);
-    if (file != nullptr) {
-        Opened(path, fileno(file));
-    }
-    return file;
-}
-
-mode_t ModeOf(int flags, va_list arguments) {
-    return (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-}
-
 /// What a call on a descriptor gives that reads or writes `size` bytes when it isn't cut short.
 template <typename Call>
 ssize_t Transfer(const char* name, int descriptor, size_t size, const Call& call) {
@@ -184,20 +150,15 @@ int __libc_start_main(MainFunction* main, int count, char** arguments, void (*st
 }
 
 int open(const char* path, int flags, ...) {
+    static auto* const next = Next<int(const char*, int, ...)>("open64");
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = ModeOf(flags, arguments);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return Open(path, flags, mode);
+    return !IsSystemFile(path) && Fails("open") ? -1 : Opened(path, next(path, flags, mode));
 }
 
-int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = ModeOf(flags, arguments);
-    va_end(arguments);
-    return Open(path, flags, mode);
-}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 int mkostemp(char* path, int flags) {
     static auto* const next = Next<int(char*, int)>("mkostemp64");
@@ -205,12 +166,12 @@ int mkostemp(char* path, int flags) {
 }
 
 FILE* fopen(const char* path, const char* mode) {
-    return OpenStream(path, mode);
+    static auto* const next = Next<FILE*(const char*, const char*)>("fopen64");
+    FILE* const file = !IsSystemFile(path) && Fails("open") ? nullptr : next(path, mode);
+    Opened(path, file == nullptr ? -1 : fileno(file));
+    return file;
 }
-
-FILE* fopen64(const char* path, const char* mode) {
-    return OpenStream(path, mode);
-}
+FILE* fopen64(const char* path, const char* mode) __attribute__((alias("fopen")));
 
 ssize_t read(int descriptor, void* data, size_t size) {
     static auto* const next = Next<ssize_t(int, void*, size_t)>("read");

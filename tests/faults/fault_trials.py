@@ -10,6 +10,7 @@ A fault is printed with its seed; the same seed with --count 1 is the same trial
 
 import argparse
 import collections
+import errno
 import os
 import random
 import re
@@ -82,8 +83,8 @@ class Bench:
         environment = dict(self.environment)
         if failing:
             options = environment.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
-            environment.update(LD_PRELOAD=self.options.calls, QUILLARA_FAIL=failing, QUILLARA_FAIL_MARK=self.mark,
-                               ASAN_OPTIONS=options)
+            environment.update(LD_PRELOAD=self.options.calls, QUILLARA_FAIL=in_numbers(failing),
+                               QUILLARA_FAIL_MARK=self.mark, ASAN_OPTIONS=options)
         begin = time.monotonic()
         with subprocess.Popen([self.options.program, *command.arguments], cwd=self.folder, env=environment,
                               stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
@@ -101,6 +102,20 @@ class Bench:
             self.sound[command.name] = self.run(command)
             assert self.sound[command.name].status == 0, self.sound[command.name].errors
         return self.sound[command.name]
+
+
+def in_numbers(failing):
+    """CALL:NUMBER:HOW as the preloaded library takes it; HOW is an error, with + for all calls behind it too, SHORT or
+    a signal."""
+    call, number, how = failing.split(":")
+    last = sys.maxsize if how.endswith("+") else number
+    return f"{call}:{number}:{last}:{getattr(errno, how.strip('+'), 0)}:{getattr(signal, how, 0):d}"
+
+
+def some_call(calls, chance):
+    """CALL:NUMBER, up to a number of calls that the run may not reach."""
+    call = chance.choice(calls)
+    return call, 1 + int(10 ** chance.uniform(0, 5.5) if call == "malloc" else 20 * chance.random() ** 2)
 
 
 def timeless(content):
@@ -138,38 +153,42 @@ def faults_of_failure(bench, command, outcome):
 
 
 def try_signal(bench, command, chance):
-    """A signal at a random moment; a reader of the output that goes for SIGPIPE."""
+    """A signal at a random moment or before a random call; a reader of the output that goes for SIGPIPE."""
     sent = chance.choice(SIGNALS)
     moment = chance.uniform(0, 1.1 * bench.reference(command).seconds)
+    call, number = some_call(CALLS + ["malloc"], chance)
+    failing = f"{call}:{number}:{sent.name}" if sent != signal.SIGPIPE and chance.random() < 0.5 else ""
 
     def act(process):
         if sent == signal.SIGPIPE:
             process.stdout.read(chance.randrange(200))
             process.stdout.close()
             process.stdout = None
-        else:
+        elif not failing:
             time.sleep(moment)
             process.send_signal(sent)
 
-    outcome = bench.run(command, act=act)
+    outcome = bench.run(command, failing, act)
     faults = list(faults_of_files(bench, command, outcome))
     if outcome.status not in (0, -sent, 128 + sent):
         faults.append(f"status {outcome.status}")
-    return f"{sent.name} after {moment:.3f} s", outcome, faults
+    if outcome.status != 0 and outcome.errors:
+        faults.append("says something")
+    return failing or f"{sent.name} after {moment:.3f} s", outcome, faults
 
 
 def try_call(bench, command, chance):
-    """A call that fails, up to a number of calls that the run may not reach."""
-    call = chance.choice(CALLS)
-    failing = f"{call}:{1 + int(20 * chance.random() ** 2)}:{chance.choice(HOWS[call])}"
+    """A call that fails."""
+    call, number = some_call(CALLS, chance)
+    failing = f"{call}:{number}:{chance.choice(HOWS[call])}"
     outcome = bench.run(command, failing)
     return failing, outcome, list(faults_of_failure(bench, command, outcome))
 
 
 def try_memory(bench, command, chance):
     """Memory that fails once, or from one moment on; small and large runs alike."""
-    number = int(10 ** chance.uniform(0, 5.5))
-    failing = f"malloc:{number}:ENOMEM{chance.choice(['', '+'])}"
+    call, number = some_call(["malloc"], chance)
+    failing = f"{call}:{number}:ENOMEM{chance.choice(['', '+'])}"
     outcome = bench.run(command, failing)
     if not os.path.exists(bench.mark):
         return failing + " (not reached)", outcome, []
