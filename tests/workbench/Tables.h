@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <utility>
@@ -37,6 +38,13 @@ inline DataTable TableOf(std::vector<Variable> variables) {
     table.Cases = static_cast<std::int32_t>(variables.front().Values.size());
     table.Variables = std::move(variables);
     return table;
+}
+
+/// The numbers of all cases, as plots take them.
+inline std::vector<std::uint32_t> AllRows(const DataTable& table) {
+    std::vector<std::uint32_t> rows(static_cast<std::size_t>(table.Cases));
+    std::iota(rows.begin(), rows.end(), 0U);
+    return rows;
 }
 
 }  // namespace quillara

@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <QStringList>
 
-#include <cmath>
-
 #include "workbench/charts/ChartStyle.h"
-#include "workbench/charts/NumberAxis.h"
 #include "workbench/charts/OffscreenApplication.h"
 
 namespace quillara {
@@ -73,24 +70,6 @@ TEST(AxisLabels, BesideAreThinnedByTheirHeight) {
         spots.push_back({10.0 + i * 4.0, QStringLiteral("label")});
     }
     EXPECT_EQ(LabelsBeside(spots, {0.0, 420.0, 100.0}, Style()).Texts.size(), 20U);
-}
-
-std::string Joined(double low, double high, int most) {
-    QStringList texts;
-    for (const AxisMark& mark : RoundNumbers(low, high, most)) {
-        texts.append(mark.Text);
-    }
-    return texts.join(' ').toStdString();
-}
-
-TEST(RoundNumbers, AreRoundAndInsideTheBounds) {
-    EXPECT_EQ(Joined(0.0, 10.0, 11), "0 1 2 3 4 5 6 7 8 9 10");
-    EXPECT_EQ(Joined(0.0, 10.0, 10), "0 2 4 6 8 10");
-    EXPECT_EQ(Joined(-0.3, 0.35, 5), "-0.2 0.0 0.2");
-    EXPECT_EQ(Joined(2.5, 2.5, 5), "2.5");
-    EXPECT_EQ(Joined(1e9, 3e9, 5), "1000000000 1500000000 2000000000 2500000000 3000000000");
-    EXPECT_EQ(Joined(std::nan(""), std::nan(""), 5), "");
-    EXPECT_EQ(Joined(1.0, std::nextafter(1.0, 2.0), 5).substr(0, 1), "1");
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ Names WithMissing(Names names) {
 }
 
 TEST(HistogramBars, ShareAPixelBySteadyNumbersAndKeepMissingApart) {
-    Numbers counts(98001, 1.0);
+    Values counts(98001, 1.0);
     counts[500] = 7.0;
     counts.back() = 40.0;
     const GraphDocument graph = Bars(WithMissing(Numbered(98000, "v")), counts, 50);
@@ -75,7 +75,7 @@ TEST(BarCounts, ThoseThatFitStand) {
 }
 
 /// "share name" of each layer from the top; [missing] in brackets.
-std::string LayersIn(const std::vector<Numbers>& shares, double least, bool hasMissing) {
+std::string LayersIn(const std::vector<Values>& shares, double least, bool hasMissing) {
     GraphDocument graph = Stacked({"education"}, shares);
     auto& chart = std::get<StackedPlot>(graph.Content);
     for (std::size_t series = 0; series + 1 < chart.Series.size(); ++series) {
@@ -95,7 +95,7 @@ TEST(StackedLayers, AreNamedAndThinOnesPutTogetherButNotMissing) {
     EXPECT_EQ(LayersIn({{20, 0, 80}}, 1.0, false), "80c 20a ");
     EXPECT_EQ(LayersIn({{98, 0.5, 0.5, 0.5, 0.5}}, 1.0, false), "1d-e 1b-c 98a ");
     EXPECT_EQ(LayersIn({{98, 0.5, 0.5, 0.5, 0.5}}, 1.0, true), "0.5[e] 1c-d 0.5b 98a ");
-    EXPECT_EQ(LayersIn({Numbers(2048, 100.0 / 2048)}, 1.0, false).substr(0, 4), "1.03");
+    EXPECT_EQ(LayersIn({Values(2048, 100.0 / 2048)}, 1.0, false).substr(0, 4), "1.03");
 }
 
 TEST(HeatScale, NeitherFlattensSmallCountsNorBendsEvenOnes) {
@@ -114,7 +114,7 @@ TEST(HeatScale, NeitherFlattensSmallCountsNorBendsEvenOnes) {
 }
 
 /// Counts row by row, the front row first.
-CountTable Table(std::size_t columns, const Numbers& counts) {
+CountTable Table(std::size_t columns, const Values& counts) {
     const std::size_t rows = counts.size() / columns;
     return CountTable(Histogram3DPlot{{"x", "", Numbered(static_cast<int>(columns), "c")},
                                       {"y", "", Numbered(static_cast<int>(rows), "r")},

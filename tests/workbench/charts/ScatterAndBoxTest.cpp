@@ -1,24 +1,22 @@
-// What is painted of the plots of review variables: where their points, boxes and numbers lie, and that no case is
-// lost.
+// What is painted of the plots of review variables: where their points and boxes lie, and that no case is lost.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <qcustomplot.h>
 
-#include <QImage>
+#include <QBitmap>
 #include <QPainter>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <functional>
 #include <numeric>
 #include <random>
 #include <set>
 
+#include "tests/workbench/Tables.h"
+#include "tests/workbench/charts/Painted.h"
 #include "tests/workbench/charts/TestGraphs.h"
 #include "workbench/charts/BoxPanels.h"
-#include "workbench/charts/ChartPainter.h"
-#include "workbench/charts/OffscreenApplication.h"
 #include "workbench/charts/ScatterCells.h"
 #include "workbench/charts/ScatterGrid.h"
 #include "workbench/plots/BoxPlots.h"
@@ -30,35 +28,14 @@ namespace {
 using testing::Contains;
 using testing::IsSupersetOf;
 
-constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
-
-Variable Column(const std::string& name, const Numbers& values, ValueKind kind = ValueKind::Number) {
-    Variable variable;
-    variable.Name = name;
-    variable.Kind = kind;
-    variable.Values = values;
-    variable.MissingCode = EncodeMissing(variable.Values);
-    return variable;
-}
-
-DataTable Table(const std::vector<Variable>& variables) {
-    DataTable table;
-    table.Cases = static_cast<std::int32_t>(variables.front().Values.size());
-    table.Variables = variables;
-    return table;
-}
-
-PlotRows AllRows(const DataTable& table) {
-    PlotRows rows(static_cast<std::size_t>(table.Cases));
-    std::iota(rows.begin(), rows.end(), 0U);
-    return rows;
+std::vector<std::size_t> AllVariables(const DataTable& table) {
+    std::vector<std::size_t> variables(table.Variables.size());
+    std::iota(variables.begin(), variables.end(), std::size_t{0});
+    return variables;
 }
 
 ScatterMatrix MatrixOf(const DataTable& table, std::uint16_t flags) {
-    const PlotRows rows = AllRows(table);
-    std::vector<std::size_t> variables(table.Variables.size());
-    std::iota(variables.begin(), variables.end(), std::size_t{0});
-    return ScatterMatrixOf({table, variables, rows, flags, {}, {}});
+    return ScatterMatrixOf({table, AllVariables(table), AllRows(table), flags, {}, {}});
 }
 
 Subject KindsOf(const DataTable& table) {
@@ -67,99 +44,6 @@ Subject KindsOf(const DataTable& table) {
         about.Variables.push_back({.Name = variable.Name, .LongName = {}, .Kind = variable.Kind, .Categories = {}});
     }
     return about;
-}
-
-std::vector<std::string> PaintedTexts(const GraphDocument& document, QSize size = {900, 600}) {
-    EnsureApplication();
-    QCustomPlot plot;
-    BuildChart(plot, document, {size.width(), size.height(), false});
-    QImage image(size, QImage::Format_RGB32);
-    PaintPlot(plot, image, size);
-    std::vector<std::string> texts;
-    for (const PlacedText& text : ChartTexts(plot)) {
-        texts.push_back(text.Text.toStdString());
-    }
-    return texts;
-}
-
-std::string Joined(const std::vector<AxisMark>& marks) {
-    QStringList texts;
-    std::ranges::transform(marks, std::back_inserter(texts), &AxisMark::Text);
-    return texts.join(' ').toStdString();
-}
-
-TEST(RoundValues, HaveTheDigitsOfTheirStepAndTheFormOfTheirKind) {
-    constexpr auto number = ValueKind::Number;
-    constexpr auto date = ValueKind::Date;
-    constexpr auto time = ValueKind::TimeOfDay;
-    struct Row {
-        ValueKind Kind;
-        double Low;
-        double High;
-        int Most;
-        const char* Texts;
-    };
-    // clang-format off
-    const Row rows[] = {
-        // Kind  Low        High       Most
-        {number, 1.7e9,     1.7000004e9,  5, "1700000000 1700000100 1700000200 1700000300 1700000400"},
-        {number, 20230101,  20230131,     4, "20230110 20230120 20230130"},
-        {number, 1e14,      3e14,         3, "100000000000000 200000000000000 300000000000000"},
-        {number, 1e17,      1.1e17,       3, "1.00e+17 1.05e+17 1.10e+17"},
-        {number, 1e-300,    3e-300,       3, "1e-300 2e-300 3e-300"},
-        {number, -1.7e308,  1.7e308,      4, "-1e+308 0 1e+308"},
-        {number, -4.3,      4.3,          4, "-4 0 4"},
-        {number, 5e-324,    1e-320,       5, "0"},
-        {date,   19782,     19788,       10, "2024-02-29 2024-03-01 2024-03-02 2024-03-03 2024-03-04 2024-03-05 2024-03-06"},
-        {date,   19722,     19850,        6, "2024-01 2024-02 2024-03 2024-04 2024-05"},
-        {date,   17900,     19850,        4, "2020 2022 2024"},
-        {date,   -25567,    25567,        5, "1900 1950 2000"},
-        {date,   19725,     19753,        2, "2024-01-03 2024-01-18"},
-        {date,   19782,     19782,        5, "2024-02-29"},
-        {date,   1e9,       2e9,          3, "1000000000 1500000000 2000000000"},
-        {time,   32400,     73800,        5, "09:00 12:00 15:00 18:00"},
-        {time,   32400,     32420,        5, "09:00:00 09:00:05 09:00:10 09:00:15 09:00:20"},
-        {time,   0,         400000,       4, "00:00 48:00 96:00"},
-    };
-    // clang-format on
-    for (const Row& row : rows) {
-        EXPECT_EQ(Joined(RoundValues(row.Low, row.High, row.Most, row.Kind)), row.Texts);
-    }
-    std::mt19937 random(5);
-    std::uniform_real_distribution<double> share;
-    for (int trial = 0; trial < 3000; ++trial) {
-        const double scale = std::pow(10.0, share(random) * 600 - 300);
-        const double low = (share(random) - 0.5) * scale;
-        const double high = low + share(random) * scale;
-        const int most = 2 + static_cast<int>(random() % 10);
-        for (const ValueKind kind : {number, date, time}) {
-            const std::vector<AxisMark> marks = RoundValues(low, high, most, kind);
-            EXPECT_LE(marks.size(), static_cast<std::size_t>(most));
-            EXPECT_FALSE(marks.empty()) << low << " to " << high << " most " << most;
-            const double slack = (high - low) * 1e-6;
-            for (const AxisMark& mark : marks) {
-                EXPECT_TRUE(low - slack <= mark.At && mark.At <= high + slack) << mark.At;
-            }
-            const std::set<QString> texts = [&] {
-                std::set<QString> all;
-                std::ranges::transform(marks, std::inserter(all, all.end()), &AxisMark::Text);
-                return all;
-            }();
-            EXPECT_EQ(texts.size(), marks.size()) << Joined(marks) << " from " << low << " to " << high;
-        }
-    }
-}
-
-TEST(NumberTexts, KeepWholeNumbersAndDecimals) {
-    EXPECT_EQ(NumberText(20230103), "20230103");
-    EXPECT_EQ(NumberText(123456789012345), "123456789012345");
-    EXPECT_EQ(NumberText(20230103.456), "20230103.46");
-    EXPECT_EQ(NumberText(-0.0), "0");
-    EXPECT_EQ(NumberText(0.000123456789), "0.000123457");
-    EXPECT_EQ(NumberText(1e300), "1e+300");
-    EXPECT_EQ(ValueText(19782.4, ValueKind::Date), "2024-02-29");
-    EXPECT_EQ(DistanceText(12.5, ValueKind::Date), "12.5 days");
-    EXPECT_EQ(DistanceText(90, ValueKind::TimeOfDay), "00:01:30");
 }
 
 /// 400 cases of every magnitude, with ties, dates, ids, a constant and missing data.
@@ -171,7 +55,7 @@ DataTable EveryMagnitude() {
     const auto add = [&](const char* name, ValueKind kind, auto value) {
         std::vector<double> values(400);
         std::ranges::generate(values, [&] { return random() % 20 == 0 ? Missing : value(); });
-        table.Variables.push_back(Column(name, values, kind));
+        table.Variables.push_back(Numbers(name, values, kind));
     };
     add("tiny", ValueKind::Number, [&] { return share(random) * 1e-300; });
     add("huge", ValueKind::Number, [&] { return (share(random) - 0.5) * 1.7e308 * 2; });
@@ -232,33 +116,19 @@ TEST(ScatterGeometry, PlacesAreThoseOfTheValues) {
     }
 }
 
-/// Groups of touching pixels that aren't transparent.
-int PaintedSpots(const QImage& image) {
-    std::set<std::pair<int, int>> painted;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qAlpha(image.pixel(x, y)) > 0) {
-                painted.emplace(x, y);
-            }
-        }
-    }
-    int spots = 0;
-    while (!painted.empty()) {
-        ++spots;
-        std::vector<std::pair<int, int>> open{*painted.begin()};
-        painted.erase(painted.begin());
-        while (!open.empty()) {
-            const auto [x, y] = open.back();
-            open.pop_back();
-            for (const auto& next :
-                 {std::pair(x + 1, y), std::pair(x - 1, y), std::pair(x, y + 1), std::pair(x, y - 1)}) {
-                if (painted.erase(next) > 0) {
-                    open.push_back(next);
-                }
-            }
-        }
-    }
-    return spots;
+/// What is painted on nothing.
+QImage PaintedOnNothing(QSize size, const std::function<void(QPainter&)>& paint) {
+    EnsureApplication();
+    QImage image(size, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paint(painter);
+    return image;
+}
+
+/// The pixels that aren't transparent.
+QRegion PixelsOf(const QImage& image) {
+    return QBitmap::fromImage(image.createMaskFromColor(0, Qt::MaskInColor));
 }
 
 TEST(ScatterCounts, NoCaseIsLost) {
@@ -295,12 +165,12 @@ TEST(ScatterCounts, LoneCasesAreSeenBesideACrowd) {
     }
     for (const bool isDark : {false, true}) {
         const QColor ground = StyleOf({.Dark = isDark}).Background;
-        QImage image(210, 110, QImage::Format_ARGB32);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        DrawCounts(painter, counts, {5, 5}, isDark);
-        painter.end();
-        EXPECT_EQ(PaintedSpots(image), 101);
+        const QImage image = PaintedOnNothing({210, 110}, [&](QPainter& painter) {
+            DrawCounts(painter, counts, {5, 5}, isDark);
+        });
+        const QRegion pixels = PixelsOf(image);
+        const auto add = [](int sum, const QRect& part) { return sum + part.width() * part.height(); };
+        EXPECT_EQ(std::accumulate(pixels.begin(), pixels.end(), 0, add), 4 * 101);
         const QColor lone = image.pixelColor(24, 14);
         EXPECT_EQ(lone.alpha(), 255);
         EXPECT_EQ(image.pixelColor(23, 13).alpha() + image.pixelColor(25, 15).alpha(), 255)
@@ -310,15 +180,11 @@ TEST(ScatterCounts, LoneCasesAreSeenBesideACrowd) {
 }
 
 TEST(ScatterCounts, PointsStayWithinTheirPixels) {
-    QImage image(60, 60, QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    DrawPointsOnPixels(painter, {{20, 20}, {39.9, 20}, {-500, 3}, {30, 41}}, {20, 20, 20, 20}, {Qt::blue, 5});
-    painter.end();
-    for (int i = 0; i < 60 * 60; ++i) {
-        const bool isInside = QRect(20, 20, 20, 20).contains(i % 60, i / 60);
-        EXPECT_TRUE(isInside || qAlpha(image.pixel(i % 60, i / 60)) == 0) << i;
-    }
+    constexpr QRect within(20, 20, 20, 20);
+    const QImage image = PaintedOnNothing({60, 60}, [&](QPainter& painter) {
+        DrawPointsOnPixels(painter, {{20, 20}, {39.9, 20}, {-500, 3}, {30, 41}}, within, {Qt::blue, 5});
+    });
+    EXPECT_EQ(PixelsOf(image) - within, QRegion());
     EXPECT_GT(qAlpha(image.pixel(20, 20)), 200);
 }
 
@@ -331,24 +197,21 @@ TEST(ScatterLines, AreCutAtTheCell) {
 
 TEST(ScatterChart, SaysWhatItShows) {
     const DataTable table =
-        Table({Column("a", {1, 2, 3, 4, 5}), Column("b", {3, 1, 4, 1, 3}), Column("c", {.1, .1, .1, .1, .1}),
-               Column("day", {19782, 19800, 19850, 19900, 19990}, ValueKind::Date)});
+        TableOf({Numbers("a", {1, 2, 3, 4, 5}), Numbers("b", {3, 1, 4, 1, 3}), Numbers("c", {.1, .1, .1, .1, .1}),
+                 Numbers("day", {19782, 19800, 19850, 19900, 19990}, ValueKind::Date)});
     ScatterMatrix matrix = MatrixOf(table, ScatterFlag::DetailedMatrix);
     matrix.Cells[1].Correlation = -0.001;
     matrix.UnusedWeight = "w";
-    const auto texts = PaintedTexts({{"Correlations"}, KindsOf(table), matrix});
+    const auto texts = Painted({{"Correlations"}, KindsOf(table), matrix}).Texts();
     EXPECT_THAT(texts, IsSupersetOf({"r = 0.00", "2024-03", "0.1"}));
     EXPECT_THAT(texts, Contains(testing::StartsWith("Not weighted by w")));
     EXPECT_EQ(std::ranges::count_if(texts, [](const std::string& text) { return text.starts_with("r = "); }), 6);
-    const DataTable none = Table({Column("a", {Missing, Missing}), Column("b", {Missing, Missing})});
-    EXPECT_THAT(PaintedTexts({{"Correlations"}, {}, MatrixOf(none, 204)}), Contains("No cases"));
+    const DataTable none = TableOf({Numbers("a", {Missing, Missing}), Numbers("b", {Missing, Missing})});
+    EXPECT_THAT(Painted({{"Correlations"}, {}, MatrixOf(none, 204)}).Texts(), Contains("No cases"));
 }
 
 GraphDocument BoxesOf(const DataTable& table, BoxType type, const CaseWeights& weights = {}) {
-    std::vector<std::size_t> variables(table.Variables.size());
-    std::iota(variables.begin(), variables.end(), std::size_t{0});
-    const PlotRows rows = AllRows(table);
-    return {{"Boxes"}, KindsOf(table), BoxPlotOf({table, variables, rows, type, weights})};
+    return {{"Boxes"}, KindsOf(table), BoxPlotOf({table, AllVariables(table), AllRows(table), type, weights})};
 }
 
 TEST(BoxPanels, HoldBoxesThatCanBeComparedOnOneAxis) {
@@ -392,14 +255,15 @@ TEST(BoxPanels, HoldBoxesThatCanBeComparedOnOneAxis) {
 
 TEST(BoxChart, SaysWhatItShows) {
     const std::vector<double> weights = {1, 2, 3, 4};
-    const DataTable table = Table({Column("a", {1, 2, 3, Missing}), Column("huge", {1e300, 2e300, 3e300, 4e300}),
-                                   Column("start", {32400, 36000, 39600, 43200}, ValueKind::TimeOfDay),
-                                   Column("none", std::vector<double>(4, Missing))});
-    const auto texts = PaintedTexts(BoxesOf(table, BoxType::MeanSEAndSD, {weights, "w"}));
+    const DataTable table = TableOf({Numbers("a", {1, 2, 3, Missing}), Numbers("huge", {1e300, 2e300, 3e300, 4e300}),
+                                     Numbers("start", {32400, 36000, 39600, 43200}, ValueKind::TimeOfDay),
+                                     Numbers("none", std::vector<double>(4, Missing))});
+    const auto texts = Painted(BoxesOf(table, BoxType::MeanSEAndSD, {weights, "w"})).Texts();
     EXPECT_THAT(texts, IsSupersetOf({"n\u00A0=\u00A03", "n\u00A0=\u00A04", "n\u00A0=\u00A00", "11:00", "2.0e+300", "a",
                                      "none"}));
     EXPECT_THAT(texts, Contains("Weighted by w, fractions as they are"));
-    EXPECT_THAT(PaintedTexts(BoxesOf(Table({Column("none", {Missing})}), BoxType::MeanSEAndSD)), Contains("No cases"));
+    const DataTable empty = TableOf({Numbers("none", {Missing})});
+    EXPECT_THAT(Painted(BoxesOf(empty, BoxType::MeanSEAndSD)).Texts(), Contains("No cases"));
 }
 
 // The loop over the stripes of a bar of missing data never came to its end where doubles have no steps of a pixel.
@@ -407,7 +271,7 @@ TEST(ChartSpots, BarsOfAnyHeightArePainted) {
     for (const double count : {1e15, 1e250, 1e300}) {
         GraphDocument graph = Bars({"a", "b"}, {1, count}, 5);
         std::get<Histogram>(graph.Content).Series.front().Points.back().IsMissing = true;
-        EXPECT_THAT(PaintedTexts(graph, {320, 240}), Contains("b"));
+        EXPECT_THAT(Painted(graph, {320, 240}).Texts(), Contains("b"));
     }
 }
 

@@ -39,7 +39,7 @@ void SetCategories(GraphAxis& axis, const Names& names, const std::string& capti
     }
 }
 
-GraphSeries Series(const Numbers& counts, int color) {
+GraphSeries Series(const Values& counts, int color) {
     GraphSeries series{.Name = {}, .Kind = 5, .Color = color, .Width = 0.9, .Points = {}, .Labels = {}};
     for (std::size_t i = 0; i < counts.size(); ++i) {
         series.Points.push_back({static_cast<double>(i) + 1.0, counts[i]});
@@ -67,7 +67,7 @@ Names Numbered(int count, const std::string& name) {
     return names;
 }
 
-GraphDocument Bars(const Names& categories, const Numbers& counts, double top) {
+GraphDocument Bars(const Names& categories, const Values& counts, double top) {
     Histogram document;
     SetCategories(document.X, categories, "sex");
     document.Y = {"Number of counts", 0.0, top, 1.0, {}};
@@ -80,7 +80,7 @@ GraphDocument Bars(const Names& categories, const Numbers& counts, double top) {
     return About(Graph(document), categories);
 }
 
-GraphDocument Pie(const Names& categories, const Numbers& counts) {
+GraphDocument Pie(const Names& categories, const Values& counts) {
     PieChart document;
     document.Series = {Series(counts, 1)};
     document.Series.front().Points.push_back({0.0, 0.0});
@@ -89,12 +89,12 @@ GraphDocument Pie(const Names& categories, const Numbers& counts) {
     return About(Graph(document), categories);
 }
 
-GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares) {
+GraphDocument Stacked(const Names& variables, const std::vector<Values>& shares) {
     StackedPlot document;
     SetCategories(document.X, variables, "");
     document.Y = {"Relative number of cases(%)", 0.0, 100.1, 20.0, {}};
-    const std::size_t most = std::ranges::max(shares, {}, &Numbers::size).size() + 1;
-    document.Series.assign(most, Series(Numbers(variables.size()), 12));
+    const std::size_t most = std::ranges::max(shares, {}, &Values::size).size() + 1;
+    document.Series.assign(most, Series(Values(variables.size()), 12));
     for (std::size_t column = 0; column < variables.size(); ++column) {
         double height = 100.0;
         for (std::size_t series = 0; series < most; ++series) {

@@ -8,17 +8,17 @@
 namespace quillara {
 
 using Names = std::vector<std::string>;
-using Numbers = std::vector<double>;
+using Values = std::vector<double>;
 
 /// `count` names: "Name 1", "Name 2", ...
 Names Numbered(int count, const std::string& name);
 
 // Graphs as the analysis and the host hand them over.
 /// The last category may be "Missing", for missing data.
-GraphDocument Bars(const Names& categories, const Numbers& counts, double top);
-GraphDocument Pie(const Names& categories, const Numbers& counts);
+GraphDocument Bars(const Names& categories, const Values& counts, double top);
+GraphDocument Pie(const Names& categories, const Values& counts);
 /// Columns of shares in percent, from the bottom up.
-GraphDocument Stacked(const Names& variables, const std::vector<Numbers>& shares);
+GraphDocument Stacked(const Names& variables, const std::vector<Values>& shares);
 GraphDocument Boxes(int count, BoxType type);
 GraphDocument Matrix(int variables, const std::string& name);
 GraphDocument Bars3D(const Names& columns, const Names& rows);

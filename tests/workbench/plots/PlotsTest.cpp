@@ -15,12 +15,6 @@
 namespace quillara {
 namespace {
 
-PlotRows AllRows(const DataTable& table) {
-    PlotRows rows(static_cast<std::size_t>(table.Cases));
-    std::iota(rows.begin(), rows.end(), 0U);
-    return rows;
-}
-
 /// "name 5: whisker [box middle box] whisker; outliers | extremes".
 std::string InShort(const BoxStatistics& box) {
     std::ostringstream text;
