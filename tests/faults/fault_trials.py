@@ -39,7 +39,7 @@ COMMANDS = [
     Command("to dta", ["convert", "data.csv", "copy.dta"], ["copy.dta"]),
     Command("to zsav", ["convert", "data.sav", "copy.zsav"], ["copy.zsav"]),
 ]
-CALLS = ["open", "read", "write", "fsync", "rename", "close"]
+CALLS = {"open": 20, "read": 20, "write": 20, "fsync": 3, "rename": 2, "close": 20}  # and how many a run may make
 HOWS = {"open": ["EIO", "EMFILE", "EINTR"], "read": ["EIO", "EINTR", "SHORT"], "fsync": ["EIO"], "rename": ["EIO"],
         "write": ["ENOSPC", "ENOSPC+", "EIO", "EINTR", "SHORT"], "close": ["EIO"]}
 SIGNALS = [signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGPIPE]
@@ -113,9 +113,10 @@ def in_numbers(failing):
 
 
 def some_call(calls, chance):
-    """CALL:NUMBER, up to a number of calls that the run may not reach."""
+    """A call and its number, up to one that the run may not reach."""
     call = chance.choice(calls)
-    return call, 1 + int(10 ** chance.uniform(0, 5.5) if call == "malloc" else 20 * chance.random() ** 2)
+    most = CALLS.get(call, 0)
+    return call, 1 + int(most * chance.random() ** 2 if most else 10 ** chance.uniform(0, 5.5))
 
 
 def timeless(content):
@@ -156,7 +157,7 @@ def try_signal(bench, command, chance):
     """A signal at a random moment or before a random call; a reader of the output that goes for SIGPIPE."""
     sent = chance.choice(SIGNALS)
     moment = chance.uniform(0, 1.1 * bench.reference(command).seconds)
-    call, number = some_call(CALLS + ["malloc"], chance)
+    call, number = some_call([*CALLS, "malloc"], chance)
     failing = f"{call}:{number}:{sent.name}" if sent != signal.SIGPIPE and chance.random() < 0.5 else ""
 
     def act(process):
@@ -174,12 +175,15 @@ def try_signal(bench, command, chance):
         faults.append(f"status {outcome.status}")
     if outcome.status != 0 and outcome.errors:
         faults.append("says something")
+    last = outcome.files.get(command.results[-1]) if command.results else BEFORE
+    if outcome.status == 128 + signal.SIGINT and last != BEFORE:
+        faults.append("all is done, but interrupted")
     return failing or f"{sent.name} after {moment:.3f} s", outcome, faults
 
 
 def try_call(bench, command, chance):
     """A call that fails."""
-    call, number = some_call(CALLS, chance)
+    call, number = some_call([*CALLS], chance)
     failing = f"{call}:{number}:{chance.choice(HOWS[call])}"
     outcome = bench.run(command, failing)
     return failing, outcome, list(faults_of_failure(bench, command, outcome))
