@@ -29,7 +29,7 @@ TEST(DrillSession, AnEmptySubsetIsNotSaved) {
     EXPECT_EQ(outcome.Out, "");
     EXPECT_EQ(outcome.Errors,
               "The number of cases is zero.\n"
-              "quillara: Nothing was saved to \"new.csv\", for the reason told above.\n");
+              "quillara: Nothing was saved to \"new.csv\": no case is left.\n");
     EXPECT_EQ(folder.Files(), 1U);
 }
 
