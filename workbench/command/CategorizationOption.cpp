@@ -14,6 +14,7 @@ namespace {
 
 constexpr int FewestIntervals = 2;
 constexpr int MostIntervals = 999;
+constexpr double LargestStep = 1.7e308;  ///< that the module takes
 constexpr std::size_t MostBounds = 99;
 
 using Argument = std::optional<std::string_view>;
@@ -39,7 +40,7 @@ bool StepAndStart(Categorization& chosen, Argument argument) {
     const std::optional<double> start = chosen.StartAtMin ? 0.0 : DecimalNumber(argument->substr(at + 1));
     chosen.StepSize = size.value_or(-1.0);
     chosen.StepStart = start.value_or(0.0);
-    return chosen.StepSize >= 0.0 && start.has_value();
+    return chosen.StepSize >= 0.0 && chosen.StepSize <= LargestStep && start.has_value();
 }
 
 bool RisingBounds(Categorization& chosen, Argument argument) {
@@ -73,7 +74,7 @@ constexpr std::array<MethodSyntax, 6> Methods{{
     {"distinct",  0,     NoArgument,    "distinct takes nothing behind it"},
     {"exact",     1,     IntervalCount, "exact:N takes a whole number from 2 to 999"},
     {"neat",      2,     IntervalCount, "neat:N takes a whole number from 2 to 999"},
-    {"step",      3,     StepAndStart,  "step:SIZE or step:SIZE@START takes a size of 0 or more and a number to start at"},
+    {"step",      3,     StepAndStart,  "step:SIZE or step:SIZE@START takes a size of 0 or more, up to 1.7e308, and a number to start at"},
     {"integer",   4,     NoArgument,    "integer takes nothing behind it"},
     {"bounds",    5,     RisingBounds,  "bounds:B1,B2,... takes 1 to 99 rising numbers"},
 }};

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateIntervals.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
@@ -48,6 +49,16 @@ FoundRow NamedRow(const CategoryList& list, std::string_view text) {
 FoundRow NamedRowInAnyCase(const CategoryList& list, std::string_view text) {
     const std::wstring wanted = WithoutLetterCase(text);
     return FirstRow(list, [&](const CategoryRow& row) { return WithoutLetterCase(row.Name) == wanted; });
+}
+
+/// Documents name the intervals of dates and times by their bounds as such.
+FoundRow RowNamedInDates(const CategoryList& list, std::string_view text) {
+    if (list.Kind != ValueKind::Date && list.Kind != ValueKind::TimeOfDay) {
+        return std::nullopt;
+    }
+    return FirstRow(list, [&](const CategoryRow& row) {
+        return row.Range && NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) == text;
+    });
 }
 
 bool Admits(const RowRange& range, double value) {
@@ -101,13 +112,13 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
     if (list.Rows.empty()) {
         return line + "its list of categories is empty.";
     }
-    return line + "the list shows: " + QuotedList(NamesOf(list)) + ".";
+    return line + "the list shows: " + ListOfAll(NamesOf(list)) + ".";
 }
 
 }  // namespace
 
 std::size_t FindCategory(const CategoryList& list, std::string_view text) {
-    for (const auto find : {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, AdmittingRow}) {
+    for (const auto find : {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, AdmittingRow}) {
         if (const FoundRow row = find(list, text)) {
             return *row;
         }

@@ -25,10 +25,10 @@ struct CategoryList {
 };
 
 /// The row that a text names. Tried in this order: `Missing`, when the list has that row; `#K`, row K from 0; the first
-/// row with exactly that name; the first without regard to case; of a date variable a day YYYY-MM-DD, of times of day a
-/// time HH:MM:SS, and of both, as of numbers, a decimal number, that an interval admits or that is the value of a row;
-/// of texts a decimal number that an interval of their numbers admits. Throws DataError, listing what is shown, when
-/// there is none.
+/// row with exactly that name; the first without regard to case; the one that documents show under that name; of a date
+/// variable a day YYYY-MM-DD, of times of day a time HH:MM:SS, and of both, as of numbers, a decimal number, that an
+/// interval admits or that is the value of a row; of texts a decimal number that an interval of their numbers admits.
+/// Throws DataError, listing what is shown, when there is none.
 [[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
 
 }  // namespace quillara

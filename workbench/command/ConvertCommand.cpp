@@ -41,7 +41,6 @@ struct ConvertOptions {
 
 void Run(const ConvertOptions& options) {
     CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
-    CheckCanBeWritten(options.Output);
     const DataTable table = ReadDataWithProgress(options.Input, options.Reading);
     const FileWriting writing(options.Output);
     SaveDataFile(table, options.Output);
@@ -55,7 +54,10 @@ void AddConvertCommand(CLI::App& program) {
     CLI::App* command = program.add_subcommand("convert", "write a data file in another format");
     command->footer(Notes());
     AddDataFile(*command, "IN", options->Input);
-    const auto take = [options](const std::string& value) { options->Output = value; };
+    const auto take = [options](const std::string& value) {
+        CheckCanBeWritten(value);
+        options->Output = value;
+    };
     AddValue(*command, "OUT", take, "file to write: " + WrittenFormats())->type_name("")->required();
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {

@@ -1,6 +1,8 @@
 #include "workbench/command/DataReading.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <string_view>
 
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
@@ -20,24 +22,29 @@ bool IsRegularFile(const std::string& path) {
     return std::filesystem::is_regular_file(path, error);
 }
 
+/// Starts a bar, and gives what moves it.
+ProgressTaker SharesFor(ProgressBar& bar, std::string_view text) {
+    bar.Start(text, ProgressUnits);
+    return [&bar](double share) { bar.Advance(static_cast<std::int32_t>(share * ProgressUnits)); };
+}
+
 }  // namespace
 
 DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
     ProgressBar progress;
-    if (IsRegularFile(path) && ProgressBar::IsWanted()) {
-        progress.Start("Reading data ", ProgressUnits);
-        options.Progress = [&progress](double share) {
-            progress.Advance(static_cast<std::int32_t>(share * ProgressUnits));
-        };
-    }
+    options.Progress = SharesFor(progress, "Reading data ");
+    options.Received = [&progress](std::size_t bytes) { progress.AdvanceTo(std::to_string(bytes >> 20U) + " MiB"); };
     return ReadDataFile(path, options);
 }
 
 void SaveDataFile(const DataTable& table, const std::string& path) {
     const FileWriting writing(path);
-    for (const std::string& loss : WriteDataFile(table, path, IsInterrupted)) {
-        WriteMessage(loss);
+    std::vector<std::string> losses;
+    {
+        ProgressBar progress;
+        losses = WriteDataFile(table, path, IsInterrupted, SharesFor(progress, "Writing data "));
     }
+    std::ranges::for_each(losses, WriteMessage);
 }
 
 void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,

@@ -24,7 +24,8 @@ constexpr const char* Notes =
     "NAMES: comma separated; a name with a comma, a quote or a = stands in double quotes, a quote in it twice.\n"
     "VAR: a name, which ends at the first =; one with a = stands in double quotes as in NAMES.\n"
     "METHOD: distinct, exact:N, neat:N (N from 2 to 999), step:SIZE (from the smallest value), step:SIZE@START (what "
-    "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising numbers).\n"
+    "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising numbers of at most "
+    "2047 characters in all).\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
     "of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
@@ -112,8 +113,9 @@ void AddCaseOptions(CLI::App& command, DrillOptions& options) {
             "case selection, as: age > 30 and sex = \"Female\"; texts are compared with labels")
         ->type_name("FORMULA")
         ->group(group);
-    AddText(command, "--weight", options.Weight,
-            "weight variable; one that the file declares is used only when it is named here")
+    AddValue(
+        command, "--weight", [&](const std::string& name) { options.Weight = ParseName(name); },
+        "weight variable; one that the file declares is used only when it is named here")
         ->type_name("VAR")
         ->group(group);
     const auto addFlag = [&](const std::string& name, bool& flag, const std::string& help) {
@@ -134,7 +136,9 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         options.Results = ParseResultList(text);
         options.DefaultResults = 0;
     };
-    add("--show", takeResults, "results, in the order of their documents")->type_name("LIST");
+    add("--show", takeResults,
+        "results, in the order of their documents; html shows the charts of a variable beside its tables")
+        ->type_name("LIST");
     add(
         "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
         "results after each step, or after the last (default)")
@@ -222,7 +226,7 @@ std::vector<DrillStep> StepsInOrder(const CLI::App& command, const CLI::Option* 
         if (option == down) {
             steps.push_back(ParseDown(down->results()[downs++]));
         } else if (option == up) {
-            steps.push_back({up->results()[ups++], std::nullopt});
+            steps.push_back({ParseName(up->results()[ups++]), std::nullopt});
         }
     }
     return steps;

@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "workbench/command/ChartLibrary.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/PlotCollisions.h"
 #include "workbench/command/PlotFiles.h"
+#include "workbench/command/ProgressBar.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -28,15 +32,42 @@ constexpr std::array<DocumentView, 3> Views{{
     {OutputFormat::Csv, CsvView},
 }};
 
-std::string Shown(const DrillOptions& options, const OutputCollection& outputs) {
+/// Paints the charts that files and a report are to hold, and shows how many are done.
+class ShownPainting {
+  public:
+    ShownPainting(const DrillOptions& options, const OutputCollection& outputs) {
+        const auto graphs = std::ranges::count_if(
+            outputs.Entries, [](const auto& entry) { return std::holds_alternative<GraphDocument>(entry.Content); });
+        const int perGraph = (options.Charts.Folder ? 1 : 0) + (options.Format == OutputFormat::Html ? 2 : 0);
+        Progress.Start("Painting charts ", static_cast<std::int32_t>(graphs) * perGraph);
+    }
+    std::string Paint(const GraphDocument& graph, const ChartLook& look, ChartFormat format) {
+        Progress.Advance(Painted++);
+        return PaintChart(graph, look, format);
+    }
+
+  private:
+    ProgressBar Progress;
+    std::int32_t Painted = 0;
+};
+
+std::string Shown(const DrillOptions& options, const OutputCollection& outputs, const ChartPainting& paint) {
     if (options.Format == OutputFormat::Html) {
-        return HtmlView(outputs, [&options](const GraphDocument& graph, bool isDark) {
+        return HtmlView(outputs, [&](const GraphDocument& graph, bool isDark) {
             ChartLook look = options.Charts.Look;
             look.Dark = isDark;
-            return PaintChart(graph, look, ChartFormat::Svg);
+            return paint(graph, look, ChartFormat::Svg);
         });
     }
     return std::ranges::find(Views, options.Format, &DocumentView::Format)->View(outputs);
+}
+
+/// The files of charts, and the documents as they are written.
+std::pair<std::vector<PlotFile>, std::string> Painted(const DrillOptions& options, const OutputCollection& outputs) {
+    ShownPainting painting(options, outputs);
+    const ChartPainting paint = std::bind_front(&ShownPainting::Paint, &painting);
+    std::vector<PlotFile> plots = PaintedPlots(options.Charts, outputs, paint);
+    return {std::move(plots), Shown(options, outputs, paint)};
 }
 
 void CheckFile(const std::string& option, const std::optional<std::string>& file, const DrillOptions& options) {
@@ -59,8 +90,7 @@ void CheckFiles(const DrillOptions& options) {
 
 void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     // All is painted before anything is written.
-    const std::vector<PlotFile> plots = PaintedPlots(options.Charts, outcome.Outputs);
-    const std::string documents = Shown(options, outcome.Outputs);
+    const auto [plots, documents] = Painted(options, outcome.Outputs);
     if (options.SaveFile) {
         SaveDataFile(*outcome.Subset, *options.SaveFile);
     }

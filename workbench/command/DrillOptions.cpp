@@ -16,26 +16,36 @@ NameAndRest PlainName(std::string_view text) {
                                             : std::pair(std::string(text.substr(0, equals)), text.substr(equals + 1));
 }
 
-/// In double quotes, a quote in it twice, and the equals sign right behind: nothing for any other text.
+/// A name in double quotes, a quote in it twice, at the front of a text, and what stands behind them.
 NameAndRest QuotedName(std::string_view text) {
     constexpr char quote = '"';
     if (!text.starts_with(quote)) {
         return std::nullopt;
     }
     std::string name;
-    for (std::size_t at = 1; at + 1 < text.size(); ++at) {
-        const char next = text[at + 1];
-        if (text[at] == quote && next != quote) {
-            return next == '=' ? NameAndRest({name, text.substr(at + 2)}) : std::nullopt;
+    for (std::size_t at = 1; at < text.size(); ++at) {
+        const bool isQuote = text[at] == quote;
+        if (isQuote && !text.substr(at + 1).starts_with(quote)) {
+            return std::pair(name, text.substr(at + 1));
         }
-        at += text[at] == quote ? 1 : 0;
+        at += isQuote ? 1 : 0;
         name += text[at];
     }
     return std::nullopt;
 }
 
-std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, std::string_view rest) {
+/// The same with the equals sign right behind the quotes: nothing for any other text.
+NameAndRest QuotedNameAtEquals(std::string_view text) {
     NameAndRest parts = QuotedName(text);
+    if (!parts || !parts->second.starts_with('=')) {
+        return std::nullopt;
+    }
+    parts->second.remove_prefix(1);
+    return parts;
+}
+
+std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, std::string_view rest) {
+    NameAndRest parts = QuotedNameAtEquals(text);
     if (!parts) {
         parts = PlainName(text);
     }
@@ -58,6 +68,11 @@ constexpr WordTable<bool, 2> AfterWords{{
 }};
 
 }  // namespace
+
+std::string ParseName(std::string_view text) {
+    const NameAndRest parts = QuotedName(text);
+    return parts && parts->second.empty() ? parts->first : std::string(text);
+}
 
 CategorizedVariable ParseCategorizedVariable(std::string_view text) {
     const auto [variable, method] = SplitAtEquals(text, "METHOD");

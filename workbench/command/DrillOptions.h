@@ -52,6 +52,9 @@ struct DrillOptions {
     std::optional<SavedVariables> SavedNames;  ///< nothing: all drill and review variables
 };
 
+/// VAR alone: in double quotes as in NAMES, or as it stands.
+[[nodiscard]] std::string ParseName(std::string_view text);
+
 /// Each throws UsageError saying what is wrong with the text.
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY

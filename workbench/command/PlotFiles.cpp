@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <string_view>
 
-#include "workbench/command/ChartLibrary.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/data/Errors.h"
@@ -75,15 +74,15 @@ void MakeFolder(const std::string& folder) {
 
 }  // namespace
 
-std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputCollection& outputs) {
+std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputCollection& outputs,
+                                   const ChartPainting& paint) {
     std::vector<PlotFile> plots;
     if (!options.Folder) {
         return plots;
     }
     for (const OutputEntry& entry : outputs.Entries) {
         if (const auto* graph = std::get_if<GraphDocument>(&entry.Content)) {
-            plots.push_back(
-                {FileNameOf(entry, *graph, options.Format), PaintChart(*graph, options.Look, options.Format)});
+            plots.push_back({FileNameOf(entry, *graph, options.Format), paint(*graph, options.Look, options.Format)});
         }
     }
     return plots;

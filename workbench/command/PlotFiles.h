@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,12 @@ struct PlotFile {
     std::string Bytes;
 };
 
-/// All charts among the documents, painted for the folder of the options; none without one. Throws DataError when they
-/// can't be painted.
-[[nodiscard]] std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputCollection& outputs);
+/// Paints as PaintChart does.
+using ChartPainting = std::function<std::string(const GraphDocument&, const ChartLook&, ChartFormat)>;
+
+/// All charts among the documents, painted for the folder of the options; none without one. Throws what `paint` throws.
+[[nodiscard]] std::vector<PlotFile> PaintedPlots(const ChartOptions& options, const OutputCollection& outputs,
+                                                 const ChartPainting& paint);
 
 /// Writes them into a folder, which is made when it isn't there; other files of the folder stay. Throws DataError when
 /// that fails and Interrupted when the user cancelled; the file at which that happened is then as it was.

@@ -1,6 +1,7 @@
 #include "workbench/command/ProgressBar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include <unistd.h>
@@ -31,7 +32,7 @@ void ProgressBar::Start(std::string_view text, std::int32_t total) {
     Text = text;
     Total = std::max(total, 1);
     NextLook = 0;
-    if (!NextDraw) {
+    if (!NextDraw && IsWanted()) {
         NextDraw = Clock::now() + Patience;
     }
 }
@@ -41,10 +42,14 @@ void ProgressBar::Advance(std::int32_t done) {
         return;
     }
     NextLook = std::int64_t{done} + Total / 500;
-    const auto now = Clock::now();
-    if (now >= NextDraw) {
-        NextDraw = now + RedrawEvery;
+    if (IsDue()) {
         Draw(std::clamp(done, 0, Total));
+    }
+}
+
+void ProgressBar::AdvanceTo(const std::string& amount) {
+    if (IsDue()) {
+        Show(amount);
     }
 }
 
@@ -61,11 +66,25 @@ void ProgressBar::ClearAnyInSignalHandler() noexcept {
     }
 }
 
+bool ProgressBar::IsDue() {
+    const auto now = Clock::now();
+    const bool isDue = NextDraw && now >= *NextDraw;
+    if (isDue) {
+        NextDraw = now + RedrawEvery;
+    }
+    return isDue;
+}
+
 void ProgressBar::Draw(std::int32_t done) {
     const double share = static_cast<double>(done) / Total;
     std::string bar(Width, '.');
     std::fill_n(bar.begin(), static_cast<int>(share * Width), '#');
-    std::fprintf(stderr, "%s%s[%s] %3.0f%%", EraseLine, Text.c_str(), bar.c_str(), share * 100.0);
+    const int percent = static_cast<int>(std::lround(share * 100.0));
+    Show('[' + bar + "] " + std::to_string(percent) + '%');
+}
+
+void ProgressBar::Show(const std::string& line) {
+    std::fprintf(stderr, "%s%s%s", EraseLine, Text.c_str(), line.c_str());
     IsShown = true;
 }
 

@@ -21,8 +21,11 @@ class ProgressBar {
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
+    /// Without anybody who would see it there is no bar.
     void Start(std::string_view text, std::int32_t total);
     void Advance(std::int32_t done);
+    /// In place of a bar where nobody knows the total: how much is done, as "12 MB".
+    void AdvanceTo(const std::string& amount);
     /// Takes the bar off the screen; to be done before anything else is written there.
     void Clear();
     /// Takes any bar off the screen when the program ends here and now.
@@ -31,7 +34,10 @@ class ProgressBar {
   private:
     using Clock = std::chrono::steady_clock;
 
+    /// Whether it is time to draw anew.
+    [[nodiscard]] bool IsDue();
     void Draw(std::int32_t done);
+    void Show(const std::string& line);
 
     std::string Text;
     std::int32_t Total = 0;

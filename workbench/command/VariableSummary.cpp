@@ -1,38 +1,28 @@
 #include "workbench/command/VariableSummary.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <set>
-
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "platform/OrderedBits.h"
 #include "workbench/data/Calendar.h"
+#include "workbench/views/JsonText.h"
 
 namespace quillara {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json JsonNumber(double value) {
-    constexpr double firstInexact = 9007199254740992.0;
-    const bool isWhole = std::abs(value) < firstInexact && std::floor(value) == value;
-    return isWhole ? Json(static_cast<std::int64_t>(value)) : Json(value);
-}
+constexpr std::array<std::pair<ValueKind, const char*>, 4> TypeNames{{
+    {ValueKind::Number, "number"},
+    {ValueKind::Date, "date"},
+    {ValueKind::TimeOfDay, "time"},
+    {ValueKind::Text, "text"},
+}};
 
 std::string TypeOf(const Variable& variable) {
-    switch (variable.Kind) {
-        case ValueKind::Date:
-            return "date";
-        case ValueKind::TimeOfDay:
-            return "time";
-        case ValueKind::Text:
-            return "text";
-        case ValueKind::Number:
-            break;
-    }
-    return "number";
+    return std::ranges::find(TypeNames, variable.Kind, &std::pair<ValueKind, const char*>::first)->second;
 }
 
 std::string TextOf(const Variable& variable, double value) {
@@ -46,7 +36,7 @@ std::string TextOf(const Variable& variable, double value) {
         case ValueKind::Number:
             break;
     }
-    return JsonNumber(value).dump();
+    return NumberValue(value).dump();
 }
 
 /// The values that the summary tells of: those with texts of their own and, for a text variable, all.
@@ -67,7 +57,7 @@ std::string Copy(const std::string* text) {
 
 Json JsonOf(const LabelledValue& value, const std::string& type) {
     Json json;
-    json["value"] = type == "number" ? JsonNumber(value.Number) : Json(value.Text);
+    json["value"] = type == "number" ? NumberValue(value.Number) : Json(value.Text);
     json["label"] = value.Label;
     if (!value.Description.empty()) {
         json["description"] = value.Description;

@@ -59,7 +59,8 @@ bool Is(const FormulaPart& part) {
 
 const Variable* VariableOf(const FormulaContext& context, const FormulaPart& part) {
     const auto* variable = std::get_if<VariablePart>(&part.Content);
-    return variable == nullptr ? nullptr : &context.Table.Variables[variable->Variable];
+    const bool isKnown = variable != nullptr && variable->Variable != UnknownVariable;
+    return !isKnown ? nullptr : &context.Table.Variables[variable->Variable];
 }
 
 std::string Shortest(double number) {
@@ -133,6 +134,13 @@ bool HoldsVariable(const FormulaPart& part) {
     return Is<VariablePart>(part) || (arithmetic != nullptr && !arithmetic->Variables.empty());
 }
 
+bool HoldsUnknown(const FormulaPart& part) {
+    const auto* variable = std::get_if<VariablePart>(&part.Content);
+    const auto* arithmetic = std::get_if<ArithmeticText>(&part.Content);
+    return (variable != nullptr && variable->Variable == UnknownVariable) ||
+           (arithmetic != nullptr && std::ranges::count(arithmetic->Variables, UnknownVariable) > 0);
+}
+
 /// A number beside a point in time is a mistake: 2020-01-01 without quotes is 2018.
 void RefuseNumberBesideTime(const FormulaContext& context, const FormulaPart& time, const FormulaPart& other) {
     const Variable* variable = VariableOf(context, time);
@@ -180,6 +188,9 @@ ArithmeticText NumberOf(const FormulaContext& context, const FormulaPart& part) 
 SelectionStep ComparisonOf(const FormulaContext& context, FormulaPart left, const Token& relation, FormulaPart right) {
     RefuseCondition(context, left);
     RefuseCondition(context, right);
+    if (HoldsUnknown(left) || HoldsUnknown(right)) {
+        return Comparison{RelationOf(relation), 0.0, 0.0};
+    }
     FormulaPart& quoted = Is<QuotedPart>(left) ? left : right;
     const FormulaPart& other = Is<QuotedPart>(left) ? right : left;
     if (Is<QuotedPart>(quoted)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -12,6 +13,10 @@
 namespace quillara {
 
 struct ConditionPart {};
+
+/// In place of the index of a variable that the table doesn't have. A formula that names one is read to its end like
+/// any other, but never used.
+constexpr std::size_t UnknownVariable = std::numeric_limits<std::size_t>::max();
 
 struct VariablePart {
     std::size_t Variable;  ///< index in the table

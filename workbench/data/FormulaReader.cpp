@@ -45,6 +45,11 @@ class Reader {
         if (Current->Kind != TokenKind::End) {
             Expected("and, or, an operator or the end of the formula");
         }
+        if (MissedName) {
+            throw DataError("The selection formula names a variable " + Quoted(*MissedName) +
+                            " that the data don't have (names are compared exactly; a name that is no plain word "
+                            "stands in [square brackets], a text in \"quotes\").");
+        }
         return std::move(Program);
     }
 
@@ -206,12 +211,10 @@ class Reader {
     std::size_t TakeVariable() {
         const std::string& name = Take().Text;
         const std::optional<std::size_t> variable = Context.Table.Find(name);
-        if (!variable) {
-            throw DataError("The selection formula names a variable " + Quoted(name) +
-                            " that the data don't have (names are compared exactly; a name that is no plain word "
-                            "stands in [square brackets], a text in \"quotes\").");
+        if (!variable && !MissedName) {
+            MissedName = name;
         }
-        return *variable;
+        return variable.value_or(UnknownVariable);
     }
 
     FormulaPart Nested(Level level) {
@@ -227,6 +230,7 @@ class Reader {
     std::vector<Token> Tokens;
     std::vector<Token>::const_iterator Current;
     SelectionProgram Program;
+    std::optional<std::string> MissedName;  // the first that is no variable
     int Depth = 0;
 };
 

@@ -18,15 +18,19 @@ std::string Quoted(std::string_view text) {
     return "\"" + Shortened(text) + "\"";
 }
 
+std::string ListOfAll(std::span<const std::string> texts) {
+    std::string list;
+    for (const std::string& text : texts) {
+        list += (list.empty() ? "" : ", ") + Quoted(text);
+    }
+    return list;
+}
+
 std::string QuotedList(const std::vector<std::string>& texts) {
     constexpr std::size_t mostListed = 20;
     const std::size_t listed = std::min(texts.size(), mostListed);
-    std::string list;
-    for (std::size_t text = 0; text < listed; ++text) {
-        list += (text == 0 ? "" : ", ") + Quoted(texts[text]);
-    }
-    const std::size_t more = texts.size() - listed;
-    return more == 0 ? list : list + " and " + std::to_string(more) + " more";
+    const std::string more = listed == texts.size() ? "" : " and " + std::to_string(texts.size() - listed) + " more";
+    return ListOfAll(std::span(texts).first(listed)) + more;
 }
 
 }  // namespace quillara

@@ -53,12 +53,16 @@ std::string TextOfNumber(double value, double step) {
 }
 
 std::string TextOfDate(double days, double step) {
-    std::string date = TextFromDays(days);
-    if (date.empty() || step <= 0.0 || step >= 1.0) {
+    const bool isWhole = step <= 0.0 || step >= 1.0;
+    const double seconds = std::round(days * SecondsOfDay);
+    const double day = isWhole ? days : std::floor(seconds / SecondsOfDay);
+    const std::string date = TextFromDays(day);
+    if (isWhole || date.empty()) {
         return date;
     }
-    const std::string time = TextFromSeconds((days - std::floor(days)) * SecondsOfDay);
-    return date + ' ' + time.substr(0, time.size() - SecondsPart);
+    const std::string time = TextFromSeconds(seconds - day * SecondsOfDay);
+    const bool needsSeconds = std::round(step * SecondsOfDay) < SecondsOfMinute;
+    return date + ' ' + time.substr(0, time.size() - (needsSeconds ? 0 : SecondsPart));
 }
 
 std::string TextOfTime(double seconds, double step) {

@@ -22,6 +22,10 @@
 namespace quillara {
 namespace {
 
+// How much of writing a table is done when its bytes are there, and when they are read back.
+constexpr double ShareOfWriting = 0.4;
+constexpr double ShareOfReading = 0.9;
+
 /// What a file holds. A pipe isn't looked at: what is read from it is gone.
 FileContent LookInto(const std::string& path, std::string_view extension) {
     std::error_code error;
@@ -79,15 +83,19 @@ auto ReadBackFor(const std::string& path, Read read) {
 }
 
 void WriteStatistical(const DataTable& table, const std::string& path, const StatisticalRules& rules,
-                      const std::function<bool()>& cancelled) {
-    WorkMonitor monitor({}, cancelled);
+                      const std::function<bool()>& cancelled, const ProgressTaker& progress) {
+    WorkMonitor monitor(progress, cancelled);
     const StatisticalLayout layout = LayOut(table, rules);
     const auto cases = static_cast<std::size_t>(table.Cases);
+    monitor.Enter(0, ShareOfWriting, cases * layout.Columns.size());
     const auto check = [&](const std::string& temporary) {
         const DataTable readBack = ReadBackFor(path, [&] {
             return ReadStatisticalFile(temporary, rules.Extension,
-                                       {.MaxMemory = MemoryLimit::Unlimited, .Cancelled = cancelled});
+                                       {.MaxMemory = MemoryLimit::Unlimited,
+                                        .Progress = PartOf(progress, ShareOfWriting, ShareOfReading),
+                                        .Cancelled = cancelled});
         });
+        monitor.Enter(ShareOfReading, 1, cases * layout.Columns.size());
         ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
         for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
             expected.Variables.push_back(layout.Columns[i].Content);
@@ -98,12 +106,15 @@ void WriteStatistical(const DataTable& table, const std::string& path, const Sta
 }
 
 std::vector<std::string> WriteDelimited(const DataTable& table, const std::string& path,
-                                        const std::function<bool()>& cancelled) {
-    WorkMonitor monitor({}, cancelled);
-    const std::string text = TextOfTable(table, cancelled);
+                                        const std::function<bool()>& cancelled, const ProgressTaker& progress) {
+    WorkMonitor monitor(progress, cancelled);
+    const std::string text = TextOfTable(table, cancelled, PartOf(progress, 0, ShareOfWriting));
     const DataTable readBack = ReadBackFor(path, [&] {
-        return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::Unlimited, .Cancelled = cancelled});
+        return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::Unlimited,
+                                           .Progress = PartOf(progress, ShareOfWriting, ShareOfReading),
+                                           .Cancelled = cancelled});
     });
+    monitor.Enter(ShareOfReading, 1, readBack.Variables.size() * static_cast<std::size_t>(table.Cases));
     std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
     ReplaceFile(path, text, cancelled, [&](const std::string& temporary) {
         if (ReadBytes(temporary, monitor, text.size() + 1) != text) {
@@ -129,16 +140,16 @@ void CheckCanBeWritten(const std::string& path) {
 }
 
 std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
-                                       const std::function<bool()>& cancelled) {
+                                       const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     CheckCanBeWritten(path);
     if (table.Variables.empty()) {
         throw DataError("\"" + path + "\" can't be written: the table has no variables.");
     }
     if (const StatisticalRules* rules = FindRules(ExtensionOf(path))) {
-        WriteStatistical(table, path, *rules, cancelled);
+        WriteStatistical(table, path, *rules, cancelled, progress);
         return {};
     }
-    return WriteDelimited(table, path, cancelled);
+    return WriteDelimited(table, path, cancelled, progress);
 }
 
 }  // namespace quillara

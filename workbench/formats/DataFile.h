@@ -6,6 +6,7 @@
 
 #include "workbench/data/DataTable.h"
 #include "workbench/formats/ReadOptions.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
@@ -33,10 +34,11 @@ void CheckCanBeWritten(const std::string& path);
 /// The new file is read back before it takes its name, and compared with the table as far as the format can hold it. A
 /// file that stands there already is replaced as a whole or, after a failure, left as it was; no other file is left. A
 /// device or pipe is written as it stands and not read back.
-/// `cancelled` is asked now and then, the last time right before the file is replaced.
+/// `cancelled` is asked now and then, the last time right before the file is replaced; `progress` is told how much is
+/// done.
 /// Throws DataError when the file can't be written or the format can't hold the table, naming the variable; Interrupted
 /// when cancelled.
 std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
-                                       const std::function<bool()>& cancelled = {});
+                                       const std::function<bool()>& cancelled = {}, const ProgressTaker& progress = {});
 
 }  // namespace quillara

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
@@ -13,7 +14,8 @@ namespace quillara {
 /// variable gives its texts and any other its numbers, in the shortest form that reads back as the same double.
 /// Dates are YYYY-MM-DD, times of day HH:MM:SS. Not kept: long names, descriptions, value labels beside those shown,
 /// the title text, the weight's declaration. DelimitedLosses tells what is lost of the values.
-/// Throws Interrupted when `cancelled`, asked now and then, answers true.
-[[nodiscard]] std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled = {});
+/// Throws Interrupted when `cancelled`, asked now and then, answers true; `progress` is told how much is done.
+[[nodiscard]] std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled = {},
+                                      const ProgressTaker& progress = {});
 
 }  // namespace quillara

@@ -18,6 +18,7 @@ struct ReadOptions {
     std::optional<std::size_t> MaxMemory{};  ///< bytes for the whole program; nothing: see MemoryLimit
 
     std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
+    std::function<void(std::size_t bytes)> Received{};  ///< told the same of a pipe, whose length nobody knows
     std::function<bool()> Cancelled{};  ///< asked now and then; true ends the reading with Interrupted
 };
 

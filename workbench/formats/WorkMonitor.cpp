@@ -7,8 +7,14 @@
 
 namespace quillara {
 
-WorkMonitor::WorkMonitor(std::function<void(double share)> progress, std::function<bool()> cancelled,
-                         MemoryLimit memory)
+ProgressTaker PartOf(const ProgressTaker& whole, double firstShare, double lastShare) {
+    if (!whole) {
+        return {};
+    }
+    return [=](double share) { whole(firstShare + share * (lastShare - firstShare)); };
+}
+
+WorkMonitor::WorkMonitor(ProgressTaker progress, std::function<bool()> cancelled, MemoryLimit memory)
     : Progress(std::move(progress)), Cancelled(std::move(cancelled)), Memory(memory) {}
 
 void WorkMonitor::Enter(double firstShare, double lastShare, std::size_t units) {
@@ -53,7 +59,9 @@ void WorkMonitor::Look() {
     LastReport = now;
     Check();
     Memory.Require();
-    if (Progress) {
+    if (Counted && Units == 0 && Done > 0) {
+        Counted(Done);
+    } else if (Progress) {
         Progress(Share);
     }
 }

@@ -3,10 +3,17 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 #include "workbench/formats/MemoryLimit.h"
 
 namespace quillara {
+
+/// Told how much of a work is done, rising from 0 to 1; may be empty.
+using ProgressTaker = std::function<void(double share)>;
+
+/// What a part of a work tells that leads from one share of it to another.
+[[nodiscard]] ProgressTaker PartOf(const ProgressTaker& whole, double firstShare, double lastShare);
 
 /// Follows a long piece of work: tells how much of it is done, asks whether it is to end and looks whether it takes too
 /// much memory, every 20 milliseconds or so however often the work calls it. Whatever throws Interrupted for a
@@ -14,9 +21,11 @@ namespace quillara {
 class WorkMonitor {
   public:
     /// Either function may be empty.
-    explicit WorkMonitor(std::function<void(double share)> progress = {}, std::function<bool()> cancelled = {},
+    explicit WorkMonitor(ProgressTaker progress = {}, std::function<bool()> cancelled = {},
                          MemoryLimit memory = MemoryLimit(MemoryLimit::Unlimited));
 
+    /// Of a stage whose length nobody knows, `counted` is told how many units are done, in place of a share.
+    void TellCountsTo(std::function<void(std::size_t units)> counted) { Counted = std::move(counted); }
     /// A stage begins that leads from one share of the whole work to another. Of 0 units: MoveTo tells how far it is.
     void Enter(double firstShare, double lastShare, std::size_t units = 0);
     /// Counts units of the stage as done. Throws Interrupted when the work was cancelled.
@@ -41,7 +50,8 @@ class WorkMonitor {
     void Look();
     [[nodiscard]] double ShareAt(double part) const { return FirstShare + part * (LastShare - FirstShare); }
 
-    std::function<void(double)> Progress;
+    ProgressTaker Progress;
+    std::function<void(std::size_t)> Counted;
     std::function<bool()> Cancelled;
     MemoryLimit Memory;
     std::chrono::steady_clock::time_point LastReport = std::chrono::steady_clock::now();

@@ -1,52 +1,14 @@
 #include "workbench/hosting/DocumentSubjects.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
-#include <string_view>
 #include <utility>
 
-#include "workbench/data/ValueText.h"
+#include "workbench/data/DateIntervals.h"
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/RoutedResults.h"
 #include "workbench/hosting/TableInUse.h"
 
 namespace quillara {
 namespace {
-
-/// The forms of names that an analysis gives to intervals, with a hash for each bound.
-enum class Bounds : std::uint8_t { Both, Lower, Upper };
-
-struct IntervalForm {
-    std::string_view Sign;
-    Bounds Named;
-    bool ExcludesUpper;  ///< [a, b), so that parts of a day count as the next day; else (a, b]
-};
-
-// clang-format off
-constexpr std::array<IntervalForm, 5> IntervalForms{{
-    // Sign    Bounds         Excludes
-    {"<x<=",  Bounds::Both,  false},
-    {"<=x<",  Bounds::Both,  true},
-    {"x<=",   Bounds::Upper, false},
-    {"<x",    Bounds::Lower, false},
-    {"x=",    Bounds::Upper, false},
-}};
-// clang-format on
-
-std::string NameInDates(ValueKind kind, const std::string& name, const CategoryBounds& bounds) {
-    const auto form = std::ranges::find_if(
-        IntervalForms, [&name](const IntervalForm& each) { return name.find(each.Sign) != std::string::npos; });
-    if (form == IntervalForms.end()) {
-        return TextOfValue(kind, bounds.Upper);
-    }
-    const auto bound = [&](double value) {
-        return TextOfValue(kind, form->ExcludesUpper ? std::ceil(value) : std::floor(value));
-    };
-    return (form->Named == Bounds::Upper ? "" : bound(bounds.Lower)) + std::string(form->Sign) +
-           (form->Named == Bounds::Lower ? "" : bound(bounds.Upper));
-}
 
 /// Whether an analysis makes the names of categories from dates or times: not where values have labels.
 bool HasDateNames(const Variable* variable) {
@@ -59,7 +21,8 @@ std::vector<std::string> NamesForPeople(const Variable* variable, const SubjectV
     std::vector<std::string> names;
     for (std::size_t i = 0; i < told.Categories.size(); ++i) {
         const std::string name = Replace8CharGrow(told.Categories[i]);
-        names.push_back(showsDates ? NameInDates(variable->Kind, name, told.Bounds[i]) : name);
+        names.push_back(showsDates ? NameInDates(variable->Kind, name, told.Bounds[i].Lower, told.Bounds[i].Upper)
+                                   : name);
     }
     return names;
 }

@@ -33,6 +33,7 @@ namespace {
 constexpr short Made = 0;
 constexpr short NotMade = 1;
 constexpr char NoMemory[] = "There is not enough memory for this plot; close other programs and try again.";
+constexpr char ProgressText[] = "Making plots ";
 constexpr std::int32_t CasesPerBlock = 1024;
 
 /// What a plot asks its filter.
@@ -87,6 +88,7 @@ PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoic
         if (around.AskForBreak()) {
             throw Interrupted();
         }
+        around.ReportProgress(first / 2);
         const std::int32_t count = std::min(CasesPerBlock, cases - first);
         block.Read(first, count);
         for (std::int32_t i = 0; i < count; ++i) {
@@ -146,6 +148,24 @@ std::vector<std::string> TitleOf(const std::string& title) {
                                     : TitleOf(title.substr(0, end).c_str(), title.substr(end + 1).c_str());
 }
 
+/// The progress display of one plot, until it is there or isn't made: reading the cases is half of the work.
+class PlotProgress {
+  public:
+    PlotProgress(Surroundings& around, std::int32_t cases) : Around(around), Cases(cases) {
+        Around.ProgressText = ProgressText;
+        Around.StartProgress(Cases);
+    }
+    PlotProgress(const PlotProgress&) = delete;
+    PlotProgress& operator=(const PlotProgress&) = delete;
+    ~PlotProgress() { Around.EndProgress(); }
+
+    void TellCasesAreRead() const { Around.ReportProgress(Cases / 2); }
+
+  private:
+    Surroundings& Around;
+    std::int32_t Cases;
+};
+
 /// Computes a plot from the cases that its filter keeps and sends it on its way. None is made when the user cancels or
 /// there isn't enough memory.
 template <typename Compute>
@@ -153,7 +173,9 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
     CAnalysisDoc* document = analysis.GetDocument();
     quillara::ResultsOf(document).NextSubject = {};
     try {
+        const PlotProgress progress(quillara::SurroundingsOf(document), quillara::TableOf(document).Table().Cases);
         const PlotRows& rows = KeptRows(document, choice);
+        progress.TellCasesAreRead();
         graph.About.IsEmptied = rows.empty() && quillara::TableOf(document).HasCases();
         graph.Content = compute(rows);
     } catch (const Interrupted&) {

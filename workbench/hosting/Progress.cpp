@@ -15,6 +15,7 @@ void CAnalysisSupport::d_pbar(const char* text) {
 
 void CAnalysisSupport::dstart(unsigned long total) {
     if (Document != nullptr) {
+        SurroundingsOf(Document).Trace("Pass");
         SurroundingsOf(Document).StartProgress(static_cast<std::int32_t>(total));
     }
 }

@@ -32,7 +32,6 @@ void Surroundings::SayMemoryLacked(std::string_view text) const {
 
 void Surroundings::StartProgress(std::int32_t total) {
     IsPassing = true;
-    Trace("Pass");
     if (Services.ProgressStarted) {
         Services.ProgressStarted(ProgressText, total);
     }

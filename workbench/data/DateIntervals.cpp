@@ -1,0 +1,88 @@
+#include "workbench/data/DateIntervals.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
+#include "workbench/data/ValueText.h"
+#include "workbench/numbers/ExactNumbers.h"
+
+namespace quillara {
+namespace {
+
+constexpr double Day = 1.0;
+constexpr double MinuteOfDay = Day / (24 * 60);
+constexpr double SecondOfDay = MinuteOfDay / 60;
+constexpr double Second = 1.0;
+constexpr double Rounding = 1e-9;  ///< of bounds that were added up
+
+/// The forms of names that an analysis gives to intervals, with a hash for each bound.
+enum class Bounds : std::uint8_t { Both, Lower, Upper };
+
+struct IntervalForm {
+    std::string_view Sign;
+    Bounds Named;
+    bool ExcludesUpper;  ///< [a, b), so that a part of a unit counts as the next one; else (a, b]
+};
+
+// clang-format off
+constexpr std::array<IntervalForm, 5> IntervalForms{{
+    // Sign    Bounds         Excludes
+    {"<x<=",  Bounds::Both,  false},
+    {"<=x<",  Bounds::Both,  true},
+    {"x<=",   Bounds::Upper, false},
+    {"<x",    Bounds::Lower, false},
+    {"x=",    Bounds::Upper, false},
+}};
+
+struct TimeUnit {
+    ValueKind Kind;
+    double Length;
+};
+
+/// In which bounds are shown, the coarsest first.
+constexpr std::array<TimeUnit, 4> TimeUnits{{
+    {ValueKind::Date,      Day},
+    {ValueKind::Date,      MinuteOfDay},
+    {ValueKind::Date,      SecondOfDay},
+    {ValueKind::TimeOfDay, Second},
+}};
+// clang-format on
+
+/// The unit that tells the bounds of an interval from each other; its length is 0 when none does.
+TimeUnit UnitFor(ValueKind kind, double width) {
+    const auto* found = std::ranges::find_if(
+        TimeUnits, [&](const TimeUnit& unit) { return unit.Kind == kind && width >= unit.Length - Rounding; });
+    return found == TimeUnits.end() ? TimeUnit{kind, 0.0} : *found;
+}
+
+std::string BoundText(const TimeUnit& unit, double bound, bool countsAsNext) {
+    if (unit.Length == 0.0) {
+        return ExactNumberText(bound);
+    }
+    const double nearest = std::round(bound / unit.Length) * unit.Length;
+    if (std::fabs(bound - nearest) <= Rounding) {
+        return TextOfValue(unit.Kind, nearest, unit.Length);
+    }
+    const double units = bound / unit.Length;
+    return TextOfValue(unit.Kind, (countsAsNext ? std::ceil(units) : std::floor(units)) * unit.Length, unit.Length);
+}
+
+}  // namespace
+
+std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper) {
+    const auto* form = std::ranges::find_if(
+        IntervalForms, [&name](const IntervalForm& each) { return name.find(each.Sign) != std::string::npos; });
+    if (form == IntervalForms.end()) {
+        return TextOfValue(kind, upper);
+    }
+    const double width = form->Named == Bounds::Both ? upper - lower : Day;
+    const TimeUnit unit = UnitFor(kind, width);
+    const auto text = [&](double bound) { return BoundText(unit, bound, form->ExcludesUpper); };
+    return (form->Named == Bounds::Upper ? "" : text(lower)) + std::string(form->Sign) +
+           (form->Named == Bounds::Lower ? "" : text(upper));
+}
+
+}  // namespace quillara

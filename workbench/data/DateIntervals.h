@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/data/DataTable.h"
+
+namespace quillara {
+
+/// What an analysis calls an interval, "a<x<=b" in whatever form, with its bounds as dates or times. Dates have no
+/// parts of a day: a bound within one is shown as the day that gives the interval the same dates, and with its time
+/// only where the interval is shorter than a day. Bounds less than a second apart are shown as numbers, so that
+/// different intervals never have one name. Of a single value, which `upper` is then, this is the date or time itself.
+[[nodiscard]] std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper);
+
+}  // namespace quillara
