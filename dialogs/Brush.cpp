@@ -20,7 +20,8 @@ void ShowBrushingGraph(CDefineTask& task) {
     } else if (!analysis.OutputExists(BrushingGraphCommand, BrushingGraphSequence)) {
         analysis.SetNextOutputID(BrushingGraphCommand, BrushingGraphSequence);
         SendWindowMessage(task.Window, WindowMessage::Command, BrushingGraphCommand, 0);
-        analysis.SetNextOutputID(0, 0);  // a graph that wasn't made leaves no key to the next document
+        // A command that made no graph leaves the key of brushing to no other document.
+        analysis.SetNextOutputID(0, 0);
     }
 }
 

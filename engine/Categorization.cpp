@@ -17,13 +17,18 @@ constexpr std::int32_t IntervalKind = 1;
 
 using BoundText = std::string (*)(double);
 
-void AddInterval(std::set<Categories>& set, double lower, double upper, std::string name, double count = 0.0) {
-    set.insert(set.end(), Categories{IntervalKind, count, upper, std::move(name), lower});
+struct Interval {
+    double Lower;
+    double Upper;
+};
+
+void AddInterval(std::set<Categories>& set, const Interval& interval, std::string name, double count = 0.0) {
+    set.insert(set.end(), Categories{IntervalKind, count, interval.Upper, std::move(name), interval.Lower});
 }
 
 /// "a<x<=b" or "a<=x<b".
-std::string IntervalName(double lower, const char* relation, double upper, BoundText text) {
-    return text(lower) + relation + text(upper);
+std::string IntervalName(const Interval& interval, const char* relation, BoundText text) {
+    return text(interval.Lower) + relation + text(interval.Upper);
 }
 
 bool HasNoRange(const Drill& record) {
@@ -42,22 +47,29 @@ std::optional<int> StartCutting(Drill& record) {
         return 0;
     }
     if (HasSingleValue(record)) {
-        AddInterval(record.CategorySet, record.Min - 1.0, record.Max, "x=" + FieldBoundText(record.Max));
+        AddInterval(record.CategorySet, {record.Min - 1.0, record.Max}, "x=" + FieldBoundText(record.Max));
         return 1;
     }
     return std::nullopt;
 }
 
-/// Intervals (a, b] of one width from `low` on, at least `fewest`, until a bound lies clearly above `high`. An interval
-/// without width isn't made and ends the building.
-void AddEqualIntervals(Drill& record, double low, double high, double step, BoundText text, int fewest = 0) {
-    double lower = low;
+/// How a range is cut into intervals of one width.
+struct EqualCut {
+    Interval Range;
+    double Step;
+    int Fewest = 0;
+};
+
+/// Intervals (a, b] from the lower end of the range on, at least the fewest, until a bound lies clearly above the upper
+/// end. An interval without width isn't made and ends the building.
+void AddEqualIntervals(Drill& record, const EqualCut& cut, BoundText text) {
+    double lower = cut.Range.Lower;
     for (int made = 0; made < IntervalLimit; ++made) {
-        const double upper = lower + step;
-        if ((made >= fewest && ClearlyBelow(high, upper)) || !(upper > lower)) {
+        const double upper = lower + cut.Step;
+        if ((made >= cut.Fewest && ClearlyBelow(cut.Range.Upper, upper)) || !(upper > lower)) {
             return;
         }
-        AddInterval(record.CategorySet, lower, upper, IntervalName(lower, "<x<=", upper, text));
+        AddInterval(record.CategorySet, {lower, upper}, IntervalName({lower, upper}, "<x<=", text));
         lower = upper;
     }
 }
@@ -79,7 +91,7 @@ int Drill::MakeExactCategories() {
     }
     const double step = (Max - Min) / (ExactCount - 1);
     // Rounding may carry the last bounds clearly past the end; without their intervals the largest values had no row.
-    AddEqualIntervals(*this, Min - step * 0.5, step * 0.5 + Max, step, FieldBoundText, ExactCount);
+    AddEqualIntervals(*this, {{Min - step * 0.5, step * 0.5 + Max}, step, ExactCount}, FieldBoundText);
     return 1;
 }
 
@@ -91,7 +103,7 @@ int Drill::MakeNeatCategories() {
     double high = Max;
     double step = (high - low) / NeatCount;
     scling_double_QUA(&low, &high, &step, static_cast<short>(ValidCount), static_cast<short>(NeatCount));
-    AddEqualIntervals(*this, low, high, step, RealBoundText);
+    AddEqualIntervals(*this, {{low, high}, step}, RealBoundText);
     return 1;
 }
 
@@ -100,7 +112,7 @@ int Drill::MakeStepCategories() {
     if (HasSingleValue(*this)) {
         // Intended: [Min, Max) admits no value, unlike the single category of the other methods; the half-open rule
         // of this method holds for every interval.
-        AddInterval(CategorySet, Min, Max, FieldBoundText(Max));
+        AddInterval(CategorySet, {Min, Max}, FieldBoundText(Max));
         return 1;
     }
     double lower = StartAtMin == 1 ? Min : StepStart;
@@ -109,7 +121,7 @@ int Drill::MakeStepCategories() {
         if (!(upper > lower)) {
             break;
         }
-        AddInterval(CategorySet, lower, upper, IntervalName(lower, "<=x<", upper, RealBoundText));
+        AddInterval(CategorySet, {lower, upper}, IntervalName({lower, upper}, "<=x<", RealBoundText));
         lower = upper;
     }
     return 1;
@@ -127,13 +139,12 @@ int Drill::MakeUserCategories() {
     const double first = UserInterv[0];
     const double last = UserInterv[static_cast<std::size_t>(NU) - 1];
     const double margin = (last - first) / NU;
-    AddInterval(CategorySet, std::min(Min, first) - margin, first, "x<=" + FieldBoundText(first), startCount);
+    AddInterval(CategorySet, {std::min(Min, first) - margin, first}, "x<=" + FieldBoundText(first), startCount);
     for (std::size_t i = 1; i < static_cast<std::size_t>(NU); ++i) {
-        const double lower = UserInterv[i - 1];
-        const double upper = UserInterv[i];
-        AddInterval(CategorySet, lower, upper, IntervalName(lower, "<x<=", upper, FieldBoundText), startCount);
+        const Interval interval{UserInterv[i - 1], UserInterv[i]};
+        AddInterval(CategorySet, interval, IntervalName(interval, "<x<=", FieldBoundText), startCount);
     }
-    AddInterval(CategorySet, last, std::max(Max, last) + margin, FieldBoundText(last) + "<x", startCount);
+    AddInterval(CategorySet, {last, std::max(Max, last) + margin}, FieldBoundText(last) + "<x", startCount);
     return 1;
 }
 

@@ -10,6 +10,7 @@
 
 class COutDocument;
 class COutputTracker;
+class [[gnu::visibility("default")]] CDrillDown;  // hosts call its operations
 
 /// The analysis object: the one object of the module, which owns all state of one exploration. Its operations stand in
 /// families, each defined in a file of its own:
@@ -33,7 +34,7 @@ class COutputTracker;
 ///
 /// Operations give 1 for success and 0 for failure or cancel unless they say otherwise. Failures are shown through
 /// dsplst; a cancel is silent. Flags are 0 or 1 and compared with 1. Used from the host's user-interface thread only.
-class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
+class CDrillDown : public CAnalysisSupport {
   public:
     using DrillSet = std::set<Drill>;
     using CategorySetType = std::set<Categories>;
@@ -41,7 +42,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     // Lifecycle - engine/ModuleEntry.cpp
 
     /// An analysis without variables; the host runs its sequence before it is used.
-    explicit CDrillDown(CAnalysisDoc * document);
+    explicit CDrillDown(CAnalysisDoc* document);
     ~CDrillDown() override;
 
     /// Opens the startup dialog. Gives -1 when that succeeds, else 0.
@@ -55,7 +56,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     const ModuleInstance* GetLibInstance() override;
     int GetAnalysisID() override;
     std::string GetAnalysisName() const override;
-    bool BeforeRouteOutput(IDispatch * document) override;
+    bool BeforeRouteOutput(IDispatch* document) override;
     void BeforeClose() override;
 
     // Lifecycle - engine/Lifecycle.cpp
@@ -76,107 +77,41 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
 
     // Accessors and flags
 
-    std::int16_t GetNoCategorical() const {
-        return NoCategorical;
-    }
-    std::int16_t GetNoContinuous() const {
-        return NoContinuous;
-    }
-    std::int16_t* GetCategorical() const {
-        return Categorical;
-    }
-    std::int16_t* GetContinuous() const {
-        return Continuous;
-    }
-    std::int16_t GetNoRVCategorical() const {
-        return NoRVCategorical;
-    }
-    std::int16_t GetNoRVContinuous() const {
-        return NoRVContinuous;
-    }
-    std::int16_t* GetRVCategorical() const {
-        return RVCategorical;
-    }
-    std::int16_t* GetRVContinuous() const {
-        return RVContinuous;
-    }
-    std::int16_t GetWM() const {
-        return WeightedMoments;
-    }
-    std::int16_t SetWM(std::int16_t flag) {
-        return WeightedMoments = flag;
-    }
-    std::int16_t ChangeWM() {
-        return Toggle(WeightedMoments);
-    }
-    std::int16_t GetMD() const {
-        return CasewiseDeletionOfMD;
-    }
-    std::int16_t SetMD(std::int16_t flag) {
-        return CasewiseDeletionOfMD = flag;
-    }
-    std::int16_t ChangeMD() {
-        return Toggle(CasewiseDeletionOfMD);
-    }
-    std::int16_t GetRVMD() const {
-        return RVCasewiseDeletionOfMD;
-    }
-    std::int16_t SetRVMD(std::int16_t flag) {
-        return RVCasewiseDeletionOfMD = flag;
-    }
-    std::int16_t ChangeRVMD() {
-        return Toggle(RVCasewiseDeletionOfMD);
-    }
-    std::int16_t GetCountMD() const {
-        return CountMD;
-    }
-    std::int16_t SetCountMD(std::int16_t flag) {
-        return CountMD = flag;
-    }
-    std::int16_t ChangeCountMD() {
-        return Toggle(CountMD);
-    }
-    std::int16_t GetCurrentDown() const {
-        return CurrentDown;
-    }
-    std::int16_t SetCurrentDown(std::int16_t var) {
-        return CurrentDown = var;
-    }
-    std::int16_t GetCurrentUp() const {
-        return CurrentUp;
-    }
-    std::int16_t SetCurrentUp(std::int16_t var) {
-        return CurrentUp = var;
-    }
-    std::int32_t GetSelected() const {
-        return Selected;
-    }
-    std::int32_t SetSelected(std::int32_t row) {
-        return Selected = row;
-    }
+    std::int16_t GetNoCategorical() const { return NoCategorical; }
+    std::int16_t GetNoContinuous() const { return NoContinuous; }
+    std::int16_t* GetCategorical() const { return Categorical; }
+    std::int16_t* GetContinuous() const { return Continuous; }
+    std::int16_t GetNoRVCategorical() const { return NoRVCategorical; }
+    std::int16_t GetNoRVContinuous() const { return NoRVContinuous; }
+    std::int16_t* GetRVCategorical() const { return RVCategorical; }
+    std::int16_t* GetRVContinuous() const { return RVContinuous; }
+    std::int16_t GetWM() const { return WeightedMoments; }
+    std::int16_t SetWM(std::int16_t flag) { return WeightedMoments = flag; }
+    std::int16_t ChangeWM() { return Toggle(WeightedMoments); }
+    std::int16_t GetMD() const { return CasewiseDeletionOfMD; }
+    std::int16_t SetMD(std::int16_t flag) { return CasewiseDeletionOfMD = flag; }
+    std::int16_t ChangeMD() { return Toggle(CasewiseDeletionOfMD); }
+    std::int16_t GetRVMD() const { return RVCasewiseDeletionOfMD; }
+    std::int16_t SetRVMD(std::int16_t flag) { return RVCasewiseDeletionOfMD = flag; }
+    std::int16_t ChangeRVMD() { return Toggle(RVCasewiseDeletionOfMD); }
+    std::int16_t GetCountMD() const { return CountMD; }
+    std::int16_t SetCountMD(std::int16_t flag) { return CountMD = flag; }
+    std::int16_t ChangeCountMD() { return Toggle(CountMD); }
+    std::int16_t GetCurrentDown() const { return CurrentDown; }
+    std::int16_t SetCurrentDown(std::int16_t var) { return CurrentDown = var; }
+    std::int16_t GetCurrentUp() const { return CurrentUp; }
+    std::int16_t SetCurrentUp(std::int16_t var) { return CurrentUp = var; }
+    std::int32_t GetSelected() const { return Selected; }
+    std::int32_t SetSelected(std::int32_t row) { return Selected = row; }
     /// The sets exist once Init has succeeded; the accessors of the sets may not be called before.
-    DrillSet* GetDrillDowns() const {
-        return DrillDowns;
-    }
-    DrillSet* GetDrillUps() const {
-        return DrillUps;
-    }
-    DrillSet* GetReviews() const {
-        return Reviews;
-    }
-    int GetDrillDownsSize() const {
-        return static_cast<int>(DrillDowns->size());
-    }
-    int GetDrillUpsSize() const {
-        return static_cast<int>(DrillUps->size());
-    }
-    int GetDrillReviewsSize() const {
-        return static_cast<int>(Reviews->size());
-    }
+    DrillSet* GetDrillDowns() const { return DrillDowns; }
+    DrillSet* GetDrillUps() const { return DrillUps; }
+    DrillSet* GetReviews() const { return Reviews; }
+    int GetDrillDownsSize() const { return static_cast<int>(DrillDowns->size()); }
+    int GetDrillUpsSize() const { return static_cast<int>(DrillUps->size()); }
+    int GetDrillReviewsSize() const { return static_cast<int>(Reviews->size()); }
     /// Cases that entered the last pass; not a number of variables, despite the name.
-    std::int32_t GetValidVar() const {
-        return ValidVar;
-    }
+    std::int32_t GetValidVar() const { return ValidVar; }
 
     // Records - engine/RecordAccess.cpp. "By number" finds the first record with that VarNo, "current" the record that
     // CurrentDown names, in DrillDowns; the Review twins look in Reviews. Where no result stands for a record that
@@ -374,7 +309,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     /// The histogram of the current variable for picking bars - results/graphs/BrushingGraph.cpp
     std::int16_t DDNGraphForBrushing(HWND window);
     /// The document of the brushing graph, the last one made; false when there is none.
-    bool GetActiveChartInfo(COutDocument * *document);
+    bool GetActiveChartInfo(COutDocument** document);
     /// One cycle of picking a bar - results/graphs/Brushing.cpp. 1: a bar or drill up was picked; 0: no graph, or the
     /// user has left; -1: the pick can't be used. `item` is the bar, `action` 0 for down and 1 for up.
     std::int16_t DDNBrushing(int* item, int* action);
@@ -448,9 +383,7 @@ class [[gnu::visibility("default")]] CDrillDown : public CAnalysisSupport {
     Wght_com CaseWeight;  ///< weight of the case read last
 
   private:
-    static std::int16_t Toggle(std::int16_t & flag) {
-        return flag = static_cast<std::int16_t>(flag == 0 ? 1 : 0);
-    }
+    static std::int16_t Toggle(std::int16_t& flag) { return flag = static_cast<std::int16_t>(flag == 0 ? 1 : 0); }
 };
 
 /// Creates the module's analysis; null without memory. The one entry of the library.

@@ -28,7 +28,8 @@ struct FilterCondition {
                 // keeps the value that was met first.
                 return x == Upper;
             case KeepRule::OpenClosed:
-                // Intended: Lower is tested, unlike in the counting, where the first interval takes what lies below.
+                // Intended: Lower is tested, unlike in the counting, where the first interval takes what lies below; a
+                // step keeps what the name of its interval says.
                 return !(x > Upper || Lower >= x);
             case KeepRule::ClosedOpen:
                 return !(x >= Upper || Lower > x);

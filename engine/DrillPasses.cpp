@@ -126,8 +126,9 @@ int CDrillDown::ReadAfterDrill(unsigned short) {
 }
 
 int CDrillDown::ReadBeforeDrill(unsigned short) {
-    // Intended: DataChanged is cleared here, unlike by ReadAfterDrill, which leaves that to its callers.
-    // Counts are reset behind a pass for changed settings, so that nothing is counted twice.
+    // Intended: DataChanged is cleared here, unlike in ReadAfterDrill, which leaves that to its callers; those of a
+    // recount rely on it.
+    // A stale pass is made good before the counts are reset, so that no category is counted twice.
     BringUpToDate();
     ResetCounts(*this);
     const std::vector<PassVariable> variables = VariablesBeforeDrill(*this);

@@ -37,7 +37,8 @@ int CDrillDown::SetNeatIntervals() {
 
 int CDrillDown::SetReviewsIntervals() {
     for (const Drill& record : *Reviews) {
-        // Intended: Method 2 only, unlike SetNeatIntervals, which takes every method but 0.
+        // Intended: Method 2 only, unlike SetNeatIntervals, which takes every method but 0; what another method has cut
+        // stays.
         if (record.Method == NeatIntervals) {
             Editable(record).MakeNeatCategories();
         }

@@ -35,8 +35,14 @@ Value Read(const DrillSet* set, int var, Value Drill::*member, Value absent) {
     return record == nullptr ? absent : record->*member;
 }
 
-int AddValue(const DrillSet* set, int var, double value, std::int16_t kind, double weight) {
-    return Write(set, var, [&](Drill& record) { record.AddDistinctValue(value, kind, weight, ""); });
+struct MetValue {
+    double Value;
+    std::int16_t Kind;
+    double Weight;
+};
+
+int AddValue(const DrillSet* set, int var, const MetValue& met) {
+    return Write(set, var, [&](Drill& record) { record.AddDistinctValue(met.Value, met.Kind, met.Weight, ""); });
 }
 
 struct Descriptives {
@@ -87,11 +93,11 @@ CDrillDown::CategorySetType& NoCategories() {
 }  // namespace
 
 int CDrillDown::SetDrillCategories(std::int16_t var, double value, std::int16_t kind, double weight) {
-    return AddValue(DrillDowns, var, value, kind, weight);
+    return AddValue(DrillDowns, var, {value, kind, weight});
 }
 
 int CDrillDown::SetReviewCategories(std::int16_t var, double value, std::int16_t kind, double weight) {
-    return AddValue(Reviews, var, value, kind, weight);
+    return AddValue(Reviews, var, {value, kind, weight});
 }
 
 int CDrillDown::SetDrillDescriptives(std::int16_t var, double min, double max, double mean, double sumSquares) {

@@ -23,12 +23,16 @@ bool Contains(VariableList list, int var) {
     return std::find(list.begin(), list.end(), var) != list.end();
 }
 
+struct TypedList {
+    VariableList Variables;
+    std::int16_t Type;
+};
+
 /// Makes the records of a list, behind those that the set has already.
-void InsertRecords(CDrillDown& analysis, CDrillDown::DrillSet& set, VariableList list, std::int16_t varType,
-                   char* nameField) {
-    for (const std::int16_t var : list) {
+void InsertRecords(CDrillDown& analysis, CDrillDown::DrillSet& set, const TypedList& list, char* nameField) {
+    for (const std::int16_t var : list.Variables) {
         const auto order = static_cast<std::int16_t>(set.size());
-        set.emplace(var, varType, order, DisplayName(analysis, var, nameField));
+        set.emplace(var, list.Type, order, DisplayName(analysis, var, nameField));
     }
 }
 
@@ -109,9 +113,9 @@ bool StartDrilling(CDrillDown& analysis, HWND dialog) {
         return false;
     }
     CDrillDown::DrillSet& records = *analysis.DrillDowns;
-    InsertRecords(analysis, records, List(analysis.Categorical, analysis.NoCategorical), CategoricalVariable,
+    InsertRecords(analysis, records, {List(analysis.Categorical, analysis.NoCategorical), CategoricalVariable},
                   nameField.data());
-    InsertRecords(analysis, records, List(analysis.Continuous, analysis.NoContinuous), ContinuousVariable,
+    InsertRecords(analysis, records, {List(analysis.Continuous, analysis.NoContinuous), ContinuousVariable},
                   nameField.data());
     std::transform(records.begin(), records.end(), names.data(),
                    [](const Drill& record) { return record.Name.c_str(); });
@@ -126,10 +130,10 @@ bool StartReviewing(CDrillDown& analysis) {
     if (!nameField) {
         return false;
     }
-    InsertRecords(analysis, *analysis.Reviews, List(analysis.RVCategorical, analysis.NoRVCategorical),
-                  CategoricalVariable, nameField.data());
-    InsertRecords(analysis, *analysis.Reviews, List(analysis.RVContinuous, analysis.NoRVContinuous), ContinuousVariable,
-                  nameField.data());
+    InsertRecords(analysis, *analysis.Reviews,
+                  {List(analysis.RVCategorical, analysis.NoRVCategorical), CategoricalVariable}, nameField.data());
+    InsertRecords(analysis, *analysis.Reviews,
+                  {List(analysis.RVContinuous, analysis.NoRVContinuous), ContinuousVariable}, nameField.data());
     // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
     // variables show what the records hold. Before the scan, which sets it when it has no memory.
     analysis.DataChanged = 0;

@@ -57,7 +57,8 @@ ReviewCaseFilterScope::~ReviewCaseFilterScope() {
 }
 
 int ReviewCaseFilter(char*, long*, const double* values, float* x, float* y) {
-    // Intended: the host's array begins with variable 1, unlike a case buffer, whose first value is spare.
+    // Intended: variable v is read at v - 1, unlike in a case buffer, whose first value is spare; the host that calls
+    // begins its array with variable 1.
     for (const FilterCondition& step : Steps) {
         if (!Keeps(step, values[step.VarNo - 1])) {
             return 1;

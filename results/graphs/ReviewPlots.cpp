@@ -105,7 +105,8 @@ std::int16_t CDrillDown::RVScatterPlot(HWND) {
     std::string caption = DrillString();
     ExpandPossible8CharHash(caption);
     const std::string title = FillFormat(GetResourceString(CorrelationsTitleText), {caption});
-    // Intended: from 15 variables on the cells are plain, unlike in a smaller matrix, which has room for more.
+    // Intended: from 15 variables on the cells are plain, unlike in a smaller matrix; what a detailed cell shows
+    // depends on its room.
     const unsigned short flags =
         NoRVContinuous < DetailedMatrixLimit ? ScatterFlag::DetailedMatrix : ScatterFlag::PlainMatrix;
     TellSubject(*this, RVContinuous, NoRVContinuous);

@@ -45,7 +45,8 @@ struct ProgressEnd {
     ~ProgressEnd() { Analysis.ddstop(); }
 };
 
-/// Intended: missing data deletes no case, unlike in the passes and in the new table of DDNSaveData.
+/// Intended: missing data deletes no case, unlike in the passes and in the new table of DDNSaveData; the sheet shows
+/// every case of weight.
 bool Remains(CDrillDown& analysis, const double* values) {
     return IsPositiveWeight(analysis.DealWithWeights(0)) && analysis.HasBeenDrilled(values) == 0;
 }

@@ -88,6 +88,7 @@ double StandardDeviation(const Drill& record) {
     if (record.ValidCount <= 1) {
         return record.ValidCount == 1 ? 0.0 : -1.0;
     }
+    // A sum that rounding has left negative counts as 0.
     return std::sqrt(std::max(record.SumSquares, 0.0) / (record.ValidCount - 1));
 }
 

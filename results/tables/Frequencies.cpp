@@ -79,15 +79,15 @@ void WriteDescriptions(CDrillDown& analysis, const Drill& record, ResultTable& t
     }
 }
 
-// Intended: missing data of review variables is counted by the same option as that of drill variables; the dialog
-// shows it with the drill variables alone.
+// Intended: the option of the drill variables decides for review variables too, unlike casewise deletion, which has one
+// option for each side; the dialog has the one check box.
 bool HasMissingRow(const CDrillDown& analysis, const Drill& record) {
     return analysis.CountMD == 1 && IsNonZero(record.MissingWeight);
 }
 
 void WriteRows(CDrillDown& analysis, const Drill& record, ResultTable& table, bool& anyFractional) {
-    // Intended: the total holds the missing weight whether or not it has a row; without the row the percents depend on
-    // falling short of 100 by the missing share.
+    // Intended: the total holds the missing weight, unlike the rows, which may leave it out; percents that fall short
+    // of 100 by the missing share depend on it.
     TableRows rows{table, record.MissingWeight + record.ValidWeight, anyFractional};
     for (const Categories& category : record.CategorySet) {
         rows.Write(CategoryName(record, category), category.Count);

@@ -51,6 +51,22 @@ enum class Piece {
     From,
 };
 
+struct FixedText {
+    Piece Of;
+    const char* Text;
+};
+
+/// Of the pieces that are the same in every clause.
+constexpr std::array<FixedText, 7> FixedTexts{{
+    {Piece::None, ""},
+    {Piece::LineFeed, "\n"},
+    {Piece::Equals, " = "},
+    {Piece::Below, " < "},
+    {Piece::UpTo, " <= "},
+    {Piece::Above, " > "},
+    {Piece::From, " >= "},
+}};
+
 /// The clause of a step is that of the first rule that holds: its Method lies in FirstMethod .. LastMethod, its chosen
 /// category at Where.
 struct ClauseRule {
@@ -114,10 +130,6 @@ const Categories& ChosenCategoryOf(const Drill& step) {
 
 std::string PieceText(CDrillDown& analysis, const CaptionRules& rules, const Drill& step, Piece piece) {
     switch (piece) {
-        case None:
-            return "";
-        case LineFeed:
-            return "\n";
         case Name:
             return rules.VariableName(analysis, step.VarNo);
         case Category:
@@ -128,18 +140,11 @@ std::string PieceText(CDrillDown& analysis, const CaptionRules& rules, const Dri
             return BoundText(ChosenCategoryOf(step).Upper);
         case Missing:
             return analysis.GetResourceString(MissingText);
-        case Equals:
-            return " = ";
-        case Below:
-            return " < ";
-        case UpTo:
-            return " <= ";
-        case Above:
-            return " > ";
-        case From:
-            return " >= ";
+        default:
+            return std::find_if(FixedTexts.begin(), FixedTexts.end(),
+                                [=](const FixedText& text) { return text.Of == piece; })
+                ->Text;
     }
-    return "";
 }
 
 /// Empty for an unknown method and for a place that is none.

@@ -155,11 +155,12 @@ Cells ReadCells(RecordReader& reader, std::vector<std::string_view> first, bool 
 }
 
 RecordOptions RecordsOf(const ReadOptions& options) {
-    return {.Separator = options.Separator, .Encoding = options.Encoding, .SeparatorOption = "--separator"};
-}
-
-std::string_view SeparatorsOf(const ReadOptions& options) {
-    return options.Decimal == ',' ? ";\t|," : ",;\t|";
+    RecordOptions records{
+        .Separator = options.Separator, .Encoding = options.Encoding, .SeparatorOption = "--separator"};
+    if (options.Decimal == ',') {
+        records.Separators = ";\t|,";
+    }
+    return records;
 }
 
 std::vector<std::string> NamesFrom(const std::vector<std::string_view>& first, bool hasHeader) {
@@ -217,13 +218,14 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
-    RecordReader reader(path, RecordsOf(options), monitor, SeparatorsOf(options));
+    monitor.TellCountsTo(options.Received);
+    RecordReader reader(path, RecordsOf(options), monitor);
     return TableOfRecords(reader, path, options, monitor);
 }
 
 DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
-    RecordReader reader("", std::move(bytes), RecordsOf(options), monitor, SeparatorsOf(options));
+    RecordReader reader("", std::move(bytes), RecordsOf(options), monitor);
     return TableOfRecords(reader, "", options, monitor);
 }
 

@@ -17,6 +17,7 @@ struct DelimitedRecord {
 /// How delimited text is cut into records.
 struct RecordOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
+    std::string_view Separators = ",;\t|";  ///< the characters among which it is found
     std::string Encoding{};  ///< empty: UTF-8, else Windows-1252
     std::optional<std::size_t> MaxMemory{};  ///< ReadDelimitedRecords only, as in ReadOptions
     std::string_view SeparatorOption{};  ///< what sets another separator, for error messages; empty: nothing does

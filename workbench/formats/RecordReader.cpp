@@ -52,9 +52,10 @@ std::string TextOf(const std::string& path, std::string bytes, const std::string
     return text;
 }
 
-std::optional<char> ChooseSeparator(std::string_view text, std::optional<char> asked, std::string_view candidates) {
+std::optional<char> ChooseSeparator(std::string_view text, const RecordOptions& options) {
+    const std::optional<char> asked = options.Separator;
     if (!asked) {
-        return FindSeparator(text, candidates);
+        return FindSeparator(text, options.Separators);
     }
     if (*asked == '"' || *asked == '\n' || *asked == '\r') {
         throw UsageError("A quote or a line break can't separate fields.");
@@ -78,18 +79,17 @@ std::string CountOfFields(std::size_t fields) {
 
 }  // namespace
 
-RecordReader::RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
-                           std::string_view candidates)
-    : RecordReader(path, BytesOf(path, options.Encoding, monitor), options, monitor, candidates) {}
+RecordReader::RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor)
+    : RecordReader(path, BytesOf(path, options.Encoding, monitor), options, monitor) {}
 
 RecordReader::RecordReader(const std::string& path, std::string bytes, const RecordOptions& options,
-                           WorkMonitor& monitor, std::string_view candidates)
+                           WorkMonitor& monitor)
     : Path(path),
       Options(options),
       Monitor(monitor),
       Text(TextOf(path, std::move(bytes), options.Encoding, monitor)),
       HasKeyMarks(Text.find(KeyMark) != std::string::npos),
-      Scanner(Text, {.Separator = ChooseSeparator(Text, options.Separator, candidates)}) {
+      Scanner(Text, {.Separator = ChooseSeparator(Text, options)}) {
     Monitor.Enter(ShareOfText, ShareOfRecords, Text.size());
 }
 

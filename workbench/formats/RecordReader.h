@@ -17,14 +17,12 @@ namespace quillara {
 /// for those behind a first record of a single field: they count as an empty field.
 class RecordReader {
   public:
-    /// Reads the whole file into memory. `candidates` are the separators to choose from when options has none. The
-    /// monitor, which must outlive the reader, takes reading as half of the work and can interrupt all of it.
-    /// Throws DataError when it can't be read or is no text, UsageError when the options can't be followed.
-    RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor,
-                 std::string_view candidates = ",;\t|");
+    /// Reads the whole file into memory. The monitor, which must outlive the reader, takes reading as half of the work
+    /// and can interrupt all of it. Throws DataError when it can't be read or is no text, UsageError when the options
+    /// can't be followed.
+    RecordReader(const std::string& path, const RecordOptions& options, WorkMonitor& monitor);
     /// The same of bytes that are there already; `path` is what errors call them.
-    RecordReader(const std::string& path, std::string bytes, const RecordOptions& options, WorkMonitor& monitor,
-                 std::string_view candidates = ",;\t|");
+    RecordReader(const std::string& path, std::string bytes, const RecordOptions& options, WorkMonitor& monitor);
     RecordReader(const RecordReader&) = delete;
     RecordReader& operator=(const RecordReader&) = delete;
 
