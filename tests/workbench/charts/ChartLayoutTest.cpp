@@ -137,13 +137,13 @@ TEST(ChartLayout, NoCountsNamesOrSizesBringTextsTogether) {
 }
 
 TEST(ChartLayout, SaysWhatIsShownAndThatNothingIs) {
-    Names numbers = Numbered(300, "");
+    Names numbers = Numbered(303, "");
     numbers.emplace_back("Missing");
     Names whole = Educations;
     whole.insert(whole.end(), {"sex = Female", "Number of counts", "3.5"});
     const std::pair<GraphDocument, Names> graphs[] = {
         {Bars(Educations, FiveCounts, 5000), whole},
-        {Bars(numbers, Values(301, 1.0), 2), {"Missing"}},  // of labels that are thinned
+        {Bars(numbers, Values(304, 1.0), 2), {"Missing"}},  // of labels that are thinned
         {Boxes(1, BoxType::MedianQuartilesRange),
          {"Median", "25%-75%", "Range without outliers", "Outliers", "Extremes"}},
         {Boxes(1, BoxType::MeanSEAnd196SE), {"Mean", "Mean \u00B1 SE", "Mean \u00B1 1.96*SE"}},

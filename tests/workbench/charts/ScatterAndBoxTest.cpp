@@ -192,6 +192,7 @@ TEST(ScatterLines, AreCutAtTheCell) {
     EXPECT_EQ(LineWithin({0, 50, 100, 50}, 10, 90), QLineF(0, 50, 100, 50));
     EXPECT_EQ(LineWithin({0, 190, 100, -10}, 10, 90), QLineF(50, 90, 90, 10));
     EXPECT_TRUE(LineWithin({0, 5, 100, 6}, 10, 90).isNull());
+    EXPECT_TRUE(LineWithin({0, 95, 100, 96}, 10, 90).isNull());
     EXPECT_TRUE(LineWithin({0, std::nan(""), 100, 6}, 10, 90).isNull());
 }
 
