@@ -238,6 +238,7 @@ class Course : public DrillBench {
         {"fill-neat", [this](auto&) { Said << Analysis().FillNeatIntervals(); }},
         {"fill-continuous", [this](auto&) { Said << Analysis().FillContinuousIntervals(); }},
         {"reset", [this](auto&) { Said << Analysis().ResetMembers(); }},
+        {"file-changed", [this](auto&) { Said << Analysis().InitializeAfterFileChanged(); }},
         {"cancel-at", [this](auto& w) { CancelAt(std::stoi(w.at(0))); }},
         {"focus", [this](auto& w) { Focus(Number(w.at(0))); }},
         {"point-up", [this](auto& w) { Analysis().SetCurrentUp(Number(w.at(0))); }},
