@@ -6,12 +6,11 @@
 #include <functional>
 #include <utility>
 
-#include "workbench/command/ChartLibrary.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
 #include "workbench/command/PlotCollisions.h"
 #include "workbench/command/PlotFiles.h"
-#include "workbench/command/ProgressBar.h"
+#include "workbench/command/ShownPainting.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -32,24 +31,13 @@ constexpr std::array<DocumentView, 3> Views{{
     {OutputFormat::Csv, CsvView},
 }};
 
-/// Paints the charts that files and a report are to hold, and shows how many are done.
-class ShownPainting {
-  public:
-    ShownPainting(const DrillOptions& options, const OutputCollection& outputs) {
-        const auto graphs = std::ranges::count_if(
-            outputs.Entries, [](const auto& entry) { return std::holds_alternative<GraphDocument>(entry.Content); });
-        const int perGraph = (options.Charts.Folder ? 1 : 0) + (options.Format == OutputFormat::Html ? 2 : 0);
-        Progress.Start("Painting charts ", static_cast<std::int32_t>(graphs) * perGraph);
-    }
-    std::string Paint(const GraphDocument& graph, const ChartLook& look, ChartFormat format) {
-        Progress.Advance(Painted++);
-        return PaintChart(graph, look, format);
-    }
-
-  private:
-    ProgressBar Progress;
-    std::int32_t Painted = 0;
-};
+/// How many times charts are painted: for files, and for either theme of a report.
+std::int32_t Paintings(const DrillOptions& options, const OutputCollection& outputs) {
+    const auto graphs = std::ranges::count_if(
+        outputs.Entries, [](const auto& entry) { return std::holds_alternative<GraphDocument>(entry.Content); });
+    const int perGraph = (options.Charts.Folder ? 1 : 0) + (options.Format == OutputFormat::Html ? 2 : 0);
+    return static_cast<std::int32_t>(graphs) * perGraph;
+}
 
 std::string Shown(const DrillOptions& options, const OutputCollection& outputs, const ChartPainting& paint) {
     if (options.Format == OutputFormat::Html) {
@@ -64,7 +52,7 @@ std::string Shown(const DrillOptions& options, const OutputCollection& outputs, 
 
 /// The files of charts, and the documents as they are written.
 std::pair<std::vector<PlotFile>, std::string> Painted(const DrillOptions& options, const OutputCollection& outputs) {
-    ShownPainting painting(options, outputs);
+    ShownPainting painting(Paintings(options, outputs));
     const ChartPainting paint = std::bind_front(&ShownPainting::Paint, &painting);
     std::vector<PlotFile> plots = PaintedPlots(options.Charts, outputs, paint);
     return {std::move(plots), Shown(options, outputs, paint)};

@@ -2,9 +2,13 @@
 #include "workbench/formats/DataFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
+#include <fstream>
 #include <numeric>
+#include <thread>
 
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
@@ -84,7 +88,7 @@ TEST(DataFile, BothFilesOfTheSurveyHoldTheSameCases) {
     EXPECT_NEAR(std::accumulate(weights.begin(), weights.end(), 0.0), 2000, 0.5);
 }
 
-TEST(DataFile, ReadingTellsItsProgressAndCanBeEnded) {
+TEST(DataFile, ReadingAndWritingTellTheirProgressAndCanBeEnded) {
     const TemporaryFolder folder;
     std::string text = "a,b\n";
     for (int i = 0; i < 100000; ++i) {
@@ -92,11 +96,38 @@ TEST(DataFile, ReadingTellsItsProgressAndCanBeEnded) {
     }
     for (const std::string& path : {folder.Put("long.csv", text), testing_locations::Sample("survey.sav")}) {
         std::vector<double> shares;
-        (void)ReadDataFile(path, {.Progress = [&](double share) { shares.push_back(share); }});
+        const auto take = [&](double share) { shares.push_back(share); };
+        const DataTable table = ReadDataFile(path, {.Progress = take});
         EXPECT_TRUE(std::ranges::is_sorted(shares)) << path;
         EXPECT_EQ(shares.back(), 1) << path;
         EXPECT_THROW((void)ReadDataFile(path, {.Cancelled = [] { return true; }}), Interrupted) << path;
+        for (const char* copy : {"copy.csv", "copy.sav"}) {
+            shares.clear();
+            WriteDataFile(table, folder.Path(copy), {}, take);
+            EXPECT_TRUE(std::ranges::is_sorted(shares)) << path << copy;
+            EXPECT_TRUE(shares.back() >= 0.9 && shares.back() <= 1) << path << copy << shares.back();
+        }
     }
+}
+
+TEST(DataFile, OfAPipeTheBytesAreTold) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder.Path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string piece(10000, '\n');
+    std::thread writer([&] {
+        std::ofstream file(pipe);
+        for (int i = 0; i < 4; ++i) {
+            file << piece << std::flush;
+            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+        }
+        file << "a\n1\n";
+    });
+    std::vector<std::size_t> told;
+    EXPECT_EQ(ReadDataFile(pipe, {.Received = [&](std::size_t bytes) { told.push_back(bytes); }}).Cases, 1);
+    writer.join();
+    EXPECT_TRUE(!told.empty() && std::ranges::is_sorted(told));
+    EXPECT_TRUE(told.empty() || (told.front() >= piece.size() && told.back() <= 4 * piece.size() + 4));
 }
 
 TEST(FileFormats, TheReadmeHasTheirTable) {
