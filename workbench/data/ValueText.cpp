@@ -56,7 +56,7 @@ std::string TextOfDate(double days, double step) {
     const bool isWhole = step <= 0.0 || step >= 1.0;
     const double seconds = std::round(days * SecondsOfDay);
     const double day = isWhole ? days : std::floor(seconds / SecondsOfDay);
-    const std::string date = TextFromDays(day);
+    std::string date = TextFromDays(day);
     if (isWhole || date.empty()) {
         return date;
     }
