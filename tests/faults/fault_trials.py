@@ -175,8 +175,8 @@ def try_signal(bench, command, chance):
         faults.append(f"status {outcome.status}")
     if outcome.status != 0 and outcome.errors:
         faults.append("says something")
-    last = outcome.files.get(command.results[-1]) if command.results else BEFORE
-    if outcome.status == 128 + signal.SIGINT and last != BEFORE:
+    ends_with_file = command.results and not bench.reference(command).out  # else the text is still to come
+    if outcome.status == 128 + signal.SIGINT and ends_with_file and outcome.files.get(command.results[-1]) != BEFORE:
         faults.append("all is done, but interrupted")
     return failing or f"{sent.name} after {moment:.3f} s", outcome, faults
 
