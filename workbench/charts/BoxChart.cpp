@@ -55,10 +55,13 @@ class PanelGrid : public QCPLayoutGrid {
 /// Stands in for a plot without a box.
 class EmptyPlot : public ChartElement {
   public:
-    using ChartElement::ChartElement;
+    explicit EmptyPlot(const ChartSheet& sheet) : ChartElement(sheet.Plot, sheet.Style), About(sheet.Document->About) {}
 
   protected:
-    void Arrange(const QRectF& place) override { PlacedTexts = NoCasesOfReview(place, Style.FaintText()); }
+    void Arrange(const QRectF& place) override { PlacedTexts = NoCasesOfReview(About, place, Style.FaintText()); }
+
+  private:
+    const Subject& About;  // of the document, which outlives its picture
 };
 
 std::vector<KeyEntry> KeyOf(const BoxPlot& plot, const ChartStyle& style) {
@@ -99,7 +102,7 @@ ChartBody BodyOf(const ChartSheet& sheet, const BoxPlot& plot) {
         areas.push_back(new BoxArea(sheet, plot, panel));  // owned by the layout
     }
     if (areas.empty()) {
-        return {new EmptyPlot(sheet.Plot, sheet.Style)};
+        return {new EmptyPlot(sheet)};
     }
     return {new PanelGrid(std::move(areas)), new ChartKey(sheet.Plot, sheet.Style, KeyOf(plot, sheet.Style))};
 }

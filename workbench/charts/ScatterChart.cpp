@@ -203,7 +203,7 @@ void ScatterElement::Arrange(const QRectF& place) {
         return;
     }
     if (!HasCases()) {
-        PlacedTexts = NoCasesOfReview(place, Style.FaintText());
+        PlacedTexts = NoCasesOfReview(Document->About, place, Style.FaintText());
         return;
     }
     const QRectF inner = ArrangeNote(place.adjusted(0.0, 0.0, -1.0, -1.0));

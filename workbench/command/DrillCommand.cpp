@@ -109,8 +109,10 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
 
 void AddCaseOptions(CLI::App& command, DrillOptions& options) {
     const std::string group = "Cases";
-    AddText(command, "--select", options.Formula,
-            "case selection, as: age > 30 and sex = \"Female\"; texts are compared with labels")
+    AddText(
+        command, "--select", options.Formula,
+        "case selection, as: age > 30 and sex = \"Female\"; texts are compared with labels; a case that lacks a value "
+        "of any variable named outside missing(VAR) isn't selected, with or as with and")
         ->type_name("FORMULA")
         ->group(group);
     AddValue(

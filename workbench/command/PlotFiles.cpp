@@ -11,6 +11,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/BoxTypes.h"
 #include "workbench/formats/FileReplacement.h"
+#include "workbench/hosting/LongTexts.h"
 
 namespace quillara {
 namespace {
@@ -33,20 +34,22 @@ std::string SubjectOf(const Histogram3DPlot& plot) {
     return plot.X.Variable + " " + plot.Y.Variable;
 }
 
-/// In lower-case letters, digits and single hyphens, so that every system takes it.
+/// In lower-case letters, digits, single hyphens and the letters of other scripts.
 std::string PlainName(std::string_view text) {
     constexpr std::size_t longest = 40;
+    constexpr unsigned char firstOfOtherScripts = 0x80;
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::string name;
     for (const char character : text) {
         const char small = SmallLetter(character);
-        if (letters.find(small) != std::string_view::npos) {
+        const bool isOfOtherScript = static_cast<unsigned char>(character) >= firstOfOtherScripts;
+        if (isOfOtherScript || letters.find(small) != std::string_view::npos) {
             name += small;
         } else if (!name.empty() && name.back() != '-') {
             name += '-';
         }
     }
-    name.resize(std::min(name.size(), longest));
+    name = WithoutBrokenTail(name.substr(0, longest));
     name.erase(name.find_last_not_of('-') + 1);
     return name;
 }

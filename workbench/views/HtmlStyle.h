@@ -87,7 +87,11 @@ tbody tr:hover > * { background-color: var(--panel); }
 .chart summary { padding: .4rem 0; color: var(--soft); font-size: .875rem; cursor: pointer; }
 .beside { display: flex; flex-wrap: wrap; gap: 0 2.5rem; align-items: flex-start; }
 .beside > .result { flex: 1 1 24rem; min-width: 0; }
-.beside > .chart { flex: 1 1 28rem; min-width: 0; max-width: 46rem; }
+.beside > .chart { flex: 1 1 40rem; min-width: 0; max-width: 46rem; }
+@media (max-width: 40rem) {
+  .chart { overflow-x: auto; }
+  .picture { min-width: 36rem; }
+}
 @media (max-width: 64rem) {
   .page-head { padding: 1.25rem 1.25rem 1rem; }
   .layout { display: block; }

@@ -264,7 +264,11 @@ TEST(BoxChart, SaysWhatItShows) {
                                      "none"}));
     EXPECT_THAT(texts, Contains("Weighted by w, fractions as they are"));
     const DataTable empty = TableOf({Numbers("none", {Missing})});
-    EXPECT_THAT(Painted(BoxesOf(empty, BoxType::MeanSEAndSD)).Texts(), Contains("No cases"));
+    GraphDocument boxes = BoxesOf(empty, BoxType::MeanSEAndSD);
+    const auto ofSelection = Painted(boxes).Texts();
+    EXPECT_THAT(ofSelection, Contains("No cases"));
+    boxes.About.IsEmptied = true;
+    EXPECT_GT(Painted(boxes).Texts().size(), ofSelection.size());  // the step on missing data is named
 }
 
 // The loop over the stripes of a bar of missing data never came to its end where doubles have no steps of a pixel.

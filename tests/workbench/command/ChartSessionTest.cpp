@@ -133,8 +133,11 @@ TEST_F(ChartSession, PlotsAreFilesOfTheirOwn) {
     EXPECT_NE(ContentOf(Folder.Path("step1-scatter-01.svg")).find("0 0 640 480"), std::string::npos);
     EXPECT_EQ(ContentOf(other), "kept");
     EXPECT_EQ(Folder.Files(), 8U);
+    Folder.Put("wide.csv", "Größe (cm)/変数変数変数変数\n1\n2\n");
+    EXPECT_EQ(Quillara(Folder, "drill wide.csv --show pies --plots wide").Status, 0);
+    EXPECT_NE(ContentOf(Folder.Path("wide/step0-pie-01-größe-cm-変数変数変数変数.svg")), "");
     EXPECT_EQ(Quillara(Folder, drill + "--plots new --up age").Status, 1);
-    EXPECT_EQ(Folder.Files(), 8U);
+    EXPECT_EQ(Folder.Files(), 10U);
 }
 
 TEST_F(ChartSession, TheReportHasPicturesBesideTables) {
