@@ -173,8 +173,8 @@ def try_signal(bench, command, chance):
     faults = list(faults_of_files(bench, command, outcome))
     if outcome.status not in (0, -sent, 128 + sent):
         faults.append(f"status {outcome.status}")
-    if outcome.status != 0 and outcome.errors:
-        faults.append("says something")
+    if outcome.status != 0 and not bench.reference(command).errors.startswith(outcome.errors):
+        faults.append("says something of its own")
     ends_with_file = command.results and not bench.reference(command).out  # else the text is still to come
     if outcome.status == 128 + signal.SIGINT and ends_with_file and outcome.files.get(command.results[-1]) != BEFORE:
         faults.append("all is done, but interrupted")
