@@ -4,6 +4,7 @@
 
 #include "automation/OutputTracker.h"
 #include "platform/CountedPointer.h"
+#include "platform/Events.h"
 
 using namespace drilldown;
 
@@ -22,7 +23,9 @@ CountedPointer<IConnectionPoint> PointOf(IDispatch* document, const DocumentKind
 }
 
 bool IsIntegerByReference(const VARIANT& value) {
-    return value.Type == VariantType::IntegerByReference || value.Type == VariantType::MachineIntegerByReference;
+    const VariantType referred = Without(value.Type, VariantType::ByReference);
+    return Has(value.Type, VariantType::ByReference) &&
+           (referred == VariantType::Integer || referred == VariantType::MachineInteger);
 }
 
 template <typename Sink>
@@ -80,12 +83,14 @@ std::uint32_t CQCOMDocumentSink::Release() {
     return left;
 }
 
-HRESULT CQCOMDocumentSink::GetIDsOfNames(const char16_t* const* /*names*/, std::uint32_t /*count*/, DISPID* /*ids*/) {
+HRESULT CQCOMDocumentSink::GetIDsOfNames(const GUID& /*reserved*/, const char16_t* const* /*names*/,
+                                         std::uint32_t /*count*/, LCID /*language*/, DISPID* /*ids*/) {
     return E_NOTIMPL;
 }
 
-HRESULT CQCOMDocumentSink::Invoke(DISPID event, std::uint16_t /*flags*/, const DISPPARAMS& parameters,
-                                  VARIANT* /*result*/) {
+HRESULT CQCOMDocumentSink::Invoke(DISPID event, const GUID& /*reserved*/, LCID /*language*/, std::uint16_t /*flags*/,
+                                  const DISPPARAMS& parameters, VARIANT* /*result*/, EXCEPINFO* /*exception*/,
+                                  std::uint32_t* /*badArgument*/) {
     if (parameters.Count > MostEventParameters) {
         return E_FAIL;
     }

@@ -23,15 +23,17 @@ namespace drilldown {
 
 /// Listens to one document, and takes it out of the tracker when it closes. Counted: the tracker holds a reference and
 /// so does the connection. The two kinds differ in their DocumentKind only.
-class CQCOMDocumentSink : public CQCOMSink, public IDispatch {
+class CQCOMDocumentSink : public CQCOMSink, public WithoutTypeInfo<IDispatch> {
   public:
     HRESULT QueryInterface(const GUID& id, void** object) override;
     std::uint32_t AddRef() override { return ++References; }
     std::uint32_t Release() override;
     /// E_NOTIMPL: events are told by their numbers.
-    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
+    HRESULT GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count, LCID language,
+                          DISPID* ids) override;
     /// An event of the document: the two closing events of its kind, DISP_E_MEMBERNOTFOUND for any other.
-    HRESULT Invoke(DISPID event, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
+    HRESULT Invoke(DISPID event, const GUID& reserved, LCID language, std::uint16_t flags, const DISPPARAMS& parameters,
+                   VARIANT* result, EXCEPINFO* exception, std::uint32_t* badArgument) override;
 
     /// Begins to listen to Document. E_FAIL when it listens already, E_INVALIDARG without a document, else what the
     /// document says.

@@ -10,6 +10,7 @@
 #include "dialogs/DefineTask.h"
 #include "engine/DrillDown.h"
 #include "host/AnalysisContext.h"
+#include "host/ModuleState.h"
 #include "resources/Dialogs.h"
 #include "resources/StringTable.h"
 
@@ -25,6 +26,7 @@ class DrillDownContext : public CAnalysisContext {
   public:
     DrillDownContext() { OrvOleRegisterTypeLib("QLADrillDown"); }
     [[nodiscard]] const ModuleInstance* Instance() const override { return &TheModule; }
+    [[nodiscard]] ModuleState* State() const override { return OrvGetAppModuleState(); }
 };
 
 const DrillDownContext TheContext;
@@ -36,6 +38,11 @@ const std::array<SequenceStep, 2> StepTable{{
 }};
 
 }  // namespace
+
+ModuleState* OrvGetAppModuleState() {
+    static constinit ModuleState theState;
+    return &theState;
+}
 
 CAnalysisSupport* Orv6NewAnalysis() {
     try {

@@ -4,12 +4,15 @@
 #include <memory>
 #include <string>
 
+#include "host/DialogAutomation.h"
+#include "platform/Automation.h"
 #include "platform/DialogResource.h"
 #include "platform/Handles.h"
 
 class CAnalysisSupport;
+class COleAConstant;
+struct ControlRow;
 struct DialogHost;
-struct IUnknown;
 struct MessageMap;
 struct DataExchange;
 struct ModuleInstance;
@@ -35,6 +38,9 @@ class CAnalysisDialog {
     virtual IUnknown* GetUnknown();
     /// Acts on a message. A result other than 0 says that it was handled.
     virtual std::int64_t EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam);
+    /// The value of a control for a recorded script, owned by the caller; null: none. The base reads the controls of
+    /// the control table from the window.
+    virtual COleAConstant* RecordControlValue(int id);
     /// What the dialog is called by people and scripts.
     virtual std::string GetDialogDescription();
 
@@ -100,6 +106,9 @@ class CAnalysisDialog {
 
     /// True while the dialog is driven by a script.
     bool IsOleAutomation() const;
+    /// What the controls are to scripts and recorders. The table lives as long as the module; without one no control is
+    /// recorded.
+    void SetControlTable(const ControlRow* table);
     /// Takes and keeps the value of a control now, for the record that follows.
     void EarlyRecordState(int id);
 
@@ -116,14 +125,19 @@ class CAnalysisDialog {
     std::unique_ptr<DialogHost> Side;  // the host's side of the dialog
 };
 
-/// A dialog that stays open while the user works elsewhere. It is made on the heap; the host destroys it at the end of
-/// its window.
-class CAnalysisModelessDialog : public CAnalysisDialog {
+/// A dialog that stays open while the user works elsewhere, and that scripts can drive. It is made on the heap and
+/// counted, the maker's reference first: the host has one until the end of the window, scripts have theirs, and the
+/// dialog goes with the last. Its analysis lives at least as long.
+class CAnalysisModelessDialog : public CAnalysisDialog, public CAnalysisDialogAutomationOptions {
   public:
-    using CAnalysisDialog::CAnalysisDialog;
+    CAnalysisModelessDialog(CAnalysisSupport& analysis, int resource, HWND parent);
+    ~CAnalysisModelessDialog() override;
 
-    /// Makes the window and runs its start. When it succeeds the host owns the dialog and the result is not 0;
-    /// otherwise the caller still owns it.
+    std::uint32_t AddDialogReference() { return ++References; }
+    std::uint32_t ReleaseDialogReference();
+
+    /// Makes the window and runs its start. When it succeeds the host takes over the caller's reference and the result
+    /// is not 0; otherwise the caller still has it.
     int CreateAnalysisDialog();
 
     /// The host's chance to take a message first; not 0: it has.
@@ -141,6 +155,35 @@ class CAnalysisModelessDialog : public CAnalysisDialog {
     /// Closes the record of the dialog's present state with the action of a control. `step` is the number of the
     /// dialog's step in the sequence table, `kind` is 3.
     virtual void FinishRecordingDialog(int step, int kind, int control);
+    /// Records the call of a method that a control stands for.
+    virtual void RecordActionMethod(int control);
+    /// Records what the button of a control has made.
+    virtual void RecordOutput(int control);
+
+    // What scripts can do with every dialog. The failing ones leave no error object; whoever calls them does.
+
+    /// Throws a COleException of CO_E_OBJNOTCONNECTED when the window no longer exists.
+    void ThrowIfClosed() const;
+    /// The name of the dialog.
+    HRESULT get_Name(BSTR* name);
+    /// Sends the command of the OK button; 1 when the dialog acted on it, else 0.
+    HRESULT OAOK(int* success);
+    /// Sends the command of the Cancel button.
+    HRESULT OACancel();
+
+    // Members of analyses with a results dialog; others throw a COleDispatchException of E_NOTIMPL that says so.
+
+    HRESULT put_ResultsSelection(const VARIANT& value);
+    HRESULT put_ResultsSelectionOption(const VARIANT& value);
+    HRESULT put_ResultsVariables(const VARIANT& value);
+    HRESULT put_ResultsOption(int value);
+    HRESULT put_ResultsCodes(const VARIANT& value);
+    HRESULT put_ResultsSaveFileName(const char16_t* value);
+    HRESULT put_ResultsValues(const VARIANT& value);
+    HRESULT put_ResultsOutputFields(const VARIANT& value);
+
+  private:
+    std::uint32_t References = 1;
 };
 
 /// A dialog that the user ends before going on.

@@ -96,6 +96,8 @@ class CAnalysisSupport {
     void ExpandPossible8CharHash(std::string& text);
     /// Removes the host's formatting marks.
     void StripFormatting(std::string& text);
+    /// Replaces every key of a long text, anywhere inside a text, by the text that it stands for. Analyses give true.
+    void Replace8CharGrow(std::string& text, bool nested);
 
     // Cases
 

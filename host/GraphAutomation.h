@@ -7,15 +7,11 @@
 #include "platform/Automation.h"
 
 class CAnalysisDoc;
-class CAnalysisSupport;
 class COutDocument;
 
 // The host's object model as far as the graphs of an analysis use it: lists of documents, the titles of graphs, and the
 // way from an item to the document behind it. Every getter writes an object with a reference for the caller, or null,
 // and gives a negative status when it fails.
-
-/// Frees a text that a getter has written; null is passed over.
-void FreeAutomationText(char16_t* text);
 
 /// Objects of the host, counted from 1, the one made last behind the others.
 struct IDocumentCollection : IUnknown {
@@ -42,8 +38,8 @@ struct IBrushablePlot : IUnknown {
 struct IGraph : IDispatch {
     static constexpr GUID Id = GraphKind.Document;
 
-    /// The title, as UTF-16 with a zero at its end, all its lines; the caller frees it with FreeAutomationText.
-    virtual HRESULT GetTitle(char16_t** title) = 0;
+    /// The title, all its lines; the caller's to free.
+    virtual HRESULT GetTitle(BSTR* title) = 0;
     /// The first plot of the graph.
     virtual HRESULT GetFirstPlot(IUnknown** plot) = 0;
 
@@ -95,6 +91,3 @@ IApplication* OleAGetApplication();
 /// The automation object of an analysis with a reference for the caller; null when there is none or for null. It has
 /// the interface IAnalysisAutomation.
 IUnknown* OleAGetAnalysis(CAnalysisDoc* document);
-
-/// Replaces every key of a long text, anywhere inside a text, by the text that it stands for. Analyses give true.
-void Replace8CharGrow(CAnalysisSupport& analysis, std::string& text, bool nested);

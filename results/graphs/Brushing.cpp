@@ -38,7 +38,7 @@ constexpr BrushingOutcome UnusablePick{-1, NoPick, NoPick};
 std::string TipOf(CDrillDown& analysis, const std::string& name, double height) {
     std::string tip = FillFormat(analysis.GetResourceString(CategoryTipText), {name}) +
                       FillFormat(analysis.GetResourceString(CountTipText), {ShortDecimals(height)});
-    Replace8CharGrow(analysis, tip, true);
+    analysis.Replace8CharGrow(tip, true);
     analysis.StripFormatting(tip);
     return tip;
 }

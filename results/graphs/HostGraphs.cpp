@@ -2,29 +2,23 @@
 #include "resources/StringTable.h"
 
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "engine/DrillDown.h"
+#include "platform/OwnedText.h"
 
 using namespace drilldown;
 
 namespace {
 
-struct TextFreer {
-    void operator()(char16_t* text) const { FreeAutomationText(text); }
-};
-
 /// Nothing when the graph doesn't say.
 std::optional<std::u16string> TitleOf(IGraph& graph) {
-    char16_t* text = nullptr;
-    const bool readable = Succeeded(graph.GetTitle(&text));
-    const std::unique_ptr<char16_t, TextFreer> title(text);
-    if (!readable) {
+    OwnedText title;
+    if (!Succeeded(graph.GetTitle(title.Put()))) {
         return std::nullopt;
     }
-    return title ? title.get() : u"";
+    return std::u16string(title.View());
 }
 
 /// Whether an item is a graph with these words in its title, or can't be read.

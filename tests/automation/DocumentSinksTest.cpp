@@ -55,7 +55,8 @@ class Sinks : public testing::Test, public OutputsBench {
     }
     static HRESULT Tell(CQCOMDocumentSink& sink, DISPID event, std::vector<VARIANT> arguments = {}) {
         const auto count = static_cast<std::uint32_t>(arguments.size());
-        return sink.Invoke(event, DispatchMethod, {arguments.data(), nullptr, count, 0}, nullptr);
+        return sink.Invoke(event, GUID_NULL, NeutralLanguage, DispatchMethod, {arguments.data(), nullptr, count, 0},
+                           nullptr, nullptr, nullptr);
     }
     static VARIANT ByReference(std::int32_t* number, int type = 0x4003) {
         VARIANT variant;
@@ -105,18 +106,19 @@ TEST_F(Sinks, ConnectOnceAndOutliveTheirTracker) {
 }
 
 /// A document that is neither spreadsheet nor graph, as a plug-in of the host may make.
-struct ForeignDocument final : IDispatch {
+struct ForeignDocument final : WithoutTypeInfo<IDispatch> {
     HRESULT QueryInterface(const GUID& /*id*/, void** object) override {
         *object = nullptr;
         return E_NOINTERFACE;
     }
     std::uint32_t AddRef() override { return ++References; }
     std::uint32_t Release() override { return --References; }
-    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t /*count*/, DISPID* ids) override {
+    HRESULT GetIDsOfNames(const GUID&, const char16_t* const* names, std::uint32_t, LCID, DISPID* ids) override {
         ids[0] = names[0][0];
         return names[0][0] == u'W' ? DISP_E_UNKNOWNNAME : S_OK;
     }
-    HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* /*result*/) override {
+    HRESULT Invoke(DISPID member, const GUID&, LCID, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT*,
+                   EXCEPINFO*, std::uint32_t*) override {
         if (Fails) {
             throw std::bad_alloc();
         }

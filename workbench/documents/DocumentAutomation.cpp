@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/Walk.h"
 
 namespace quillara {
 namespace {
@@ -47,6 +48,10 @@ HRESULT ResultDocument::QueryInterface(const GUID& id, void** object) {
     return S_OK;
 }
 
+HRESULT ResultDocument::EnumConnectionPoints(IEnumConnectionPoints** points) {
+    return MakeWalk(points, std::vector{CountedPointer<IConnectionPoint>::Share(&Point)});
+}
+
 HRESULT ResultDocument::FindConnectionPoint(const GUID& events, IConnectionPoint** point) {
     *point = nullptr;
     if (events != Kind().Events) {
@@ -57,8 +62,9 @@ HRESULT ResultDocument::FindConnectionPoint(const GUID& events, IConnectionPoint
     return S_OK;
 }
 
-HRESULT ResultDocument::GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) {
-    std::fill_n(ids, count, -1);
+HRESULT ResultDocument::GetIDsOfNames(const GUID& /*reserved*/, const char16_t* const* names, std::uint32_t count,
+                                      LCID /*language*/, DISPID* ids) {
+    std::fill_n(ids, count, UnknownMember);
     if (count == 0) {
         return E_INVALIDARG;
     }
@@ -70,14 +76,20 @@ HRESULT ResultDocument::GetIDsOfNames(const char16_t* const* names, std::uint32_
     return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;  // no member has an argument with a name
 }
 
-HRESULT ResultDocument::Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) {
+HRESULT ResultDocument::Invoke(DISPID member, const GUID& /*reserved*/, LCID /*language*/, std::uint16_t flags,
+                               const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* /*exception*/,
+                               std::uint32_t* badArgument) {
     const auto* row = std::ranges::find(Members, member, &MemberRow::Number);
     const unsigned use = row == Members.end() ? 0U : static_cast<unsigned>(flags & row->Uses);
     if (use == 0) {
         return DISP_E_MEMBERNOTFOUND;
     }
     if ((use & DispatchPropertyPut) != 0) {
-        return Put(member, parameters);
+        const HRESULT status = Put(member, parameters);
+        if (status == DISP_E_TYPEMISMATCH && badArgument != nullptr) {
+            *badArgument = 0;
+        }
+        return status;
     }
     if (parameters.Count != 0) {
         return DISP_E_BADPARAMCOUNT;

@@ -5,6 +5,17 @@
 
 namespace quillara {
 
+HRESULT DocumentEvents::GetConnectionInterface(GUID* events) {
+    *events = Events;
+    return S_OK;
+}
+
+HRESULT DocumentEvents::GetConnectionPointContainer(IConnectionPointContainer** container) {
+    *container = &Document;
+    AddRef();
+    return S_OK;
+}
+
 HRESULT DocumentEvents::Advise(IUnknown* listener, std::uint32_t* cookie) {
     if (listener == nullptr || cookie == nullptr) {
         return E_POINTER;
@@ -32,11 +43,16 @@ HRESULT DocumentEvents::Unadvise(std::uint32_t cookie) {
     return S_OK;
 }
 
+HRESULT DocumentEvents::EnumConnections(IEnumConnections** connections) {
+    return MakeWalk(connections, Connections);
+}
+
 void DocumentEvents::Fire(DISPID event, const DISPPARAMS& parameters) {
     const std::vector<Connection> listeners = Connections;  // they come and go meanwhile
     for (const Connection& connection : listeners) {
         if (IsConnected(connection.Cookie)) {
-            connection.Listener->Invoke(event, DispatchMethod, parameters, nullptr);
+            connection.Listener->Invoke(event, GUID_NULL, NeutralLanguage, DispatchMethod, parameters, nullptr, nullptr,
+                                        nullptr);
         }
     }
 }

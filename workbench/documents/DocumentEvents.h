@@ -5,7 +5,9 @@
 
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
+#include "platform/Events.h"
 #include "workbench/documents/DocumentPart.h"
+#include "workbench/documents/Walk.h"
 
 namespace quillara {
 
@@ -13,11 +15,15 @@ namespace quillara {
 class DocumentEvents final : public DocumentPart<IConnectionPoint> {
   public:
     /// `events` is the events interface.
-    DocumentEvents(IUnknown& document, const GUID& events) : DocumentPart(document), Events(events) {}
+    DocumentEvents(IConnectionPointContainer& document, const GUID& events)
+        : DocumentPart(document), Document(document), Events(events) {}
 
+    HRESULT GetConnectionInterface(GUID* events) override;
+    HRESULT GetConnectionPointContainer(IConnectionPointContainer** container) override;
     /// E_POINTER without a listener or a place for the number; E_NOINTERFACE when it doesn't answer the events.
     HRESULT Advise(IUnknown* listener, std::uint32_t* cookie) override;
     HRESULT Unadvise(std::uint32_t cookie) override;
+    HRESULT EnumConnections(IEnumConnections** connections) override;
 
     /// Tells an event to all who listen, in the order in which they began to. One that is disconnected on the way is
     /// passed over; what listeners answer doesn't matter.
@@ -25,13 +31,9 @@ class DocumentEvents final : public DocumentPart<IConnectionPoint> {
     [[nodiscard]] std::size_t Listeners() const { return Connections.size(); }
 
   private:
-    struct Connection {
-        std::uint32_t Cookie;
-        CountedPointer<IDispatch> Listener;
-    };
-
     [[nodiscard]] bool IsConnected(std::uint32_t cookie) const;
 
+    IConnectionPointContainer& Document;
     const GUID& Events;
     std::vector<Connection> Connections;
     std::uint32_t LastCookie = 0;

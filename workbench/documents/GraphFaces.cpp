@@ -1,15 +1,9 @@
 #include "workbench/documents/GraphFaces.h"
 
-#include <algorithm>
-#include <memory>
 #include <string>
 
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/WideText.h"
-
-void FreeAutomationText(char16_t* text) {
-    delete[] text;
-}
 
 namespace quillara {
 
@@ -31,22 +25,32 @@ HRESULT GraphFaces::Graph::QueryInterface(const GUID& id, void** object) {
     return Faces.Document.QueryInterface(id, object);
 }
 
-HRESULT GraphFaces::Graph::GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) {
-    return Faces.Document.GetIDsOfNames(names, count, ids);
+HRESULT GraphFaces::Graph::GetTypeInfoCount(std::uint32_t* count) {
+    return Faces.Document.GetTypeInfoCount(count);
 }
 
-HRESULT GraphFaces::Graph::Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) {
-    return Faces.Document.Invoke(member, flags, parameters, result);
+HRESULT GraphFaces::Graph::GetTypeInfo(std::uint32_t index, LCID language, ITypeInfo** information) {
+    return Faces.Document.GetTypeInfo(index, language, information);
 }
 
-HRESULT GraphFaces::Graph::GetTitle(char16_t** title) {
+HRESULT GraphFaces::Graph::GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count,
+                                         LCID language, DISPID* ids) {
+    return Faces.Document.GetIDsOfNames(reserved, names, count, language, ids);
+}
+
+HRESULT GraphFaces::Graph::Invoke(DISPID member, const GUID& reserved, LCID language, std::uint16_t flags,
+                                  const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
+                                  std::uint32_t* badArgument) {
+    return Faces.Document.Invoke(member, reserved, language, flags, parameters, result, exception, badArgument);
+}
+
+HRESULT GraphFaces::Graph::GetTitle(BSTR* title) {
     std::string lines;
     for (const std::string& line : Faces.Document.Graph()->Title) {
         lines += (lines.empty() ? "" : "\n") + line;
     }
-    const std::u16string wide = WideText(lines);
-    *title = std::copy(wide.begin(), wide.end(), new char16_t[wide.size() + 1]{}) - wide.size();
-    return S_OK;
+    *title = SysAllocString(WideText(lines));
+    return *title == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
 HRESULT GraphFaces::Graph::GetFirstPlot(IUnknown** plot) {

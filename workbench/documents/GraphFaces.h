@@ -35,9 +35,14 @@ class GraphFaces {
       public:
         explicit Graph(GraphFaces& faces);
         HRESULT QueryInterface(const GUID& id, void** object) override;
-        HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
-        HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
-        HRESULT GetTitle(char16_t** title) override;
+        HRESULT GetTypeInfoCount(std::uint32_t* count) override;
+        HRESULT GetTypeInfo(std::uint32_t index, LCID language, ITypeInfo** information) override;
+        HRESULT GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count, LCID language,
+                              DISPID* ids) override;
+        HRESULT Invoke(DISPID member, const GUID& reserved, LCID language, std::uint16_t flags,
+                       const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
+                       std::uint32_t* badArgument) override;
+        HRESULT GetTitle(BSTR* title) override;
         HRESULT GetFirstPlot(IUnknown** plot) override;
 
       private:

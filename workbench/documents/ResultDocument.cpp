@@ -18,7 +18,7 @@ ResultDocument::ResultDocument(DocumentContent content, DocumentOrigin origin)
     : Held(std::move(content)),
       MadeBy(origin),
       MadeAs(NextNumber()),
-      Point(static_cast<IDispatch&>(*this), Kind().Events),
+      Point(*this, Kind().Events),
       Window(*this),
       Faces(*this) {}
 
@@ -64,7 +64,7 @@ void ResultDocument::CloseWithChoice(int choice) {
     const auto alive = CountedPointer<ResultDocument>::Share(this);
     std::int32_t answer = choice;
     VARIANT argument;
-    argument.Type = VariantType::IntegerByReference;
+    argument.Type = VariantType::Integer | VariantType::ByReference;
     argument.IntegerReference = &answer;
     Point.Fire(Kind().ClosingWithChoice, {&argument, nullptr, 1, 0});
     if (answer == 1) {

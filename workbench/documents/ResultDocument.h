@@ -6,6 +6,7 @@
 #include "host/DocumentInterfaces.h"
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
+#include "platform/Events.h"
 #include "workbench/documents/DocumentEvents.h"
 #include "workbench/documents/DocumentPart.h"
 #include "workbench/documents/GraphDocument.h"
@@ -30,7 +31,7 @@ struct DocumentOrigin {
 ///
 /// By name: the properties Saved and Visible (boolean), Window (read only; the result carries a reference for the
 /// caller), and the method Activate.
-class ResultDocument final : public IDispatch, public IConnectionPointContainer {
+class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnectionPointContainer {
   public:
     /// Makes a document and enters it among `documents`, to which it reports no more once they have gone.
     [[nodiscard]] static CountedPointer<ResultDocument> Create(DocumentContent content, DocumentOrigin origin,
@@ -46,8 +47,12 @@ class ResultDocument final : public IDispatch, public IConnectionPointContainer 
     HRESULT QueryInterface(const GUID& id, void** object) override;
     std::uint32_t AddRef() override { return ++References; }
     std::uint32_t Release() override;
-    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override;
-    HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override;
+    HRESULT GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count, LCID language,
+                          DISPID* ids) override;
+    HRESULT Invoke(DISPID member, const GUID& reserved, LCID language, std::uint16_t flags,
+                   const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
+                   std::uint32_t* badArgument) override;
+    HRESULT EnumConnectionPoints(IEnumConnectionPoints** points) override;
     HRESULT FindConnectionPoint(const GUID& events, IConnectionPoint** point) override;
 
     // What a user does

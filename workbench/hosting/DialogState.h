@@ -13,10 +13,15 @@ class CAnalysisDoc;
 
 namespace quillara {
 
+/// Gives back the host's reference of a startup dialog.
+struct DialogReleaser {
+    void operator()(CAnalysisModelessDialog* dialog) const { dialog->ReleaseDialogReference(); }
+};
+
 /// What the dialogs of an analysis stand on. Windows go before the queue does.
 struct DialogState {
     MessageQueue Queue;
-    std::unique_ptr<CAnalysisModelessDialog> Startup;  ///< null: no startup dialog, or it has ended
+    std::unique_ptr<CAnalysisModelessDialog, DialogReleaser> Startup;  ///< null: no startup dialog, or it has ended
     std::optional<ActiveCommand> Command;  ///< the message of the startup dialog that runs
     bool IsAutomated = false;  ///< a script drives the analysis
     std::uint64_t CommandCount = 0;  ///< messages of dialogs so far, the one that runs included

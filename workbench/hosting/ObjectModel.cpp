@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/AnalysisDoc.h"
+#include "host/AnalysisSupport.h"
 #include "host/GraphAutomation.h"
 #include "platform/CountedObject.h"
 #include "platform/CountedPointer.h"
@@ -131,7 +132,7 @@ IUnknown* OleAGetAnalysis(CAnalysisDoc* document) {
     return document == nullptr ? nullptr : new AnalysisAutomation(ResultsOf(document));
 }
 
-void Replace8CharGrow(CAnalysisSupport& /*analysis*/, std::string& text, bool /*nested*/) {
+void CAnalysisSupport::Replace8CharGrow(std::string& text, bool /*nested*/) {
     text = quillara::Replace8CharGrow(text);
 }
 

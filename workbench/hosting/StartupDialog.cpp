@@ -4,6 +4,20 @@
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 
+CAnalysisModelessDialog::CAnalysisModelessDialog(CAnalysisSupport& analysis, int resource, HWND parent)
+    : CAnalysisDialog(analysis, resource, parent),
+      CAnalysisDialogAutomationOptions(static_cast<CAnalysisDialog&>(*this)) {}
+
+CAnalysisModelessDialog::~CAnalysisModelessDialog() = default;
+
+std::uint32_t CAnalysisModelessDialog::ReleaseDialogReference() {
+    const std::uint32_t left = --References;
+    if (left == 0) {
+        delete this;
+    }
+    return left;
+}
+
 int CAnalysisModelessDialog::CreateAnalysisDialog() {
     if (!DialogHost::MakeWindow(*this, Support().GetLibInstance())) {
         return 0;

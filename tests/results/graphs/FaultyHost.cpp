@@ -44,13 +44,20 @@ struct Graph final : Before<IGraph> {
         }
         return Before::QueryInterface(id, object);
     }
-    HRESULT GetIDsOfNames(const char16_t* const* names, std::uint32_t count, DISPID* ids) override {
-        return Object->GetIDsOfNames(names, count, ids);
+    HRESULT GetTypeInfoCount(std::uint32_t* count) override { return Object->GetTypeInfoCount(count); }
+    HRESULT GetTypeInfo(std::uint32_t index, LCID language, ITypeInfo** information) override {
+        return Object->GetTypeInfo(index, language, information);
     }
-    HRESULT Invoke(DISPID member, std::uint16_t flags, const DISPPARAMS& parameters, VARIANT* result) override {
-        return Object->Invoke(member, flags, parameters, result);
+    HRESULT GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count, LCID language,
+                          DISPID* ids) override {
+        return Object->GetIDsOfNames(reserved, names, count, language, ids);
     }
-    HRESULT GetTitle(char16_t** title) override { return Fails() ? E_FAIL : Object->GetTitle(title); }
+    HRESULT Invoke(DISPID member, const GUID& reserved, LCID language, std::uint16_t flags,
+                   const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
+                   std::uint32_t* badArgument) override {
+        return Object->Invoke(member, reserved, language, flags, parameters, result, exception, badArgument);
+    }
+    HRESULT GetTitle(BSTR* title) override { return Fails() ? E_FAIL : Object->GetTitle(title); }
     HRESULT GetFirstPlot(IUnknown** plot) override { return Fails() ? E_FAIL : Object->GetFirstPlot(plot); }
 };
 

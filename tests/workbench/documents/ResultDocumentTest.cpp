@@ -13,15 +13,18 @@ namespace quillara {
 namespace {
 
 /// Hears the events of a document, and may do something about each.
-struct Listener final : IDispatch {
+struct Listener final : WithoutTypeInfo<IDispatch> {
     HRESULT QueryInterface(const GUID& id, void** object) override {
         *object = id == IUnknown::Id || id == Events ? static_cast<IDispatch*>(this) : nullptr;
         return *object == nullptr ? E_NOINTERFACE : (++References, S_OK);
     }
     std::uint32_t AddRef() override { return ++References; }
     std::uint32_t Release() override { return --References; }
-    HRESULT GetIDsOfNames(const char16_t* const*, std::uint32_t, DISPID*) override { return E_NOTIMPL; }
-    HRESULT Invoke(DISPID event, std::uint16_t, const DISPPARAMS& parameters, VARIANT*) override {
+    HRESULT GetIDsOfNames(const GUID&, const char16_t* const*, std::uint32_t, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT Invoke(DISPID event, const GUID&, LCID, std::uint16_t, const DISPPARAMS& parameters, VARIANT*, EXCEPINFO*,
+                   std::uint32_t*) override {
         Heard += std::to_string(event) + ' ';
         if (parameters.Count == 1) {
             *parameters.Arguments[0].IntegerReference += ChoiceChange;
@@ -154,9 +157,11 @@ TEST_F(Documents, HaveOneIdentityAndThreeInterfaces) {
 HRESULT Use(ResultDocument& document, const char16_t* name, std::uint16_t use, std::vector<VARIANT> arguments = {},
             VARIANT* result = nullptr) {
     DISPID member = 0;
-    const HRESULT status = document.GetIDsOfNames(&name, 1, &member);
+    const HRESULT status = document.GetIDsOfNames(GUID_NULL, &name, 1, NeutralLanguage, &member);
     const auto count = static_cast<std::uint32_t>(arguments.size());
-    return Succeeded(status) ? document.Invoke(member, use, {arguments.data(), nullptr, count, 0}, result) : status;
+    return Succeeded(status) ? document.Invoke(member, GUID_NULL, NeutralLanguage, use,
+                                               {arguments.data(), nullptr, count, 0}, result, nullptr, nullptr)
+                             : status;
 }
 
 TEST_F(Documents, AreUsedByName) {

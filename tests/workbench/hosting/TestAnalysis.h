@@ -7,6 +7,7 @@
 
 #include "host/AnalysisContext.h"
 #include "host/AnalysisSupport.h"
+#include "host/ModuleState.h"
 #include "platform/ModuleInstance.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/hosting/AnalysisDocument.h"
@@ -16,7 +17,9 @@ namespace quillara {
 /// A module without any resources.
 struct TestContext : CAnalysisContext {
     [[nodiscard]] const ModuleInstance* Instance() const override { return &Module; }
+    [[nodiscard]] ModuleState* State() const override { return &Counts; }
     ModuleInstance Module{"test", {}, {}};
+    mutable ModuleState Counts;
 };
 
 /// An analysis that does nothing by itself: tests call the host through it.
