@@ -30,7 +30,48 @@ char32_t TakeCharacter(std::string_view& text) {
     return character;
 }
 
+constexpr char32_t FirstHigh = 0xD800;
+constexpr char32_t FirstLow = 0xDC00;
+constexpr char32_t BehindLow = 0xE000;
+constexpr char32_t FirstOfPairs = 0x10000;
+
+/// The same of a text of UTF-16.
+char32_t TakeCharacter(std::u16string_view& text) {
+    const char32_t first = text.front();
+    text.remove_prefix(1);
+    if (first < FirstHigh || first >= BehindLow) {
+        return first;
+    }
+    const char32_t second = text.empty() ? U'\0' : char32_t{text.front()};
+    if (first >= FirstLow || second < FirstLow || second >= BehindLow) {
+        return Replacement;
+    }
+    text.remove_prefix(1);
+    return FirstOfPairs + ((first - FirstHigh) << 10) + (second - FirstLow);
+}
+
+void Append(std::string& text, char32_t character) {
+    const auto follow = [character](int shift) { return static_cast<char>(0x80 | (character >> shift & 0x3F)); };
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+    } else if (character < 0x800) {
+        text += {static_cast<char>(0xC0 | character >> 6), follow(0)};
+    } else if (character < FirstOfPairs) {
+        text += {static_cast<char>(0xE0 | character >> 12), follow(6), follow(0)};
+    } else {
+        text += {static_cast<char>(0xF0 | character >> 18), follow(12), follow(6), follow(0)};
+    }
+}
+
 }  // namespace
+
+std::string NarrowText(std::u16string_view text) {
+    std::string narrow;
+    while (!text.empty()) {
+        Append(narrow, TakeCharacter(text));
+    }
+    return narrow;
+}
 
 std::u16string WideText(std::string_view text) {
     std::u16string wide;

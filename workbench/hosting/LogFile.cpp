@@ -1,0 +1,114 @@
+#include "workbench/hosting/LogFile.h"
+
+#include <chrono>
+#include <ctime>
+#include <fstream>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <utility>
+
+#include "host/Log.h"
+#include "workbench/data/Errors.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostKept = 1000;
+constexpr std::uintmax_t LargestFile = 1 << 20;
+
+std::deque<LogLine>& Kept() {
+    static std::deque<LogLine>& lines = *new std::deque<LogLine>;
+    return lines;
+}
+
+std::string TimeNow() {
+    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    std::tm parts{};
+    localtime_r(&now, &parts);
+    char text[32];
+    return {text, std::strftime(text, sizeof(text), "%Y-%m-%d %H:%M:%S", &parts)};
+}
+
+/// A line of the file; line ends within a text would make two of it.
+std::string Written(const LogLine& line) {
+    std::string text = TimeNow() + '\t' + std::to_string(line.Process) + '\t' + std::to_string(line.Thread) + '\t' +
+                       std::to_string(line.Level) + '\t';
+    for (const char sign : line.Text) {
+        text += sign == '\n' || sign == '\r' ? ' ' : sign;
+    }
+    if (line.Code != 0) {
+        text += "\t" + std::to_string(line.Code);
+    }
+    return text + '\n';
+}
+
+class Application final : public COrvMainApp {
+  public:
+    explicit Application(std::filesystem::path file) : File(std::move(file)) { Logging = 1; }
+
+    void LogEntry(std::uint32_t process, std::uint32_t thread, int level, const std::string& text,
+                  std::uint32_t code) override try {
+        MakeRoom();
+        std::ofstream(File, std::ios::app) << Written({process, thread, level, text, code});
+    } catch (const std::exception&) {
+        // A log may not stop the work.
+    }
+
+    [[nodiscard]] bool CanWrite() const { return std::ofstream(File, std::ios::app).good(); }
+
+  private:
+    void MakeRoom() const {
+        std::error_code ignored;
+        if (std::filesystem::file_size(File, ignored) >= LargestFile && !ignored) {
+            std::filesystem::rename(File, File.string() + ".1", ignored);
+        }
+    }
+
+    std::filesystem::path File;
+};
+
+std::unique_ptr<Application>& TheApplication() {
+    static std::unique_ptr<Application>& application = *new std::unique_ptr<Application>;
+    return application;
+}
+
+}  // namespace
+
+const std::deque<LogLine>& KeptLogLines() {
+    return Kept();
+}
+
+void KeepLogLine(LogLine line) noexcept try {
+    Kept().push_back(std::move(line));
+    if (Kept().size() > MostKept) {
+        Kept().pop_front();
+    }
+} catch (const std::bad_alloc&) {
+    // Lost.
+}
+
+void ForgetKeptLogLines() {
+    Kept().clear();
+}
+
+void OpenLogFile(const std::filesystem::path& file) {
+    auto opened = std::make_unique<Application>(file);
+    if (!opened->CanWrite()) {
+        throw DataError("The log can't be written: " + file.string());
+    }
+    for (const LogLine& line : std::exchange(Kept(), {})) {
+        opened->LogEntry(line.Process, line.Thread, line.Level, line.Text, line.Code);
+    }
+    TheApplication() = std::move(opened);
+}
+
+void CloseLogFile() {
+    TheApplication().reset();
+}
+
+COrvMainApp* OpenLog() {
+    return TheApplication().get();
+}
+
+}  // namespace quillara
