@@ -33,6 +33,8 @@ class AnalysisDocument : public CAnalysisDoc {
     bool RunSequence();
     /// The analysis that was adopted; there must be one.
     [[nodiscard]] CAnalysisSupport& Analysis();
+    /// Whether it is the document of an analysis, which may have been destroyed.
+    [[nodiscard]] bool Owns(const CAnalysisSupport& analysis) const { return Owned.get() == &analysis; }
     /// The window of the startup dialog; null before the sequence has run and once the dialog is closed.
     [[nodiscard]] Window* StartupWindow();
     /// Runs the messages that wait for its windows, and lets closed ones go, but not within a command. Throws what a

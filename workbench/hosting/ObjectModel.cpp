@@ -12,6 +12,7 @@
 #include "platform/CountedObject.h"
 #include "platform/CountedPointer.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/hosting/CurrentAnalysis.h"
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/RoutedResults.h"
 
@@ -91,7 +92,8 @@ class Application final : public Counted<IApplication> {
   public:
     HRESULT GetGraphCollection(IDocumentCollection** graphs) override {
         std::vector<ResultDocument*> found;
-        for (CAnalysisDoc* analysis : OpenAnalyses()) {
+        CAnalysisDoc* current = quillara::DocumentOfCurrentAnalysis();
+        for (CAnalysisDoc* analysis : current == nullptr ? OpenAnalyses() : std::vector{current}) {
             std::ranges::copy_if(ResultsOf(analysis).Documents.InWindows(), std::back_inserter(found),
                                  [](const ResultDocument* document) { return document->Graph() != nullptr; });
         }
