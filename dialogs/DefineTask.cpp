@@ -239,7 +239,9 @@ constexpr bool ShowsResults(int id) {
 }  // namespace
 
 CDefineTask::CDefineTask(CDrillDown& analysis)
-    : CDrillDownModelessDialog(analysis, StartupDialog, nullptr), Analysis(&analysis) {}
+    : CDrillDownModelessDialog(analysis, StartupDialog, nullptr),
+      CComDefineTask(*this, analysis),
+      Analysis(&analysis) {}
 
 const MessageMap* CDefineTask::GetMessageMap() const {
     return CDrillDownModelessDialog::GetMessageMap();
@@ -250,7 +252,7 @@ void CDefineTask::DoDataExchange(DataExchange* exchange) {
 }
 
 IUnknown* CDefineTask::GetUnknown() {
-    return CDrillDownModelessDialog::GetUnknown();
+    return static_cast<DDNStartup*>(this);
 }
 
 std::int64_t CDefineTask::EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "automation/DDNStartup.h"
 #include "engine/DrillDown.h"
 #include "host/AnalysisDialog.h"
 
@@ -15,16 +16,20 @@ class CDrillDownModelessDialog : public CAnalysisModelessDialog {
 /// The startup dialog: the one window of the analysis, open as long as the analysis runs. It shows the state of the
 /// analysis and drives it; every action of a user or a script ends in the commands of EventHandler, by control id. It
 /// holds no data of the analysis, only scratch values of the Categorization page.
-class CDefineTask : public CDrillDownModelessDialog {
+class CDefineTask : public CDrillDownModelessDialog, public CComDefineTask {
   public:
     /// A dialog without a window; the analysis outlives it.
     explicit CDefineTask(CDrillDown& analysis);
 
     const MessageMap* GetMessageMap() const override;
     void DoDataExchange(DataExchange* exchange) override;
+    /// The face that scripts see; no reference is taken.
     IUnknown* GetUnknown() override;
     /// The command switch. 1 where a command says so, else 0.
     std::int64_t EventHandler(HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) override;
+    /// For a recorded script, of the values that no control shows and of the current variables: what the member that
+    /// stands for the control gives to scripts; none where it fails - dialogs/ControlRecording.cpp
+    COleAConstant* RecordControlValue(int id) override;
     std::string GetDialogDescription() override;
 
     // Lists and controls - dialogs/ControlStates.cpp

@@ -12,6 +12,7 @@
 #include "host/AnalysisContext.h"
 #include "host/ModuleState.h"
 #include "resources/Dialogs.h"
+#include "resources/StartupControls.h"
 #include "resources/StringTable.h"
 
 namespace {
@@ -75,7 +76,9 @@ CDrillDown::~CDrillDown() {
 
 int CDrillDown::StartAnalysis() {
     constexpr int opened = -1;
-    auto dialog = std::make_unique<CDefineTask>(*this);
+    const auto release = [](CDefineTask* dialog) { dialog->ReleaseDialogReference(); };
+    std::unique_ptr<CDefineTask, decltype(release)> dialog(new CDefineTask(*this));
+    dialog->SetControlTable(StartupControls.data());
     if (dialog->CreateAnalysisDialog() == 0) {
         return 0;
     }

@@ -7,8 +7,10 @@
 #include "dialogs/BoundariesDlg.h"
 #include "dialogs/CategorySelectionDlg.h"
 #include "host/Brushing.h"
+#include "host/OleConstant.h"
 #include "resources/ControlIds.h"
 #include "resources/Dialogs.h"
+#include "tests/automation/FaceBench.h"
 #include "tests/dialogs/DialogScript.h"
 #include "tests/dialogs/ScriptTexts.h"
 
@@ -226,6 +228,16 @@ std::string NamesOf(const CDrillDown::DrillSet& set) {
     return ShownEach(set, [](const Drill& record) { return record.Name; });
 }
 
+/// "sex 'f'": a member and the value that it is given.
+std::string Put(Bench& bench, Text text) {
+    return PutByName(bench.Dialog(), Split(text, " ").first, Split(text, " ").second);
+}
+
+std::string Recorded(Bench& bench, Text control) {
+    const std::unique_ptr<COleAConstant> value(bench.Dialog().RecordControlValue(std::stoi(control)));
+    return value == nullptr ? "none" : "'" + value->Value() + "'";
+}
+
 // clang-format off
 const std::map<std::string, std::string (*)(Bench&, Text)> Queries{
     {"lists",      [](Bench& bench, Text)      { return bench.Lists(); }},
@@ -265,6 +277,10 @@ const std::map<std::string, std::string (*)(Bench&, Text)> Queries{
     {"exists",     [](Bench& bench, Text text) { return Shown(bench.Analysis().OutputExists(Numbers<unsigned>(text)[0], Numbers<unsigned>(text)[1])); }},
     {"saved",      [](Bench& bench, Text text) { return Shown(bench.Named(text[0]).IsSaved()); }},
     {"update",     [](Bench& bench, Text)      { return Shown(bench.Analysis().AutoUpdate(0)); }},
+    {"get",        [](Bench& bench, Text name) { return GetByName(bench.Dialog(), name); }},
+    {"put",        Put},
+    {"call",       [](Bench& bench, Text name) { return CallByName(FaceOf(bench.Dialog()), name, DispatchMethod).Text; }},
+    {"recorded",   Recorded},
 };
 // clang-format on
 

@@ -1,15 +1,18 @@
-#include "workbench/documents/WideText.h"
+#pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
+#include <string>
+#include <string_view>
 
-namespace quillara {
-namespace {
+// The two encodings of texts: UTF-8, and the UTF-16 of automation.
 
-constexpr char32_t Replacement = 0xFFFD;
+namespace automation {
+
+inline constexpr char32_t Replacement = 0xFFFD;
 
 /// The character that a text begins with, which is taken off the text.
-char32_t TakeCharacter(std::string_view& text) {
+inline char32_t TakeCharacter(std::string_view& text) {
     const auto lead = static_cast<unsigned char>(text.front());
     const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
     constexpr std::array<unsigned, 5> leadBits{0, 0x7F, 0x1F, 0x0F, 0x07};
@@ -30,13 +33,13 @@ char32_t TakeCharacter(std::string_view& text) {
     return character;
 }
 
-constexpr char32_t FirstHigh = 0xD800;
-constexpr char32_t FirstLow = 0xDC00;
-constexpr char32_t BehindLow = 0xE000;
-constexpr char32_t FirstOfPairs = 0x10000;
+inline constexpr char32_t FirstHigh = 0xD800;
+inline constexpr char32_t FirstLow = 0xDC00;
+inline constexpr char32_t BehindLow = 0xE000;
+inline constexpr char32_t FirstOfPairs = 0x10000;
 
 /// The same of a text of UTF-16.
-char32_t TakeCharacter(std::u16string_view& text) {
+inline char32_t TakeCharacter(std::u16string_view& text) {
     const char32_t first = text.front();
     text.remove_prefix(1);
     if (first < FirstHigh || first >= BehindLow) {
@@ -50,7 +53,7 @@ char32_t TakeCharacter(std::u16string_view& text) {
     return FirstOfPairs + ((first - FirstHigh) << 10) + (second - FirstLow);
 }
 
-void Append(std::string& text, char32_t character) {
+inline void Append(std::string& text, char32_t character) {
     const auto follow = [character](int shift) { return static_cast<char>(0x80 | (character >> shift & 0x3F)); };
     if (character < 0x80) {
         text += static_cast<char>(character);
@@ -63,20 +66,22 @@ void Append(std::string& text, char32_t character) {
     }
 }
 
-}  // namespace
+}  // namespace automation
 
-std::string NarrowText(std::u16string_view text) {
+/// A text of UTF-16 as UTF-8. Half of a pair that stands alone becomes the replacement character.
+[[nodiscard]] inline std::string NarrowText(std::u16string_view text) {
     std::string narrow;
     while (!text.empty()) {
-        Append(narrow, TakeCharacter(text));
+        automation::Append(narrow, automation::TakeCharacter(text));
     }
     return narrow;
 }
 
-std::u16string WideText(std::string_view text) {
+/// A text of UTF-8 as UTF-16. A byte that belongs to no character becomes the replacement character.
+[[nodiscard]] inline std::u16string WideText(std::string_view text) {
     std::u16string wide;
     while (!text.empty()) {
-        const char32_t character = TakeCharacter(text);
+        const char32_t character = automation::TakeCharacter(text);
         if (character < 0x10000) {
             wide += static_cast<char16_t>(character);
         } else {
@@ -86,5 +91,3 @@ std::u16string WideText(std::string_view text) {
     }
     return wide;
 }
-
-}  // namespace quillara
