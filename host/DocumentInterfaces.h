@@ -24,8 +24,8 @@ inline constexpr DocumentKind GraphKind{GuidOf("{C9E2B000-3D45-11D4-9FF4-00C04FA
 /// State of a document's window.
 enum class WindowState : std::int32_t { Minimized = 1, Normal = 2 };
 
-/// The window of a document.
-struct IOutputWindow : IUnknown {
+/// The window of a document. By name: State.
+struct IOutputWindow : IDispatch {
     static constexpr GUID Id = GuidOf("{C9E2A01B-3D45-11D4-9FF4-00C04FA0D540}");
 
     virtual HRESULT GetState(WindowState* state) = 0;

@@ -13,10 +13,11 @@ class COutDocument;
 // way from an item to the document behind it. Every getter writes an object with a reference for the caller, or null,
 // and gives a negative status when it fails.
 
-/// Objects of the host, counted from 1, the one made last behind the others.
-struct IDocumentCollection : IUnknown {
+/// Objects of the host, counted from 1, the one made last behind the others. Scripts use it by the names Count and
+/// Item.
+struct IDocumentCollection : IDispatch {
     virtual HRESULT GetCount(std::int32_t* count) = 0;
-    /// The object at a place, given as an Integer; DISP_E_BADINDEX when there is none.
+    /// The object at a place, given as an Integer, or the first of a name; DISP_E_BADINDEX when there is none.
     virtual HRESULT GetItem(const VARIANT& index, IDispatch** item) = 0;
 
   protected:
@@ -61,8 +62,9 @@ struct IMFCPointer : IUnknown {
     ~IMFCPointer() = default;
 };
 
-/// An analysis as automation sees it.
-struct IAnalysisAutomation : IUnknown {
+/// An analysis as automation sees it; one object as long as it is open, CO_E_OBJNOTCONNECTED from all members
+/// afterwards.
+struct IAnalysisAutomation : IDispatch {
     static constexpr GUID Id = GuidOf("{C9E2A012-3D45-11D4-9FF4-00C04FA0D540}");
 
     /// The result documents of the analysis.
@@ -72,9 +74,9 @@ struct IAnalysisAutomation : IUnknown {
     ~IAnalysisAutomation() = default;
 };
 
-/// The host application.
-struct IApplication : IUnknown {
-    /// All graphs in windows of their own.
+/// The host application; one object.
+struct IApplication : IDispatch {
+    /// All graphs in windows of their own; while an analysis is the current one, only its graphs.
     virtual HRESULT GetGraphCollection(IDocumentCollection** graphs) = 0;
     /// Where results that don't stand alone go: 0, into windows of their own; any other value, into a common window.
     virtual HRESULT GetResultPlacement(std::int32_t* placement) = 0;

@@ -6,8 +6,11 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "host/AnalysisContext.h"
+#include "host/ModuleState.h"
 #include "tests/Locations.h"
 #include "tests/engine/DrillBench.h"
+#include "workbench/hosting/AnalysisBinding.h"
 #include "workbench/hosting/AnalysisModule.h"
 
 namespace drilltest {
@@ -37,11 +40,27 @@ TEST(ModuleLibrary, ShowsItsEntryAndTheAnalysisAndNothingElse) {
 TEST(ModuleLibrary, IsUnloadedWhenItsAnalysisIsDone) {
     const quillara::DataTable table = TableOf({Numbers("x", {1, 2, 3})});
     for (int i = 0; i < 2; ++i) {
-        const quillara::AnalysisModule module(ModulePath);
+        quillara::AnalysisModule module(ModulePath);
         quillara::AnalysisDocument document(table);
         document.Adopt(module.NewAnalysis());
         EXPECT_TRUE(document.RunSequence());
     }
+    EXPECT_EQ(dlopen(ModulePath.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+TEST(ModuleLibrary, StaysLoadedWhileScriptsHoldItsObjects) {
+    ModuleState* state = nullptr;
+    {
+        quillara::AnalysisModule module(ModulePath);
+        state = AnalysisBinding::Context(*module.NewAnalysis()).State();
+        ++state->Locks;
+    }
+    { quillara::AnalysisModule other(ModulePath); }
+    void* library = dlopen(ModulePath.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_NE(library, nullptr);
+    dlclose(library);
+    --state->Locks;
+    { quillara::AnalysisModule other(ModulePath); }
     EXPECT_EQ(dlopen(ModulePath.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 

@@ -2,34 +2,197 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
+#include <string>
+#include <vector>
 
+#include "workbench/data/Errors.h"
+#include "workbench/documents/DocumentFiles.h"
+#include "workbench/documents/MemberTable.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/SeriesObject.h"
 #include "workbench/documents/Walk.h"
 
 namespace quillara {
 namespace {
 
-// Numbers of the members; scripts may keep them.
-enum Member : DISPID { SavedMember = 1, VisibleMember = 2, WindowMember = 3, ActivateMember = 4 };
+const std::vector<std::string>& TitleLines(const ResultDocument& document) {
+    return document.Graph() != nullptr ? document.Graph()->Title : document.Spreadsheet()->Title;
+}
 
-struct MemberRow {
-    std::u16string_view Name;
-    DISPID Number;
-    std::uint16_t Uses;  ///< what may be done with it
-};
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += (text.empty() ? "" : "\n") + line;
+    }
+    return text;
+}
 
-constexpr std::uint16_t ReadAndWrite = DispatchPropertyGet | DispatchPropertyPut;
+// Members of every document
+
+void Name(ResultDocument& document, NamedCall& call) {
+    call.Give(document.Name());
+}
+
+void Title(ResultDocument& document, NamedCall& call) {
+    call.Give(Joined(TitleLines(document)));
+}
+
+void Kind(ResultDocument& document, NamedCall& call) {
+    call.Give(document.Graph() != nullptr ? KindOf(*document.Graph()) : "table");
+}
+
+void Saved(ResultDocument& document, NamedCall& call) {
+    call.Writes() ? document.SetSaved(call.Boolean(0)) : call.Give(document.IsSaved());
+}
+
+void MustBeOpen(bool done) {
+    if (!done) {
+        throw DataError("This document has been closed.");
+    }
+}
+
+void Visible(ResultDocument& document, NamedCall& call) {
+    call.Writes() ? MustBeOpen(document.SetVisible(call.Boolean(0))) : call.Give(document.IsVisible());
+}
+
+void Window(ResultDocument& document, NamedCall& call) {
+    call.Give(document.WindowObject());
+}
+
+void Activate(ResultDocument& document, NamedCall& /*call*/) {
+    MustBeOpen(document.Activate());
+}
+
+void Close(ResultDocument& document, NamedCall& /*call*/) {
+    document.Close();
+}
+
+void Save(ResultDocument& document, NamedCall& call) {
+    WriteDocument(document, call.Text(0));
+    document.SetSaved(true);
+}
+
+// Members of spreadsheets
+
+OwnedVariant ValueOf(const SpreadsheetCell& cell) {
+    if (const double* number = std::get_if<double>(&cell)) {
+        return OwnedVariant::OfReal(*number);
+    }
+    const std::string* text = std::get_if<std::string>(&cell);
+    return text == nullptr ? OwnedVariant() : quillara::ValueOf(*text);
+}
+
+template <typename Part>
+std::vector<std::string> NamesOf(const std::vector<Part>& parts) {
+    std::vector<std::string> names;
+    std::ranges::transform(parts, std::back_inserter(names), &Part::Name);
+    return names;
+}
+
+void Corner(ResultDocument& document, NamedCall& call) {
+    call.Give(document.Spreadsheet()->Corner);
+}
+
+void Rows(ResultDocument& document, NamedCall& call) {
+    call.Give(static_cast<std::int32_t>(document.Spreadsheet()->Rows.size()));
+}
+
+void Columns(ResultDocument& document, NamedCall& call) {
+    call.Give(static_cast<std::int32_t>(document.Spreadsheet()->Columns.size()));
+}
+
+void RowNames(ResultDocument& document, NamedCall& call) {
+    call.Give(ListOf(NamesOf(document.Spreadsheet()->Rows)));
+}
+
+void ColumnNames(ResultDocument& document, NamedCall& call) {
+    call.Give(ListOf(NamesOf(document.Spreadsheet()->Columns)));
+}
+
+void Cell(ResultDocument& document, NamedCall& call) {
+    const SpreadsheetDocument& table = *document.Spreadsheet();
+    const SpreadsheetRow& row = table.Rows[call.Index(0, table.Rows.size())];
+    call.Give(ValueOf(row.Cells[call.Index(1, row.Cells.size())]));
+}
+
+OwnedVariant CellsOf(const SpreadsheetRow& row) {
+    std::vector<OwnedVariant> cells;
+    std::ranges::transform(row.Cells, std::back_inserter(cells), ValueOf);
+    return ListOf(std::move(cells));
+}
+
+void Values(ResultDocument& document, NamedCall& call) {
+    std::vector<OwnedVariant> rows;
+    std::ranges::transform(document.Spreadsheet()->Rows, std::back_inserter(rows), CellsOf);
+    call.Give(ListOf(std::move(rows)));
+}
+
+// Members of graphs
+
+void SeriesCount(ResultDocument& document, NamedCall& call) {
+    call.Give(static_cast<std::int32_t>(NumbersOf(*document.Graph()).size()));
+}
+
+void Series(ResultDocument& document, NamedCall& call) {
+    std::vector<NamedNumbers> all = NumbersOf(*document.Graph());
+    const auto series = CountedPointer<IDispatch>::Adopt(new SeriesObject(std::move(all[call.Index(0, all.size())])));
+    call.Give(series.Get());
+}
+
+template <GraphAxis SeriesChart::*Axis>
+void Caption(ResultDocument& document, NamedCall& call) {
+    const SeriesChart* chart = SeriesOf(*document.Graph());
+    call.Give(chart == nullptr ? std::string() : (chart->*Axis).Caption);
+}
+
+template <auto Serve>
+constexpr auto Of = RunFor<ResultDocument, Serve>;
 
 // clang-format off
-constexpr std::array<MemberRow, 4> Members{{
-    // Name       Number          Uses
-    {u"Saved",    SavedMember,    ReadAndWrite},
-    {u"Visible",  VisibleMember,  ReadAndWrite},
-    {u"Window",   WindowMember,   DispatchPropertyGet},
-    {u"Activate", ActivateMember, DispatchMethod},
+constexpr std::array<MemberRow, 9> CommonMembers{{
+    // Name           Number Uses                 Arguments Value                 Run                           Help
+    {u"Name",         0,     DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Name>,                     "The first line of the title"},
+    {u"Saved",        1,     ReadAndWrite,        0, 0,     VariantType::Boolean, Of<Saved>,                    "Whether the document is saved, or isn't worth it"},
+    {u"Visible",      2,     ReadAndWrite,        0, 0,     VariantType::Boolean, Of<Visible>,                  "Whether it stands in a window"},
+    {u"Window",       3,     DispatchPropertyGet, 0, 0,     VariantType::Dispatch, Of<Window>,                  "Its window"},
+    {u"Activate",     4,     DispatchMethod,      0, 0,     VariantType::Empty,   Of<Activate>,                 "Brings its window to the front"},
+    {u"Title",        5,     DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Title>,                    "All lines of the title"},
+    {u"Kind",         6,     DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Kind>,                     "What it is: table, histogram, pie chart, ..."},
+    {u"Close",        7,     DispatchMethod,      0, 0,     VariantType::Empty,   Of<Close>,                    "Closes it for good"},
+    {u"Save",         8,     DispatchMethod,      1, 1,     VariantType::Empty,   Of<Save>,                     "Writes it to a file, as the ending of the path says"},
+}};
+
+constexpr std::array<MemberRow, 7> OwnSpreadsheetMembers{{
+    {u"Corner",       20,    DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Corner>,                   "The text above the names of the rows"},
+    {u"Rows",         21,    DispatchPropertyGet, 0, 0,     VariantType::Integer, Of<Rows>,                     "The number of rows"},
+    {u"Columns",      22,    DispatchPropertyGet, 0, 0,     VariantType::Integer, Of<Columns>,                  "The number of columns"},
+    {u"RowNames",     23,    DispatchPropertyGet, 0, 0,     VariantType::Variant, Of<RowNames>,                 "The names of the rows"},
+    {u"ColumnNames",  24,    DispatchPropertyGet, 0, 0,     VariantType::Variant, Of<ColumnNames>,              "The names of the columns"},
+    {u"Cell",         25,    DispatchPropertyGet, 2, 2,     VariantType::Variant, Of<Cell>,                     "The value at a row and a column, each from 1"},
+    {u"Values",       26,    DispatchPropertyGet, 0, 0,     VariantType::Variant, Of<Values>,                   "All values, a list a row"},
+}};
+
+constexpr std::array<MemberRow, 4> OwnGraphMembers{{
+    {u"SeriesCount",  40,    DispatchPropertyGet, 0, 0,     VariantType::Integer,  Of<SeriesCount>,              "The number of series"},
+    {u"Series",       41,    DispatchPropertyGet, 1, 1,     VariantType::Dispatch, Of<Series>,                   "The series at a place from 1"},
+    {u"XCaption",     42,    DispatchPropertyGet, 0, 0,     VariantType::Text,     Of<Caption<&SeriesChart::X>>, "The caption of the horizontal axis"},
+    {u"YCaption",     43,    DispatchPropertyGet, 0, 0,     VariantType::Text,     Of<Caption<&SeriesChart::Y>>, "The caption of the vertical axis"},
 }};
 // clang-format on
+
+template <std::size_t Common, std::size_t Own>
+constexpr std::array<MemberRow, Common + Own> Both(const std::array<MemberRow, Common>& common,
+                                                   const std::array<MemberRow, Own>& own) {
+    std::array<MemberRow, Common + Own> all{};
+    std::ranges::copy(own, std::ranges::copy(common, all.begin()).out);
+    return all;
+}
+
+constexpr auto SpreadsheetMembers = Both(CommonMembers, OwnSpreadsheetMembers);
+constexpr auto GraphMembers = Both(CommonMembers, OwnGraphMembers);
+constexpr ObjectKind SpreadsheetObject{u"Spreadsheet", "A table of results", SpreadsheetKind.Document,
+                                       SpreadsheetMembers};
+constexpr ObjectKind GraphObject{u"Graph", "A graph of results", GraphKind.Document, GraphMembers};
 
 }  // namespace
 
@@ -62,68 +225,17 @@ HRESULT ResultDocument::FindConnectionPoint(const GUID& events, IConnectionPoint
     return S_OK;
 }
 
-HRESULT ResultDocument::GetIDsOfNames(const GUID& /*reserved*/, const char16_t* const* names, std::uint32_t count,
-                                      LCID /*language*/, DISPID* ids) {
-    std::fill_n(ids, count, UnknownMember);
-    if (count == 0) {
-        return E_INVALIDARG;
-    }
-    const auto* row = std::ranges::find(Members, std::u16string_view(names[0]), &MemberRow::Name);
-    if (row == Members.end()) {
-        return DISP_E_UNKNOWNNAME;
-    }
-    ids[0] = row->Number;
-    return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;  // no member has an argument with a name
+const ObjectKind& ResultDocument::MembersOf() const {
+    return Graph() != nullptr ? GraphObject : SpreadsheetObject;
 }
 
-HRESULT ResultDocument::Invoke(DISPID member, const GUID& /*reserved*/, LCID /*language*/, std::uint16_t flags,
-                               const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* /*exception*/,
-                               std::uint32_t* badArgument) {
-    const auto* row = std::ranges::find(Members, member, &MemberRow::Number);
-    const unsigned use = row == Members.end() ? 0U : static_cast<unsigned>(flags & row->Uses);
-    if (use == 0) {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-    if ((use & DispatchPropertyPut) != 0) {
-        const HRESULT status = Put(member, parameters);
-        if (status == DISP_E_TYPEMISMATCH && badArgument != nullptr) {
-            *badArgument = 0;
-        }
-        return status;
-    }
-    if (parameters.Count != 0) {
-        return DISP_E_BADPARAMCOUNT;
-    }
-    if (use == DispatchMethod) {
-        return Activate() ? S_OK : E_FAIL;
-    }
-    return result == nullptr ? E_POINTER : Get(member, result);
+void* ResultDocument::ServedObject() {
+    return this;
 }
 
-HRESULT ResultDocument::Get(DISPID member, VARIANT* result) {
-    if (member == WindowMember) {
-        result->Type = VariantType::Unknown;
-        result->Unknown = &Window;
-        AddRef();
-    } else {
-        *result = BooleanVariant(member == SavedMember ? Saved : Visible);
-    }
-    return S_OK;
-}
-
-HRESULT ResultDocument::Put(DISPID member, const DISPPARAMS& parameters) {
-    if (parameters.Count != 1) {
-        return DISP_E_BADPARAMCOUNT;
-    }
-    const VARIANT& value = parameters.Arguments[0];
-    if (value.Type != VariantType::Boolean) {
-        return DISP_E_TYPEMISMATCH;
-    }
-    if (member == VisibleMember) {
-        return SetVisible(value.Boolean != 0) ? S_OK : E_FAIL;
-    }
-    Saved = value.Boolean != 0;
-    return S_OK;
+std::string ResultDocument::Name() const {
+    const std::vector<std::string>& lines = TitleLines(*this);
+    return lines.empty() ? std::string() : lines.front();
 }
 
 }  // namespace quillara

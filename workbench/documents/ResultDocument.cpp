@@ -108,6 +108,31 @@ bool ResultDocument::TakeContentOf(ResultDocument& fresh) {
     return true;
 }
 
+HRESULT ResultDocument::OutputWindow::QueryInterface(const GUID& id, void** object) {
+    return DocumentPart::QueryInterface(id == IDispatch::Id ? IOutputWindow::Id : id, object);
+}
+
+const ObjectKind& ResultDocument::OutputWindow::MembersOf() const {
+    static constexpr MemberRow state{u"State",
+                                     0,
+                                     ReadAndWrite,
+                                     0,
+                                     0,
+                                     VariantType::Integer,
+                                     RunFor<OutputWindow, ServeState>,
+                                     "1: minimized, 2: as usual"};
+    static constexpr ObjectKind kind{u"OutputWindow", "The window of a document", IOutputWindow::Id, {&state, 1}};
+    return kind;
+}
+
+void ResultDocument::OutputWindow::ServeState(OutputWindow& window, NamedCall& call) {
+    if (!call.Writes()) {
+        call.Give(static_cast<std::int32_t>(window.Document.State));
+    } else if (const HRESULT status = window.PutState(static_cast<WindowState>(call.Integer(0))); !Succeeded(status)) {
+        throw MemberRefusal{status, 0};
+    }
+}
+
 HRESULT ResultDocument::OutputWindow::GetState(WindowState* state) {
     if (state == nullptr) {
         return E_POINTER;

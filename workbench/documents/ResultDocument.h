@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <variant>
 
 #include "host/DocumentInterfaces.h"
@@ -11,6 +12,7 @@
 #include "workbench/documents/DocumentPart.h"
 #include "workbench/documents/GraphDocument.h"
 #include "workbench/documents/GraphFaces.h"
+#include "workbench/documents/MemberTable.h"
 #include "workbench/documents/SpreadsheetDocument.h"
 
 namespace quillara {
@@ -29,9 +31,8 @@ struct DocumentOrigin {
 /// A result of an analysis as a document of the host: its content, its window, and what automation sees of them. It
 /// lives as long as somebody holds a reference; a window does. A document is made without a window and unsaved.
 ///
-/// By name: the properties Saved and Visible (boolean), Window (read only; the result carries a reference for the
-/// caller), and the method Activate.
-class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnectionPointContainer {
+/// What scripts can do with it by name stands in the tables of DocumentAutomation.cpp.
+class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPointContainer {
   public:
     /// Makes a document and enters it among `documents`, to which it reports no more once they have gone.
     [[nodiscard]] static CountedPointer<ResultDocument> Create(DocumentContent content, DocumentOrigin origin,
@@ -47,11 +48,6 @@ class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnecti
     HRESULT QueryInterface(const GUID& id, void** object) override;
     std::uint32_t AddRef() override { return ++References; }
     std::uint32_t Release() override;
-    HRESULT GetIDsOfNames(const GUID& reserved, const char16_t* const* names, std::uint32_t count, LCID language,
-                          DISPID* ids) override;
-    HRESULT Invoke(DISPID member, const GUID& reserved, LCID language, std::uint16_t flags,
-                   const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
-                   std::uint32_t* badArgument) override;
     HRESULT EnumConnectionPoints(IEnumConnectionPoints** points) override;
     HRESULT FindConnectionPoint(const GUID& events, IConnectionPoint** point) override;
 
@@ -64,6 +60,7 @@ class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnecti
     void CloseWithChoice(int choice);
     /// Shows the document in a window if it has none, and brings that in front. Not of a closed one: false.
     bool Activate();
+    void SetSaved(bool saved) { Saved = saved; }
     void Minimize() { State = WindowState::Minimized; }
 
     // What the host does
@@ -84,6 +81,10 @@ class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnecti
     /// The content of a spreadsheet, or of a graph; null for the other.
     [[nodiscard]] const SpreadsheetDocument* Spreadsheet() const { return std::get_if<SpreadsheetDocument>(&Held); }
     [[nodiscard]] const GraphDocument* Graph() const { return std::get_if<GraphDocument>(&Held); }
+    /// The first line of its title; empty when it has none.
+    [[nodiscard]] std::string Name() const;
+    /// Its window as automation sees it; no reference is given.
+    [[nodiscard]] IDispatch* WindowObject() { return &Window; }
     [[nodiscard]] const DocumentOrigin& Origin() const { return MadeBy; }
     [[nodiscard]] const DocumentKind& Kind() const { return Graph() != nullptr ? GraphKind : SpreadsheetKind; }
     /// Its place among all documents made in this run, from 1.
@@ -97,22 +98,27 @@ class ResultDocument final : public WithoutTypeInfo<IDispatch>, public IConnecti
 
   private:
     /// The window as automation sees it.
-    class OutputWindow final : public DocumentPart<IOutputWindow> {
+    class OutputWindow final : public ByMembers<DocumentPart<IOutputWindow>> {
       public:
         explicit OutputWindow(ResultDocument& document)
-            : DocumentPart(static_cast<IDispatch&>(document)), Document(document) {}
+            : ByMembers(static_cast<IDispatch&>(document)), Document(document) {}
+        HRESULT QueryInterface(const GUID& id, void** object) override;
         HRESULT GetState(WindowState* state) override;
         HRESULT PutState(WindowState state) override;
 
       private:
+        [[nodiscard]] const ObjectKind& MembersOf() const override;
+        [[nodiscard]] void* ServedObject() override { return this; }
+        static void ServeState(OutputWindow& window, NamedCall& call);
+
         ResultDocument& Document;
     };
 
     ResultDocument(DocumentContent content, DocumentOrigin origin);
     ~ResultDocument();
     void LeaveForGood();
-    HRESULT Get(DISPID member, VARIANT* result);
-    HRESULT Put(DISPID member, const DISPPARAMS& parameters);
+    [[nodiscard]] const ObjectKind& MembersOf() const override;
+    [[nodiscard]] void* ServedObject() override;
 
     DocumentContent Held;
     DocumentOrigin MadeBy;

@@ -96,7 +96,3 @@ std::string CAnalysisDialog::szLoadResString(const ModuleInstance* module, int i
 bool CAnalysisDialog::IsOleAutomation() const {
     return Owner.IsOleAutomation() != 0;
 }
-
-void CAnalysisDialog::EarlyRecordState(int id) {
-    DialogHost::Trace(*this, "EarlyRecordState " + std::to_string(id));
-}

@@ -5,16 +5,11 @@
 
 #include "host/AnalysisDialog.h"
 #include "workbench/data/Errors.h"
+#include "workbench/hosting/AnalysisBinding.h"
+#include "workbench/hosting/AnalysisObject.h"
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ObjectModel.h"
-
-/// The host's way into an analysis: its document and its sequence.
-struct AnalysisBinding {
-    static void Bind(CAnalysisSupport& analysis, CAnalysisDoc* document) { analysis.Document = document; }
-    static const SequenceStep* Sequence(const CAnalysisSupport& analysis) { return analysis.Sequence; }
-    static int SequenceRows(const CAnalysisSupport& analysis) { return analysis.SequenceRows; }
-};
 
 namespace quillara {
 
@@ -30,10 +25,31 @@ AnalysisDocument::~AnalysisDocument() {
 void AnalysisDocument::Close() {
     if (Owned != nullptr) {
         Owned->BeforeClose();
-        Host->Dialogs.Startup.reset();
+        EndDialog();
+        if (Owned.use_count() > 1) {
+            AnalysisBinding::Bind(*Owned, nullptr);  // a script holds its dialog
+        }
         Owned.reset();
     }
+    if (Object) {
+        std::exchange(Object, {})->Disconnect();
+    }
     Host->Data.Commons = {};
+}
+
+/// The window goes with its messages, whoever holds the dialog.
+void AnalysisDocument::EndDialog() {
+    if (Host->Dialogs.Startup != nullptr) {
+        DialogHost::Of(*Host->Dialogs.Startup).EndWindow();
+        Host->Dialogs.Startup.reset();
+    }
+}
+
+CountedPointer<IDispatch> AnalysisDocument::AutomationObject() {
+    if (!Object && Owned != nullptr) {
+        Object = CountedPointer<AnalysisObject>::Adopt(new AnalysisObject(*this));
+    }
+    return CountedPointer<IDispatch>::Share(Object.Get());
 }
 
 AnalysisState& StateOf(CAnalysisDoc* document) {
@@ -80,9 +96,9 @@ void AnalysisDocument::RunMessages() {
     if (const std::exception_ptr failure = std::exchange(Host->Dialogs.Failure, nullptr)) {
         std::rethrow_exception(failure);
     }
-    const bool isBusy = Host->Dialogs.Command || Host->Dialogs.ModalWindows > 0;
+    const bool isBusy = Host->Dialogs.IsBusy();
     if (const Window* window = StartupWindow(); window != nullptr && window->IsClosed() && !isBusy) {
-        Host->Dialogs.Startup.reset();
+        EndDialog();
     }
     if (!isBusy) {
         Host->Results.Documents.LetHiddenGo();
@@ -109,7 +125,9 @@ void AnalysisDocument::OfferCaseBlocks(bool offered) {
 }
 
 void AnalysisDocument::SetAutomated(bool automated) {
-    Host->Dialogs.IsAutomated = automated;
+    ScriptDrive& script = Host->Dialogs.Script;
+    script.IsDriven = automated;
+    script.Scopes = automated ? 1 : 0;
 }
 
 OpenDocuments& AnalysisDocument::Documents() {

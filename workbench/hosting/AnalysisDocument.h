@@ -9,11 +9,13 @@
 #include "host/AnalysisDoc.h"
 #include "host/AnalysisSupport.h"
 #include "host/CaseBlocks.h"
+#include "platform/CountedPointer.h"
 #include "workbench/hosting/AnalysisServices.h"
 
 namespace quillara {
 
 struct AnalysisState;
+class AnalysisObject;
 class OpenDocuments;
 class Window;
 struct DataTable;
@@ -24,7 +26,8 @@ class AnalysisDocument : public CAnalysisDoc {
   public:
     /// The table outlives the document.
     explicit AnalysisDocument(const DataTable& table);
-    /// Tells the analysis that it closes, then destroys its dialog and the analysis.
+    /// Closes the analysis: tells it, then destroys its dialog and it, unless scripts hold the dialog: then both go
+    /// with the last reference. Not while a command of the analysis runs.
     ~AnalysisDocument() override;
 
     /// Takes an analysis and becomes its document. An analysis taken earlier closes and is destroyed.
@@ -48,8 +51,12 @@ class AnalysisDocument : public CAnalysisDoc {
     void SetWeight(std::optional<std::size_t> variable);
     /// Whether the analysis is offered columns (the default) or reads one case at a time.
     void OfferCaseBlocks(bool offered);
-    /// Whether a script drives the analysis; not so at the start.
+    /// Whether what is done in its windows from now on is a script's; a person's at the start.
     void SetAutomated(bool automated);
+    /// The analysis as scripts see it; null without one.
+    [[nodiscard]] CountedPointer<IDispatch> AutomationObject();
+    /// Shares the life of the analysis.
+    [[nodiscard]] std::shared_ptr<CAnalysisSupport> ShareAnalysis() const { return Owned; }
 
     /// The result documents of the analysis, and those that stand in windows of their own.
     [[nodiscard]] OpenDocuments& Documents();
@@ -69,9 +76,11 @@ class AnalysisDocument : public CAnalysisDoc {
 
   private:
     void Close();
+    void EndDialog();
 
     std::unique_ptr<AnalysisState> Host;
-    std::unique_ptr<CAnalysisSupport> Owned;
+    std::shared_ptr<CAnalysisSupport> Owned;
+    CountedPointer<AnalysisObject> Object;  // null until somebody asks for it
 };
 
 }  // namespace quillara

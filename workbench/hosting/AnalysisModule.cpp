@@ -3,8 +3,12 @@
 #include <dlfcn.h>
 
 #include <filesystem>
+#include <vector>
 
+#include "host/AnalysisContext.h"
+#include "host/ModuleState.h"
 #include "workbench/data/Errors.h"
+#include "workbench/hosting/AnalysisBinding.h"
 
 namespace quillara {
 
@@ -33,9 +37,33 @@ std::string LastError() {
     return text == nullptr ? "unknown reason" : text;
 }
 
+/// A library that objects in other hands still need, or needed.
+struct HeldLibrary {
+    void* Library;
+    const CAnalysisContext* Context;
+
+    [[nodiscard]] bool IsNeeded() const { return Context != nullptr && Context->State()->Locks > 0; }
+};
+
+std::vector<HeldLibrary>& HeldLibraries() {
+    static std::vector<HeldLibrary> held;
+    return held;
+}
+
+void UnloadFreeLibraries() {
+    std::erase_if(HeldLibraries(), [](const HeldLibrary& held) {
+        const bool isFree = !held.IsNeeded();
+        if (isFree) {
+            dlclose(held.Library);
+        }
+        return isFree;
+    });
+}
+
 }  // namespace
 
 AnalysisModule::AnalysisModule(const std::string& path) {
+    UnloadFreeLibraries();
     OfferHostFunctions();
     Library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (Library == nullptr) {
@@ -50,14 +78,16 @@ AnalysisModule::AnalysisModule(const std::string& path) {
 }
 
 AnalysisModule::~AnalysisModule() {
-    dlclose(Library);
+    HeldLibraries().push_back({Library, Context});
+    UnloadFreeLibraries();
 }
 
-std::unique_ptr<CAnalysisSupport> AnalysisModule::NewAnalysis() const {
+std::unique_ptr<CAnalysisSupport> AnalysisModule::NewAnalysis() {
     std::unique_ptr<CAnalysisSupport> analysis(Entry());
     if (analysis == nullptr) {
         throw DataError("There is not enough memory to start the analysis; close other programs and try again.");
     }
+    Context = &AnalysisBinding::Context(*analysis);
     return analysis;
 }
 

@@ -3,7 +3,7 @@
 namespace quillara {
 
 AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
-    : Around(services), Data(table), Blocks(Data, Around) {
+    : Around(services, Dialogs), Data(table), Blocks(Data, Around) {
     Dialogs.Queue.Trace = [this](std::string_view call) { Around.Trace(call); };
 }
 

@@ -22,13 +22,13 @@ struct AnalysisState {
     AnalysisState& operator=(const AnalysisState&) = delete;
     ~AnalysisState();
 
+    DialogState Dialogs;
     Surroundings Around;
     TableInUse Data;
     AllocationRecord Memory;
     TableCaseBlocks Blocks;
     NewTables Tables;
     RoutedResults Results;
-    DialogState Dialogs;
     DocumentSettings Settings;
 };
 

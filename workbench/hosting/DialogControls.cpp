@@ -7,6 +7,7 @@
 #include "host/AnalysisSupport.h"
 #include "host/WindowServices.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/TableInUse.h"
 
@@ -95,6 +96,7 @@ void CAnalysisDialog::WriteVarListToCaption(HWND window, int id, int count, cons
     if (Control* caption = ControlOf(window, id)) {
         caption->Text = names.empty() ? "none" : names;
     }
+    quillara::DialogsOf(DialogHost::DocumentOf(*this)).Chosen.Show(id, {variables, variables + std::max(count, 0)});
 }
 
 void CAnalysisDialog::SetIntEditRange(HWND field, int lowest, int highest) {

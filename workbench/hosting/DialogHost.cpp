@@ -4,17 +4,18 @@
 #include <new>
 
 #include "host/AnalysisSupport.h"
+#include "host/ScriptValues.h"
 #include "platform/ModuleInstance.h"
 #include "platform/WindowMessages.h"
 #include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/NoMemory.h"
 #include "workbench/hosting/Surroundings.h"
 
 using quillara::DialogState;
 using quillara::Window;
 
 namespace {
-
-constexpr char NoMemory[] = "There is not enough memory for this command; close other programs and try again.";
 
 const DialogResource* FindDialog(const ModuleInstance* module, int id) {
     const auto row = std::ranges::find(module->Dialogs, id, &DialogResource::Id);
@@ -29,6 +30,11 @@ class CommandScope {
         if (IsOutermost) {
             Command = ActiveCommand{message, wParam, 0};
             ++dialogs.CommandCount;
+            dialogs.Script.HearMessage();
+            dialogs.Chosen.EndCommand();
+            if (dialogs.Startup != nullptr) {
+                DialogHost::Of(*dialogs.Startup).EarlyValues.clear();  // a step that was cancelled leaves none
+            }
         }
     }
     CommandScope(const CommandScope&) = delete;
@@ -46,19 +52,43 @@ class CommandScope {
     bool IsOutermost;
 };
 
-/// Passes a message to a dialog. Memory that runs out ends the command and not the program.
+/// Documents that the running command has made, and tables that are done.
+std::size_t OutputsOf(CAnalysisDoc* document) {
+    const std::optional<ActiveCommand>& command = quillara::DialogsOf(document).Command;
+    return static_cast<std::size_t>(command ? command->OutputIndex : 0) +
+           quillara::NewTablesOf(document).Finished().size();
+}
+
+void TellOfOutput(CAnalysisDialog& dialog, int control) {
+    if (auto* startup = dynamic_cast<CAnalysisModelessDialog*>(&dialog)) {
+        startup->RecordOutput(control);
+    }
+}
+
+/// Passes a message to a dialog. Memory that runs out ends the command and not the program: a person is told, a script
+/// that pressed gets the failure.
 std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
     CAnalysisDoc* document = DialogHost::DocumentOf(dialog);
-    const CommandScope scope(quillara::DialogsOf(document), message, wParam);
+    DialogState& dialogs = quillara::DialogsOf(document);
+    const CommandScope scope(dialogs, message, wParam);
+    const CEnterAnalysisContext current(DialogHost::AnalysisOf(dialog));
     try {
-        return dialog.EventHandler(window, message, wParam, lParam);
+        const std::size_t outputs = OutputsOf(document);
+        const std::int64_t result = dialog.EventHandler(window, message, wParam, lParam);
+        if (scope.IsOuter() && OutputsOf(document) > outputs) {
+            TellOfOutput(dialog, CommandOf(wParam));
+        }
+        return result;
     } catch (const std::bad_alloc&) {
         if (!scope.IsOuter()) {
             throw;  // the command around it is not done either
         }
         DialogHost::Of(dialog).ResultsLocked = false;
         DialogHost::Of(dialog).RanOutOfMemory = true;
-        quillara::SurroundingsOf(document).SayMemoryLacked(NoMemory);
+        if (dialogs.Script.Press != nullptr) {
+            throw quillara::NoMemoryInPress();
+        }
+        quillara::SurroundingsOf(document).SayMemoryLacked(quillara::NoMemoryForCommand);
         return 0;
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,14 @@ struct DialogHost {
     bool ResultsLocked = false;
     bool MenusEnabled = true;
     bool RanOutOfMemory = false;  ///< in one of its messages
+    const ControlRow* Controls = nullptr;  ///< what its controls are to scripts and recorders; null: nothing
+    std::map<int, std::string> EarlyValues;  ///< of controls, kept for the record that follows
+    std::shared_ptr<CAnalysisSupport> Analysis;  ///< lives as long as the dialog; null until the host has the dialog
+
+    /// Whether the window has been closed or has gone.
+    [[nodiscard]] bool IsClosed() const { return TheWindow == nullptr || TheWindow->IsClosed(); }
+    /// Ends the window.
+    void EndWindow() { TheWindow.reset(); }
 
     /// The host's side of a dialog.
     [[nodiscard]] static DialogHost& Of(const CAnalysisDialog& dialog) { return *dialog.Side; }
@@ -23,6 +32,8 @@ struct DialogHost {
     [[nodiscard]] static quillara::Window* WindowOf(const CAnalysisDialog& dialog);
     /// The document whose analysis a dialog belongs to.
     [[nodiscard]] static CAnalysisDoc* DocumentOf(const CAnalysisDialog& dialog);
+    /// The analysis that it belongs to.
+    [[nodiscard]] static CAnalysisSupport& AnalysisOf(const CAnalysisDialog& dialog) { return dialog.Owner; }
     /// Makes the window of a dialog from its module's resource, not started yet; false when there is no such resource.
     [[nodiscard]] static bool MakeWindow(CAnalysisDialog& dialog, const ModuleInstance* module);
     /// Tells the document's trace a call with its arguments.

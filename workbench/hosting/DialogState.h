@@ -7,6 +7,8 @@
 
 #include "host/ActiveCommand.h"
 #include "host/AnalysisDialog.h"
+#include "workbench/hosting/ScriptDrive.h"
+#include "workbench/hosting/VariablesChosen.h"
 #include "workbench/windows/MessageQueue.h"
 
 class CAnalysisDoc;
@@ -23,10 +25,18 @@ struct DialogState {
     MessageQueue Queue;
     std::unique_ptr<CAnalysisModelessDialog, DialogReleaser> Startup;  ///< null: no startup dialog, or it has ended
     std::optional<ActiveCommand> Command;  ///< the message of the startup dialog that runs
-    bool IsAutomated = false;  ///< a script drives the analysis
+    ScriptDrive Script;
+    VariablesChosen Chosen;
     std::uint64_t CommandCount = 0;  ///< messages of dialogs so far, the one that runs included
     int ModalWindows = 0;  ///< that stand open
     std::exception_ptr Failure;  ///< of a script in a modal window; not yet thrown again
+
+    /// Whether messages and modal dialogs are a script's and not a person's.
+    [[nodiscard]] bool AreLeftToScript() const {
+        return Script.IsDriven && (Startup == nullptr || Startup->AutomationInteractive == 0);
+    }
+    /// Whether a command runs or a modal window stands open, so that no other may begin.
+    [[nodiscard]] bool IsBusy() const { return Command || ModalWindows > 0; }
 };
 
 /// Those of a document; without a document none.

@@ -13,10 +13,12 @@
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
+#include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/ModalWork.h"
 #include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableInUse.h"
 
@@ -34,6 +36,12 @@ HostDialog::Tell TellThrough(CAnalysisDoc* document) {
     return [&around = quillara::SurroundingsOf(document)](std::string_view text) {
         text == HostDialog::NoMemory ? around.SayMemoryLacked(text) : around.ShowMessage(text);
     };
+}
+
+/// The button whose command runs; 0 when none does.
+int ButtonOf(const quillara::DialogState& dialogs) {
+    const bool isCommand = dialogs.Command && dialogs.Command->Message == WindowMessage::Command;
+    return isCommand ? CommandOf(dialogs.Command->CommandId) : 0;
 }
 
 bool IsConfirmed(CAnalysisDoc* document, HostDialog& dialog) {
@@ -60,6 +68,18 @@ void WriteList(const std::vector<short>& numbers, short* list, short* count) {
     *count = static_cast<short>(numbers.size());
 }
 
+/// Whether a dialog of two lists need not be shown, as nobody has asked for other variables: while documents are being
+/// updated, and when a script has pressed a button that makes results. A script that means others answers beforehand.
+bool StandsWithoutAsking(CAnalysisDoc* document, const quillara::VariableListsRequest& request) {
+    if (document == nullptr || !quillara::AreWithinLimits(request)) {
+        return false;
+    }
+    const quillara::DialogState& dialogs = DialogsOf(document);
+    const bool isForScript = dialogs.AreLeftToScript() && quillara::TheScriptDesk().AnswersLeft() == 0 &&
+                             quillara::MakesOutput(dialogs.Startup.get(), ButtonOf(dialogs));
+    return document->UpdateCounter > 0 || isForScript;
+}
+
 /// The selection in force; nothing: all cases. One that no formula made shows as an empty formula, so that it isn't
 /// lost without a word.
 std::optional<std::string> PresentSelection(const TableInUse& data) {
@@ -81,15 +101,15 @@ int CAnalysisSupport::DoubleVarListDialog(HWND /*owner*/, unsigned short /*mode*
         {{{TextOrNothing(label1), lowest1, highest1, {list1, list1 + std::max<short>(*count1, 0)}},
           {TextOrNothing(label2), lowest2, highest2, {list2, list2 + std::max<short>(*count2, 0)}}}},
         highestTotal};
-    const bool updatesDocuments = Document != nullptr && Document->UpdateCounter > 0;
-    if (updatesDocuments && quillara::AreWithinLimits(request)) {
-        return 1;  // nobody has asked for other variables
+    if (StandsWithoutAsking(Document, request)) {
+        return 1;
     }
     quillara::VariableListsDialog dialog(DialogsOf(Document).Queue, data.Table(), request, TellThrough(Document));
     if (!IsConfirmed(Document, dialog)) {
         return 0;
     }
     const auto [first, second] = dialog.Chosen();
+    DialogsOf(Document).Chosen.Confirm(ButtonOf(DialogsOf(Document)), {first, second});
     WriteList(first, list1, count1);
     WriteList(second, list2, count2);
     return 1;

@@ -1,10 +1,12 @@
 #include "workbench/hosting/ModalWork.h"
 
 #include <exception>
+#include <utility>
 
 #include "platform/WindowMessages.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/Surroundings.h"
 
 namespace quillara {
@@ -16,15 +18,31 @@ void EnableStartup(const DialogState& dialogs, bool enable) {
     }
 }
 
+/// The value that a script is writing answers first, then the script or else the person. False when nobody does.
+bool AskAround(const DialogState& dialogs, const AnalysisServices& services, Window& window) {
+    PressRecord* press = dialogs.Script.Press;
+    if (press != nullptr && press->FirstAnswer) {
+        std::exchange(press->FirstAnswer, nullptr)(window);
+        return true;
+    }
+    if (!dialogs.AreLeftToScript()) {
+        return services.WorkIn && services.WorkIn(window);
+    }
+    const bool isAnswered = TheScriptDesk().WorkIn(window);
+    if (!isAnswered && press != nullptr) {
+        press->Unanswered.emplace_back(window.Resource().Title);
+    }
+    return isAnswered;
+}
+
 /// Whether somebody has worked in the window and may be asked again.
 bool WorkIn(CAnalysisDoc* document, Window& window) {
     DialogState& dialogs = DialogsOf(document);
-    const AnalysisServices& services = SurroundingsOf(document).Services;
-    if (dialogs.Failure != nullptr || !services.WorkIn) {
+    if (dialogs.Failure != nullptr) {
         return false;
     }
     try {
-        return services.WorkIn(window);
+        return AskAround(dialogs, SurroundingsOf(document).Services, window);
     } catch (...) {
         // The analysis that opened the window knows nothing of what goes wrong in a script.
         dialogs.Failure = std::current_exception();

@@ -4,6 +4,8 @@
 #include <new>
 
 #include "host/AnalysisSupport.h"
+#include "workbench/hosting/DataDocument.h"
+#include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/NewTable.h"
 #include "workbench/hosting/NewTables.h"
 #include "workbench/hosting/Surroundings.h"
@@ -77,6 +79,9 @@ void CAnalysisSupport::MatClo(short table) {
     }
     const auto finished = written->Finish();
     tables.Keep(finished);
+    if (quillara::PressRecord* press = quillara::DialogsOf(Document).Script.Press) {
+        press->Add(CountedPointer<IDispatch>::Adopt(new quillara::DataDocument(finished)));
+    }
     if (const auto& takeData = quillara::SurroundingsOf(Document).Services.TakeData) {
         takeData(finished);
     }

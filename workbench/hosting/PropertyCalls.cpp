@@ -1,97 +1,296 @@
 // How automation reads, writes and presses the controls of a dialog.
 
-#include "host/AnalysisDialog.h"
-#include "host/AnalysisDoc.h"
-#include "host/DialogAutomation.h"
-#include "host/Exceptions.h"
-#include "platform/TextEncodings.h"
-#include "workbench/hosting/DialogHost.h"
+#include <cmath>
+#include <functional>
+#include <string>
+#include <utility>
 
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t, VARIANT*) {
-    return E_NOTIMPL;
+#include "host/AnalysisDialog.h"
+#include "host/Exceptions.h"
+#include "host/ScriptValues.h"
+#include "platform/OwnedVariant.h"
+#include "platform/WindowMessages.h"
+#include "workbench/data/Errors.h"
+#include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/documents/WideText.h"
+#include "workbench/hosting/ControlRows.h"
+#include "workbench/hosting/ControlValues.h"
+#include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/ScriptPress.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/VariableNotation.h"
+#include "workbench/windows/Window.h"
+
+using quillara::Control;
+using quillara::TwoLists;
+using quillara::Window;
+
+namespace {
+
+constexpr char Disabled[] = "This control is disabled now.";
+
+[[noreturn]] void Refuse(HRESULT status, std::string text) {
+    throw new COleDispatchException(std::move(text), 0, status);
 }
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t, double*) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t, BSTR*) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t, int*) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t, IDispatch**) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t, double) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t, const char16_t*) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t, int) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t, const VARIANT&) {
-    return E_NOTIMPL;
-}
-HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t, IDispatch*) {
-    return E_NOTIMPL;
-}
-COleAConstant* CAnalysisDialog::RecordControlValue(int) {
-    return nullptr;
-}
-void CAnalysisModelessDialog::RecordActionMethod(int) {}
-void CAnalysisModelessDialog::RecordOutput(int) {}
-void CAnalysisDialog::SetControlTable(const ControlRow*) {}
-void CAnalysisModelessDialog::ThrowIfClosed() const {
-    const quillara::Window* window = DialogHost::WindowOf(*this);
-    if (window == nullptr || window->IsClosed()) {
+
+/// A control of an open window; null when there is none. Throws when the window has closed.
+Control* Find(CAnalysisDialog& dialog, std::uint16_t id) {
+    if (DialogHost::Of(dialog).IsClosed()) {
         throw new COleException(CO_E_OBJNOTCONNECTED);
     }
+    return DialogHost::WindowOf(dialog)->Find(id);
 }
-HRESULT CAnalysisModelessDialog::get_Name(BSTR* name) {
-    *name = SysAllocString(WideText(GetDialogDescription()));
+
+bool IsCheck(const Control& control) {
+    return control.Kind == ControlKind::CheckBox || control.Kind == ControlKind::RadioButton;
+}
+
+bool IsButton(const Control& control) {
+    return control.Kind == ControlKind::Button || control.Kind == ControlKind::DefaultButton;
+}
+
+/// Buttons of the control table stay within reach of scripts when they are hidden, though not when they are disabled.
+void MustBeUsable(const CAnalysisDialog& dialog, const Control& control) {
+    const ControlRow* row = quillara::RowOf(&dialog, control.Id);
+    const bool mayBeHidden = row != nullptr && row->Mode == Acts;
+    if (!control.Enabled || (!control.Visible && !mayBeHidden)) {
+        Refuse(E_ACCESSDENIED, Disabled);
+    }
+}
+
+/// Presses a button, a check box or a radio button.
+quillara::PressRecord Press(CAnalysisDialog& dialog, Control& control, std::function<void(Window&)> firstAnswer = {}) {
+    MustBeUsable(dialog, control);
+    return quillara::ActForScript(
+               dialog, [&control](Window& window) { return window.Press(control); }, std::move(firstAnswer))
+        .Record;
+}
+
+// Writing
+
+void WriteCheck(CAnalysisDialog& dialog, Control& control, bool checked) {
+    if (control.Kind == ControlKind::RadioButton && !checked) {
+        Refuse(E_INVALIDARG, "A radio button is switched off by another one.");
+    }
+    if (control.Checked == checked) {
+        quillara::DriveByScript(dialog);
+    } else {
+        Press(dialog, control);
+    }
+}
+
+std::string RangeText(const Control& field) {
+    std::string text =
+        field.Kind == ControlKind::IntegerField ? "This field takes whole numbers" : "This field takes numbers";
+    if (field.Range) {
+        text +=
+            " from " + quillara::NumberText(field.Range->Lowest) + " to " + quillara::NumberText(field.Range->Highest);
+    }
+    return text + ".";
+}
+
+void WriteNumber(CAnalysisDialog& dialog, Control& field, double number) {
+    MustBeUsable(dialog, field);
+    const bool isWhole = field.Kind != ControlKind::IntegerField || number == std::floor(number);
+    const bool isWithin = !field.Range || (number >= field.Range->Lowest && number <= field.Range->Highest);
+    if (!std::isfinite(number) || !isWhole || !isWithin) {
+        Refuse(E_INVALIDARG, RangeText(field));
+    }
+    quillara::ActForScript(dialog, [&](Window& window) {
+        window.TypeNumber(field.Id, number);
+        return 0;
+    });
+}
+
+/// The row of a list that a value means: a place from 0, or a text. -1: none.
+int RowMeant(const Control& list, const VARIANT& value) {
+    VARIANT number;
+    if (value.Type != VariantType::Text) {
+        return Succeeded(VariantChangeType(number, value, VariantType::Integer)) ? number.Integer : -1;
+    }
+    const std::string text = quillara::NarrowText(ViewOf(value.Text));
+    const bool isPlain = list.Kind == ControlKind::ListBox;
+    const int rows = static_cast<int>(isPlain ? list.Rows.size() : list.ReportRows.size());
+    for (int row = 0; row < rows; ++row) {
+        const auto place = static_cast<std::size_t>(row);
+        if ((isPlain ? list.Rows[place] : list.ReportRows[place].Cells.front()) == text) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+void WriteRow(CAnalysisDialog& dialog, const Control& list, int row) {
+    MustBeUsable(dialog, list);
+    const std::size_t rows = list.Kind == ControlKind::ListBox ? list.Rows.size() : list.ReportRows.size();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows) {
+        Refuse(E_INVALIDARG, "The list has no such row.");
+    }
+    quillara::ActForScript(dialog, [&](Window& window) {
+        window.ClickRow(list.Id, row);
+        return 0;
+    });
+}
+
+void WriteText(CAnalysisDialog& dialog, Control& edit, const std::string& text) {
+    MustBeUsable(dialog, edit);
+    quillara::ActForScript(dialog, [&](Window& window) {
+        window.Type(edit.Id, text);
+        return 0;
+    });
+}
+
+/// The lists that a script writes for a button that opens the selection of variables.
+TwoLists ListsMeant(const CAnalysisDialog& dialog, const VARIANT& value) {
+    std::string text;
+    if (!VariantToTextList(value, text)) {
+        Refuse(DISP_E_TYPEMISMATCH, "Variables are named by a text, or by one or two lists of names and numbers.");
+    }
+    try {
+        return quillara::ListsIn(quillara::TableOf(DialogHost::DocumentOf(dialog)).Table(), text);
+    } catch (const quillara::UsageError& error) {
+        Refuse(E_INVALIDARG, error.what());
+    }
+}
+
+/// Presses the button and answers its dialog. An empty choice cancels it, so that it isn't asked for again.
+void WriteVariables(CAnalysisDialog& dialog, Control& button, const VARIANT& value) {
+    const TwoLists lists = ListsMeant(dialog, value);
+    const bool isEmpty = lists[0].empty() && lists[1].empty();
+    bool isTaken = false;
+    const quillara::PressRecord press = Press(dialog, button, [&](Window& window) {
+        if (isEmpty) {
+            window.SendCommand(CancelCommand);
+            return;
+        }
+        quillara::ChooseVariables(window, lists[0], lists[1]);
+        isTaken = window.CloseResult() == OkCommand;
+    });
+    if (!isTaken) {
+        Refuse(isEmpty ? E_INVALIDARG : E_FAIL, isEmpty ? "Name at least one variable." : quillara::FailureOf(press));
+    }
+}
+
+/// Writes a control by a value that can be converted to what it takes; a status when it can't.
+HRESULT Write(CAnalysisDialog& dialog, Control& control, const VARIANT& value) {
+    if (quillara::ChoosesVariables(&dialog, control.Id)) {
+        WriteVariables(dialog, control, value);
+        return S_OK;
+    }
+    if (control.Kind == ControlKind::ListBox || control.Kind == ControlKind::ReportList) {
+        WriteRow(dialog, control, RowMeant(control, value));
+        return S_OK;
+    }
+    const bool isText = control.Kind == ControlKind::Edit || control.Kind == ControlKind::MultiLineEdit;
+    const bool isField = control.Kind == ControlKind::IntegerField || control.Kind == ControlKind::RealField;
+    if (!isText && !isField && !IsCheck(control)) {
+        return DISP_E_TYPEMISMATCH;
+    }
+    OwnedVariant converted;
+    const VariantType type = isText ? VariantType::Text : isField ? VariantType::Real : VariantType::Boolean;
+    if (const HRESULT status = VariantChangeType(*converted.Put(), value, type); !Succeeded(status)) {
+        return status;
+    }
+    if (isText) {
+        WriteText(dialog, control, quillara::NarrowText(ViewOf(converted.Get().Text)));
+    } else if (isField) {
+        WriteNumber(dialog, control, converted.Get().Real);
+    } else {
+        WriteCheck(dialog, control, converted.Get().Boolean != 0);
+    }
     return S_OK;
 }
-HRESULT CAnalysisModelessDialog::OAOK(int*) {
-    return E_NOTIMPL;
+
+HRESULT WriteTo(CAnalysisDialog& dialog, std::uint16_t id, const VARIANT& value) {
+    Control* control = Find(dialog, id);
+    return control == nullptr ? DISP_E_MEMBERNOTFOUND : Write(dialog, *control, value);
 }
-HRESULT CAnalysisModelessDialog::OACancel() {
-    return E_NOTIMPL;
+
+// Reading
+
+/// The value of a control as another type.
+HRESULT ReadAs(CAnalysisDialog& dialog, std::uint16_t id, VariantType type, VARIANT& value) {
+    const Control* control = Find(dialog, id);
+    if (control == nullptr) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    OwnedVariant held = quillara::ValueOf(dialog, *control);
+    if (held.Get().Type == VariantType::Text || held.Get().Type == VariantType::Empty) {
+        return DISP_E_TYPEMISMATCH;  // captions aren't numbers, and neither is an empty field
+    }
+    return VariantChangeType(value, held.Get(), type);
 }
-HRESULT CAnalysisDoc::GetExternQlaAnalysisPointer(IDispatch** analysis) {
-    *analysis = nullptr;
-    return E_NOTIMPL;
-}
-namespace {
-HRESULT NoResultsDialog() {
-    throw new COleDispatchException("This analysis has no results dialog.", 0, E_NOTIMPL);
-}
+
 }  // namespace
-HRESULT CAnalysisModelessDialog::put_ResultsSelection(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, VARIANT* value) {
+    const Control* found = Find(Dialog, control);
+    if (found == nullptr) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    *value = quillara::ValueOf(Dialog, *found).Detach();
+    return S_OK;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsSelectionOption(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, double* value) {
+    VARIANT number;
+    const HRESULT status = ReadAs(Dialog, control, VariantType::Real, number);
+    *value = Succeeded(status) ? number.Real : 0.0;
+    return status;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsVariables(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, BSTR* value) {
+    const Control* found = Find(Dialog, control);
+    *value = nullptr;
+    if (found == nullptr) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    *value = SysAllocString(quillara::WideText(quillara::TextOf(Dialog, *found)));
+    return *value == nullptr ? E_OUTOFMEMORY : S_OK;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsOption(int) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, int* value) {
+    VARIANT number;
+    const HRESULT status = ReadAs(Dialog, control, VariantType::Integer, number);
+    *value = Succeeded(status) ? number.Integer : 0;
+    return status;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsCodes(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, IDispatch** value) {
+    *value = nullptr;
+    Control* button = Find(Dialog, control);
+    if (button == nullptr || !IsButton(*button)) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    *value = quillara::ResultOf(Press(Dialog, *button)).Detach();
+    return S_OK;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsSaveFileName(const char16_t*) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control) {
+    Control* button = Find(Dialog, control);
+    if (button == nullptr || !(IsButton(*button) || IsCheck(*button))) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    Press(Dialog, *button);
+    return S_OK;
 }
-HRESULT CAnalysisModelessDialog::put_ResultsValues(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, double value) {
+    return WriteTo(Dialog, control, OwnedVariant::OfReal(value).Get());
 }
-HRESULT CAnalysisModelessDialog::put_ResultsOutputFields(const VARIANT&) {
-    return NoResultsDialog();
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, const char16_t* value) {
+    return WriteTo(Dialog, control, OwnedVariant::OfText(ViewOf(value)).Get());
+}
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, int value) {
+    return WriteTo(Dialog, control, OwnedVariant::OfInteger(value).Get());
+}
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, const VARIANT& value) {
+    return WriteTo(Dialog, control, value);
+}
+
+HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, IDispatch* /*value*/) {
+    return Find(Dialog, control) == nullptr ? DISP_E_MEMBERNOTFOUND : DISP_E_TYPEMISMATCH;  // no control takes objects
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "host/AnalysisDoc.h"
 #include "host/AnalysisSupport.h"
 #include "platform/WindowMessages.h"
 #include "workbench/documents/ResultDocument.h"
@@ -23,6 +24,15 @@ DocumentOrigin NextOrigin(CAnalysisDoc* document) {
     return {isButton ? CommandOf(command.CommandId) : 0, ++command.OutputIndex};
 }
 
+/// A press that runs gets the document in which a result stands in the end; those of an update aren't its own.
+void TellPress(CAnalysisDoc* owner, const CountedPointer<ResultDocument>& document) {
+    PressRecord* press = DialogsOf(owner).Script.Press;
+    const auto replaced = std::exchange(ResultsOf(owner).Replaced, {});
+    if (press != nullptr && owner->UpdateCounter == 0) {
+        press->Add(CountedPointer<IDispatch>::Share((replaced ? replaced : document).Get()));
+    }
+}
+
 std::string TextOf(const DocumentOrigin& origin) {
     return std::to_string(origin.Command) + '.' + std::to_string(origin.Sequence);
 }
@@ -36,8 +46,13 @@ void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
     const auto document = ResultDocument::Create(std::move(content), origin, results.Documents);
     around.Trace("Route " + TextOf(origin));
     auto forAnalysis = CountedPointer<IDispatch>::Share(document.Get());
-    if (analysis.BeforeRouteOutput(forAnalysis.Get())) {
+    results.Replaced = {};
+    const bool isTaken = analysis.BeforeRouteOutput(forAnalysis.Get());
+    if (isTaken) {
         forAnalysis.Detach();
+    }
+    TellPress(analysis.GetDocument(), document);
+    if (isTaken) {
         return;
     }
     results.LastRouted = document;
@@ -59,7 +74,11 @@ bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
         return false;
     }
     quillara::SurroundingsOf(Document).Trace("Replace " + quillara::TextOf(target->Origin()));
-    return target->TakeContentOf(*source);
+    if (!target->TakeContentOf(*source)) {
+        return false;
+    }
+    quillara::ResultsOf(Document).Replaced = CountedPointer<quillara::ResultDocument>::Share(target);
+    return true;
 }
 
 ActiveCommand* CAnalysisSupport::GetActiveCommand() {

@@ -25,6 +25,7 @@ struct RoutedResults {
     ResultSubject NextSubject;  ///< what the analysis has said of its next result
     KeptPlotRows PlotRowsOfCommand;
     OpenDocuments Documents;
+    CountedPointer<ResultDocument> Replaced;  ///< the document whose content the one that is being routed has replaced
     CountedPointer<ResultDocument> LastRouted;  ///< the document that went its normal way last
 };
 

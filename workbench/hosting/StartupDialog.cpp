@@ -1,6 +1,9 @@
 // The startup dialog of an analysis: a window that stays open while the user works elsewhere.
 
+#include <utility>
+
 #include "host/AnalysisSupport.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 
@@ -13,6 +16,7 @@ CAnalysisModelessDialog::~CAnalysisModelessDialog() = default;
 std::uint32_t CAnalysisModelessDialog::ReleaseDialogReference() {
     const std::uint32_t left = --References;
     if (left == 0) {
+        const auto analysis = std::move(Host().Analysis);  // goes behind its dialog
         delete this;
     }
     return left;
@@ -26,7 +30,9 @@ int CAnalysisModelessDialog::CreateAnalysisDialog() {
     if (Host().RanOutOfMemory) {
         return 0;
     }
-    quillara::DialogsOf(DialogHost::DocumentOf(*this)).Startup.reset(this);
+    CAnalysisDoc* document = DialogHost::DocumentOf(*this);
+    Host().Analysis = static_cast<quillara::AnalysisDocument*>(document)->ShareAnalysis();
+    quillara::DialogsOf(document).Startup.reset(this);
     return 1;
 }
 
@@ -60,14 +66,9 @@ void CAnalysisModelessDialog::EnableStartupMenus(int enable) {
     Host().MenusEnabled = enable != 0;
 }
 
-void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int control) {
-    DialogHost::Trace(*this, "FinishRecordingDialog " + std::to_string(step) + " " + std::to_string(kind) + " " +
-                                 std::to_string(control));
-}
-
 CAnalysisModelessDialog* CAnalysisSupport::GetStartupDialog() {
     CAnalysisModelessDialog* dialog = quillara::DialogsOf(Document).Startup.get();
-    return dialog == nullptr || DialogHost::WindowOf(*dialog)->IsClosed() ? nullptr : dialog;
+    return dialog == nullptr || DialogHost::Of(*dialog).IsClosed() ? nullptr : dialog;
 }
 
 HWND CAnalysisSupport::GetStartupWindow() {

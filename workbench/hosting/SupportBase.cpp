@@ -61,5 +61,5 @@ void CAnalysisSupport::InitCommons(OrvTag* table, Orv88Tag* names, b1_com* /*lin
 }
 
 int CAnalysisSupport::IsOleAutomation() const {
-    return quillara::DialogsOf(Document).IsAutomated ? 1 : 0;
+    return quillara::DialogsOf(Document).Script.IsDriven ? 1 : 0;
 }

@@ -1,5 +1,8 @@
 #include "workbench/hosting/Surroundings.h"
 
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/ScriptDesk.h"
+
 namespace quillara {
 
 bool Surroundings::AskForBreak() const {
@@ -14,12 +17,20 @@ void Surroundings::Trace(std::string_view call) const {
 }
 
 void Surroundings::ShowMessage(std::string_view text) const {
-    if (Services.ShowMessage) {
+    if (PressRecord* press = Dialogs.Script.Press) {
+        press->Messages.emplace_back(text);
+    }
+    if (Dialogs.AreLeftToScript()) {
+        TheScriptDesk().Keep(text);
+    } else if (Services.ShowMessage) {
         Services.ShowMessage(text);
     }
 }
 
 void Surroundings::ReportMemoryLack() const {
+    if (PressRecord* press = Dialogs.Script.Press) {
+        press->LackedMemory = true;
+    }
     if (Services.MemoryLacked) {
         Services.MemoryLacked();
     }

@@ -10,11 +10,14 @@ class CAnalysisDoc;
 
 namespace quillara {
 
-/// The people and programs around an analysis, whichever of their services there are.
+struct DialogState;
+
+/// The people and programs around an analysis, whichever of their services there are. What a script drives says its
+/// messages to the script.
 class Surroundings {
   public:
-    /// The services outlive it.
-    explicit Surroundings(const AnalysisServices& services) : Services(services) {}
+    /// The services and the dialogs outlive it.
+    Surroundings(const AnalysisServices& services, const DialogState& dialogs) : Services(services), Dialogs(dialogs) {}
 
     /// Whether the user asks to cancel now.
     [[nodiscard]] bool AskForBreak() const;
@@ -37,6 +40,7 @@ class Surroundings {
     const AnalysisServices& Services;
 
   private:
+    const DialogState& Dialogs;
     bool IsPassing = false;
 };
 

@@ -132,14 +132,17 @@ Control& Window::Usable(int id, std::initializer_list<ControlKind> kinds) {
 }
 
 void Window::Click(int id) {
-    Control& control =
-        Usable(id, {ControlKind::Button, ControlKind::DefaultButton, ControlKind::CheckBox, ControlKind::RadioButton});
+    Press(
+        Usable(id, {ControlKind::Button, ControlKind::DefaultButton, ControlKind::CheckBox, ControlKind::RadioButton}));
+}
+
+std::int64_t Window::Press(Control& control) {
     if (control.Kind == ControlKind::CheckBox) {
         control.Checked = !control.Checked;
     } else if (control.Kind == ControlKind::RadioButton) {
         TakeRadioCheck(control);
     }
-    SendCommand(id);
+    return SendCommand(control.Id);
 }
 
 /// The radio buttons of one resource are one group.

@@ -43,6 +43,9 @@ class Window : public WindowHandleTag {
     void Post(unsigned message, std::uint64_t wParam, std::int64_t lParam);
     /// Runs the command of a control, whether or not it can be used; changes no check, unlike a click.
     std::int64_t SendCommand(int id);
+    /// Runs a command of a button, or changes a check box or a radio button as a click does, whether or not the control
+    /// can be seen and used; for scripts, which have rules of their own. Gives the result of the command.
+    std::int64_t Press(Control& control);
 
     // What a user does. Each throws UsageError when the control isn't there, can't be seen, is disabled or is of
     // another kind; the text says which.

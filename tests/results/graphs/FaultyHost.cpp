@@ -22,27 +22,12 @@ template <typename Interface>
 struct Before : CountedObject<Interface> {
     explicit Before(Interface* object) : Object(CountedPointer<Interface>::Adopt(object)) {}
     HRESULT QueryInterface(const GUID& id, void** object) override {
-        if constexpr (requires { Interface::Id; }) {
-            if (id == Interface::Id && id != IUnknown::Id) {
-                this->AddRef();
-                *object = static_cast<Interface*>(this);
-                return S_OK;
-            }
+        if (id == Interface::Id) {
+            this->AddRef();
+            *object = static_cast<Interface*>(this);
+            return S_OK;
         }
         return Object->QueryInterface(id, object);
-    }
-
-    CountedPointer<Interface> Object;
-};
-
-struct Graph final : Before<IGraph> {
-    using Before::Before;
-    HRESULT QueryInterface(const GUID& id, void** object) override {
-        if (id == IMFCPointer::Id && Fails()) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        return Before::QueryInterface(id, object);
     }
     HRESULT GetTypeInfoCount(std::uint32_t* count) override { return Object->GetTypeInfoCount(count); }
     HRESULT GetTypeInfo(std::uint32_t index, LCID language, ITypeInfo** information) override {
@@ -56,6 +41,19 @@ struct Graph final : Before<IGraph> {
                    const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
                    std::uint32_t* badArgument) override {
         return Object->Invoke(member, reserved, language, flags, parameters, result, exception, badArgument);
+    }
+
+    CountedPointer<Interface> Object;
+};
+
+struct Graph final : Before<IGraph> {
+    using Before::Before;
+    HRESULT QueryInterface(const GUID& id, void** object) override {
+        if (id == IMFCPointer::Id && Fails()) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        return Before::QueryInterface(id, object);
     }
     HRESULT GetTitle(BSTR* title) override { return Fails() ? E_FAIL : Object->GetTitle(title); }
     HRESULT GetFirstPlot(IUnknown** plot) override { return Fails() ? E_FAIL : Object->GetFirstPlot(plot); }

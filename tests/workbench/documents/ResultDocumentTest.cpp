@@ -167,23 +167,26 @@ HRESULT Use(ResultDocument& document, const char16_t* name, std::uint16_t use, s
 TEST_F(Documents, AreUsedByName) {
     const auto document = Make();
     const VARIANT yes = BooleanVariant(true);
-    VARIANT number;
-    number.Type = VariantType::Integer;
+    const OwnedVariant words = OwnedVariant::OfText(u"later");
+    const VARIANT& text = words.Get();
+    const OwnedVariant one = OwnedVariant::OfInteger(1);
     // clang-format off
     const struct {
         const char16_t* Member; DispatchFlag Use; std::vector<VARIANT> Arguments; HRESULT Status;
     } uses[] = {
         {u"Saved",    DispatchPropertyPut,          {yes},    S_OK},
-        {u"Saved",    DispatchPropertyPut,          {number}, DISP_E_TYPEMISMATCH},
+        {u"Saved",    DispatchPropertyPut,          {text},   DISP_E_TYPEMISMATCH},
         {u"Saved",    DispatchPropertyPut,          {},       DISP_E_BADPARAMCOUNT},
         {u"Saved",    DispatchPropertyPutReference, {yes},    DISP_E_MEMBERNOTFOUND},
-        {u"Visible",  DispatchPropertyPut,          {yes},    S_OK},
+        {u"visible",  DispatchPropertyPut,          {one.Get()}, S_OK},
         {u"Visible",  DispatchPropertyGet,          {},       E_POINTER},
         {u"Window",   DispatchPropertyPut,          {yes},    DISP_E_MEMBERNOTFOUND},
         {u"Activate", DispatchPropertyGet,          {},       DISP_E_MEMBERNOTFOUND},
         {u"Activate", DispatchMethod,               {yes},    DISP_E_BADPARAMCOUNT},
         {u"Activate", DispatchMethod,               {},       S_OK},
-        {u"Close",    DispatchMethod,               {},       DISP_E_UNKNOWNNAME},
+        {u"Cell",     DispatchPropertyGet,          {one.Get(), one.Get()}, DISP_E_BADINDEX},
+        {u"Series",   DispatchPropertyGet,          {one.Get()}, DISP_E_UNKNOWNNAME},  // of graphs
+        {u"Save",     DispatchMethod,               {text},   DISP_E_EXCEPTION},  // nobody writes documents here
     };
     // clang-format on
     for (const char16_t* property : {u"Saved", u"Visible"}) {
@@ -192,12 +195,15 @@ TEST_F(Documents, AreUsedByName) {
         EXPECT_EQ(value.Boolean, 0);
     }
     for (const auto& each : uses) {
-        EXPECT_EQ(Use(*document, each.Member, each.Use, each.Arguments), each.Status) << &each - uses;
+        VARIANT result;
+        const bool asks = each.Status == DISP_E_BADINDEX;
+        EXPECT_EQ(Use(*document, each.Member, each.Use, each.Arguments, asks ? &result : nullptr), each.Status)
+            << &each - uses;
     }
     EXPECT_TRUE(document->IsSaved() && document->IsVisible());
     document->Close();
-    EXPECT_EQ(Use(*document, u"Activate", DispatchMethod), E_FAIL);
-    EXPECT_EQ(Use(*document, u"Visible", DispatchPropertyPut, {yes}), E_FAIL);
+    EXPECT_EQ(Use(*document, u"Activate", DispatchMethod), DISP_E_EXCEPTION);
+    EXPECT_EQ(Use(*document, u"Visible", DispatchPropertyPut, {yes}), DISP_E_EXCEPTION);
 }
 
 TEST_F(Documents, TheWindowKeepsItsDocument) {

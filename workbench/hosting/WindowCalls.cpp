@@ -1,0 +1,161 @@
+#include "workbench/hosting/WindowCalls.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "platform/OwnedVariant.h"
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/documents/WideText.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+using Argument = std::variant<double, std::string>;
+
+[[noreturn]] void Refuse(const WindowCall& call) {
+    throw UsageError("The window call " + Quoted(call.Name) + " isn't known or has other arguments.");
+}
+
+int WholeOf(const WindowCall& call, std::size_t place) {
+    const double* number = std::get_if<double>(&call.Arguments[place]);
+    if (number == nullptr || *number != std::floor(*number) || std::abs(*number) > 1e9) {
+        Refuse(call);
+    }
+    return static_cast<int>(*number);
+}
+
+std::string TextOf(const Argument& argument) {
+    if (const auto* text = std::get_if<std::string>(&argument)) {
+        return *text;
+    }
+    char text[32];
+    return {text, std::to_chars(std::begin(text), std::end(text), std::get<double>(argument)).ptr};
+}
+
+double NumberIn(const WindowCall& call, std::size_t place) {
+    const std::string text = TextOf(call.Arguments[place]);
+    double number = 0.0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || rest != text.data() + text.size()) {
+        throw UsageError(Quoted(text) + " isn't a number.");
+    }
+    return number;
+}
+
+void Click(Window& window, const WindowCall& call) {
+    window.Click(WholeOf(call, 0));
+}
+
+void Select(Window& window, const WindowCall& call) {
+    if (const auto* text = std::get_if<std::string>(&call.Arguments[1])) {
+        window.ClickText(WholeOf(call, 0), *text);
+    } else {
+        window.ClickRow(WholeOf(call, 0), WholeOf(call, 1));
+    }
+}
+
+void DoubleClick(Window& window, const WindowCall& call) {
+    window.DoubleClickRow(WholeOf(call, 0), WholeOf(call, 1));
+}
+
+void Type(Window& window, const WindowCall& call) {
+    const int id = WholeOf(call, 0);
+    const ControlKind kind = window.At(id).Kind;
+    if (kind == ControlKind::IntegerField || kind == ControlKind::RealField) {
+        window.TypeNumber(id, NumberIn(call, 1));
+    } else {
+        window.Type(id, TextOf(call.Arguments[1]));
+    }
+}
+
+void Drag(Window& window, const WindowCall& call) {
+    window.ClickRow(WholeOf(call, 0), WholeOf(call, 1));
+    window.Drag(WholeOf(call, 0), WholeOf(call, 2));
+}
+
+struct CallRow {
+    std::string_view Name;
+    std::size_t Arguments;
+    void (*Run)(Window& window, const WindowCall& call);
+};
+
+// clang-format off
+constexpr std::array<CallRow, 5> Calls{{
+    // Name          Arguments Run
+    {"click",        1,        Click},
+    {"select",       2,        Select},
+    {"double_click", 2,        DoubleClick},
+    {"text",         2,        Type},
+    {"drag",         3,        Drag},
+}};
+// clang-format on
+
+// From values of automation
+
+std::span<const VARIANT> ItemsOf(const VARIANT& list) {
+    if (!Has(list.Type, VariantType::Array) || Has(list.Type, VariantType::ByReference)) {
+        throw UsageError("An answer is a list of window calls, each a list of a name and its arguments.");
+    }
+    return list.Array == nullptr ? std::span<const VARIANT>()
+                                 : std::span(list.Array->Data, list.Array->Bounds[0].Count);
+}
+
+Argument ArgumentOf(const VARIANT& value) {
+    OwnedVariant converted;
+    const VariantType type = value.Type == VariantType::Text ? VariantType::Text : VariantType::Real;
+    if (!Succeeded(VariantChangeType(*converted.Put(), value, type))) {
+        throw UsageError("A window call takes numbers and texts.");
+    }
+    if (type == VariantType::Text) {
+        return NarrowText(ViewOf(converted.Get().Text));
+    }
+    return converted.Get().Real;
+}
+
+WindowCall CallOf(const VARIANT& value) {
+    WindowCall call;
+    for (const VARIANT& item : ItemsOf(value)) {
+        call.Arguments.push_back(ArgumentOf(item));
+    }
+    if (call.Arguments.empty() || !std::holds_alternative<std::string>(call.Arguments.front())) {
+        throw UsageError("A window call begins with its name.");
+    }
+    call.Name = std::get<std::string>(call.Arguments.front());
+    call.Arguments.erase(call.Arguments.begin());
+    return call;
+}
+
+}  // namespace
+
+void RunWindowCall(Window& window, const WindowCall& call) {
+    const auto* row = std::ranges::find(Calls, call.Name, &CallRow::Name);
+    if (row == Calls.end() || row->Arguments != call.Arguments.size()) {
+        Refuse(call);
+    }
+    row->Run(window, call);
+}
+
+std::function<void(Window&)> AnswerOf(const VARIANT& calls) {
+    std::vector<WindowCall> all;
+    OwnedVariant copy;
+    if (!Succeeded(VariantCopyInd(*copy.Put(), calls))) {
+        throw UsageError("An answer is a list of window calls.");
+    }
+    for (const VARIANT& item : ItemsOf(copy.Get())) {
+        all.push_back(CallOf(item));
+    }
+    return [all = std::move(all)](Window& window) {
+        for (const WindowCall& call : all) {
+            RunWindowCall(window, call);
+        }
+    };
+}
+
+}  // namespace quillara

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/Variant.h"
+
+namespace quillara {
+
+class Window;
+
+/// What a script does in a window as a person would, by name:
+///   click ID               a button, a check box, a radio button
+///   select ID ROW          a row of a list, by place from 0 or by text
+///   double_click ID ROW    the same twice
+///   text ID TEXT           an edit or a number field
+///   drag ID ROW TARGET     the row of a list before another
+struct WindowCall {
+    std::string Name;
+    std::vector<std::variant<double, std::string>> Arguments;
+};
+
+/// Does so. Throws UsageError for a call that isn't there or lacks arguments, and as Window does.
+void RunWindowCall(Window& window, const WindowCall& call);
+
+/// The answer to a modal window that makes these calls one after the other, given as a list of lists. Throws UsageError
+/// when it is another value.
+[[nodiscard]] std::function<void(Window&)> AnswerOf(const VARIANT& calls);
+
+}  // namespace quillara
