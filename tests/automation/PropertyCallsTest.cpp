@@ -15,29 +15,11 @@ namespace {
 using quillara::Texts;
 using quillara::TheScriptDesk;
 
-constexpr ControlRow RowOf(int control, ControlClass kind, ControlMode mode) {
-    return {control, kind, mode, IntegerValue, 0, 1, {}};
-}
-
-// clang-format off
-constexpr ControlRow Rows[] = {
-    RowOf(DrillVariablesButton,     VariablesButton,   HasValue),
-    RowOf(ReviewVariablesButton,    VariablesButton,   HasValue),
-    RowOf(SummaryButton,            SpreadsheetButton, Acts),
-    RowOf(FrequenciesButton,        SpreadsheetButton, Acts),
-    RowOf(StackedPlotsButton,       GraphButton,       Acts),
-    RowOf(Review3DHistogramsButton, GraphButton,       Acts),
-    RowOf(SaveDataButton,           DataButton,        Acts),
-    RowOf(0,                        ValueControl,      Acts),
-};
-// clang-format on
-
 class PropertyCalls : public testing::Test, public ScriptBench {
   protected:
     PropertyCalls() {
         Open(quillara::TableOf({Texts("sex", {"f", "f", "m", "m"}), Texts("home town", {"x", "y", "y", "x"}),
                                 quillara::Numbers("age", {1, 2, 3, 4}), quillara::Numbers("2", {5, 6, 8, 7})}));
-        Dialog().SetControlTable(Rows);
     }
     ~PropertyCalls() override {
         TheScriptDesk().ForgetAnswers();

@@ -6,12 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "host/ControlTable.h"
 #include "host/Exceptions.h"
 #include "platform/CountedPointer.h"
 #include "platform/OwnedVariant.h"
+#include "platform/TextEncodings.h"
 #include "tests/dialogs/DialogBench.h"
-#include "workbench/documents/WideText.h"
 
 namespace dialogtest {
 
@@ -46,7 +45,7 @@ inline std::string Read(IDispatch* object, const char16_t* name, std::vector<VAR
         Succeeded(object->Invoke(member, GUID_NULL, NeutralLanguage, DispatchPropertyGet,
                                  {arguments.data(), nullptr, count, 0}, value.Put(), nullptr, nullptr)) &&
         Succeeded(VariantChangeType(*text.Put(), value.Get(), VariantType::Text));
-    return isRead ? quillara::NarrowText(ViewOf(text.Get().Text)) : "?";
+    return isRead ? NarrowText(ViewOf(text.Get().Text)) : "?";
 }
 
 /// A startup dialog as a script has it: through the property calls of its host side.
@@ -67,7 +66,7 @@ class ScriptBench : public DialogBench {
         OwnedVariant text;
         return Succeeded(Options().GetOleProperty(static_cast<std::uint16_t>(id), value.Put())) &&
                        Succeeded(VariantChangeType(*text.Put(), value.Get(), VariantType::Text))
-                   ? quillara::NarrowText(ViewOf(text.Get().Text))
+                   ? NarrowText(ViewOf(text.Get().Text))
                    : "?";
     }
     /// Presses a result button: the kind and name of its document, or how many there are; or how it fails.
