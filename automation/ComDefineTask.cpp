@@ -16,7 +16,7 @@ constexpr char Scope[] = "CDefineTask::";
 template <typename Value>
 HRESULT ReadControl(CAnalysisModelessDialog& dialog, const AutomationMember& member, Value* value) {
     return ForwardToHost(dialog, {Scope, "get_", member.Name},
-                         [&] { return dialog.GetOleProperty(member.Control, value); });
+                         [&] { return value == nullptr ? E_POINTER : dialog.GetOleProperty(member.Control, value); });
 }
 
 template <typename Value>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "automation/AutomationMember.h"
 #include "platform/Guid.h"
@@ -12,7 +13,7 @@ namespace drilldown {
 
 inline constexpr GUID LIBID_QLADrillDown = GuidOf("{C9E2902B-3D45-11D4-9FF4-00C04FA0D540}");
 inline constexpr LCID LibraryLanguage = 0x409;
-inline constexpr char16_t HelpFile[] = u"qlv6om.chm";
+inline constexpr char HelpFile[] = "qlv6om.chm";
 
 /// An interface as a whole.
 struct InterfaceFacts {
@@ -35,9 +36,8 @@ struct InterfaceFacts {
 /// Whether a name is that text, whatever its case.
 [[nodiscard]] bool IsNamed(const char* name, std::u16string_view text);
 
-/// Writes a text for the caller; a null place is passed over.
-HRESULT GiveText(std::u16string_view text, BSTR* place);
-HRESULT GiveText(const char* text, BSTR* place);
+/// Writes a text of plain letters for the caller; a null place is passed over.
+HRESULT GiveText(std::string_view text, BSTR* place);
 
 /// The object that tells of an interface, by its place. It lives as long as the module; a reference keeps that loaded.
 [[nodiscard]] ITypeInfo& DescriptionAt(std::uint32_t place);

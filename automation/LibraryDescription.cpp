@@ -1,7 +1,6 @@
 #include "automation/LibraryDescription.h"
 
 #include <algorithm>
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -100,17 +99,16 @@ class LibraryDescription final : public ITypeLib {
 
 }  // namespace
 
-HRESULT GiveText(std::u16string_view text, BSTR* place) {
+HRESULT GiveText(std::string_view text, BSTR* place) {
     if (place == nullptr) {
         return S_OK;
     }
-    *place = SysAllocString(text);
-    return *place == nullptr ? E_OUTOFMEMORY : S_OK;
-}
-
-HRESULT GiveText(const char* text, BSTR* place) {
-    const std::string_view plain(text);
-    return GiveText(std::u16string(plain.begin(), plain.end()), place);
+    *place = SysAllocStringLen(nullptr, static_cast<std::uint32_t>(text.size()));
+    if (*place == nullptr) {
+        return E_OUTOFMEMORY;
+    }
+    std::ranges::copy(text, *place);
+    return S_OK;
 }
 
 HRESULT GiveDocumentation(const char* name, const char* help, const Documentation& places) {

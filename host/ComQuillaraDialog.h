@@ -41,7 +41,8 @@ class CComQuillaraDialog : public Interface, public ISupportErrorInfo {
     HRESULT InterfaceSupportsErrorInfo(const GUID& id) override { return IsOfFace(id) ? S_OK : S_FALSE; }
 
     HRESULT get_Name(BSTR* pName) override {
-        return Guard::Run(FaceDialog, "get_", "Name", [=, this] { return FaceDialog.get_Name(pName); });
+        return Guard::Run(FaceDialog, "get_", "Name",
+                          [=, this] { return pName == nullptr ? E_POINTER : FaceDialog.get_Name(pName); });
     }
     // Intended: answers also when the dialog has closed, and reports nothing, unlike all other members; scripts find
     // their way to the application from what they still hold.
@@ -56,11 +57,15 @@ class CComQuillaraDialog : public Interface, public ISupportErrorInfo {
     HRESULT get_Parent(IDispatch** pApp) override {
         return Guard::Run(FaceDialog, "get_", "Parent", [=, this] {
             CAnalysisDoc* document = FaceAnalysis.GetDocument();
+            if (pApp == nullptr) {
+                return E_POINTER;
+            }
             return document == nullptr ? E_FAIL : document->GetExternQlaAnalysisPointer(pApp);
         });
     }
     HRESULT OK(int* pSuccess) override {
-        return Guard::Run(FaceDialog, "", "OK", [=, this] { return FaceDialog.OAOK(pSuccess); });
+        return Guard::Run(FaceDialog, "", "OK",
+                          [=, this] { return pSuccess == nullptr ? E_POINTER : FaceDialog.OAOK(pSuccess); });
     }
     HRESULT Cancel() override {
         return Guard::Run(FaceDialog, "", "Cancel", [this] { return FaceDialog.OACancel(); });

@@ -1,5 +1,4 @@
-// What becomes of failures that members of the startup dialog meet: status, error object and log. The linker has the
-// host throw where a test says so.
+// What becomes of failures that members of the startup dialog meet: status, error object and log.
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -14,54 +13,11 @@
 #include "automation/CrashReport.h"
 #include "host/ErrorReports.h"
 #include "host/Exceptions.h"
-#include "host/ScriptValues.h"
 #include "tests/Locations.h"
 #include "tests/automation/FaceBench.h"
+#include "tests/automation/HostCalls.h"
 #include "tests/dialogs/DialogScript.h"
 #include "tests/workbench/Tables.h"
-
-namespace {
-
-/// What the next call of a place in the host throws.
-std::function<void()> ThrowInProperty, ThrowInText, ThrowInControls, ThrowInName;
-
-void Throw(std::function<void()>& failure) {
-    if (const auto once = std::exchange(failure, nullptr)) {
-        once();
-    }
-}
-
-template <typename Function>
-Function Real(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
-}  // namespace
-
-HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, int* value) {
-    Throw(ThrowInProperty);
-    using Function = HRESULT (*)(CAnalysisDialogAutomationOptions*, std::uint16_t, int*);
-    return Real<Function>("_ZN32CAnalysisDialogAutomationOptions14GetOlePropertyEtPi")(this, control, value);
-}
-
-bool VariantToTextList(const VARIANT& value, std::string& text) {
-    Throw(ThrowInText);
-    using Function = bool (*)(const VARIANT&, std::string&);
-    return Real<Function>("_Z17VariantToTextListRK7VARIANTRNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE")(value,
-                                                                                                                  text);
-}
-
-void CAnalysisDialog::EnableWindow(HWND window, int id, bool enable) {
-    Throw(ThrowInControls);
-    using Function = void (*)(CAnalysisDialog*, HWND, int, bool);
-    Real<Function>("_ZN15CAnalysisDialog12EnableWindowEP15WindowHandleTagib")(this, window, id, enable);
-}
-
-HRESULT CAnalysisModelessDialog::get_Name(BSTR* name) {
-    Throw(ThrowInName);
-    using Function = HRESULT (*)(CAnalysisModelessDialog*, BSTR*);
-    return Real<Function>("_ZN23CAnalysisModelessDialog8get_NameEPPDs")(this, name);
-}
 
 namespace dialogtest {
 namespace {
@@ -143,14 +99,14 @@ TEST_F(FailureReportsTest, EachClassOfFailureIsReportedByTheKindOfItsMember) {
     for (const FailureCase& failure : Failures) {
         SCOPED_TRACE(failure.Forwarded);
         ErrorSaying("old");
-        ThrowInProperty = failure.Throw;
+        FailNext("get integer", failure.Throw);
         EXPECT_EQ(Reported(face.get_WeightedMoments(&state), Forwarded + std::string("get_WeightedMoments]: ")),
                   failure.Forwarded);
-        ThrowInName = failure.Throw;
+        FailNext("name", failure.Throw);
         EXPECT_EQ(Reported(face.get_Name(name.Put()), OfEveryDialog), failure.Forwarded);
-        ThrowInText = failure.Throw;  // in the host
+        FailNext("text", failure.Throw);  // in the host
         EXPECT_EQ(Reported(face.put_DrillDownVariable(One.Get()), Own), failure.Own);
-        ThrowInControls = failure.Throw;  // where the dialog shows its state
+        FailNext("controls", failure.Throw);  // where the dialog shows its state
         EXPECT_EQ(Reported(face.put_DrillDownVariable(One.Get()), Own), failure.Own);
         EXPECT_EQ(CurrentModuleState(), nullptr) << "left while the exception unwound";
     }
@@ -258,11 +214,11 @@ TEST_F(FailureReportsTest, ADumpIsMadeAndLoggedWhereTheReportLibraryIs) {
     ASSERT_NE(library, nullptr) << dlerror();  // from now on it is found by its plain name
     const std::string& told = *static_cast<std::string*>(dlsym(library, "Told"));
     const std::string dump = "1 0 Process dump was generated in [" + ErrorFolder() + "]";
-    ThrowInProperty = fail;
+    FailNext("get integer", fail);
     EXPECT_EQ(face.get_WeightedMoments(&state), StatusOf(0xC0000005));
     EXPECT_EQ(TakeLog(), dump + " / 1 0 " + Forwarded + "get_WeightedMoments]: access");
     EXPECT_EQ(told, "trace 9999 here; report " + ErrorFolder() + " here access; ");
-    ThrowInText = fail;
+    FailNext("text", fail);
     EXPECT_EQ(face.put_DrillDownVariable(One.Get()), StatusOf(0xC0000005));
     EXPECT_EQ(TakeLog(), std::string("1 0 ") + Own + "access / " + dump);
     dlclose(library);

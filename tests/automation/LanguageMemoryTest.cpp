@@ -7,7 +7,9 @@
 #include <new>
 
 #include "dialogs/ShownAgain.h"
+#include "host/OleConstant.h"
 #include "resources/ControlIds.h"
+#include "tests/automation/FaceBench.h"
 #include "tests/dialogs/DialogScript.h"
 
 namespace {
@@ -131,6 +133,45 @@ TEST_F(LanguageMemory, FailingAtAnyPointLeavesListsSetsAndNumbersThatAgree) {
             ForgetAnswers();
             ExpectThatAllAgrees(updates);
         }
+    }
+}
+
+TEST_F(LanguageMemory, FailingWithinAMemberEndsAsItsStatus) {
+    Explore();
+    DoAll({"pick town", "put DrillDownCategory 0 = ok"});
+    const std::pair<const char*, const char*> written[]{
+        {"DrillDownVariable", "'town'"},
+        {"DrillUpVariable", "'a key of more than eight bytes'"},
+        {"DrillDownCategory", "'a category of more than sixteen bytes'"},
+        {"UserDefinedBoundaries", "'1 2 3 4 5 6 7 8 9'"}};
+    const auto failAtEach = [this](const AutomationMember& member, const MemberFunction& function, VARIANT given) {
+        bool failed = true;
+        for (std::size_t call = 1; failed && call < 1000; ++call) {
+            VARIANT value = given;
+            HRESULT status = S_OK;
+            failed = FailsAt([&] { status = function.Call(FaceOf(Dialog()), value); }, call);
+            EXPECT_EQ(failed && status >= 0, false) << member.Name << ", call " << call;
+            if (function.Use == DispatchPropertyGet) {
+                VariantClear(value);
+            }
+        }
+    };
+    for (const char* name : {"DrillDownVariable", "DrillUpVariable", "DrillDownCategory", "CategorySelections"}) {
+        const AutomationMember& member =
+            *std::ranges::find(StartupMembers, std::string_view(name), &AutomationMember::Name);
+        failAtEach(member, member.Functions[0], {});
+    }
+    for (const auto& [name, value] : written) {
+        const AutomationMember& member =
+            *std::ranges::find(StartupMembers, std::string_view(name), &AutomationMember::Name);
+        const OwnedVariant given = ValueOf(value);
+        failAtEach(member, member.Functions[1], given.Get());
+    }
+    for (std::size_t call = 1; call < 20; ++call) {
+        const COleAConstant* value = nullptr;
+        const bool failed = FailsAt([&] { value = Dialog().RecordControlValue(DrillVariablesGroup); }, call);
+        EXPECT_EQ(value == nullptr, failed);
+        delete value;
     }
 }
 
