@@ -60,7 +60,7 @@ TEST_F(PropertyCalls, EveryClassOfControlIsWrittenAndRead) {
         {DrillVariablesButton,  text(u"0"),                      "80070057 There is no variable 0.",           "sex \"home town\" | age"},
         {DrillVariablesButton,  text(u"1 | 2 | 3"),              "80070057 There are two lists of variables, with one bar between them.", "sex \"home town\" | age"},
         {DrillVariablesButton,  text(u"1 1"),                    "exception: The variable 1 is named twice for one list.", "sex \"home town\" | age"},
-        {MeanSEAndSDBox,        whole(1),                        "80070005 This control is disabled now.",     "0"},
+        {MeanSEAndSDBox,        whole(0),                        "80070005 This control is disabled now.",     "1"},
         {ReviewVariablesButton, text(u"| 3-4"),                  "ok",                                         "| age \"2\""},
         {MeanSEAndSDBox,        whole(0),                        "ok",                                         "0"},
         {DrillVariablesButton,  text(u"sex | age"),              "ok",                                         "sex | age"},

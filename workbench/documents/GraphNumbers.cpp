@@ -1,6 +1,7 @@
 #include "workbench/documents/GraphNumbers.h"
 
 #include <array>
+#include <cmath>
 #include <numeric>
 #include <utility>
 
@@ -16,17 +17,39 @@ NamedNumbers InOrder(std::string name, std::vector<std::string> labels, std::vec
     return {std::move(name), std::move(labels), std::move(places), std::move(numbers)};
 }
 
-Series SeriesIn(const SeriesChart& chart) {
+/// Whether a point of a series is shown. Pies and stacked plots have points at x = 0 that stand for nothing.
+bool IsShown(const Histogram& /*chart*/, const GraphPoint& point) {
+    return !std::isnan(point.X);
+}
+bool IsShown(const SeriesChart& /*chart*/, const GraphPoint& point) {
+    return point.X > 0.0;
+}
+
+template <typename Chart>
+Series SeriesOfChart(const Chart& chart) {
     Series all;
     for (const GraphSeries& series : chart.Series) {
         NamedNumbers& shown = all.emplace_back(NamedNumbers{series.Name, {}, {}, {}});
         for (const GraphPoint& point : series.Points) {
+            if (!IsShown(chart, point)) {
+                continue;
+            }
             shown.Labels.push_back(point.Name);
             shown.X.push_back(point.X);
             shown.Y.push_back(point.Y);
         }
     }
     return all;
+}
+
+Series SeriesIn(const Histogram& chart) {
+    return SeriesOfChart(chart);
+}
+Series SeriesIn(const PieChart& chart) {
+    return SeriesOfChart(chart);
+}
+Series SeriesIn(const StackedPlot& chart) {
+    return SeriesOfChart(chart);
 }
 
 struct Statistic {

@@ -280,7 +280,7 @@ HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, 
 }
 
 HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, const char16_t* value) {
-    return WriteTo(Dialog, control, OwnedVariant::OfText(ViewOf(value)).Get());
+    return WriteTo(Dialog, control, OwnedVariant::OfText(value == nullptr ? std::u16string_view() : value).Get());
 }
 
 HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control, int value) {
