@@ -145,9 +145,8 @@ void CDefineTask::UpdateControls() {
         ShowWindow(Window, hidden, false);
     }
     for (const OptionBox& box : OptionBoxes) {
-        if (facts[box.IsOfBoxPlots ? ContinuousReview : Always]) {
-            CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
-        }
+        // Those of box plots too, before there is a variable for one: scripts read the boxes.
+        CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
     }
     EnableCategorizationMethods(facts[AnyDown]);
     ShowCategorization();

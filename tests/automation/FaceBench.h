@@ -107,8 +107,8 @@ inline Answered CallByName(IDispatch& face, std::string_view name, DispatchFlag 
     }
     SysFreeString(exception.Source);
     SysFreeString(exception.Description);
-    std::string text = Succeeded(status) ? (use == DispatchPropertyGet ? TextOf(result.Get()) : StatusText(status))
-                                         : StatusText(status);
+    std::string text =
+        Succeeded(status) && result.Get().Type != VariantType::Empty ? TextOf(result.Get()) : StatusText(status);
     return {status, text + (bad == 99 ? "" : " argument " + std::to_string(bad))};
 }
 

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <regex>
 #include <stdexcept>
 
 #include "automation/CrashReport.h"
@@ -112,6 +113,27 @@ TEST_F(FailureReportsTest, EachClassOfFailureIsReportedByTheKindOfItsMember) {
     }
 }
 
+TEST_F(FailureReportsTest, FailuresWithinAPressComeOutOfTheMember) {
+    DDNStartup& face = FaceOf(Dialog());
+    const std::string forwarded = std::string(Forwarded) + "DrillDown]: ";
+    Host().OfferCaseBlocks(false);  // so that the host is asked for each case
+    for (const FailureCase& failure : Failures) {
+        for (const char* place : {"pass", "controls"}) {  // in the engine, and where the dialog shows its state
+            SCOPED_TRACE(std::string(failure.Forwarded) + " in " + place);
+            ASSERT_EQ(PutByName(Dialog(), "Variables", "'sex'"), "ok");
+            PutByName(Dialog(), "DrillDownVariable", "'sex'");
+            PutByName(Dialog(), "DrillDownCategory", "'f'");
+            FailNext(place, failure.Throw);
+            EXPECT_EQ(
+                Reported(face.DrillDown(), forwarded),
+                std::regex_replace(failure.Forwarded, std::regex("std::bad_alloc"),
+                                   "There is not enough memory for this command; close other programs and try again."));
+            EXPECT_EQ(OnHostCall, nullptr) << "not reached";
+            EXPECT_EQ(CurrentModuleState(), nullptr);
+        }
+    }
+}
+
 TEST_F(FailureReportsTest, AStatusIsNoFailureToReport) {
     DDNStartup& face = FaceOf(Dialog());
     OwnedText text;
@@ -122,8 +144,11 @@ TEST_F(FailureReportsTest, AStatusIsNoFailureToReport) {
 }
 
 TEST_F(FailureReportsTest, AfterTheWindowHasGoneOnlyTheApplicationAnswers) {
-    CDefineTask closed(Analysis());
-    DDNStartup& face = FaceOf(closed);
+    const auto held = CountedPointer<DDNStartup>::Share(&FaceOf(Dialog()));
+    DDNStartup& face = *held;
+    EXPECT_EQ(face.Cancel(), S_OK);
+    Host().RunMessages();
+    ASSERT_EQ(Host().StartupWindow(), nullptr);
     for (const AutomationMember& member : StartupMembers) {
         for (const MemberFunction& function : member.Functions) {
             if (function.Call == nullptr) {

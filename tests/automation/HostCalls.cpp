@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 
 #include "host/AnalysisDialog.h"
+#include "host/AnalysisSupport.h"
 #include "host/ScriptValues.h"
 #include "tests/automation/FaceBench.h"
 
@@ -87,6 +88,11 @@ bool VariantToTextList(const VARIANT& value, std::string& text) {
     Tell("text");
     return CallReal<bool>("_Z17VariantToTextListRK7VARIANTRNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE",
                           &value, &text);
+}
+
+int CAnalysisSupport::lookbr() {
+    Tell("pass");
+    return CallReal<int>("_ZN16CAnalysisSupport6lookbrEv", this);
 }
 
 void CAnalysisDialog::EnableWindow(HWND window, int id, bool enable) {

@@ -281,6 +281,7 @@ const std::map<std::string, std::string (*)(Bench&, Text)> Queries{
     {"put",        Put},
     {"call",       [](Bench& bench, Text name) { return CallByName(FaceOf(bench.Dialog()), name, DispatchMethod).Text; }},
     {"recorded",   Recorded},
+    {"error",      [](Bench&, Text)            { return TakeError(); }},
 };
 // clang-format on
 
