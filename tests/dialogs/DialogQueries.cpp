@@ -228,9 +228,25 @@ std::string NamesOf(const CDrillDown::DrillSet& set) {
     return ShownEach(set, [](const Drill& record) { return record.Name; });
 }
 
-/// "sex 'f'": a member and the value that it is given.
+/// "Summary,Save": some members; what they give, once where all give the same.
+template <typename Call>
+std::string OfEach(Text members, Call call) {
+    Names given;
+    for (Text member : Parts(members, ",")) {
+        given.push_back(call(member));
+    }
+    given.erase(std::unique(given.begin(), given.end()), given.end());
+    return Joined(given, ", ");
+}
+
+/// "CountMD 0": some members and the value that they are given.
 std::string Put(Bench& bench, Text text) {
-    return PutByName(bench.Dialog(), Split(text, " ").first, Split(text, " ").second);
+    const auto [members, value] = Split(text, " ");
+    return OfEach(members, [&, given = value](Text member) { return PutByName(bench.Dialog(), member, given); });
+}
+
+std::string Get(Bench& bench, Text members) {
+    return OfEach(members, [&](Text member) { return GetByName(bench.Dialog(), member); });
 }
 
 std::string Recorded(Bench& bench, Text control) {
@@ -277,7 +293,7 @@ const std::map<std::string, std::string (*)(Bench&, Text)> Queries{
     {"exists",     [](Bench& bench, Text text) { return Shown(bench.Analysis().OutputExists(Numbers<unsigned>(text)[0], Numbers<unsigned>(text)[1])); }},
     {"saved",      [](Bench& bench, Text text) { return Shown(bench.Named(text[0]).IsSaved()); }},
     {"update",     [](Bench& bench, Text)      { return Shown(bench.Analysis().AutoUpdate(0)); }},
-    {"get",        [](Bench& bench, Text name) { return GetByName(bench.Dialog(), name); }},
+    {"get",        Get},
     {"put",        Put},
     {"call",       [](Bench& bench, Text name) { return CallByName(FaceOf(bench.Dialog()), name, DispatchMethod).Text; }},
     {"recorded",   Recorded},

@@ -7,7 +7,9 @@
 #include <fstream>
 
 #include "host/AnalysisContext.h"
+#include "host/AnalysisDialog.h"
 #include "host/ModuleState.h"
+#include "platform/CountedPointer.h"
 #include "tests/Locations.h"
 #include "tests/engine/DrillBench.h"
 #include "workbench/hosting/AnalysisBinding.h"
@@ -60,6 +62,35 @@ TEST(ModuleLibrary, StaysLoadedWhileScriptsHoldItsObjects) {
     ASSERT_NE(library, nullptr);
     dlclose(library);
     --state->Locks;
+    { quillara::AnalysisModule other(ModulePath); }
+    EXPECT_EQ(dlopen(ModulePath.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+TEST(ModuleLibrary, FailuresOfTheHostStayWithinAndFacesOutliveTheirDialogs) {
+    CountedPointer<IDispatch> face;
+    const auto put = [&face](EXCEPINFO& record) {
+        VARIANT one;
+        return face->Invoke(8, GUID_NULL, NeutralLanguage, DispatchPropertyPut, {&one, nullptr, 1, 0}, nullptr, &record,
+                            nullptr);
+    };
+    EXCEPINFO refused, closed;
+    {
+        const quillara::DataTable table = TableOf({Numbers("x", {1, 2, 3})});
+        quillara::AnalysisModule module(ModulePath);
+        quillara::AnalysisDocument document(table);
+        document.Adopt(module.NewAnalysis());
+        ASSERT_TRUE(document.RunSequence());
+        face = QueryFor<IDispatch>(document.Analysis().GetStartupDialog()->GetUnknown());
+        EXPECT_EQ(put(refused), DISP_E_EXCEPTION);
+        EXPECT_EQ(refused.Status, E_NOTIMPL);
+    }
+    EXPECT_EQ(put(closed), DISP_E_EXCEPTION);
+    EXPECT_EQ(closed.Status, CO_E_OBJNOTCONNECTED);
+    for (const EXCEPINFO& record : {refused, closed}) {
+        SysFreeString(record.Source);
+        SysFreeString(record.Description);
+    }
+    face = {};
     { quillara::AnalysisModule other(ModulePath); }
     EXPECT_EQ(dlopen(ModulePath.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
