@@ -128,5 +128,8 @@ HRESULT CComDefineTask::ReadOwn(HRESULT (*read)(CDefineTask& task, std::string& 
 }
 
 HRESULT CComDefineTask::WriteOwn(HRESULT (*write)(CDefineTask& task, const VARIANT& value), const VARIANT& value) {
-    return RunInAnalysis(FaceDialog, FaceAnalysis, [&] { return write(Task, value); });
+    return RunInAnalysis(FaceDialog, FaceAnalysis, [&] {
+        Task.BeginOleAutomation();
+        return write(Task, value);
+    });
 }

@@ -6,9 +6,13 @@
 
 class CAnalysisDialog;
 
-/// How automation reads, writes and presses the controls of a dialog, by their ids. Each operation gives a status; a
-/// control that isn't there is DISP_E_MEMBERNOTFOUND, one that is hidden or disabled where the dialog doesn't allow it
-/// E_ACCESSDENIED. Texts, objects and values that are results are the caller's. A press may throw.
+/// How automation reads, writes and presses the controls of a dialog, by their ids. Each operation gives a status:
+/// DISP_E_MEMBERNOTFOUND for a control that isn't there, that of the conversion for a value of another type. A failure
+/// that needs words is thrown: a COleDispatchException, of E_ACCESSDENIED for a control that is disabled, or hidden and
+/// no button of the control table, of E_INVALIDARG for a value that the control doesn't take, of E_FAIL for a press
+/// without a result; a COleException of CO_E_OBJNOTCONNECTED for a closed window and of RPC_E_SERVERCALL_RETRYLATER for
+/// a press or a write while a press, a command or a modal window waits; std::bad_alloc, with words, for lack of memory.
+/// Texts, objects and values that are results are the caller's.
 class CAnalysisDialogAutomationOptions {
   public:
     /// The controls of `dialog`, whose part this is.
@@ -26,7 +30,8 @@ class CAnalysisDialogAutomationOptions {
     virtual HRESULT GetOleProperty(std::uint16_t control, BSTR* value);
     /// The state of a check box or a radio button, 0 or 1, or the value of an integer field.
     virtual HRESULT GetOleProperty(std::uint16_t control, int* value);
-    /// Presses a button, and hands back what it made: a document, or a collection of several.
+    /// Presses a button, runs the messages that are posted meanwhile, and hands back what it made: a document, or a
+    /// collection of several with Count and Item.
     virtual HRESULT GetOleProperty(std::uint16_t control, IDispatch** value);
     /// Presses a button.
     virtual HRESULT SetOleProperty(std::uint16_t control);

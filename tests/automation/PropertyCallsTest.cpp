@@ -1,10 +1,10 @@
 // Scripts read, write and press the controls of the real startup dialog through its host.
 
-#include "tests/automation/ScriptBench.h"
-
 #include <gtest/gtest.h>
 
 #include "resources/ControlIds.h"
+#include "tests/automation/FaceBench.h"
+#include "tests/automation/ScriptBench.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/hosting/ScriptDesk.h"
@@ -165,6 +165,9 @@ TEST_F(PropertyCalls, AScriptDrivesUntilAPersonActs) {
     EXPECT_TRUE(Dialog().IsOleAutomation());
     Startup().ClickRow(DrillDownListControl, 0);
     EXPECT_FALSE(Dialog().IsOleAutomation());
+    EXPECT_EQ(PutByName(Dialog(), "DrillDownVariable", "3"), "ok");
+    EXPECT_TRUE(Dialog().IsOleAutomation());
+    Startup().ClickRow(DrillDownListControl, 0);
     EXPECT_EQ(Write(CasewiseBox, 0), "ok");  // changes nothing: no message, and still a write
     EXPECT_TRUE(Dialog().IsOleAutomation());
 }

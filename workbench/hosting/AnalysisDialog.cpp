@@ -7,6 +7,7 @@
 #include "host/AnalysisSupport.h"
 #include "platform/ModuleInstance.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/DialogState.h"
 
 using quillara::Window;
 
@@ -95,4 +96,8 @@ std::string CAnalysisDialog::szLoadResString(const ModuleInstance* module, int i
 
 bool CAnalysisDialog::IsOleAutomation() const {
     return Owner.IsOleAutomation() != 0;
+}
+
+void CAnalysisDialog::BeginOleAutomation() {
+    quillara::DialogsOf(Owner.GetDocument()).Script.IsDriven = true;
 }

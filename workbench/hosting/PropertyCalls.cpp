@@ -73,7 +73,7 @@ void WriteCheck(CAnalysisDialog& dialog, Control& control, bool checked) {
         Refuse(E_INVALIDARG, "A radio button is switched off by another one.");
     }
     if (control.Checked == checked) {
-        quillara::DriveByScript(dialog);
+        dialog.BeginOleAutomation();
     } else {
         Press(dialog, control);
     }

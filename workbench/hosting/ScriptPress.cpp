@@ -82,10 +82,6 @@ PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int6
     return outcome;
 }
 
-void DriveByScript(const CAnalysisDialog& dialog) {
-    DialogsOf(DialogHost::DocumentOf(dialog)).Script.IsDriven = true;
-}
-
 std::string FailureOf(const PressRecord& press) {
     std::string text;
     for (const std::string& message : press.Messages) {

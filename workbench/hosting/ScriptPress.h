@@ -23,9 +23,6 @@ struct PressOutcome {
 PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int64_t(Window&)>& act,
                           std::function<void(Window&)> firstAnswer = {});
 
-/// A script has written to the dialog, though it has changed nothing.
-void DriveByScript(const CAnalysisDialog& dialog);
-
 /// What people and scripts are told of a press that hasn't made what it is pressed for.
 [[nodiscard]] std::string FailureOf(const PressRecord& press);
 
