@@ -120,6 +120,8 @@ HRESULT ReadCategorySelections(CDefineTask& task, std::string& text) {
     if (IsNonZero(analysis.GetCurrentMCount())) {
         text += NumberedName(place, missing);
     }
+    // Intended: blanks and bars at the end of the last name go with the bar behind it, unlike those of the others; the
+    // text ends in no bar.
     text.erase(text.find_last_not_of(SelectionEnds) + 1);
     if (text.empty()) {
         text = missing;
