@@ -38,8 +38,6 @@ class CDefineTask : public CDrillDownModelessDialog, public CComDefineTask {
     void SelectCurrentDown();
     /// CurrentUp := the record at the selected row of the drill-up list, if there is one.
     void SelectCurrentUp();
-    /// Checks the boxes of the options for box plots by their flags, also while they can't be used.
-    void ShowBoxPlotOptions();
     /// Enables and checks all controls by the present state of the analysis.
     void UpdateControls();
 

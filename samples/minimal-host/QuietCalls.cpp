@@ -68,6 +68,7 @@ void CAnalysisDialog::SetRealEditRange(HWND, double, double, int) {}
 void CAnalysisDialog::SetControlTable(const ControlRow*) {}
 void CAnalysisDialog::EarlyRecordState(int) {}
 bool CAnalysisDialog::IsOleAutomation() const { return false; }
+void CAnalysisDialog::BeginOleAutomation() {}
 short CAnalysisModelessDialog::IsResultsMsg(HWND, unsigned, std::uint64_t, std::int64_t) { return 0; }
 void CAnalysisModelessDialog::LockResults() {}
 void CAnalysisModelessDialog::UnlockResults() {}

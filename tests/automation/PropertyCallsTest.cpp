@@ -6,6 +6,7 @@
 #include "tests/automation/FaceBench.h"
 #include "tests/automation/ScriptBench.h"
 #include "tests/workbench/Tables.h"
+#include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/hosting/ScriptDesk.h"
 
@@ -114,6 +115,28 @@ TEST_F(PropertyCalls, APressGivesWhatItMade) {
     EXPECT_EQ(Made.Get(), summary.Get());  // replaced in place
     EXPECT_EQ(Result(SaveDataButton), "?: subset");
     EXPECT_EQ(Read(Made.Get(), u"Cases") + " of " + Read(Made.Get(), u"Variables"), "2 of 4");
+}
+
+TEST_F(PropertyCalls, APressWithoutAResultSaysWhatWasShown) {
+    Choose();
+    Host().SetSelection(std::vector(4, CaseResult::Skip));
+    Analysis().DataChanged = 1;
+    EXPECT_EQ(Result(SaveDataButton), "80004005 The number of cases is zero.");
+}
+
+TEST_F(PropertyCalls, ChosenVariablesGoWithTheirTable) {
+    using Dialog = quillara::OpenDataDialog;
+    Choose();
+    EXPECT_EQ(Result(SaveDataButton), "?: subset");
+    TheScriptDesk().Expect([](quillara::Window& window) {
+        window.Click(Dialog::FromRun);
+        window.ClickRow(Dialog::TableList, 0);
+        window.Click(1);
+    });
+    EXPECT_EQ(Press(OpenDataButton), "ok");
+    EXPECT_EQ(Shown(DrillVariablesButton) + Shown(ReviewVariablesButton), "");
+    EXPECT_EQ(Write(DrillVariablesButton, u"| \"2\""), "ok");
+    EXPECT_EQ(Shown(DrillVariablesButton), "| \"2\"");
 }
 
 TEST_F(PropertyCalls, AnswersOfTheScriptWorkInDialogs) {

@@ -69,6 +69,10 @@ void CheckNumber(const DataTable& table, int number) {
 void AddRange(const DataTable& table, Range range, std::vector<short>& list) {
     CheckNumber(table, range.First);
     CheckNumber(table, range.Last);
+    if (range.Last < range.First) {
+        throw UsageError("The range of variables " + std::to_string(range.First) + "-" + std::to_string(range.Last) +
+                         " runs backwards.");
+    }
     for (int number = range.First; number <= range.Last; ++number) {
         list.push_back(static_cast<short>(number));
     }
