@@ -60,7 +60,7 @@ TEST_F(PropertyCalls, EveryClassOfControlIsWrittenAndRead) {
         {DrillVariablesButton,  text(u"nobody"),                 "80070057 There is no variable \"nobody\".",  "sex \"home town\" | age"},
         {DrillVariablesButton,  text(u"0"),                      "80070057 There is no variable 0.",           "sex \"home town\" | age"},
         {DrillVariablesButton,  text(u"1 | 2 | 3"),              "80070057 There are two lists of variables, with one bar between them.", "sex \"home town\" | age"},
-        {DrillVariablesButton,  text(u"1 1"),                    "exception: The variable 1 is named twice for one list.", "sex \"home town\" | age"},
+        {DrillVariablesButton,  text(u"1 1"),                    "80070057 The variable 1 is named twice for one list.", "sex \"home town\" | age"},
         {MeanSEAndSDBox,        whole(0),                        "80070005 This control is disabled now.",     "1"},
         {ReviewVariablesButton, text(u"| 3-4"),                  "ok",                                         "| age \"2\""},
         {MeanSEAndSDBox,        whole(0),                        "ok",                                         "0"},
@@ -69,7 +69,7 @@ TEST_F(PropertyCalls, EveryClassOfControlIsWrittenAndRead) {
         {CasewiseBox,           whole(1),                        "ok",                                         "1"},
         {CasewiseBox,           real(0),                         "ok",                                         "0"},
         {AutoUpdateBox,         whole(-1),                       "ok",                                         "1"},
-        {DrillDownListControl,  text(u"nobody"),                 "80070057 The list has no such row.",         ""},
+        {DrillDownListControl,  text(u"nobody"),                 "80070057 The list 9053 of the window \"Drill-Down\" has no row \"nobody\".",         ""},
         {DrillDownListControl,  whole(1),                        "ok",                                         "age"},
         {DistinctValuesRadio,   whole(0),                        "80070057 A radio button is switched off by another one.", "0"},
         {ExactIntervalsRadio,   whole(1),                        "ok",                                         "1"},
@@ -155,6 +155,20 @@ TEST_F(PropertyCalls, AnswersOfTheScriptWorkInDialogs) {
     Dialog().AutomationInteractive = 1;
     Expect([](quillara::Window& window) { window.Click(2); });
     EXPECT_EQ(Result(Review3DHistogramsButton).substr(0, 8), "80004005");
+}
+
+TEST_F(PropertyCalls, WhatAPressPostsRunsWithinIt) {
+    Choose();
+    EXPECT_EQ(Write(DrillDownListControl, u"age"), "ok");
+    EXPECT_EQ(Write(UserIntervalsRadio, 1), "ok");
+    TheScriptDesk().Expect([](quillara::Window& window) {
+        window.Type(BoundariesEdit, "2 3");
+        window.Click(1);
+    });
+    EXPECT_EQ(Press(DownButton), "ok");  // asks for boundaries in place of the step
+    EXPECT_EQ(TheScriptDesk().AnswersLeft(), 0U);
+    EXPECT_EQ(Record("age").NU, 2);
+    EXPECT_EQ(Lists(), "sex, home town, [age] | ");
 }
 
 TEST_F(PropertyCalls, MemoryThatFailsInAPressIsAnException) {

@@ -15,14 +15,6 @@
 namespace quillara {
 namespace {
 
-bool IsField(const Control& control) {
-    return control.Kind == ControlKind::IntegerField || control.Kind == ControlKind::RealField;
-}
-
-bool IsCheck(const Control& control) {
-    return control.Kind == ControlKind::CheckBox || control.Kind == ControlKind::RadioButton;
-}
-
 /// The selected row of a list; empty without one.
 std::string SelectedText(const Control& list) {
     const auto row = static_cast<std::size_t>(list.Selected);
@@ -44,10 +36,10 @@ std::string VariablesBy(const CAnalysisDialog& dialog, int button) {
 }  // namespace
 
 OwnedVariant ValueOf(const CAnalysisDialog& dialog, const Control& control) {
-    if (IsCheck(control)) {
+    if (control.IsCheck()) {
         return OwnedVariant::OfInteger(control.Checked ? 1 : 0);
     }
-    if (!IsField(control)) {
+    if (!control.IsNumberField()) {
         return OwnedVariant::OfText(WideText(TextOf(dialog, control)));
     }
     if (!control.HasNumber) {
@@ -62,11 +54,10 @@ std::string TextOf(const CAnalysisDialog& dialog, const Control& control) {
     if (ChoosesVariables(&dialog, control.Id)) {
         return VariablesBy(dialog, control.Id);
     }
-    if (IsField(control)) {
+    if (control.IsNumberField()) {
         return control.HasNumber ? NumberText(control.Number) : std::string();
     }
-    const bool isList = control.Kind == ControlKind::ListBox || control.Kind == ControlKind::ReportList;
-    return isList ? SelectedText(control) : control.Text;
+    return control.IsList() ? SelectedText(control) : control.Text;
 }
 
 std::string NumberText(double number) {
@@ -78,10 +69,11 @@ std::optional<std::string> RecordedValueOf(const CAnalysisDialog& dialog, int id
     const ControlRow* row = RowOf(&dialog, id);
     Window* window = DialogHost::WindowOf(dialog);
     const Control* control = window == nullptr ? nullptr : window->Find(id);
-    if (row == nullptr || row->Mode != HasValue || control == nullptr || (IsField(*control) && !control->HasNumber)) {
+    if (row == nullptr || row->Mode != HasValue || control == nullptr ||
+        (control->IsNumberField() && !control->HasNumber)) {
         return std::nullopt;
     }
-    return IsCheck(*control) ? std::string(control->Checked ? "1" : "0") : TextOf(dialog, *control);
+    return control->IsCheck() ? std::string(control->Checked ? "1" : "0") : TextOf(dialog, *control);
 }
 
 }  // namespace quillara

@@ -41,14 +41,6 @@ Control* Find(CAnalysisDialog& dialog, std::uint16_t id) {
     return DialogHost::WindowOf(dialog)->Find(id);
 }
 
-bool IsCheck(const Control& control) {
-    return control.Kind == ControlKind::CheckBox || control.Kind == ControlKind::RadioButton;
-}
-
-bool IsButton(const Control& control) {
-    return control.Kind == ControlKind::Button || control.Kind == ControlKind::DefaultButton;
-}
-
 /// Buttons of the control table stay within reach of scripts when they are hidden, though not when they are disabled.
 void MustBeUsable(const CAnalysisDialog& dialog, const Control& control) {
     const ControlRow* row = quillara::RowOf(&dialog, control.Id);
@@ -102,32 +94,17 @@ void WriteNumber(CAnalysisDialog& dialog, Control& field, double number) {
     });
 }
 
-/// The row of a list that a value means: a place from 0, or a text. -1: none.
-int RowMeant(const Control& list, const VARIANT& value) {
-    VARIANT number;
-    if (value.Type != VariantType::Text) {
-        return Succeeded(VariantChangeType(number, value, VariantType::Integer)) ? number.Integer : -1;
-    }
-    const std::string text = quillara::NarrowText(ViewOf(value.Text));
-    const bool isPlain = list.Kind == ControlKind::ListBox;
-    const int rows = static_cast<int>(isPlain ? list.Rows.size() : list.ReportRows.size());
-    for (int row = 0; row < rows; ++row) {
-        const auto place = static_cast<std::size_t>(row);
-        if ((isPlain ? list.Rows[place] : list.ReportRows[place].Cells.front()) == text) {
-            return row;
-        }
-    }
-    return -1;
-}
-
-void WriteRow(CAnalysisDialog& dialog, const Control& list, int row) {
+/// Selects a row of a list, by its place from 0 or by its text.
+void WriteRow(CAnalysisDialog& dialog, const Control& list, const VARIANT& value) {
     MustBeUsable(dialog, list);
-    const std::size_t rows = list.Kind == ControlKind::ListBox ? list.Rows.size() : list.ReportRows.size();
-    if (row < 0 || static_cast<std::size_t>(row) >= rows) {
-        Refuse(E_INVALIDARG, "The list has no such row.");
+    OwnedVariant place;
+    const bool isText = value.Type == VariantType::Text;
+    if (!isText && !Succeeded(VariantChangeType(*place.Put(), value, VariantType::Integer))) {
+        Refuse(DISP_E_TYPEMISMATCH, "A list takes the place or the text of one of its rows.");
     }
     quillara::ActForScript(dialog, [&](Window& window) {
-        window.ClickRow(list.Id, row);
+        isText ? window.ClickText(list.Id, quillara::NarrowText(ViewOf(value.Text)))
+               : window.ClickRow(list.Id, place.Get().Integer);
         return 0;
     });
 }
@@ -146,11 +123,7 @@ TwoLists ListsMeant(const CAnalysisDialog& dialog, const VARIANT& value) {
     if (!VariantToTextList(value, text)) {
         Refuse(DISP_E_TYPEMISMATCH, "Variables are named by a text, or by one or two lists of names and numbers.");
     }
-    try {
-        return quillara::ListsIn(quillara::TableOf(DialogHost::DocumentOf(dialog)).Table(), text);
-    } catch (const quillara::UsageError& error) {
-        Refuse(E_INVALIDARG, error.what());
-    }
+    return quillara::ListsIn(quillara::TableOf(DialogHost::DocumentOf(dialog)).Table(), text);
 }
 
 /// Presses the button and answers its dialog. An empty choice cancels it, so that it isn't asked for again.
@@ -177,23 +150,23 @@ HRESULT Write(CAnalysisDialog& dialog, Control& control, const VARIANT& value) {
         WriteVariables(dialog, control, value);
         return S_OK;
     }
-    if (control.Kind == ControlKind::ListBox || control.Kind == ControlKind::ReportList) {
-        WriteRow(dialog, control, RowMeant(control, value));
+    if (control.IsList()) {
+        WriteRow(dialog, control, value);
         return S_OK;
     }
-    const bool isText = control.Kind == ControlKind::Edit || control.Kind == ControlKind::MultiLineEdit;
-    const bool isField = control.Kind == ControlKind::IntegerField || control.Kind == ControlKind::RealField;
-    if (!isText && !isField && !IsCheck(control)) {
+    if (!control.IsEdit() && !control.IsNumberField() && !control.IsCheck()) {
         return DISP_E_TYPEMISMATCH;
     }
     OwnedVariant converted;
-    const VariantType type = isText ? VariantType::Text : isField ? VariantType::Real : VariantType::Boolean;
+    const VariantType type = control.IsEdit()          ? VariantType::Text
+                             : control.IsNumberField() ? VariantType::Real
+                                                       : VariantType::Boolean;
     if (const HRESULT status = VariantChangeType(*converted.Put(), value, type); !Succeeded(status)) {
         return status;
     }
-    if (isText) {
+    if (control.IsEdit()) {
         WriteText(dialog, control, quillara::NarrowText(ViewOf(converted.Get().Text)));
-    } else if (isField) {
+    } else if (control.IsNumberField()) {
         WriteNumber(dialog, control, converted.Get().Real);
     } else {
         WriteCheck(dialog, control, converted.Get().Boolean != 0);
@@ -203,7 +176,11 @@ HRESULT Write(CAnalysisDialog& dialog, Control& control, const VARIANT& value) {
 
 HRESULT WriteTo(CAnalysisDialog& dialog, std::uint16_t id, const VARIANT& value) {
     Control* control = Find(dialog, id);
-    return control == nullptr ? DISP_E_MEMBERNOTFOUND : Write(dialog, *control, value);
+    try {
+        return control == nullptr ? DISP_E_MEMBERNOTFOUND : Write(dialog, *control, value);
+    } catch (const quillara::UsageError& error) {
+        Refuse(E_INVALIDARG, error.what());
+    }
 }
 
 // Reading
@@ -259,7 +236,7 @@ HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, 
 HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, IDispatch** value) {
     *value = nullptr;
     Control* button = Find(Dialog, control);
-    if (button == nullptr || !IsButton(*button)) {
+    if (button == nullptr || !button->IsButton()) {
         return DISP_E_MEMBERNOTFOUND;
     }
     *value = quillara::ResultOf(Press(Dialog, *button)).Detach();
@@ -268,7 +245,7 @@ HRESULT CAnalysisDialogAutomationOptions::GetOleProperty(std::uint16_t control, 
 
 HRESULT CAnalysisDialogAutomationOptions::SetOleProperty(std::uint16_t control) {
     Control* button = Find(Dialog, control);
-    if (button == nullptr || !(IsButton(*button) || IsCheck(*button))) {
+    if (button == nullptr || !(button->IsButton() || button->IsCheck())) {
         return DISP_E_MEMBERNOTFOUND;
     }
     Press(Dialog, *button);

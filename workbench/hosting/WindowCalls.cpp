@@ -67,8 +67,7 @@ void DoubleClick(Window& window, const WindowCall& call) {
 
 void Type(Window& window, const WindowCall& call) {
     const int id = WholeOf(call, 0);
-    const ControlKind kind = window.At(id).Kind;
-    if (kind == ControlKind::IntegerField || kind == ControlKind::RealField) {
+    if (window.At(id).IsNumberField()) {
         window.TypeNumber(id, NumberIn(call, 1));
     } else {
         window.Type(id, TextOf(call.Arguments[1]));

@@ -43,6 +43,15 @@ struct FieldRange {
 
 /// A control of a window: its state, not its look. What of it a control doesn't have stays at its default.
 struct Control : WindowHandleTag {
+    /// A check box or a radio button.
+    [[nodiscard]] bool IsCheck() const { return Kind == ControlKind::CheckBox || Kind == ControlKind::RadioButton; }
+    [[nodiscard]] bool IsButton() const { return Kind == ControlKind::Button || Kind == ControlKind::DefaultButton; }
+    [[nodiscard]] bool IsEdit() const { return Kind == ControlKind::Edit || Kind == ControlKind::MultiLineEdit; }
+    [[nodiscard]] bool IsNumberField() const {
+        return Kind == ControlKind::IntegerField || Kind == ControlKind::RealField;
+    }
+    [[nodiscard]] bool IsList() const { return Kind == ControlKind::ListBox || Kind == ControlKind::ReportList; }
+
     int Id = NoControlId;
     ControlKind Kind = ControlKind::Static;
     Window* Owner = nullptr;  ///< the window that gets its messages
