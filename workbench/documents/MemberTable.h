@@ -76,9 +76,6 @@ class ByMembers : public Interface {
         return CallMember(MembersOf(), ServedObject(), {member, flags, parameters, result, exception, badArgument});
     }
 
-  protected:
-    ~ByMembers() = default;
-
   private:
     [[nodiscard]] virtual const ObjectKind& MembersOf() const = 0;
     /// What the functions of the table take.
