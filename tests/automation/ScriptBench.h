@@ -72,8 +72,7 @@ class ScriptBench : public DialogBench {
     /// Presses a result button: the kind and name of its document, or how many there are; or how it fails.
     std::string Result(int id) {
         IDispatch* made = nullptr;
-        const std::string outcome =
-            Outcome([&] { return Options().GetOleProperty(static_cast<std::uint16_t>(id), &made); });
+        std::string outcome = Outcome([&] { return Options().GetOleProperty(static_cast<std::uint16_t>(id), &made); });
         Made = CountedPointer<IDispatch>::Adopt(made);
         if (outcome != "ok") {
             return outcome;
