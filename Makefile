@@ -7,7 +7,7 @@ JOBS ?= 2
 # Without the tests, so that neither their libraries nor their sources are needed.
 run:
 	scripts/setup.sh run
-	cmake --preset release -D BUILD_TESTING=OFF
+	cmake --preset release -D BUILD_TESTING=OFF -D QUILLARA_PYTHON=OFF
 	cmake --build --preset release -j $(JOBS)
 	scripts/demo.sh build/release/bin/quillara
 
@@ -35,7 +35,7 @@ faults: setup
 	cmake --build --preset release -j $(JOBS) --target faults
 
 setup:
-	scripts/setup.sh run fonts test
+	scripts/setup.sh run fonts python test
 
 format:
 	scripts/setup.sh lint

@@ -7,20 +7,8 @@
 #include "workbench/command/Dictionary.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
-#include "workbench/data/QuotedText.h"
 
 namespace quillara {
-namespace {
-
-std::size_t WeightNamed(const DataTable& table, const std::string& name) {
-    const std::size_t index = table.IndexOf(name);
-    if (table.Variables[index].Kind == ValueKind::Text) {
-        throw DataError("The variable " + Quoted(name) + " can't be the weight: it holds texts.");
-    }
-    return index;
-}
-
-}  // namespace
 
 DataTable OpenData(const DrillOptions& options) {
     DataTable table = ReadDataWithProgress(options.File, options.Reading);

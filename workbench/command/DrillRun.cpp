@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
-#include "workbench/command/CategoryLookup.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/LeftOutResults.h"
@@ -17,6 +16,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/scripting/CategoryLookup.h"
 
 namespace quillara {
 namespace {

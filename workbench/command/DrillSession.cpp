@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "workbench/command/CategorizationEntry.h"
 #include "workbench/data/Errors.h"
@@ -31,15 +30,6 @@ void RequireEnabled(DialogSession& dialogs, int button) {
     if (!dialogs.At(button).Enabled) {
         throw DataError("There is not enough memory for these variables.");
     }
-}
-
-/// The rows of the category dialog; the one of the missing data stands for no values.
-std::vector<CategoryRow> RowsOf(Window& dialog) {
-    std::vector<CategoryRow> rows;
-    for (const ReportRow& row : dialog.At(CategoryListControl).ReportRows) {
-        rows.push_back({row.Cells.front(), row.Range});
-    }
-    return rows;
 }
 
 }  // namespace
@@ -83,11 +73,7 @@ bool DrillSession::CanGoUp(short variable) const {
 void DrillSession::Down(short variable, const RowChooser& chooseRow) {
     const Variable& chosen = Table.Variables[static_cast<std::size_t>(variable) - 1];
     ClickDown(variable);
-    Dialogs.Press(DownButton, [&](Window& dialog) {
-        const std::size_t row = chooseRow({chosen.Name, chosen.Kind, RowsOf(dialog)});
-        dialog.ClickRow(CategoryListControl, static_cast<int>(row));
-        dialog.Click(OkCommand);
-    });
+    Dialogs.Press(DownButton, [&](Window& dialog) { AnswerWithCategory(dialog, chosen, chooseRow); });
     MoveToHead(Downs, Ups, variable);
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <vector>
 
 #include "workbench/command/CategorizationOption.h"
-#include "workbench/command/CategoryLookup.h"
 #include "workbench/command/DialogSession.h"
 #include "workbench/command/NamedVariables.h"
+#include "workbench/scripting/CategoryAnswer.h"
 
 namespace quillara {
 
@@ -15,9 +14,6 @@ namespace quillara {
 /// several of them by the same text.
 class DrillSession {
   public:
-    /// Chooses the row of a category list that a step keeps. When it throws, no step is taken.
-    using RowChooser = std::function<std::size_t(const CategoryList&)>;
-
     /// As DialogSession.
     DrillSession(const DataTable& table, CaseSettings settings, AnalysisServices services);
 

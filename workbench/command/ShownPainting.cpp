@@ -4,8 +4,8 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "workbench/command/ChartLibrary.h"
 #include "workbench/command/ProgressBar.h"
+#include "workbench/scripting/ChartLibrary.h"
 
 namespace quillara {
 namespace {

@@ -73,6 +73,14 @@ std::size_t DataTable::IndexOf(std::string_view name) const {
     throw DataError("The data have no variable named " + Quoted(name) + (advice.empty() ? "." : advice));
 }
 
+std::size_t WeightNamed(const DataTable& table, const std::string& name) {
+    const std::size_t index = table.IndexOf(name);
+    if (table.Variables[index].Kind == ValueKind::Text) {
+        throw DataError("The variable " + Quoted(name) + " can't be the weight: it holds texts.");
+    }
+    return index;
+}
+
 std::size_t DataTable::CaseNameWidth() const {
     if (CaseNames.empty()) {
         return 0;

@@ -64,6 +64,10 @@ struct DataTable {
     [[nodiscard]] std::size_t CaseNameWidth() const;
 };
 
+/// Index of the variable of exactly this name, which is to weight the cases. Throws DataError when there is none or it
+/// holds texts.
+[[nodiscard]] std::size_t WeightNamed(const DataTable& table, const std::string& name);
+
 /// Chooses the missing code of a column (-9999, -99999, -999999, ...: the first below Min - 10 x (Max - Min) - 10 of
 /// the valid values that no value is nearly equal to) and writes it over every NaN of `values`. Returns the code.
 /// Infinities take no part in Min and Max. A column without valid values gets -9999; one whose range leaves none of

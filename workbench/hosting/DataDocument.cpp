@@ -81,11 +81,11 @@ HRESULT DataDocument::QueryInterface(const GUID& id, void** object) {
     return *object == nullptr ? E_NOINTERFACE : (AddRef(), S_OK);
 }
 
-const DataTable& DataDocument::Table() const {
+const std::shared_ptr<const DataTable>& DataDocument::Share() const {
     if (Held == nullptr) {
         throw MemberRefusal{CO_E_OBJNOTCONNECTED};
     }
-    return *Held;
+    return Held;
 }
 
 const ObjectKind& DataDocument::MembersOf() const {

@@ -18,7 +18,9 @@ class DataDocument final : public ByMembers<CountedObject<IDispatch>> {
     HRESULT QueryInterface(const GUID& id, void** object) override;
 
     /// The table. Throws MemberRefusal when it has been closed.
-    [[nodiscard]] const DataTable& Table() const;
+    [[nodiscard]] const DataTable& Table() const { return *Share(); }
+    /// The same, for who keeps it beyond the document.
+    [[nodiscard]] const std::shared_ptr<const DataTable>& Share() const;
     /// Lets the table go.
     void Close() { Held.reset(); }
 

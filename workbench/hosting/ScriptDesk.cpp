@@ -21,6 +21,7 @@ bool ScriptDesk::WorkIn(Window& window) {
 
 void ScriptDesk::Keep(std::string_view message) {
     Kept.emplace_back(message);
+    ++Counted;
     if (Kept.size() > MostMessages) {
         Kept.pop_front();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <deque>
 #include <functional>
@@ -30,10 +31,14 @@ class ScriptDesk {
     /// The messages since they were last forgotten, the newest last.
     [[nodiscard]] const std::deque<std::string>& Messages() const { return Kept; }
     void ForgetMessages() { Kept.clear(); }
+    /// How many messages have come so far, those that are forgotten included; may be asked on any
+    /// thread.
+    [[nodiscard]] std::size_t MessagesSoFar() const { return Counted; }
 
   private:
     std::deque<Answer> Answers;
     std::deque<std::string> Kept;
+    std::atomic<std::size_t> Counted = 0;
 };
 
 [[nodiscard]] ScriptDesk& TheScriptDesk();

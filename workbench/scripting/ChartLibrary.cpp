@@ -1,4 +1,4 @@
-#include "workbench/command/ChartLibrary.h"
+#include "workbench/scripting/ChartLibrary.h"
 
 #include <dlfcn.h>
 

@@ -1,4 +1,4 @@
-#include "workbench/command/CategoryLookup.h"
+#include "workbench/scripting/CategoryLookup.h"
 
 #include <algorithm>
 #include <functional>

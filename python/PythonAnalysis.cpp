@@ -1,0 +1,38 @@
+#include "python/PythonAnalysis.h"
+
+#include <pybind11/stl.h>
+
+#include "python/HostCall.h"
+#include "python/PythonObject.h"
+
+namespace py = pybind11;
+using quillara::ScriptedAnalysis;
+
+PythonAnalysis::PythonAnalysis(const PythonTable& table, const std::string& formula, std::optional<std::size_t> weight)
+    : Held(CallHost("drill", [&] {
+          const quillara::CasesInForce cases{formula, weight};
+          return std::make_unique<ScriptedAnalysis>(table.Held, cases, HostScope::Cancelled());
+      })) {}
+
+PythonAnalysis::~PythonAnalysis() {
+    const HostScope scope;
+    Held.reset();
+}
+
+void PythonAnalysis::Define(py::module_& module) {
+    py::class_<PythonAnalysis>(module, "Analysis", "A drill-down analysis; it closes when it is dropped")
+        .def(py::init<const PythonTable&, const std::string&, std::optional<std::size_t>>())
+        .def("dialog",
+             [](PythonAnalysis& own) {
+                 return PythonObject::Wrap(CallHost("drill", [&own] { return own.Held->Dialog(); }));
+             })
+        .def("analysis",
+             [](PythonAnalysis& own) {
+                 return PythonObject::Wrap(CallHost("analysis", [&own] { return own.Held->Analysis(); }));
+             })
+        .def("down",
+             [](PythonAnalysis& own, std::size_t variable, const std::string& category) {
+                 CallHost("down", [&] { return own.Held->Down(variable, category), true; });
+             })
+        .def("close", [](PythonAnalysis& own) { CallHost("close", [&own] { return own.Held->Close(), true; }); });
+}

@@ -1,0 +1,83 @@
+#include "python/PythonDocuments.h"
+
+#include <string>
+#include <variant>
+
+#include "platform/Status.h"
+#include "python/HostCall.h"
+#include "python/PythonObject.h"
+#include "python/PythonTable.h"
+#include "workbench/documents/NamedCall.h"
+#include "workbench/documents/ResultDocument.h"
+#include "workbench/hosting/DataDocument.h"
+#include "workbench/scripting/DocumentWriting.h"
+
+namespace py = pybind11;
+using namespace quillara;
+
+namespace {
+
+template <typename Content>
+const Content& ContentOf(const PythonObject& object) {
+    ResultDocument* document = ResultDocument::Of(object.Get());
+    const auto* content = document == nullptr ? nullptr : std::get_if<Content>(&document->Content());
+    if (content == nullptr) {
+        throw MemberRefusal{DISP_E_TYPEMISMATCH};
+    }
+    return *content;
+}
+
+py::object CellOf(const SpreadsheetCell& cell) {
+    if (const double* number = std::get_if<double>(&cell)) {
+        return py::float_(*number);
+    }
+    const std::string* text = std::get_if<std::string>(&cell);
+    return text == nullptr ? py::object(py::none()) : py::object(py::str(*text));
+}
+
+/// The corner, the columns (name, whether all numbers are whole, cells) and the names of the rows.
+py::tuple TellSpreadsheet(const PythonObject& object) {
+    const SpreadsheetDocument table =
+        CallHost("to_pandas", [&object] { return ContentOf<SpreadsheetDocument>(object); });
+    py::list columns;
+    for (std::size_t i = 0; i < table.Columns.size(); ++i) {
+        py::list cells;
+        for (const SpreadsheetRow& row : table.Rows) {
+            cells.append(CellOf(row.Cells[i]));
+        }
+        columns.append(py::make_tuple(table.Columns[i].Name, table.Columns[i].Whole, cells));
+    }
+    py::list rows;
+    for (const SpreadsheetRow& row : table.Rows) {
+        rows.append(row.Name);
+    }
+    return py::make_tuple(table.Corner, columns, rows);
+}
+
+std::string Html(const PythonObject& object) {
+    return CallHost("_repr_html_", [&object] { return HtmlOf(ContentOf<SpreadsheetDocument>(object)); });
+}
+
+std::string Svg(const PythonObject& object) {
+    return CallHost("_repr_svg_", [&object] { return SvgOf(ContentOf<GraphDocument>(object)); });
+}
+
+PythonTable SavedTable(const PythonObject& object) {
+    return CallHost("to_pandas", [&object] {
+        const auto* document = dynamic_cast<const DataDocument*>(object.Get());
+        if (document == nullptr) {
+            throw MemberRefusal{DISP_E_TYPEMISMATCH};
+        }
+        return PythonTable{document->Share()};
+    });
+}
+
+}  // namespace
+
+void DefineDocuments(py::module_& module) {
+    module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");
+    module.def("html", Html, "A table as HTML");
+    module.def("svg", Svg, "A graph as a picture");
+    module.def("saved_table", SavedTable, "The table of a data document");
+    OfferDocumentFiles();
+}

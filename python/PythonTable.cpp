@@ -1,0 +1,158 @@
+#include "python/PythonTable.h"
+
+#include <pybind11/stl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "python/HostCall.h"
+#include "workbench/data/CaseSelection.h"
+#include "workbench/data/Errors.h"
+#include "workbench/formats/DataFile.h"
+
+namespace py = pybind11;
+using quillara::DataTable;
+using quillara::ValueKind;
+using quillara::Variable;
+
+namespace {
+
+constexpr const char* KindNames[] = {"number", "date", "time", "text"};
+
+/// The values of a variable for numpy: missing ones are NaN.
+struct PythonColumn {
+    std::vector<double> Values;
+};
+
+const Variable& VariableAt(const PythonTable& table, std::size_t index) {
+    return table.Held->Variables.at(index);
+}
+
+PythonColumn ColumnOf(const Variable& variable) {
+    PythonColumn column{variable.Values};
+    for (double& value : column.Values) {
+        value = variable.IsMissing(value) ? std::numeric_limits<double>::quiet_NaN() : value;
+    }
+    return column;
+}
+
+/// The labels by value, in the order of the values; those of a text variable without its own are its texts.
+std::vector<std::pair<double, std::string>> LabelsOf(const Variable& variable) {
+    std::vector<std::pair<double, std::string>> labels;
+    for (std::size_t i = 1; i <= variable.Texts.size(); ++i) {
+        const auto value = static_cast<double>(i);
+        labels.emplace_back(value, *variable.LabelOf(value));
+    }
+    for (const auto& [value, texts] : variable.Labels) {
+        if (variable.Kind != ValueKind::Text && !texts.Label.empty()) {
+            labels.emplace_back(value, texts.Label);
+        }
+    }
+    return labels;
+}
+
+py::tuple Describe(const PythonTable& table, std::size_t index) {
+    const Variable& variable = VariableAt(table, index);
+    const char* kind = KindNames[static_cast<std::size_t>(variable.Kind)];
+    return py::make_tuple(variable.Name, variable.LongName, kind, LabelsOf(variable), !variable.Labels.empty());
+}
+
+PythonTable ReadTable(const std::string& path) {
+    return CallHost("open", [&path] {
+        quillara::ReadOptions options;
+        options.Cancelled = [] { return HostScope::Cancelled().load(); };
+        return PythonTable{std::make_shared<const DataTable>(quillara::ReadDataFile(path, options))};
+    });
+}
+
+std::vector<double> Numbers(const py::buffer& buffer) {
+    const py::buffer_info info = buffer.request();
+    if (info.ndim != 1 || info.format != py::format_descriptor<double>::format() ||
+        info.strides[0] != static_cast<py::ssize_t>(sizeof(double))) {
+        throw py::type_error("A column must be a plain row of doubles.");
+    }
+    const auto* first = static_cast<const double*>(info.ptr);
+    return {first, first + info.size};
+}
+
+/// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels.
+Variable VariableOf(const py::tuple& column) {
+    Variable variable;
+    variable.Name = column[0].cast<std::string>();
+    const auto kind = column[1].cast<std::string>();
+    variable.Kind = static_cast<ValueKind>(std::ranges::find(KindNames, kind) - std::begin(KindNames));
+    if (variable.Kind == ValueKind::Text) {
+        EncodeTexts(variable, column[2].cast<std::vector<std::optional<std::string>>>());
+        return variable;
+    }
+    variable.Values = Numbers(column[2].cast<py::buffer>());
+    variable.MissingCode = quillara::EncodeMissing(variable.Values);
+    for (const auto& [value, label] : column[3].cast<std::vector<std::pair<double, std::string>>>()) {
+        variable.Labels[value].Label = label;
+    }
+    return variable;
+}
+
+void CheckColumns(const DataTable& table) {
+    for (std::size_t i = 0; i < table.Variables.size(); ++i) {
+        const Variable& variable = table.Variables[i];
+        if (variable.Values.size() != static_cast<std::size_t>(table.Cases)) {
+            throw quillara::DataError("The column \"" + variable.Name + "\" has another length than the first.");
+        }
+        if (table.Find(variable.Name) != i) {
+            throw quillara::DataError("Two columns are called \"" + variable.Name + "\".");
+        }
+    }
+}
+
+PythonTable MakeTable(const std::string& name, const py::list& columns, std::vector<std::string> caseNames) {
+    DataTable table;
+    table.FileName = name;
+    table.CaseNames = std::move(caseNames);
+    for (const py::handle column : columns) {
+        table.Variables.push_back(VariableOf(py::reinterpret_borrow<py::tuple>(column)));
+    }
+    return CallHost("table", [&table] {
+        const std::size_t cases = table.Variables.empty() ? 0 : table.Variables.front().Values.size();
+        quillara::CheckSize(table.Variables.size(), cases);
+        table.Cases = static_cast<std::int32_t>(cases);
+        CheckColumns(table);
+        return PythonTable{std::make_shared<const DataTable>(std::move(table))};
+    });
+}
+
+void DefineColumn(py::module_& module) {
+    py::class_<PythonColumn>(module, "Column", py::buffer_protocol(), "The values of a variable, NaN where missing")
+        .def_buffer([](PythonColumn& column) { return py::buffer_info(column.Values.data(), column.Values.size()); })
+        .def("__len__", [](const PythonColumn& column) { return column.Values.size(); });
+}
+
+void CheckSelection(const PythonTable& table, const std::string& formula) {
+    CallHost("select", [&] { return SelectCases(*table.Held, formula); });
+}
+
+std::size_t WeightIndex(const PythonTable& table, const std::string& name) {
+    return CallHost("weight", [&] { return WeightNamed(*table.Held, name); });
+}
+
+}  // namespace
+
+void PythonTable::Define(py::module_& module) {
+    DefineColumn(module);
+    py::class_<PythonTable>(module, "Table", "A data table")
+        .def_property_readonly("name", [](const PythonTable& table) { return table.Held->FileName; })
+        .def_property_readonly("cases", [](const PythonTable& table) { return table.Held->Cases; })
+        .def_property_readonly("case_names", [](const PythonTable& table) { return table.Held->CaseNames; })
+        .def_property_readonly("declared_weight", [](const PythonTable& table) { return table.Held->Weight; })
+        .def("__len__", [](const PythonTable& table) { return table.Held->Variables.size(); })
+        .def("describe", Describe, "Name, label, kind, labels by value, and whether they are of its own")
+        .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
+        .def("check_selection", CheckSelection)
+        .def("weight_index", WeightIndex);
+    module.def("read", ReadTable, "Reads a data file");
+    module.def("make", MakeTable, "A table of columns: name, kind, values, labels by value");
+}

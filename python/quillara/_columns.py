@@ -1,0 +1,111 @@
+"""Columns of Python as those of a table: (name, kind, values or texts, labels)."""
+
+import array
+import datetime
+import math
+
+EPOCH = datetime.date(1970, 1, 1)
+TRUTH = [(0.0, "False"), (1.0, "True")]
+
+
+def _is_missing(value):
+    return value is None or value != value
+
+
+def _days(value):
+    day = (datetime.date(value.year, value.month, value.day) - EPOCH).days
+    if not isinstance(value, datetime.datetime):
+        return day
+    return day + (_seconds(value.time()) / 86400)
+
+
+def _seconds(value):
+    if isinstance(value, datetime.timedelta):
+        return value.total_seconds()
+    return value.hour * 3600 + value.minute * 60 + value.second + value.microsecond / 1e6
+
+
+# The first kind that all values of a plain column are of.
+PLAIN_KINDS = [
+    ("text", str, None, []),
+    ("number", bool, float, TRUTH),
+    ("date", datetime.date, _days, []),
+    ("time", (datetime.time, datetime.timedelta), _seconds, []),
+]
+
+
+def _plain_column(name, values):
+    values = [None if _is_missing(value) else value for value in values]
+    present = [value for value in values if value is not None]
+    for kind, types, convert, labels in PLAIN_KINDS:
+        if present and all(isinstance(value, types) for value in present):
+            if convert is None:
+                return name, kind, values, labels
+            return name, kind, _doubles(values, convert), labels
+    try:
+        return name, "number", _doubles(values, float), []
+    except (TypeError, ValueError):
+        raise TypeError(f'The column "{name}" has values of several kinds, or of none that a table holds.') from None
+
+
+def _doubles(values, convert):
+    return array.array("d", (math.nan if value is None else convert(value) for value in values))
+
+
+def _category_column(name, series):
+    """Codes of pandas count from 0, and -1 is missing."""
+    import numpy
+
+    codes = series.cat.codes.to_numpy().astype(float) + 1
+    codes[codes == 0] = numpy.nan
+    labels = [(float(place), str(category)) for place, category in enumerate(series.cat.categories, 1)]
+    return name, "number", codes, labels
+
+
+def _time_column(name, series, kind, unit):
+    """Dates in days, times in seconds; NaT is missing."""
+    import numpy
+
+    if getattr(series.dt, "tz", None) is not None:
+        raise TypeError(f'The column "{name}" has a time zone, for which a table has no room.')
+    values = series.to_numpy()
+    numbers = (values - values.dtype.type(0, "ns")) / numpy.timedelta64(1, unit)
+    return name, kind, numpy.ascontiguousarray(numbers, dtype=float), []
+
+
+def _series_column(name, series):
+    import numpy
+    import pandas
+
+    types = pandas.api.types
+    if types.is_categorical_dtype(series.dtype):
+        return _category_column(name, series)
+    if types.is_datetime64_any_dtype(series.dtype):
+        return _time_column(name, series, "date", "D")
+    if types.is_timedelta64_dtype(series.dtype):
+        return _time_column(name, series, "time", "s")
+    if types.is_numeric_dtype(series.dtype) and not types.is_bool_dtype(series.dtype):
+        values = series.to_numpy(dtype=float, na_value=numpy.nan)
+        return name, "number", numpy.ascontiguousarray(values), []
+    return _plain_column(name, series.astype(object).where(series.notna(), None).tolist())
+
+
+def _column(name, values):
+    if type(values).__module__.startswith(("pandas.", "numpy")):
+        import pandas
+
+        return _series_column(str(name), pandas.Series(values))
+    return _plain_column(str(name), list(values))
+
+
+def _case_names(frame):
+    """Texts in the index of a frame name its cases."""
+    names = list(getattr(frame, "index", []))
+    return names if names and all(isinstance(name, str) for name in names) else []
+
+
+def columns_of(columns):
+    """The columns of a frame or a dict, and the names of the cases."""
+    if not hasattr(columns, "items"):
+        raise TypeError("A table is made of a frame of pandas or of a dict of columns.")
+    return [_column(name, values) for name, values in columns.items()], _case_names(columns)

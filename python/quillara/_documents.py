@@ -1,0 +1,96 @@
+"""Result documents: tables, graphs, saved data, and collections of them."""
+
+from . import _quillara
+from ._objects import Object
+
+
+class Document(Object):
+    """A result document. It can be used like a collection that holds just it."""
+
+    __slots__ = ()
+
+    def __len__(self):
+        return 1
+
+    def __getitem__(self, place):
+        return (self,)[place]
+
+    def __iter__(self):
+        return iter((self,))
+
+    def __repr__(self):
+        return f"<quillara.{type(self).__name__}: {self.Name}>"
+
+
+class Spreadsheet(Document, kind="Spreadsheet"):
+    """A table of results."""
+
+    __slots__ = ()
+
+    def to_pandas(self):
+        """The table as a frame of pandas: its rows by their names, whole columns as whole numbers."""
+        from . import _frames
+
+        return _frames.frame_of_spreadsheet(*_quillara.spreadsheet(self._face))
+
+    def _repr_html_(self):
+        return _quillara.html(self._face)
+
+
+class Graph(Document, kind="Graph"):
+    """A graph of results."""
+
+    __slots__ = ()
+
+    @property
+    def series(self):
+        """The series with the numbers of the graph."""
+        return [self.Series(place) for place in range(1, self.SeriesCount + 1)]
+
+    def _repr_svg_(self):
+        return _quillara.svg(self._face)
+
+
+class GraphSeries(Object, kind="GraphSeries"):
+    """A series of a graph."""
+
+    __slots__ = ()
+
+    def __repr__(self):
+        return f"<quillara.GraphSeries: {self.Name}>"
+
+
+class DataDocument(Object, kind="DataDocument"):
+    """A data table that an analysis has saved."""
+
+    __slots__ = ()
+
+    def to_pandas(self):
+        """The cases as a frame of pandas; as Table.to_pandas."""
+        from . import _frames
+
+        return _frames.frame_of_table(_quillara.saved_table(self._face))
+
+    def __len__(self):
+        return self.Cases
+
+
+class Collection(Object, kind="DocumentCollection"):
+    """Objects of the host by their places from 0, or by name."""
+
+    __slots__ = ()
+
+    def __len__(self):
+        return self.Count
+
+    def __getitem__(self, place):
+        if isinstance(place, str):
+            return self.Item(place)
+        places = range(1, len(self) + 1)[place]
+        return [self.Item(each) for each in places] if isinstance(place, slice) else self.Item(places)
+
+    def __iter__(self):
+        return (self.Item(place) for place in range(1, len(self) + 1))
+
+    def __repr__(self):
+        return f"<quillara.{type(self).__name__}: {list(self)}>"

@@ -1,0 +1,107 @@
+"""A drill-down analysis as a script works with it."""
+
+import weakref
+
+from . import _quillara
+from ._errors import INVALID_ARGUMENT, Error
+from ._objects import Object, warn_of_messages, wrap
+
+_open = weakref.WeakSet()
+
+
+def quoted(name):
+    return '"' + name.replace('"', '""') + '"'
+
+
+def text_of_list(variables):
+    """A list of variables as the member Variables takes it: a text is one already, others are names or numbers."""
+    if isinstance(variables, str):
+        return variables
+    return " ".join(quoted(entry) if isinstance(entry, str) else str(entry) for entry in variables)
+
+
+def text_of_lists(first, second):
+    return f"{text_of_list(first)} | {text_of_list(second)}" if second else text_of_list(first)
+
+
+class Drill(Object, kind="DDNStartup"):
+    """A drill-down analysis by its startup dialog. With `with` it closes at the end."""
+
+    __slots__ = ("_analysis", "_table", "__weakref__")
+
+    @classmethod
+    def _of(cls, face):
+        """The one of a dialog that has been opened already."""
+        return next((drill for drill in _open if drill._face == face), None) or cls(face)
+
+    @classmethod
+    def _begin(cls, table, analysis):
+        """Takes over an analysis of a table that has just been opened."""
+        self = wrap(analysis.dialog())
+        self._analysis = analysis
+        self._table = table
+        _open.add(self)
+        return self
+
+    def down(self, variable, category):
+        """Drills down: only the cases of this category of the variable remain.
+
+        A category goes by its name, by its row ("#0"), by a value of it, or by "Missing" or None for missing data.
+        """
+        number = self._number(variable, "down")
+        self.DrillDownVariable = number
+        self._check_current("DrillDownVariable", number, "down")
+        self._analysis.down(number, "Missing" if category is None else category if isinstance(category, str) else
+                            f"{category:.17g}")
+        warn_of_messages()
+
+    def up(self, variable):
+        """Undoes the step on this variable."""
+        number = self._number(variable, "up")
+        self.DrillUpVariable = number
+        self._check_current("DrillUpVariable", number, "up")
+        self.DrillUp()
+
+    def _number(self, variable, member):
+        """Members take the first name that begins so; a number says which is meant."""
+        names = self._table.names
+        if isinstance(variable, int) and 0 < variable <= len(names):
+            return variable
+        if variable not in names:
+            raise Error(INVALID_ARGUMENT, f'The data have no variable "{variable}".', member)
+        return names.index(variable) + 1
+
+    def _check_current(self, member, number, called):
+        name = self._table.names[number - 1]
+        try:
+            current = getattr(self, member)
+        except Error:
+            current = None
+        if current != name:
+            raise Error(INVALID_ARGUMENT, f'"{name}" can\'t be drilled {called} on now.', called)
+
+    @property
+    def cases(self):
+        """The cases that remain, with the variables that were chosen: presses Save."""
+        return self.Save
+
+    @property
+    def analysis(self):
+        """The analysis of the dialog."""
+        return self.Parent
+
+    def close(self):
+        """Closes the analysis. Documents that it made stay as they are; all else then fails with 0x800401FD."""
+        self._analysis.close()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+
+def close_all():
+    """Closes the analyses that are still open when the interpreter ends."""
+    for drill in list(_open):
+        drill.close()

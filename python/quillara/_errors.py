@@ -1,0 +1,26 @@
+"""How calls fail, and what is told beside their results."""
+
+
+class Error(Exception):
+    """A call of the host has failed.
+
+    code: the status, as 0x80004005; text: what failed; member: the name of the member or function that was called.
+    """
+
+    def __init__(self, code, text, member=""):
+        super().__init__(code, text, member)
+        self.code = code
+        self.text = text
+        self.member = member
+
+    def __str__(self):
+        name = f"{self.member}: " if self.member else ""
+        return f"{name}{self.text} (0x{self.code:08X})"
+
+
+class Message(UserWarning):
+    """A message that the analysis would have shown to a person."""
+
+
+INVALID_ARGUMENT = 0x80070057
+OBJECT_IS_CLOSED = 0x800401FD

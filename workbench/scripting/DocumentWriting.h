@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/documents/ResultDocument.h"
+
+namespace quillara {
+
+/// Lets scripts write result documents to files from now on: every document as .txt or .csv, a graph also as .svg, .png
+/// or .pdf.
+void OfferDocumentFiles();
+
+/// A table as a fragment of a page in HTML.
+[[nodiscard]] std::string HtmlOf(const SpreadsheetDocument& table);
+
+/// A graph as a picture. Throws DataError when it can't be painted, also on another thread than the first that painted:
+/// the painter's toolkit stays with one.
+[[nodiscard]] std::string SvgOf(const GraphDocument& graph);
+
+}  // namespace quillara

@@ -1,0 +1,92 @@
+#include "workbench/scripting/ScriptedAnalysis.h"
+
+#include <string_view>
+#include <utility>
+
+#include "host/AnalysisDialog.h"
+#include "host/Exceptions.h"
+#include "resources/ControlIds.h"
+#include "workbench/data/CaseSelection.h"
+#include "workbench/data/Errors.h"
+#include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/ScriptPress.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/scripting/CategoryAnswer.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+/// Dialogs open as for a person.
+class InteractiveScope {
+  public:
+    explicit InteractiveScope(CAnalysisModelessDialog& dialog)
+        : Dialog(&dialog), Former(std::exchange(dialog.AutomationInteractive, 1)) {
+        dialog.AddDialogReference();
+    }
+    InteractiveScope(const InteractiveScope&) = delete;
+    InteractiveScope& operator=(const InteractiveScope&) = delete;
+    ~InteractiveScope() {
+        Dialog->AutomationInteractive = Former;
+        Dialog->ReleaseDialogReference();
+    }
+
+  private:
+    CAnalysisModelessDialog* Dialog;
+    std::uint8_t Former;
+};
+
+}  // namespace
+
+ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const CasesInForce& cases,
+                                   const std::atomic<bool>& cancelled)
+    : Table(std::move(table)),
+      Library(AnalysisModule::DrillDownPath()),
+      Document(std::make_unique<AnalysisDocument>(*Table)) {
+    if (!cases.Formula.empty()) {
+        TableOf(Document.get()).Select(SelectCases(*Table, cases.Formula), cases.Formula);
+    }
+    Document->SetWeight(cases.Weight);
+    Document->Services.BreakFlag = &cancelled;
+    Document->Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
+    Document->Adopt(Library.NewAnalysis());
+    if (!Document->RunSequence() || Document->StartupWindow() == nullptr) {
+        throw DataError("There is not enough memory for this analysis.");
+    }
+}
+
+ScriptedAnalysis::~ScriptedAnalysis() = default;
+
+CountedPointer<IDispatch> ScriptedAnalysis::Dialog() {
+    CAnalysisModelessDialog* dialog = Document == nullptr ? nullptr : Document->Analysis().GetStartupDialog();
+    return QueryFor<IDispatch>(dialog == nullptr ? nullptr : dialog->GetUnknown());
+}
+
+CountedPointer<IDispatch> ScriptedAnalysis::Analysis() {
+    return Document == nullptr ? CountedPointer<IDispatch>() : Document->AutomationObject();
+}
+
+void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
+    CAnalysisModelessDialog* dialog = Document == nullptr ? nullptr : Document->Analysis().GetStartupDialog();
+    if (dialog == nullptr) {
+        throw new COleException(CO_E_OBJNOTCONNECTED);
+    }
+    const Variable& chosen = Document->Table().Variables.at(variable - 1);
+    const InteractiveScope scope(*dialog);
+    bool isAnswered = false;
+    const auto answer = [&](Window& window) {
+        AnswerWithCategory(window, chosen, [&](const CategoryList& list) { return FindCategory(list, category); });
+        isAnswered = true;
+    };
+    const auto press = [](Window& window) { return window.Click(DownButton), 0; };
+    const PressOutcome outcome = ActForScript(*dialog, press, answer);
+    if (!isAnswered) {
+        throw DataError(outcome.Record.Messages.empty() ? "The step was cancelled." : FailureOf(outcome.Record));
+    }
+}
+
+void ScriptedAnalysis::Close() {
+    Document.reset();
+}
+
+}  // namespace quillara

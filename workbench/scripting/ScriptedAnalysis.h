@@ -1,0 +1,51 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/Automation.h"
+#include "platform/CountedPointer.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisModule.h"
+
+namespace quillara {
+
+/// Which cases an analysis is to use, and what they weigh.
+struct CasesInForce {
+    std::string Formula;  ///< of the selection; empty: all cases
+    std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
+};
+
+/// A drill-down analysis that a script begins and ends. Without an answer of the script (ScriptDesk) its dialogs are
+/// cancelled; its messages are kept there. What the script holds of it lives on behind its end.
+class ScriptedAnalysis {
+  public:
+    /// Opens the startup dialog; nothing is chosen yet. A pass ends as cancelled once the flag is set, which outlives
+    /// the analysis. Throws DataError when there is no module or no memory, and as SelectCases.
+    ScriptedAnalysis(std::shared_ptr<const DataTable> table, const CasesInForce& cases,
+                     const std::atomic<bool>& cancelled);
+    ScriptedAnalysis(const ScriptedAnalysis&) = delete;
+    ScriptedAnalysis& operator=(const ScriptedAnalysis&) = delete;
+    ~ScriptedAnalysis();
+
+    /// The startup dialog as scripts see it, and the analysis; null once closed.
+    [[nodiscard]] CountedPointer<IDispatch> Dialog();
+    [[nodiscard]] CountedPointer<IDispatch> Analysis();
+    /// Presses the button for a step on the current drill-down variable, which is this one by its number from 1, and
+    /// chooses the category from the dialog that opens, as FindCategory finds it. Throws DataError when no step can be
+    /// taken or there is no such category, and as ActForScript.
+    void Down(std::size_t variable, const std::string& category);
+    /// Closes the analysis with its windows. Not while a command of it runs.
+    void Close();
+
+  private:
+    std::shared_ptr<const DataTable> Table;
+    AnalysisModule Library;
+    std::unique_ptr<AnalysisDocument> Document;
+};
+
+}  // namespace quillara
