@@ -9,19 +9,21 @@
 import atexit
 
 from . import _quillara
-from ._documents import Collection, DataDocument, Document, Graph, GraphSeries, Spreadsheet
+from ._documents import (
+    Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Spreadsheet, Window,
+)
 from ._drill import Drill, close_all
 from ._errors import Error, Message
-from ._objects import Object, wrap
+from ._objects import Object, snake_case, wrap
 from ._table import Table, Variable, open, table
 
 __all__ = [
-    "Collection", "DataDocument", "Document", "Drill", "Error", "Graph", "GraphSeries", "Message", "Object",
-    "Spreadsheet", "Table", "Variable", "application", "open", "table",
+    "Analysis", "Application", "Collection", "DataDocument", "Document", "Drill", "Error", "Graph", "GraphSeries",
+    "Message", "Object", "Spreadsheet", "Table", "Variable", "Window", "application", "open", "snake_case", "table",
 ]
 
 
-def application():
+def application() -> Application:
     """The application: its analyses, messages, and the answers to dialogs."""
     return wrap(_quillara.application())
 

@@ -1,5 +1,7 @@
 """Result documents: tables, graphs, saved data, and collections of them."""
 
+from __future__ import annotations
+
 from . import _quillara
 from ._objects import Object
 
@@ -9,13 +11,13 @@ class Document(Object):
 
     __slots__ = ()
 
-    def __len__(self):
+    def __len__(self) -> int:
         return 1
 
-    def __getitem__(self, place):
+    def __getitem__(self, place: int) -> Document:
         return (self,)[place]
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[Document]:
         return iter((self,))
 
     def __repr__(self):
@@ -27,13 +29,13 @@ class Spreadsheet(Document, kind="Spreadsheet"):
 
     __slots__ = ()
 
-    def to_pandas(self):
+    def to_pandas(self) -> pandas.DataFrame:
         """The table as a frame of pandas: its rows by their names, whole columns as whole numbers."""
         from . import _frames
 
         return _frames.frame_of_spreadsheet(*_quillara.spreadsheet(self._face))
 
-    def _repr_html_(self):
+    def _repr_html_(self) -> str:
         return _quillara.html(self._face)
 
 
@@ -43,11 +45,11 @@ class Graph(Document, kind="Graph"):
     __slots__ = ()
 
     @property
-    def series(self):
+    def series(self) -> list[GraphSeries]:
         """The series with the numbers of the graph."""
         return [self.Series(place) for place in range(1, self.SeriesCount + 1)]
 
-    def _repr_svg_(self):
+    def _repr_svg_(self) -> str:
         return _quillara.svg(self._face)
 
 
@@ -65,13 +67,13 @@ class DataDocument(Object, kind="DataDocument"):
 
     __slots__ = ()
 
-    def to_pandas(self):
+    def to_pandas(self) -> pandas.DataFrame:
         """The cases as a frame of pandas; as Table.to_pandas."""
         from . import _frames
 
         return _frames.frame_of_table(_quillara.saved_table(self._face))
 
-    def __len__(self):
+    def __len__(self) -> int:
         return self.Cases
 
 
@@ -80,17 +82,35 @@ class Collection(Object, kind="DocumentCollection"):
 
     __slots__ = ()
 
-    def __len__(self):
+    def __len__(self) -> int:
         return self.Count
 
-    def __getitem__(self, place):
+    def __getitem__(self, place: int | slice | str) -> Any:
         if isinstance(place, str):
             return self.Item(place)
         places = range(1, len(self) + 1)[place]
         return [self.Item(each) for each in places] if isinstance(place, slice) else self.Item(places)
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[Any]:
         return (self.Item(place) for place in range(1, len(self) + 1))
 
     def __repr__(self):
         return f"<quillara.{type(self).__name__}: {list(self)}>"
+
+
+class Window(Object, kind="OutputWindow"):
+    """The window of a document."""
+
+    __slots__ = ()
+
+
+class Analysis(Object, kind="Analysis"):
+    """An analysis."""
+
+    __slots__ = ()
+
+
+class Application(Object, kind="Application"):
+    """The application."""
+
+    __slots__ = ()

@@ -1,5 +1,7 @@
 """A drill-down analysis as a script works with it."""
 
+from __future__ import annotations
+
 import weakref
 
 from . import _quillara
@@ -43,27 +45,25 @@ class Drill(Object, kind="DDNStartup"):
         _open.add(self)
         return self
 
-    def down(self, variable, category):
+    def down(self, variable: str | int, category: str | float | None) -> None:
         """Drills down: only the cases of this category of the variable remain.
 
         A category goes by its name, by its row ("#0"), by a value of it, or by "Missing" or None for missing data.
         """
         number = self._number(variable, "down")
-        self.DrillDownVariable = number
-        self._check_current("DrillDownVariable", number, "down")
+        self._make_current("DrillDownVariable", number, "down")
         self._analysis.down(number, "Missing" if category is None else category if isinstance(category, str) else
                             f"{category:.17g}")
         warn_of_messages()
 
-    def up(self, variable):
+    def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""
-        number = self._number(variable, "up")
-        self.DrillUpVariable = number
-        self._check_current("DrillUpVariable", number, "up")
+        self._make_current("DrillUpVariable", self._number(variable, "up"), "up")
         self.DrillUp()
 
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""
+        self.Name  # fails once the dialog has closed
         names = self._table.names
         if isinstance(variable, int) and 0 < variable <= len(names):
             return variable
@@ -71,33 +71,38 @@ class Drill(Object, kind="DDNStartup"):
             raise Error(INVALID_ARGUMENT, f'The data have no variable "{variable}".', member)
         return names.index(variable) + 1
 
-    def _check_current(self, member, number, called):
+    def _make_current(self, member, number, called):
+        """One that is current already isn't written again: that would drop what the Categorization page shows."""
         name = self._table.names[number - 1]
+        if self._current(member) != name:
+            setattr(self, member, number)
+            if self._current(member) != name:
+                raise Error(INVALID_ARGUMENT, f'"{name}" can\'t be drilled {called} on now.', called)
+
+    def _current(self, member):
         try:
-            current = getattr(self, member)
-        except Error:
-            current = None
-        if current != name:
-            raise Error(INVALID_ARGUMENT, f'"{name}" can\'t be drilled {called} on now.', called)
+            return getattr(self, member)
+        except Error:  # there is none
+            return None
 
     @property
-    def cases(self):
+    def cases(self) -> DataDocument:
         """The cases that remain, with the variables that were chosen: presses Save."""
         return self.Save
 
     @property
-    def analysis(self):
+    def analysis(self) -> Analysis:
         """The analysis of the dialog."""
         return self.Parent
 
-    def close(self):
+    def close(self) -> None:
         """Closes the analysis. Documents that it made stay as they are; all else then fails with 0x800401FD."""
         self._analysis.close()
 
-    def __enter__(self):
+    def __enter__(self) -> Drill:
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, *_: Any) -> None:
         self.close()
 
 

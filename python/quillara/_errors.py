@@ -1,5 +1,7 @@
 """How calls fail, and what is told beside their results."""
 
+from __future__ import annotations
+
 
 class Error(Exception):
     """A call of the host has failed.
@@ -7,7 +9,11 @@ class Error(Exception):
     code: the status, as 0x80004005; text: what failed; member: the name of the member or function that was called.
     """
 
-    def __init__(self, code, text, member=""):
+    code: int
+    text: str
+    member: str
+
+    def __init__(self, code: int, text: str, member: str = "") -> None:
         super().__init__(code, text, member)
         self.code = code
         self.text = text
@@ -23,4 +29,3 @@ class Message(UserWarning):
 
 
 INVALID_ARGUMENT = 0x80070057
-OBJECT_IS_CLOSED = 0x800401FD

@@ -12,7 +12,7 @@ _classes = {}
 _messages_known = 0
 
 
-def snake_case(name):
+def snake_case(name: str) -> str:
     """The second name of a member: drill_down_category of DrillDownCategory."""
     return re.sub(r"(?<=[a-z])(?=[A-Z0-9])|(?<=[A-Z0-9])(?=[A-Z][a-z])", "_", name).lower()
 

@@ -1,5 +1,7 @@
 """Data tables."""
 
+from __future__ import annotations
+
 import os
 
 from . import _quillara
@@ -11,6 +13,10 @@ class Variable:
     """A variable of a table: name, label, kind ("number", "date", "time" or "text") and labels (by value)."""
 
     __slots__ = ("name", "label", "kind", "labels")
+    name: str
+    label: str
+    kind: str
+    labels: dict[float, str]
 
     def __init__(self, name, label, kind, labels):
         self.name = name
@@ -41,35 +47,35 @@ class Table:
         self._weight = None
 
     @property
-    def name(self):
+    def name(self) -> str:
         """The name of the file; empty without one."""
         return self._held.name
 
     @property
-    def cases(self):
+    def cases(self) -> int:
         """The number of cases."""
         return self._held.cases
 
     @property
-    def variables(self):
+    def variables(self) -> tuple[Variable, ...]:
         """The variables in their order."""
         return tuple(self._variables)
 
     @property
-    def names(self):
+    def names(self) -> list[str]:
         """The names of the variables."""
         return list(self._names)
 
-    def __len__(self):
+    def __len__(self) -> int:
         return self.cases
 
-    def __getitem__(self, name):
+    def __getitem__(self, name: str) -> Variable:
         """The variable of a name."""
         if name not in self._names:
             raise KeyError(name)
         return self._variables[self._names.index(name)]
 
-    def select(self, formula):
+    def select(self, formula: str | None) -> Table:
         """Selects cases for the analyses that begin from now on, as `age > 30 and sex = "Female"`; None: all cases.
 
         Gives the table itself.
@@ -80,28 +86,28 @@ class Table:
         return self
 
     @property
-    def selection(self):
+    def selection(self) -> str:
         """The formula that selects cases; empty: all cases."""
         return self._selection
 
     @property
-    def weight(self):
+    def weight(self) -> str | None:
         """The name of the variable that weights the cases of analyses that begin from now on; None: none does."""
         return self._weight
 
     @weight.setter
-    def weight(self, name):
+    def weight(self, name: str | None) -> None:
         if name is not None:
             self._held.weight_index(name)
         self._weight = name
 
     @property
-    def declared_weight(self):
+    def declared_weight(self) -> str | None:
         """The name of the weight variable that the file declares; it is in force only when `weight` names it."""
         index = self._held.declared_weight
         return None if index is None else self._names[index]
 
-    def drill(self, categorical="", continuous=""):
+    def drill(self, categorical: str | Sequence[str | int] = "", continuous: str | Sequence[str | int] = "") -> Drill:
         """Begins a drill-down analysis: opens its startup dialog and chooses the variables, if any are given.
 
         Each list is a text as the member Variables takes it ("sex education", "1-3 7"), or a list of names and
@@ -117,7 +123,7 @@ class Table:
                 raise
         return drill
 
-    def to_pandas(self):
+    def to_pandas(self) -> pandas.DataFrame:
         """All cases as a frame of pandas.
 
         Value labels become categories in the order of the values, where each value has a label; dates are datetime64,
@@ -131,12 +137,12 @@ class Table:
         return f"<quillara.Table: {self.name or 'of columns'}, {self.cases} cases, {len(self._names)} variables>"
 
 
-def open(path):
+def open(path: str | os.PathLike[str]) -> Table:
     """Reads a data file of any kind that `quillara drill` reads."""
     return Table(_quillara.read(os.fsdecode(path)))
 
 
-def table(columns, name=""):
+def table(columns: pandas.DataFrame | Mapping[Any, Any], name: str = "") -> Table:
     """A table of a frame of pandas or of a dict of columns.
 
     Categories become values 1, 2, ... with labels, in their order; texts, dates (datetime64) and times of day

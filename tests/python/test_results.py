@@ -58,3 +58,61 @@ def test_tables_are_those_of_the_command_line(survey, steps, options):
         for member in RESULTS:
             made += documents_of(drill, member)
     assert [told(document) for document in made] == [printed(document) for document in expected]
+
+
+def test_documents_and_collections_are_used_alike(drill, tmp_path):
+    tables = drill.Frequencies
+    assert len(tables) == 3 and tables[-1] == tables[2] and len(tables[:2]) == 2
+    assert tables[tables[1].Name] == tables[1] and [each.Kind for each in tables] == ["table"] * 3
+    drill.down("sex", "Male")
+    only = drill.Summary
+    assert len(only) == 1 and only[0] is only and list(only) == [only]
+    frame = tables[0].to_pandas()
+    assert frame.loc["Female"].tolist() == pytest.approx([1077, 1077, 53.85, 53.85])
+    assert [str(each) for each in frame.dtypes] == ["int64", "int64", "float64", "float64"]
+    assert "<table" in tables[0]._repr_html_() and "1077" in tables[0]._repr_html_()
+    tables[0].save(tmp_path / "table.csv")
+    assert "Female,1077" in (tmp_path / "table.csv").read_text()
+
+
+def test_graphs_are_saved_as_pictures(drill, tmp_path):
+    graph = drill.pie_charts[0]
+    assert graph.series[0].Labels == ["Female", "Male"] and graph.series[0].Y == [1077, 923]
+    for end, begin in ((".svg", b"<?xml"), (".png", b"\x89PNG"), (".pdf", b"%PDF"), (".csv", b"")):
+        graph.save(tmp_path / ("pie" + end))
+        assert (tmp_path / ("pie" + end)).read_bytes().startswith(begin)
+    assert graph._repr_svg_().encode() == (tmp_path / "pie.svg").read_bytes()
+
+
+def test_members_are_told_of_without_being_used(drill):
+    import rlcompleter
+
+    completer = rlcompleter.Completer({"drill": drill})
+    names = [completer.complete("drill.Drill", place) for place in range(7)]
+    assert "drill.DrillDownVariable" in names and "drill.DrillDown(" in names
+    assert {"RVCasewiseDeletionOfMD", "review_3d_histograms", "plot_mean_sd196_times_sd", "ok"} <= set(dir(drill))
+    assert type(drill).Summary.__doc__ == "Summary of drill-down operations."
+    assert len(drill.analysis.Outputs) == 0
+
+
+@pytest.mark.parametrize("member", ["CountMD", "count_md", "CasewiseDeletionOfMD", "AllDistinctValues"])
+def test_members_are_read_and_written(drill, member):
+    drill.DrillDownVariable = "age"
+    setattr(drill, member, 1)
+    assert getattr(drill, member) == 1
+
+
+def test_intervals_are_cut_as_asked(drill):
+    drill.DrillDownVariable = "age"
+    drill.StepSize = 1
+    drill.ValueStepSize = 50
+    drill.StartingAtMinimum = 0
+    drill.ValueStartingFrom = 0.0
+    drill.down("age", 20)
+    assert 18 <= drill.cases.to_pandas()["age"].max() <= 50
+    drill.up("age")
+    drill.DrillDownVariable = 4
+    drill.UserSpecifiedCategories = 1
+    drill.UserDefinedBoundaries = "30 60"
+    drill.down("age", 45)
+    assert drill.cases.to_pandas()["age"].between(31, 60).all() and len(drill.cases) == 1180

@@ -1,0 +1,168 @@
+"""How calls fail, and what outlives what."""
+
+import gc
+import os
+import signal
+import subprocess
+import sys
+import threading
+import time
+import warnings
+
+import pytest
+from conftest import SURVEY, failure_of
+
+import quillara
+
+CLOSED, DISABLED, FAILED, INVALID, MISMATCH, COUNT = (
+    0x800401FD, 0x80070005, 0x80004005, 0x80070057, 0x80020005, 0x8002000E)
+
+
+@pytest.mark.parametrize("call, code, member, text", [
+    (lambda d: d.ReviewFrequencies, DISABLED, "ReviewFrequencies", "This control is disabled now."),
+    (lambda d: setattr(d, "ResultsOption", 3), 0x80004001, "ResultsOption", "no results dialog"),
+    (lambda d: setattr(d, "value_no_of_exact_intervals", "many"), MISMATCH, "ValueNoOfExactIntervals", "mismatch"),
+    (lambda d: setattr(d, "variables", "sex nowhere"), INVALID, "Variables", "nowhere"),
+    (lambda d: setattr(d, "DrillDownVariable", "zzz"), FAILED, "DrillDownVariable", ""),
+    (lambda d: d.DrillDownCategory, FAILED, "DrillDownCategory", ""),
+    (lambda d: d.drill_down(1), COUNT, "DrillDown", ""),
+    (lambda d: d.frequencies[0].Cell(9, 9), 0x8002000B, "Cell", ""),
+    (lambda d: d.frequencies[0].save("table.svg"), FAILED, "Save", ".csv"),
+    (lambda d: d.frequencies.Item("none"), 0x8002000B, "Item", ""),
+    (lambda d: d.down("sex", "Neither"), FAILED, "down", "Female"),
+    (lambda d: d.down("region", 1), INVALID, "down", "region"),
+    (lambda d: d.up("sex"), INVALID, "up", "sex"),
+    (lambda d: d.down("nowhere", 1), INVALID, "down", "nowhere"),
+])
+def test_members_fail_with_code_text_and_member(drill, call, code, member, text):
+    told_code, told_text, told_member = failure_of(lambda: call(drill))
+    assert (told_code, told_member) == (code, member) and text in told_text and told_text
+    assert drill.Variables == "sex education | age"
+
+
+def test_what_is_no_member_is_a_mistake_of_the_script(drill):
+    for attribute in ("Sumary", "drill_down_variabel"):
+        with pytest.raises(AttributeError):
+            setattr(drill, attribute, 1)
+        with pytest.raises(AttributeError):
+            getattr(drill, attribute)
+    with pytest.raises(AttributeError):
+        drill.Summary = 1
+    with pytest.raises(TypeError):
+        drill.DrillDownVariable = {}
+    with pytest.raises(IndexError):
+        drill.Frequencies[7]
+
+
+def test_files_and_formulas_fail_alike(survey, tmp_path):
+    assert failure_of(lambda: quillara.open(tmp_path / "none.sav"))[::2] == (FAILED, "open")
+    (tmp_path / "cut.sav").write_bytes(open(SURVEY, "rb").read(3000))
+    assert failure_of(lambda: quillara.open(tmp_path / "cut.sav"))[0] == FAILED
+    assert failure_of(lambda: survey.select("age >"))[::2] == (INVALID, "select")
+    assert failure_of(lambda: setattr(survey, "weight", "commute"))[::2] == (FAILED, "weight")
+    assert failure_of(lambda: survey.drill("nowhere"))[::2] == (INVALID, "Variables")
+    assert (survey.selection, survey.weight) == ("", None)
+    assert len(quillara.application().Analyses) == 0
+
+
+def test_references_are_safe_past_the_end(survey):
+    drill = quillara.open(SURVEY).drill("sex", "age")
+    tables, graph, cases = drill.Frequencies, drill.PieCharts[0], drill.cases
+    analysis, application, window = drill.analysis, drill.Application, graph.Window
+    drill.close()
+    drill.close()
+    for call in (lambda: drill.Summary, lambda: drill.Variables, lambda: drill.down("sex", "Male"), drill.OK, lambda: drill.up("sex"),
+                 lambda: drill.analysis, lambda: analysis.Outputs, lambda: setattr(drill, "CountMD", 1)):
+        assert failure_of(call)[0] == CLOSED
+    assert drill.Application == application and list(application.Analyses) == []
+    assert tables[0].to_pandas()["Count"].sum() == 2000 and "<svg" in graph._repr_svg_()
+    assert cases.to_pandas().shape == (2000, 2) and window.State in (1, 2)
+    cases.Close()
+    assert failure_of(lambda: cases.Cases)[0] == CLOSED and failure_of(cases.to_pandas)[0] == CLOSED
+    graph.Close()
+    assert "closed" in failure_of(graph.Activate)[1]
+    del drill, analysis
+    gc.collect()
+    assert tables[1].title.startswith("Frequency table of age")
+
+
+def test_a_dropped_drill_closes_and_a_dialog_can_be_cancelled(survey):
+    drill = survey.drill("sex")
+    dialog = quillara.application().Analyses[0].Dialog
+    assert dialog is drill
+    del drill, dialog
+    gc.collect()
+    assert len(quillara.application().Analyses) == 0
+    with survey.drill("sex") as drill:
+        drill.Cancel()
+        assert failure_of(lambda: drill.Summary)[0] == CLOSED
+
+
+def test_two_analyses_do_not_disturb_each_other(survey):
+    with survey.drill("sex", "age") as one, survey.drill("education sex") as other:
+        one.down("sex", "Female")
+        other.down("education", "Vocational training")
+        assert [d.Summary.Values for d in (one, other)] == [[["Female"]], [["Vocational training"]]]
+        assert other.Frequencies[0].Values[0][0] == 337
+        other.close()
+        one.up("sex")
+        assert one.Frequencies[0].Values[0][0] == 1077
+
+
+def test_messages_are_warnings(drill):
+    with warnings.catch_warnings(record=True) as caught:
+        warnings.simplefilter("always")
+        drill.analysis.AutomationInteractive = True
+        drill.OK()
+    assert all(issubclass(each.category, quillara.Message) for each in caught)
+
+
+INTERRUPTED = """
+import os, signal, sys, threading, quillara
+values = [float(i * 7919 % 100003) for i in range(400000)]
+drill = quillara.table({"a": values, "b": values[::-1]}).drill("", "a b")
+threading.Timer(0.05, os.kill, (os.getpid(), signal.SIGINT)).start()
+try:
+    while True:
+        drill.Descriptives
+        drill.CasewiseDeletionOfMD = 1 - drill.CasewiseDeletionOfMD
+except KeyboardInterrupt:
+    drill.CountMD = 1
+    print("interrupted", drill.Variables, drill.Descriptives.Rows)
+"""
+
+
+def test_a_script_that_never_ends_is_interrupted():
+    run = subprocess.run([sys.executable, "-c", INTERRUPTED], capture_output=True, text=True, timeout=60)
+    assert run.stdout == "interrupted | a b 2\n", run.stderr
+
+
+def test_other_threads_run_during_a_call_and_calls_take_turns(survey):
+    counts = []
+
+    def work():
+        with survey.drill("sex education", "age") as drill:
+            drill.down("education", "Vocational training")
+            counts.append(drill.Frequencies[0].Values[0][0])
+
+    threads = [threading.Thread(target=work) for _ in range(4)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    assert len(counts) == 4 and len(set(counts)) == 1
+
+
+def test_calls_are_fast(drill):
+    begin, calls = time.perf_counter(), 4000
+    for _ in range(calls):
+        drill.CountMD
+    assert calls / (time.perf_counter() - begin) > 20000 / 4  # an idle machine does some 100,000
+
+
+def test_importing_is_fast_and_leaves_pandas_alone():
+    script = "import time; t = time.perf_counter(); import quillara, sys; " \
+             "print(time.perf_counter() - t, 'pandas' in sys.modules, 'numpy' in sys.modules)"
+    runs = [subprocess.run([sys.executable, "-c", script], capture_output=True, text=True, check=True).stdout.split()
+            for _ in range(3)]
+    assert min(float(run[0]) for run in runs) < 0.1 and runs[0][1:] == ["False", "False"]
