@@ -137,8 +137,9 @@ void CDefineTask::UpdateControls() {
         ShowWindow(Window, hidden, false);
     }
     for (const OptionBox& box : OptionBoxes) {
-        // Those of box plots too, before there is a variable for one: scripts read the boxes.
-        CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
+        if (facts[box.IsOfBoxPlots ? ContinuousReview : Always]) {
+            CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
+        }
     }
     EnableCategorizationMethods(facts[AnyDown]);
     ShowCategorization();
