@@ -102,7 +102,7 @@ template <std::size_t Count>
     std::size_t functions = 0;
     for (const AutomationMember& member : members) {
         functions += static_cast<std::size_t>(
-            std::ranges::count_if(member.Functions, [](const MemberFunction& each) { return each.Call != nullptr; }));
+            std::ranges::count_if(member.Functions, [](const MemberFunction& each) { return each.Use != 0; }));
     }
     return functions;
 }
@@ -114,7 +114,7 @@ template <std::size_t Count>
         if (member.Id != next) {
             return false;
         }
-        next += member.Functions[1].Call != nullptr ? 2 : 1;
+        next += member.Functions[1].Use != 0 ? 2 : 1;
     }
     return true;
 }
