@@ -62,8 +62,8 @@ void DescribeHandled(Failure& failure) {
         const CaughtException caught(exception);
         failure.Result = exception->m_sc;
     } catch (CException* exception) {
-        const CaughtException caught(exception);
         const EnterModuleState entered(OrvGetAppModuleState());
+        const CaughtException caught(exception);
         failure.Result = DualHandleException(GUID_NULL, exception);
         failure.Text = ExceptionText<255>(*exception).Get();
     } catch (const _com_error& error) {
@@ -101,8 +101,10 @@ HRESULT ReportHandledInAnalysis(HRESULT& result) {
     try {
         throw;
     } catch (CException* exception) {
-        const CaughtException caught(exception);
-        const ExceptionText<512> text(*exception);
+        const ExceptionText<512> text = [exception] {
+            const CaughtException caught(exception);
+            return ExceptionText<512>(*exception);
+        }();
         LogAnalysisFailure(text.Get());
         return DispatchReportError(IUnknown::Id, std::string_view(text.Get()));
     } catch (const _com_error& error) {

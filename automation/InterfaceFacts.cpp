@@ -62,7 +62,7 @@ constexpr std::array<FUNCDESC, Functions> DescribeAll(const std::array<Automatio
     auto next = functions.begin();
     for (const AutomationMember& member : members) {
         for (const MemberFunction& function : member.Functions) {
-            if (function.Call != nullptr) {
+            if (function.Use != 0) {
                 *next++ = Describe(member, function, slot++);
             }
         }

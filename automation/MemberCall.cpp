@@ -88,6 +88,7 @@ HRESULT CallMember(IDispatch& object, const AutomationMember& member, std::uint1
     if (function == nullptr) {
         return DISP_E_MEMBERNOTFOUND;
     }
+    SetErrorInfo(0, nullptr);  // what an earlier call has left is none of this one's failure
     return function->Use == DispatchPropertyPut ? Write(object, *function, parameters, exception, badArgument)
                                                 : Read(object, *function, parameters, result, exception);
 }

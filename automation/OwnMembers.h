@@ -25,7 +25,7 @@ HRESULT WriteDrillUpVariable(CDefineTask& task, const VARIANT& value);
 
 // The category for the next step down. E_FAIL while none is chosen.
 
-/// The name of a distinct value; under other methods, and for what has no name, the number chosen.
+/// The name of a distinct value; under other methods the number chosen; Missing for what has no name.
 HRESULT ReadDrillDownCategory(CDefineTask& task, std::string& text);
 /// Chooses a category: a row by its number, one by its name, that of missing data, or the first by an empty text.
 HRESULT WriteDrillDownCategory(CDefineTask& task, const VARIANT& value);

@@ -128,6 +128,14 @@ void CDefineTask::SelectCurrentUp() {
     Analysis->CurrentUp = VariableAtSelectedRow(*this, DrillUpListControl, *Analysis->DrillUps, Analysis->CurrentUp);
 }
 
+void CDefineTask::ShowBoxPlotOptions() {
+    for (const OptionBox& box : OptionBoxes) {
+        if (box.IsOfBoxPlots) {
+            CheckDlgButton(Window, box.Id, Analysis->*box.Flag == 1);
+        }
+    }
+}
+
 void CDefineTask::UpdateControls() {
     const Facts facts = FactsOf(*Analysis);
     for (const EnableRow& row : EnableTable) {

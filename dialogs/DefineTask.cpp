@@ -220,6 +220,7 @@ std::int64_t StartDialog(CDefineTask& task) {
     (new CDrillUpReorderListBox(analysis))->AttachTo(task.GetDlgItem(task.Window, DrillUpListControl));
     analysis.GetInitKeyword(0, AutoUpdateKeyword, &Reserved, &analysis.StandAloneResults);
     task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);
+    task.ShowBoxPlotOptions();
     task.SelectCurrentDown();
     task.UpdateControls();
     return 1;

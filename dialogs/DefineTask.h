@@ -40,6 +40,8 @@ class CDefineTask : public CDrillDownModelessDialog, public CComDefineTask {
     void SelectCurrentUp();
     /// Enables and checks all controls by the present state of the analysis.
     void UpdateControls();
+    /// Checks the boxes of the options for box plots by their flags, also while they can't be used.
+    void ShowBoxPlotOptions();
 
     // Categorization page - dialogs/CategorizationPage.cpp
 

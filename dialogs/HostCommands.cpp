@@ -53,6 +53,7 @@ std::int64_t OpenData(CDefineTask& task) {
         ShowChosenVariables(task);
         EmptyList(task, DrillDownListControl);
         EmptyList(task, DrillUpListControl);
+        task.ShowBoxPlotOptions();
         task.SelectCurrentDown();
         task.UpdateControls();
         task.CheckDlgButton(task.Window, AutoUpdateBox, analysis.StandAloneResults != 0);

@@ -9,8 +9,7 @@ class CException;
 // How a failing member leaves an error object for its caller. None throws; what can't be left is not left.
 
 /// Leaves an error object of an exception: its text, or the standard message of its status. Gives the status: that of a
-/// COleException or COleDispatchException, E_OUTOFMEMORY of lack of memory, else E_UNEXPECTED. The exception stays the
-/// caller's.
+/// COleException or COleDispatchException, else E_UNEXPECTED. The exception stays the caller's.
 HRESULT DualHandleException(const GUID& interface, const CException* exception) noexcept;
 
 /// Leaves an error object of a text of UTF-8; gives DISP_E_EXCEPTION.

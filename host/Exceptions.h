@@ -34,7 +34,7 @@ class COleException : public CException {
     explicit COleException(HRESULT status) : m_sc(status) {}
     /// The standard message of the status.
     bool GetErrorMessage(char* text, unsigned size) const override;
-    /// The status that stands for an exception: that of a COleException, E_OUTOFMEMORY or E_UNEXPECTED.
+    /// The status that stands for an exception: that of a COleException or a COleDispatchException, else E_UNEXPECTED.
     [[nodiscard]] static HRESULT Process(const CException* exception);
 
     HRESULT m_sc;

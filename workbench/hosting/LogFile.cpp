@@ -1,6 +1,5 @@
 #include "workbench/hosting/LogFile.h"
 
-#include <chrono>
 #include <ctime>
 #include <fstream>
 #include <memory>
@@ -22,18 +21,17 @@ std::deque<LogLine>& Kept() {
     return lines;
 }
 
-std::string TimeNow() {
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+std::string TextOf(std::time_t time) {
     std::tm parts{};
-    localtime_r(&now, &parts);
+    localtime_r(&time, &parts);
     char text[32];
     return {text, std::strftime(text, sizeof(text), "%Y-%m-%d %H:%M:%S", &parts)};
 }
 
 /// A line of the file; line ends within a text would make two of it.
 std::string Written(const LogLine& line) {
-    std::string text = TimeNow() + '\t' + std::to_string(line.Process) + '\t' + std::to_string(line.Thread) + '\t' +
-                       std::to_string(line.Level) + '\t';
+    std::string text = TextOf(line.Time) + '\t' + std::to_string(line.Process) + '\t' + std::to_string(line.Thread) +
+                       '\t' + std::to_string(line.Level) + '\t';
     for (const char sign : line.Text) {
         text += sign == '\n' || sign == '\r' ? ' ' : sign;
     }
@@ -48,9 +46,14 @@ class Application final : public COrvMainApp {
     explicit Application(std::filesystem::path file) : File(std::move(file)) { Logging = 1; }
 
     void LogEntry(std::uint32_t process, std::uint32_t thread, int level, const std::string& text,
-                  std::uint32_t code) override try {
-        MakeRoom();
-        std::ofstream(File, std::ios::app) << Written({process, thread, level, text, code});
+                  std::uint32_t code) override {
+        Write({process, thread, level, text, code});
+    }
+
+    void Write(const LogLine& line) try {
+        const std::string written = Written(line);
+        MakeRoomFor(written.size());
+        std::ofstream(File, std::ios::app) << written;
     } catch (const std::exception&) {
         // A log may not stop the work.
     }
@@ -58,9 +61,11 @@ class Application final : public COrvMainApp {
     [[nodiscard]] bool CanWrite() const { return std::ofstream(File, std::ios::app).good(); }
 
   private:
-    void MakeRoom() const {
-        std::error_code ignored;
-        if (std::filesystem::file_size(File, ignored) >= LargestFile && !ignored) {
+    void MakeRoomFor(std::size_t bytes) const {
+        std::error_code error;
+        const std::uintmax_t size = std::filesystem::file_size(File, error);
+        if (!error && size + bytes > LargestFile) {
+            std::error_code ignored;
             std::filesystem::rename(File, File.string() + ".1", ignored);
         }
     }
@@ -98,7 +103,7 @@ void OpenLogFile(const std::filesystem::path& file) {
         throw DataError("The log can't be written: " + file.string());
     }
     for (const LogLine& line : std::exchange(Kept(), {})) {
-        opened->LogEntry(line.Process, line.Thread, line.Level, line.Text, line.Code);
+        opened->Write(line);
     }
     TheApplication() = std::move(opened);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <deque>
 #include <filesystem>
 #include <string>
@@ -15,6 +16,7 @@ struct LogLine {
     int Level;
     std::string Text;
     std::uint32_t Code;  ///< of the entry; 0: none
+    std::time_t Time = std::time(nullptr);  ///< when it came in
 };
 
 /// Lines that came in before the application had a log, the last thousand of them.
