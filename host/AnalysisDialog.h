@@ -107,7 +107,8 @@ class CAnalysisDialog {
     /// True while the dialog is driven by a script.
     bool IsOleAutomation() const;
     /// A script has written to the dialog without using a control: it drives the dialog from now on, until a person's
-    /// next message. Controls that are written or pressed for a script tell it by themselves.
+    /// next message. Controls that are written or pressed for a script tell it by themselves. Throws a COleException of
+    /// RPC_E_SERVERCALL_RETRYLATER while a command or a modal window waits.
     void BeginOleAutomation();
     /// What the controls are to scripts and recorders. The table lives as long as the module; without one no control is
     /// recorded.

@@ -184,12 +184,14 @@ TEST_F(PropertyCalls, APressFromInsideAPressIsRefused) {
     Choose();
     Names inside;
     Host().Services.TakeDocument = [&](quillara::ResultDocument&) {
-        inside = {Shown(DrillVariablesButton), Press(FrequenciesButton), Write(CasewiseBox, 1)};
+        inside = {Shown(DrillVariablesButton), Press(FrequenciesButton), Write(CasewiseBox, 1),
+                  PutByName(Dialog(), "DrillDownVariable", "3")};
     };
     EXPECT_EQ(Result(FrequenciesButton), "3 documents");
-    ASSERT_EQ(inside.size(), 3U);
+    ASSERT_EQ(inside.size(), 4U);
     EXPECT_EQ(inside[0], "sex \"home town\" | age");
     EXPECT_EQ(inside[1].substr(0, 8) + inside[2].substr(0, 8), "8001010a8001010a");
+    EXPECT_NE(inside[3], "ok");
     Click(FrequenciesButton);  // a person's
     EXPECT_EQ(inside[1].substr(0, 8), "8001010a");
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/AnalysisSupport.h"
+#include "host/Exceptions.h"
 #include "platform/ModuleInstance.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
@@ -99,5 +100,9 @@ bool CAnalysisDialog::IsOleAutomation() const {
 }
 
 void CAnalysisDialog::BeginOleAutomation() {
-    quillara::DialogsOf(Owner.GetDocument()).Script.IsDriven = true;
+    quillara::DialogState& dialogs = quillara::DialogsOf(Owner.GetDocument());
+    if (dialogs.IsBusy()) {
+        throw new COleException(RPC_E_SERVERCALL_RETRYLATER);
+    }
+    dialogs.Script.IsDriven = true;
 }

@@ -18,7 +18,8 @@ void Name(AnalysisObject& analysis, NamedCall& call) {
     call.Give(analysis.Document().Analysis().GetAnalysisName());
 }
 
-void Application(AnalysisObject& /*analysis*/, NamedCall& call) {
+void Application(AnalysisObject& analysis, NamedCall& call) {
+    static_cast<void>(analysis.Document());  // throws once it has closed
     call.Give(CountedPointer<IDispatch>::Adopt(OleAGetApplication()).Get());
 }
 
