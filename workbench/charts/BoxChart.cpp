@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "workbench/charts/BoxArea.h"
 #include "workbench/charts/ChartKey.h"
@@ -55,13 +56,15 @@ class PanelGrid : public QCPLayoutGrid {
 /// Stands in for a plot without a box.
 class EmptyPlot : public ChartElement {
   public:
-    explicit EmptyPlot(const ChartSheet& sheet) : ChartElement(sheet.Plot, sheet.Style), About(sheet.Document->About) {}
+    explicit EmptyPlot(const ChartSheet& sheet) : ChartElement(sheet.Plot, sheet.Style), Document(sheet.Document) {}
 
   protected:
-    void Arrange(const QRectF& place) override { PlacedTexts = NoCasesOfReview(About, place, Style.FaintText()); }
+    void Arrange(const QRectF& place) override {
+        PlacedTexts = NoCasesOfReview(Document->About, place, Style.FaintText());
+    }
 
   private:
-    const Subject& About;  // of the document, which outlives its picture
+    const std::shared_ptr<const GraphDocument> Document;
 };
 
 std::vector<KeyEntry> KeyOf(const BoxPlot& plot, const ChartStyle& style) {
