@@ -54,7 +54,7 @@ class Drill(Object, kind="DDNStartup"):
         self._make_current("DrillDownVariable", number, "down")
         self._analysis.down(number, "Missing" if category is None else category if isinstance(category, str) else
                             f"{category:.17g}")
-        warn_of_messages()
+        warn_of_messages(level=3)
 
     def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""

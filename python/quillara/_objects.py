@@ -17,8 +17,11 @@ def snake_case(name: str) -> str:
     return re.sub(r"(?<=[a-z])(?=[A-Z0-9])|(?<=[A-Z0-9])(?=[A-Z][a-z])", "_", name).lower()
 
 
-def warn_of_messages(failure=""):
-    """Tells what the host has said since the last time, but for what the text of a failure says already."""
+def warn_of_messages(failure="", level=4):
+    """Tells what the host has said since the last time, but for what the text of a failure says already.
+
+    level: how many calls above this one the script stands.
+    """
     global _messages_known
     if _quillara.messages_so_far() == _messages_known:
         return
@@ -26,7 +29,7 @@ def warn_of_messages(failure=""):
     _messages_known = _quillara.messages_so_far()
     for text in messages:
         if text not in failure:
-            warnings.warn(text, Message, stacklevel=4)
+            warnings.warn(text, Message, stacklevel=level)
 
 
 def call(face, number, use, arguments=()):

@@ -109,12 +109,17 @@ def test_two_analyses_do_not_disturb_each_other(survey):
         assert one.Frequencies[0].Values[0][0] == 1077
 
 
-def test_messages_are_warnings(drill):
-    with warnings.catch_warnings(record=True) as caught:
-        warnings.simplefilter("always")
-        drill.analysis.AutomationInteractive = True
-        drill.OK()
-    assert all(issubclass(each.category, quillara.Message) for each in caught)
+def test_messages_are_warnings_but_for_what_a_failure_says():
+    with quillara.table({"b": ["x", "y", "y"], "a": [None, 1.0, 2.0]}).drill("b", "a") as drill:
+        drill.StandAloneResults, drill.CountMD = 1, 0
+        drill.Histograms
+        with pytest.warns(quillara.Message, match="Nothing to plot") as warned:
+            drill.down("b", "x")  # the histogram that stands alone can't be brought up to date
+        assert warned[0].filename == __file__
+        with warnings.catch_warnings():
+            warnings.simplefilter("error")
+            assert "Nothing to plot" in failure_of(lambda: drill.Histograms)[1]
+    assert "Nothing to plot...." in quillara.application().Messages
 
 
 INTERRUPTED = """
