@@ -1,13 +1,12 @@
-# quillara_layer(name FOLDER folder [USES libraries...] [OPTIONS compiler options...] [PRECOMPILED headers...])
+# quillara_layer(name FOLDER folder [USES libraries...] [OPTIONS compiler options...])
 # One target per layer of the house: the sources of one folder. Which layers it may use stands in scripts/check-sources.
 function(quillara_layer name)
-  cmake_parse_arguments(LAYER "" "FOLDER" "USES;OPTIONS;PRECOMPILED" ${ARGN})
+  cmake_parse_arguments(LAYER "" "FOLDER" "USES;OPTIONS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${LAYER_FOLDER}/*.cpp)
   add_library(${name} OBJECT ${sources})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_compile_options(${name} PRIVATE ${LAYER_OPTIONS})
   target_link_libraries(${name} PRIVATE ${LAYER_USES})
-  target_precompile_headers(${name} PRIVATE ${LAYER_PRECOMPILED})
 endfunction()
 
 # quillara_tests(name FOLDERS folders... [USES libraries...])
