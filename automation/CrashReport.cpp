@@ -12,7 +12,7 @@ namespace {
 // The functions of the report library, as it declares them.
 
 using StackTrace = void (*)(void* process, int depth, void* thread, void* context, void* reserved);
-using GenerateSilentErrorReport = void (*)(void* state, const char* folder, const ExceptionPointers* pointers,
+using GenerateSilentErrorReport = void (*)(void* state, const char* folder, const FaultPointers* pointers,
                                            const char* what);
 
 constexpr int WholeStack = 9999;
@@ -37,7 +37,7 @@ std::string ErrorFolder() {
     return std::filesystem::is_directory(folder, failure) ? folder.string() : std::string();
 }
 
-void CrashReport(const std::string& folder, const ExceptionPointers& pointers, const char* what) {
+void CrashReport(const std::string& folder, const FaultPointers& pointers, const char* what) {
     if (const auto trace = FromLibrary<StackTrace>("StackTrace")) {
         trace(nullptr, WholeStack, nullptr, pointers.Context, nullptr);
     }

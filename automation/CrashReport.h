@@ -2,11 +2,11 @@
 
 #include <string>
 
-struct ExceptionPointers;
+struct FaultPointers;
 
 /// The folder for dumps of the process, made if need be; empty when it can't be had.
 [[nodiscard]] std::string ErrorFolder();
 
 /// Has the report library, where one is installed, write a dump of the process into a folder, and logs that one was
 /// made. Without the library nothing happens. Members that fail aren't changed by it.
-void CrashReport(const std::string& folder, const ExceptionPointers& pointers, const char* what);
+void CrashReport(const std::string& folder, const FaultPointers& pointers, const char* what);

@@ -83,7 +83,7 @@ class _com_error {
 };
 
 /// Where a structured exception happened; made by the host.
-struct ExceptionPointers {
+struct FaultPointers {
     void* Record = nullptr;
     void* Context = nullptr;
 };
@@ -91,17 +91,17 @@ struct ExceptionPointers {
 /// A structured exception of the processor or the system, translated by the host.
 class win32_exception : public std::exception {
   public:
-    win32_exception(std::string what, std::uint32_t code, ExceptionPointers pointers = {});
+    win32_exception(std::string what, std::uint32_t code, FaultPointers pointers = {});
     ~win32_exception() override;
 
     [[nodiscard]] const char* what() const noexcept override { return What.c_str(); }
     [[nodiscard]] std::uint32_t Code() const noexcept { return Number; }
     /// Both empty when the exception was made otherwise.
-    [[nodiscard]] const ExceptionPointers& Pointers() const noexcept { return Where; }
+    [[nodiscard]] const FaultPointers& Pointers() const noexcept { return Where; }
     [[nodiscard]] bool HasPointers() const noexcept { return Where.Record != nullptr || Where.Context != nullptr; }
 
   private:
     std::string What;
     std::uint32_t Number;
-    ExceptionPointers Where;
+    FaultPointers Where;
 };

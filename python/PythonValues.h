@@ -8,5 +8,5 @@
 
 /// Throws pybind11::type_error for what automation has no value for.
 [[nodiscard]] OwnedVariant VariantOf(pybind11::handle value);
-/// Takes over what the value owns.
-[[nodiscard]] pybind11::object ObjectOf(OwnedVariant value);
+/// Takes over what a value owns.
+[[nodiscard]] pybind11::object ObjectOf(OwnedVariant owned);

@@ -83,7 +83,7 @@ std::string _com_error::ErrorMessage() const {
     return quillara::StandardMessage(Status);
 }
 
-win32_exception::win32_exception(std::string what, std::uint32_t code, ExceptionPointers pointers)
+win32_exception::win32_exception(std::string what, std::uint32_t code, FaultPointers pointers)
     : What(std::move(what)), Number(code), Where(pointers) {}
 
 win32_exception::~win32_exception() = default;

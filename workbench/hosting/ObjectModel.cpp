@@ -15,9 +15,6 @@
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/RoutedResults.h"
 
-using quillara::ResultDocument;
-using quillara::ResultsOf;
-
 namespace {
 
 std::vector<CAnalysisDoc*>& Open() {
