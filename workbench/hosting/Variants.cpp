@@ -329,7 +329,7 @@ HRESULT VariantChangeType(VARIANT& target, const VARIANT& source, VariantType ty
     VariantClear(target);
     target = changed.Detach();
     return S_OK;
-} catch (const std::bad_alloc&) {
+} catch (...) {  // nothing but memory can fail
     return E_OUTOFMEMORY;
 }
 
