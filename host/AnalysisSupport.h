@@ -13,6 +13,9 @@ class CAnalysisDoc;
 class CAnalysisModelessDialog;
 class CAnalysisSupport;
 class CaseBlocks;
+class CaseConditions;
+class ParallelRuns;
+class TableColumns;
 struct ActiveCommand;
 struct AnalysisBinding;
 struct ModuleInstance;
@@ -112,6 +115,15 @@ class CAnalysisSupport {
     std::string GetCaseName(int caseIndex);
     /// The host's columns, or null when the host offers none. Owned by the host, valid while the table is open.
     CaseBlocks* GetCaseBlocks();
+    /// The host's whole columns in their narrow form, in place of blocks; null and owned as above.
+    TableColumns* GetTableColumns();
+    /// The host's answers to which cases meet conditions; null and owned as above.
+    CaseConditions* GetCaseConditions();
+    /// The host's threads; null and owned as above.
+    ParallelRuns* GetParallelRuns();
+    /// A number that was never given before whenever reading the cases may give anything else than before: another
+    /// table, selection, weight, missing code. 0: the host doesn't say, and an analysis remembers nothing.
+    std::uint64_t GetCaseRevision();
 
     // Break and progress
 

@@ -26,6 +26,10 @@ int CAnalysisSupport::IsSpecialFormatVariable(int) { return 0; }
 int CAnalysisSupport::RetrieveLongTextLabelAsHashedString(char*, int, double) { return 0; }
 void CAnalysisSupport::StripFormatting(std::string&) {}
 CaseBlocks* CAnalysisSupport::GetCaseBlocks() { return nullptr; }
+TableColumns* CAnalysisSupport::GetTableColumns() { return nullptr; }
+CaseConditions* CAnalysisSupport::GetCaseConditions() { return nullptr; }
+ParallelRuns* CAnalysisSupport::GetParallelRuns() { return nullptr; }
+std::uint64_t CAnalysisSupport::GetCaseRevision() { return 0; }
 int CAnalysisSupport::lookbr() { return 0; }
 void CAnalysisSupport::d_pbar(const char*) {}
 void CAnalysisSupport::dstart(unsigned long) {}

@@ -52,3 +52,19 @@ CaseBlocks* CAnalysisSupport::GetCaseBlocks() {
     quillara::TableCaseBlocks& blocks = quillara::CaseBlocksOf(Document);
     return Document != nullptr && blocks.IsOffered ? &blocks : nullptr;
 }
+
+TableColumns* CAnalysisSupport::GetTableColumns() {
+    return nullptr;
+}
+
+CaseConditions* CAnalysisSupport::GetCaseConditions() {
+    return nullptr;
+}
+
+ParallelRuns* CAnalysisSupport::GetParallelRuns() {
+    return nullptr;
+}
+
+std::uint64_t CAnalysisSupport::GetCaseRevision() {
+    return 0;
+}
