@@ -98,7 +98,7 @@ constexpr InterfaceFacts StartupInterface{"DDNStartup",
                                           AttributesOf(DDNStartup::Id, StartupFunctionCount, 1, 0)};
 constexpr std::array<const InterfaceFacts*, 2> AllInterfaces{&DialogInterface, &StartupInterface};
 
-constexpr char16_t LowerCase(char16_t letter) {
+constexpr char16_t LowerCaseWide(char16_t letter) {
     return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
 }
 
@@ -127,8 +127,8 @@ const AutomationMember* FindMember(const InterfaceFacts& interface, std::u16stri
 }
 
 bool IsNamed(const char* name, std::u16string_view text) {
-    const auto lower = [](char letter) { return LowerCase(static_cast<unsigned char>(letter)); };
-    return std::ranges::equal(std::string_view(name), text, {}, lower, LowerCase);
+    const auto lower = [](char letter) { return LowerCaseWide(static_cast<unsigned char>(letter)); };
+    return std::ranges::equal(std::string_view(name), text, {}, lower, LowerCaseWide);
 }
 
 }  // namespace drilldown

@@ -9,6 +9,14 @@ function(quillara_layer name)
   target_link_libraries(${name} PRIVATE ${LAYER_USES})
 endfunction()
 
+# quillara_compiled_alone(sources...)
+# Sources that aren't put together with their neighbours where several are compiled as one: their unnamed functions bear
+# the names of the members that they serve.
+function(quillara_compiled_alone)
+  list(TRANSFORM ARGN PREPEND ${PROJECT_SOURCE_DIR}/)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # quillara_tests(name FOLDERS folders... [USES libraries...])
 # One test program: all sources of some folders below tests/, against the real module and the real core.
 function(quillara_tests name)

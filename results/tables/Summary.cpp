@@ -17,7 +17,7 @@ using namespace drilldown;
 namespace {
 
 constexpr std::size_t CategoryColumn = 0;
-constexpr std::size_t DescriptionColumn = 1;
+constexpr std::size_t StepDescriptionColumn = 1;
 constexpr std::size_t CornerTextWidth = 12;
 
 /// Intended: every category of every step counts, of continuous variables too, unlike in LongDescription, and not the
@@ -42,7 +42,7 @@ void WriteHeadings(CDrillDown& analysis, bool described, ResultTable& table) {
     if (described) {
         // Intended: a text of the string table, unlike in the frequency tables, which have a literal; translations of
         // the table reach this column alone.
-        table.SetColumnName(DescriptionColumn, analysis.GetResourceString(DescriptionText));
+        table.SetColumnName(StepDescriptionColumn, analysis.GetResourceString(DescriptionText));
     }
 }
 
@@ -56,7 +56,7 @@ void WriteCategory(CDrillDown& analysis, ResultTable& table, std::size_t row, co
         const auto chosen = std::next(step.CategorySet.begin(), step.ChosenCategory);
         table.SetCellText(row, CategoryColumn, chosen->Name);
         if (label != nullptr && FindLongLabel(analysis, step, *chosen, label)) {
-            table.SetCellText(row, DescriptionColumn, label);
+            table.SetCellText(row, StepDescriptionColumn, label);
         }
     }
 }

@@ -13,7 +13,7 @@ namespace {
 using Spots = std::vector<AxisSpot>;
 using Attempt = std::optional<AxisLabels>;
 
-constexpr double Gap = 6.0;  // between level neighbours
+constexpr double NeighbourGap = 6.0;  // between level neighbours
 constexpr int MostLines = 4;
 constexpr double Slope = std::numbers::sqrt2 / 2;  // sine and cosine of the angle of slanted labels
 constexpr std::size_t PreferenceForLevel = 3;
@@ -78,7 +78,7 @@ bool IsWhole(const AxisLabels& labels) {
 bool StandApart(const AxisLabels& labels) {
     for (std::size_t i = 1; i < labels.Texts.size(); ++i) {
         const double end = labels.Texts[i - 1].Outline().boundingRect().right();
-        if (labels.Texts[i].Outline().boundingRect().left() < end + Gap) {
+        if (labels.Texts[i].Outline().boundingRect().left() < end + NeighbourGap) {
             return false;
         }
     }
@@ -86,7 +86,7 @@ bool StandApart(const AxisLabels& labels) {
 }
 
 Attempt Level(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    if (LeastDistance(spots) < Gap) {
+    if (LeastDistance(spots) < NeighbourGap) {
         return std::nullopt;  // before thousands of texts are measured in vain
     }
     AxisLabels labels = Placed(spots, room, style, LevelText);
@@ -100,7 +100,7 @@ QStringList LinesInSlot(const QString& text, const TextStyle& style, double slot
 }
 
 Attempt Wrapped(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    const double slot = std::min(LeastDistance(spots) - Gap, room.High - room.Low);
+    const double slot = std::min(LeastDistance(spots) - NeighbourGap, room.High - room.Low);
     const double height = LineHeight(style);
     AxisLabels labels;
     if (slot <= 0.0) {

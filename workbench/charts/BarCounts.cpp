@@ -8,8 +8,8 @@
 namespace quillara {
 namespace {
 
-constexpr double Gap = 2.0;  // pixels between a bar and its count
-constexpr double TextGap = 3.0;  // between neighbouring counts
+constexpr double CountGap = 2.0;  // pixels between a bar and its count
+constexpr double BetweenCounts = 3.0;  // between neighbouring counts
 
 QRectF GroundOf(const PlacedText& text) {
     return text.Outline().boundingRect();
@@ -38,14 +38,14 @@ class CountLabels {
 /// Goes over the neighbours of one side as far as a text of any of them can reach.
 template <typename Step>
 bool CountLabels::IsFreeOf(const QRectF& ground, std::size_t number, Step step) const {
-    const double reach = 2 * ground.width() + TextGap;
+    const double reach = 2 * ground.width() + BetweenCounts;
     for (std::size_t other = step(number); other < Bars.size(); other = step(other)) {
         const QRectF& bar = Bars[other].Place;
         if (bar.left() > ground.right() + reach || bar.right() < ground.left() - reach) {
             break;
         }
-        const bool meetsText =
-            !Grounds[other].isEmpty() && Grounds[other].adjusted(-TextGap, 0.0, TextGap, 0.0).intersects(ground);
+        const bool meetsText = !Grounds[other].isEmpty() &&
+                               Grounds[other].adjusted(-BetweenCounts, 0.0, BetweenCounts, 0.0).intersects(ground);
         if (meetsText || bar.adjusted(0.0, -1.0, 0.0, 0.0).intersects(ground)) {
             return false;
         }
@@ -61,9 +61,9 @@ bool CountLabels::IsFree(const QRectF& ground, std::size_t number) const {
 void CountLabels::Add(std::size_t number) {
     const CountedBar& bar = Bars[number];
     const TextStyle style = Style.Text();
-    const double height = LineHeight(style) + Gap;
+    const double height = LineHeight(style) + CountGap;
     const bool isAbove = bar.Place.top() - height >= Area.top();
-    const QPointF foot(bar.Place.center().x(), isAbove ? bar.Place.top() - Gap : bar.Place.top() + height);
+    const QPointF foot(bar.Place.center().x(), isAbove ? bar.Place.top() - CountGap : bar.Place.top() + height);
     PlacedText text = TextAt(foot, Qt::AlignHCenter | Qt::AlignBottom, bar.Count, style);
     const QRectF ground = GroundOf(text);
     const bool hasRoom = isAbove ? ground.left() >= Area.left() && ground.right() <= Area.right()

@@ -7,7 +7,7 @@
 namespace quillara {
 namespace {
 
-constexpr int MostDecimals = 2;
+constexpr int MostCountDecimals = 2;
 // Shares that would read as none or as all.
 constexpr double LeastPercent = 0.05;
 constexpr double MostPercent = 99.95;
@@ -28,7 +28,7 @@ QString LabelAt(const GraphAxis& axis, double at) {
 }
 
 std::vector<QString> CountTexts(const std::vector<double>& counts) {
-    const NumberFormat format(counts, MostDecimals);
+    const NumberFormat format(counts, MostCountDecimals);
     std::vector<QString> texts(counts.size());
     std::ranges::transform(counts, texts.begin(),
                            [&](double count) { return QString::fromStdString(format.TextOf(count)); });
@@ -36,7 +36,7 @@ std::vector<QString> CountTexts(const std::vector<double>& counts) {
 }
 
 QString CountText(double count) {
-    return QString::fromStdString(NumberFormat({count}, MostDecimals).TextOf(count));
+    return QString::fromStdString(NumberFormat({count}, MostCountDecimals).TextOf(count));
 }
 
 QString PercentText(double part, double total) {

@@ -8,9 +8,9 @@ namespace quillara {
 namespace {
 
 constexpr double SignWidth = 22.0;
-constexpr double Gap = 6.0;
+constexpr double SignGap = 6.0;
 constexpr double EntryGap = 18.0;
-constexpr double RoomAbove = 6.0;
+constexpr double KeyRoomAbove = 6.0;
 
 void DrawWhisker(QCPPainter& painter, const QRectF& place) {
     const double x = place.center().x();
@@ -44,9 +44,9 @@ void DrawSign(QCPPainter& painter, const KeyEntry& entry, const QRectF& place, c
     }
 }
 
-/// Of the sign and the Gap behind it.
+/// Of the sign and the SignGap behind it.
 double SignRoom(const KeyEntry& entry) {
-    return entry.Kind == KeyEntry::Sign::None ? 0.0 : SignWidth + Gap;
+    return entry.Kind == KeyEntry::Sign::None ? 0.0 : SignWidth + SignGap;
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ QSize ChartKey::minimumOuterSizeHint() const {
         return {0, 0};
     }
     const double width = parentPlot()->plotLayout()->rect().width();
-    return {0, static_cast<int>(std::ceil(Places(width).back().y() + LineHeight(Style.Text()) + RoomAbove))};
+    return {0, static_cast<int>(std::ceil(Places(width).back().y() + LineHeight(Style.Text()) + KeyRoomAbove))};
 }
 
 QSize ChartKey::maximumOuterSizeHint() const {
@@ -93,7 +93,7 @@ void ChartKey::Arrange(const QRectF& place) {
     const double left = place.left() + std::max(0.0, (place.width() - end) / 2);
     const double height = LineHeight(text);
     for (std::size_t i = 0; i < places.size(); ++i) {
-        const QPointF middle(left + places[i].x(), place.top() + RoomAbove + places[i].y() + height / 2);
+        const QPointF middle(left + places[i].x(), place.top() + KeyRoomAbove + places[i].y() + height / 2);
         Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, SignWidth, height * 0.6));
         const QPointF pivot = middle + QPointF(SignRoom(Entries[i]), 0.0);
         PlacedTexts.push_back(

@@ -36,19 +36,19 @@ double TopOf(Qt::Alignment alignment, double height) {
 }
 
 /// Where the corners of a box lie along a direction.
-struct Reach {
+struct Stretch {
     double Low = std::numeric_limits<double>::infinity();
     double High = -std::numeric_limits<double>::infinity();
 };
 
-Reach ReachAlong(const QPolygonF& corners, QPointF direction) {
-    Reach reach;
+Stretch StretchAlong(const QPolygonF& corners, QPointF direction) {
+    Stretch stretch;
     for (const QPointF& corner : corners) {
         const double at = QPointF::dotProduct(corner, direction);
-        reach.Low = std::min(reach.Low, at);
-        reach.High = std::max(reach.High, at);
+        stretch.Low = std::min(stretch.Low, at);
+        stretch.High = std::max(stretch.High, at);
     }
-    return reach;
+    return stretch;
 }
 
 QPointF DirectionOf(double angle) {
@@ -155,8 +155,8 @@ bool Overlap(const PlacedText& one, const PlacedText& other) {
     const QPolygonF second = other.Outline();
     const std::array<double, 4> angles = {one.Angle, one.Angle + 90.0, other.Angle, other.Angle + 90.0};
     return std::ranges::all_of(angles, [&](double angle) {
-        const Reach a = ReachAlong(first, DirectionOf(angle));
-        const Reach b = ReachAlong(second, DirectionOf(angle));
+        const Stretch a = StretchAlong(first, DirectionOf(angle));
+        const Stretch b = StretchAlong(second, DirectionOf(angle));
         return a.Low + Touch < b.High && b.Low + Touch < a.High;
     });
 }

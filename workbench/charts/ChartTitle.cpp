@@ -14,7 +14,7 @@ constexpr double LargestShare = 0.55;  // beyond it the caption is cut
 constexpr std::array<double, 3> Sizes = {1.0, 0.85, 0.7};  // of texts, tried in turn
 constexpr double LeastSize = 8.0;
 constexpr double RoomBelow = 8.0;
-const QString Between = QStringLiteral("   \u00B7   ");
+const QString BetweenParts = QStringLiteral("   \u00B7   ");
 
 QStringList WrappedAll(const QStringList& lines, const TextStyle& style, double width) {
     QStringList wrapped;
@@ -28,7 +28,7 @@ QStringList WrappedAll(const QStringList& lines, const TextStyle& style, double 
 QStringList Flowed(const QStringList& lines, const TextStyle& style, double width) {
     QStringList flowed;
     for (const QString& line : lines) {
-        const QString joined = flowed.isEmpty() ? line : flowed.back() + Between + line;
+        const QString joined = flowed.isEmpty() ? line : flowed.back() + BetweenParts + line;
         if (!flowed.isEmpty() && WidthOf(joined, style) <= width) {
             flowed.back() = joined;
         } else {

@@ -18,9 +18,9 @@ constexpr std::size_t MostPainted = 2500;  // fields that are painted one by one
 constexpr double StripShare = 0.5;  // of the width
 constexpr double LongestStrip = 420.0;
 constexpr double StripHeight = 10.0;
-constexpr double RoomAbove = 10.0;
-constexpr double Gap = 4.0;
-constexpr double NumberRoom = 4.0;  // pixels around the number in a field
+constexpr double ScaleRoomAbove = 10.0;
+constexpr double KeyGap = 4.0;
+constexpr double RoomAroundNumber = 4.0;  // pixels around the number in a field
 constexpr int GradientStops = 20;
 const QString KeyCaption = QStringLiteral("Number of counts");
 
@@ -99,7 +99,7 @@ void HeatArea::ArrangeField(std::size_t column, std::size_t row, const QString& 
         TextStyle style = Style.Text();
         style.Color = InkOn(HeatColor(Scale.ShareOf(Table.CountOf(column, row)), Style.IsDark));
         const PlacedText text = TextAt(place.center(), Qt::AlignCenter, count, style);
-        if (text.Box.width() + NumberRoom <= place.width() && text.Box.height() <= place.height()) {
+        if (text.Box.width() + RoomAroundNumber <= place.width() && text.Box.height() <= place.height()) {
             PlacedTexts.push_back(text);
         }
     }
@@ -131,7 +131,7 @@ class HeatKey : public ChartElement {
   public:
     HeatKey(const ChartSheet& sheet, HeatScale scale) : ChartElement(sheet.Plot, sheet.Style), Scale(scale) {}
     [[nodiscard]] QSize minimumOuterSizeHint() const override {
-        return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + RoomAbove + Gap))};
+        return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + ScaleRoomAbove + KeyGap))};
     }
     [[nodiscard]] QSize maximumOuterSizeHint() const override {
         return {QWIDGETSIZE_MAX, minimumOuterSizeHint().height()};
@@ -151,11 +151,11 @@ void HeatKey::Arrange(const QRectF& place) {
     const TextStyle style = Style.Text();
     const double height = LineHeight(style);
     const double width = std::min(place.width() * StripShare, LongestStrip);
-    const double besides = WidthOf(KeyCaption, style) + 2 * Gap;
+    const double besides = WidthOf(KeyCaption, style) + 2 * KeyGap;
     const double left = place.center().x() - (width + besides) / 2 + besides;
-    const double middle = place.top() + RoomAbove + height / 2;
+    const double middle = place.top() + ScaleRoomAbove + height / 2;
     Strip = QRectF(left, middle - StripHeight / 2, width, StripHeight);
-    PlacedTexts.push_back(TextAt({left - 2 * Gap, middle}, Qt::AlignRight | Qt::AlignVCenter, KeyCaption, style));
+    PlacedTexts.push_back(TextAt({left - 2 * KeyGap, middle}, Qt::AlignRight | Qt::AlignVCenter, KeyCaption, style));
     std::vector<AxisSpot> spots;
     for (const AxisMark& mark : Scale.Marks()) {
         spots.push_back({left + width * Scale.PlaceOf(mark.At), mark.Text});

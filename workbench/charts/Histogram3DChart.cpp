@@ -12,13 +12,13 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t MostCategories = 20;  // of a side; beyond it bars can't be told apart
+constexpr std::size_t MostOfASide = 20;  // of a side; beyond it bars can't be told apart
 constexpr double TopLight = 1.35;
 constexpr double SideLight = 0.65;
-constexpr double LabelGap = 6.0;
+constexpr double SpaceLabelGap = 6.0;
 constexpr double SideShare = 0.25;  // of the width, for the labels of the rows
-constexpr double BelowShare = 0.35;  // of the height, for the labels of the columns
-constexpr double NumberDistance = 30.0;
+constexpr double ColumnLabelShare = 0.35;  // of the height, for the labels of the columns
+constexpr double CountDistance = 30.0;
 
 class BarsElement : public ChartElement {
   public:
@@ -55,7 +55,7 @@ ObliqueView::Extent SpaceOf(const CountTable& table, const std::vector<AxisMark>
 
 /// Round numbers of which the last is no lower than the highest bar.
 std::vector<AxisMark> CountMarks(double highest, double pixels) {
-    const int most = std::clamp(static_cast<int>(pixels / NumberDistance), 3, 8);
+    const int most = std::clamp(static_cast<int>(pixels / CountDistance), 3, 8);
     std::vector<AxisMark> marks = RoundNumbers(0.0, highest, most);
     if (marks.size() > 1 && marks.back().At < highest) {
         marks = RoundNumbers(0.0, marks.back().At + marks[1].At, most + 1);
@@ -107,11 +107,11 @@ AxisLabels BarsElement::ColumnLabels(const QRectF& place) const {
         spots.push_back({View.Seen(static_cast<double>(i) + 0.5, 0.0, 0.0).x(), Table.ColumnNames()[i]});
     }
     const double right = View.Seen(View.Space().Columns, 0.0, 0.0).x();
-    return LabelsBelow(spots, {place.left(), right, place.height() * BelowShare}, Style.Text());
+    return LabelsBelow(spots, {place.left(), right, place.height() * ColumnLabelShare}, Style.Text());
 }
 
 void BarsElement::ArrangeColumnLabels(const QRectF& place) {
-    const double bottom = View.Seen(0.0, 0.0, 0.0).y() + LabelGap;
+    const double bottom = View.Seen(0.0, 0.0, 0.0).y() + SpaceLabelGap;
     const AxisLabels labels = ColumnLabels(place);
     for (PlacedText text : labels.Texts) {
         text.Pivot += QPointF(0.0, bottom);
@@ -138,7 +138,7 @@ void BarsElement::ArrangeRowLabels() {
     const auto stride = static_cast<std::size_t>(std::max(1.0, std::ceil(LineHeight(style) / pitch)));
     for (std::size_t row = 0; row < Table.Rows(); row += stride) {
         const QPointF edge = View.Seen(View.Space().Columns, static_cast<double>(row) + 0.5, 0.0);
-        const QPointF pivot = edge + QPointF(LabelGap, 0.0);
+        const QPointF pivot = edge + QPointF(SpaceLabelGap, 0.0);
         PlacedTexts.push_back(
             ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Table.RowNames()[row], style, RowLabelWidth()));
     }
@@ -151,12 +151,12 @@ void BarsElement::ArrangeRowCaption(const QRectF& place) {
                       View.Seen(View.Space().Columns, View.Space().Rows, 0.0));
     if (WidthOf(Table.RowCaption(), style) <= edge.length()) {
         const double besideLabels = LineHeight(style) / 2 * std::fabs(edge.dx() / edge.dy());
-        const QPointF pivot = edge.center() + QPointF(2 * LabelGap + RowLabelWidth() + besideLabels, 0.0);
+        const QPointF pivot = edge.center() + QPointF(2 * SpaceLabelGap + RowLabelWidth() + besideLabels, 0.0);
         PlacedTexts.push_back(
             TurnedText(TextAt(pivot, Qt::AlignHCenter | Qt::AlignTop, Table.RowCaption(), style), -edge.angle()));
         return;
     }
-    const QPointF corner = edge.p1() + QPointF(3 * LabelGap, LabelGap);
+    const QPointF corner = edge.p1() + QPointF(3 * SpaceLabelGap, SpaceLabelGap);
     const double width = place.right() - corner.x();
     const auto most = std::max(1, static_cast<int>((place.bottom() - corner.y()) / LineHeight(style)));
     const QStringList lines = WrappedLines(Table.RowCaption(), style, width);
@@ -180,7 +180,7 @@ void BarsElement::ArrangeCounts(const QRectF& place) {
         Lines.push_back(QLineF(back, View.Seen(View.Space().Columns, View.Space().Rows, mark.At)));
         spots.push_back({front.y(), mark.Text});
     }
-    const double left = View.Seen(0.0, 0.0, 0.0).x() - LabelGap;
+    const double left = View.Seen(0.0, 0.0, 0.0).x() - SpaceLabelGap;
     const AxisLabels labels = LabelsBeside(spots, {place.top(), place.bottom(), left - place.left()}, style);
     for (PlacedText text : labels.Texts) {
         text.Pivot.rx() += left;
@@ -206,10 +206,10 @@ void BarsElement::Arrange(const QRectF& place) {
         countWidth = std::max(countWidth, WidthOf(mark.Text, style));
     }
     MostRowLabel = place.width() * SideShare;
-    const double right = RowLabelWidth() + 2 * (LabelGap + height);
-    QRectF space = place.adjusted(height + countWidth + 2 * LabelGap, 2 * height, -right, 0.0);
+    const double right = RowLabelWidth() + 2 * (SpaceLabelGap + height);
+    QRectF space = place.adjusted(height + countWidth + 2 * SpaceLabelGap, 2 * height, -right, 0.0);
     View = ObliqueView(SpaceOf(Table, Counts), space);
-    space.setBottom(place.bottom() - LabelGap * 1.5 - height - ColumnLabels(place).Depth);
+    space.setBottom(place.bottom() - SpaceLabelGap * 1.5 - height - ColumnLabels(place).Depth);
     View = ObliqueView(SpaceOf(Table, Counts), space);
 
     ArrangeFloor();
@@ -235,7 +235,7 @@ void BarsElement::draw(QCPPainter* painter) {
 
 ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
     const CountTable table(plot);
-    if (std::max(table.Columns(), table.Rows()) > MostCategories || BarsHideOthers(table)) {
+    if (std::max(table.Columns(), table.Rows()) > MostOfASide || BarsHideOthers(table)) {
         return HeatMapOf(sheet, plot);
     }
     return {new BarsElement(sheet, plot)};

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartKinds.h"
@@ -9,9 +8,8 @@
 namespace quillara {
 namespace {
 
-constexpr double FullCircle = 2 * std::numbers::pi;
 constexpr double ArcStep = FullCircle / 240;
-constexpr double LeastEdged = 4.0;  // pixels of the arc; thinner slices would be nothing but edge
+constexpr double LeastEdgedArc = 4.0;  // pixels of the arc; thinner slices would be nothing but edge
 
 class PieElement : public ChartElement {
   public:
@@ -51,7 +49,7 @@ void PieElement::ArrangeSlices(const PieLayout& pie) {
         mark.Outline = SliceOutline(pie.Circle, angle, next);
         mark.Fill = slice.Color;
         mark.IsMissing = slice.IsMissing;
-        mark.Edge = (next - angle) * pie.Circle.Radius > LeastEdged ? Style.Background : QColor();
+        mark.Edge = (next - angle) * pie.Circle.Radius > LeastEdgedArc ? Style.Background : QColor();
         mark.Tip = CountTip(slice.Name, slice.Count, total);
         mark.Series = slice.Point < 0 ? -1 : 0;
         mark.Point = slice.Point;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double Elbow = 8.0;
 constexpr double Distance = 24.0;
-constexpr double TextGap = 4.0;
+constexpr double LineToText = 4.0;
 constexpr double BlockGap = 2.0;
 constexpr double LeastClearance = 2.0;  // between a leader and the circle
 
@@ -109,7 +109,7 @@ void Place(PieLabels& labels, const Block& block, const PieCircle& circle, const
     }
     labels.Leaders.push_back(QPolygonF({OnRay(circle, block.Wish.Angle, circle.Radius),
                                         OnRay(circle, block.Wish.Angle, circle.Radius + Elbow),
-                                        QPointF(x + (isRight ? -TextGap : TextGap), y)}));
+                                        QPointF(x + (isRight ? -LineToText : LineToText), y)}));
 }
 
 double DistanceTo(QPointF point, const QLineF& line) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <optional>
 #include <utility>
 
@@ -12,13 +11,12 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t MostCategories = 12;
+constexpr std::size_t MostNamedSlices = 12;
 constexpr double LabelShare = 0.30;  // of the width, for the labels of one side
 constexpr double UsualRadiusShare = 0.28;  // of the shorter side, at least
 constexpr double LeastRadiusShare = 0.16;  // the same where names would be cut else
 constexpr double LeastRadius = 20.0;
 constexpr qsizetype MostNameLines = 3;
-constexpr double FullCircle = 2 * std::numbers::pi;
 constexpr double TwelveOClock = -FullCircle / 4;
 
 /// What the labels tell, from the most to what has room anywhere.
@@ -152,7 +150,7 @@ PieLayout BestLabelled(PieLayout pie, const QRectF& place, const TextStyle& styl
 PieLayout LayOutPie(const std::vector<PieSlice>& categories, const QRectF& place, const ChartStyle& style) {
     PieLayout best;
     best.Labels.Faults = categories.size() + 1;
-    for (std::size_t most = MostCategories; most > 0 && best.Labels.Faults > 0; --most) {
+    for (std::size_t most = MostNamedSlices; most > 0 && best.Labels.Faults > 0; --most) {
         PieLayout pie;
         pie.Slices = Gathered(categories, most);
         Paint(pie.Slices, style);

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <numbers>
 #include <vector>
 
 #include "workbench/charts/PieLabels.h"
 #include "workbench/charts/PieSlices.h"
 
 namespace quillara {
+
+constexpr double FullCircle = 2 * std::numbers::pi;  ///< radians
 
 /// A pie as it stands in its place.
 struct PieLayout {

@@ -9,15 +9,15 @@
 namespace quillara {
 namespace {
 
-constexpr double Between = 2.0;  // pixels, half of it on each side of a cell
+constexpr double BetweenCells = 2.0;  // pixels, half of it on each side of a cell
 constexpr double RimShare = 0.03;  // of a cell, around its points
-constexpr double LabelGap = 5.0;
-constexpr double TickLength = 3.0;
+constexpr double CellLabelGap = 5.0;
+constexpr double CellTickLength = 3.0;
 constexpr double MostLabelShare = 0.2;  // of the place, for the labels of one side
-constexpr double NumberDistance = 9.0;  // pixels Between texts beside each other
-constexpr double LineDistance = 3.0;  // and Between texts below each other
+constexpr double TextDistance = 9.0;  // pixels between texts beside each other
+constexpr double LineDistance = 3.0;  // and between texts below each other
 constexpr int MostNumbers = 6;
-constexpr double LeastTextSize = 7.0;
+constexpr double LeastCellTextSize = 7.0;
 const QSizeF LeastForHeading(80.0, 55.0);  // pixels of a cell
 constexpr double HeadingRoom = 3.0;
 constexpr double Largest = std::numeric_limits<double>::max();
@@ -58,7 +58,7 @@ std::vector<AxisMark> ValuesFitting(const ScatterSide& side, double rim, double 
 }
 
 TextStyle LabelStyle(const ChartStyle& style, double cellHeight) {
-    TextStyle text = style.TextOfSize(std::clamp(cellHeight * 0.4, LeastTextSize, style.TextSize - 2.0));
+    TextStyle text = style.TextOfSize(std::clamp(cellHeight * 0.4, LeastCellTextSize, style.TextSize - 2.0));
     text.Color = style.FaintInk;
     return text;
 }
@@ -88,8 +88,8 @@ ScatterGrid::ScatterGrid(const ScatterMatrix& matrix, const Subject& about, cons
     const TextStyle text = LabelStyle(style, place.height() / CountOf(Sides));
     const double mostLeft = place.width() * MostLabelShare;
     const double mostBelow = place.height() * MostLabelShare;
-    Area.setLeft(place.left() + std::ceil(LabelRows(text, mostLeft)) + LabelGap);
-    Area.setBottom(place.bottom() - std::ceil(LabelColumns(text, mostBelow)) - LabelGap);
+    Area.setLeft(place.left() + std::ceil(LabelRows(text, mostLeft)) + CellLabelGap);
+    Area.setBottom(place.bottom() - std::ceil(LabelColumns(text, mostBelow)) - CellLabelGap);
     PlacedLabels.clear();
     TickLines.clear();
     LabelRows(text, mostLeft);
@@ -101,7 +101,7 @@ QRectF ScatterGrid::Cell(std::size_t row, std::size_t column) const {
     const double height = Area.height() / CountOf(Sides);
     const QRectF whole(Area.left() + static_cast<double>(column) * width,
                        Area.top() + static_cast<double>(row) * height, width, height);
-    return whole.adjusted(Between / 2, Between / 2, -Between / 2, -Between / 2);
+    return whole.adjusted(BetweenCells / 2, BetweenCells / 2, -BetweenCells / 2, -BetweenCells / 2);
 }
 
 TextStyle ScatterGrid::HeadingStyle() const {
@@ -140,7 +140,7 @@ double ScatterGrid::Up(std::size_t row, double place) const {
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsAcross(std::size_t column, const TextStyle& style) const {
-    const auto widthOf = [&](const QString& text) { return WidthOf(text, style) + NumberDistance; };
+    const auto widthOf = [&](const QString& text) { return WidthOf(text, style) + TextDistance; };
     const ScatterSide& side = Sides[column];
     const double width = Cell(0, column).width();
     std::vector<AxisSpot> spots;
@@ -172,11 +172,11 @@ double ScatterGrid::LabelRows(const TextStyle& style, double depth) {
         const AxisLabels labels = LabelsBeside(SpotsUp(row, style), {cell.top(), cell.bottom(), depth}, style);
         widest = std::max(widest, labels.Depth);
         for (PlacedText text : labels.Texts) {
-            text.Pivot += QPointF(cell.left() - LabelGap, 0.0);
+            text.Pivot += QPointF(cell.left() - CellLabelGap, 0.0);
             PlacedLabels.push_back(text);
         }
         for (const double y : labels.Ticks) {
-            TickLines.push_back(QLineF(cell.left() - TickLength, y, cell.left(), y));
+            TickLines.push_back(QLineF(cell.left() - CellTickLength, y, cell.left(), y));
         }
     }
     return widest;
@@ -193,11 +193,11 @@ double ScatterGrid::LabelColumns(const TextStyle& style, double depth) {
         const AxisLabels labels = LabelsBelow(SpotsAcross(column, style), {cell.left(), cell.right(), depth}, style);
         highest = std::max(highest, labels.Depth);
         for (PlacedText text : labels.Texts) {
-            text.Pivot += QPointF(0.0, cell.bottom() + LabelGap);
+            text.Pivot += QPointF(0.0, cell.bottom() + CellLabelGap);
             PlacedLabels.push_back(text);
         }
         for (const double x : labels.Ticks) {
-            TickLines.push_back(QLineF(x, cell.bottom(), x, cell.bottom() + TickLength));
+            TickLines.push_back(QLineF(x, cell.bottom(), x, cell.bottom() + CellTickLength));
         }
     }
     return highest;

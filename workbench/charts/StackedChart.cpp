@@ -11,7 +11,7 @@
 namespace quillara {
 namespace {
 
-constexpr double LeastEdged = 3.0;  // pixels; thinner layers would be nothing but edge
+constexpr double LeastEdgedHeight = 3.0;  // pixels; thinner layers would be nothing but edge
 constexpr double TextRoom = 8.0;  // pixels around the text of a layer
 constexpr int MostLabels = 20;
 
@@ -110,7 +110,7 @@ void StackedArea::ArrangeColumn(std::size_t column) {
         mark.Outline = RectangleOutline(place);
         mark.Fill = LayerColor(static_cast<int>(column), layer.Shade, Style.IsDark);
         mark.IsMissing = layer.IsMissing;
-        mark.Edge = place.height() >= LeastEdged ? Style.Background : QColor();
+        mark.Edge = place.height() >= LeastEdgedHeight ? Style.Background : QColor();
         mark.Tip = TipOf(LabelAt(Chart.X, x), layer);
         mark.Series = layer.Series;
         mark.Point = static_cast<int>(column);

@@ -14,7 +14,7 @@ constexpr int ShortestSide = 120;  // pixels
 constexpr int LongestSide = 10000;
 
 // clang-format off
-constexpr WordTable<ChartFormat, 3> FormatWords{{
+constexpr WordTable<ChartFormat, 3> ChartFormatWords{{
     {"svg", ChartFormat::Svg},
     {"png", ChartFormat::Png},
     {"pdf", ChartFormat::Pdf},
@@ -78,7 +78,7 @@ VariablePairs ParsePairs(std::string_view text) {
 }
 
 ChartFormat ParseChartFormat(std::string_view text) {
-    return Choose(FormatWords, text);
+    return Choose(ChartFormatWords, text);
 }
 
 bool ParseDark(std::string_view text) {
@@ -96,7 +96,7 @@ std::pair<int, int> ParseSize(std::string_view text) {
 }
 
 std::string_view FileEndOf(ChartFormat format) {
-    return std::ranges::find(FormatWords, format, &std::pair<std::string_view, ChartFormat>::second)->first;
+    return std::ranges::find(ChartFormatWords, format, &std::pair<std::string_view, ChartFormat>::second)->first;
 }
 
 }  // namespace quillara

@@ -22,7 +22,7 @@ constexpr const char* HowItIsWritten =
     "  quillara convert survey.sav survey.csv\n"
     "  quillara convert survey.csv survey.dta";
 
-std::string Notes() {
+std::string ConvertNotes() {
     std::string kept;
     for (const FileFormat& format : FileFormats) {
         if (format.IsWritten) {
@@ -52,7 +52,7 @@ void Run(const ConvertOptions& options) {
 void AddConvertCommand(CLI::App& program) {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* command = program.add_subcommand("convert", "write a data file in another format");
-    command->footer(Notes());
+    command->footer(ConvertNotes());
     AddDataFile(*command, "IN", options->Input);
     const auto take = [options](const std::string& value) {
         CheckCanBeWritten(value);

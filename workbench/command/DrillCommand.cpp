@@ -20,7 +20,7 @@
 namespace quillara {
 namespace {
 
-constexpr const char* Notes =
+constexpr const char* DrillNotes =
     "NAMES: comma separated; a name with a comma, a quote or a = stands in double quotes, a quote in it twice.\n"
     "VAR: a name, which ends at the first =; one with a = stands in double quotes as in NAMES.\n"
     "METHOD: distinct, exact:N, neat:N (N from 2 to 999), step:SIZE (from the smallest value), step:SIZE@START (what "
@@ -241,7 +241,7 @@ void AddDrillCommand(CLI::App& program) {
     options->Results = DefaultResults();
     options->DefaultResults = options->Results.size();
     CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");
-    command->footer(Notes);
+    command->footer(DrillNotes);
     AddDataFile(*command, "FILE", options->File);
     AddVariableOptions(*command, *options);
     AddCaseOptions(*command, *options);

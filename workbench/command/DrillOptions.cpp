@@ -55,7 +55,7 @@ std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, st
     return *parts;
 }
 
-constexpr WordTable<OutputFormat, 4> FormatWords{{
+constexpr WordTable<OutputFormat, 4> OutputFormatWords{{
     {"text", OutputFormat::Text},
     {"json", OutputFormat::Json},
     {"csv", OutputFormat::Csv},
@@ -85,7 +85,7 @@ DrillStep ParseDown(std::string_view text) {
 }
 
 OutputFormat ParseFormat(std::string_view text) {
-    return Choose(FormatWords, text);
+    return Choose(OutputFormatWords, text);
 }
 
 bool ParseAfterEach(std::string_view text) {

@@ -13,7 +13,7 @@
 namespace quillara {
 namespace {
 
-constexpr const char* Notes =
+constexpr const char* InfoNotes =
     "Values shows the labels of a variable, the texts of a text variable, and of any other variable the smallest and "
     "the largest value.\n"
     "\n"
@@ -48,7 +48,7 @@ void Run(const InfoOptions& options) {
 void AddInfoCommand(CLI::App& program) {
     const auto options = std::make_shared<InfoOptions>();
     CLI::App* command = program.add_subcommand("info", "show the variables of a data file");
-    command->footer(Notes);
+    command->footer(InfoNotes);
     AddDataFile(*command, "FILE", options->File);
     AddText(*command, "--dictionary", options->DictionaryFile,
             "delimited file of labels with the columns variable, value, label, description; an empty value means the "

@@ -35,7 +35,7 @@ std::string SubjectOf(const Histogram3DPlot& plot) {
 }
 
 /// In lower-case letters, digits, single hyphens and the letters of other scripts.
-std::string PlainName(std::string_view text) {
+std::string PlainFileName(std::string_view text) {
     constexpr std::size_t longest = 40;
     constexpr unsigned char firstOfOtherScripts = 0x80;
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
@@ -60,7 +60,7 @@ std::string TwoDigits(int number) {
 
 std::string FileNameOf(const OutputEntry& entry, const GraphDocument& graph, ChartFormat format) {
     const std::string subject =
-        PlainName(std::visit([](const auto& shown) { return SubjectOf(shown); }, graph.Content));
+        PlainFileName(std::visit([](const auto& shown) { return SubjectOf(shown); }, graph.Content));
     return "step" + std::to_string(entry.Step) + '-' + std::string(ChartFileName(entry.Command)) + '-' +
            TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
 }

@@ -8,7 +8,7 @@
 namespace quillara {
 namespace {
 
-using Series = std::vector<NamedNumbers>;
+using AllSeries = std::vector<NamedNumbers>;
 
 /// Numbers at the places 1, 2, ... of their labels.
 NamedNumbers InOrder(std::string name, std::vector<std::string> labels, std::vector<double> numbers) {
@@ -26,8 +26,8 @@ bool IsShown(const SeriesChart& /*chart*/, const GraphPoint& point) {
 }
 
 template <typename Chart>
-Series SeriesOfChart(const Chart& chart) {
-    Series all;
+AllSeries SeriesOfChart(const Chart& chart) {
+    AllSeries all;
     for (const GraphSeries& series : chart.Series) {
         NamedNumbers& shown = all.emplace_back(NamedNumbers{series.Name, {}, {}, {}});
         for (const GraphPoint& point : series.Points) {
@@ -42,13 +42,13 @@ Series SeriesOfChart(const Chart& chart) {
     return all;
 }
 
-Series SeriesIn(const Histogram& chart) {
+AllSeries SeriesIn(const Histogram& chart) {
     return SeriesOfChart(chart);
 }
-Series SeriesIn(const PieChart& chart) {
+AllSeries SeriesIn(const PieChart& chart) {
     return SeriesOfChart(chart);
 }
-Series SeriesIn(const StackedPlot& chart) {
+AllSeries SeriesIn(const StackedPlot& chart) {
     return SeriesOfChart(chart);
 }
 
@@ -69,12 +69,12 @@ constexpr std::array<Statistic, 6> Statistics{{
 }};
 // clang-format on
 
-Series SeriesIn(const BoxPlot& plot) {
+AllSeries SeriesIn(const BoxPlot& plot) {
     std::vector<std::string> names;
     for (const BoxStatistics& box : plot.Boxes) {
         names.push_back(box.Variable);
     }
-    Series all;
+    AllSeries all;
     for (const Statistic& statistic : Statistics) {
         std::vector<double> numbers;
         for (const BoxStatistics& box : plot.Boxes) {
@@ -85,12 +85,12 @@ Series SeriesIn(const BoxPlot& plot) {
     return all;
 }
 
-Series SeriesIn(const ScatterMatrix& plot) {
+AllSeries SeriesIn(const ScatterMatrix& plot) {
     std::vector<std::string> names;
     for (const ScatterVariable& variable : plot.Variables) {
         names.push_back(variable.Name);
     }
-    Series all;
+    AllSeries all;
     for (std::size_t row = 0; row < names.size(); ++row) {
         std::vector<double> correlations;
         for (std::size_t column = 0; column < names.size(); ++column) {
@@ -101,9 +101,9 @@ Series SeriesIn(const ScatterMatrix& plot) {
     return all;
 }
 
-Series SeriesIn(const Histogram3DPlot& plot) {
+AllSeries SeriesIn(const Histogram3DPlot& plot) {
     const std::size_t width = plot.X.Labels.size();
-    Series all;
+    AllSeries all;
     for (std::size_t row = 0; row < plot.Y.Labels.size(); ++row) {
         const auto first = plot.Counts.begin() + static_cast<std::ptrdiff_t>(row * width);
         all.push_back(InOrder(plot.Y.Labels[row], plot.X.Labels, {first, first + static_cast<std::ptrdiff_t>(width)}));

@@ -27,7 +27,7 @@ struct NamedFormat {
 };
 
 // clang-format off
-constexpr std::array SavFormats = std::to_array<NamedFormat>({
+constexpr std::array SavTimeFormats = std::to_array<NamedFormat>({
     {"DATE",     Scale::DateOfSeconds},
     {"ADATE",    Scale::DateOfSeconds},
     {"EDATE",    Scale::DateOfSeconds},
@@ -213,7 +213,7 @@ std::optional<double> InverseOf(Scale scale, double ours, double epoch) {
 std::optional<ForeignTime> ForeignTime::Find(std::string_view extension, std::string_view format) {
     const bool isSav = extension == "sav" || extension == "zsav" || extension == "por";
     const std::optional<Scale> scale = extension == "dta" ? FindInDta(format)
-                                       : isSav            ? FindByName(SavFormats, NameOfFormat(format))
+                                       : isSav            ? FindByName(SavTimeFormats, NameOfFormat(format))
                                                           : FindByName(SasFormats, NameOfFormat(format));
     return scale ? std::optional(ForeignTime(*scale, isSav ? Day1582 : Day1960)) : std::nullopt;
 }

@@ -41,9 +41,9 @@ std::string Written(const LogLine& line) {
     return text + '\n';
 }
 
-class Application final : public COrvMainApp {
+class LoggingApplication final : public COrvMainApp {
   public:
-    explicit Application(std::filesystem::path file) : File(std::move(file)) { Logging = 1; }
+    explicit LoggingApplication(std::filesystem::path file) : File(std::move(file)) { Logging = 1; }
 
     void LogEntry(std::uint32_t process, std::uint32_t thread, int level, const std::string& text,
                   std::uint32_t code) override {
@@ -73,8 +73,8 @@ class Application final : public COrvMainApp {
     std::filesystem::path File;
 };
 
-std::unique_ptr<Application>& TheApplication() {
-    static std::unique_ptr<Application>& application = *new std::unique_ptr<Application>;
+std::unique_ptr<LoggingApplication>& OpenedApplication() {
+    static std::unique_ptr<LoggingApplication>& application = *new std::unique_ptr<LoggingApplication>;
     return application;
 }
 
@@ -98,22 +98,22 @@ void ForgetKeptLogLines() {
 }
 
 void OpenLogFile(const std::filesystem::path& file) {
-    auto opened = std::make_unique<Application>(file);
+    auto opened = std::make_unique<LoggingApplication>(file);
     if (!opened->CanWrite()) {
         throw DataError("The log can't be written: " + file.string());
     }
     for (const LogLine& line : std::exchange(Kept(), {})) {
         opened->Write(line);
     }
-    TheApplication() = std::move(opened);
+    OpenedApplication() = std::move(opened);
 }
 
 void CloseLogFile() {
-    TheApplication().reset();
+    OpenedApplication().reset();
 }
 
 COrvMainApp* OpenLog() {
-    return TheApplication().get();
+    return OpenedApplication().get();
 }
 
 }  // namespace quillara

@@ -7,7 +7,7 @@ namespace quillara {
 namespace {
 
 /// Lives to the end of the program: documents made last still expand their texts.
-LongTextRegister& TheRegister() {
+LongTextRegister& TheLongTexts() {
     static LongTextRegister& theRegister = *new LongTextRegister;
     return theRegister;
 }
@@ -26,16 +26,16 @@ bool IsContinuation(char c) {
 }  // namespace
 
 std::string LongTextKey(std::string_view text) {
-    return TheRegister().KeyOf(text);
+    return TheLongTexts().KeyOf(text);
 }
 
 std::string LongTextOf(std::string_view key) {
-    const std::string* text = TheRegister().Find(key);
+    const std::string* text = TheLongTexts().Find(key);
     return text == nullptr ? std::string(key) : *text;
 }
 
 std::string Replace8CharGrow(std::string_view text) {
-    return TheRegister().Expand(text);
+    return TheLongTexts().Expand(text);
 }
 
 std::string WithoutBrokenTail(std::string text) {

@@ -33,7 +33,7 @@ void TellPress(CAnalysisDoc* owner, const CountedPointer<ResultDocument>& docume
     }
 }
 
-std::string TextOf(const DocumentOrigin& origin) {
+std::string NameOf(const DocumentOrigin& origin) {
     return std::to_string(origin.Command) + '.' + std::to_string(origin.Sequence);
 }
 
@@ -44,7 +44,7 @@ void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
     const Surroundings& around = SurroundingsOf(analysis.GetDocument());
     const DocumentOrigin origin = NextOrigin(analysis.GetDocument());
     const auto document = ResultDocument::Create(std::move(content), origin, results.Documents);
-    around.Trace("Route " + TextOf(origin));
+    around.Trace("Route " + NameOf(origin));
     auto forAnalysis = CountedPointer<IDispatch>::Share(document.Get());
     results.Replaced = {};
     const bool isTaken = analysis.BeforeRouteOutput(forAnalysis.Get());
@@ -73,7 +73,7 @@ bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
     if (target == nullptr || source == nullptr) {
         return false;
     }
-    quillara::SurroundingsOf(Document).Trace("Replace " + quillara::TextOf(target->Origin()));
+    quillara::SurroundingsOf(Document).Trace("Replace " + quillara::NameOf(target->Origin()));
     if (!target->TakeContentOf(*source)) {
         return false;
     }

@@ -14,7 +14,7 @@ struct StatusRow {
 };
 
 // clang-format off
-constexpr auto Messages = std::to_array<StatusRow>({
+constexpr auto StatusMessages = std::to_array<StatusRow>({
     {S_OK,                          "The operation completed successfully."},
     {S_FALSE,                       "The operation gave nothing, or less than was asked for."},
     {E_NOTIMPL,                     "Not implemented"},
@@ -49,8 +49,8 @@ constexpr std::uint32_t OwnCodesBegin = 512;
 }  // namespace
 
 std::string_view SystemMessage(HRESULT status) {
-    const auto* row = std::ranges::find(Messages, status, &StatusRow::Status);
-    return row == Messages.end() ? std::string_view() : row->Message;
+    const auto* row = std::ranges::find(StatusMessages, status, &StatusRow::Status);
+    return row == StatusMessages.end() ? std::string_view() : row->Message;
 }
 
 std::string StandardMessage(HRESULT status) {

@@ -14,7 +14,7 @@ struct TypeLibraryRegister {
 };
 
 /// Made at its first use: modules register while they are loaded, maybe before anything of the host is ready.
-TypeLibraryRegister& TheRegister() {
+TypeLibraryRegister& TheTypeLibraries() {
     static TypeLibraryRegister& theRegister = *new TypeLibraryRegister;
     return theRegister;
 }
@@ -22,11 +22,11 @@ TypeLibraryRegister& TheRegister() {
 }  // namespace
 
 void OrvOleRegisterTypeLib(const char* name) {
-    const std::lock_guard lock(TheRegister().Guard);
-    TheRegister().Names.emplace(name);
+    const std::lock_guard lock(TheTypeLibraries().Guard);
+    TheTypeLibraries().Names.emplace(name);
 }
 
 bool quillara::IsTypeLibraryRegistered(std::string_view name) {
-    const std::lock_guard lock(TheRegister().Guard);
-    return TheRegister().Names.contains(name);
+    const std::lock_guard lock(TheTypeLibraries().Guard);
+    return TheTypeLibraries().Names.contains(name);
 }

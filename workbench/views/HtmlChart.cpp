@@ -8,7 +8,7 @@
 namespace quillara {
 namespace {
 
-std::string Tables(const GraphDocument& graph) {
+std::string TablesInHtml(const GraphDocument& graph) {
     std::string text;
     for (const ShownTable& table : ShowTables(graph)) {
         text += HtmlTable(table, "class=\"result\"");
@@ -34,14 +34,14 @@ std::string PictureAndNumbers(const GraphDocument& graph, const std::string& anc
     if (isBesideTable) {
         return picture;
     }
-    return picture + Element("details", "", Element("summary", "", "Numbers") + '\n' + Tables(graph)) + '\n';
+    return picture + Element("details", "", Element("summary", "", "Numbers") + '\n' + TablesInHtml(graph)) + '\n';
 }
 
 }  // namespace
 
 std::string HtmlChart(const GraphDocument& graph, const std::string& anchor, const GraphPainter& paint,
                       bool isBesideTable) {
-    const std::string contents = paint ? PictureAndNumbers(graph, anchor, paint, isBesideTable) : Tables(graph);
+    const std::string contents = paint ? PictureAndNumbers(graph, anchor, paint, isBesideTable) : TablesInHtml(graph);
     return Element("figure", "class=\"chart\" id=\"" + anchor + '"', '\n' + contents) + '\n';
 }
 

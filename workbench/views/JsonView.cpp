@@ -27,7 +27,7 @@ std::string SheetMembers(const SpreadsheetDocument& document) {
            Member("rows", Stacked(document.Rows, "    ", RowText));
 }
 
-std::string DocumentText(const OutputEntry& entry) {
+std::string EntryText(const OutputEntry& entry) {
     const auto* graph = std::get_if<GraphDocument>(&entry.Content);
     Json head = {{"kind", graph == nullptr ? "spreadsheet" : "graph"},
                  {"command", entry.Command},
@@ -47,7 +47,7 @@ std::string DocumentText(const OutputEntry& entry) {
 std::string JsonView(const OutputCollection& outputs) {
     const Json data = {
         {"file", TextValue(outputs.FileName)}, {"cases", outputs.Cases}, {"variables", outputs.Variables}};
-    return "{\"data\": " + OneLine(data) + ",\n \"documents\": " + Stacked(outputs.Entries, "  ", DocumentText) + "}\n";
+    return "{\"data\": " + OneLine(data) + ",\n \"documents\": " + Stacked(outputs.Entries, "  ", EntryText) + "}\n";
 }
 
 }  // namespace quillara
