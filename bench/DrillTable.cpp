@@ -23,8 +23,7 @@ constexpr double KeptValue = 1.0;
 Variable Column(std::string name, std::vector<double> values) {
     Variable variable;
     variable.Name = std::move(name);
-    variable.MissingCode = quillara::EncodeMissing(values);
-    variable.Values = std::move(values);
+    EncodeNumbers(variable, std::move(values));
     return variable;
 }
 
@@ -86,7 +85,7 @@ std::vector<std::int32_t> RemainingRows(const DataTable& table, const BenchCase&
         KeepRows(rows, [&](std::int32_t row) { return weights[row] > 0.0; });
     }
     for (int step = 0; step < setting.Steps; ++step) {
-        const double* values = table.Variables[static_cast<std::size_t>(step)].Values.data();
+        const double* values = table.Variables[static_cast<std::size_t>(step)].Values.Doubles().data();
         KeepRows(rows, [&](std::int32_t row) { return values[row] == KeptValue; });
     }
     return rows;
@@ -134,11 +133,11 @@ void BenchAnalysis::Drill(std::int16_t var) {
 
 double PlainLoops::Run() const {
     const DataTable& table = BenchTable();
-    const double* weights = Setting.Weighted ? table.Variables[WeightColumn].Values.data() : nullptr;
+    const double* weights = Setting.Weighted ? table.Variables[WeightColumn].Values.Doubles().data() : nullptr;
     const std::vector<std::int32_t> rows = RemainingRows(table, Setting, weights);
     double all = 0.0;
     for (std::size_t i = static_cast<std::size_t>(Setting.Steps); i < WeightColumn; ++i) {
-        const double* values = table.Variables[i].Values.data();
+        const double* values = table.Variables[i].Values.Doubles().data();
         const double missing = table.Variables[i].MissingCode;
         const bool categorical = i < CategoricalVariables;
         double sum = 0.0;

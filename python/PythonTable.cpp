@@ -33,9 +33,10 @@ const Variable& VariableAt(const PythonTable& table, std::size_t index) {
 }
 
 PythonColumn ColumnOf(const Variable& variable) {
-    PythonColumn column{variable.Values};
-    for (double& value : column.Values) {
-        value = variable.IsMissing(value) ? std::numeric_limits<double>::quiet_NaN() : value;
+    PythonColumn column;
+    column.Values.reserve(variable.Values.size());
+    for (const double value : variable.Values) {
+        column.Values.push_back(variable.IsMissing(value) ? std::numeric_limits<double>::quiet_NaN() : value);
     }
     return column;
 }
@@ -89,8 +90,7 @@ Variable VariableOf(const py::tuple& column) {
         EncodeTexts(variable, column[2].cast<std::vector<std::optional<std::string>>>());
         return variable;
     }
-    variable.Values = Numbers(column[2].cast<py::buffer>());
-    variable.MissingCode = quillara::EncodeMissing(variable.Values);
+    EncodeNumbers(variable, Numbers(column[2].cast<py::buffer>()));
     for (const auto& [value, label] : column[3].cast<std::vector<std::pair<double, std::string>>>()) {
         variable.Labels[value].Label = label;
     }

@@ -86,9 +86,7 @@ class DrillBench {
     CDrillDown& Analysis() const { return static_cast<CDrillDown&>(Document->Analysis()); }
     quillara::AnalysisDocument& Host() const { return *Document; }
     std::int16_t Number(const std::string& name) const { return static_cast<std::int16_t>(Data.IndexOf(name) + 1); }
-    const std::vector<double>& ValuesOf(int var) const {
-        return Data.Variables[static_cast<std::size_t>(var - 1)].Values;
-    }
+    const quillara::Column& ValuesOf(int var) const { return Data.Variables[static_cast<std::size_t>(var - 1)].Values; }
     /// Polls since CancelAt.
     int Polls() const { return PollCount; }
     /// Rows that a record's list shows before Missing.

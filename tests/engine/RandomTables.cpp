@@ -125,7 +125,7 @@ VariableLists RandomLists(Random& random, std::size_t variables) {
     return lists;
 }
 
-void CategorizeAnyhow(Random& random, Drill& record, const std::vector<double>& values) {
+void CategorizeAnyhow(Random& random, Drill& record, const quillara::Column& values) {
     const bool farApart = std::any_of(values.begin(), values.end(), [](double x) { return std::fabs(x) > 1e4; });
     const auto method = static_cast<std::int32_t>(Pick(random, 6));
     record.Method = farApart && method == StepIntervals ? NeatIntervals : method;

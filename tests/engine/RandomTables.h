@@ -32,7 +32,7 @@ quillara::DataTable RandomTable(Random& random, TableStyle style, std::int32_t c
 VariableLists RandomLists(Random& random, std::size_t variables);
 /// Gives a record a random method with random parameters and cuts it anew. Steps are no method where the values of the
 /// variable lie far apart.
-void CategorizeAnyhow(Random& random, Drill& record, const std::vector<double>& values);
+void CategorizeAnyhow(Random& random, Drill& record, const quillara::Column& values);
 
 /// Compares two sequences of records to the last bit; names of categories on demand.
 void ExpectSame(const std::vector<Drill>& left, const std::vector<Drill>& right, bool names, const std::string& where);

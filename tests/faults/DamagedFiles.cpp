@@ -65,7 +65,8 @@ std::vector<SoundFile> SoundFiles(const std::string& sample, const std::filesyst
     DataTable table = ReadDataFile(sample);
     table.Cases = std::min(table.Cases, CasesKept);
     for (Variable& variable : table.Variables) {
-        variable.Values.resize(static_cast<std::size_t>(table.Cases));
+        const std::vector<double> values(variable.Values.begin(), variable.Values.end());
+        variable.Values = std::vector(values.begin(), values.begin() + table.Cases);
     }
     if (!table.CaseNames.empty()) {
         table.CaseNames.resize(static_cast<std::size_t>(table.Cases));

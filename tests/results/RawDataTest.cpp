@@ -42,10 +42,11 @@ class RawData : public ResultsBench {
         quillara::DataTable expected;
         for (const quillara::Variable& variable : Input.Variables) {
             if (Analysis().SelectedVariable(Number(variable.Name)) != 0) {
-                std::vector<double>& values = expected.Variables.emplace_back(variable).Values;
+                std::vector<double> values(variable.Values.begin(), variable.Values.end());
                 std::size_t row = 0;
                 std::erase_if(values, [&](double) { return !Remains(row++); });
                 expected.Cases = static_cast<std::int32_t>(values.size());
+                expected.Variables.emplace_back(variable).Values = std::move(values);
             }
         }
         return expected.Variables.empty() ? "nothing" : TextOf(expected);

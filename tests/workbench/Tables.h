@@ -20,8 +20,7 @@ inline Variable Numbers(std::string name, std::vector<double> values, ValueKind 
     Variable variable;
     variable.Name = std::move(name);
     variable.Kind = kind;
-    variable.Values = std::move(values);
-    variable.MissingCode = EncodeMissing(variable.Values);
+    EncodeNumbers(variable, std::move(values));
     return variable;
 }
 

@@ -24,7 +24,7 @@ double Quotient(double dividend, double divisor) {
 
 struct Arithmetic::Engine {
     struct Input {
-        const double* Column;
+        const Column* Values;
         double Current;
     };
 
@@ -32,13 +32,13 @@ struct Arithmetic::Engine {
     std::vector<Input> Inputs;  // the parser holds the addresses of their Current
 
     void AddInput(const DataTable& table, std::size_t variable) {
-        Inputs.push_back({table.Variables[variable].Values.data(), 0});
+        Inputs.push_back({&table.Variables[variable].Values, 0});
         Parser.DefineVar(ArithmeticName(variable), &Inputs.back().Current);
     }
 
     double ComputeCase(std::size_t index) {
         for (Input& input : Inputs) {
-            input.Current = input.Column[index];
+            input.Current = (*input.Values)[index];
         }
         return Parser.Eval();
     }

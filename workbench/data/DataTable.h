@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "workbench/data/Column.h"
+
 namespace quillara {
 
 /// What the numbers of a variable stand for.
@@ -33,7 +35,7 @@ struct Variable {
     double MissingCode = -9999;  ///< the one value that stands for missing data
     std::vector<std::string> Texts;  ///< Kind Text only: the text of value i stands at i - 1
     std::map<double, ValueTexts> Labels;  ///< labels and descriptions by value; before Texts
-    std::vector<double> Values;  ///< one per case; missing data is MissingCode
+    Column Values;  ///< one per case; missing data is MissingCode
 
     /// The label of exactly this value (its text, for a text value without a label of its own); null when it has none
     /// or an empty one.
@@ -73,6 +75,9 @@ struct DataTable {
 /// Infinities take no part in Min and Max. A column without valid values gets -9999; one whose range leaves none of
 /// these codes gets a number near the lowest double.
 double EncodeMissing(std::vector<double>& values);
+
+/// Gives a variable numbers, of which NaN stands for missing data, and its missing code.
+void EncodeNumbers(Variable& variable, std::vector<double> values);
 
 /// Gives a text variable its values, texts and missing code: distinct texts numbered from 1 in byte order; a case
 /// without a text is missing.

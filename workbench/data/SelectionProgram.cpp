@@ -40,7 +40,10 @@ class BlockRun {
     }
 
   private:
-    [[nodiscard]] const double* ColumnOf(const Variable& variable) const { return variable.Values.data() + First; }
+    /// The values of a variable in the block; where they don't stand as such, in `room`.
+    const double* ColumnOf(const Variable& variable, Numbers& room) const {
+        return variable.Values.Run(First, std::span(room).first(Count)).data();
+    }
 
     Answers& Push() {
         if (Depth == Stack.size()) {
@@ -51,7 +54,7 @@ class BlockRun {
 
     void LeaveOutMissing(const Variable& variable) {
         const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-        const double* values = ColumnOf(variable);
+        const double* values = ColumnOf(variable, LeftNumbers);
         for (std::size_t i = 0; i < Count; ++i) {
             if (missing.Contains(values[i])) {
                 Computable[i] = 0;
@@ -62,11 +65,11 @@ class BlockRun {
     void Take(MissingTest& test) {
         const Variable& variable = Table.Variables[test.Variable];
         const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-        Answer([&, values = ColumnOf(variable)](std::size_t i) { return missing.Contains(values[i]); });
+        Answer([&, values = ColumnOf(variable, LeftNumbers)](std::size_t i) { return missing.Contains(values[i]); });
     }
 
     void Take(LabelTest& test) {
-        const double* values = ColumnOf(Table.Variables[test.Variable]);
+        const double* values = ColumnOf(Table.Variables[test.Variable], LeftNumbers);
         Answer([&](std::size_t i) { return std::ranges::binary_search(test.Bearers, values[i]) == test.Wanted; });
     }
 
@@ -116,7 +119,7 @@ class BlockRun {
 
     const double* ValuesOf(Operand& operand, Numbers& room) {
         if (const auto* column = std::get_if<ColumnOperand>(&operand)) {
-            return ColumnOf(Table.Variables[column->Variable]);
+            return ColumnOf(Table.Variables[column->Variable], room);
         }
         if (const auto* number = std::get_if<double>(&operand)) {
             room.fill(*number);

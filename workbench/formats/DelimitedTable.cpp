@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
@@ -19,11 +20,11 @@ namespace {
 constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
 
 /// The fields of one variable, one per case.
-using Column = std::vector<std::string_view>;
+using Fields = std::vector<std::string_view>;
 
 /// The fields of all cases, and the line on which each begins.
 struct Cells {
-    std::vector<Column> Columns;
+    std::vector<Fields> Columns;
     std::vector<std::size_t> Lines;
 
     void Append(const std::vector<std::string_view>& fields, std::size_t line) {
@@ -53,11 +54,12 @@ class ColumnReader {
         Monitor.Enter(share, share + perColumn, All.Lines.size());
         Variable variable;
         variable.Name = std::move(name);
-        if (ReadNumbers(index, variable.Values)) {
-            variable.MissingCode = EncodeMissing(variable.Values);
-        } else if (ReadDates(All.Columns[index], variable.Values)) {
+        std::vector<double> values;
+        if (ReadNumbers(index, values)) {
+            EncodeNumbers(variable, std::move(values));
+        } else if (ReadDates(All.Columns[index], values)) {
             variable.Kind = ValueKind::Date;
-            variable.MissingCode = EncodeMissing(variable.Values);
+            EncodeNumbers(variable, std::move(values));
         } else {
             variable.Kind = ValueKind::Text;
             EncodeTexts(variable, ReadTexts(All.Columns[index]));
@@ -72,7 +74,7 @@ class ColumnReader {
 
     /// False when a field is no number. A number too large counts against the file only when all are numbers.
     [[nodiscard]] bool ReadNumbers(std::size_t index, std::vector<double>& values) const {
-        const Column& column = All.Columns[index];
+        const Fields& column = All.Columns[index];
         std::optional<std::size_t> tooLarge;
         values.assign(column.size(), Missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
@@ -94,7 +96,7 @@ class ColumnReader {
         return true;
     }
 
-    [[nodiscard]] bool ReadDates(const Column& column, std::vector<double>& values) const {
+    [[nodiscard]] bool ReadDates(const Fields& column, std::vector<double>& values) const {
         values.assign(column.size(), Missing);
         for (std::size_t row = 0; row < column.size(); ++row) {
             Monitor.Advance();
@@ -110,7 +112,7 @@ class ColumnReader {
         return true;
     }
 
-    [[nodiscard]] std::vector<std::optional<std::string>> ReadTexts(const Column& column) const {
+    [[nodiscard]] std::vector<std::optional<std::string>> ReadTexts(const Fields& column) const {
         std::vector<std::optional<std::string>> texts(column.size());
         for (std::size_t row = 0; row < column.size(); ++row) {
             Monitor.Advance();

@@ -55,8 +55,7 @@ void FillNumbers(Variable& variable, StatisticalColumn& column, const LabelSet& 
     if (time && ConvertAll(*time, column.Numbers, labels)) {
         variable.Kind = time->Kind();
     }
-    variable.Values = std::move(column.Numbers);
-    variable.MissingCode = EncodeMissing(variable.Values);
+    EncodeNumbers(variable, std::move(column.Numbers));
     for (auto& [value, label] : labels) {
         // A label of a value that no case has may stand where the missing code came to lie.
         if (!variable.IsMissing(value)) {

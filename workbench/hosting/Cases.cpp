@@ -24,8 +24,8 @@ int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, doub
     }
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
     FillValues(data.Table(), row, values);
-    *weighted = data.Weights != nullptr ? 1 : 0;
-    *weight = data.Weights != nullptr ? data.Weights[row] : 1.0;
+    *weighted = data.Weights.empty() ? 0 : 1;
+    *weight = data.Weights.empty() ? 1.0 : data.Weights[row];
     *tag = 0;
     if (caseNumber % CasesPerProgressReport == 0 || caseNumber == data.Table().Cases) {
         quillara::SurroundingsOf(Document).ReportProgress(caseNumber);

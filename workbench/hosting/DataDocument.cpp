@@ -36,7 +36,7 @@ OwnedVariant ValueOf(const Variable& variable, double value) {
     return text == nullptr ? OwnedVariant::OfReal(value) : quillara::ValueOf(*text);
 }
 
-void Column(DataDocument& document, NamedCall& call) {
+void ColumnValues(DataDocument& document, NamedCall& call) {
     const std::vector<Variable>& variables = document.Table().Variables;
     const bool isNamed = call.Value(0).Type == VariantType::Text;
     const Variable& variable =
@@ -66,7 +66,7 @@ constexpr std::array<MemberRow, 7> Members{{
     {u"Cases",         1,     DispatchPropertyGet, 0, 0,     VariantType::Integer, Of<Cases>,         "The number of its cases"},
     {u"Variables",     2,     DispatchPropertyGet, 0, 0,     VariantType::Integer, Of<Variables>,     "The number of its variables"},
     {u"VariableNames", 3,     DispatchPropertyGet, 0, 0,     VariantType::Variant, Of<VariableNames>, "The names of its variables"},
-    {u"Column",        4,     DispatchPropertyGet, 1, 1,     VariantType::Variant, Of<Column>,        "The values of a variable, by place from 1 or name; missing ones are empty"},
+    {u"Column",        4,     DispatchPropertyGet, 1, 1,     VariantType::Variant, Of<ColumnValues>,  "The values of a variable, by place from 1 or name; missing ones are empty"},
     {u"Save",          5,     DispatchMethod,      1, 1,     VariantType::Variant, Of<Save>,          "Writes the table to a data file, as the ending of the path says; gives what the file can't keep"},
     {u"Close",         6,     DispatchMethod,      0, 0,     VariantType::Empty,   Of<Close>,         "Lets the table go"},
 }};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <new>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,14 +53,17 @@ struct RowChoice {
 class RowBlock {
   public:
     explicit RowBlock(const DataTable& table)
-        : Table(table), Values(table.Variables.size() * static_cast<std::size_t>(CasesPerBlock)) {}
+        : Table(table),
+          Room(static_cast<std::size_t>(CasesPerBlock)),
+          Values(table.Variables.size() * static_cast<std::size_t>(CasesPerBlock)) {}
 
-    void Read(std::int32_t first, std::int32_t count) {
+    void Read(std::size_t first, std::size_t count) {
         const std::size_t width = Table.Variables.size();
         for (std::size_t variable = 0; variable < width; ++variable) {
-            const double* column = Table.Variables[variable].Values.data() + first;
-            for (std::int32_t i = 0; i < count; ++i) {
-                Values[static_cast<std::size_t>(i) * width + variable] = column[i];
+            double* place = &Values[variable];
+            for (const double value : Table.Variables[variable].Values.Run(first, std::span(Room).first(count))) {
+                *place = value;
+                place += width;
             }
         }
     }
@@ -69,6 +73,7 @@ class RowBlock {
 
   private:
     const DataTable& Table;
+    std::vector<double> Room;
     std::vector<double> Values;
 };
 
@@ -90,7 +95,7 @@ PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoic
         }
         around.ReportProgress(first / 2);
         const std::int32_t count = std::min(CasesPerBlock, cases - first);
-        block.Read(first, count);
+        block.Read(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
         for (std::int32_t i = 0; i < count; ++i) {
             if (data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(choice, block.Row(i))) {
                 rows.push_back(static_cast<std::uint32_t>(first + i));
@@ -126,11 +131,10 @@ std::vector<std::size_t> IndexesOf(const TableInUse& data, const short* variable
 }
 
 quillara::CaseWeights WeightsOf(const TableInUse& data) {
-    if (data.Weights == nullptr || !data.WeightVariable) {
+    if (data.Weights.empty() || !data.WeightVariable) {
         return {};
     }
-    return {{data.Weights, static_cast<std::size_t>(data.Table().Cases)},
-            data.Table().Variables[*data.WeightVariable].Name};
+    return {data.Weights, data.Table().Variables[*data.WeightVariable].Name};
 }
 
 std::vector<std::string> TitleOf(const char* title, const char* caption) {

@@ -58,7 +58,7 @@ void NewTable::AddColumn(const DataTable& input, int number, std::size_t cases) 
         Table->Weight = Table->Variables.size();
     }
     Table->Variables.push_back(DictionaryEntryOf(input.Variables[source]));
-    Table->Variables.back().Values.reserve(cases);
+    Values.emplace_back().reserve(cases);
 }
 
 bool NewTable::Write(std::span<const char> bytes, std::uint32_t position) noexcept {
@@ -97,7 +97,7 @@ void NewTable::TakeRow() {
         if (column) {
             double value = 0.0;
             std::memcpy(&value, field, sizeof(value));
-            Table->Variables[*column].Values.push_back(value);
+            Values[*column].push_back(value);
         }
         field += sizeof(double);
     }
@@ -107,9 +107,10 @@ void NewTable::TakeRow() {
 std::shared_ptr<const DataTable> NewTable::Finish() {
     IsEnded = true;
     const auto cases = static_cast<std::size_t>(Table->Cases);
-    for (Variable& variable : Table->Variables) {
-        variable.Values.resize(cases);
-        variable.Values.shrink_to_fit();
+    for (std::size_t i = 0; i < Values.size(); ++i) {
+        Values[i].resize(cases);
+        Values[i].shrink_to_fit();
+        Table->Variables[i].Values = std::move(Values[i]);
     }
     Table->CaseNames.resize(std::min(cases, Table->CaseNames.size()));
     return std::move(Table);

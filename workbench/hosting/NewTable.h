@@ -43,6 +43,7 @@ class NewTable {
     void TakeRow();
 
     std::shared_ptr<DataTable> Table;
+    std::vector<std::vector<double>> Values;  // one list per variable
     std::vector<std::optional<std::size_t>> Columns;  // index of the variable that a column becomes; nothing: dropped
     std::size_t NameWidth;
     std::vector<char> Row;  // the row that is coming in

@@ -19,11 +19,15 @@ void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::spa
         return;
     }
     const auto offset = static_cast<std::size_t>(first) - 1;
-    for (std::size_t i = 0; i < std::min(variables.size(), block.Columns.size()); ++i) {
-        block.Columns[i] = ColumnFrom(first, block.Count, variables[i]);
+    const auto rows = static_cast<std::size_t>(block.Count);
+    const std::size_t columns = std::min(variables.size(), block.Columns.size());
+    Rooms.resize(std::max(Rooms.size(), columns + 1));
+    for (std::size_t i = 0; i < columns; ++i) {
+        const Variable* known = Data.Find(variables[i]);
+        block.Columns[i] = known == nullptr ? ZerosFor(rows) : RunOf(known->Values, offset, rows, i + 1);
     }
-    if (Data.Weights != nullptr) {
-        block.Weights = Data.Weights + offset;
+    if (!Data.Weights.empty()) {
+        block.Weights = RunOf(Data.Weights, offset, rows, 0);
     }
     if (!Data.Selection.empty()) {
         block.Results = Data.Selection.data() + offset;
@@ -35,13 +39,17 @@ void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::spa
     Around.ReportProgress(first + block.Count - 1);
 }
 
-const double* TableCaseBlocks::ColumnFrom(std::int32_t first, std::int32_t count, std::int16_t variable) {
-    if (const Variable* known = Data.Find(variable)) {
-        return known->Values.data() + first - 1;
+const double* TableCaseBlocks::RunOf(const Column& column, std::size_t first, std::size_t count, std::size_t room) {
+    if (const std::span<const double> doubles = column.Doubles(); !doubles.empty()) {
+        return doubles.data() + first;
     }
-    if (Zeros.size() < static_cast<std::size_t>(count)) {
-        Zeros.resize(static_cast<std::size_t>(count));
-    }
+    std::vector<double>& values = Rooms[room];
+    values.resize(std::max(values.size(), count));
+    return column.Run(first, std::span(values).first(count)).data();
+}
+
+const double* TableCaseBlocks::ZerosFor(std::size_t count) {
+    Zeros.resize(std::max(Zeros.size(), count));
     return Zeros.data();
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "host/CaseBlocks.h"
+#include "workbench/data/Column.h"
 
 class CAnalysisDoc;
 
@@ -23,13 +24,16 @@ class TableCaseBlocks : public CaseBlocks {
     bool IsOffered = true;  ///< to the analysis
 
   private:
-    const double* ColumnFrom(std::int32_t first, std::int32_t count, std::int16_t variable);
+    /// The values of a column in a block; where they don't stand as doubles, in the room of that number.
+    const double* RunOf(const Column& column, std::size_t first, std::size_t count, std::size_t room);
+    const double* ZerosFor(std::size_t count);
     std::int32_t CasesBeforeBreak(std::int32_t first, std::int32_t count) const;
     const CaseResult* ResultsWithStop(std::int32_t first, std::int32_t count, std::int32_t stop);
 
     const TableInUse& Data;
     const Surroundings& Around;
     std::vector<CaseResult> Results;
+    std::vector<std::vector<double>> Rooms;  // of the weights, then of the columns
     std::vector<double> Zeros;
 };
 

@@ -8,17 +8,16 @@
 namespace quillara {
 namespace {
 
-/// The weights of a variable with 0 in place of those that must drop their case and wouldn't as they are stored: a
-/// missing weight whose code isn't negative, and an infinite one, which would leave no moments to show. Empty when the
-/// column can be handed out as it is.
-std::vector<double> UsableWeights(const Variable& variable) {
+/// The weights of a variable, with 0 in place of those that must drop their case and wouldn't as they are stored: a
+/// missing weight whose code isn't negative, and an infinite one, which would leave no moments to show.
+Column UsableWeights(const Variable& variable) {
     const auto isUsable = [&](double weight) {
         return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
     };
     if (std::ranges::all_of(variable.Values, isUsable)) {
-        return {};
+        return variable.Values;
     }
-    std::vector<double> weights = variable.Values;
+    std::vector<double> weights(variable.Values.begin(), variable.Values.end());
     std::ranges::replace_if(weights, std::not_fn(isUsable), 0.0);
     return weights;
 }
@@ -61,13 +60,7 @@ void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
 void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
     WeightVariable = variable;
     IsWeighted = variable && isOn;
-    Weights = nullptr;
-    CleanWeights.clear();
-    if (IsWeighted) {
-        const Variable& weight = Table().Variables.at(*variable);
-        CleanWeights = UsableWeights(weight);
-        Weights = CleanWeights.empty() ? weight.Values.data() : CleanWeights.data();
-    }
+    Weights = IsWeighted ? UsableWeights(Table().Variables.at(*variable)) : Column();
     Commons.Fill(*this);
 }
 

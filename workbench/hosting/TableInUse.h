@@ -43,14 +43,13 @@ class TableInUse {
     std::string SelectionFormula;  ///< the formula that made it, when a formula did
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
     bool IsWeighted = false;  ///< the weight that is defined is switched on
-    const double* Weights = nullptr;  ///< one per case, missing ones aren't positive; null: no weight is in force
+    Column Weights;  ///< one per case, missing ones aren't positive; empty: no weight is in force
     SingleLabelsOfTable Labels;
     BoundCommons Commons;
 
   private:
     const DataTable* Input;
     std::shared_ptr<const DataTable> OwnedInput;  // keeps a table that the user has opened
-    std::vector<double> CleanWeights;  // stands in for a weight column that can't be handed out as it is
 };
 
 /// That of a document; without a document an empty one.

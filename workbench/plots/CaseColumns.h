@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,7 @@ using PlotRows = std::vector<std::uint32_t>;
 
 /// The weights of a plot's cases: a case of weight w counts as w equal cases.
 struct CaseWeights {
-    std::span<const double> Values;  ///< one for each case of the table; empty: no weight is in force
+    Column Values;  ///< one for each case of the table; empty: no weight is in force
     std::string Variable;  ///< name of the variable that they come from
 };
 

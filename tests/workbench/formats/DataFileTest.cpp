@@ -84,7 +84,7 @@ TEST(DataFile, BothFilesOfTheSurveyHoldTheSameCases) {
     EXPECT_EQ(ContentOf(folder.Path("survey.csv")), ContentOf(survey + ".csv"));
     EXPECT_NE(sav.Header.find("our own generator"), std::string::npos);
     ASSERT_EQ(sav.Weight, sav.IndexOf("weight"));
-    const std::vector<double>& weights = sav.Variables[*sav.Weight].Values;
+    const Column& weights = sav.Variables[*sav.Weight].Values;
     EXPECT_NEAR(std::accumulate(weights.begin(), weights.end(), 0.0), 2000, 0.5);
 }
 

@@ -130,9 +130,9 @@ TEST(CaseReading, BlocksPointIntoTheTable) {
         host.Analysis->GetCaseBlocks()->ReadBlock(first, 1000, variables, block);
         EXPECT_EQ(block.Count, count) << first;
     }
-    EXPECT_EQ(columns[0], &table.Variables[1].Values[10]);
+    EXPECT_EQ(columns[0], &table.Variables[1].Values.Doubles()[10]);
     EXPECT_EQ(columns[1][29], 0);
-    EXPECT_EQ(block.Weights, &table.Variables[2].Values[10]);
+    EXPECT_EQ(block.Weights, &table.Variables[2].Values.Doubles()[10]);
     host.Document.OfferCaseBlocks(false);
     EXPECT_EQ(host.Analysis->GetCaseBlocks(), nullptr);
 }

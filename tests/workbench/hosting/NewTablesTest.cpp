@@ -34,7 +34,7 @@ std::string Shown(const DataTable& table) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(table.Cases); ++i) {
         text += table.CaseNames.empty() ? "" : table.CaseNames[i];
         for (const Variable& variable : table.Variables) {
-            text += " " + testing::PrintToString(variable.Values.at(i));
+            text += " " + testing::PrintToString(variable.Values[i]);
         }
         text += "\n";
     }

@@ -3,6 +3,7 @@
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "platform/OrderedBits.h"
 #include "workbench/data/DataTable.h"
@@ -84,6 +85,11 @@ double EncodeMissing(std::vector<double>& values) {
     return code;
 }
 
+void EncodeNumbers(Variable& variable, std::vector<double> values) {
+    variable.MissingCode = EncodeMissing(values);
+    variable.Values = std::move(values);
+}
+
 void EncodeTexts(Variable& variable, const std::vector<std::optional<std::string>>& texts) {
     variable.Kind = ValueKind::Text;
     variable.Texts = DistinctTexts(texts);
@@ -91,12 +97,12 @@ void EncodeTexts(Variable& variable, const std::vector<std::optional<std::string
     for (const std::string& text : variable.Texts) {
         places.emplace(text, static_cast<double>(places.size() + 1));
     }
-    variable.Values.clear();
-    variable.Values.reserve(texts.size());
+    std::vector<double> values;
+    values.reserve(texts.size());
     for (const std::optional<std::string>& text : texts) {
-        variable.Values.push_back(text ? places.at(*text) : std::numeric_limits<double>::quiet_NaN());
+        values.push_back(text ? places.at(*text) : std::numeric_limits<double>::quiet_NaN());
     }
-    variable.MissingCode = EncodeMissing(variable.Values);
+    EncodeNumbers(variable, std::move(values));
 }
 
 }  // namespace quillara
