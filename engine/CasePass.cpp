@@ -65,7 +65,7 @@ void CasePass::TallyBlock(const CaseColumns& block) {
     const std::size_t weighed = WeighRows(block);
     const WeightedRows remaining = Remaining.First(Rules.Filtered ? FilterRows(block, weighed) : weighed);
     for (std::size_t i = 0; i < Columns.size(); ++i) {
-        Columns[i].Values = block.Columns[Layout.Columns[i]];
+        Columns[i].Entries.Entries = block.Columns[Layout.Columns[i]];
     }
     if (Rules.ValidVar == ValidVarRule::RemainingCases) {
         Analysis.ValidVar += static_cast<std::int32_t>(remaining.Count);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <functional>
 
 using namespace drilldown;
 
@@ -37,45 +36,18 @@ bool CrowdsTheNext(const std::set<Categories>& set, std::set<Categories>::const_
                                     2 * BitTolerance;
 }
 
-/// Place of the first of `count` ascending bounds that isn't below the value; `count` when all are. A binary search
-/// without branches on the data, since values in no order make such branches slow.
-template <typename Below>
-std::size_t FirstNotBelow(const double* bounds, std::size_t count, double value, Below below) {
-    std::size_t first = 0;
-    while (count > 1) {
-        const std::size_t half = count / 2;
-        first += below(bounds[first + half - 1], value) ? half : 0;
-        count -= half;
-    }
-    return first + (below(bounds[first], value) ? 1 : 0);
-}
-
 }  // namespace
 
 CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, bool shared)
-    : Feed(feed), Shared(shared), Known(host, KnownRoom()), Bounds(host, IntervalRoom()), Counts(host, IntervalRoom()) {
-    if (*this && PresentWay() == Way::Intervals) {
-        CollectBounds();
-    }
-}
+    : Feed(feed), Shared(shared), Known(host, KnownRoom()), Intervals(host, IntervalRecord()) {}
 
 std::size_t CategoryTally::KnownRoom() const {
     const Way way = PresentWay();
     return !Shared && (way == Way::Distinct || way == Way::WholeDistinct) ? KnownValues : 1;
 }
 
-std::size_t CategoryTally::IntervalRoom() const {
-    return PresentWay() == Way::Intervals ? Feed.Target->CategorySet.size() + 1 : 1;
-}
-
-void CategoryTally::CollectBounds() {
-    for (const Categories& interval : Feed.Target->CategorySet) {
-        if (!std::isnan(interval.Upper)) {
-            Bounds[Intervals] = interval.Upper;
-            Counts[Intervals] = &Editable(interval).Count;
-            ++Intervals;
-        }
-    }
+const Drill* CategoryTally::IntervalRecord() const {
+    return !Shared && PresentWay() == Way::Intervals ? Feed.Target : nullptr;
 }
 
 void CategoryTally::ForgetKnown() {
@@ -108,37 +80,42 @@ void CategoryTally::Add(const TallyColumn& column, const WeightedRows& rows) {
         AddShared(column, rows);
         return;
     }
-    std::size_t next = 0;
-    // Distinct values can end on the way, when the record turns to neat intervals.
-    if (const Way way = PresentWay(); way == Way::Distinct || way == Way::WholeDistinct) {
-        next = AddDistinct(column, rows);
-    }
-    if (PresentWay() == Way::Intervals) {
-        AddIntervals(column, rows, next);
+    switch (PresentWay()) {
+        case Way::Nothing:
+            return;
+        case Way::Intervals:
+            // Without effect on a record that has turned to neat intervals on the way: its set is empty.
+            Intervals.Add(column, rows);
+            return;
+        case Way::Distinct:
+        case Way::WholeDistinct:
+            AddDistinct(column, rows);
     }
 }
 
-/// Counts distinct values up to the end or until the record takes them no longer. Gives the number of rows counted.
-std::size_t CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& rows) {
-    const Way way = PresentWay();
-    const TallyColumn local = column;
-    for (std::size_t i = 0; i < rows.Count; ++i) {
-        const double value = local.Values[rows.Rows[i]];
-        if (local.Missing.Contains(value)) {
-            continue;
-        }
-        const auto bits = std::bit_cast<std::uint64_t>(value);
-        KnownValue& known = Known[PlaceOf(value, bits)];
-        if (known.Count != nullptr && known.Bits == bits) {
-            *known.Count += rows.Weights[i];
-        } else if (way == Way::Distinct || IsWhole(value)) {
-            AddNewDistinct(value, rows.Weights[i], known);
-            if (PresentWay() != way) {
-                return i + 1;
+/// Counts distinct values up to the end or until the record takes them no longer, when it turns to neat intervals and
+/// has none.
+void CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& rows) {
+    WithValues(column.Entries, [&](auto valueOf) {
+        const Way way = PresentWay();
+        const NearlyEqualRange missing = column.Missing;
+        for (std::size_t i = 0; i < rows.Count; ++i) {
+            const double value = valueOf(rows.RowAt(i));
+            if (missing.Contains(value)) {
+                continue;
+            }
+            const auto bits = std::bit_cast<std::uint64_t>(value);
+            KnownValue& known = Known[PlaceOf(value, bits)];
+            if (known.Count != nullptr && known.Bits == bits) {
+                *known.Count += rows.WeightAt(i);
+            } else if (way == Way::Distinct || IsWhole(value)) {
+                AddNewDistinct(value, rows.WeightAt(i), known);
+                if (PresentWay() != way) {
+                    return;
+                }
             }
         }
-    }
-    return rows.Count;
+    });
 }
 
 void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& known) {
@@ -156,38 +133,9 @@ void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& know
     }
 }
 
-void CategoryTally::AddIntervals(const TallyColumn& column, const WeightedRows& rows, std::size_t next) {
-    if (Intervals == 0) {
-        return;
-    }
-    // A value on an upper bound belongs to the interval that it ends unless the method closes intervals below.
-    if (FactsOf(Feed.Target->Method).Rule == KeepRule::ClosedOpen) {
-        AddIntervalsBelow(column, rows, next, std::less_equal<double>());
-    } else {
-        AddIntervalsBelow(column, rows, next, std::less<double>());
-    }
-}
-
-/// Counts values in the first interval whose bound isn't below them. A NaN is in none.
-template <typename Below>
-void CategoryTally::AddIntervalsBelow(const TallyColumn& column, const WeightedRows& rows, std::size_t next,
-                                      Below below) {
-    const double* const bounds = Bounds.data();
-    for (; next < rows.Count; ++next) {
-        const double value = column.Values[rows.Rows[next]];
-        if (column.Missing.Contains(value) || std::isnan(value)) {
-            continue;
-        }
-        const std::size_t interval = FirstNotBelow(bounds, Intervals, value, below);
-        if (interval < Intervals) {
-            *Counts[interval] += rows.Weights[next];
-        }
-    }
-}
-
 void CategoryTally::AddShared(const TallyColumn& column, const WeightedRows& rows) {
     for (std::size_t i = 0; i < rows.Count; ++i) {
-        const double value = column.Values[rows.Rows[i]];
+        const double value = column.Entries.At(rows.RowAt(i));
         const Way way = PresentWay();
         if (way == Way::Nothing || column.Missing.Contains(value)) {
             continue;
@@ -195,9 +143,9 @@ void CategoryTally::AddShared(const TallyColumn& column, const WeightedRows& row
         if (way == Way::Intervals) {
             // By its own method a record counts in its own intervals, whichever record comes first.
             Drill* record = Feed.Counting == CategoryCounting::ByMethod ? Feed.Feeder : Feed.Target;
-            record->AddToInterval(value, rows.Weights[i]);
+            record->AddToInterval(value, rows.WeightAt(i));
         } else if (way == Way::Distinct || IsWhole(value)) {
-            Feed.Target->AddDistinctValue(value, Feed.Kind, rows.Weights[i], "");
+            Feed.Target->AddDistinctValue(value, Feed.Kind, rows.WeightAt(i), "");
         }
     }
 }

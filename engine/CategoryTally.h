@@ -5,7 +5,8 @@
 
 #include "engine/Drill.h"
 #include "engine/HostBuffer.h"
-#include "engine/MomentTally.h"
+#include "engine/IntervalTally.h"
+#include "engine/TallyRows.h"
 
 namespace drilldown {
 
@@ -35,7 +36,7 @@ class CategoryTally {
     CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, bool shared);
 
     /// False when there was no memory.
-    explicit operator bool() const noexcept { return static_cast<bool>(Known) && Bounds && Counts; }
+    explicit operator bool() const noexcept { return Known && Intervals; }
     /// Counts the values of some rows; missing ones are passed over.
     void Add(const TallyColumn& column, const WeightedRows& rows);
 
@@ -50,22 +51,16 @@ class CategoryTally {
 
     [[nodiscard]] Way PresentWay() const;
     [[nodiscard]] std::size_t KnownRoom() const;
-    [[nodiscard]] std::size_t IntervalRoom() const;
-    std::size_t AddDistinct(const TallyColumn& column, const WeightedRows& rows);
-    void AddIntervals(const TallyColumn& column, const WeightedRows& rows, std::size_t next);
-    template <typename Below>
-    void AddIntervalsBelow(const TallyColumn& column, const WeightedRows& rows, std::size_t next, Below below);
+    [[nodiscard]] const Drill* IntervalRecord() const;
+    void AddDistinct(const TallyColumn& column, const WeightedRows& rows);
     void AddShared(const TallyColumn& column, const WeightedRows& rows);
     void AddNewDistinct(double value, double weight, KnownValue& known);
-    void CollectBounds();
     void ForgetKnown();
 
     CategoryFeed Feed;
     bool Shared;
     HostBuffer<KnownValue> Known;
-    HostBuffer<double> Bounds;  // Upper of the intervals, ascending, without NaN
-    HostBuffer<double*> Counts;  // their counts
-    std::size_t Intervals = 0;
+    IntervalTally Intervals;
 };
 
 }  // namespace drilldown

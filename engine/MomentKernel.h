@@ -4,18 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "engine/TallyRows.h"
+
 namespace drilldown {
 
 /// Variables whose chains of updates are taken side by side at most. The state of more of them no longer fits the
 /// registers, which costs more than overlapping gains.
 inline constexpr std::size_t MomentLaneLimit = 8;
-
-/// Cases of a block that enter a tally: rows of its columns, and a weight for each.
-struct WeightedRows {
-    const std::int32_t* Rows;
-    const double* Weights;
-    std::size_t Count;
-};
 
 /// Running statistics of some variables side by side. Lanes that no variable uses may hold anything and get anything.
 struct MomentLanes {
@@ -34,8 +29,8 @@ struct MomentLanes {
     Lanes<const double*> Values;  ///< columns; every lane has one
 };
 
-/// Updates the first `variables` lanes, at most MomentLaneLimit, with some cases. Every lane does the arithmetic of
-/// plain doubles in the order of the cases, on any processor.
+/// Updates the first `variables` lanes, at most MomentLaneLimit, with some cases, given by rows and weights. Every lane
+/// does the arithmetic of plain doubles in the order of the cases, on any processor.
 void UpdateMoments(MomentLanes& lanes, std::size_t variables, const WeightedRows& rows);
 
 }  // namespace drilldown

@@ -1,6 +1,8 @@
 #include "engine/MomentTally.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 
 using namespace drilldown;
 
@@ -8,6 +10,56 @@ namespace {
 
 constexpr double StartOfMin = 1.7e+308;
 constexpr double StartOfMax = -1.7e+308;
+
+/// Rows turned into plain doubles at a time where columns or rows come in a narrower form.
+constexpr std::size_t PlainRows = 256;
+
+/// Some rows of some columns as doubles without gaps, each with its weight.
+struct PlainBlock {
+    PlainBlock() { std::iota(Rows.begin(), Rows.end(), 0); }
+
+    void Fill(MomentLanes& lanes, std::span<const TallyColumn> columns, const WeightedRows& rows) {
+        for (std::size_t lane = 0; lane < MomentLaneLimit; ++lane) {
+            lanes.Values[lane] = Values[std::min(lane, columns.size() - 1)].data();
+        }
+        for (std::size_t place = 0; place < columns.size(); ++place) {
+            WithValues(columns[place].Entries, [&](auto valueOf) {
+                for (std::size_t i = 0; i < rows.Count; ++i) {
+                    Values[place][i] = valueOf(rows.RowAt(i));
+                }
+            });
+        }
+        for (std::size_t i = 0; i < rows.Count; ++i) {
+            Weights[i] = rows.WeightAt(i);
+        }
+    }
+
+    std::array<std::int32_t, PlainRows> Rows{};
+    std::array<double, PlainRows> Weights{};
+    std::array<std::array<double, PlainRows>, MomentLaneLimit> Values;
+};
+
+bool ArePlain(std::span<const TallyColumn> columns, const WeightedRows& rows) {
+    return rows.Rows != nullptr && rows.Weights != nullptr &&
+           std::ranges::all_of(columns,
+                               [](const TallyColumn& column) { return column.Entries.Form == ColumnForm::Doubles; });
+}
+
+void UpdateByColumns(MomentLanes& lanes, std::span<const TallyColumn> columns, const WeightedRows& rows) {
+    if (ArePlain(columns, rows)) {
+        for (std::size_t lane = 0; lane < MomentLaneLimit; ++lane) {
+            lanes.Values[lane] = columns[std::min(lane, columns.size() - 1)].Entries.As<double>();
+        }
+        UpdateMoments(lanes, columns.size(), rows);
+        return;
+    }
+    PlainBlock block;
+    for (std::size_t done = 0; done < rows.Count; done += PlainRows) {
+        const std::size_t count = std::min(PlainRows, rows.Count - done);
+        block.Fill(lanes, columns, rows.Part(done, count));
+        UpdateMoments(lanes, columns.size(), {block.Rows.data(), block.Weights.data(), count});
+    }
+}
 
 }  // namespace
 
@@ -42,11 +94,10 @@ void MomentTally::AddLanes(std::size_t first, std::span<const TallyColumn> colum
         // Spare lanes repeat the last variable; what they come to isn't stored.
         const std::size_t place = std::min(lane, columns.size() - 1);
         LoadLane(lanes, lane, first + place);
-        lanes.Values[lane] = columns[place].Values;
         lanes.LowestMissing[lane] = columns[place].Missing.Lowest;
         lanes.HighestMissing[lane] = columns[place].Missing.Highest;
     }
-    UpdateMoments(lanes, columns.size(), rows);
+    UpdateByColumns(lanes, columns, rows);
     for (std::size_t lane = 0; lane < columns.size(); ++lane) {
         const std::size_t variable = first + lane;
         const std::int32_t missingBefore = MissingCount[variable];
@@ -79,7 +130,7 @@ void MomentTally::AddMissing(std::size_t first, std::size_t count, const Weighte
     for (std::size_t variable = first; variable < first + count; ++variable) {
         double weight = MissingWeight[variable];
         for (std::size_t i = 0; i < rows.Count; ++i) {
-            weight += rows.Weights[i];
+            weight += rows.WeightAt(i);
         }
         MissingWeight[variable] = weight;
         MissingCount[variable] += static_cast<std::int32_t>(rows.Count);

@@ -6,7 +6,7 @@
 
 #include "engine/HostBuffer.h"
 #include "engine/MomentKernel.h"
-#include "platform/OrderedBits.h"
+#include "engine/TallyRows.h"
 
 namespace drilldown {
 
@@ -20,12 +20,6 @@ struct MomentStatistics {
     double MissingWeight;
     std::int32_t ValidCount;
     double ValidWeight;
-};
-
-/// One variable of a block: its column and the values that stand for missing data.
-struct TallyColumn {
-    const double* Values;
-    NearlyEqualRange Missing;
 };
 
 /// Range, weighted mean, sum of squared deviations and counts of several variables, updated case by case:
@@ -43,6 +37,7 @@ class MomentTally {
     /// False when there was no memory.
     explicit operator bool() const noexcept { return HasMemory; }
     /// Counts cases for consecutive variables from `first` on: a missing value by its weight, any other in full.
+    /// Several threads may do so at once for different variables.
     void Add(std::size_t first, std::span<const TallyColumn> columns, const WeightedRows& rows);
     /// Counts cases as missing for consecutive variables.
     void AddMissing(std::size_t first, std::size_t count, const WeightedRows& rows);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+
+#include "engine/Drill.h"
+#include "engine/HostBuffer.h"
+#include "engine/TallyRows.h"
+
+namespace drilldown {
+
+/// Counts values into the intervals of a record, with the outcome of Drill::AddToInterval value by value. The intervals
+/// stay as they are while it lives.
+class IntervalTally {
+  public:
+    /// `record` null: no intervals.
+    IntervalTally(CAnalysisSupport& host, const Drill* record);
+
+    /// False when there was no memory.
+    explicit operator bool() const noexcept { return Bounds && Counts; }
+    [[nodiscard]] std::size_t Size() const noexcept { return Intervals; }
+    /// Place of the interval that a value counts in; Size() when there is none. A NaN is in none.
+    [[nodiscard]] std::size_t PlaceOf(double value) const noexcept;
+    /// The count of the interval at a place, in the record.
+    [[nodiscard]] double& CountAt(std::size_t place) const noexcept { return *Counts[place]; }
+    /// Counts the values of some rows; missing ones are passed over.
+    void Add(const TallyColumn& column, const WeightedRows& rows) const;
+
+  private:
+    HostBuffer<double> Bounds;  // Upper of the intervals, ascending, without NaN
+    HostBuffer<double*> Counts;
+    std::size_t Intervals = 0;
+    bool ClosedBelow = false;  // a value on a bound belongs to the interval that it begins
+};
+
+}  // namespace drilldown
