@@ -68,3 +68,5 @@ ParallelRuns* CAnalysisSupport::GetParallelRuns() {
 std::uint64_t CAnalysisSupport::GetCaseRevision() {
     return 0;
 }
+
+void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* /*conditions*/) {}
