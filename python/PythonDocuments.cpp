@@ -17,10 +17,17 @@ using namespace quillara;
 
 namespace {
 
+const ResultDocument& DocumentOf(const PythonObject& object) {
+    const ResultDocument* document = ResultDocument::Of(object.Get());
+    if (document == nullptr) {
+        throw MemberRefusal{DISP_E_TYPEMISMATCH};
+    }
+    return *document;
+}
+
 template <typename Content>
 const Content& ContentOf(const PythonObject& object) {
-    ResultDocument* document = ResultDocument::Of(object.Get());
-    const auto* content = document == nullptr ? nullptr : std::get_if<Content>(&document->Content());
+    const auto* content = std::get_if<Content>(&DocumentOf(object).Content());
     if (content == nullptr) {
         throw MemberRefusal{DISP_E_TYPEMISMATCH};
     }
@@ -54,6 +61,10 @@ py::tuple TellSpreadsheet(const PythonObject& object) {
     return py::make_tuple(table.Corner, columns, rows);
 }
 
+std::string Text(const PythonObject& object) {
+    return CallHost("print", [&object] { return TextOf(DocumentOf(object)); });
+}
+
 std::string Html(const PythonObject& object) {
     return CallHost("_repr_html_", [&object] { return HtmlOf(ContentOf<SpreadsheetDocument>(object)); });
 }
@@ -76,6 +87,7 @@ PythonTable SavedTable(const PythonObject& object) {
 
 void DefineDocuments(py::module_& module) {
     module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");
+    module.def("text", Text, "A document as aligned text");
     module.def("html", Html, "A table as HTML");
     module.def("svg", Svg, "A graph as a picture");
     module.def("saved_table", SavedTable, "The table of a data document");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "python/HostCall.h"
+#include "python/ValueCategories.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
@@ -41,25 +42,27 @@ PythonColumn ColumnOf(const Variable& variable) {
     return column;
 }
 
-/// The labels by value, in the order of the values; those of a text variable without its own are its texts.
-std::vector<std::pair<double, std::string>> LabelsOf(const Variable& variable) {
-    std::vector<std::pair<double, std::string>> labels;
-    for (std::size_t i = 1; i <= variable.Texts.size(); ++i) {
-        const auto value = static_cast<double>(i);
-        labels.emplace_back(value, *variable.LabelOf(value));
-    }
-    for (const auto& [value, texts] : variable.Labels) {
-        if (variable.Kind != ValueKind::Text && !texts.Label.empty()) {
-            labels.emplace_back(value, texts.Label);
-        }
-    }
-    return labels;
+bool HasOwnLabels(const Variable& variable) {
+    return variable.Kind != ValueKind::Text || IsCategorical(variable);
 }
 
 py::tuple Describe(const PythonTable& table, std::size_t index) {
     const Variable& variable = VariableAt(table, index);
     const char* kind = KindNames[static_cast<std::size_t>(variable.Kind)];
-    return py::make_tuple(variable.Name, variable.LongName, kind, LabelsOf(variable), !variable.Labels.empty());
+    const auto labels = HasOwnLabels(variable) ? LabelledValues(variable) : decltype(LabelledValues(variable)){};
+    return py::make_tuple(variable.Name, variable.LongName, kind, labels);
+}
+
+/// The names of the categories, and per case the place of its own as 32-bit numbers; nothing for a variable that frames
+/// get as it is.
+py::object TellCategories(const PythonTable& table, std::size_t index) {
+    const Variable& variable = VariableAt(table, index);
+    if (!IsCategorical(variable)) {
+        return py::none();
+    }
+    const ValueCategories categories = CategoriesOf(variable);
+    const auto* places = reinterpret_cast<const char*>(categories.Places.data());
+    return py::make_tuple(categories.Names, py::bytes(places, categories.Places.size() * sizeof(std::int32_t)));
 }
 
 PythonTable ReadTable(const std::string& path) {
@@ -149,7 +152,9 @@ void PythonTable::Define(py::module_& module) {
         .def_property_readonly("case_names", [](const PythonTable& table) { return table.Held->CaseNames; })
         .def_property_readonly("declared_weight", [](const PythonTable& table) { return table.Held->Weight; })
         .def("__len__", [](const PythonTable& table) { return table.Held->Variables.size(); })
-        .def("describe", Describe, "Name, label, kind, labels by value, and whether they are of its own")
+        .def("describe", Describe, "Name, label, kind, and its own labels by value")
+        .def("texts", [](const PythonTable& table, std::size_t index) { return VariableAt(table, index).Texts; })
+        .def("categories", TellCategories, "Names of the categories, and their places by case")
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
         .def("check_selection", CheckSelection)
         .def("weight_index", WeightIndex);

@@ -104,8 +104,21 @@ def _case_names(frame):
     return names if names and all(isinstance(name, str) for name in names) else []
 
 
-def columns_of(columns):
+def _with_labels(column, labels):
+    """Labels of the values, where the column has none yet."""
+    name, kind, values, own = column
+    if name not in labels:
+        return column
+    if kind != "number" or own:
+        raise TypeError(f'The column "{name}" can\'t take labels: only numbers can.')
+    return name, kind, values, [(float(value), str(label)) for value, label in labels[name].items()]
+
+
+def columns_of(columns, labels):
     """The columns of a frame or a dict, and the names of the cases."""
     if not hasattr(columns, "items"):
         raise TypeError("A table is made of a frame of pandas or of a dict of columns.")
-    return [_column(name, values) for name, values in columns.items()], _case_names(columns)
+    made = [_with_labels(_column(name, values), labels) for name, values in columns.items()]
+    for name in set(labels) - {column[0] for column in made}:
+        raise ValueError(f'There are labels of "{name}", but no such column.')
+    return made, _case_names(columns)

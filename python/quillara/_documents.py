@@ -2,8 +2,17 @@
 
 from __future__ import annotations
 
+import html
+
 from . import _quillara
 from ._objects import Object
+
+
+def _html(entry):
+    for shown in ("_repr_html_", "_repr_svg_"):
+        if hasattr(entry, shown):
+            return getattr(entry, shown)()
+    return f"<p>{html.escape(repr(entry))}</p>"
 
 
 class Document(Object):
@@ -22,6 +31,9 @@ class Document(Object):
 
     def __repr__(self):
         return f"<quillara.{type(self).__name__}: {self.Name}>"
+
+    def __str__(self) -> str:
+        return _quillara.text(self._face)
 
 
 class Spreadsheet(Document, kind="Spreadsheet"):
@@ -67,14 +79,17 @@ class DataDocument(Object, kind="DataDocument"):
 
     __slots__ = ()
 
-    def to_pandas(self) -> pandas.DataFrame:
+    def to_pandas(self, labels: bool | Sequence[str] = True) -> pandas.DataFrame:
         """The cases as a frame of pandas; as Table.to_pandas."""
         from . import _frames
 
-        return _frames.frame_of_table(_quillara.saved_table(self._face))
+        return _frames.frame_of_table(_quillara.saved_table(self._face), labels)
 
     def __len__(self) -> int:
         return self.Cases
+
+    def __repr__(self):
+        return f"<quillara.DataDocument: {self.Name}, {self.Cases} cases, {self.Variables} variables>"
 
 
 class Collection(Object, kind="DocumentCollection"):
@@ -96,6 +111,13 @@ class Collection(Object, kind="DocumentCollection"):
 
     def __repr__(self):
         return f"<quillara.{type(self).__name__}: {list(self)}>"
+
+    def __str__(self) -> str:
+        return "\n".join(map(str, self))
+
+    def _repr_html_(self) -> str:
+        """Tables and pictures below each other; of other objects what they are called."""
+        return "\n".join(map(_html, self))
 
 
 class Window(Object, kind="OutputWindow"):

@@ -4,53 +4,54 @@ import numpy
 import pandas
 
 
-def _with_distinct_names(labels):
-    """Categories must differ: labels that don't have their values behind them."""
-    texts = [label for _, label in labels]
-    return [f"{label} ({value:g})" if texts.count(label) > 1 else label for value, label in labels]
+def _categorical(names, places):
+    codes = numpy.frombuffer(places, dtype="int32")
+    return pandas.Categorical.from_codes(codes, names, ordered=False)
 
 
-def _categories(values, labels):
-    """A column of categories, or nothing when a value has no label."""
-    known = numpy.array([value for value, _ in labels])
-    present = ~numpy.isnan(values)
-    places = numpy.searchsorted(known, values)
-    places[~present] = 0
-    if not numpy.array_equal(known[numpy.minimum(places, len(known) - 1)][present], values[present]):
-        return None
-    codes = numpy.where(present, places, -1)
-    return pandas.Categorical.from_codes(codes, _with_distinct_names(labels), ordered=False)
-
-
-def _texts(values, labels):
-    texts = numpy.array([None] + [text for _, text in labels], dtype=object)
-    return texts[numpy.nan_to_num(values).astype(int)]
+def _texts(values, texts):
+    places = numpy.array([None, *texts], dtype=object)
+    return places[numpy.nan_to_num(values).astype(int)]
 
 
 def _times(values, unit, kind):
-    """To the microsecond, which doubles of our days still tell apart."""
+    """To the microsecond, which doubles of our days still tell apart. Where pandas has no room for a time, in years
+    before 1678 or after 2261, the column has those of datetime."""
     present = ~numpy.isnan(values)
     microseconds = numpy.round(numpy.where(present, values, 0) * unit).astype("int64")
-    times = (microseconds * 1000).astype(kind)
-    times[~present] = numpy.array("NaT", dtype=kind)
-    return times
+    times = microseconds.astype(f"{kind}[us]")
+    times[~present] = numpy.array("NaT", dtype=times.dtype)
+    has_room = numpy.abs(microseconds).max(initial=0) < pandas.Timestamp.max.value // 1000
+    return times.astype(f"{kind}[ns]") if has_room else times.astype(object)
 
 
-def _column(held, index):
-    _, _, kind, labels, has_own_labels = held.describe(index)
+def _column(held, index, wants_labels):
+    name, _, kind, _ = held.describe(index)
+    categories = held.categories(index) if wants_labels(name) else None
+    if categories is not None:
+        return _categorical(*categories)
     values = numpy.array(held.column(index), dtype=float)
     if kind == "date":
-        return _times(values, 86400e6, "datetime64[ns]")
+        return _times(values, 86400e6, "datetime64")
     if kind == "time":
-        return _times(values, 1e6, "timedelta64[ns]")
-    if kind == "text" and not has_own_labels:
-        return _texts(values, labels)
-    categories = _categories(values, labels) if labels else None
-    return values if categories is None else categories
+        return _times(values, 1e6, "timedelta64")
+    return _texts(values, held.texts(index)) if kind == "text" else values
 
 
-def frame_of_table(held):
-    columns = {held.describe(index)[0]: _column(held, index) for index in range(len(held))}
+def _labels_wanted(labels, names):
+    """labels: of all variables, of none, or of those that a list names."""
+    if isinstance(labels, bool):
+        return lambda _: labels
+    wanted = {labels} if isinstance(labels, str) else set(labels)
+    for name in wanted - set(names):
+        raise KeyError(name)
+    return wanted.__contains__
+
+
+def frame_of_table(held, labels=True):
+    names = [held.describe(index)[0] for index in range(len(held))]
+    wants_labels = _labels_wanted(labels, names)
+    columns = {name: _column(held, index, wants_labels) for index, name in enumerate(names)}
     index = pandas.Index(held.case_names) if held.case_names else pandas.RangeIndex(held.cases)
     return pandas.DataFrame(columns, index=index)
 

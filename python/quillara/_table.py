@@ -29,9 +29,8 @@ class Variable:
 
 
 def _variable_of(held, index):
-    name, label, kind, labels, has_own = held.describe(index)
-    texts = {} if kind == "text" and not has_own else dict(labels)
-    return Variable(name, label, kind, texts)
+    name, label, kind, labels = held.describe(index)
+    return Variable(name, label, kind, dict(labels))
 
 
 class Table:
@@ -123,15 +122,17 @@ class Table:
                 raise
         return drill
 
-    def to_pandas(self) -> pandas.DataFrame:
+    def to_pandas(self, labels: bool | Sequence[str] = True) -> pandas.DataFrame:
         """All cases as a frame of pandas.
 
-        Value labels become categories in the order of the values, where each value has a label; dates are datetime64,
-        times of day timedelta64; missing data is missing. The names of the cases are the index.
+        A variable with value labels becomes categories in the order of the values; a value without a label has its
+        number for a name. labels=False gives the values themselves instead, a list of names the labels of these
+        variables only. Dates are datetime64, times of day timedelta64; missing data is missing. The names of the cases
+        are the index.
         """
         from . import _frames
 
-        return _frames.frame_of_table(self._held)
+        return _frames.frame_of_table(self._held, labels)
 
     def __repr__(self):
         return f"<quillara.Table: {self.name or 'of columns'}, {self.cases} cases, {len(self._names)} variables>"
@@ -142,16 +143,18 @@ def open(path: str | os.PathLike[str]) -> Table:
     return Table(_quillara.read(os.fsdecode(path)))
 
 
-def table(columns: pandas.DataFrame | Mapping[Any, Any], name: str = "") -> Table:
+def table(columns: pandas.DataFrame | Mapping[Any, Any], name: str = "",
+          labels: Mapping[str, Mapping[float, str]] | None = None) -> Table:
     """A table of a frame of pandas or of a dict of columns.
 
     Categories become values 1, 2, ... with labels, in their order; texts, dates (datetime64) and times of day
     (timedelta64) stay what they are, True and False become 1 and 0 with labels. None, NaN and NaT are missing.
+    labels: the value labels of columns of numbers, as {"sex": {1: "Female", 2: "Male"}}.
     """
     from . import _columns
 
     try:
-        made, case_names = _columns.columns_of(columns)
+        made, case_names = _columns.columns_of(columns, labels or {})
     except (TypeError, ValueError) as error:
         raise Error(INVALID_ARGUMENT, str(error), "table") from error
     return Table(_quillara.make(name, made, case_names))

@@ -53,9 +53,12 @@ def test_plain_columns_need_no_pandas():
     ({1: [1], "1": [2]}, "Two columns"),
     ({"a": pandas.Series(pandas.to_datetime(["2024-01-01"])).dt.tz_localize("UTC")}, "time zone"),
     ({"a": [1j]}, "kinds"),
+    ({"a": [1, 2], "labels": {"b": {1: "one"}}}, 'labels of "b"'),
+    ({"a": ["x"], "labels": {"a": {1: "one"}}}, "only numbers"),
 ])
 def test_columns_that_no_table_holds_are_refused(columns, text):
-    code, told, member = failure_of(lambda: quillara.table(columns))
+    labels = columns.pop("labels", None) if isinstance(columns, dict) else None
+    code, told, member = failure_of(lambda: quillara.table(columns, labels=labels))
     assert text in told and member == "table"
 
 
@@ -64,6 +67,37 @@ def test_names_of_cases_are_the_index_and_labels_of_one_text_differ(survey):
     pandas.testing.assert_frame_equal(quillara.table(frame).to_pandas(), frame)
     twice = quillara.table({"c": pandas.Series(pandas.Categorical([1.0, 1]))})
     assert twice["c"].labels == {1: "1.0"}
+
+
+CODES = {"q": [3, 1, 7, None, 3], "years": [12.5, 0, 0, 3, 1]}
+LABELS = {"q": {1: "low", 7: "high", 9: "never asked"}, "years": {0: "none"}}
+NAMED = {
+    "q": pandas.Categorical(["3", "low", "high", None, "3"], categories=["low", "3", "high", "never asked"]),
+    "years": pandas.Categorical(["12.5", "none", "none", "3", "1"], categories=["none", "1", "3", "12.5"]),
+}
+
+
+@pytest.mark.parametrize("labels, named", [(True, ["q", "years"]), (False, []), (["q"], ["q"]), ("years", ["years"])])
+def test_values_without_a_label_go_by_their_number(labels, named):
+    table = quillara.table(CODES, labels=LABELS)
+    expected = pandas.DataFrame(CODES, dtype=float).assign(**{name: NAMED[name] for name in named})
+    pandas.testing.assert_frame_equal(table.to_pandas(labels), expected)
+    with table.drill("q", "years") as drill:
+        pandas.testing.assert_frame_equal(drill.cases.to_pandas(labels), expected)
+
+
+def test_labels_that_read_alike_differ_in_a_frame():
+    table = quillara.table({"a": [1, 2, 3, 4]}, labels={"a": {1: "x", 2: "x", 4: "x (1)", 7: ""}})
+    assert table.to_pandas()["a"].tolist() == ["x (1) (1)", "x (2)", "3", "x (1) (4)"]
+    with pytest.raises(KeyError):
+        table.to_pandas(["b"])
+
+
+def test_days_beyond_those_of_pandas_stay_days():
+    days = [datetime.date(1582, 10, 15), None, datetime.date(9999, 12, 31)]
+    frame = quillara.table({"d": days}).to_pandas()
+    assert [day and day.date() for day in frame["d"]] == days
+    assert quillara.table(frame).to_pandas().equals(frame)
 
 
 def test_the_survey_as_a_frame(survey):

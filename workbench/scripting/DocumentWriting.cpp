@@ -54,6 +54,13 @@ constexpr std::array<PictureFile, 3> PictureFiles{{
                      (isGraph ? ".svg, .png, .pdf, " : "") + ".txt or .csv.");
 }
 
+OutputCollection Alone(const ResultDocument& document) {
+    OutputCollection outputs;
+    outputs.FileName = document.Name();
+    outputs.Add(document.Content(), document.Origin());
+    return outputs;
+}
+
 std::string Bytes(const ResultDocument& document, const std::string& path) {
     std::string end = std::filesystem::path(path).extension().string();
     std::ranges::transform(end, end.begin(), SmallLetter);
@@ -65,10 +72,7 @@ std::string Bytes(const ResultDocument& document, const std::string& path) {
     if (view == ViewFiles.end()) {
         Refuse(path, document.Graph() != nullptr);
     }
-    OutputCollection outputs;
-    outputs.FileName = document.Name();
-    outputs.Add(document.Content(), document.Origin());
-    return view->View(outputs);
+    return view->View(Alone(document));
 }
 
 void WriteToFile(const ResultDocument& document, const std::string& path) {
@@ -79,6 +83,10 @@ void WriteToFile(const ResultDocument& document, const std::string& path) {
 
 void OfferDocumentFiles() {
     SetDocumentWriter(WriteToFile);
+}
+
+std::string TextOf(const ResultDocument& document) {
+    return TextView(Alone(document));
 }
 
 std::string HtmlOf(const SpreadsheetDocument& table) {

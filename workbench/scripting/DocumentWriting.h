@@ -10,6 +10,9 @@ namespace quillara {
 /// or .pdf.
 void OfferDocumentFiles();
 
+/// A document as aligned text for a terminal; a graph as its numbers.
+[[nodiscard]] std::string TextOf(const ResultDocument& document);
+
 /// A table as a fragment of a page in HTML.
 [[nodiscard]] std::string HtmlOf(const SpreadsheetDocument& table);
 
