@@ -44,8 +44,7 @@ py::object CellOf(const SpreadsheetCell& cell) {
 
 /// The corner, the columns (name, whether all numbers are whole, cells) and the names of the rows.
 py::tuple TellSpreadsheet(const PythonObject& object) {
-    const SpreadsheetDocument table =
-        CallHost("to_pandas", [&object] { return ContentOf<SpreadsheetDocument>(object); });
+    const SpreadsheetDocument table = CallHost("to_pandas", [&object] { return SpreadsheetOf(object); });
     py::list columns;
     for (std::size_t i = 0; i < table.Columns.size(); ++i) {
         py::list cells;
@@ -66,7 +65,7 @@ std::string Text(const PythonObject& object) {
 }
 
 std::string Html(const PythonObject& object) {
-    return CallHost("_repr_html_", [&object] { return HtmlOf(ContentOf<SpreadsheetDocument>(object)); });
+    return CallHost("_repr_html_", [&object] { return HtmlOf(SpreadsheetOf(object)); });
 }
 
 std::string Svg(const PythonObject& object) {
@@ -84,6 +83,10 @@ PythonTable SavedTable(const PythonObject& object) {
 }
 
 }  // namespace
+
+const SpreadsheetDocument& SpreadsheetOf(const PythonObject& object) {
+    return ContentOf<SpreadsheetDocument>(object);
+}
 
 void DefineDocuments(py::module_& module) {
     module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");

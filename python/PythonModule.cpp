@@ -11,6 +11,7 @@
 #include "host/GraphAutomation.h"
 #include "python/HostCall.h"
 #include "python/PythonAnalysis.h"
+#include "python/PythonArrow.h"
 #include "python/PythonDocuments.h"
 #include "python/PythonObject.h"
 #include "python/PythonTable.h"
@@ -54,6 +55,7 @@ PYBIND11_MODULE(_quillara, module) {
     PythonTable::Define(module);
     PythonAnalysis::Define(module);
     DefineDocuments(module);
+    DefineArrow(module);
     module.def("application", [] {
         return PythonObject::Wrap(
             CallHost("application", [] { return CountedPointer<IDispatch>::Adopt(OleAGetApplication()); }));

@@ -83,7 +83,7 @@ std::vector<double> Numbers(const py::buffer& buffer) {
     return {first, first + info.size};
 }
 
-/// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels.
+/// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels by value.
 Variable VariableOf(const py::tuple& column) {
     Variable variable;
     variable.Name = column[0].cast<std::string>();
@@ -94,7 +94,7 @@ Variable VariableOf(const py::tuple& column) {
         return variable;
     }
     EncodeNumbers(variable, Numbers(column[2].cast<py::buffer>()));
-    for (const auto& [value, label] : column[3].cast<std::vector<std::pair<double, std::string>>>()) {
+    for (const auto& [value, label] : column[3].cast<std::map<double, std::string>>()) {
         variable.Labels[value].Label = label;
     }
     return variable;
@@ -112,19 +112,33 @@ void CheckColumns(const DataTable& table) {
     }
 }
 
-PythonTable MakeTable(const std::string& name, const py::list& columns, std::vector<std::string> caseNames) {
+void GiveLabels(DataTable& table, const std::string& name, const std::map<double, std::string>& labels) {
+    const auto index = table.Find(name);
+    if (!index) {
+        throw quillara::UsageError("There are labels of \"" + name + "\", but no such column.");
+    }
+    Variable& variable = table.Variables[*index];
+    if (variable.Kind != ValueKind::Number || !variable.Labels.empty()) {
+        throw quillara::UsageError("The column \"" + name + "\" can't take labels: only numbers can.");
+    }
+    for (const auto& [value, label] : labels) {
+        variable.Labels[value].Label = label;
+    }
+}
+
+PythonTable MakeTable(const std::string& name, const py::list& columns, std::vector<std::string> caseNames,
+                      const ValueLabels& labels) {
     DataTable table;
     table.FileName = name;
     table.CaseNames = std::move(caseNames);
     for (const py::handle column : columns) {
         table.Variables.push_back(VariableOf(py::reinterpret_borrow<py::tuple>(column)));
     }
-    return CallHost("table", [&table] {
-        const std::size_t cases = table.Variables.empty() ? 0 : table.Variables.front().Values.size();
+    const std::size_t cases = table.Variables.empty() ? 0 : table.Variables.front().Values.size();
+    return CallHost("table", [&] {
         quillara::CheckSize(table.Variables.size(), cases);
         table.Cases = static_cast<std::int32_t>(cases);
-        CheckColumns(table);
-        return PythonTable{std::make_shared<const DataTable>(std::move(table))};
+        return PythonTable::Of(std::move(table), labels);
     });
 }
 
@@ -143,6 +157,14 @@ std::size_t WeightIndex(const PythonTable& table, const std::string& name) {
 }
 
 }  // namespace
+
+PythonTable PythonTable::Of(DataTable table, const ValueLabels& labels) {
+    CheckColumns(table);
+    for (const auto& [name, ofValues] : labels) {
+        GiveLabels(table, name, ofValues);
+    }
+    return {std::make_shared<const DataTable>(std::move(table))};
+}
 
 void PythonTable::Define(py::module_& module) {
     DefineColumn(module);

@@ -13,12 +13,6 @@ namespace {
 
 using LabelledValue = std::pair<double, std::string>;
 
-/// With all digits that tell it from others.
-std::string NumberText(double value) {
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof(text), value).ptr};
-}
-
 std::vector<LabelledValue> TextsAsLabels(const Variable& variable) {
     std::vector<LabelledValue> texts;
     for (std::size_t i = 0; i < variable.Texts.size(); ++i) {
@@ -27,10 +21,6 @@ std::vector<LabelledValue> TextsAsLabels(const Variable& variable) {
         texts.emplace_back(value, label == nullptr ? variable.Texts[i] : *label);
     }
     return texts;
-}
-
-bool IsGap(const Variable& variable, double value) {
-    return std::isnan(value) || variable.IsMissing(value);
 }
 
 /// Values of cases that no label tells of.
@@ -47,7 +37,7 @@ std::set<double> OtherValues(const Variable& variable, const std::vector<Labelle
 std::vector<LabelledValue> AllValues(const Variable& variable) {
     std::vector<LabelledValue> values = LabelledValues(variable);
     for (const double other : OtherValues(variable, values)) {
-        values.emplace_back(other, NumberText(other));
+        values.emplace_back(other, ExactText(other));
     }
     std::ranges::sort(values, {}, &LabelledValue::first);
     return values;
@@ -65,7 +55,7 @@ std::vector<std::string> DistinctNames(const std::vector<LabelledValue>& values)
         }
         for (std::size_t i = 0; i < names.size(); ++i) {
             if (uses[names[i]] > 1) {
-                names[i] += " (" + NumberText(values[i].first) + ')';
+                names[i] += " (" + ExactText(values[i].first) + ')';
                 changed = true;
             }
         }
@@ -74,6 +64,15 @@ std::vector<std::string> DistinctNames(const std::vector<LabelledValue>& values)
 }
 
 }  // namespace
+
+bool IsGap(const Variable& variable, double value) {
+    return std::isnan(value) || variable.IsMissing(value);
+}
+
+std::string ExactText(double value) {
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof(text), value).ptr};
+}
 
 std::vector<LabelledValue> LabelledValues(const Variable& variable) {
     if (variable.Kind == ValueKind::Text) {

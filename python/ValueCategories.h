@@ -17,6 +17,12 @@ struct ValueCategories {
 /// The values that have labels, in their order, with the label; a text without one has itself. Missing data has none.
 [[nodiscard]] std::vector<std::pair<double, std::string>> LabelledValues(const quillara::Variable& variable);
 
+/// Whether a value stands for missing data.
+[[nodiscard]] bool IsGap(const quillara::Variable& variable, double value);
+
+/// A number with all digits that tell it from others.
+[[nodiscard]] std::string ExactText(double value);
+
 /// Whether frames get categories of a variable: numbers with labels, and texts with labels of their own. Dates and
 /// times stay what they are.
 [[nodiscard]] bool IsCategorical(const quillara::Variable& variable);

@@ -5,7 +5,8 @@ import datetime
 import math
 
 EPOCH = datetime.date(1970, 1, 1)
-TRUTH = [(0.0, "False"), (1.0, "True")]
+TRUTH = {0.0: "False", 1.0: "True"}
+MOST_EXACT = 2**53  # whole numbers up to this are all doubles
 
 
 def _is_missing(value):
@@ -27,10 +28,10 @@ def _seconds(value):
 
 # The first kind that all values of a plain column are of.
 PLAIN_KINDS = [
-    ("text", str, None, []),
+    ("text", str, None, {}),
     ("number", bool, float, TRUTH),
-    ("date", datetime.date, _days, []),
-    ("time", (datetime.time, datetime.timedelta), _seconds, []),
+    ("date", datetime.date, _days, {}),
+    ("time", (datetime.time, datetime.timedelta), _seconds, {}),
 ]
 
 
@@ -43,7 +44,7 @@ def _plain_column(name, values):
                 return name, kind, values, labels
             return name, kind, _doubles(values, convert), labels
     try:
-        return name, "number", _doubles(values, float), []
+        return name, "number", _doubles(values, float), {}
     except (TypeError, ValueError):
         raise TypeError(f'The column "{name}" has values of several kinds, or of none that a table holds.') from None
 
@@ -58,7 +59,7 @@ def _category_column(name, series):
 
     codes = series.cat.codes.to_numpy().astype(float) + 1
     codes[codes == 0] = numpy.nan
-    labels = [(float(place), str(category)) for place, category in enumerate(series.cat.categories, 1)]
+    labels = {float(place): str(category) for place, category in enumerate(series.cat.categories, 1)}
     return name, "number", codes, labels
 
 
@@ -70,7 +71,7 @@ def _time_column(name, series, kind, unit):
         raise TypeError(f'The column "{name}" has a time zone, for which a table has no room.')
     values = series.to_numpy()
     numbers = (values - values.dtype.type(0, "ns")) / numpy.timedelta64(1, unit)
-    return name, kind, numpy.ascontiguousarray(numbers, dtype=float), []
+    return name, kind, numpy.ascontiguousarray(numbers, dtype=float), {}
 
 
 def _series_column(name, series):
@@ -86,7 +87,7 @@ def _series_column(name, series):
         return _time_column(name, series, "time", "s")
     if types.is_numeric_dtype(series.dtype) and not types.is_bool_dtype(series.dtype):
         values = series.to_numpy(dtype=float, na_value=numpy.nan)
-        return name, "number", numpy.ascontiguousarray(values), []
+        return name, "number", numpy.ascontiguousarray(values), {}
     return _plain_column(name, series.astype(object).where(series.notna(), None).tolist())
 
 
@@ -104,21 +105,16 @@ def _case_names(frame):
     return names if names and all(isinstance(name, str) for name in names) else []
 
 
-def _with_labels(column, labels):
-    """Labels of the values, where the column has none yet."""
-    name, kind, values, own = column
-    if name not in labels:
-        return column
-    if kind != "number" or own:
-        raise TypeError(f'The column "{name}" can\'t take labels: only numbers can.')
-    return name, kind, values, [(float(value), str(label)) for value, label in labels[name].items()]
+def _is_rounded(values):
+    """Whether a column has whole numbers with more digits than a double."""
+    if getattr(getattr(values, "dtype", None), "kind", "O") in "iu":
+        return len(values) > 0 and not (-MOST_EXACT <= values.min() and values.max() <= MOST_EXACT)
+    return any(isinstance(value, int) and abs(value) > MOST_EXACT for value in values)
 
 
-def columns_of(columns, labels):
-    """The columns of a frame or a dict, and the names of the cases."""
-    if not hasattr(columns, "items"):
-        raise TypeError("A table is made of a frame of pandas or of a dict of columns.")
-    made = [_with_labels(_column(name, values), labels) for name, values in columns.items()]
-    for name in set(labels) - {column[0] for column in made}:
-        raise ValueError(f'There are labels of "{name}", but no such column.')
-    return made, _case_names(columns)
+def columns_of(columns):
+    """The columns of a frame or a dict, the names of the cases, and those of columns that are rounded."""
+    made = [_column(name, values) for name, values in columns.items()]
+    rounded = [str(name) for (name, values), (_, kind, *_) in zip(columns.items(), made)
+               if kind == "number" and _is_rounded(values)]
+    return made, _case_names(columns), rounded

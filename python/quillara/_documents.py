@@ -50,6 +50,10 @@ class Spreadsheet(Document, kind="Spreadsheet"):
     def _repr_html_(self) -> str:
         return _quillara.html(self._face)
 
+    def __arrow_c_stream__(self, requested_schema: object = None) -> object:
+        """The names of the rows and the columns for other libraries, as Arrow's protocol asks for them."""
+        return _quillara.spreadsheet_stream(self._face)
+
 
 class Graph(Document, kind="Graph"):
     """A graph of results."""
@@ -84,6 +88,10 @@ class DataDocument(Object, kind="DataDocument"):
         from . import _frames
 
         return _frames.frame_of_table(_quillara.saved_table(self._face), labels)
+
+    def __arrow_c_stream__(self, requested_schema: object = None) -> object:
+        """The columns for other libraries, as Arrow's protocol asks for them."""
+        return _quillara.table_stream(_quillara.saved_table(self._face))
 
     def __len__(self) -> int:
         return self.Cases

@@ -3,10 +3,12 @@
 from __future__ import annotations
 
 import os
+import warnings
 
 from . import _quillara
+from ._documents import DataDocument
 from ._drill import Drill, text_of_lists
-from ._errors import INVALID_ARGUMENT, Error
+from ._errors import INVALID_ARGUMENT, Error, Message
 
 
 class Variable:
@@ -134,6 +136,10 @@ class Table:
 
         return _frames.frame_of_table(self._held, labels)
 
+    def __arrow_c_stream__(self, requested_schema: object = None) -> object:
+        """The columns for other libraries, as Arrow's protocol asks for them."""
+        return _quillara.table_stream(self._held)
+
     def __repr__(self):
         return f"<quillara.Table: {self.name or 'of columns'}, {self.cases} cases, {len(self._names)} variables>"
 
@@ -143,18 +149,41 @@ def open(path: str | os.PathLike[str]) -> Table:
     return Table(_quillara.read(os.fsdecode(path)))
 
 
-def table(columns: pandas.DataFrame | Mapping[Any, Any], name: str = "",
-          labels: Mapping[str, Mapping[float, str]] | None = None) -> Table:
-    """A table of a frame of pandas or of a dict of columns.
+def _same(columns):
+    """The data of what is a table already."""
+    if isinstance(columns, Table):
+        return columns._held
+    return _quillara.saved_table(columns._face) if isinstance(columns, DataDocument) else None
 
-    Categories become values 1, 2, ... with labels, in their order; texts, dates (datetime64) and times of day
-    (timedelta64) stay what they are, True and False become 1 and 0 with labels. None, NaN and NaT are missing.
-    labels: the value labels of columns of numbers, as {"sex": {1: "Female", 2: "Male"}}.
-    """
+
+def _made(columns, name, labels):
+    """What the extension makes of columns, and the names of those that it rounds."""
+    if hasattr(columns, "__arrow_c_stream__") and not type(columns).__module__.startswith("pandas"):
+        return _quillara.read_stream(name, columns.__arrow_c_stream__(), labels)
+    if not hasattr(columns, "items"):
+        raise TypeError("A table is made of a frame, of a dict of columns, or of what gives columns as Arrow does.")
     from . import _columns
 
+    made, case_names, rounded = _columns.columns_of(columns)
+    return _quillara.make(name, made, case_names, labels), rounded
+
+
+def table(columns: Any, name: str = "", labels: Mapping[str, Mapping[float, str]] | None = None) -> Table:
+    """A table of a frame: of pandas, a dict of columns, or any that gives its columns by Arrow's C stream interface.
+
+    Categories (in Arrow dictionaries of texts) become values 1, 2, ... with labels, in their order; texts, dates and
+    times of day stay what they are, True and False become 1 and 0 with labels. None, NaN and NaT are missing.
+    labels: the value labels of columns of numbers, as {"sex": {1: "Female", 2: "Male"}}. Cases that remain of another
+    table keep their values and labels; they take no further ones, and no name.
+    """
+    if (held := _same(columns)) is not None:
+        return Table(held)
+    given = {str(column): dict(texts) for column, texts in (labels or {}).items()}
     try:
-        made, case_names = _columns.columns_of(columns, labels or {})
+        made, rounded = _made(columns, name, given)
     except (TypeError, ValueError) as error:
         raise Error(INVALID_ARGUMENT, str(error), "table") from error
-    return Table(_quillara.make(name, made, case_names))
+    for column in rounded:
+        warnings.warn(f'Whole numbers of the column "{column}" have more digits than a table keeps; they are rounded.',
+                      Message, stacklevel=2)
+    return Table(made)
