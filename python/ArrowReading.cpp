@@ -14,7 +14,7 @@ using namespace quillara;
 
 namespace {
 
-constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double NoEntry = std::numeric_limits<double>::quiet_NaN();
 
 std::string NameOf(const ArrowSchema& schema) {
     return schema.Name == nullptr ? "" : schema.Name;
@@ -103,7 +103,7 @@ class ColumnReader {
         OfDictionary.Add(entries, dictionary, OfDictionary, dictionary.Offset, dictionary.Length);
         Read.AreRounded = Read.AreRounded || entries.AreRounded;
         for (const auto& text : entries.Texts) {
-            entries.Numbers.push_back(text ? Known.Place(*text) : NoNumber);
+            entries.Numbers.push_back(text ? Known.Place(*text) : NoEntry);
         }
         return std::move(entries.Numbers);
     }
@@ -116,7 +116,7 @@ class ColumnReader {
             if (place < 0 || place >= static_cast<double>(entries.size())) {
                 throw DataError("The column " + Quoted(Name) + " points behind the end of its dictionary.");
             }
-            Read.Numbers.push_back(std::isnan(place) ? NoNumber : entries[static_cast<std::size_t>(place)]);
+            Read.Numbers.push_back(std::isnan(place) ? NoEntry : entries[static_cast<std::size_t>(place)]);
         }
     }
 

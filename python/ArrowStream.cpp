@@ -29,13 +29,13 @@ void Release(Struct* given) {
     given->Release = nullptr;
 }
 
-void Describe(ArrowSchema& schema, const ArrowColumn& column, Behind<ArrowSchema>&) {
+void FillIn(ArrowSchema& schema, const ArrowColumn& column, Behind<ArrowSchema>&) {
     schema.Format = column.Format.c_str();
     schema.Name = column.Name.c_str();
     schema.Flags = ArrowNullable;
 }
 
-void Describe(ArrowArray& array, const ArrowColumn& column, Behind<ArrowArray>& behind) {
+void FillIn(ArrowArray& array, const ArrowColumn& column, Behind<ArrowArray>& behind) {
     for (const auto& buffer : column.Buffers) {
         behind.Buffers.push_back(buffer.get());
     }
@@ -55,7 +55,7 @@ Struct Exported(std::shared_ptr<const ArrowColumn> column) {
     given.Release = Release<Struct>;
     ArrowHeld<Struct> held(given);
     Behind<Struct>& behind = *made.release();
-    Describe(*held.Put(), own, behind);
+    FillIn(*held.Put(), own, behind);
     behind.Children.reserve(own.Children.size());
     for (const ArrowColumn& child : own.Children) {
         behind.Children.push_back(Exported<Struct>({behind.Column, &child}));

@@ -12,7 +12,7 @@ using quillara::ValueKind;
 
 namespace {
 
-constexpr double SecondsOfDay = 86400;
+constexpr double DaySeconds = 86400;
 constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
 
 bool BitAt(const void* bits, std::int64_t place) {
@@ -106,7 +106,7 @@ void AddTextsByOffsets(ArrowValues& values, const ArrowArray& array, const Arrow
 }
 
 /// Where a text view stands: short ones within the view, longer ones in one of the buffers behind the views.
-struct TextView {
+struct ViewOfText {
     std::int32_t Length;
     char Begin[4];
     std::int32_t Buffer;
@@ -116,8 +116,8 @@ struct TextView {
 void AddTextViews(ArrowValues& values, const ArrowArray& array, const ArrowKind&, std::int64_t begin,
                   std::int64_t count) {
     constexpr std::int32_t longestWithin = 12;
-    AddTexts(values, array, begin, count, [&, views = Buffer<TextView>(array, 1)](std::int64_t row) {
-        const TextView& view = views[row];
+    AddTexts(values, array, begin, count, [&, views = Buffer<ViewOfText>(array, 1)](std::int64_t row) {
+        const ViewOfText& view = views[row];
         const char* text = view.Length <= longestWithin ? reinterpret_cast<const char*>(&view) + sizeof(view.Length)
                                                         : Buffer<char>(array, 2 + view.Buffer) + view.Offset;
         return std::string(text, text + view.Length);
@@ -148,11 +148,11 @@ constexpr FormatRow Formats[] = {
     {"U",     {ValueKind::Text,       false, 1,                  0,     AddTextsByOffsets<std::int64_t>}},
     {"vu",    {ValueKind::Text,       false, 1,                  0,     AddTextViews}},
     {"tdD",   {ValueKind::Date,       false, 1,                  0,     AddWhole<std::int32_t>}},
-    {"tdm",   {ValueKind::Date,       false, SecondsOfDay * 1e3, 0,     AddWhole<std::int64_t>}},
-    {"tss:",  {ValueKind::Date,       false, SecondsOfDay,       0,     AddWhole<std::int64_t>}},
-    {"tsm:",  {ValueKind::Date,       false, SecondsOfDay * 1e3, 0,     AddWhole<std::int64_t>}},
-    {"tsu:",  {ValueKind::Date,       false, SecondsOfDay * 1e6, 0,     AddWhole<std::int64_t>}},
-    {"tsn:",  {ValueKind::Date,       false, SecondsOfDay * 1e9, 0,     AddWhole<std::int64_t>}},
+    {"tdm",   {ValueKind::Date,       false, DaySeconds * 1e3, 0,     AddWhole<std::int64_t>}},
+    {"tss:",  {ValueKind::Date,       false, DaySeconds,       0,     AddWhole<std::int64_t>}},
+    {"tsm:",  {ValueKind::Date,       false, DaySeconds * 1e3, 0,     AddWhole<std::int64_t>}},
+    {"tsu:",  {ValueKind::Date,       false, DaySeconds * 1e6, 0,     AddWhole<std::int64_t>}},
+    {"tsn:",  {ValueKind::Date,       false, DaySeconds * 1e9, 0,     AddWhole<std::int64_t>}},
     {"tts",   {ValueKind::TimeOfDay,  false, 1,                  0,     AddWhole<std::int32_t>}},
     {"ttm",   {ValueKind::TimeOfDay,  false, 1e3,                0,     AddWhole<std::int32_t>}},
     {"ttu",   {ValueKind::TimeOfDay,  false, 1e6,                0,     AddWhole<std::int64_t>}},

@@ -12,8 +12,8 @@ run=(
     qt6-base-dev libqt6svg6-dev libqcustomplot-dev fonts-dejavu-core  # charts
 )
 fonts=(fonts-noto-core fonts-noto-cjk)  # for texts in the world's scripts
-python=(pybind11-dev python3-dev)  # the package quillara
-test=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pandas python3-pytest)
+python=(python3 libpython3-dev pybind11-dev)  # the package quillara
+test=(libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest)
 lint=(clang-format clang-tidy)
 
 packages=()
