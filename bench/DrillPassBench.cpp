@@ -1,10 +1,11 @@
-// Passes over 1,000,000 cases beside the floor of plain loops over the same columns. The counter "floor" is the time
-// of a pass divided by the time of the floor, measured in turns in one run.
+// A drill step and its passes over 1,000,000 cases beside two floors over the same data, all run in turns. The counters
+// are the median time of the pass divided by that of a floor: "plain" of plain loops on one thread, "codes" and
+// "codes2" of codes, bitmaps and vectors on one thread and on two.
 
 #include <benchmark/benchmark.h>
 
 #include "bench/DrillTable.h"
-#include "bench/ProcessorTime.h"
+#include "bench/InTurns.h"
 
 namespace {
 
@@ -12,38 +13,41 @@ BenchCase CaseOf(const benchmark::State& state) {
     return {static_cast<int>(state.range(0)), state.range(1) != 0, state.range(2) != 0};
 }
 
-/// Runs an operation and the floor in turns; the time that counts is that of the operation.
+/// Runs an operation and the floors in turns; the time that counts is that of the operation.
 template <typename Operation>
-void BesideTheFloor(benchmark::State& state, Operation operation) {
+void BesideTheFloors(benchmark::State& state, Operation operation) {
     const BenchCase setting = CaseOf(state);
+    const FloorSetting floor{setting.Steps, setting.Weighted};
+    const FloorColumns& columns = BenchColumns();
     BenchAnalysis bench(setting);
-    const PlainLoops floor(setting);
-    double floorTime = 0.0;
-    double time = 0.0;
+    Times own;
+    Times plain;
+    Times codes;
+    Times codes2;
     for (auto round : state) {
         (void)round;
-        const double start = ProcessorSeconds();
-        benchmark::DoNotOptimize(floor.Run());
-        const double middle = ProcessorSeconds();
-        operation(bench.Analysis());
-        const double end = ProcessorSeconds();
-        floorTime += middle - start;
-        time += end - middle;
-        state.SetIterationTime(end - middle);
+        plain.Add(SecondsOf(Clock::Processor, [&] { benchmark::DoNotOptimize(RunPlainFloor(columns, floor)); }));
+        codes.Add(SecondsOf(Clock::Processor, [&] { benchmark::DoNotOptimize(RunCodesFloor(columns, floor, 1)); }));
+        codes2.Add(SecondsOf(Clock::Elapsed, [&] { benchmark::DoNotOptimize(RunCodesFloor(columns, floor, 2)); }));
+        const double seconds = SecondsOf(Clock::Processor, [&] { operation(bench.Analysis()); });
+        own.Add(seconds);
+        state.SetIterationTime(seconds);
     }
-    state.counters["floor"] = time / floorTime;
+    state.counters["plain"] = own.Median() / plain.Median();
+    state.counters["codes"] = own.Median() / codes.Median();
+    state.counters["codes2"] = own.Median() / codes2.Median();
 }
 
 void ReadAfterDrill(benchmark::State& state) {
-    BesideTheFloor(state, [](CDrillDown& analysis) { analysis.ReadAfterDrill(0); });
+    BesideTheFloors(state, [](CDrillDown& analysis) { analysis.ReadAfterDrill(0); });
 }
 
 void ReadBeforeDrill(benchmark::State& state) {
-    BesideTheFloor(state, [](CDrillDown& analysis) { analysis.ReadBeforeDrill(0); });
+    BesideTheFloors(state, [](CDrillDown& analysis) { analysis.ReadBeforeDrill(0); });
 }
 
 void DrillStep(benchmark::State& state) {
-    BesideTheFloor(state, [](CDrillDown& analysis) {
+    BesideTheFloors(state, [](CDrillDown& analysis) {
         analysis.ReadAfterDrill(0);
         analysis.ReadBeforeDrill(0);
     });
@@ -54,7 +58,7 @@ void Settings(benchmark::internal::Benchmark* bench) {
         ->ArgsProduct({{0, 1, 2, 3}, {0, 1}, {1, 0}})
         ->Unit(benchmark::kMillisecond)
         ->UseManualTime()
-        ->MinTime(0.5);
+        ->MinTime(0.2);
 }
 
 BENCHMARK(ReadAfterDrill)->Apply(Settings);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/FloorColumns.h"
 #include "engine/DrillDown.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/hosting/AnalysisDocument.h"
@@ -20,6 +21,9 @@ struct BenchCase {
 inline constexpr int CategoricalValues[] = {2, 5, 9, 16, 42, 500};
 inline constexpr int CategoricalVariables = 6;
 inline constexpr int ContinuousVariables = 6;
+
+/// The columns of the table below as the floors have them.
+const FloorColumns& BenchColumns();
 
 /// 1,000,000 cases of 6 categorical and 6 continuous variables with 3 % missing data, and a weight; the same in every
 /// run.
@@ -43,17 +47,4 @@ class BenchAnalysis {
     quillara::AnalysisDocument Document;
     std::vector<short> First;
     std::vector<short> Second;
-};
-
-/// The floor: plain loops over the columns that a pass after a drill reads. They find the cases that remain, count
-/// categories and sum x and x * x of the variables still open, without any division.
-class PlainLoops {
-  public:
-    explicit PlainLoops(const BenchCase& setting) : Setting(setting) {}
-
-    /// Gives a figure that depends on everything that was summed.
-    double Run() const;
-
-  private:
-    BenchCase Setting;
 };
