@@ -24,8 +24,7 @@ int ReviewCaseFilterXY(char* reserved1, long* reserved2, const double* values, f
 
 namespace drilldown {
 
-/// Gives the filters the steps of an analysis as they are now, for as long as it lives, and tells the host of them as
-/// conditions. Scopes don't overlap.
+/// Gives the filters the steps of an analysis as they are now, for as long as it lives. Scopes don't overlap.
 class ReviewCaseFilterScope {
   public:
     explicit ReviewCaseFilterScope(CDrillDown& analysis);
@@ -37,8 +36,7 @@ class ReviewCaseFilterScope {
     explicit operator bool() const { return Compiled; }
 
   private:
-    CDrillDown& Analysis;
-    std::vector<CaseCondition> Conditions;
+    std::vector<FilterCondition> Conditions;
     bool Compiled = false;
 };
 

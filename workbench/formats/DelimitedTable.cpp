@@ -1,160 +1,30 @@
 #include "workbench/formats/DelimitedTable.h"
 
 #include <algorithm>
-#include <limits>
+#include <filesystem>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <set>
-#include <string_view>
+#include <stdexcept>
 #include <utility>
 
-#include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
+#include "workbench/formats/ColumnAssembly.h"
+#include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/RecordReader.h"
-#include "workbench/numbers/DecimalNumber.h"
+#include "workbench/formats/TableGathering.h"
+#include "workbench/formats/TextFaults.h"
+#include "workbench/formats/TextLayout.h"
+#include "workbench/formats/TextOfFile.h"
 
 namespace quillara {
 namespace {
 
-constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
-
-/// The fields of one variable, one per case.
-using Fields = std::vector<std::string_view>;
-
-/// The fields of all cases, and the line on which each begins.
-struct Cells {
-    std::vector<Fields> Columns;
-    std::vector<std::size_t> Lines;
-
-    void Append(const std::vector<std::string_view>& fields, std::size_t line) {
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            Columns[i].push_back(fields[i]);
-        }
-        Lines.push_back(line);
-    }
-};
-
-std::vector<std::string> DefaultMissingTexts() {
-    return {"NA", "N/A", "NaN", "nan", "null", "NULL", "None", ".", "?"};
-}
-
-/// Turns the fields of a variable into its values.
-class ColumnReader {
-  public:
-    ColumnReader(const Cells& cells, const ReadOptions& options, const RecordReader& reader, WorkMonitor& monitor)
-        : All(cells), Reader(reader), Monitor(monitor), Decimal(options.Decimal) {
-        MissingTexts = options.MissingTexts.value_or(DefaultMissingTexts());
-    }
-
-    [[nodiscard]] Variable Read(std::size_t index, std::string name) const {
-        constexpr double begin = 0.5;  // where reading the records ends
-        const double perColumn = (1 - begin) / static_cast<double>(All.Columns.size());
-        const double share = begin + perColumn * static_cast<double>(index);
-        Monitor.Enter(share, share + perColumn, All.Lines.size());
-        Variable variable;
-        variable.Name = std::move(name);
-        std::vector<double> values;
-        if (ReadNumbers(index, values)) {
-            EncodeNumbers(variable, std::move(values));
-        } else if (ReadDates(All.Columns[index], values)) {
-            variable.Kind = ValueKind::Date;
-            EncodeNumbers(variable, std::move(values));
-        } else {
-            variable.Kind = ValueKind::Text;
-            EncodeTexts(variable, ReadTexts(All.Columns[index]));
-        }
-        return variable;
-    }
-
-  private:
-    [[nodiscard]] bool IsMissing(std::string_view field) const {
-        return field.empty() || std::ranges::find(MissingTexts, field) != MissingTexts.end();
-    }
-
-    /// False when a field is no number. A number too large counts against the file only when all are numbers.
-    [[nodiscard]] bool ReadNumbers(std::size_t index, std::vector<double>& values) const {
-        const Fields& column = All.Columns[index];
-        std::optional<std::size_t> tooLarge;
-        values.assign(column.size(), Missing);
-        for (std::size_t row = 0; row < column.size(); ++row) {
-            Monitor.Advance();
-            if (IsMissing(column[row])) {
-                continue;
-            }
-            const DecimalOutcome outcome = ReadDecimal(column[row], Decimal, values[row]);
-            if (outcome == DecimalOutcome::NoNumber) {
-                return false;
-            }
-            if (outcome == DecimalOutcome::TooLarge && !tooLarge) {
-                tooLarge = row;
-            }
-        }
-        if (tooLarge) {
-            Reader.Fail(LineOf(*tooLarge, index), "a number is too large: " + std::string(column[*tooLarge]));
-        }
-        return true;
-    }
-
-    [[nodiscard]] bool ReadDates(const Fields& column, std::vector<double>& values) const {
-        values.assign(column.size(), Missing);
-        for (std::size_t row = 0; row < column.size(); ++row) {
-            Monitor.Advance();
-            if (IsMissing(column[row])) {
-                continue;
-            }
-            const std::optional<double> days = DaysFromText(column[row]);
-            if (!days) {
-                return false;
-            }
-            values[row] = *days;
-        }
-        return true;
-    }
-
-    [[nodiscard]] std::vector<std::optional<std::string>> ReadTexts(const Fields& column) const {
-        std::vector<std::optional<std::string>> texts(column.size());
-        for (std::size_t row = 0; row < column.size(); ++row) {
-            Monitor.Advance();
-            if (!IsMissing(column[row])) {
-                texts[row] = column[row];
-            }
-        }
-        return texts;
-    }
-
-    /// The line of a field: quoted fields before it in its record may hold line breaks.
-    [[nodiscard]] std::size_t LineOf(std::size_t row, std::size_t index) const {
-        std::size_t line = All.Lines[row];
-        for (std::size_t before = 0; before < index; ++before) {
-            line += CountLineBreaks(All.Columns[before][row]);
-        }
-        return line;
-    }
-
-    const Cells& All;
-    const RecordReader& Reader;
-    WorkMonitor& Monitor;
-    char Decimal;
-    std::vector<std::string> MissingTexts;
-};
-
-/// Reads the records behind the first, and with it the empty ones before it, when it holds no names.
-Cells ReadCells(RecordReader& reader, std::vector<std::string_view> first, bool firstIsCase) {
-    Cells cells;
-    cells.Columns.resize(first.size());
-    if (firstIsCase) {
-        for (std::size_t line = 1; first.size() == 1 && line <= reader.EmptyBefore(); ++line) {
-            cells.Append({""}, line);
-        }
-        cells.Append(first, reader.Line());
-    }
-    std::vector<std::string_view> fields;
-    while (reader.Next(fields)) {
-        cells.Append(fields, reader.Line());
-    }
-    return cells;
-}
+// How much of reading a table is done when what its fields are is told, and when they are read and read anew.
+constexpr double ShareOfGathering = 0.8;
+constexpr double ShareOfGatheringAnew = 0.9;
 
 RecordOptions RecordsOf(const ReadOptions& options) {
     RecordOptions records{
@@ -165,33 +35,160 @@ RecordOptions RecordsOf(const ReadOptions& options) {
     return records;
 }
 
-std::vector<std::string> NamesFrom(const std::vector<std::string_view>& first, bool hasHeader) {
-    std::vector<std::string> names(first.size());
-    if (hasHeader) {
-        names.assign(first.begin(), first.end());
+/// Reads one text as a table.
+class TableReading {
+  public:
+    /// The text begins at `begin` of the source.
+    TableReading(const TextSource& source, std::size_t begin, const std::string& path, const ReadOptions& options,
+                 WorkMonitor& monitor)
+        : Source(source),
+          Path(path),
+          Options(options),
+          Monitor(monitor),
+          Crew(options.Threads, monitor),
+          Rules(options),
+          Faults(source, path, RecordsOf(options), Crew) {
+        Layout.Begin = begin;
     }
-    return VariableNames(std::move(names));
+
+    /// Throws FileChanged where the text does.
+    [[nodiscard]] DataTable Read(double firstShare) {
+        while (true) {
+            try {
+                return ReadAsLaidOut(firstShare);
+            } catch (const UnexpectedBytes& unexpected) {
+                TakeBack(unexpected.What);
+            }
+        }
+    }
+
+  private:
+    /// What was supposed of the text turned out to be wrong.
+    void TakeBack(UnexpectedBytes::Kind what) {
+        switch (what) {
+            case UnexpectedBytes::Kind::Null:
+                Faults.FailForNull();
+            case UnexpectedBytes::Kind::NotUtf8:
+                Layout.IsUtf8 = false;
+                Rules.TakeForWindows1252();
+                break;
+            case UnexpectedBytes::Kind::NotAtRecord:
+                if (!std::exchange(Layout.StatesAreGuessed, false)) {
+                    throw FileChanged();
+                }
+        }
+    }
+
+    [[nodiscard]] DataTable ReadAsLaidOut(double firstShare) {
+        LayOut();
+        Monitor.Enter(firstShare, ShareOfGathering, Source.Size());
+        TableGathering gathering(Source, Layout, Rules, Crew);
+        Gather(gathering);
+        Source.RequireUnchanged();
+        return Assembled(gathering);
+    }
+
+    void LayOut() {
+        const RecordOptions records = RecordsOf(Options);
+        Layout.Separator =
+            records.Separator ? records.Separator : SeparatorOf(Source, Layout.Begin, records.Separators);
+        if (Layout.Separator && !CanSeparate(*Layout.Separator)) {
+            Faults.RequireNoNull();
+            RefuseSeparator();
+        }
+        ReadFirstRecord(Source, Layout);
+        if (Layout.FirstFields.empty()) {
+            throw DataError("\"" + Path + "\" is empty.");
+        }
+        if (Layout.FirstFault) {
+            Faults.Fail(*Layout.FirstFault, Layout);
+        }
+        CheckCounts(0);
+        const std::size_t begin = Options.HasHeader ? Layout.BehindFirst : Layout.Begin;
+        const std::size_t suitable = BytesOfPart(Source, begin, Layout.Separator, Crew.Workers());
+        CutIntoParts(Source, begin, Options.BytesOfPart == 0 ? suitable : Options.BytesOfPart, Layout);
+    }
+
+    void CheckCounts(std::size_t cases) const {
+        try {
+            CheckSize(Layout.FirstFields.size(), cases);
+        } catch (const DataError&) {
+            Faults.RequireNoNull();
+            throw;
+        }
+    }
+
+    void Gather(TableGathering& gathering) {
+        std::vector<FieldKind> kinds = gathering.GuessKinds();
+        std::vector<std::size_t> variables(kinds.size());
+        std::iota(variables.begin(), variables.end(), std::size_t{0});
+        while (!variables.empty()) {
+            gathering.Gather(variables, kinds);
+            if (const std::optional<RecordFault> fault = gathering.FirstFault()) {
+                Faults.Fail(*fault, Layout);
+            }
+            CheckCounts(gathering.Cases());
+            std::erase_if(variables, [&](std::size_t variable) {
+                const std::optional<FieldKind> kind = KindInPlaceOf(gathering.Columns()[variable], Rules);
+                kinds[variable] = kind.value_or(kinds[variable]);
+                return !kind;
+            });
+            Monitor.Enter(ShareOfGathering, ShareOfGatheringAnew, Source.Size());
+        }
+        for (std::size_t variable = 0; variable < kinds.size(); ++variable) {
+            if (const auto tooLarge = FirstTooLarge(gathering.Columns()[variable])) {
+                Faults.FailForTooLarge(*tooLarge, variable, Layout);
+            }
+        }
+    }
+
+    [[nodiscard]] DataTable Assembled(TableGathering& gathering) {
+        DataTable table;
+        table.FileName = NameOfFile(Path);
+        table.Cases = static_cast<std::int32_t>(gathering.Cases());
+        std::vector<std::string> names(Layout.FirstFields.size());
+        for (std::size_t i = 0; Options.HasHeader && i < names.size(); ++i) {
+            names[i] = Rules.TextOf(Layout.FirstFields[i]);
+        }
+        names = VariableNames(std::move(names));
+        table.Variables.resize(names.size());
+        Monitor.Enter(ShareOfGatheringAnew, 1, names.size() * gathering.Cases());
+        Crew.Do(names.size(), gathering.Cases(), [&](std::size_t variable, std::size_t /*worker*/) {
+            table.Variables[variable].Name = std::move(names[variable]);
+            Assemble(std::move(gathering.Columns()[variable]), Rules, table.Variables[variable]);
+        });
+        Monitor.Finish();
+        return table;
+    }
+
+    const TextSource& Source;
+    const std::string& Path;
+    const ReadOptions& Options;
+    WorkMonitor& Monitor;
+    WorkCrew Crew;
+    FieldRules Rules;
+    TextFaults Faults;
+    TextLayout Layout;
+};
+
+/// Whether a file can be read part by part: a pipe can't, nor can what must be brought into UTF-8 as a whole.
+bool CanBeReadInParts(const std::string& path, const ReadOptions& options) {
+    std::error_code error;
+    const bool isAscii = !options.Separator || static_cast<unsigned char>(*options.Separator) < 0x80;
+    return options.Encoding.empty() && isAscii && std::filesystem::is_regular_file(path, error) &&
+           std::filesystem::file_size(path, error) > 0;
 }
 
-DataTable TableOfRecords(RecordReader& reader, const std::string& path, const ReadOptions& options,
-                         WorkMonitor& monitor) {
-    std::vector<std::string_view> first;
-    if (!reader.Next(first)) {
-        throw DataError("\"" + path + "\" is empty.");
-    }
-    CheckSize(first.size(), 0);
-    const Cells cells = ReadCells(reader, first, !options.HasHeader);
-    CheckSize(first.size(), cells.Lines.size());
-    std::vector<std::string> names = NamesFrom(first, options.HasHeader);
-    const ColumnReader columns(cells, options, reader, monitor);
-    DataTable table;
-    table.FileName = NameOfFile(path);
-    table.Cases = static_cast<std::int32_t>(cells.Lines.size());
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        table.Variables.push_back(columns.Read(i, std::move(names[i])));
-    }
-    monitor.Finish();
-    return table;
+DataTable ReadInParts(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    const TextSource source = TextSource::OfFile(path);
+    monitor.RequireMemory(0);
+    CheckIsText(path, source.Piece(0, BeginningLength));
+    return TableReading(source, BytesOfMark(source.Piece(0, LongestMark)), path, options, monitor).Read(0);
+}
+
+DataTable ReadAsWhole(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    const TextSource source(TextOfFile(path, options.Encoding, monitor));
+    return TableReading(source, 0, path, options, monitor).Read(ShareOfText);
 }
 
 }  // namespace
@@ -221,14 +218,21 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.TellCountsTo(options.Received);
-    RecordReader reader(path, RecordsOf(options), monitor);
-    return TableOfRecords(reader, path, options, monitor);
+    if (CanBeReadInParts(path, options)) {
+        try {
+            return ReadInParts(path, options, monitor);
+        } catch (const FileChanged&) {
+            // As a whole it is read in one moment, or nearly so.
+        }
+    }
+    return ReadAsWhole(path, options, monitor);
 }
 
 DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
-    RecordReader reader("", std::move(bytes), RecordsOf(options), monitor);
-    return TableOfRecords(reader, "", options, monitor);
+    const std::string nowhere;
+    const TextSource source(DecodedText(nowhere, std::move(bytes), options.Encoding, monitor));
+    return TableReading(source, 0, nowhere, options, monitor).Read(ShareOfText);
 }
 
 }  // namespace quillara

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
@@ -59,6 +60,22 @@ std::size_t LengthOfCharacter(std::string_view text) {
     const std::string_view rest = text.substr(2, lead->Followers - 1);
     const bool followed = std::ranges::all_of(rest, [](char byte) { return IsWithin(byte, 0x80, 0xBF); });
     return followed ? 1 + lead->Followers : 0;
+}
+
+/// How many ASCII characters a text begins with.
+std::size_t AsciiBytesBefore(std::string_view text) {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::size_t place = 0;
+    for (std::uint64_t word = 0; place + sizeof(word) <= text.size(); place += sizeof(word)) {
+        std::memcpy(&word, &text[place], sizeof(word));
+        if ((word & highBits) != 0) {
+            break;
+        }
+    }
+    while (place < text.size() && IsWithin(text[place], 0x00, 0x7F)) {
+        ++place;
+    }
+    return place;
 }
 
 void AppendCharacter(std::string& text, std::uint16_t character) {
@@ -123,9 +140,9 @@ class Converter {
 
 /// Whether the text began with the mark.
 bool RemoveByteOrderMark(std::string& text) {
-    const bool isMarked = text.starts_with(ByteOrderMark);
-    text.erase(0, isMarked ? ByteOrderMark.size() : 0);
-    return isMarked;
+    const std::size_t bytes = BytesOfMark(text);
+    text.erase(0, bytes);
+    return bytes > 0;
 }
 
 /// As IsUtf8, piece by piece.
@@ -148,23 +165,34 @@ bool PiecesAreUtf8(std::string_view text, WorkMonitor& monitor) {
 
 }  // namespace
 
+std::size_t BytesOfMark(std::string_view text) {
+    return text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0;
+}
+
 bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = IsWithin(text[0], 0x00, 0x7F) ? 1 : LengthOfCharacter(text);
+    while (true) {
+        text.remove_prefix(AsciiBytesBefore(text));
+        if (text.empty()) {
+            return true;
+        }
+        const std::size_t length = LengthOfCharacter(text);
         if (length == 0) {
             return false;
         }
         text.remove_prefix(length);
     }
-    return true;
 }
 
 std::string ToUtf8(std::string text) {
     if (IsUtf8(text)) {
         return text;
     }
+    return TextOfWindows1252(text);
+}
+
+std::string TextOfWindows1252(std::string_view bytes) {
     WorkMonitor monitor;
-    return FromWindows1252(text, monitor);
+    return FromWindows1252(bytes, monitor);
 }
 
 std::string WithoutKeyMarks(std::string_view text) {

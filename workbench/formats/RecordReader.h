@@ -32,7 +32,7 @@ class RecordReader {
     bool Next(std::vector<std::string_view>& fields);
 
     /// The line on which the record that Next gave begins, from 1.
-    [[nodiscard]] std::size_t Line() const { return Scanner.Line(); }
+    [[nodiscard]] std::size_t Line() { return Scanner.Line(); }
     /// The empty records before the first one that Next gave.
     [[nodiscard]] std::size_t EmptyBefore() const { return LeadingEmpty; }
 
@@ -40,7 +40,7 @@ class RecordReader {
     [[noreturn]] void Fail(std::size_t line, const std::string& problem) const;
 
   private:
-    [[noreturn]] void FailForCount(std::size_t fields) const;
+    [[noreturn]] void FailForCount(std::size_t fields);
     void ReplaceKeyMarks(std::vector<std::string_view>& fields);
 
     std::string Path;

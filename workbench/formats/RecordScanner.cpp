@@ -2,21 +2,29 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace quillara {
 namespace {
 
-constexpr char Quote = '"';
 constexpr std::string_view Blanks = " \t";
 constexpr std::size_t RecordsToJudgeBy = 1000;
 
-bool IsLineBreak(char character) {
-    return character == '\n' || character == '\r';
+bool IsBlank(char character) {
+    return character == ' ' || character == '\t';
+}
+
+/// A record that no character cuts ends with the text.
+std::array<char, 3> EndsOfFields(const RecordRules& rules) {
+    const char lineFeed = rules.LineBreaksEndRecords ? '\n' : *rules.Separator;
+    const char carriageReturn = rules.LineBreaksEndRecords ? '\r' : *rules.Separator;
+    return {rules.Separator.value_or(lineFeed), lineFeed, carriageReturn};
 }
 
 struct Agreement {
     std::size_t Records = 0;
     std::size_t Agreeing = 0;  // records with the most frequent number of fields above one
+    bool MeetsEnd = false;  // whether the text ends with the last of them, or before
 };
 
 Agreement AgreementOf(std::string_view text, char separator) {
@@ -33,25 +41,32 @@ Agreement AgreementOf(std::string_view text, char separator) {
             agreement.Agreeing = std::max(agreement.Agreeing, ++recordsByFields[fields.size()]);
         }
     }
+    agreement.MeetsEnd = scanner.BytesRead() == text.size();
     return agreement;
 }
 
 }  // namespace
 
-RecordScanner::RecordScanner(std::string_view text, RecordRules rules) : Text(text), Rules(rules) {}
+RecordScanner::RecordScanner(std::string_view text, RecordRules rules)
+    : Text(text), Rules(rules), Ends(text, EndsOfFields(rules)) {}
 
 bool RecordScanner::Next(std::vector<std::string_view>& fields) {
     fields.clear();
     if (Place >= Text.size()) {
         return false;
     }
-    const std::size_t begin = Place;
-    RecordLine = NextLine;
+    RecordBegin = Place;
     do {
         fields.push_back(ReadField());
     } while (!PassRecordEnd());
-    RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[begin] != Quote;
+    RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[RecordBegin] != Quote;
     return true;
+}
+
+std::size_t RecordScanner::Line() {
+    LineCounted += CountLineBreaks(Text.substr(LineCountedAt, RecordBegin - LineCountedAt));
+    LineCountedAt = RecordBegin;
+    return LineCounted;
 }
 
 std::string_view RecordScanner::ReadField() {
@@ -63,32 +78,23 @@ std::string_view RecordScanner::ReadField() {
     return WithoutBlanks(isQuoted ? ReadQuoted() : ReadUnquoted());
 }
 
-bool RecordScanner::EndsUnquoted(char character) const {
-    return character == Rules.Separator || (Rules.LineBreaksEndRecords && IsLineBreak(character));
-}
-
 std::string_view RecordScanner::ReadUnquoted() {
-    const std::size_t begin = Place;
-    while (Place < Text.size() && !EndsUnquoted(Text[Place])) {
-        ++Place;
-    }
+    const std::size_t begin = std::exchange(Place, Ends.EndFrom(Place));
     return Text.substr(begin, Place - begin);
 }
 
 std::string_view RecordScanner::ReadToQuote() {
-    const std::size_t begin = Place;
-    Place = std::min(Text.find(Quote, Place), Text.size());
+    const std::size_t begin = std::exchange(Place, Ends.QuoteFrom(Place));
     QuoteIsOpen = Place == Text.size();
     const std::string_view piece = Text.substr(begin, Place - begin);
     Place += QuoteIsOpen ? 0 : 1;
-    NextLine += CountLineBreaks(piece);
     return piece;
 }
 
 std::string_view RecordScanner::ReadQuoted() {
     ++Place;
-    std::string_view first = ReadToQuote();
-    if (Place == Text.size() || EndsUnquoted(Text[Place])) {
+    const std::string_view first = ReadToQuote();
+    if (Place == Text.size() || Ends.EndFrom(Place) == Place) {
         return first;
     }
     std::string& field = Joined.emplace_back(first);
@@ -111,11 +117,13 @@ bool RecordScanner::PassRecordEnd() {
     }
     const bool isPair = character == '\r' && Place < Text.size() && Text[Place] == '\n';
     Place += isPair ? 1 : 0;
-    ++NextLine;
     return true;
 }
 
 std::string_view WithoutBlanks(std::string_view text) {
+    if (text.empty() || (!IsBlank(text.front()) && !IsBlank(text.back()))) {
+        return text;
+    }
     const std::size_t begin = text.find_first_not_of(Blanks);
     if (begin == std::string_view::npos) {
         return {};
@@ -132,17 +140,18 @@ std::size_t CountLineBreaks(std::string_view text) {
     return breaks;
 }
 
-std::optional<char> FindSeparator(std::string_view text, std::string_view candidates) {
-    std::optional<char> best;
+FoundSeparator FindSeparator(std::string_view text, std::string_view candidates) {
+    FoundSeparator found{.IsCertain = true};
     std::size_t mostAgreeing = 0;
     for (const char candidate : candidates) {
         const Agreement agreement = AgreementOf(text, candidate);
+        found.IsCertain = found.IsCertain && !agreement.MeetsEnd;
         if (2 * agreement.Agreeing > agreement.Records && agreement.Agreeing > mostAgreeing) {
-            best = candidate;
+            found.Separator = candidate;
             mostAgreeing = agreement.Agreeing;
         }
     }
-    return best;
+    return found;
 }
 
 }  // namespace quillara

@@ -7,7 +7,16 @@
 #include <string_view>
 #include <vector>
 
+#include "workbench/formats/RecordEnds.h"
+
 namespace quillara {
+
+inline constexpr char Quote = '"';
+
+/// Whether a character is LF or CR.
+[[nodiscard]] inline bool IsLineBreak(char character) {
+    return character == '\n' || character == '\r';
+}
 
 /// What distinguishes one kind of delimited text from another.
 struct RecordRules {
@@ -30,8 +39,10 @@ class RecordScanner {
     [[nodiscard]] std::optional<char> Separator() const { return Rules.Separator; }
     /// How many bytes of the text are read.
     [[nodiscard]] std::size_t BytesRead() const { return Place; }
-    /// The line on which the record that Next gave begins, from 1.
-    [[nodiscard]] std::size_t Line() const { return RecordLine; }
+    /// Where in the text the record that Next gave begins.
+    [[nodiscard]] std::size_t Begin() const { return RecordBegin; }
+    /// The line on which it begins, from 1.
+    [[nodiscard]] std::size_t Line();
     /// Whether that record holds nothing but blanks.
     [[nodiscard]] bool IsEmpty() const { return RecordIsEmpty; }
     /// Whether that record ends inside quotes.
@@ -44,13 +55,14 @@ class RecordScanner {
     /// The text up to the closing quote or the end of the text.
     std::string_view ReadToQuote();
     bool PassRecordEnd();
-    [[nodiscard]] bool EndsUnquoted(char character) const;
 
     std::string_view Text;
     RecordRules Rules;
+    RecordEnds Ends;
     std::size_t Place = 0;
-    std::size_t NextLine = 1;
-    std::size_t RecordLine = 0;
+    std::size_t RecordBegin = 0;
+    std::size_t LineCounted = 1;  // of the record that began at LineCountedAt
+    std::size_t LineCountedAt = 0;
     bool RecordIsEmpty = false;
     bool QuoteIsOpen = false;
     std::deque<std::string> Joined;  // fields that stand nowhere in the text as one piece
@@ -62,8 +74,13 @@ class RecordScanner {
 /// The line breaks in a text: LF, CR LF or CR.
 [[nodiscard]] std::size_t CountLineBreaks(std::string_view text);
 
+struct FoundSeparator {
+    std::optional<char> Separator{};
+    bool IsCertain = false;  ///< whether what follows the text could change nothing
+};
+
 /// The separator of a text: of the candidates the one that gives the same number of fields, above one, in the most of
 /// the first 1,000 records that aren't empty, if these are more than half; of equals the first. Nothing when none does.
-[[nodiscard]] std::optional<char> FindSeparator(std::string_view text, std::string_view candidates = ",;\t|");
+[[nodiscard]] FoundSeparator FindSeparator(std::string_view text, std::string_view candidates = ",;\t|");
 
 }  // namespace quillara

@@ -62,7 +62,9 @@ void WorkMonitor::Look() {
     if (Counted && Units == 0 && Done > 0) {
         Counted(Done);
     } else if (Progress) {
-        Progress(Share);
+        // Work that is begun again is told when it is farther than before.
+        MostTold = std::max(MostTold, Share);
+        Progress(MostTold);
     }
 }
 

@@ -58,6 +58,7 @@ class WorkMonitor {
     double FirstShare = 0;
     double LastShare = 0;
     double Share = 0;
+    double MostTold = 0;
     std::size_t Units = 0;
     std::size_t Done = 0;
     std::size_t DoneAtLook = 0;

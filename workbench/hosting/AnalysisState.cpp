@@ -25,10 +25,6 @@ TableCaseBlocks& CaseBlocksOf(CAnalysisDoc* document) {
     return StateOf(document).Blocks;
 }
 
-CaseServices& CaseServicesOf(CAnalysisDoc* document) {
-    return StateOf(document).Quick;
-}
-
 NewTables& NewTablesOf(CAnalysisDoc* document) {
     return StateOf(document).Tables;
 }

@@ -3,7 +3,6 @@
 #include "workbench/data/DataTable.h"
 #include "workbench/hosting/AllocationRecord.h"
 #include "workbench/hosting/AnalysisServices.h"
-#include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSettings.h"
 #include "workbench/hosting/NewTables.h"
@@ -28,7 +27,6 @@ struct AnalysisState {
     TableInUse Data;
     AllocationRecord Memory;
     TableCaseBlocks Blocks;
-    CaseServices Quick;
     NewTables Tables;
     RoutedResults Results;
     DocumentSettings Settings;

@@ -1,5 +1,4 @@
 #include "host/AnalysisSupport.h"
-#include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableCaseBlocks.h"
 #include "workbench/hosting/TableInUse.h"
@@ -55,19 +54,17 @@ CaseBlocks* CAnalysisSupport::GetCaseBlocks() {
 }
 
 TableColumns* CAnalysisSupport::GetTableColumns() {
-    return quillara::CaseServicesOf(Document).Columns;
+    return nullptr;
 }
 
 CaseConditions* CAnalysisSupport::GetCaseConditions() {
-    return quillara::CaseServicesOf(Document).Conditions;
+    return nullptr;
 }
 
 ParallelRuns* CAnalysisSupport::GetParallelRuns() {
-    return quillara::CaseServicesOf(Document).Threads;
+    return nullptr;
 }
 
 std::uint64_t CAnalysisSupport::GetCaseRevision() {
-    return quillara::CaseServicesOf(Document).Revision;
+    return 0;
 }
-
-void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* /*conditions*/) {}

@@ -1,0 +1,186 @@
+#include "workbench/formats/ColumnAssembly.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "workbench/data/Calendar.h"
+#include "workbench/numbers/DecimalNumber.h"
+
+namespace quillara {
+namespace {
+
+/// The texts of a variable in byte order, each once, and the place of each worker's texts among them.
+class SortedTexts {
+  public:
+    SortedTexts(const std::vector<ColumnGatherer>& workers, const FieldRules& rules) {
+        Places.resize(workers.size());
+        for (std::size_t worker = 0; worker < workers.size(); ++worker) {
+            const std::vector<std::string_view>& texts = workers[worker].Texts().Texts();
+            Places[worker].resize(texts.size() + 1);
+            for (std::size_t code = 0; code < texts.size(); ++code) {
+                Add(texts[code], rules, {.Worker = worker, .Number = code + 1});
+            }
+        }
+        Sort();
+    }
+
+    [[nodiscard]] std::vector<std::string> Take() { return std::move(Sorted); }
+    [[nodiscard]] std::size_t Count() const { return Sorted.size(); }
+    /// By the numbers of a worker's pieces; 0 for missing data.
+    [[nodiscard]] std::span<const std::uint32_t> PlacesOf(std::size_t worker) const { return Places[worker]; }
+
+  private:
+    struct Entry {
+        std::string Text;
+        std::size_t Worker;
+        std::size_t Number;
+    };
+    struct Origin {
+        std::size_t Worker;
+        std::size_t Number;
+    };
+
+    void Add(std::string_view field, const FieldRules& rules, Origin origin) {
+        if (!rules.IsMissing(field)) {
+            Entries.push_back({rules.TextOf(field), origin.Worker, origin.Number});
+        }
+    }
+
+    void Sort() {
+        std::ranges::sort(Entries, {}, &Entry::Text);
+        for (Entry& entry : Entries) {
+            if (Sorted.empty() || Sorted.back() != entry.Text) {
+                Sorted.push_back(std::move(entry.Text));
+            }
+            Places[entry.Worker][entry.Number] = static_cast<std::uint32_t>(Sorted.size());
+        }
+        Entries = {};
+    }
+
+    std::vector<Entry> Entries;
+    std::vector<std::string> Sorted;
+    std::vector<std::vector<std::uint32_t>> Places;
+};
+
+/// Calls `take` with the entries of each piece and its worker, and frees the pieces one by one.
+template <typename Take>
+void TakePieces(std::vector<ColumnPiece>& pieces, Take take) {
+    for (ColumnPiece& piece : pieces) {
+        std::visit([&](const auto& entries) { take(entries, piece.Worker); }, piece.Entries);
+        piece = {};
+    }
+}
+
+std::size_t CasesOf(const std::vector<ColumnPiece>& pieces) {
+    std::size_t cases = 0;
+    for (const ColumnPiece& piece : pieces) {
+        cases += piece.Size();
+    }
+    return cases;
+}
+
+void AssembleTexts(GatheredColumn& column, const FieldRules& rules, Variable& variable) {
+    SortedTexts texts(column.Workers, rules);
+    // What the code for missing data is depends on the least and the largest value only.
+    std::vector<double> ends;
+    if (texts.Count() > 0) {
+        ends = {1, static_cast<double>(texts.Count())};
+    }
+    variable.Kind = ValueKind::Text;
+    variable.MissingCode = EncodeMissing(ends);
+    std::vector<double> values;
+    values.reserve(CasesOf(column.Pieces));
+    TakePieces(column.Pieces, [&](const auto& entries, std::size_t worker) {
+        const std::span<const std::uint32_t> places = texts.PlacesOf(worker);
+        for (const auto entry : entries) {
+            const std::uint32_t place = places[static_cast<std::size_t>(entry)];
+            values.push_back(place == 0 ? variable.MissingCode : place);
+        }
+    });
+    variable.Values = std::move(values);
+    variable.Texts = texts.Take();
+}
+
+void AppendNumbers(std::span<const std::int32_t> whole, std::span<const double> /*byCode*/,
+                   std::vector<double>& values) {
+    for (const std::int32_t number : whole) {
+        values.push_back(number == MissingWhole ? std::numeric_limits<double>::quiet_NaN() : number);
+    }
+}
+
+void AppendNumbers(std::span<const double> numbers, std::span<const double> /*byCode*/, std::vector<double>& values) {
+    values.insert(values.end(), numbers.begin(), numbers.end());
+}
+
+template <typename Code>
+void AppendNumbers(std::span<const Code> codes, std::span<const double> byCode, std::vector<double>& values) {
+    for (const Code code : codes) {
+        values.push_back(byCode[code]);
+    }
+}
+
+void AssembleNumbers(GatheredColumn& column, Variable& variable) {
+    variable.Kind = column.Kind == FieldKind::Date ? ValueKind::Date : ValueKind::Number;
+    std::vector<double> values;
+    values.reserve(CasesOf(column.Pieces));
+    TakePieces(column.Pieces, [&](const auto& entries, std::size_t worker) {
+        AppendNumbers(std::span(entries), column.Workers[worker].Numbers().Numbers(), values);
+    });
+    variable.MissingCode = EncodeMissing(values);
+    variable.Values = std::move(values);
+}
+
+/// Whether a test holds of all texts that a variable was gathered as.
+template <typename Test>
+bool AllTexts(const GatheredColumn& column, const FieldRules& rules, Test test) {
+    return std::ranges::all_of(column.Workers, [&](const ColumnGatherer& worker) {
+        return std::ranges::all_of(worker.Texts().Texts(),
+                                   [&](std::string_view field) { return rules.IsMissing(field) || test(field); });
+    });
+}
+
+}  // namespace
+
+std::optional<FieldKind> KindInPlaceOf(const GatheredColumn& column, const FieldRules& rules) {
+    if (!column.IsOfKind) {
+        return FieldKind::Text;
+    }
+    if (column.Kind != FieldKind::Text) {
+        return {};
+    }
+    double value = 0;
+    const auto isNumber = [&](std::string_view field) {
+        return ReadDecimal(field, rules.Decimal(), value) != DecimalOutcome::NoNumber;
+    };
+    if (AllTexts(column, rules, isNumber)) {
+        return FieldKind::Number;
+    }
+    const bool areDates =
+        AllTexts(column, rules, [](std::string_view field) { return DaysFromText(field).has_value(); });
+    return areDates ? std::optional(FieldKind::Date) : std::nullopt;
+}
+
+std::optional<ColumnGatherer::TooLarge> FirstTooLarge(const GatheredColumn& column) {
+    std::optional<ColumnGatherer::TooLarge> first;
+    for (const ColumnGatherer& worker : column.Workers) {
+        if (worker.FirstTooLarge() && (!first || worker.FirstTooLarge()->Place < first->Place)) {
+            first = worker.FirstTooLarge();
+        }
+    }
+    return first;
+}
+
+void Assemble(GatheredColumn column, const FieldRules& rules, Variable& variable) {
+    if (column.Kind == FieldKind::Text) {
+        AssembleTexts(column, rules, variable);
+    } else {
+        AssembleNumbers(column, variable);
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/formats/ColumnPiece.h"
+#include "workbench/formats/FieldRules.h"
+#include "workbench/formats/NumberCodes.h"
+#include "workbench/formats/TextCodes.h"
+
+namespace quillara {
+
+/// As what the fields of a variable are read.
+enum class FieldKind : unsigned char { Number, Date, Text, PassedOver };
+
+/// Turns the fields of one variable into values, part by part of the text.
+class ColumnGatherer {
+  public:
+    /// The rules must outlive the gatherer.
+    ColumnGatherer(FieldKind kind, const FieldRules& rules, std::size_t mostNumberCodes)
+        : Kind(kind), Rules(&rules), NumbersMet(mostNumberCodes) {}
+
+    /// Takes the field of the next case, whose record begins at `place`. False when it isn't of the kind: the variable
+    /// isn't what it is read as, and all that was gathered of it is void.
+    bool Take(std::string_view field, std::size_t place) {
+        switch (Kind) {
+            case FieldKind::Number:
+                return TakeNumber(field, place);
+            case FieldKind::Date:
+                return TakeDate(field);
+            case FieldKind::Text:
+                TakeText(field);
+                break;
+            case FieldKind::PassedOver:
+                break;
+        }
+        return true;
+    }
+    /// Takes no more fields.
+    void PassOver();
+    /// The values gathered since the last call.
+    [[nodiscard]] ColumnPiece Finish();
+
+    [[nodiscard]] FieldKind ReadAs() const { return Kind; }
+    /// The texts that codes of a text variable stand for.
+    [[nodiscard]] const TextCodes& Texts() const { return TextsMet; }
+    /// The numbers that codes of another variable stand for.
+    [[nodiscard]] const NumberCodes& Numbers() const { return NumbersMet; }
+    /// Where the first record begins whose number is too large for a double, and its field.
+    struct TooLarge {
+        std::size_t Place = 0;
+        std::string Field;
+    };
+    [[nodiscard]] const std::optional<TooLarge>& FirstTooLarge() const { return Large; }
+
+  private:
+    bool TakeNumber(std::string_view field, std::size_t place);
+    bool TakeDate(std::string_view field);
+    void TakeText(std::string_view field);
+
+    FieldKind Kind;
+    const FieldRules* Rules;
+    std::vector<double> Values;
+    std::vector<std::uint32_t> TextNumbers;  // 0: missing; else 1 more than the code
+    TextCodes TextsMet;
+    std::vector<bool> IsMissingText;  // by code
+    NumberCodes NumbersMet;
+    std::optional<TooLarge> Large;
+};
+
+}  // namespace quillara

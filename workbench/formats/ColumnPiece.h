@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <span>
+#include <variant>
+#include <vector>
+
+namespace quillara {
+
+/// What stands for missing data among the whole numbers of a piece.
+inline constexpr std::int32_t MissingWhole = std::numeric_limits<std::int32_t>::min();
+
+/// The values of one variable in one part of a text, in the narrowest form that holds them. Of a text variable: 0 for
+/// missing data, else 1 more than the code of the text, by the codes of the worker that read it. Of another: codes of
+/// that worker's numbers, whole numbers, or numbers with NaN for missing data.
+struct ColumnPiece {
+    std::variant<std::vector<std::uint8_t>, std::vector<std::uint16_t>, std::vector<std::uint32_t>,
+                 std::vector<std::int32_t>, std::vector<double>>
+        Entries;
+    std::size_t Worker = 0;
+
+    [[nodiscard]] std::size_t Size() const {
+        return std::visit([](const auto& entries) { return entries.size(); }, Entries);
+    }
+};
+
+/// Numbers as one of their narrow types.
+template <typename To, typename From>
+std::vector<To> Narrowed(std::span<const From> numbers) {
+    std::vector<To> narrow(numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        narrow[i] = static_cast<To>(numbers[i]);
+    }
+    return narrow;
+}
+
+}  // namespace quillara

@@ -1,0 +1,185 @@
+#include "workbench/formats/TableGathering.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "workbench/data/Calendar.h"
+#include "workbench/numbers/DecimalNumber.h"
+
+namespace quillara {
+namespace {
+
+/// Places and fields that a guess at the kinds is made by.
+constexpr std::size_t PlacesOfSample = 16;
+constexpr std::size_t FieldsOfSample = 200000;
+constexpr std::size_t CasesOfSample = 100;  // at each place
+
+/// All that is kept of distinct numbers by one worker, over all variables.
+constexpr std::size_t NumbersOfWorker = 64 * NumberCodes::MostCodes;
+constexpr std::size_t FewestNumbersOfColumn = 256;
+
+/// The kind of a variable by the fields met so far.
+FieldKind KindWith(FieldKind kind, std::string_view field, const FieldRules& rules) {
+    double value = 0;
+    if (kind == FieldKind::Text || rules.IsMissing(field) ||
+        (kind == FieldKind::Number && ReadDecimal(field, rules.Decimal(), value) != DecimalOutcome::NoNumber)) {
+        return kind;
+    }
+    return DaysFromText(field) ? FieldKind::Date : FieldKind::Text;
+}
+
+}  // namespace
+
+/// What the workers share while they gather some variables.
+struct TableGathering::Run {
+    std::vector<std::size_t> Variables;
+    std::unique_ptr<std::atomic<bool>[]> IsOfOtherKind;  // by place in Variables
+    std::vector<std::vector<ColumnGatherer>> Gatherers;  // by worker and place in Variables
+    std::vector<std::string> Windows;  // by worker
+    std::atomic<std::size_t> FirstFaultyPart;
+};
+
+TableGathering::TableGathering(const TextSource& source, const TextLayout& layout, const FieldRules& rules,
+                               const WorkCrew& crew)
+    : Source(source),
+      Layout(layout),
+      Rules(rules),
+      Crew(crew),
+      Outcomes(layout.Parts.size()),
+      Gathered(layout.FirstFields.size()) {}
+
+std::vector<FieldKind> TableGathering::GuessKinds() const {
+    const std::size_t variables = Layout.FirstFields.size();
+    std::vector<FieldKind> kinds(variables, FieldKind::Number);
+    const std::size_t places = std::min(PlacesOfSample, Layout.Parts.size());
+    const std::size_t most = std::clamp<std::size_t>(FieldsOfSample / PlacesOfSample / variables, 1, CasesOfSample);
+    std::string window;
+    std::vector<std::string_view> fields;
+    for (std::size_t place = 0; place < places; ++place) {
+        const std::size_t part = place * Layout.Parts.size() / places;
+        PartRecords records(Source, Layout.RecordsOf(Source, part), Layout.RulesOfPart(part), window);
+        for (std::size_t i = 0; i < most && records.Next(fields); ++i) {
+            for (std::size_t variable = 0; variable < std::min(variables, fields.size()); ++variable) {
+                kinds[variable] = KindWith(kinds[variable], fields[variable], Rules);
+            }
+        }
+    }
+    return kinds;
+}
+
+void TableGathering::Gather(const std::vector<std::size_t>& variables, const std::vector<FieldKind>& kinds) {
+    Run run{.Variables = variables,
+            .IsOfOtherKind = std::make_unique<std::atomic<bool>[]>(variables.size()),
+            .Gatherers = std::vector<std::vector<ColumnGatherer>>(Crew.Workers()),
+            .Windows = std::vector<std::string>(Crew.Workers()),
+            .FirstFaultyPart = Layout.Parts.size()};
+    const std::size_t mostNumbers =
+        std::clamp(NumbersOfWorker / variables.size(), FewestNumbersOfColumn, NumberCodes::MostCodes);
+    for (const std::size_t variable : variables) {
+        Gathered[variable] = {
+            .Kind = kinds[variable], .Pieces = std::vector<ColumnPiece>(Layout.Parts.size()), .Workers = {}};
+        for (std::vector<ColumnGatherer>& gatherers : run.Gatherers) {
+            gatherers.emplace_back(kinds[variable], Rules, mostNumbers);
+        }
+    }
+    const std::size_t bytesOfPart = Layout.Parts.empty() ? 0 : Layout.Parts[0].End - Layout.Parts[0].Begin;
+    Crew.Do(Layout.Parts.size(), bytesOfPart,
+            [&](std::size_t part, std::size_t worker) { GatherPart(run, part, worker); });
+    RequireRecordsMeet();
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        GatheredColumn& column = Gathered[variables[i]];
+        column.IsOfKind = !run.IsOfOtherKind[i];
+        for (std::vector<ColumnGatherer>& gatherers : run.Gatherers) {
+            column.Workers.push_back(std::move(gatherers[i]));
+        }
+        if (!column.IsOfKind) {
+            column.Pieces.clear();
+        }
+    }
+}
+
+void TableGathering::GatherPart(Run& run, std::size_t part, std::size_t worker) {
+    if (part > run.FirstFaultyPart) {
+        return;
+    }
+    for (std::size_t i = 0; i < run.Variables.size(); ++i) {
+        if (run.IsOfOtherKind[i]) {
+            run.Gatherers[worker][i].PassOver();
+        }
+    }
+    Outcomes[part] = ReadPart(run, part, worker);
+    if (Outcomes[part].Fault) {
+        std::size_t first = run.FirstFaultyPart;
+        while (part < first && !run.FirstFaultyPart.compare_exchange_weak(first, part)) {
+        }
+    }
+    for (std::size_t i = 0; i < run.Variables.size(); ++i) {
+        if (run.Gatherers[worker][i].ReadAs() != FieldKind::PassedOver) {
+            ColumnPiece& piece = Gathered[run.Variables[i]].Pieces[part];
+            piece = run.Gatherers[worker][i].Finish();
+            piece.Worker = worker;
+        }
+    }
+}
+
+TableGathering::PartOutcome TableGathering::ReadPart(Run& run, std::size_t part, std::size_t worker) const {
+    PartOutcome outcome{.Records = Layout.RecordsOf(Source, part)};
+    PartRecords records(Source, outcome.Records, Layout.RulesOfPart(part), run.Windows[worker]);
+    std::vector<ColumnGatherer>& gatherers = run.Gatherers[worker];
+    const std::size_t variables = Layout.FirstFields.size();
+    std::vector<std::string_view> fields;
+    while (records.Next(fields)) {
+        if (records.IsEmpty() && variables != 1) {
+            continue;
+        }
+        if (records.EndsInQuotes() || fields.size() != variables) {
+            outcome.Fault = {.Place = records.Begin()};
+            outcome.Fault->Fields = records.EndsInQuotes() ? std::nullopt : std::optional(fields.size());
+            return outcome;
+        }
+        ++outcome.Cases;
+        for (std::size_t i = 0; i < gatherers.size(); ++i) {
+            if (!gatherers[i].Take(fields[run.Variables[i]], records.Begin())) {
+                run.IsOfOtherKind[i] = true;
+                gatherers[i].PassOver();
+            }
+        }
+    }
+    outcome.Records.End = std::max(outcome.Records.Begin, records.End());
+    return outcome;
+}
+
+// Where a part that was guessed to begin outside quotes, or inside, doesn't, the record before it ends elsewhere.
+void TableGathering::RequireRecordsMeet() const {
+    std::size_t place = Layout.Parts.empty() ? 0 : Layout.Parts[0].Begin;
+    for (std::size_t part = 0; part < Outcomes.size(); ++part) {
+        const TextRange& records = Outcomes[part].Records;
+        const bool isPassedOver = place >= Layout.Parts[part].End;
+        const bool hasNone = records.Begin >= Layout.Parts[part].End;
+        if (isPassedOver ? !hasNone : records.Begin != place) {
+            throw UnexpectedBytes(UnexpectedBytes::Kind::NotAtRecord);
+        }
+        if (Outcomes[part].Fault) {
+            return;
+        }
+        place = isPassedOver ? place : records.End;
+    }
+}
+
+std::optional<RecordFault> TableGathering::FirstFault() const {
+    const auto faulty =
+        std::ranges::find_if(Outcomes, [](const PartOutcome& outcome) { return outcome.Fault.has_value(); });
+    return faulty == Outcomes.end() ? std::nullopt : faulty->Fault;
+}
+
+std::size_t TableGathering::Cases() const {
+    std::size_t cases = 0;
+    for (const PartOutcome& outcome : Outcomes) {
+        cases += outcome.Cases;
+    }
+    return cases;
+}
+
+}  // namespace quillara

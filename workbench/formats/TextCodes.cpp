@@ -1,0 +1,105 @@
+#include "workbench/formats/TextCodes.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t FirstTextSlots = 64;
+constexpr std::size_t FirstBlock = 256;
+constexpr std::size_t LargestBlock = 1 << 20;
+
+template <typename Word>
+std::uint64_t WordAt(const char* bytes) {
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
+    return word;
+}
+
+std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word) {
+    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+    return hash ^ (hash >> 32);
+}
+
+/// The last bytes of a text with `length` of them, at most 8; words may overlap.
+std::uint64_t EndOf(const char* bytes, std::size_t length) {
+    if (length >= 4) {
+        return WordAt<std::uint32_t>(bytes) << 32 | WordAt<std::uint32_t>(bytes + length - 4);
+    }
+    const auto at = [&](std::size_t place) { return std::uint64_t{static_cast<unsigned char>(bytes[place])}; };
+    return length == 0 ? 0 : at(0) << 16 | at(length / 2) << 8 | at(length - 1);
+}
+
+std::uint32_t HashOf(std::string_view text) {
+    std::uint64_t hash = text.size();
+    const char* bytes = text.data();
+    std::size_t left = text.size();
+    for (; left > 8; left -= 8, bytes += 8) {
+        hash = Mixed(hash, WordAt<std::uint64_t>(bytes));
+    }
+    hash = Mixed(hash, EndOf(bytes, left));
+    return static_cast<std::uint32_t>(Mixed(hash, hash >> 29));
+}
+
+}  // namespace
+
+std::uint32_t TextCodes::CodeOf(std::string_view text) {
+    const std::uint32_t hash = HashOf(text);
+    if (Slots.empty()) {
+        return Add(text, hash);
+    }
+    const std::size_t mask = Slots.size() - 1;
+    for (std::size_t place = hash & mask; Slots[place].Number != 0; place = (place + 1) & mask) {
+        const Slot& slot = Slots[place];
+        if (slot.Hash == hash && Known[slot.Number - 1] == text) {
+            return slot.Number - 1;
+        }
+    }
+    return Add(text, hash);
+}
+
+std::uint32_t TextCodes::Add(std::string_view text, std::uint32_t hash) {
+    if (2 * Known.size() >= Slots.size()) {
+        Grow();
+    }
+    Known.push_back(Kept(text));
+    const auto number = static_cast<std::uint32_t>(Known.size());
+    const std::size_t mask = Slots.size() - 1;
+    std::size_t place = hash & mask;
+    while (Slots[place].Number != 0) {
+        place = (place + 1) & mask;
+    }
+    Slots[place] = {hash, number};
+    return number - 1;
+}
+
+void TextCodes::Grow() {
+    std::vector<Slot> grown(std::max(FirstTextSlots, 2 * Slots.size()));
+    const std::size_t mask = grown.size() - 1;
+    for (const Slot& slot : Slots) {
+        std::size_t place = slot.Hash & mask;
+        while (slot.Number != 0 && grown[place].Number != 0) {
+            place = (place + 1) & mask;
+        }
+        if (slot.Number != 0) {
+            grown[place] = slot;
+        }
+    }
+    Slots = std::move(grown);
+}
+
+std::string_view TextCodes::Kept(std::string_view text) {
+    if (text.size() > RoomInBlock || Blocks.empty()) {
+        const std::size_t wanted = std::min(LargestBlock, FirstBlock << std::min<std::size_t>(Blocks.size(), 12));
+        RoomInBlock = std::max(text.size(), wanted);
+        Blocks.push_back(std::make_unique<char[]>(RoomInBlock));
+        BlockEnd = Blocks.back().get() + RoomInBlock;
+    }
+    char* place = BlockEnd - RoomInBlock;
+    std::ranges::copy(text, place);
+    RoomInBlock -= text.size();
+    return {place, text.size()};
+}
+
+}  // namespace quillara

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// Distinct texts, numbered from 0 in the order in which they were met.
+class TextCodes {
+  public:
+    /// The number of a text; a new one is kept.
+    std::uint32_t CodeOf(std::string_view text);
+
+    [[nodiscard]] const std::vector<std::string_view>& Texts() const { return Known; }
+
+  private:
+    struct Slot {
+        std::uint32_t Hash = 0;
+        std::uint32_t Number = 0;  // 0: free; else 1 more than the code
+    };
+
+    std::uint32_t Add(std::string_view text, std::uint32_t hash);
+    void Grow();
+    [[nodiscard]] std::string_view Kept(std::string_view text);
+
+    std::vector<Slot> Slots;  // as many as a power of two, at most half of them taken
+    std::vector<std::string_view> Known;
+    std::vector<std::unique_ptr<char[]>> Blocks;  // what Known refers to
+    char* BlockEnd = nullptr;
+    std::size_t RoomInBlock = 0;
+};
+
+}  // namespace quillara
