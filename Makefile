@@ -4,10 +4,10 @@ JOBS ?= 2
 
 .PHONY: run test test-release test-asan faults build setup format check-format lint bench samples images clean
 
-# Without the tests, so that neither their libraries nor their sources are needed.
+# Without the tests, so that neither their libraries nor their sources are needed; with the Python package.
 run:
-	scripts/setup.sh run
-	cmake --preset release -D BUILD_TESTING=OFF -D QUILLARA_PYTHON=OFF
+	scripts/setup.sh run python
+	cmake --preset release -D BUILD_TESTING=OFF -D QUILLARA_PYTHON=ON
 	cmake --build --preset release -j $(JOBS)
 	scripts/demo.sh build/release/bin/quillara
 

@@ -209,7 +209,7 @@ ArrowColumn CellColumn(const SpreadsheetColumn& source, const std::vector<const 
 
 ArrowColumn RowNames(const SpreadsheetDocument& table) {
     std::vector<std::string> names;
-    std::ranges::transform(table.Rows, std::back_inserter(names), &SpreadsheetRow::Name);
+    std::ranges::transform(table.Rows, std::back_inserter(names), &SpreadsheetRow::NameForPeople);
     return TextColumn(table.Corner.empty() ? "row" : OneLine(table.Corner), names);
 }
 

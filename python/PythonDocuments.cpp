@@ -1,7 +1,12 @@
 #include "python/PythonDocuments.h"
 
+#include <pybind11/stl.h>
+
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "platform/Status.h"
 #include "python/HostCall.h"
@@ -55,9 +60,20 @@ py::tuple TellSpreadsheet(const PythonObject& object) {
     }
     py::list rows;
     for (const SpreadsheetRow& row : table.Rows) {
-        rows.append(row.Name);
+        rows.append(row.NameForPeople());
     }
     return py::make_tuple(table.Corner, columns, rows);
+}
+
+/// The names of the variables that a document shows.
+std::vector<std::string> ShownVariables(const PythonObject& object) {
+    return CallHost("variables", [&object] {
+        const Subject& subject = std::visit([](const auto& content) -> const Subject& { return content.About; },
+                                            DocumentOf(object).Content());
+        std::vector<std::string> names;
+        std::ranges::transform(subject.Variables, std::back_inserter(names), &ShownVariable::Name);
+        return names;
+    });
 }
 
 std::string Text(const PythonObject& object) {
@@ -90,6 +106,7 @@ const SpreadsheetDocument& SpreadsheetOf(const PythonObject& object) {
 
 void DefineDocuments(py::module_& module) {
     module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");
+    module.def("shown_variables", ShownVariables, "The names of the variables that a document shows");
     module.def("text", Text, "A document as aligned text");
     module.def("html", Html, "A table as HTML");
     module.def("svg", Svg, "A graph as a picture");

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # A real exploration of the sample survey: three steps down, one of them undone, with the tables of the cases that
-# remain, a report of every step with its charts beside it, and the cases that remain as a data file.
+# remain, a report of every step with its charts beside it, and the cases that remain as a data file; then a script that
+# asks the survey a question, where the Python package has been built beside the program.
 #   scripts/demo.sh PROGRAM [REPORT]
 set -euo pipefail
 
@@ -27,3 +28,11 @@ session=(
 echo
 echo "Every step of this session stands in $(realpath "$report"),"
 echo "the cases that remain in $(realpath "$subset")"
+
+package=$(dirname "$program")/../lib/python
+if [ -d "$package/quillara" ]; then
+    echo
+    echo "The same survey in Python, by samples/commuting.py:"
+    echo
+    PYTHONPATH=$package PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 "$samples/commuting.py"
+fi

@@ -107,8 +107,10 @@ class DataDocument(Object):
 
 class Document(Object):
     def __len__(self) -> int: ...
-    def __getitem__(self, place: int) -> Document: ...
+    def __getitem__(self, place: int | str) -> Document: ...
     def __iter__(self) -> Iterator[Document]: ...
+    @property
+    def variables(self) -> list[str]: ...
     def __str__(self) -> str: ...
 
 class Drill(Object):
@@ -666,6 +668,7 @@ class Variable:
     label: str
     kind: str
     labels: dict[float, str]
+    categories: list[str]
 
 class Window(Object):
     @property

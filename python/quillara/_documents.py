@@ -15,6 +15,12 @@ def _html(entry):
     return f"<p>{html.escape(repr(entry))}</p>"
 
 
+def _showing(entries, name):
+    """The first document of this name, or that shows just this variable."""
+    return next((entry for entry in entries if isinstance(entry, Document)
+                 and (entry.Name == name or entry.variables == [name])), None)
+
+
 class Document(Object):
     """A result document. It can be used like a collection that holds just it."""
 
@@ -23,11 +29,20 @@ class Document(Object):
     def __len__(self) -> int:
         return 1
 
-    def __getitem__(self, place: int) -> Document:
-        return (self,)[place]
+    def __getitem__(self, place: int | str) -> Document:
+        if not isinstance(place, str):
+            return (self,)[place]
+        if not _showing((self,), place):
+            raise KeyError(place)
+        return self
 
     def __iter__(self) -> Iterator[Document]:
         return iter((self,))
+
+    @property
+    def variables(self) -> list[str]:
+        """The names of the variables that it shows, in their order; none where they aren't known."""
+        return _quillara.shown_variables(self._face)
 
     def __repr__(self):
         return f"<quillara.{type(self).__name__}: {self.Name}>"
@@ -101,7 +116,7 @@ class DataDocument(Object, kind="DataDocument"):
 
 
 class Collection(Object, kind="DocumentCollection"):
-    """Objects of the host by their places from 0, or by name."""
+    """Objects of the host by their places from 0, or by name; documents also by the one variable that they show."""
 
     __slots__ = ()
 
@@ -110,7 +125,7 @@ class Collection(Object, kind="DocumentCollection"):
 
     def __getitem__(self, place: int | slice | str) -> Any:
         if isinstance(place, str):
-            return self.Item(place)
+            return _showing(self, place) or self.Item(place)
         places = range(1, len(self) + 1)[place]
         return [self.Item(each) for each in places] if isinstance(place, slice) else self.Item(places)
 

@@ -58,7 +58,9 @@ class Drill(Object, kind="DDNStartup"):
 
     def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""
-        self._make_current("DrillUpVariable", self._number(variable, "up"), "up")
+        number = self._number(variable, "up")
+        self.DrillUpVariable = number  # where none is current, what it reads as is the first one all the same
+        self._make_current("DrillUpVariable", number, "up")
         self.DrillUp()
 
     def _number(self, variable, member):

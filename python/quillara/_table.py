@@ -12,19 +12,22 @@ from ._errors import INVALID_ARGUMENT, Error, Message
 
 
 class Variable:
-    """A variable of a table: name, label, kind ("number", "date", "time" or "text") and labels (by value)."""
+    """A variable of a table: name, label, kind ("number", "date", "time" or "text"), labels (by value), and
+    categories: its labels or texts in their order."""
 
-    __slots__ = ("name", "label", "kind", "labels")
+    __slots__ = ("name", "label", "kind", "labels", "categories")
     name: str
     label: str
     kind: str
     labels: dict[float, str]
+    categories: list[str]
 
-    def __init__(self, name, label, kind, labels):
+    def __init__(self, name, label, kind, labels, categories):
         self.name = name
         self.label = label
         self.kind = kind
         self.labels = labels
+        self.categories = categories
 
     def __repr__(self):
         return f"<quillara.Variable: {self.name}, {self.kind}>"
@@ -32,7 +35,8 @@ class Variable:
 
 def _variable_of(held, index):
     name, label, kind, labels = held.describe(index)
-    return Variable(name, label, kind, dict(labels))
+    categories = [text for _, text in labels] or held.texts(index)
+    return Variable(name, label, kind, dict(labels), categories)
 
 
 class Table:

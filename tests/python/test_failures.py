@@ -109,6 +109,20 @@ def test_two_analyses_do_not_disturb_each_other(survey):
         assert one.Frequencies[0].Values[0][0] == 1077
 
 
+def test_steps_are_taken_and_undone_in_any_order(survey):
+    with survey.drill("sex education commute", "age") as drill:
+        for _ in range(2):
+            drill.down("education", "Vocational training")
+            for travel in ("Car", "Bus"):
+                drill.down("commute", travel)
+                drill.down("sex", "Female")
+                drill.up("commute")
+                drill.up("sex")
+            assert drill.Summary.Values == [["Vocational training"]]
+            drill.up("education")
+        assert failure_of(lambda: drill.up("education"))[0] == INVALID
+
+
 def test_messages_are_warnings_but_for_what_a_failure_says():
     with quillara.table({"b": ["x", "y", "y"], "a": [None, 1.0, 2.0]}).drill("b", "a") as drill:
         drill.StandAloneResults, drill.CountMD = 1, 0

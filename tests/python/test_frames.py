@@ -86,6 +86,11 @@ def test_values_without_a_label_go_by_their_number(labels, named):
         pandas.testing.assert_frame_equal(drill.cases.to_pandas(labels), expected)
 
 
+def test_rows_of_dates_are_named_as_people_read_them(survey):
+    with survey.drill("interview_date") as drill:
+        assert drill.Frequencies.to_pandas().index[0] == "2024-02-01"
+
+
 def test_labels_that_read_alike_differ_in_a_frame():
     table = quillara.table({"a": [1, 2, 3, 4]}, labels={"a": {1: "x", 2: "x", 4: "x (1)", 7: ""}})
     assert table.to_pandas()["a"].tolist() == ["x (1) (1)", "x (2)", "3", "x (1) (4)"]
@@ -105,6 +110,8 @@ def test_the_survey_as_a_frame(survey):
     assert frame.shape == (2000, 18) and survey.declared_weight == "weight" and survey.weight is None
     assert frame["sex"].value_counts().to_dict() == {"Female": 1077, "Male": 923}
     assert list(frame["education"].cat.categories) == list(survey["education"].labels.values())
+    assert survey["sex"].categories == ["Female", "Male"] and survey["settlement"].categories == ["City", "Town", "Village"]
+    assert survey["age"].categories == [] and survey["region"].categories == list(frame["region"].cat.categories)
     assert frame["income"].isna().sum() == 64 and frame["interview_date"].min() == pandas.Timestamp("2024-02-01")
     assert frame["interview_start"].max() == pandas.Timedelta("20:30:00")
     assert frame["commute"].isna().sum() == 728

@@ -64,9 +64,14 @@ def test_documents_and_collections_are_used_alike(drill, tmp_path):
     tables = drill.Frequencies
     assert len(tables) == 3 and tables[-1] == tables[2] and len(tables[:2]) == 2
     assert tables[tables[1].Name] == tables[1] and [each.Kind for each in tables] == ["table"] * 3
+    assert tables["age"] == tables[2] and tables["age"].variables == ["age"] and tables["age"]["age"] == tables["age"]
     drill.down("sex", "Male")
     only = drill.Summary
-    assert len(only) == 1 and only[0] is only and list(only) == [only]
+    assert len(only) == 1 and only[0] is only and list(only) == [only] and only[only.Name] is only
+    assert drill.StackedPlots.variables == ["education", "age"]
+    for missing, failure in ((lambda: only["age"], KeyError), (lambda: tables["nowhere"], quillara.Error)):
+        with pytest.raises(failure):
+            missing()
     frame = tables[0].to_pandas()
     assert frame.loc["Female"].tolist() == pytest.approx([1077, 1077, 53.85, 53.85])
     assert [str(each) for each in frame.dtypes] == ["int64", "int64", "float64", "float64"]
