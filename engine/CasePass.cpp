@@ -91,13 +91,13 @@ std::size_t CasePass::WeighRows(const CaseColumns& block) const {
 /// Keeps the listed cases that pass every condition.
 std::size_t CasePass::FilterRows(const CaseColumns& block, std::size_t count) const {
     std::size_t step = 0;
-    for (const FilterCondition& condition : Filter) {
+    for (const CaseCondition& condition : Filter) {
         const double* values = block.Columns[Layout.FilterColumns[step++]];
         std::size_t kept = 0;
         for (std::size_t i = 0; i < count; ++i) {
             const std::int32_t row = Remaining.Rows[i];
             Remaining.Set(kept, row, Remaining.Weights[i]);
-            kept += condition.Keeps(values[row]) ? 1 : 0;
+            kept += condition.IsMetBy(values[row]) ? 1 : 0;
         }
         count = kept;
     }

@@ -25,18 +25,42 @@ bool EndsTheTest(const Drill& record) {
     return !IsStepOnMissing(record) && record.Method > UserIntervals;
 }
 
-FilterCondition ConditionOf(CDrillDown& analysis, const Drill& record) {
+/// How the host and the pass test what a method keeps.
+ConditionRule RuleOf(KeepRule kept) {
+    switch (kept) {
+        case KeepRule::MissingOnly:
+            return ConditionRule::Closed;
+        case KeepRule::Equal:
+            // Intended: exact, unlike the counting of values, which takes nearly equal ones together; a drill keeps the
+            // value that was met first.
+            return ConditionRule::Equal;
+        case KeepRule::OpenClosed:
+            // Intended: Lower is tested, unlike in the counting, where the first interval takes what lies below; a step
+            // keeps what the name of its interval says. A NaN passes, since an interval excludes only what lies outside
+            // its bounds.
+            return ConditionRule::OpenClosed;
+        case KeepRule::ClosedOpen:
+            return ConditionRule::ClosedOpen;
+        case KeepRule::Nothing:
+            return ConditionRule::Nothing;
+        case KeepRule::Everything:
+            break;
+    }
+    return ConditionRule::Everything;
+}
+
+CaseCondition ConditionOf(CDrillDown& analysis, const Drill& record) {
     if (IsStepOnMissing(record)) {
         double code = 0.0;
         analysis.getmd5(record.VarNo, &code);
         const NearlyEqualRange missing = RangeNearlyEqualTo(code);
-        return {record.VarNo, KeepRule::MissingOnly, missing.Lowest, missing.Highest};
+        return {record.VarNo, RuleOf(KeepRule::MissingOnly), missing.Lowest, missing.Highest};
     }
     if (!HasChosenCategory(record)) {
-        return {record.VarNo, KeepRule::Nothing, 0.0, 0.0};
+        return {record.VarNo, RuleOf(KeepRule::Nothing), 0.0, 0.0};
     }
     const Categories& kept = *std::next(record.CategorySet.begin(), record.ChosenCategory);
-    return {record.VarNo, FactsOf(record.Method).Rule, kept.Lower, kept.Upper};
+    return {record.VarNo, RuleOf(FactsOf(record.Method).Rule), kept.Lower, kept.Upper};
 }
 
 }  // namespace
@@ -58,7 +82,7 @@ int CDrillDown::HasBeenDrilled(const double* values) {
         if (EndsTheTest(record)) {
             return 0;
         }
-        if (!ConditionOf(*this, record).Keeps(values[record.VarNo])) {
+        if (!ConditionOf(*this, record).IsMetBy(values[record.VarNo])) {
             return 1;
         }
     }

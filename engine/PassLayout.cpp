@@ -25,8 +25,8 @@ PassLayout::PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<c
         Columns.push_back(ColumnOf(analysis, variable.VarNo));
     }
     if (rules.Filtered) {
-        for (const FilterCondition& condition : filter) {
-            FilterColumns.push_back(ColumnOf(analysis, condition.VarNo));
+        for (const CaseCondition& condition : filter) {
+            FilterColumns.push_back(ColumnOf(analysis, condition.Variable));
         }
     }
     PlaceSides(variables);

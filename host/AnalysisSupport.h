@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "host/Charts.h"
 #include "host/Commons.h"
@@ -18,6 +19,7 @@ class ParallelRuns;
 class TableColumns;
 struct ActiveCommand;
 struct AnalysisBinding;
+struct CaseCondition;
 struct ModuleInstance;
 
 /// One step of the sequence that the host runs through when an analysis starts. A step that gives 0 ends it.
@@ -256,8 +258,14 @@ class CAnalysisSupport {
         char** pointLabels);
 
     // Plots that the host computes from the cases, in one read of the columns that they need. The filter is asked for
-    // every case of the table. All give 0 when the plot was made, 1 when it wasn't.
+    // every case of the table unless the host tests the conditions of the filter itself. All give 0 when the plot was
+    // made, 1 when it wasn't.
 
+    /// Says what the filters of the plots that follow come to: they keep the cases that meet all these conditions, and
+    /// the two values of a case that is kept are those of the two variables of the plot, in single precision. A host
+    /// may test the conditions itself in place of calling the filter. They outlive the plots; null ends that, and then,
+    /// as before the first call, only the filters themselves say which cases are kept.
+    void SetPlotConditions(const std::vector<CaseCondition>* conditions);
     /// A box-whisker plot of `count` variables by number. `type`: 52 median, quartiles, range without outliers; 54
     /// mean, SE, SD; 53 mean, SD, 1.96 SD; 55 mean, SE, 1.96 SE. `caption` is the second title line. Null texts and the
     /// 0 are reserved.

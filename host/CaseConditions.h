@@ -10,6 +10,7 @@
 enum class ConditionRule : std::uint8_t {
     Equal,  ///< x == Upper; a NaN doesn't
     OpenClosed,  ///< Lower < x <= Upper, and every NaN
+    OpenClosedNumber,  ///< Lower < x <= Upper; a NaN doesn't
     ClosedOpen,  ///< Lower <= x < Upper, and every NaN
     Closed,  ///< Lower <= x <= Upper; a NaN doesn't
     Everything,
@@ -29,6 +30,8 @@ struct CaseCondition {
                 return x == Upper;
             case ConditionRule::OpenClosed:
                 return !(x > Upper || Lower >= x);
+            case ConditionRule::OpenClosedNumber:
+                return x > Lower && !(x > Upper);
             case ConditionRule::ClosedOpen:
                 return !(x >= Upper || Lower > x);
             case ConditionRule::Closed:

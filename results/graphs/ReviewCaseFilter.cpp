@@ -14,53 +14,54 @@ std::int16_t Histogram3DYVar = 0;
 namespace {
 
 /// The steps of the plot being made.
-std::span<const FilterCondition> Steps;
+std::span<const CaseCondition> Steps;
 
 /// The conditions of the drill filter as those of a plot.
-std::vector<FilterCondition> PlotConditions(const CompiledFilter& filter) {
-    std::vector<FilterCondition> conditions;
-    for (FilterCondition condition : filter) {
+std::vector<CaseCondition> PlotConditions(const CompiledFilter& filter) {
+    std::vector<CaseCondition> conditions;
+    for (CaseCondition condition : filter) {
         // Intended: an unknown method ends the test with the case kept, unlike a known one; steps behind it don't
         // count.
-        if (condition.Rule == KeepRule::Everything) {
+        if (condition.Rule == ConditionRule::Everything) {
             break;
         }
         // Intended: a step on Missing drops every case, unlike in the drill filter, which keeps the missing ones;
         // review plots don't follow such a step.
-        if (condition.Rule == KeepRule::MissingOnly) {
-            condition.Rule = KeepRule::Nothing;
+        if (condition.Rule == ConditionRule::Closed) {
+            condition.Rule = ConditionRule::Nothing;
+        }
+        // Intended: a NaN is dropped by an interval (a, b], unlike in the drill filter, which lets it pass; the host's
+        // plots depend on numbers.
+        if (condition.Rule == ConditionRule::OpenClosed) {
+            condition.Rule = ConditionRule::OpenClosedNumber;
         }
         conditions.push_back(condition);
     }
     return conditions;
 }
 
-/// Intended: a NaN is dropped by an interval (a, b], unlike in the drill filter, which lets it pass; the host's plots
-/// depend on numbers.
-bool Keeps(const FilterCondition& condition, double value) {
-    return condition.Keeps(value) && (condition.Rule != KeepRule::OpenClosed || value > condition.Lower);
-}
-
 }  // namespace
 
-ReviewCaseFilterScope::ReviewCaseFilterScope(CDrillDown& analysis) {
+ReviewCaseFilterScope::ReviewCaseFilterScope(CDrillDown& analysis) : Analysis(analysis) {
     const CompiledFilter filter(analysis);
     if (filter) {
         Conditions = PlotConditions(filter);
         Compiled = true;
     }
     Steps = Conditions;
+    Analysis.SetPlotConditions(&Conditions);
 }
 
 ReviewCaseFilterScope::~ReviewCaseFilterScope() {
     Steps = {};
+    Analysis.SetPlotConditions(nullptr);
 }
 
 int ReviewCaseFilter(char*, long*, const double* values, float* x, float* y) {
     // Intended: variable v is read at v - 1, unlike in a case buffer, whose first value is spare; the host that calls
     // begins its array with variable 1.
-    for (const FilterCondition& step : Steps) {
-        if (!Keeps(step, values[step.VarNo - 1])) {
+    for (const CaseCondition& step : Steps) {
+        if (!step.IsMetBy(values[step.Variable - 1])) {
             return 1;
         }
     }

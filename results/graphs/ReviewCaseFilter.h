@@ -24,7 +24,8 @@ int ReviewCaseFilterXY(char* reserved1, long* reserved2, const double* values, f
 
 namespace drilldown {
 
-/// Gives the filters the steps of an analysis as they are now, for as long as it lives. Scopes don't overlap.
+/// Gives the filters the steps of an analysis as they are now, for as long as it lives, and tells the host of them as
+/// conditions. Scopes don't overlap.
 class ReviewCaseFilterScope {
   public:
     explicit ReviewCaseFilterScope(CDrillDown& analysis);
@@ -36,7 +37,8 @@ class ReviewCaseFilterScope {
     explicit operator bool() const { return Compiled; }
 
   private:
-    std::vector<FilterCondition> Conditions;
+    CDrillDown& Analysis;
+    std::vector<CaseCondition> Conditions;
     bool Compiled = false;
 };
 

@@ -203,8 +203,8 @@ bool Remains(CDrillDown& analysis, const ExportBuffers& buffers, int caseNumber)
     if (analysis.CasewiseDeletionOfMD == 1 && analysis.SetMissingData(buffers.Cells.data()) == 1) {
         return false;
     }
-    return std::all_of(buffers.Filter.begin(), buffers.Filter.end(), [&](const FilterCondition& condition) {
-        return condition.Keeps(buffers.Cells[static_cast<std::size_t>(condition.VarNo)]);
+    return std::all_of(buffers.Filter.begin(), buffers.Filter.end(), [&](const CaseCondition& condition) {
+        return condition.IsMetBy(buffers.Cells[static_cast<std::size_t>(condition.Variable)]);
     });
 }
 

@@ -36,6 +36,7 @@ void CAnalysisSupport::dstart(unsigned long) {}
 void CAnalysisSupport::dstop() {}
 void CAnalysisSupport::PutInitKeyword(int, const char*, const std::int32_t*, const std::int32_t*) {}
 void CAnalysisSupport::SetResultSubject(ResultSubject) {}
+void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>*) {}
 
 // The application
 

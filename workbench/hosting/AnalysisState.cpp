@@ -25,6 +25,10 @@ TableCaseBlocks& CaseBlocksOf(CAnalysisDoc* document) {
     return StateOf(document).Blocks;
 }
 
+CaseServices& CaseServicesOf(CAnalysisDoc* document) {
+    return StateOf(document).Quick;
+}
+
 NewTables& NewTablesOf(CAnalysisDoc* document) {
     return StateOf(document).Tables;
 }

@@ -3,6 +3,7 @@
 #include "workbench/data/DataTable.h"
 #include "workbench/hosting/AllocationRecord.h"
 #include "workbench/hosting/AnalysisServices.h"
+#include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSettings.h"
 #include "workbench/hosting/NewTables.h"
@@ -27,6 +28,7 @@ struct AnalysisState {
     TableInUse Data;
     AllocationRecord Memory;
     TableCaseBlocks Blocks;
+    CaseServices Quick;
     NewTables Tables;
     RoutedResults Results;
     DocumentSettings Settings;

@@ -1,4 +1,5 @@
 #include "host/AnalysisSupport.h"
+#include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableCaseBlocks.h"
 #include "workbench/hosting/TableInUse.h"
@@ -54,17 +55,19 @@ CaseBlocks* CAnalysisSupport::GetCaseBlocks() {
 }
 
 TableColumns* CAnalysisSupport::GetTableColumns() {
-    return nullptr;
+    return quillara::CaseServicesOf(Document).Columns;
 }
 
 CaseConditions* CAnalysisSupport::GetCaseConditions() {
-    return nullptr;
+    return quillara::CaseServicesOf(Document).Conditions;
 }
 
 ParallelRuns* CAnalysisSupport::GetParallelRuns() {
-    return nullptr;
+    return quillara::CaseServicesOf(Document).Threads;
 }
 
 std::uint64_t CAnalysisSupport::GetCaseRevision() {
-    return 0;
+    return quillara::CaseServicesOf(Document).Revision;
 }
+
+void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* /*conditions*/) {}
