@@ -2,18 +2,31 @@
 
 #include <algorithm>
 
+#include "engine/MomentKernel.h"
+#include "engine/ParallelParts.h"
 #include "resources/StringTable.h"
 
 using namespace drilldown;
 
 namespace {
 
-/// Cases read at a time; the columns of a dozen variables stay in the second cache.
-constexpr std::int32_t BlockSize = 1024;
+/// Rows counted at a time where the host has no whole columns.
+constexpr std::size_t RowsOfBlock = 1024;
+/// Threads beyond these gain nothing.
+constexpr std::size_t MostThreads = 64;
+/// Cases between two polls where nothing is counted.
+constexpr std::int32_t CasesPassedOver = 1 << 20;
 
-/// Where a record takes the values of several variables, their order within each case matters.
-std::int32_t BlockSizeFor(const PassLayout& layout) {
-    return layout.SharedTargets ? 1 : BlockSize;
+std::size_t RoomFor(const PassLayout& layout, const CaseSource& source) {
+    // Where a record takes the values of several variables, their order within each case matters.
+    if (layout.SharedTargets) {
+        return 1;
+    }
+    return source.WholeColumns() != nullptr ? source.CasesBetweenPolls() : RowsOfBlock;
+}
+
+ParallelRuns* ThreadsFor(CDrillDown& analysis, const PassLayout& layout, const CaseSource& source) {
+    return layout.SharedTargets || source.WholeColumns() == nullptr ? nullptr : analysis.GetParallelRuns();
 }
 
 DeletedCase DeletedCaseOf(const PassRules& rules, PassSide side) {
@@ -29,19 +42,33 @@ CasePass::CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const
       Moments(moments),
       Filter(analysis),
       Layout(analysis, rules, variables, Filter),
-      Weighing(WeightRuleOf(analysis.CaseWeight, analysis.WeightedMoments)),
-      Source(analysis, Layout.Needed, BlockSizeFor(Layout)),
-      Remaining(analysis, BlockSize),
-      Kept(analysis, BlockSize),
-      Deleted(analysis, BlockSize),
+      Source(analysis, Layout.Needed),
+      Threads(ThreadsFor(analysis, Layout, Source)),
+      ThreadCount(Threads == nullptr
+                      ? 1
+                      : std::clamp<std::size_t>(static_cast<std::size_t>(Threads->Threads()), 1, MostThreads)),
+      Selection(analysis, rules.Filtered ? &Filter : nullptr, Layout, RoomFor(Layout, Source)),
       Columns(variables.size()),
-      HasMemory(Filter && Source && Remaining && Kept && Deleted) {
+      HasMemory(Filter && Source && Selection) {
+    Casewise.reserve(PassSides);
+    for (const PassLayout::Side& side : Layout.Sides) {
+        if (side.Casewise) {
+            Casewise.emplace_back(analysis, RoomFor(Layout, Source));
+            HasMemory = HasMemory && Casewise.back();
+        }
+    }
     CategoryTallies.reserve(variables.size());
+    const bool weighted = WeightRuleOf(analysis.CaseWeight, analysis.WeightedMoments) != WeightRule::None;
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        CategoryTallies.emplace_back(analysis, variables[i].Feed, Layout.SharedTargets);
         Columns[i].Missing = Layout.Missing[Layout.Columns[i]];
+        TallyRoad road{{}, Columns[i].Missing, weighted, ThreadCount};
+        if (Source.WholeColumns() != nullptr) {
+            road.Whole = Source.WholeColumns()[Layout.Columns[i]];
+        }
+        CategoryTallies.emplace_back(analysis, variables[i].Feed, road, Layout.SharedTargets);
         HasMemory = HasMemory && CategoryTallies.back();
     }
+    DivideWork();
 }
 
 CasePass::~CasePass() {
@@ -50,10 +77,7 @@ CasePass::~CasePass() {
 
 PassOutcome CasePass::Run() {
     Analysis.tdstar(Analysis.Table.Cases, Analysis.GetResourceString(ComputingText));
-    CaseColumns block;
-    while (Source.Next(block)) {
-        TallyBlock(block);
-    }
+    CountBlocks();
     if (!Source.Cancelled()) {
         return PassOutcome::Completed;
     }
@@ -61,84 +85,114 @@ PassOutcome CasePass::Run() {
     return PassOutcome::Cancelled;
 }
 
+void CasePass::RunAgainUpTo(std::int32_t lastCase) {
+    Source.ReadAgainUpTo(lastCase);
+    CountBlocks();
+}
+
+bool CasePass::CountsNothing() const {
+    return Columns.empty() && Rules.ValidVar == ValidVarRule::Untouched;
+}
+
+void CasePass::CountBlocks() {
+    CaseColumns block;
+    if (CountsNothing()) {
+        while (Source.Next(block, CasesPassedOver)) {
+        }
+        return;
+    }
+    Selection.FindRemaining(Analysis, Source);
+    while (Source.Next(block, Selection.BlockBehind(Source.CasesRead()))) {
+        TallyBlock(block);
+    }
+    for (CategoryTally& tally : CategoryTallies) {
+        tally.Finish();
+    }
+}
+
+/// Shares out the work of a block. Moments come first: they take longest.
+void CasePass::DivideWork() {
+    const bool apart = Layout.Sides[DrillSide].Casewise || Layout.Sides[ReviewSide].Casewise;
+    if (Moments != nullptr && !apart) {
+        DivideMoments(DrillSide, 0, Columns.size());
+    } else if (Moments != nullptr) {
+        for (const PassSide side : {DrillSide, ReviewSide}) {
+            DivideMoments(side, Layout.Sides[side].First, Layout.Sides[side].Count);
+        }
+    }
+    const std::size_t parts = ThreadCount > CategoryTallies.size() ? ThreadCount : 1;
+    for (std::size_t i = 0; i < CategoryTallies.size(); ++i) {
+        const PassSide side = i < Layout.Sides[ReviewSide].First ? DrillSide : ReviewSide;
+        const std::size_t taken = CategoryTallies[i].TakesAnyOrder() ? parts : 1;
+        for (std::size_t part = 0; part < taken && CategoryTallies[i].IsNeeded(); ++part) {
+            Shares.push_back({Share::Kind::Categories, side, i, 1, part, taken});
+        }
+    }
+}
+
+/// Several variables go together through the cases, but no fewer groups than threads have something to do.
+void CasePass::DivideMoments(PassSide side, std::size_t first, std::size_t count) {
+    constexpr std::size_t smallest = MomentLaneLimit / 2;
+    const std::size_t needed = (count + MomentLaneLimit - 1) / MomentLaneLimit;
+    const std::size_t groups = std::max(needed, std::min(ThreadCount, count / smallest));
+    for (std::size_t group = 0; group < groups; ++group) {
+        const std::size_t begin = group * count / groups;
+        const std::size_t end = (group + 1) * count / groups;
+        Shares.push_back({Share::Kind::Moments, side, first + begin, end - begin});
+    }
+}
+
 void CasePass::TallyBlock(const CaseColumns& block) {
-    const std::size_t weighed = WeighRows(block);
-    const WeightedRows remaining = Remaining.First(Rules.Filtered ? FilterRows(block, weighed) : weighed);
+    const WeightedRows remaining = Selection.Of(block);
+    if (remaining.Count == 0) {
+        return;
+    }
+    if (!Selection.HasExactSums()) {
+        std::ranges::for_each(CategoryTallies, &CategoryTally::KeepOrder);
+    }
     for (std::size_t i = 0; i < Columns.size(); ++i) {
-        Columns[i].Entries.Entries = block.Columns[Layout.Columns[i]];
+        Columns[i].Entries = block.Columns[Layout.Columns[i]];
     }
     if (Rules.ValidVar == ValidVarRule::RemainingCases) {
         Analysis.ValidVar += static_cast<std::int32_t>(remaining.Count);
     }
+    ChooseSides(block, remaining);
+    RunParts(remaining.Count < RowsWorthSharing ? nullptr : Threads, Shares.size(),
+             [this](std::size_t share) { DoShare(Shares[share]); });
+}
+
+/// Sets the rows of each list, and counts those that are deleted for it.
+void CasePass::ChooseSides(const CaseColumns& block, const WeightedRows& remaining) {
+    std::size_t casewise = 0;
     for (const PassSide side : {DrillSide, ReviewSide}) {
-        TallySide(block, side, remaining);
-    }
-}
-
-/// Lists the cases of the selection that have a positive weight.
-std::size_t CasePass::WeighRows(const CaseColumns& block) const {
-    std::size_t count = 0;
-    const bool unweighted = Weighing == WeightRule::None || block.Weights == nullptr;
-    for (std::int32_t row = 0; row < block.Count; ++row) {
-        const double weight = unweighted ? 1.0 : CountingWeight(Weighing, block.Weights[row]);
-        const bool used = block.Results == nullptr || block.Results[row] == CaseResult::Use;
-        Remaining.Set(count, row, weight);
-        count += used && IsPositiveWeight(weight) ? 1 : 0;
-    }
-    return count;
-}
-
-/// Keeps the listed cases that pass every condition.
-std::size_t CasePass::FilterRows(const CaseColumns& block, std::size_t count) const {
-    std::size_t step = 0;
-    for (const CaseCondition& condition : Filter) {
-        const double* values = block.Columns[Layout.FilterColumns[step++]];
-        std::size_t kept = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::int32_t row = Remaining.Rows[i];
-            Remaining.Set(kept, row, Remaining.Weights[i]);
-            kept += condition.IsMetBy(values[row]) ? 1 : 0;
-        }
-        count = kept;
-    }
-    return count;
-}
-
-/// Sorts cases into those that a list keeps and those that it deletes for missing data. Gives the number kept.
-std::size_t CasePass::KeepCasewise(const CaseColumns& block, PassSide side, const WeightedRows& rows) const {
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < rows.Count; ++i) {
-        const std::int32_t row = rows.Rows[i];
-        const auto& columns = Layout.Sides[side].CasewiseColumns;
-        const bool missing = std::any_of(columns.begin(), columns.end(), [&](std::size_t column) {
-            return Layout.Missing[column].Contains(block.Columns[column][row]);
-        });
-        (missing ? Deleted : Kept).Set(missing ? i - kept : kept, row, rows.Weights[i]);
-        kept += missing ? 0 : 1;
-    }
-    return kept;
-}
-
-void CasePass::TallySide(const CaseColumns& block, PassSide side, const WeightedRows& remaining) {
-    const PassLayout::Side& list = Layout.Sides[side];
-    std::size_t kept = remaining.Count;
-    if (list.Casewise) {
-        kept = KeepCasewise(block, side, remaining);
-        if (Moments != nullptr && DeletedCaseOf(Rules, side) == DeletedCase::Missing) {
-            Moments->AddMissing(list.First, list.Count, Deleted.First(remaining.Count - kept));
+        const PassLayout::Side& list = Layout.Sides[side];
+        SideRows[side] = remaining;
+        if (list.Casewise) {
+            const CasewiseRows::Parts parts =
+                Casewise[casewise++].Split(block, Layout, list.CasewiseColumns, remaining);
+            SideRows[side] = parts.Kept;
+            if (Moments != nullptr && DeletedCaseOf(Rules, side) == DeletedCase::Missing) {
+                Moments->AddMissing(list.First, list.Count, parts.Deleted);
+            }
         }
     }
-    if (side == DrillSide && Rules.ValidVar == ValidVarRule::KeptCases) {
-        Analysis.ValidVar += static_cast<std::int32_t>(kept);
+    if (Rules.ValidVar == ValidVarRule::KeptCases) {
+        Analysis.ValidVar += static_cast<std::int32_t>(SideRows[DrillSide].Count);
     }
-    TallyRows(list, list.Casewise ? Kept.First(kept) : remaining);
 }
 
-void CasePass::TallyRows(const PassLayout::Side& side, const WeightedRows& rows) {
-    if (Moments != nullptr) {
-        Moments->Add(side.First, std::span<const TallyColumn>(Columns).subspan(side.First, side.Count), rows);
+void CasePass::DoShare(const Share& share) {
+    const WeightedRows& rows = SideRows[share.Side];
+    if (share.What == Share::Kind::Moments) {
+        Moments->Add(share.First, std::span<const TallyColumn>(Columns).subspan(share.First, share.Count), rows);
+        return;
     }
-    for (std::size_t i = side.First; i < side.First + side.Count; ++i) {
-        CategoryTallies[i].Add(Columns[i], rows);
+    CategoryTally& tally = CategoryTallies[share.First];
+    // A tally that has come to keep the order of the cases takes them all at once.
+    const std::size_t parts = tally.TakesAnyOrder() ? share.Parts : 1;
+    if (share.Part < parts) {
+        const std::size_t begin = share.Part * rows.Count / parts;
+        const std::size_t end = (share.Part + 1) * rows.Count / parts;
+        tally.Add(Columns[share.First], rows.Part(begin, end - begin), share.Part);
     }
 }

@@ -1,27 +1,30 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "engine/CaseDecisions.h"
 #include "engine/CaseSource.h"
+#include "engine/CasewiseRows.h"
 #include "engine/CategoryTally.h"
 #include "engine/DrillDown.h"
 #include "engine/DrillFilter.h"
-#include "engine/HostBuffer.h"
 #include "engine/MomentTally.h"
 #include "engine/PassLayout.h"
 #include "engine/PassRules.h"
+#include "engine/RowSelection.h"
+#include "host/ParallelRuns.h"
 
 namespace drilldown {
 
 enum class PassOutcome : std::uint8_t { Completed, Cancelled };
 
 /// One pass over the cases of the table: decides for each case whether it takes part, with which weight and for which
-/// list, and feeds the values to the tallies of the variables. Categories are counted in the records as the pass goes;
-/// statistics stay in the moment tally until its owner stores them. A cancelled pass has counted the cases before the
-/// cancel. Nothing is allocated per case.
+/// list, and feeds the values to the tallies of the variables. Statistics stay in the moment tally until its owner
+/// stores them; categories are counted in the records when the pass has ended, if not before. A cancelled pass has
+/// counted the cases before the cancel. Nothing is allocated per case. Variables, and rows where their order makes no
+/// difference, are counted by the host's threads at once where it offers some.
 class CasePass {
   public:
     /// `variables` are those of the drill side, then those of the review side; `moments`, null for none, has as
@@ -38,40 +41,46 @@ class CasePass {
     explicit operator bool() const noexcept { return HasMemory; }
     /// Starts the progress display; a cancel ends it at once.
     [[nodiscard]] PassOutcome Run();
+    /// Counts so many cases that another pass over whole columns has read, without progress and polls.
+    void RunAgainUpTo(std::int32_t lastCase);
+    [[nodiscard]] std::int32_t CasesRead() const noexcept { return Source.CasesRead(); }
+    /// Whether the host offers whole columns, so that a part of the cases can be read again.
+    [[nodiscard]] bool CanRunAgain() const noexcept { return Source.WholeColumns() != nullptr; }
 
   private:
-    /// Rows of a block with their weights, in memory of the host.
-    struct RowList {
-        RowList(CAnalysisSupport& host, std::size_t size) : Rows(host, size), Weights(host, size) {}
-        explicit operator bool() const noexcept { return Rows && Weights; }
-        void Set(std::size_t place, std::int32_t row, double weight) const {
-            Rows[place] = row;
-            Weights[place] = weight;
-        }
-        [[nodiscard]] WeightedRows First(std::size_t count) const { return {Rows.data(), Weights.data(), count}; }
-
-        HostBuffer<std::int32_t> Rows;
-        HostBuffer<double> Weights;
+    /// What one thread does with a block: the moments of some variables, or the categories of one in some rows.
+    struct Share {
+        enum class Kind : std::uint8_t { Moments, Categories };
+        Kind What;
+        PassSide Side;
+        std::size_t First;  ///< place of the first variable
+        std::size_t Count;  ///< number of variables
+        std::size_t Part = 0;  ///< of the rows, of so many
+        std::size_t Parts = 1;
     };
 
+    void DivideWork();
+    void DivideMoments(PassSide side, std::size_t first, std::size_t count);
+    void CountBlocks();
+    [[nodiscard]] bool CountsNothing() const;
     void TallyBlock(const CaseColumns& block);
-    std::size_t WeighRows(const CaseColumns& block) const;
-    std::size_t FilterRows(const CaseColumns& block, std::size_t count) const;
-    std::size_t KeepCasewise(const CaseColumns& block, PassSide side, const WeightedRows& rows) const;
-    void TallySide(const CaseColumns& block, PassSide side, const WeightedRows& remaining);
-    void TallyRows(const PassLayout::Side& side, const WeightedRows& rows);
+    void ChooseSides(const CaseColumns& block, const WeightedRows& remaining);
+    void DoShare(const Share& share);
 
     CDrillDown& Analysis;
     const PassRules& Rules;
     MomentTally* Moments;
     CompiledFilter Filter;
     PassLayout Layout;
-    WeightRule Weighing;
     CaseSource Source;
-    RowList Remaining;
-    RowList Kept;
-    RowList Deleted;
+    ParallelRuns* Threads;  // null where everything is done one after another
+    std::size_t RowsWorthSharing;
+    std::size_t ThreadCount;
+    RowSelection Selection;
+    std::vector<CasewiseRows> Casewise;  // of each side that has the test, in their order
     std::vector<CategoryTally> CategoryTallies;
+    std::vector<Share> Shares;  // the longest first
+    std::array<WeightedRows, PassSides> SideRows;  // of the present block
     std::vector<TallyColumn> Columns;  // of the variables of the pass in the present block
     bool HasMemory;
 };

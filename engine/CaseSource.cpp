@@ -7,6 +7,10 @@ using namespace drilldown;
 
 namespace {
 
+/// Cases gathered one at a time, or read as doubles, before they are counted: the columns of a dozen variables stay in
+/// the second cache.
+constexpr std::int32_t CasesGathered = 1024;
+
 /// Rows before the first one at which the pass must stop.
 std::int32_t RowsBeforeStop(const CaseBlock& block) {
     if (block.Results == nullptr) {
@@ -18,55 +22,110 @@ std::int32_t RowsBeforeStop(const CaseBlock& block) {
                            : static_cast<std::int32_t>(static_cast<const CaseResult*>(stop) - block.Results);
 }
 
+/// A column without its first entries.
+TableColumn From(TableColumn column, std::int32_t row) {
+    static constexpr std::size_t widths[] = {sizeof(double), sizeof(std::int32_t), sizeof(std::uint8_t),
+                                             sizeof(std::uint16_t)};
+    const std::size_t offset = static_cast<std::size_t>(row) * widths[static_cast<std::size_t>(column.Form)];
+    column.Entries = static_cast<const std::byte*>(column.Entries) + offset;
+    return column;
+}
+
+TableColumn Doubles(const double* values) {
+    return {ColumnForm::Doubles, values, nullptr, 0};
+}
+
 }  // namespace
 
-CaseSource::CaseSource(CDrillDown& analysis, std::span<const std::int16_t> variables, std::int32_t blockSize)
+CaseSource::CaseSource(CDrillDown& analysis, std::span<const std::int16_t> variables)
     : Analysis(analysis),
       Variables(variables),
-      BlockSize(std::min(blockSize, std::max(analysis.Table.Cases, 1))),
-      Blocks(analysis.GetCaseBlocks()),
-      CaseBuffer(analysis, static_cast<std::size_t>(analysis.Table.Variables) + 1),
-      Gathered(analysis, Blocks != nullptr ? 1 : variables.size() * static_cast<std::size_t>(BlockSize) + 1),
-      GatheredWeights(analysis, Blocks != nullptr ? 1 : static_cast<std::size_t>(BlockSize)),
+      LastCase(analysis.Table.Cases),
       Columns(analysis, variables.size() + 1),
-      HasMemory(CaseBuffer && Gathered && GatheredWeights && Columns) {
-    if (!HasMemory || Blocks != nullptr) {
-        return;
+      Whole(analysis, variables.size() + 1),
+      Table(FindWholeColumns()),
+      Blocks(Table == nullptr ? analysis.GetCaseBlocks() : nullptr),
+      BlockColumns(analysis, variables.size() + 1),
+      CaseBuffer(analysis, static_cast<std::size_t>(analysis.Table.Variables) + 1),
+      Gathered(analysis, GatheredRoom(variables.size())),
+      GatheredWeights(analysis, GatheredRoom(1)),
+      HasMemory(Columns && Whole && BlockColumns && CaseBuffer && Gathered && GatheredWeights) {}
+
+TableColumns* CaseSource::FindWholeColumns() {
+    TableColumns* table = Analysis.GetTableColumns();
+    bool found = table != nullptr && Columns && Whole && table->FindWeights(WholeWeights);
+    for (std::size_t i = 0; i < Variables.size() && found; ++i) {
+        found = table->FindColumn(Variables[i], Whole[i]);
     }
-    for (std::size_t i = 0; i < variables.size(); ++i) {
-        Columns[i] = Gathered.data() + i * static_cast<std::size_t>(BlockSize);
-    }
+    return found ? table : nullptr;
 }
 
-bool CaseSource::Next(CaseColumns& block) {
-    if (Stopped || NextCase > Analysis.Table.Cases) {
+std::size_t CaseSource::GatheredRoom(std::size_t columns) const {
+    return Table == nullptr && Blocks == nullptr ? columns * static_cast<std::size_t>(CasesGathered) + 1 : 1;
+}
+
+std::size_t CaseSource::CasesBetweenPolls() const {
+    return static_cast<std::size_t>(std::clamp(Table->CasesBetweenPolls(), 1, std::max(LastCase, 1)));
+}
+
+void CaseSource::ReadAgainUpTo(std::int32_t lastCase) {
+    LastCase = lastCase;
+    IsRepeated = true;
+}
+
+bool CaseSource::Next(CaseColumns& block, std::int32_t most) {
+    if (Stopped || NextCase > LastCase) {
         return false;
     }
-    return Blocks != nullptr ? NextFromColumns(block) : NextFromCases(block);
+    const std::int32_t count = std::min(most, LastCase - NextCase + 1);
+    if (Table != nullptr) {
+        NextFromTable(block, count);
+    } else if (Blocks != nullptr) {
+        NextFromBlocks(block, std::min(count, CasesGathered));
+    } else {
+        NextFromCases(block, std::min(count, CasesGathered));
+    }
+    return block.Count > 0 || !Stopped;
 }
 
-bool CaseSource::NextFromColumns(CaseColumns& block) {
-    const std::int32_t left = Analysis.Table.Cases - NextCase + 1;
+void CaseSource::NextFromTable(CaseColumns& block, std::int32_t count) {
+    const std::int32_t rows = IsRepeated ? count : Table->BeginCases(NextCase, count);
+    const std::int32_t first = NextCase - 1;
+    for (std::size_t i = 0; i < Variables.size(); ++i) {
+        Columns[i] = From(Whole[i], first);
+    }
+    const CaseResult* selection = Table->Selection();
+    block = {rows, first, selection == nullptr ? nullptr : selection + first,
+             WholeWeights.Entries == nullptr ? WholeWeights : From(WholeWeights, first), Columns.data()};
+    Stopped = rows < count;
+    NextCase += rows;
+}
+
+void CaseSource::NextFromBlocks(CaseColumns& block, std::int32_t count) {
     CaseBlock read;
-    read.Columns = {Columns.data(), Variables.size()};
-    Blocks->ReadBlock(NextCase, std::min(BlockSize, left), Variables, read);
+    read.Columns = {BlockColumns.data(), Variables.size()};
+    Blocks->ReadBlock(NextCase, count, Variables, read);
     const std::int32_t rows = RowsBeforeStop(read);
+    for (std::size_t i = 0; i < Variables.size(); ++i) {
+        Columns[i] = Doubles(BlockColumns[i]);
+    }
+    block = {rows, NextCase - 1, read.Results, Doubles(read.Weights), Columns.data()};
     // A host that gives no case where some are left has ended the pass.
     Stopped = rows < read.Count || read.Count == 0;
-    NextCase += read.Count;
-    block = {rows, read.Results, read.Weights, Columns.data()};
-    return read.Count > 0;
+    NextCase += rows;
 }
 
-bool CaseSource::NextFromCases(CaseColumns& block) {
+void CaseSource::NextFromCases(CaseColumns& block, std::int32_t count) {
     std::int32_t rows = 0;
-    while (rows < BlockSize && NextCase <= Analysis.Table.Cases && !Stopped) {
+    while (rows < count && NextCase <= LastCase && !Stopped) {
         rows += GatherCase(rows) ? 1 : 0;
         ++NextCase;
     }
+    for (std::size_t i = 0; i < Variables.size(); ++i) {
+        Columns[i] = Doubles(Gathered.data() + i * static_cast<std::size_t>(CasesGathered));
+    }
     const bool weighted = Analysis.CaseWeight.Active != 0;
-    block = {rows, nullptr, weighted ? GatheredWeights.data() : nullptr, Columns.data()};
-    return true;
+    block = {rows, -1, nullptr, Doubles(weighted ? GatheredWeights.data() : nullptr), Columns.data()};
 }
 
 /// Reads the next case into a row of the block; false when it doesn't belong to the pass.
@@ -83,7 +142,7 @@ bool CaseSource::GatherCase(std::int32_t row) {
     }
     GatheredWeights[static_cast<std::size_t>(row)] = Analysis.CaseWeight.Weight;
     for (std::size_t i = 0; i < Variables.size(); ++i) {
-        Gathered[i * static_cast<std::size_t>(BlockSize) + static_cast<std::size_t>(row)] =
+        Gathered[i * static_cast<std::size_t>(CasesGathered) + static_cast<std::size_t>(row)] =
             CaseBuffer[static_cast<std::size_t>(Variables[i])];
     }
     return true;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <vector>
 
 using namespace drilldown;
 
@@ -27,31 +28,44 @@ bool IsWhole(double value) {
     return NearlyEqual(value, std::floor(value));
 }
 
+/// Whether two ascending values lie so near that a third one may count with both.
+bool AreNeighbours(double left, double right) {
+    return static_cast<std::uint64_t>(OrderedBits(right)) - static_cast<std::uint64_t>(OrderedBits(left)) <=
+           2 * BitTolerance;
+}
+
 /// Whether a value known to count in the category behind `inserted` may be nearly equal to the new one too, which comes
 /// first.
 bool CrowdsTheNext(const std::set<Categories>& set, std::set<Categories>::const_iterator inserted) {
     const auto next = std::next(inserted);
-    return next != set.end() && static_cast<std::uint64_t>(OrderedBits(next->Upper)) -
-                                        static_cast<std::uint64_t>(OrderedBits(inserted->Upper)) <=
-                                    2 * BitTolerance;
+    return next != set.end() && AreNeighbours(inserted->Upper, next->Upper);
+}
+
+/// Sums of whole numbers are exact below this.
+constexpr double LargestExactCount = 4503599627370496.0;
+
+bool CountsAreWhole(const std::set<Categories>& set) {
+    return std::ranges::all_of(set, [](const Categories& category) {
+        return std::fabs(category.Count) < LargestExactCount && category.Count == std::trunc(category.Count);
+    });
 }
 
 }  // namespace
 
-CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, bool shared)
-    : Feed(feed), Shared(shared), Known(host, KnownRoom()), Intervals(host, IntervalRecord()) {}
-
-std::size_t CategoryTally::KnownRoom() const {
-    const Way way = PresentWay();
-    return !Shared && (way == Way::Distinct || way == Way::WholeDistinct) ? KnownValues : 1;
-}
-
-const Drill* CategoryTally::IntervalRecord() const {
-    return !Shared && PresentWay() == Way::Intervals ? Feed.Target : nullptr;
-}
-
-void CategoryTally::ForgetKnown() {
-    std::fill_n(Known.data(), KnownValues, KnownValue{});
+CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, const TallyRoad& road, bool shared)
+    : Feed(feed),
+      Road(road),
+      Shared(shared),
+      IsCoded(HasCodes()),
+      IsByCode(AnyOrderWillDo()),
+      Intervals(host, !Shared && PresentWay() == Way::Intervals ? Feed.Target : nullptr),
+      Known(host, KnownRoom()),
+      KnownCodes(host, CodeRoom()),
+      Uncounted(host, 1),
+      ByCode(host, IsByCode ? Codes() : 0, Road.Threads, Road.Weighted) {
+    if (*this && !IsByCode && IsCoded) {
+        ForgetKnown();
+    }
 }
 
 CategoryTally::Way CategoryTally::PresentWay() const {
@@ -75,21 +89,138 @@ CategoryTally::Way CategoryTally::PresentWay() const {
     return Feed.Counting == CategoryCounting::ByMethod ? Way::Intervals : Way::Nothing;
 }
 
-void CategoryTally::Add(const TallyColumn& column, const WeightedRows& rows) {
-    if (Shared) {
-        AddShared(column, rows);
+bool CategoryTally::CountsDistinct() const {
+    const Way way = PresentWay();
+    return way == Way::Distinct || way == Way::WholeDistinct;
+}
+
+bool CategoryTally::HasCodes() const {
+    return !Shared && PresentWay() != Way::Nothing && Road.Whole.Entries != nullptr && Road.Whole.Values != nullptr;
+}
+
+std::size_t CategoryTally::KnownRoom() const {
+    return !Shared && CountsDistinct() && !IsCoded ? KnownValues : 1;
+}
+
+/// Codes counted in tables may have to be counted in order later, where cases have weights.
+std::size_t CategoryTally::CodeRoom() const {
+    return IsCoded && (Road.Weighted || !IsByCode) ? Codes() + 1 : 1;
+}
+
+/// Whether a value can be counted at all.
+bool CategoryTally::IsCounted(double value) const {
+    return !Road.Missing.Contains(value) && (PresentWay() != Way::WholeDistinct || IsWhole(value));
+}
+
+/// Whether each value has a category of its own, or an interval, whichever comes first.
+bool CategoryTally::AnyOrderWillDo() const {
+    return IsCoded && CountsAreWhole(Feed.Target->CategorySet) && (!CountsDistinct() || ValuesAreApart());
+}
+
+/// Whether the values of all codes and those of the categories are so few, and so far from each other, that none counts
+/// in the category of another.
+bool CategoryTally::ValuesAreApart() const {
+    const std::set<Categories>& set = Feed.Target->CategorySet;
+    std::vector<double> values;
+    for (std::size_t code = 0; code < Codes() && set.size() + values.size() < DistinctValueLimit; ++code) {
+        const double value = Road.Whole.Values[code];
+        const auto category = Feed.Target->FindDistinctValue(value);
+        if (IsCounted(value) && (category == set.end() || category->Upper != value)) {
+            values.push_back(value);
+        }
+    }
+    if (set.size() + values.size() >= DistinctValueLimit) {
+        return false;
+    }
+    std::ranges::transform(set, std::back_inserter(values), &Categories::Upper);
+    if (std::ranges::any_of(values, HasFullExponent)) {
+        return false;
+    }
+    std::ranges::sort(values);
+    return std::ranges::adjacent_find(values, AreNeighbours) == values.end();
+}
+
+void CategoryTally::ForgetKnown() {
+    if (!IsCoded) {
+        std::fill_n(Known.data(), KnownValues, KnownValue{});
         return;
     }
-    switch (PresentWay()) {
-        case Way::Nothing:
+    for (std::size_t code = 0; code < Codes(); ++code) {
+        const double value = Road.Whole.Values[code];
+        const std::size_t interval = Intervals.PlaceOf(value);
+        if (!IsCounted(value) || (!CountsDistinct() && interval == Intervals.Size())) {
+            KnownCodes[code] = Uncounted.data();
+        } else {
+            KnownCodes[code] = CountsDistinct() ? nullptr : &Intervals.CountAt(interval);
+        }
+    }
+}
+
+void CategoryTally::KeepOrder() {
+    if (IsByCode) {
+        Finish();
+        IsByCode = false;
+        ForgetKnown();
+    }
+}
+
+void CategoryTally::Add(const TallyColumn& column, const WeightedRows& rows, std::size_t thread) {
+    if (Shared) {
+        AddShared(column, rows);
+    } else if (IsByCode) {
+        ByCode.Add(column.Entries, rows, thread);
+    } else if (PresentWay() == Way::Nothing) {
+        return;
+    } else if (IsCoded && column.Entries.Form == ColumnForm::Codes8) {
+        AddCodes(column.Entries.As<std::uint8_t>(), rows);
+    } else if (IsCoded) {
+        AddCodes(column.Entries.As<std::uint16_t>(), rows);
+    } else if (CountsDistinct()) {
+        AddDistinct(column, rows);
+    } else {
+        // Without effect on a record that has turned to neat intervals on the way: its set is empty.
+        Intervals.Add(column, rows);
+    }
+}
+
+void CategoryTally::Finish() {
+    if (!IsByCode) {
+        return;
+    }
+    for (std::size_t code = 0; code < Codes(); ++code) {
+        const double value = Road.Whole.Values[code];
+        const double count = ByCode.Of(code);
+        if (count > 0.0 && IsCounted(value)) {
+            FinishCode(value, count);
+        }
+    }
+}
+
+void CategoryTally::FinishCode(double value, double count) {
+    if (CountsDistinct()) {
+        Feed.Target->AddDistinctValue(value, Feed.Kind, count, "");
+    } else if (const std::size_t interval = Intervals.PlaceOf(value); interval < Intervals.Size()) {
+        Intervals.CountAt(interval) += count;
+    }
+}
+
+/// Counts codes in the order of the cases, up to the end or until the record takes their values no longer.
+template <typename Code>
+void CategoryTally::AddCodes(const Code* codes, const WeightedRows& rows) {
+    const Way way = PresentWay();
+    if (way == Way::Intervals && Intervals.Size() == 0) {
+        return;
+    }
+    for (std::size_t i = 0; i < rows.Count; ++i) {
+        const Code code = codes[rows.RowAt(i)];
+        if (double* count = KnownCodes[code]; count != nullptr) {
+            *count += rows.WeightAt(i);
+            continue;
+        }
+        KnownCodes[code] = CountNewDistinct(Road.Whole.Values[code], rows.WeightAt(i));
+        if (PresentWay() != way) {
             return;
-        case Way::Intervals:
-            // Without effect on a record that has turned to neat intervals on the way: its set is empty.
-            Intervals.Add(column, rows);
-            return;
-        case Way::Distinct:
-        case Way::WholeDistinct:
-            AddDistinct(column, rows);
+        }
     }
 }
 
@@ -109,7 +240,7 @@ void CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& r
             if (known.Count != nullptr && known.Bits == bits) {
                 *known.Count += rows.WeightAt(i);
             } else if (way == Way::Distinct || IsWhole(value)) {
-                AddNewDistinct(value, rows.WeightAt(i), known);
+                known = {bits, CountNewDistinct(value, rows.WeightAt(i))};
                 if (PresentWay() != way) {
                     return;
                 }
@@ -118,7 +249,8 @@ void CategoryTally::AddDistinct(const TallyColumn& column, const WeightedRows& r
     });
 }
 
-void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& known) {
+/// Counts a value that isn't known. Gives the count that it may be known by from now on; null: none.
+double* CategoryTally::CountNewDistinct(double value, double weight) {
     const int result = Feed.Target->AddDistinctValue(value, Feed.Kind, weight, "");
     const std::set<Categories>& set = Feed.Target->CategorySet;
     const auto category = Feed.Target->FindDistinctValue(value);
@@ -128,9 +260,7 @@ void CategoryTally::AddNewDistinct(double value, double weight, KnownValue& know
     if (result == SetEmptied || full || (result == ValueInserted && found && CrowdsTheNext(set, category))) {
         ForgetKnown();
     }
-    if (found && !full) {
-        known = {std::bit_cast<std::uint64_t>(value), &Editable(*category).Count};
-    }
+    return found && !full ? &Editable(*category).Count : nullptr;
 }
 
 void CategoryTally::AddShared(const TallyColumn& column, const WeightedRows& rows) {

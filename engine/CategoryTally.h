@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "engine/CodeCounts.h"
 #include "engine/Drill.h"
 #include "engine/HostBuffer.h"
 #include "engine/IntervalTally.h"
@@ -28,17 +29,35 @@ struct CategoryFeed {
     CategoryCounting Counting = CategoryCounting::None;
 };
 
+/// How a pass goes through the values of a variable.
+struct TallyRoad {
+    TableColumn Whole;  ///< its column in the table; Entries null: only blocks are known
+    NearlyEqualRange Missing{};
+    bool Weighted = false;
+    std::size_t Threads = 1;  ///< that may count it at once
+};
+
 /// Counts the values of one variable into the categories of its record, with the outcome of
-/// Drill::AddDistinctValue and Drill::AddToInterval value by value. Values met before are found in a small table.
+/// Drill::AddDistinctValue and Drill::AddToInterval value by value. Values met before are found in a small table, or by
+/// their code. Where no order of the cases makes a difference codes are counted by themselves, and into the categories
+/// when the pass has ended.
 class CategoryTally {
   public:
     /// `shared`: other tallies of the pass may change the target too, so nothing is remembered between values.
-    CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, bool shared);
+    CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, const TallyRoad& road, bool shared);
 
     /// False when there was no memory.
-    explicit operator bool() const noexcept { return Known && Intervals; }
+    explicit operator bool() const noexcept { return Known && KnownCodes && Uncounted && ByCode && Intervals; }
+    /// Whether several threads may count different rows at once.
+    [[nodiscard]] bool TakesAnyOrder() const noexcept { return IsByCode; }
+    /// Whether there is anything to count.
+    [[nodiscard]] bool IsNeeded() const { return Shared || PresentWay() != Way::Nothing; }
+    /// From here on the order of the cases makes a difference: sums of their weights are rounded.
+    void KeepOrder();
     /// Counts the values of some rows; missing ones are passed over.
-    void Add(const TallyColumn& column, const WeightedRows& rows);
+    void Add(const TallyColumn& column, const WeightedRows& rows, std::size_t thread);
+    /// Brings the record up to all that was counted.
+    void Finish();
 
   private:
     enum class Way : std::uint8_t { Nothing, Distinct, WholeDistinct, Intervals };
@@ -50,17 +69,33 @@ class CategoryTally {
     };
 
     [[nodiscard]] Way PresentWay() const;
+    [[nodiscard]] bool CountsDistinct() const;
+    [[nodiscard]] bool HasCodes() const;
+    [[nodiscard]] bool IsCounted(double value) const;
+    [[nodiscard]] bool AnyOrderWillDo() const;
+    [[nodiscard]] bool ValuesAreApart() const;
     [[nodiscard]] std::size_t KnownRoom() const;
-    [[nodiscard]] const Drill* IntervalRecord() const;
+    [[nodiscard]] std::size_t CodeRoom() const;
+    [[nodiscard]] std::size_t Codes() const { return static_cast<std::size_t>(Road.Whole.ValueCount); }
+    void FinishCode(double value, double count);
+    template <typename Code>
+    void AddCodes(const Code* codes, const WeightedRows& rows);
     void AddDistinct(const TallyColumn& column, const WeightedRows& rows);
+    void AddCodes(const TallyColumn& column, const WeightedRows& rows);
     void AddShared(const TallyColumn& column, const WeightedRows& rows);
-    void AddNewDistinct(double value, double weight, KnownValue& known);
+    double* CountNewDistinct(double value, double weight);
     void ForgetKnown();
 
     CategoryFeed Feed;
+    TallyRoad Road;
     bool Shared;
-    HostBuffer<KnownValue> Known;
+    bool IsCoded;  // the whole column has codes
+    bool IsByCode;  // and they are counted by themselves
     IntervalTally Intervals;
+    HostBuffer<KnownValue> Known;
+    HostBuffer<double*> KnownCodes;  // the count of each code; null: not met yet
+    HostBuffer<double> Uncounted;  // of codes that count nowhere
+    CodeCounts ByCode;
 };
 
 }  // namespace drilldown

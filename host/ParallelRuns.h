@@ -15,6 +15,8 @@ class ParallelRuns {
 
     /// How many parts run at once at most, the thread of the caller included; at least 1.
     [[nodiscard]] virtual std::int32_t Threads() const = 0;
+    /// Of how many cases on a run pays for waking the threads; fewer are counted by the caller's.
+    [[nodiscard]] virtual std::int32_t CasesWorthSharing() const { return 2048; }
     /// Does parts 0 .. parts - 1, each once, taken up in that order by whichever thread is free; the caller's may be
     /// one of them. Returns when all are done; what they wrote can be read then. Runs don't nest. Runs are short, down
     /// to some microseconds, and come one after another, so threads should be kept and not started for each. Where

@@ -63,4 +63,7 @@ class TableColumns {
     /// progress, and polls for a cancel by the user as often as lookbr would be called: once for each case to use, up
     /// to the one that gives yes. Gives the number of cases before that one; `count` when none does.
     [[nodiscard]] virtual std::int32_t BeginCases(std::int32_t first, std::int32_t count) = 0;
+    /// How many cases are counted between two such calls at most, where they aren't left out; at least 1. More make
+    /// better use of several threads, fewer notice a cancel sooner.
+    [[nodiscard]] virtual std::int32_t CasesBetweenPolls() const { return 32768; }
 };

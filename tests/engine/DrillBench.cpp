@@ -44,15 +44,33 @@ constexpr auto IsShown = [](const Categories& category) { return IsNonZero(categ
 }  // namespace
 
 void DrillBench::Open(quillara::DataTable table) {
+    Quick.reset();
     Document.reset();
     Data = std::move(table);
     Document = std::make_unique<quillara::AnalysisDocument>(Data);
-    Document->OfferCaseBlocks(TheRoad == Road::Columns);
+    Document->OfferCaseBlocks(TheRoad != Road::CaseByCase);
     Document->Services.ShowMessage = [this](std::string_view text) { Messages.emplace_back(text); };
     Document->Services.WorkIn = [this](quillara::Window& window) { return WorkIn(window); };
     Document->Services.BreakRequested = [this] { return Poll(); };
+    if (TheRoad == Road::Quick) {
+        Quick = std::make_unique<QuickHost>(*Document, Services);
+    }
     Document->Adopt(std::unique_ptr<CAnalysisSupport>(Orv6NewAnalysis()));
     ASSERT_TRUE(Document->RunSequence());
+}
+
+void DrillBench::Weigh(std::optional<std::size_t> variable) {
+    Document->SetWeight(variable);
+    if (Quick != nullptr) {
+        Quick->Renew();
+    }
+}
+
+void DrillBench::Select(std::vector<CaseResult> results) {
+    Document->SetSelection(std::move(results));
+    if (Quick != nullptr) {
+        Quick->Renew();
+    }
 }
 
 bool DrillBench::WorkIn(quillara::Window& window) {

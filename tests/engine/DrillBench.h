@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engine/DrillDown.h"
+#include "tests/engine/QuickHost.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/hosting/AnalysisDocument.h"
 
@@ -24,7 +25,7 @@ inline constexpr char NotEnoughMemory[] =
     "Not enough memory to complete the requested computations; close other applications and try again.";
 
 /// How the module gets its cases from the host.
-enum class Road : std::uint8_t { CaseByCase, Columns };
+enum class Road : std::uint8_t { CaseByCase, Columns, Quick };
 
 using Names = std::vector<std::string>;
 
@@ -46,7 +47,7 @@ std::string TextOf(const Drill& record);
 /// The real module on the real host, over a small table: verbs of an exploration, and its state as short texts.
 class DrillBench {
   public:
-    explicit DrillBench(Road road) : TheRoad(road) {}
+    explicit DrillBench(Road road, const QuickServices& services = {}) : TheRoad(road), Services(services) {}
     /// A new analysis of a table.
     void Open(quillara::DataTable table);
     void Open(std::vector<quillara::Variable> variables) { Open(TableOf(std::move(variables))); }
@@ -63,7 +64,9 @@ class DrillBench {
     /// The same by numbers; nothing: the user cancels the dialog.
     int ChooseLists(const std::optional<VariableLists>& answer);
     int ReviewLists(const std::optional<VariableLists>& answer);
-    void Weigh(const std::string& name) { Document->SetWeight(Data.IndexOf(name)); }
+    void Weigh(const std::string& name) { Weigh(Data.IndexOf(name)); }
+    void Weigh(std::optional<std::size_t> variable);
+    void Select(std::vector<CaseResult> results);
     /// Makes a variable the current one and its counts fresh, as the dialog does before it shows the categories.
     void Focus(std::int16_t var);
     /// Moves a variable to the steps, on a row of its list, or back; no case is read.
@@ -108,8 +111,10 @@ class DrillBench {
     bool Poll();
 
     Road TheRoad;
+    QuickServices Services;
     quillara::DataTable Data;
     std::unique_ptr<quillara::AnalysisDocument> Document;
+    std::unique_ptr<QuickHost> Quick;
     std::optional<VariableLists> Answer;
     std::string Question;
     Names Messages;

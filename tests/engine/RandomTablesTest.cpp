@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <numeric>
 
 #include "tests/engine/RandomTables.h"
@@ -128,6 +129,15 @@ std::vector<Drill> Stripped(const std::vector<Drill>& drills, const std::vector<
     return records;
 }
 
+QuickServices AnyServices(Random& random) {
+    static constexpr std::array<QuickServices::Answer, 3> answers{
+        QuickServices::Answer::None, QuickServices::Answer::Bits, QuickServices::Answer::Rows};
+    static constexpr std::array<std::int32_t, 5> threads{0, 1, 2, 3, 16};
+    static constexpr std::array<std::int32_t, 4> blocks{1, 7, 64, 32768};
+    return {!Chance(random, 8), answers[Pick(random, answers.size())], threads[Pick(random, threads.size())],
+            blocks[Pick(random, blocks.size())], !Chance(random, 8)};
+}
+
 /// A random table, the same operations on the module on every road, and those it knows on the reference too.
 class Exploration {
   public:
@@ -141,11 +151,14 @@ class Exploration {
                 Reference.Selection.push_back(Chance(Source, 5) ? CaseResult::Skip : CaseResult::Use);
             }
         }
-        for (Bench* bench : {&Cases, &Columns}) {
-            bench->Open(Table);
-            bench->Host().SetWeight(Reference.Weight);
-            bench->Host().SetSelection(Reference.Selection);
-        }
+        Others.push_back(std::make_unique<Bench>(Road::Columns));
+        Others.push_back(std::make_unique<Bench>(Road::Quick, AnyServices(Source)));
+        Others.push_back(std::make_unique<Bench>(Road::Quick, AnyServices(Source)));
+        ForEach([&](Bench& bench) {
+            bench.Open(Table);
+            bench.Weigh(Reference.Weight);
+            bench.Select(Reference.Selection);
+        });
     }
 
     /// Begins with ChangeSettings, Choose and Review and goes on with any verbs by their share.
@@ -161,8 +174,10 @@ class Exploration {
         Reference.Adopt(Cases.Analysis());
         Reference.Polls = Cases.Polls();
         const int result = verb.OnModule(Cases, random);
-        ASSERT_EQ(verb.OnModule(Columns, random), result) << Done;
-        CompareRoads();
+        for (const auto& other : Others) {
+            ASSERT_EQ(verb.OnModule(*other, random), result) << Done;
+            CompareRoads(*other);
+        }
         if (verb.OnPlain != nullptr) {
             ASSERT_EQ(result, verb.OnPlain(Reference, random)) << Done;
             CompareWithReference();
@@ -184,12 +199,12 @@ class Exploration {
     bool ApplyWithoutMemory(const Verb& verb, int call) {
         Apply(ReadBeforeDrill);
         const Random random(Source());
-        const bool cases = FailsAt(Cases, verb, random, call);
-        const bool columns = FailsAt(Columns, verb, random, call);
+        bool reached = false;
+        ForEach([&](Bench& bench) { reached = FailsAt(bench, verb, random, call) || reached; });
         CancelAt(0);
         Apply(IsPass(verb) ? ReadAfterDrill : verb);
         Apply(verb);
-        return cases || columns;
+        return reached;
     }
 
   private:
@@ -202,8 +217,7 @@ class Exploration {
     }
 
     void CancelAt(int poll) {
-        Cases.CancelAt(poll);
-        Columns.CancelAt(poll);
+        ForEach([&](Bench& bench) { bench.CancelAt(poll); });
         Reference.CancelPoll = poll;
     }
 
@@ -233,13 +247,20 @@ class Exploration {
         return reached;
     }
 
-    void CompareRoads() const {
+    void CompareRoads(const Bench& other) const {
         const CDrillDown& cases = Cases.Analysis();
-        const CDrillDown& columns = Columns.Analysis();
-        ASSERT_EQ(Columns.Polls(), Cases.Polls()) << Done;
-        ASSERT_EQ(Columns.State(), Cases.State()) << Done;
+        ASSERT_EQ(other.Polls(), Cases.Polls()) << Done;
+        ASSERT_EQ(other.State(), Cases.State()) << Done;
         for (auto set : {&CDrillDown::DrillDowns, &CDrillDown::DrillUps, &CDrillDown::Reviews}) {
-            ExpectSame(Copied(columns.*set), Copied(cases.*set), true, Done);
+            ExpectSame(Copied(other.Analysis().*set), Copied(cases.*set), true, Done);
+        }
+    }
+
+    template <typename Do>
+    void ForEach(Do act) {
+        act(Cases);
+        for (const auto& other : Others) {
+            act(*other);
         }
     }
 
@@ -256,7 +277,7 @@ class Exploration {
     Random Source;
     quillara::DataTable Table;
     Bench Cases{Road::CaseByCase};
-    Bench Columns{Road::Columns};
+    std::vector<std::unique_ptr<Bench>> Others;  // on other roads
     Plain Reference{Table};
     std::string Done;
 };
