@@ -12,13 +12,13 @@ from . import _quillara
 from ._documents import (
     Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Spreadsheet, Window,
 )
-from ._drill import Drill, close_all
+from ._drill import DialogWindow, Drill, close_all
 from ._errors import Error, Message
 from ._objects import Object, snake_case, wrap
 from ._table import Table, Variable, open, table
 
 __all__ = [
-    "Analysis", "Application", "Collection", "DataDocument", "Document", "Drill", "Error", "Graph", "GraphSeries",
+    "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph", "GraphSeries",
     "Message", "Object", "Spreadsheet", "Table", "Variable", "Window", "application", "open", "snake_case", "table",
 ]
 

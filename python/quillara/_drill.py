@@ -26,6 +26,12 @@ def text_of_lists(first, second):
     return f"{text_of_list(first)} | {text_of_list(second)}" if second else text_of_list(first)
 
 
+class DialogWindow(Object, kind="DialogWindow"):
+    """The window of a startup dialog: `click(9103)`, `select(9053, "age")`, `text(9070, 5)`, `drag(9053, 0, 2)`."""
+
+    __slots__ = ()
+
+
 class Drill(Object, kind="DDNStartup"):
     """A drill-down analysis by its startup dialog. With `with` it closes at the end."""
 
@@ -96,6 +102,14 @@ class Drill(Object, kind="DDNStartup"):
     def analysis(self) -> Analysis:
         """The analysis of the dialog."""
         return self.Parent
+
+    @property
+    def window(self) -> DialogWindow:
+        """The window of the dialog, to work in as a person does, by the numbers of its controls.
+
+        Dialogs that it opens ask the answers of the application.
+        """
+        return self.analysis.DialogWindow
 
     def close(self) -> None:
         """Closes the analysis. Documents that it made stay as they are; all else then fails with 0x800401FD."""

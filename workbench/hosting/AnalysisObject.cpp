@@ -10,6 +10,7 @@
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/DocumentCollection.h"
+#include "workbench/hosting/WindowObject.h"
 
 namespace quillara {
 namespace {
@@ -52,11 +53,19 @@ void AutomationInteractive(AnalysisObject& analysis, NamedCall& call) {
     }
 }
 
+void DialogWindow(AnalysisObject& analysis, NamedCall& call) {
+    if (analysis.Dialog() == nullptr) {
+        throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+    }
+    const auto own = CountedPointer<AnalysisObject>::Share(&analysis);
+    call.Give(CountedPointer<IDispatch>::Adopt(new WindowObject(own)).Get());
+}
+
 template <auto Serve>
 constexpr auto Of = RunFor<AnalysisObject, Serve>;
 
 // clang-format off
-constexpr std::array<MemberRow, 6> Members{{
+constexpr std::array<MemberRow, 7> Members{{
     // Name                    Number Uses                 Arguments Value                  Run                        Help
     {u"Name",                  0,     DispatchPropertyGet, 0, 0,     VariantType::Text,     Of<Name>,                  "What the analysis is called"},
     {u"Application",           1,     DispatchPropertyGet, 0, 0,     VariantType::Dispatch, Of<Application>,           "The application"},
@@ -64,6 +73,7 @@ constexpr std::array<MemberRow, 6> Members{{
     {u"Outputs",               3,     DispatchPropertyGet, 0, 0,     VariantType::Dispatch, Of<Outputs>,               "Its result documents, the newest last"},
     {u"Dialog",                4,     DispatchPropertyGet, 0, 0,     VariantType::Dispatch, Of<Dialog>,                "Its startup dialog; nothing once that has closed"},
     {u"AutomationInteractive", 5,     ReadAndWrite,        0, 0,     VariantType::Boolean,  Of<AutomationInteractive>, "Whether messages and dialogs are left to a person while a script drives it"},
+    {u"DialogWindow",          6,     DispatchPropertyGet, 0, 0,     VariantType::Dispatch, Of<DialogWindow>,          "The window of its startup dialog, to work in as a person does"},
 }};
 // clang-format on
 

@@ -6,10 +6,9 @@
 #include "platform/CountedPointer.h"
 #include "workbench/documents/GraphFaces.h"
 #include "workbench/documents/ResultDocument.h"
-#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/AnalysisServices.h"
 #include "workbench/hosting/ModalWork.h"
 #include "workbench/hosting/ObjectModel.h"
-#include "workbench/hosting/Surroundings.h"
 
 namespace {
 
@@ -49,16 +48,15 @@ bool CGraphBrushingExt::DoBrushing(COutDocument* document, const char** options,
         return false;
     }
     CAnalysisDoc* owner = quillara::AnalysisOf(document->Document());
-    if (owner == nullptr || !quillara::SurroundingsOf(owner).Services.Brush) {
+    if (owner == nullptr) {
         return false;
     }
     const auto alive = CountedPointer<quillara::ResultDocument>::Share(&document->Document());  // the user may close it
-    const quillara::StartupBlock block(quillara::DialogsOf(owner));
     quillara::BrushingRun run{document->Document(), *Graphs.back(), {}, choice};
     for (; *options != nullptr; ++options) {
         run.Options.emplace_back(*options);
     }
-    const bool picked = quillara::SurroundingsOf(owner).Services.Brush(run);
+    const bool picked = quillara::RunBrushing(owner, run);
     choice = run.Choice;
     return picked;
 }

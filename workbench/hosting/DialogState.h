@@ -33,7 +33,8 @@ struct DialogState {
 
     /// Whether messages and modal dialogs are a script's and not a person's.
     [[nodiscard]] bool AreLeftToScript() const {
-        return Script.IsDriven && (Startup == nullptr || Startup->AutomationInteractive == 0);
+        const bool asksPerson = Startup != nullptr && Startup->AutomationInteractive != 0 && !Script.OpensDialogs;
+        return Script.IsDriven && !asksPerson;
     }
     /// Whether a command runs or a modal window stands open, so that no other may begin.
     [[nodiscard]] bool IsBusy() const { return Command || ModalWindows > 0; }

@@ -35,16 +35,22 @@ bool AskAround(const DialogState& dialogs, const AnalysisServices& services, Win
     return isAnswered;
 }
 
-/// Whether somebody has worked in the window and may be asked again.
-bool WorkIn(CAnalysisDoc* document, Window& window) {
-    DialogState& dialogs = DialogsOf(document);
+bool PickWithin(const DialogState& dialogs, const AnalysisServices& services, BrushingRun& run) {
+    if (dialogs.AreLeftToScript()) {
+        return TheScriptDesk().PickIn(run);
+    }
+    return services.Brush && services.Brush(run);
+}
+
+/// What an answer gives, false when it throws: the analysis that asks knows nothing of what goes wrong in a script.
+template <typename Ask>
+bool Guarded(DialogState& dialogs, Ask ask) {
     if (dialogs.Failure != nullptr) {
         return false;
     }
     try {
-        return AskAround(dialogs, SurroundingsOf(document).Services, window);
+        return ask();
     } catch (...) {
-        // The analysis that opened the window knows nothing of what goes wrong in a script.
         dialogs.Failure = std::current_exception();
         return false;
     }
@@ -66,13 +72,20 @@ int RunModal(CAnalysisDoc* document, Window& window) {
     const StartupBlock block(dialogs);
     window.Start();
     while (!window.IsClosed()) {
-        if (!WorkIn(document, window)) {
+        const AnalysisServices& services = SurroundingsOf(document).Services;
+        if (!Guarded(dialogs, [&] { return AskAround(dialogs, services, window); })) {
             window.SendCommand(CancelCommand);
             window.Close(0);
         }
         dialogs.Queue.DispatchAll();
     }
     return window.CloseResult();
+}
+
+bool RunBrushing(CAnalysisDoc* document, BrushingRun& run) {
+    DialogState& dialogs = DialogsOf(document);
+    const StartupBlock block(dialogs);
+    return Guarded(dialogs, [&] { return PickWithin(dialogs, SurroundingsOf(document).Services, run); });
 }
 
 }  // namespace quillara

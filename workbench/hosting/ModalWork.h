@@ -6,6 +6,7 @@ class CAnalysisDoc;
 
 namespace quillara {
 
+struct BrushingRun;
 struct DialogState;
 
 /// While one stands, the startup window can't be used.
@@ -24,5 +25,8 @@ class StartupBlock {
 /// answers it is cancelled. Gives what it was closed with. An exception of the script cancels the window and reaches
 /// whoever runs the document's messages.
 int RunModal(CAnalysisDoc* document, Window& window);
+
+/// Lets the user, or the script, pick a bar; false when nobody does. What a script throws is as with RunModal.
+bool RunBrushing(CAnalysisDoc* document, BrushingRun& run);
 
 }  // namespace quillara

@@ -2,6 +2,10 @@
 
 #include <utility>
 
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/windows/Window.h"
+
 namespace quillara {
 namespace {
 
@@ -15,8 +19,21 @@ bool ScriptDesk::WorkIn(Window& window) {
     }
     const Answer answer = std::move(Answers.front());
     Answers.pop_front();
-    answer(window);
+    const Work* work = std::get_if<Work>(&answer);
+    if (work == nullptr) {
+        throw UsageError("The dialog " + Quoted(window.Resource().Title) + " has opened where a bar was to be picked.");
+    }
+    (*work)(window);
     return true;
+}
+
+bool ScriptDesk::PickIn(BrushingRun& run) {
+    if (Answers.empty() || !std::holds_alternative<Pick>(Answers.front())) {
+        return false;
+    }
+    const Pick pick = std::get<Pick>(std::move(Answers.front()));
+    Answers.pop_front();
+    return pick(run);
 }
 
 void ScriptDesk::Keep(std::string_view message) {

@@ -7,21 +7,28 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 namespace quillara {
 
 class Window;
+struct BrushingRun;
 
 /// What scripts give and get besides the members of objects: their answers to modal dialogs, one after the other, and
 /// the messages that a person would have seen. One for all analyses of the application.
 class ScriptDesk {
   public:
     /// Works in an open modal window. One that is still open then asks the next answer.
-    using Answer = std::function<void(Window&)>;
+    using Work = std::function<void(Window&)>;
+    /// Picks a bar of a brushing graph; false: leaves.
+    using Pick = std::function<bool(BrushingRun&)>;
+    using Answer = std::variant<Work, Pick>;
 
     void Expect(Answer answer) { Answers.push_back(std::move(answer)); }
-    /// Lets the next answer work in a window; false when there is none.
+    /// Lets the next answer work in a window; false when there is none. Throws UsageError when it is a pick.
     bool WorkIn(Window& window);
+    /// Lets the next answer pick a bar; false when it leaves, when it is for a window, and when there is none.
+    bool PickIn(BrushingRun& run);
     /// Forgets the answers that no window has asked for.
     void ForgetAnswers() { Answers.clear(); }
     [[nodiscard]] std::size_t AnswersLeft() const { return Answers.size(); }

@@ -29,6 +29,7 @@ struct PressRecord {
 struct ScriptDrive {
     bool IsDriven = false;  ///< from the first press or write of a script until a person's next message
     int Scopes = 0;  ///< within one, messages are the script's
+    bool OpensDialogs = false;  ///< what it does now opens dialogs as for a person; they ask the script's answers
     PressRecord* Press = nullptr;  ///< what runs now; null: no press
 
     /// A message has reached the dialog: a person's ends what a script began.

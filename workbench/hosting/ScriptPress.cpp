@@ -57,6 +57,30 @@ class DialogKeeper {
     CAnalysisModelessDialog* Kept;
 };
 
+/// Dialogs open as for a person, and ask the script unless it has left them to a person.
+class OpeningScope {
+  public:
+    explicit OpeningScope(CAnalysisModelessDialog& dialog)
+        : Kept(dialog),
+          Dialog(dialog),
+          Drive(DialogsOf(DialogHost::DocumentOf(dialog)).Script),
+          IsLeftToPerson(std::exchange(dialog.AutomationInteractive, std::uint8_t{1})) {
+        Drive.OpensDialogs = IsLeftToPerson == 0;
+    }
+    OpeningScope(const OpeningScope&) = delete;
+    OpeningScope& operator=(const OpeningScope&) = delete;
+    ~OpeningScope() {
+        Drive.OpensDialogs = false;
+        Dialog.AutomationInteractive = IsLeftToPerson;
+    }
+
+  private:
+    DialogKeeper Kept;
+    CAnalysisModelessDialog& Dialog;
+    ScriptDrive& Drive;
+    std::uint8_t IsLeftToPerson;
+};
+
 }  // namespace
 
 PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int64_t(Window&)>& act,
@@ -80,6 +104,13 @@ PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int6
         throw NoMemoryInPress();
     }
     return outcome;
+}
+
+PressOutcome ActAsPerson(CAnalysisModelessDialog& dialog, const std::function<std::int64_t(Window&)>& act,
+                         std::function<void(Window&)> firstAnswer) {
+    dialog.ThrowIfClosed();
+    const OpeningScope scope(dialog);
+    return ActForScript(dialog, act, std::move(firstAnswer));
 }
 
 std::string FailureOf(const PressRecord& press) {

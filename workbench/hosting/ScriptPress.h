@@ -7,6 +7,7 @@
 #include "workbench/hosting/ScriptDrive.h"
 
 class CAnalysisDialog;
+class CAnalysisModelessDialog;
 
 namespace quillara {
 
@@ -22,6 +23,11 @@ struct PressOutcome {
 /// answer to a modal dialog threw. `firstAnswer` may be empty.
 PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int64_t(Window&)>& act,
                           std::function<void(Window&)> firstAnswer = {});
+
+/// As ActForScript, but dialogs open as for a person and ask the script's answers, unless they are left to a person
+/// anyway.
+PressOutcome ActAsPerson(CAnalysisModelessDialog& dialog, const std::function<std::int64_t(Window&)>& act,
+                         std::function<void(Window&)> firstAnswer = {});
 
 /// What people and scripts are told of a press that hasn't made what it is pressed for.
 [[nodiscard]] std::string FailureOf(const PressRecord& press);

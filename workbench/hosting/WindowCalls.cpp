@@ -8,10 +8,13 @@
 #include <string_view>
 #include <utility>
 
+#include "host/Brushing.h"
 #include "platform/OwnedVariant.h"
+#include "platform/WindowMessages.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/WideText.h"
+#include "workbench/hosting/AnalysisServices.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -79,6 +82,10 @@ void Drag(Window& window, const WindowCall& call) {
     window.Drag(WholeOf(call, 0), WholeOf(call, 2));
 }
 
+void CloseWindow(Window& window, const WindowCall& /*call*/) {
+    window.SendCommand(CancelCommand);
+}
+
 struct CallRow {
     std::string_view Name;
     std::size_t Arguments;
@@ -86,15 +93,37 @@ struct CallRow {
 };
 
 // clang-format off
-constexpr std::array<CallRow, 5> Calls{{
+constexpr std::array<CallRow, 6> Calls{{
     // Name          Arguments Run
     {"click",        1,        Click},
     {"select",       2,        Select},
     {"double_click", 2,        DoubleClick},
     {"text",         2,        Type},
     {"drag",         3,        Drag},
+    {"close",        0,        CloseWindow},
 }};
 // clang-format on
+
+// In a brushing graph
+
+/// Marks a bar and an option; throws UsageError when one of them isn't there.
+bool PickBar(BrushingRun& run, const WindowCall& call) {
+    const int bar = WholeOf(call, 0);
+    const int option = WholeOf(call, 1);
+    if (bar < -1 || bar >= static_cast<int>(run.Regions.Regions().size())) {
+        throw UsageError("The brushing graph has no bar " + std::to_string(bar) + ".");
+    }
+    if (option < 0 || option >= static_cast<int>(run.Options.size())) {
+        throw UsageError("The brushing graph has no option " + std::to_string(option) + ".");
+    }
+    run.Regions.setSelected(bar);
+    run.Choice = option;
+    return true;
+}
+
+bool IsPick(const WindowCall& call) {
+    return (call.Name == "pick" && call.Arguments.size() == 2) || (call.Name == "leave" && call.Arguments.empty());
+}
 
 // From values of automation
 
@@ -106,22 +135,10 @@ std::span<const VARIANT> ItemsOf(const VARIANT& list) {
                                  : std::span(list.Array->Data, list.Array->Bounds[0].Count);
 }
 
-Argument ArgumentOf(const VARIANT& value) {
-    OwnedVariant converted;
-    const VariantType type = value.Type == VariantType::Text ? VariantType::Text : VariantType::Real;
-    if (!Succeeded(VariantChangeType(*converted.Put(), value, type))) {
-        throw UsageError("A window call takes numbers and texts.");
-    }
-    if (type == VariantType::Text) {
-        return NarrowText(ViewOf(converted.Get().Text));
-    }
-    return converted.Get().Real;
-}
-
 WindowCall CallOf(const VARIANT& value) {
     WindowCall call;
     for (const VARIANT& item : ItemsOf(value)) {
-        call.Arguments.push_back(ArgumentOf(item));
+        call.Arguments.push_back(WindowArgument(item));
     }
     if (call.Arguments.empty() || !std::holds_alternative<std::string>(call.Arguments.front())) {
         throw UsageError("A window call begins with its name.");
@@ -141,7 +158,19 @@ void RunWindowCall(Window& window, const WindowCall& call) {
     row->Run(window, call);
 }
 
-std::function<void(Window&)> AnswerOf(const VARIANT& calls) {
+Argument WindowArgument(const VARIANT& value) {
+    OwnedVariant converted;
+    const VariantType type = value.Type == VariantType::Text ? VariantType::Text : VariantType::Real;
+    if (!Succeeded(VariantChangeType(*converted.Put(), value, type))) {
+        throw UsageError("A window call takes numbers and texts.");
+    }
+    if (type == VariantType::Text) {
+        return NarrowText(ViewOf(converted.Get().Text));
+    }
+    return converted.Get().Real;
+}
+
+ScriptDesk::Answer AnswerOf(const VARIANT& calls) {
     std::vector<WindowCall> all;
     OwnedVariant copy;
     if (!Succeeded(VariantCopyInd(*copy.Put(), calls))) {
@@ -150,11 +179,15 @@ std::function<void(Window&)> AnswerOf(const VARIANT& calls) {
     for (const VARIANT& item : ItemsOf(copy.Get())) {
         all.push_back(CallOf(item));
     }
-    return [all = std::move(all)](Window& window) {
+    if (all.size() == 1 && IsPick(all.front())) {
+        return ScriptDesk::Pick(
+            [pick = std::move(all.front())](BrushingRun& run) { return pick.Name == "pick" && PickBar(run, pick); });
+    }
+    return ScriptDesk::Work([all = std::move(all)](Window& window) {
         for (const WindowCall& call : all) {
             RunWindowCall(window, call);
         }
-    };
+    });
 }
 
 }  // namespace quillara

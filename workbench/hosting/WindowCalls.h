@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "platform/Variant.h"
+#include "workbench/hosting/ScriptDesk.h"
 
 namespace quillara {
 
@@ -17,6 +17,10 @@ class Window;
 ///   double_click ID ROW    the same twice
 ///   text ID TEXT           an edit or a number field
 ///   drag ID ROW TARGET     the row of a list before another
+///   close                  the cross of the window
+/// and in a brushing graph, in an answer of one call:
+///   pick BAR OPTION        a bar, from 0 (-1: none), with an option, from 0 (0: drill down, 1: drill up)
+///   leave                  ends the brushing
 struct WindowCall {
     std::string Name;
     std::vector<std::variant<double, std::string>> Arguments;
@@ -25,8 +29,11 @@ struct WindowCall {
 /// Does so. Throws UsageError for a call that isn't there or lacks arguments, and as Window does.
 void RunWindowCall(Window& window, const WindowCall& call);
 
-/// The answer to a modal window that makes these calls one after the other, given as a list of lists. Throws UsageError
-/// when it is another value.
-[[nodiscard]] std::function<void(Window&)> AnswerOf(const VARIANT& calls);
+/// The arguments of a call as automation has them: numbers and texts. Throws UsageError for others.
+[[nodiscard]] std::variant<double, std::string> WindowArgument(const VARIANT& value);
+
+/// The answer that makes these calls one after the other, given as a list of lists. Throws UsageError when it is
+/// another value.
+[[nodiscard]] ScriptDesk::Answer AnswerOf(const VARIANT& calls);
 
 }  // namespace quillara

@@ -15,28 +15,6 @@
 #include "workbench/windows/Window.h"
 
 namespace quillara {
-namespace {
-
-/// Dialogs open as for a person.
-class InteractiveScope {
-  public:
-    explicit InteractiveScope(CAnalysisModelessDialog& dialog)
-        : Dialog(&dialog), Former(std::exchange(dialog.AutomationInteractive, 1)) {
-        dialog.AddDialogReference();
-    }
-    InteractiveScope(const InteractiveScope&) = delete;
-    InteractiveScope& operator=(const InteractiveScope&) = delete;
-    ~InteractiveScope() {
-        Dialog->AutomationInteractive = Former;
-        Dialog->ReleaseDialogReference();
-    }
-
-  private:
-    CAnalysisModelessDialog* Dialog;
-    std::uint8_t Former;
-};
-
-}  // namespace
 
 ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const CasesInForce& cases,
                                    const std::atomic<bool>& cancelled)
@@ -72,14 +50,13 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
         throw new COleException(CO_E_OBJNOTCONNECTED);
     }
     const Variable& chosen = Document->Table().Variables.at(variable - 1);
-    const InteractiveScope scope(*dialog);
     bool isAnswered = false;
     const auto answer = [&](Window& window) {
         AnswerWithCategory(window, chosen, [&](const CategoryList& list) { return FindCategory(list, category); });
         isAnswered = true;
     };
     const auto press = [](Window& window) { return window.Click(DownButton), 0; };
-    const PressOutcome outcome = ActForScript(*dialog, press, answer);
+    const PressOutcome outcome = ActAsPerson(*dialog, press, answer);
     if (!isAnswered) {
         throw DataError(outcome.Record.Messages.empty() ? "The step was cancelled." : FailureOf(outcome.Record));
     }

@@ -1,0 +1,93 @@
+#include "workbench/hosting/WindowObject.h"
+
+#include <array>
+#include <string>
+
+#include "host/AnalysisDialog.h"
+#include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/ScriptPress.h"
+#include "workbench/hosting/WindowCalls.h"
+
+namespace quillara {
+namespace {
+
+CAnalysisModelessDialog& DialogOf(const WindowObject& window) {
+    CAnalysisModelessDialog* dialog = window.Analysis().Dialog();
+    if (dialog == nullptr) {
+        throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+    }
+    return *dialog;
+}
+
+/// Scripts that forget an answer hear of it: the dialog has only been cancelled.
+void TellOfUnanswered(const PressRecord& press) {
+    for (const std::string& title : press.Unanswered) {
+        TheScriptDesk().Keep("The dialog \"" + title + "\" has opened and had no answer.");
+    }
+}
+
+void Run(const WindowObject& window, const NamedCall& call, const char* name) {
+    WindowCall wanted{name, {}};
+    for (std::size_t i = 0; i < call.Count(); ++i) {
+        wanted.Arguments.push_back(WindowArgument(call.Value(i)));
+    }
+    const PressOutcome outcome = ActAsPerson(DialogOf(window), [&wanted](Window& shown) {
+        RunWindowCall(shown, wanted);
+        return 0;
+    });
+    TellOfUnanswered(outcome.Record);
+}
+
+void Click(WindowObject& window, NamedCall& call) {
+    Run(window, call, "click");
+}
+
+void Select(WindowObject& window, NamedCall& call) {
+    Run(window, call, "select");
+}
+
+void DoubleClick(WindowObject& window, NamedCall& call) {
+    Run(window, call, "double_click");
+}
+
+void Text(WindowObject& window, NamedCall& call) {
+    Run(window, call, "text");
+}
+
+void Drag(WindowObject& window, NamedCall& call) {
+    Run(window, call, "drag");
+}
+
+void Close(WindowObject& window, NamedCall& call) {
+    Run(window, call, "close");
+}
+
+template <auto Serve>
+constexpr auto Of = RunFor<WindowObject, Serve>;
+
+// clang-format off
+constexpr std::array<MemberRow, 6> Members{{
+    // Name          Number Uses            Arguments Value               Run              Help
+    {u"Click",       0,     DispatchMethod, 1, 1,     VariantType::Empty, Of<Click>,       "Clicks a button, a check box or a radio button, by its number"},
+    {u"Select",      1,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Select>,      "Clicks a row of a list, by place from 0 or by text"},
+    {u"DoubleClick", 2,     DispatchMethod, 2, 2,     VariantType::Empty, Of<DoubleClick>, "Clicks a row of a list twice"},
+    {u"Text",        3,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Text>,        "Types into an edit or a number field"},
+    {u"Drag",        4,     DispatchMethod, 3, 3,     VariantType::Empty, Of<Drag>,        "Drags a row of a list before another, both by place from 0"},
+    {u"Close",       5,     DispatchMethod, 0, 0,     VariantType::Empty, Of<Close>,       "Closes the window as its cross does"},
+}};
+// clang-format on
+
+constexpr ObjectKind Kind{u"DialogWindow", "The window of a startup dialog, worked in as a person does", {}, Members};
+
+}  // namespace
+
+HRESULT WindowObject::QueryInterface(const GUID& id, void** object) {
+    *object = id == IUnknown::Id || id == IDispatch::Id ? static_cast<IDispatch*>(this) : nullptr;
+    return *object == nullptr ? E_NOINTERFACE : (AddRef(), S_OK);
+}
+
+const ObjectKind& WindowObject::MembersOf() const {
+    return Kind;
+}
+
+}  // namespace quillara
