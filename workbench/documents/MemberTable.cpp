@@ -5,7 +5,6 @@
 #include <new>
 
 #include "host/Exceptions.h"
-#include "workbench/data/Errors.h"
 #include "workbench/documents/WideText.h"
 
 namespace quillara {
@@ -57,7 +56,7 @@ HRESULT Tell(EXCEPINFO* record, CException* exception) {
 HRESULT Tell(EXCEPINFO* record, const std::exception& exception) {
     if (record != nullptr) {
         *record = {};
-        record->Status = dynamic_cast<const UsageError*>(&exception) != nullptr ? E_INVALIDARG : E_FAIL;
+        record->Status = E_FAIL;
         record->Source = SysAllocString(u"Quillara");
         record->Description = SysAllocString(WideText(exception.what()));
     }
