@@ -14,6 +14,7 @@
 #include "python/PythonArrow.h"
 #include "python/PythonDocuments.h"
 #include "python/PythonObject.h"
+#include "python/PythonOutputs.h"
 #include "python/PythonTable.h"
 #include "workbench/hosting/ScriptDesk.h"
 
@@ -56,6 +57,7 @@ PYBIND11_MODULE(_quillara, module) {
     PythonAnalysis::Define(module);
     DefineDocuments(module);
     DefineArrow(module);
+    DefineOutputs(module);
     module.def("application", [] {
         return PythonObject::Wrap(
             CallHost("application", [] { return CountedPointer<IDispatch>::Adopt(OleAGetApplication()); }));

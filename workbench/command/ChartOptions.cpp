@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "workbench/command/NamedVariables.h"
-#include "workbench/command/WordTable.h"
+#include "workbench/data/WordTable.h"
 #include "workbench/documents/BoxTypes.h"
 #include "workbench/numbers/DecimalNumber.h"
 

@@ -146,7 +146,7 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "results after each step, or after the last (default)")
         ->type_name("each|last");
     add(
-        "--format", [&](const std::string& text) { options.Format = ParseFormat(text); },
+        "--format", [&](const std::string& text) { options.Format = FormatNamed(text); },
         "text (default) for reading, html for a report, json and csv for programs")
         ->type_name("text|json|csv|html");
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")

@@ -1,12 +1,9 @@
 #include "workbench/command/DrillData.h"
 
-#include <initializer_list>
-#include <utility>
-
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Dictionary.h"
 #include "workbench/data/CaseSelection.h"
-#include "workbench/data/Errors.h"
+#include "workbench/scripting/SettingTexts.h"
 
 namespace quillara {
 
@@ -30,25 +27,12 @@ CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
 }
 
 std::vector<std::string> SettingTexts(const DrillOptions& options) {
-    std::vector<std::string> texts;
-    if (options.Weight) {
-        const std::string manner = options.WeightedMoments ? ", fractions as they are" : ", rounded to whole numbers";
-        texts.push_back("Weight: " + *options.Weight + manner);
-    }
-    if (options.Formula) {
-        texts.push_back("Selection: " + *options.Formula);
-    }
-    const std::initializer_list<std::pair<bool, const char*>> boxes = {
-        {options.Casewise, "Missing data deleted casewise"},
-        {options.ReviewCasewise, "Missing data of review variables deleted casewise"},
-        {options.NoCountMissing, "Missing data not counted"},
-    };
-    for (const auto& [isPressed, text] : boxes) {
-        if (isPressed) {
-            texts.emplace_back(text);
-        }
-    }
-    return texts;
+    return SettingTexts({.Weight = options.Weight,
+                         .WeightedMoments = options.WeightedMoments,
+                         .Formula = options.Formula,
+                         .Casewise = options.Casewise,
+                         .ReviewCasewise = options.ReviewCasewise,
+                         .MissingNotCounted = options.NoCountMissing});
 }
 
 }  // namespace quillara

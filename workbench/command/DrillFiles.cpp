@@ -1,9 +1,9 @@
 #include "workbench/command/DrillFiles.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <utility>
 
 #include "workbench/command/DataReading.h"
@@ -20,17 +20,6 @@
 namespace quillara {
 namespace {
 
-struct DocumentView {
-    OutputFormat Format;
-    std::string (*View)(const OutputCollection&);
-};
-
-constexpr std::array<DocumentView, 3> Views{{
-    {OutputFormat::Text, TextView},
-    {OutputFormat::Json, JsonView},
-    {OutputFormat::Csv, CsvView},
-}};
-
 /// How many times charts are painted: for files, and for either theme of a report.
 std::int32_t Paintings(const DrillOptions& options, const OutputCollection& outputs) {
     const auto graphs = std::ranges::count_if(
@@ -40,14 +29,11 @@ std::int32_t Paintings(const DrillOptions& options, const OutputCollection& outp
 }
 
 std::string Shown(const DrillOptions& options, const OutputCollection& outputs, const ChartPainting& paint) {
-    if (options.Format == OutputFormat::Html) {
-        return HtmlView(outputs, [&](const GraphDocument& graph, bool isDark) {
-            ChartLook look = options.Charts.Look;
-            look.Dark = isDark;
-            return paint(graph, look, ChartFormat::Svg);
-        });
-    }
-    return std::ranges::find(Views, options.Format, &DocumentView::Format)->View(outputs);
+    return ViewOf(std::span(&outputs, 1), options.Format, [&](const GraphDocument& graph, bool isDark) {
+        ChartLook look = options.Charts.Look;
+        look.Dark = isDark;
+        return paint(graph, look, ChartFormat::Svg);
+    });
 }
 
 /// The files of charts, and the documents as they are written.

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "workbench/command/WordTable.h"
+#include "workbench/data/WordTable.h"
 
 namespace quillara {
 namespace {
@@ -55,13 +55,6 @@ std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, st
     return *parts;
 }
 
-constexpr WordTable<OutputFormat, 4> OutputFormatWords{{
-    {"text", OutputFormat::Text},
-    {"json", OutputFormat::Json},
-    {"csv", OutputFormat::Csv},
-    {"html", OutputFormat::Html},
-}};
-
 constexpr WordTable<bool, 2> AfterWords{{
     {"each", true},
     {"last", false},
@@ -82,10 +75,6 @@ CategorizedVariable ParseCategorizedVariable(std::string_view text) {
 DrillStep ParseDown(std::string_view text) {
     const auto [variable, category] = SplitAtEquals(text, "CATEGORY");
     return {variable, std::string(category)};
-}
-
-OutputFormat ParseFormat(std::string_view text) {
-    return Choose(OutputFormatWords, text);
 }
 
 bool ParseAfterEach(std::string_view text) {

@@ -10,6 +10,7 @@
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/formats/ReadOptions.h"
+#include "workbench/views/DocumentViews.h"
 
 namespace quillara {
 
@@ -23,8 +24,6 @@ struct CategorizedVariable {
     std::string Variable;
     Categorization How;
 };
-
-enum class OutputFormat { Text, Json, Csv, Html };
 
 /// What `quillara drill` is asked to do.
 struct DrillOptions {
@@ -58,7 +57,6 @@ struct DrillOptions {
 /// Each throws UsageError saying what is wrong with the text.
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
-[[nodiscard]] OutputFormat ParseFormat(std::string_view text);  ///< text, json, csv or html
 [[nodiscard]] bool ParseAfterEach(std::string_view text);  ///< each or last
 
 }  // namespace quillara

@@ -16,6 +16,7 @@
 #include "workbench/command/ExitStatus.h"
 #include "workbench/command/HelpFormatter.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/RunCommand.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -24,7 +25,7 @@ namespace quillara {
 namespace {
 
 constexpr const char* ProgramName = "quillara";
-constexpr const char* NoDesktop = "This build has no desktop; drill, info and convert work without one.";
+constexpr const char* NoDesktop = "This build has no desktop; drill, info, convert and run work without one.";
 
 void AddOpenCommand(CLI::App& program) {
     CLI::App* command = program.add_subcommand("open", "open a data file in the desktop (not built yet)");
@@ -34,11 +35,12 @@ void AddOpenCommand(CLI::App& program) {
     command->callback([] { throw UsageError(NoDesktop); });
 }
 
-void AddCommands(CLI::App& program) {
+void AddCommands(CLI::App& program, const std::vector<std::string>& forScript) {
     program.require_subcommand(0, 1);
     AddDrillCommand(program);
     AddInfoCommand(program);
     AddConvertCommand(program);
+    AddRunCommand(program, forScript);
     AddOpenCommand(program);
     program.callback([&program] {
         if (program.get_subcommands().empty()) {
@@ -107,8 +109,9 @@ ExitStatus Run(std::span<char*> arguments) {
     try {
         program.formatter(std::make_shared<HelpFormatter>());
         program.set_help_flag("-h,--help", "print this help and exit");
-        AddCommands(program);
-        program.parse(ForParser(arguments));
+        const std::size_t own = OwnArguments(arguments);
+        AddCommands(program, {arguments.begin() + static_cast<std::ptrdiff_t>(own), arguments.end()});
+        program.parse(ForParser(arguments.first(own)));
         return DoneStatus;
     } catch (const CLI::CallForHelp&) {
         WriteToStandardOutput(program.help());

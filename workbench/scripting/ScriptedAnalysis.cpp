@@ -31,9 +31,12 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
     if (!Document->RunSequence() || Document->StartupWindow() == nullptr) {
         throw DataError("There is not enough memory for this analysis.");
     }
+    Kept = ScriptOutputs::Of(*Document);
 }
 
-ScriptedAnalysis::~ScriptedAnalysis() = default;
+ScriptedAnalysis::~ScriptedAnalysis() {
+    Close();
+}
 
 CountedPointer<IDispatch> ScriptedAnalysis::Dialog() {
     CAnalysisModelessDialog* dialog = Document == nullptr ? nullptr : Document->Analysis().GetStartupDialog();
@@ -63,6 +66,9 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
 }
 
 void ScriptedAnalysis::Close() {
+    if (Document != nullptr && Kept != nullptr) {
+        Kept->End();
+    }
     Document.reset();
 }
 

@@ -11,6 +11,7 @@
 #include "workbench/data/DataTable.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
+#include "workbench/scripting/ScriptOutputs.h"
 
 namespace quillara {
 
@@ -46,6 +47,7 @@ class ScriptedAnalysis {
     std::shared_ptr<const DataTable> Table;
     AnalysisModule Library;
     std::unique_ptr<AnalysisDocument> Document;
+    std::shared_ptr<ScriptOutputs> Kept;  // null: its results aren't kept
 };
 
 }  // namespace quillara

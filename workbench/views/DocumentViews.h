@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "workbench/documents/OutputCollection.h"
 
@@ -18,5 +20,17 @@ using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark
 /// The documents as one HTML page that needs no other file. Graphs stand beside the frequency tables of their
 /// variables, each as a picture in the colours of its reader's theme; without a painter as its numbers.
 [[nodiscard]] std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint = {});
+/// Several runs on one page, one below the other.
+[[nodiscard]] std::string HtmlView(std::span<const OutputCollection> runs, const GraphPainter& paint);
+
+enum class OutputFormat { Text, Json, Csv, Html };
+
+/// The format of a word: text, json, csv, html. Throws UsageError for another one.
+[[nodiscard]] OutputFormat FormatNamed(std::string_view word);
+
+/// The documents of a run, or of several in their order: in JSON as a list, as text each under a heading. The painter
+/// is that of HtmlView.
+[[nodiscard]] std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format,
+                                 const GraphPainter& paint = {});
 
 }  // namespace quillara

@@ -46,7 +46,7 @@ a:hover, a:focus-visible { text-decoration: underline; }
 .contents li { margin: .3rem 0; line-height: 1.35; overflow-wrap: anywhere; }
 .kind { color: var(--soft); }
 .contents li li { padding-left: .8rem; border-left: 2px solid var(--faint); }
-main { min-width: 0; padding: 1.5rem 2rem 4rem; }
+main, article { min-width: 0; padding: 1.5rem 2rem 4rem; }
 section + section { margin-top: 3rem; }
 h2 { margin: 0 0 1.25rem; padding-bottom: .4rem; border-bottom: 2px solid var(--line); font-size: 1.25rem;
   overflow-wrap: anywhere; }
@@ -97,7 +97,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   .layout { display: block; }
   .contents { position: static; max-height: 15rem; padding: 1rem 1.25rem; border-bottom: 1px solid var(--line);
     background: var(--panel); }
-  main { padding: 1.25rem 1.25rem 3rem; }
+  main, article { padding: 1.25rem 1.25rem 3rem; }
 }
 @container (max-width: 56rem) {
   th, td { padding: .3rem .5rem; }
@@ -120,7 +120,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   td.share { padding-left: .25rem; background-image: none; }
 }
 @media (max-width: 30rem) {
-  .page-head, .contents, main { padding-left: .75rem; padding-right: .75rem; }
+  .page-head, .contents, main, article { padding-left: .75rem; padding-right: .75rem; }
 }
 @media print {
   :root {
@@ -130,7 +130,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   body { font-size: 10pt; }
   .contents { display: none; }
   .layout { display: block; }
-  .page-head, main { padding-left: 0; padding-right: 0; }
+  .page-head, main, article { padding-left: 0; padding-right: 0; }
   .result { container-type: normal; overflow: visible; }
   .caption, th[scope=row] { position: static; }
   .caption { max-width: 40rem; }

@@ -16,18 +16,25 @@ std::string Link(const std::string& target, const std::string& contents) {
     return Element("a", "href=\"#" + target + '"', contents);
 }
 
+/// One of the runs on the page.
+struct RunOnPage {
+    const OutputCollection& Outputs;
+    std::vector<StepResults> Steps;
+    std::string Begin;  ///< of the names of its places, which no two runs share
+};
+
 /// A step's place on the page comes from where it stands among the others: a step that was left and come back to
 /// would have its number twice.
-std::string StepAnchor(std::size_t place) {
-    return "step-" + std::to_string(place + 1);
+std::string StepAnchor(const RunOnPage& run, std::size_t place) {
+    return run.Begin + "step-" + std::to_string(place + 1);
 }
 
 bool IsGraph(const OutputEntry& entry) {
     return std::holds_alternative<GraphDocument>(entry.Content);
 }
 
-std::string EntryAnchor(const OutputCollection& outputs, std::size_t entry) {
-    return (IsGraph(outputs.Entries[entry]) ? "chart-" : "table-") + std::to_string(entry + 1);
+std::string EntryAnchor(const RunOnPage& run, std::size_t entry) {
+    return run.Begin + (IsGraph(run.Outputs.Entries[entry]) ? "chart-" : "table-") + std::to_string(entry + 1);
 }
 
 std::string NumberedStep(const OutputCollection& outputs, int step) {
@@ -85,55 +92,53 @@ std::string ContentsLine(const OutputEntry& entry) {
                              : title + ' ' + Element("span", "class=\"kind\"", '(' + std::string(variables) + ')');
 }
 
-std::string ContentsOfStep(const OutputCollection& outputs, const StepResults& step) {
+std::string ContentsOfStep(const RunOnPage& run, const StepResults& step) {
     std::string items;
-    for (const ReportGroup& group : ReportGroups(outputs, step)) {
+    for (const ReportGroup& group : ReportGroups(run.Outputs, step)) {
         for (const std::size_t entry : group) {
-            const std::string line = ContentsLine(outputs.Entries[entry]);
-            items += Element("li", "", Link(EntryAnchor(outputs, entry), line)) + '\n';
+            const std::string line = ContentsLine(run.Outputs.Entries[entry]);
+            items += Element("li", "", Link(EntryAnchor(run, entry), line)) + '\n';
         }
     }
     return Element("ul", "", '\n' + items);
 }
 
-std::string Contents(const OutputCollection& outputs, const std::vector<StepResults>& steps) {
+std::string Contents(const RunOnPage& run) {
     std::string items;
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        const std::string link = Link(StepAnchor(i), NumberedStep(outputs, steps[i].Step));
-        items += Element("li", "", link + ContentsOfStep(outputs, steps[i])) + '\n';
+    for (std::size_t i = 0; i < run.Steps.size(); ++i) {
+        const std::string link = Link(StepAnchor(run, i), NumberedStep(run.Outputs, run.Steps[i].Step));
+        items += Element("li", "", link + ContentsOfStep(run, run.Steps[i])) + '\n';
     }
     const std::string list = Element("summary", "", "Contents") + Element("ul", "", '\n' + items);
     return Element("nav", "class=\"contents\" aria-label=\"Contents\"", Element("details", "open", list)) + '\n';
 }
 
 /// One document; `group` is those that it stands with.
-std::string DocumentText(const OutputCollection& outputs, std::size_t entry, const ReportGroup& group,
-                         const GraphPainter& paint) {
-    const DocumentContent& content = outputs.Entries[entry].Content;
-    const std::string anchor = EntryAnchor(outputs, entry);
+std::string DocumentText(const RunOnPage& run, std::size_t entry, const ReportGroup& group, const GraphPainter& paint) {
+    const DocumentContent& content = run.Outputs.Entries[entry].Content;
+    const std::string anchor = EntryAnchor(run, entry);
     if (const auto* graph = std::get_if<GraphDocument>(&content)) {
         return HtmlChart(*graph, anchor, paint, group.size() > 1);
     }
     return HtmlTable(ShowTables(content).front(), "class=\"result\" id=\"" + anchor + '"');
 }
 
-std::string GroupText(const OutputCollection& outputs, const ReportGroup& group, const GraphPainter& paint) {
+std::string GroupText(const RunOnPage& run, const ReportGroup& group, const GraphPainter& paint) {
     std::string text;
     for (const std::size_t entry : group) {
-        text += DocumentText(outputs, entry, group, paint);
+        text += DocumentText(run, entry, group, paint);
     }
     return group.size() > 1 ? Element("div", "class=\"beside\"", '\n' + text) + '\n' : text;
 }
 
-std::string Sections(const OutputCollection& outputs, const std::vector<StepResults>& steps,
-                     const GraphPainter& paint) {
+std::string Sections(const RunOnPage& run, const GraphPainter& paint) {
     std::string sections;
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        std::string text = '\n' + Element("h2", "", NumberedStep(outputs, steps[i].Step)) + '\n';
-        for (const ReportGroup& group : ReportGroups(outputs, steps[i])) {
-            text += GroupText(outputs, group, paint);
+    for (std::size_t i = 0; i < run.Steps.size(); ++i) {
+        std::string text = '\n' + Element("h2", "", NumberedStep(run.Outputs, run.Steps[i].Step)) + '\n';
+        for (const ReportGroup& group : ReportGroups(run.Outputs, run.Steps[i])) {
+            text += GroupText(run, group, paint);
         }
-        sections += Element("section", "id=\"" + StepAnchor(i) + '"', text) + '\n';
+        sections += Element("section", "id=\"" + StepAnchor(run, i) + '"', text) + '\n';
     }
     return sections.empty() ? Element("p", "class=\"none\"", "No results") + '\n' : sections;
 }
@@ -143,21 +148,49 @@ constexpr char SecurityPolicy[] =
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'; "
     "img-src data:; base-uri 'none'; form-action 'none'\">\n";
 
-std::string Head(const OutputCollection& outputs, const std::string& body) {
+std::string RunText(const RunOnPage& run, const GraphPainter& paint) {
+    const std::string main = Element(run.Begin.empty() ? "main" : "article", "", '\n' + Sections(run, paint));
+    const std::string layout = Element("div", "class=\"layout\"", '\n' + Contents(run) + main + '\n');
+    return PageHead(run.Outputs) + layout + '\n';
+}
+
+/// The data files, each once.
+std::string PageTitle(std::span<const OutputCollection> runs) {
+    std::vector<std::string> names;
+    for (const OutputCollection& run : runs) {
+        if (std::ranges::find(names, run.FileName) == names.end()) {
+            names.push_back(run.FileName);
+        }
+    }
+    std::string title;
+    for (const std::string& name : names) {
+        title += (title.empty() ? "" : ", ") + ShownLine(name);
+    }
+    return Escaped(title);
+}
+
+std::string Head(const std::string& title, const std::string& body) {
     return "<head>\n<meta charset=\"utf-8\">\n" + std::string(SecurityPolicy) +
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
-           Element("title", "", Escaped(ShownLine(outputs.FileName)) + " - drill-down results") + '\n' +
+           Element("title", "", title + " - drill-down results") + '\n' +
            Element("style", "", std::string(HtmlStyle) + ThemeRules(body)) + "\n</head>\n";
 }
 
 }  // namespace
 
 std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint) {
-    const std::vector<StepResults> steps = ResultsByStep(outputs);
-    const std::string main = Element("main", "", '\n' + Sections(outputs, steps, paint));
-    const std::string layout = Element("div", "class=\"layout\"", '\n' + Contents(outputs, steps) + main + '\n');
-    const std::string body = Element("body", "", '\n' + PageHead(outputs) + layout + '\n');
-    return "<!DOCTYPE html>\n" + Element("html", "lang=\"en\"", '\n' + Head(outputs, body) + body + '\n') + '\n';
+    return HtmlView(std::span(&outputs, 1), paint);
+}
+
+std::string HtmlView(std::span<const OutputCollection> runs, const GraphPainter& paint) {
+    std::string text = "\n";
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const std::string begin = runs.size() == 1 ? "" : "analysis-" + std::to_string(i + 1) + '-';
+        text += RunText({runs[i], ResultsByStep(runs[i]), begin}, paint);
+    }
+    const std::string body = Element("body", "", text);
+    const std::string head = Head(PageTitle(runs), body);
+    return "<!DOCTYPE html>\n" + Element("html", "lang=\"en\"", '\n' + head + body + '\n') + '\n';
 }
 
 }  // namespace quillara

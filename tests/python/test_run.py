@@ -1,0 +1,135 @@
+"""Scripts by `quillara run`: their documents, their ends, and the programs around them."""
+
+import json
+import os
+import signal
+import subprocess
+
+import pytest
+from conftest import PROGRAM, SURVEY
+
+
+@pytest.fixture
+def script(tmp_path):
+    def written(text):
+        (tmp_path / "script.py").write_text("import sys, quillara\n" + text)
+        return str(tmp_path / "script.py")
+
+    return written
+
+
+def run(*arguments, **more):
+    done = subprocess.run([PROGRAM, "run", *arguments], capture_output=True, text=True, **more)
+    return done.returncode, done.stdout, done.stderr
+
+
+DRILLED = f"""
+drill = quillara.open({SURVEY!r}).select("age > 30").drill("sex education", "age")
+drill.down("sex", "Female")
+drill.Frequencies
+drill.down("education", "Vocational training")
+drill.Histograms, drill.Summary
+"""
+SAME = ["--select", "age > 30", "--categorical", "sex,education", "--continuous", "age"]
+STEPS = ["--down", "sex=Female", "--down", "education=Vocational training"]
+
+
+@pytest.mark.parametrize("form", ["text", "json", "csv", "html"])
+def test_documents_have_the_shape_of_those_of_drill(script, tmp_path, form):
+    both = [PROGRAM, "drill", SURVEY, *SAME, *STEPS, "--show", "frequencies,histograms,summary", "--after", "each",
+            "--format", "json"]
+    every = json.loads(subprocess.run(both, check=True, capture_output=True).stdout)["documents"]
+    status, out, _ = run("--format", form, script(DRILLED))
+    assert status == 0
+    if form == "json":
+        wanted = [each for each in every if (each["command"], each["step"]) in {(9060, 1), (9061, 2), (9058, 2)}]
+        assert json.loads(out)["documents"] == wanted
+    else:
+        assert "Step 1 - Down: sex = Female" in out or form != "text"
+        assert ("Selection: age &gt; 30" in out and "<svg" in out) == (form == "html")
+    assert run("--format", form, "--output", str(tmp_path / "out"), script(DRILLED)) == (0, "", "")
+    assert (tmp_path / "out").read_text() == out
+
+
+RUNS = [
+    # what the analyses do                                                                 file: command.step of the documents
+    ("",                                                                                    []),
+    ("quillara.table({'a': ['x', 'y']}, 'one').drill('a')",                                 ["one:"]),
+    ("for name in 'one', 'two':\n  with quillara.table({'a': ['x', 'y']}, name).drill('a') as d:\n    d.Frequencies",
+     ["one: 9060.0", "two: 9060.0"]),
+    ("d = quillara.table({'a': ['x', 'y']}, 'one').drill('a')\nd.Frequencies.Close(); d.PieCharts", ["one: 9119.0"]),
+    ("d = quillara.table({'a': ['x', 'y'], 'b': ['u', 'v']}, 'one').drill('a b')\nd.StandAloneResults = 1\nd.Frequencies\n"
+     "d.down('a', 'x'); d.up('a'); d.Summary if 0 else d.down('b', 'u')",                  ["one: 9060.3"]),
+]
+
+
+@pytest.mark.parametrize("text, told", RUNS)
+def test_documents_are_those_that_stay_open(script, text, told):
+    status, out, errors = run("--format", "json", script(text))
+    assert (status, errors) == (0, "")
+    outputs = json.loads(out)
+    outputs = outputs if isinstance(outputs, list) else [outputs]
+    assert [f"{each['data']['file']}: " .rstrip() + "".join(
+        f" {document['command']}.{document['step']}" for document in each["documents"]) for each in outputs] == told
+
+
+ENDS = [
+    # the script                                               status  standard output  the last line of its errors
+    ("print(sys.argv[1:], __name__)",                          0, "['-x', '--y=', '--help'] __main__\n", ""),
+    ("sys.exit(7)",                                            7, "", ""),
+    ("sys.exit('no more')",                                    1, "", "no more"),
+    ("print(1)\nraise KeyError('k')",                          1, "1\n", "KeyError: 'k'"),
+    ("raise KeyboardInterrupt",                                130, "", ""),
+    ("import os, signal; os.kill(os.getpid(), signal.SIGTERM)", -signal.SIGTERM, "", ""),
+    ("x = (",                                                  1, "", "SyntaxError: '(' was never closed"),
+    ("import package_beside",                                  0, "beside\n", ""),
+    ("quillara.open('nowhere.sav')",                           1, "", None),
+]
+
+
+@pytest.mark.parametrize("text, status, out, error", ENDS)
+def test_a_script_ends_as_in_the_interpreter(script, tmp_path, text, status, out, error):
+    (tmp_path / "package_beside.py").write_text("print('beside')")
+    found, printed, errors = run(script(text), "-x", "--y=", "--help")
+    assert (found, printed) == (status, out)
+    last = (errors.splitlines() or [""])[-1]
+    assert last == error if error is not None else "nowhere.sav" in last
+    if "KeyError" in text:
+        assert f'File "{tmp_path}/script.py", line 3' in errors and "_run.py" not in errors
+        assert run("--format", "json", script(DRILLED + text))[1] == "1\n"  # without documents
+
+
+def test_a_script_that_never_ends_is_interrupted(script):
+    running = subprocess.Popen([PROGRAM, "run", script("print('begun', flush=True)\nwhile True: pass")],
+                               stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    assert running.stdout.readline() == "begun\n"
+    running.send_signal(signal.SIGINT)
+    assert (running.communicate(timeout=20)[1], running.returncode) == ("", 130)
+
+
+@pytest.mark.parametrize("arguments, more, status, error", [
+    (["nowhere.py"], {}, 1, "nowhere.py"),
+    (["."], {}, 1, "is a folder"),
+    ([], {}, 2, "SCRIPT is required"),
+    (["--format", "xml", "script.py"], {}, 2, "choose from text, json, csv, html"),
+    (["--output", "script.py", "script.py"], {}, 2, "--output"),
+    (["script.py"], {"QUILLARA_PYTHON": "/nowhere/python"}, 1, "Python can't be started"),
+    (["--output", "no/folder", "script.py"], {}, 1, "no/folder"),
+])
+def test_what_stands_in_the_way_is_one_line(script, tmp_path, arguments, more, status, error):
+    script("pass")
+    found, out, errors = run(*arguments, cwd=tmp_path, env={**os.environ, **more})
+    assert (found, out) == (status, "") and error in errors
+    assert errors.startswith("quillara: ") and errors.count("\n") == status
+
+
+def test_the_package_is_missed_in_one_line(script, tmp_path):
+    (tmp_path / "bin").mkdir()
+    (tmp_path / "lib").mkdir()
+    library = os.path.join(os.path.dirname(PROGRAM), "..", "lib")
+    os.link(PROGRAM, tmp_path / "bin" / "quillara")
+    for name in ("libquillara.so", "libqladrilldown.so"):
+        os.link(os.path.join(library, name), tmp_path / "lib" / name)
+    done = subprocess.run([tmp_path / "bin" / "quillara", "run", script("")], capture_output=True, text=True,
+                          env={**os.environ, "LD_LIBRARY_PATH": str(tmp_path / "lib")})
+    assert done.returncode == 1 and "isn't installed beside this program" in done.stderr

@@ -1,0 +1,179 @@
+#include "workbench/scripting/ScriptOutputs.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "resources/ControlIds.h"
+#include "workbench/documents/OpenDocuments.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/ControlRows.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/scripting/SettingTexts.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+/// Of all analyses; nothing as long as nobody has asked for them.
+std::optional<std::vector<std::shared_ptr<ScriptOutputs>>>& Kept() {
+    static auto& kept = *new std::optional<std::vector<std::shared_ptr<ScriptOutputs>>>;
+    return kept;
+}
+
+std::string ValueOf(const std::vector<RecordedValue>& values, int control) {
+    const auto found =
+        std::ranges::find_if(values, [control](const RecordedValue& value) { return value.Row->Control == control; });
+    return found == values.end() ? "" : found->Text;
+}
+
+bool IsChecked(Window& window, int box) {
+    const Control* control = window.Find(box);
+    return control != nullptr && control->Checked;
+}
+
+SettingsInForce SettingsOf(AnalysisDocument& analysis, Window& startup) {
+    const TableInUse& data = TableOf(&analysis);
+    SettingsInForce settings;
+    if (data.IsWeighted && data.WeightVariable) {
+        settings.Weight = data.Table().Variables[*data.WeightVariable].Name;
+    }
+    if (!data.SelectionFormula.empty()) {
+        settings.Formula = data.SelectionFormula;
+    }
+    settings.WeightedMoments = IsChecked(startup, WeightedMomentsBox);
+    settings.Casewise = IsChecked(startup, CasewiseBox);
+    settings.ReviewCasewise = IsChecked(startup, ReviewCasewiseBox);
+    settings.MissingNotCounted = !IsChecked(startup, CountMissingBox);
+    return settings;
+}
+
+/// The category of the newest step: its row shows the variable with the category in brackets. Empty when it doesn't.
+std::string NewestCategory(Window& startup, const std::string& variable) {
+    const std::vector<std::string>& rows = startup.At(DrillUpListControl).Rows;
+    const std::string begin = variable + " (";
+    const bool isShown = !rows.empty() && rows.front().starts_with(begin) && rows.front().ends_with(')');
+    return isShown ? rows.front().substr(begin.size(), rows.front().size() - begin.size() - 1) : "";
+}
+
+}  // namespace
+
+void ScriptOutputs::KeepFromNowOn() {
+    if (!Kept()) {
+        Kept().emplace();
+    }
+}
+
+std::shared_ptr<ScriptOutputs> ScriptOutputs::Of(AnalysisDocument& analysis) {
+    if (!Kept()) {
+        return nullptr;
+    }
+    auto outputs = std::make_shared<ScriptOutputs>(analysis);
+    analysis.Services.Recorder = outputs.get();
+    analysis.Services.TakeDocument = [own = outputs.get()](ResultDocument& document) { own->Take(document); };
+    outputs->Present();
+    Kept()->push_back(outputs);
+    return outputs;
+}
+
+std::vector<OutputCollection> ScriptOutputs::All() {
+    std::vector<OutputCollection> all;
+    for (const auto& outputs : Kept() ? *Kept() : std::vector<std::shared_ptr<ScriptOutputs>>()) {
+        outputs->NameStep();
+        outputs->TakeWindows();
+        std::ranges::transform(outputs->Runs, std::back_inserter(all), Finished);
+    }
+    return all;
+}
+
+void ScriptOutputs::End() {
+    NameStep();
+    TakeWindows();
+    Analysis->Services.Recorder = nullptr;
+    Analysis->Services.TakeDocument = nullptr;
+    Analysis = nullptr;
+}
+
+/// The run of the table that is open now.
+ScriptOutputs::Run& ScriptOutputs::Present() {
+    const DataTable& table = Analysis->Table();
+    if (Runs.empty() || Runs.back().Table != &table) {
+        Run& run = Runs.emplace_back();
+        run.Table = &table;
+        run.Shown.FileName = table.FileName;
+        run.Shown.Cases = table.Cases;
+        run.Shown.Variables = static_cast<int>(table.Variables.size());
+    }
+    return Runs.back();
+}
+
+void ScriptOutputs::RecordStep(CAnalysisDoc& /*document*/, const std::vector<RecordedValue>& values, int control) {
+    NameStep();
+    const bool isDown = control == DownButton;
+    const std::string variable = ValueOf(values, isDown ? DrillDownListControl : DrillUpListControl);
+    Present().Shown.StepTexts.push_back((isDown ? "Down: " : "Up: ") + variable);
+    StepVariable = isDown ? variable : "";
+}
+
+/// The list shows a step only when it has been taken.
+void ScriptOutputs::NameStep() {
+    const std::string variable = std::exchange(StepVariable, {});
+    Window* startup = Analysis == nullptr ? nullptr : Analysis->StartupWindow();
+    if (variable.empty() || startup == nullptr || Runs.back().Table != &Analysis->Table()) {
+        return;
+    }
+    if (const std::string category = NewestCategory(*startup, variable); !category.empty()) {
+        Runs.back().Shown.StepTexts.back() += " = " + category;
+    }
+}
+
+void ScriptOutputs::Take(ResultDocument& document) {
+    NameStep();
+    Run& run = Present();
+    run.Documents.push_back(
+        {CountedPointer<ResultDocument>::Share(&document), static_cast<int>(run.Shown.StepTexts.size())});
+    NoteSettings(run);
+}
+
+/// Settings apply to all documents of a run, or they aren't said of it.
+void ScriptOutputs::NoteSettings(Run& run) const {
+    Window* startup = Analysis->StartupWindow();
+    if (startup == nullptr) {
+        return;
+    }
+    const std::vector<std::string> now = SettingTexts(SettingsOf(*Analysis, *startup));
+    if (!std::exchange(run.HasSettings, true)) {
+        run.Shown.Settings = now;
+    }
+    std::erase_if(run.Shown.Settings,
+                  [&now](const std::string& text) { return std::ranges::find(now, text) == now.end(); });
+}
+
+/// Documents in windows of their own have never gone the normal way; they show the present step.
+void ScriptOutputs::TakeWindows() {
+    if (Analysis == nullptr) {
+        return;
+    }
+    for (ResultDocument* document : Analysis->Documents().InWindows()) {
+        Run& run = Present();
+        const auto known = [document](const KeptDocument& kept) { return kept.Document.Get() == document; };
+        if (std::ranges::none_of(run.Documents, known)) {
+            Take(*document);
+        }
+    }
+}
+
+OutputCollection ScriptOutputs::Finished(const Run& run) {
+    OutputCollection shown = run.Shown;
+    std::vector<KeptDocument> documents = run.Documents;
+    std::erase_if(documents, [](const KeptDocument& kept) { return kept.Document->IsClosed(); });
+    std::ranges::sort(documents, {}, [](const KeptDocument& kept) { return kept.Document->Number(); });
+    for (const KeptDocument& kept : documents) {
+        shown.Step = kept.Step;
+        shown.Add(kept.Document->Content(), kept.Document->Origin());
+    }
+    return shown;
+}
+
+}  // namespace quillara

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/CountedPointer.h"
+#include "workbench/data/DataTable.h"
+#include "workbench/documents/OutputCollection.h"
+#include "workbench/documents/ResultDocument.h"
+#include "workbench/hosting/StepRecorder.h"
+
+namespace quillara {
+
+class AnalysisDocument;
+
+/// What an analysis of a script makes and leaves open, with the steps before it. It outlives the analysis.
+class ScriptOutputs final : public StepRecorder {
+  public:
+    /// From now on the results of every analysis that begins are kept until the program ends.
+    static void KeepFromNowOn();
+    /// Begins to keep those of an analysis: becomes its recorder and takes its documents. Null where none are kept.
+    static std::shared_ptr<ScriptOutputs> Of(AnalysisDocument& analysis);
+    /// Those of all analyses since KeepFromNowOn: a run for each of them and each table that was opened in it, as they
+    /// began. Documents that the script has closed are left out.
+    [[nodiscard]] static std::vector<OutputCollection> All();
+
+    explicit ScriptOutputs(AnalysisDocument& analysis) : Analysis(&analysis) {}
+
+    /// The analysis is about to close: what stands in windows stays.
+    void End();
+
+    void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
+    void RecordMethod(CAnalysisDoc& /*document*/, int /*control*/) override {}
+    void RecordOutput(CAnalysisDoc& /*document*/, int /*control*/) override {}
+
+  private:
+    struct KeptDocument {
+        CountedPointer<ResultDocument> Document;
+        int Step;
+    };
+
+    /// What is made of one table.
+    struct Run {
+        const DataTable* Table;  // may have gone
+        OutputCollection Shown;  // without its documents
+        std::vector<KeptDocument> Documents;
+        bool HasSettings = false;
+    };
+
+    Run& Present();
+    void Take(ResultDocument& document);
+    void NoteSettings(Run& run) const;
+    void NameStep();
+    void TakeWindows();
+    [[nodiscard]] static OutputCollection Finished(const Run& run);
+
+    AnalysisDocument* Analysis;  // null once it has closed
+    std::vector<Run> Runs;
+    std::string StepVariable;  // of the last step, while its text lacks the category
+};
+
+}  // namespace quillara

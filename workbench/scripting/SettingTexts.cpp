@@ -1,0 +1,30 @@
+#include "workbench/scripting/SettingTexts.h"
+
+#include <initializer_list>
+#include <utility>
+
+namespace quillara {
+
+std::vector<std::string> SettingTexts(const SettingsInForce& settings) {
+    std::vector<std::string> texts;
+    if (settings.Weight) {
+        const std::string manner = settings.WeightedMoments ? ", fractions as they are" : ", rounded to whole numbers";
+        texts.push_back("Weight: " + *settings.Weight + manner);
+    }
+    if (settings.Formula) {
+        texts.push_back("Selection: " + *settings.Formula);
+    }
+    const std::initializer_list<std::pair<bool, const char*>> boxes = {
+        {settings.Casewise, "Missing data deleted casewise"},
+        {settings.ReviewCasewise, "Missing data of review variables deleted casewise"},
+        {settings.MissingNotCounted, "Missing data not counted"},
+    };
+    for (const auto& [isPressed, text] : boxes) {
+        if (isPressed) {
+            texts.emplace_back(text);
+        }
+    }
+    return texts;
+}
+
+}  // namespace quillara

@@ -1,0 +1,77 @@
+// The documents of several runs, in each of the formats.
+
+#include <algorithm>
+#include <string>
+
+#include "workbench/data/WordTable.h"
+#include "workbench/views/DocumentViews.h"
+#include "workbench/views/ShownText.h"
+
+namespace quillara {
+namespace {
+
+using Runs = std::span<const OutputCollection>;
+
+constexpr WordTable<OutputFormat, 4> FormatWords{{
+    {"text", OutputFormat::Text},
+    {"json", OutputFormat::Json},
+    {"csv", OutputFormat::Csv},
+    {"html", OutputFormat::Html},
+}};
+
+std::string Heading(std::size_t place, const OutputCollection& run) {
+    const std::string line = "Analysis " + std::to_string(place + 1) + " - " + ShownLine(run.FileName) + ", " +
+                             std::to_string(run.Cases) + (run.Cases == 1 ? " case" : " cases");
+    return line + '\n' + std::string(DisplayWidth(line), '#') + '\n';
+}
+
+std::string TextOf(Runs runs) {
+    std::string text;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const std::string view = TextView(runs[i]);
+        text += (text.empty() ? "" : "\n") + Heading(i, runs[i]) + (view.empty() ? "" : "\n") + view;
+    }
+    return text;
+}
+
+std::string JsonOf(Runs runs) {
+    std::string text;
+    for (const OutputCollection& run : runs) {
+        std::string view = JsonView(run);
+        view.pop_back();  // its line feed
+        text += (text.empty() ? "" : ",\n") + view;
+    }
+    return "[" + text + "]\n";
+}
+
+std::string CsvOf(Runs runs) {
+    std::string text;
+    for (const OutputCollection& run : runs) {
+        const std::string view = CsvView(run);
+        text += (text.empty() || view.empty() ? "" : "\n") + view;
+    }
+    return text;
+}
+
+}  // namespace
+
+OutputFormat FormatNamed(std::string_view word) {
+    return Choose(FormatWords, word);
+}
+
+std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, const GraphPainter& paint) {
+    const bool isOne = runs.size() == 1;
+    switch (format) {
+        case OutputFormat::Text:
+            return isOne ? TextView(runs.front()) : TextOf(runs);
+        case OutputFormat::Json:
+            return isOne ? JsonView(runs.front()) : JsonOf(runs);
+        case OutputFormat::Csv:
+            return CsvOf(runs);
+        case OutputFormat::Html:
+            break;
+    }
+    return HtmlView(runs, paint);
+}
+
+}  // namespace quillara
