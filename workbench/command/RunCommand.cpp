@@ -25,10 +25,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view Name = "run";
+constexpr std::string_view CommandName = "run";
 constexpr const char* InterpreterVariable = "QUILLARA_PYTHON";
 constexpr const char* Interpreter = "/usr/bin/python3";  // the one that the package is built for
-constexpr const char* Notes =
+constexpr const char* RunNotes =
     "The script runs in the distribution's Python (or in the one that the environment variable QUILLARA_PYTHON names) "
     "as python3 would run it, and finds the package quillara there. What stands behind SCRIPT is its own.\n"
     "With --format or --output the documents that its analyses have made and that it has left open follow behind all "
@@ -117,7 +117,7 @@ void Run(const RunOptions& options, const std::vector<std::string>& forScript) {
 }  // namespace
 
 std::size_t OwnArguments(std::span<char* const> arguments) {
-    if (arguments.empty() || arguments.front() != Name) {
+    if (arguments.empty() || arguments.front() != CommandName) {
         return arguments.size();
     }
     std::size_t place = 1;
@@ -129,8 +129,8 @@ std::size_t OwnArguments(std::span<char* const> arguments) {
 
 void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript) {
     const auto options = std::make_shared<RunOptions>();
-    CLI::App* command = program.add_subcommand(std::string(Name), "run a Python script that drills");
-    command->footer(Notes);
+    CLI::App* command = program.add_subcommand(std::string(CommandName), "run a Python script that drills");
+    command->footer(RunNotes);
     const auto takeFormat = [options](const std::string& word) {
         static_cast<void>(FormatNamed(word));
         options->Format = word;
