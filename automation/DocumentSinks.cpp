@@ -3,6 +3,7 @@
 #include <new>
 
 #include "automation/OutputTracker.h"
+#include "host/ModuleState.h"
 #include "platform/CountedPointer.h"
 #include "platform/Events.h"
 
@@ -63,6 +64,14 @@ CQCOMSink* MakeSink(COutputTracker& tracker, std::uint32_t outputId, std::uint32
         }
     }
     return nullptr;
+}
+
+CQCOMDocumentSink::CQCOMDocumentSink(const DocumentKind& kind) : Kind(kind) {
+    ++OrvGetAppModuleState()->Locks;
+}
+
+CQCOMDocumentSink::~CQCOMDocumentSink() {
+    --OrvGetAppModuleState()->Locks;
 }
 
 HRESULT CQCOMDocumentSink::QueryInterface(const GUID& id, void** object) {

@@ -49,7 +49,9 @@ class CQCOMDocumentSink : public CQCOMSink, public WithoutTypeInfo<IDispatch> {
     std::uint32_t OutputSeq = 0;
 
   protected:
-    explicit CQCOMDocumentSink(const DocumentKind& kind) : Kind(kind) {}
+    /// Holds the module loaded as long as it lives.
+    explicit CQCOMDocumentSink(const DocumentKind& kind);
+    ~CQCOMDocumentSink() override;
 
   private:
     void DocumentGone();

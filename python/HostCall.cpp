@@ -16,6 +16,7 @@ namespace {
 
 std::atomic<bool> IsCancelled = false;
 struct sigaction Former;  // what Ctrl-C does outside of calls
+int Depth = 0;  // of calls within calls, which listeners of events make
 
 static_assert(std::atomic<bool>::is_always_lock_free);
 
@@ -57,14 +58,18 @@ std::recursive_mutex& HostMutex() {
 
 HostScope::HostScope() : State(PyEval_SaveThread()) {
     HostMutex().lock();
-    IsCancelled.store(false);
-    Watches = IsMainThread() && WatchForInterrupt();
+    const bool isOutermost = Depth++ == 0;
+    if (isOutermost) {
+        IsCancelled.store(false);
+    }
+    Watches = isOutermost && IsMainThread() && WatchForInterrupt();
 }
 
 HostScope::~HostScope() {
     if (Watches) {
         sigaction(SIGINT, &Former, nullptr);
     }
+    --Depth;
     HostMutex().unlock();
     PyEval_RestoreThread(State);
 }

@@ -13,6 +13,7 @@
 #include "python/PythonAnalysis.h"
 #include "python/PythonArrow.h"
 #include "python/PythonDocuments.h"
+#include "python/PythonEvents.h"
 #include "python/PythonObject.h"
 #include "python/PythonOutputs.h"
 #include "python/PythonTable.h"
@@ -57,6 +58,7 @@ PYBIND11_MODULE(_quillara, module) {
     PythonAnalysis::Define(module);
     DefineDocuments(module);
     DefineArrow(module);
+    DefineEvents(module);
     DefineOutputs(module);
     module.def("application", [] {
         return PythonObject::Wrap(

@@ -10,7 +10,7 @@ import atexit
 
 from . import _quillara
 from ._documents import (
-    Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Spreadsheet, Window,
+    Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Listener, Spreadsheet, Window,
 )
 from ._drill import DialogWindow, Drill, close_all
 from ._errors import Error, Message
@@ -18,8 +18,9 @@ from ._objects import Object, snake_case, wrap
 from ._table import Table, Variable, open, table
 
 __all__ = [
-    "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph", "GraphSeries",
-    "Message", "Object", "Spreadsheet", "Table", "Variable", "Window", "application", "open", "snake_case", "table",
+    "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph",
+    "GraphSeries", "Listener", "Message", "Object", "Spreadsheet", "Table", "Variable", "Window", "application", "open",
+    "snake_case", "table",
 ]
 
 

@@ -2,10 +2,34 @@
 
 from __future__ import annotations
 
+import functools
 import html
 
 from . import _quillara
-from ._objects import Object
+from ._objects import Object, wrap
+
+
+class Listener:
+    """A connection of a callable to an event of a document."""
+
+    __slots__ = ("_document", "_event", "_number")
+
+    def __init__(self, document, event, number):
+        self._document, self._event, self._number = document, event, number
+
+    def off(self) -> None:
+        """Ends the connection; again changes nothing."""
+        _quillara.stop_listening(self._document._face, self._event, self._number)
+
+    def __enter__(self) -> Listener:
+        return self
+
+    def __exit__(self, *_: Any) -> None:
+        self.off()
+
+
+def _tell(called, face, *choice):
+    return called(wrap(face), *choice)
 
 
 def _html(entry):
@@ -25,6 +49,15 @@ class Document(Object):
     """A result document. It can be used like a collection that holds just it."""
 
     __slots__ = ()
+
+    def on(self, event: str, called: Callable[..., Any]) -> Listener:
+        """Has a callable called with the document at each event of that name.
+
+        Closing: the document goes. Changed: a step has replaced its content. ClosingWithChoice: it goes if the choice,
+        the second argument, is 1; a whole number that the callable gives is the new choice. What it raises is reported
+        and changes nothing.
+        """
+        return Listener(self, event, _quillara.listen(self._face, event, functools.partial(_tell, called)))
 
     def __len__(self) -> int:
         return 1

@@ -5,6 +5,13 @@
 
 namespace quillara {
 
+std::optional<DISPID> EventNamed(const DocumentKind& kind, std::string_view name) {
+    return name == "Closing"             ? std::optional(kind.Closing)
+           : name == "ClosingWithChoice" ? std::optional(kind.ClosingWithChoice)
+           : name == "Changed"           ? std::optional(ChangedEvent)
+                                         : std::nullopt;
+}
+
 HRESULT DocumentEvents::GetConnectionInterface(GUID* events) {
     *events = Events;
     return S_OK;

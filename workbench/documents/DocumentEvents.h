@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
+#include "host/DocumentInterfaces.h"
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
 #include "platform/Events.h"
@@ -10,6 +13,12 @@
 #include "workbench/documents/Walk.h"
 
 namespace quillara {
+
+/// The event of this host's documents that their content has been replaced; it has no argument.
+inline constexpr DISPID ChangedEvent = 100;
+
+/// The number of an event, by which scripts name it: Closing, ClosingWithChoice, Changed. Nothing for another name.
+[[nodiscard]] std::optional<DISPID> EventNamed(const DocumentKind& kind, std::string_view name);
 
 /// The place where a document fires its events. A listener answers the events interface, through which it is called.
 class DocumentEvents final : public DocumentPart<IConnectionPoint> {

@@ -1,5 +1,6 @@
 #include "workbench/documents/ResultDocument.h"
 
+#include <new>
 #include <utility>
 
 #include "workbench/documents/OpenDocuments.h"
@@ -106,6 +107,13 @@ bool ResultDocument::TakeContentOf(ResultDocument& fresh) {
     std::swap(Held, fresh.Held);
     std::visit([](auto& left) { left = {}; }, fresh.Held);
     return true;
+}
+
+void ResultDocument::TellChange() noexcept try {
+    const auto alive = CountedPointer<ResultDocument>::Share(this);
+    Point.Fire(ChangedEvent, {});
+} catch (const std::bad_alloc&) {
+    // The document shows its content all the same.
 }
 
 HRESULT ResultDocument::OutputWindow::QueryInterface(const GUID& id, void** object) {

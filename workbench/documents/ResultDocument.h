@@ -70,6 +70,8 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     /// Moves the content of another document here, which leaves that one empty. False, and nothing moves, when this one
     /// is closed, is the other one or is of another kind.
     bool TakeContentOf(ResultDocument& fresh);
+    /// Tells listeners that its content has been replaced; for want of memory they don't hear of it.
+    void TellChange() noexcept;
     /// Whether the bars of a graph can be picked.
     void SetBrushable(bool brushable) { Brushable = brushable; }
     /// The documents that it was entered in have gone.

@@ -10,6 +10,7 @@
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ObjectModel.h"
+#include "workbench/windows/Window.h"
 
 namespace quillara {
 
@@ -31,10 +32,17 @@ void AnalysisDocument::Close() {
         }
         Owned.reset();
     }
+    WithdrawFromScripts();
+    Host->Data.Commons = {};
+}
+
+void AnalysisDocument::WithdrawFromScripts() {
+    if (Window* window = StartupWindow()) {
+        window->Close(0);
+    }
     if (Object) {
         std::exchange(Object, {})->Disconnect();
     }
-    Host->Data.Commons = {};
 }
 
 /// The window goes with its messages, whoever holds the dialog.

@@ -53,6 +53,8 @@ class AnalysisDocument : public CAnalysisDoc {
     void OfferCaseBlocks(bool offered);
     /// Whether what is done in its windows from now on is a script's; a person's at the start.
     void SetAutomated(bool automated);
+    /// Closes its window and its object, as for scripts it ends now.
+    void WithdrawFromScripts();
     /// The analysis as scripts see it; null without one.
     [[nodiscard]] CountedPointer<IDispatch> AutomationObject();
     /// Shares the life of the analysis.

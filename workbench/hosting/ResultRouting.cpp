@@ -78,6 +78,7 @@ bool CAnalysisSupport::ReplaceContentOfDoc(IDispatch* old, IDispatch* fresh) {
         return false;
     }
     quillara::ResultsOf(Document).Replaced = CountedPointer<quillara::ResultDocument>::Share(target);
+    target->TellChange();
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "host/AnalysisDialog.h"
 #include "host/Exceptions.h"
 #include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentCollection.h"
@@ -85,6 +86,7 @@ class OpeningScope {
 
 PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int64_t(Window&)>& act,
                           std::function<void(Window&)> firstAnswer) {
+    const ScriptAct whole;
     const DialogKeeper keeper(dialog);
     Window* window = DialogHost::WindowOf(dialog);
     if (window == nullptr || window->IsClosed()) {
@@ -109,6 +111,7 @@ PressOutcome ActForScript(CAnalysisDialog& dialog, const std::function<std::int6
 PressOutcome ActAsPerson(CAnalysisModelessDialog& dialog, const std::function<std::int64_t(Window&)>& act,
                          std::function<void(Window&)> firstAnswer) {
     dialog.ThrowIfClosed();
+    const ScriptAct whole;
     const OpeningScope scope(dialog);
     return ActForScript(dialog, act, std::move(firstAnswer));
 }

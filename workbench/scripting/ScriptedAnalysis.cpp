@@ -8,6 +8,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
+#include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
 #include "workbench/hosting/TableInUse.h"
@@ -16,43 +17,49 @@
 
 namespace quillara {
 
+ScriptedAnalysis::Whole::Whole(std::shared_ptr<const DataTable> table)
+    : Table(std::move(table)), Library(AnalysisModule::DrillDownPath()), Document(*Table) {}
+
 ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const CasesInForce& cases,
                                    const std::atomic<bool>& cancelled)
-    : Table(std::move(table)),
-      Library(AnalysisModule::DrillDownPath()),
-      Document(std::make_unique<AnalysisDocument>(*Table)) {
+    : Held(std::make_shared<Whole>(std::move(table))) {
+    AnalysisDocument& document = Held->Document;
     if (!cases.Formula.empty()) {
-        TableOf(Document.get()).Select(SelectCases(*Table, cases.Formula), cases.Formula);
+        TableOf(&document).Select(SelectCases(*Held->Table, cases.Formula), cases.Formula);
     }
-    Document->SetWeight(cases.Weight);
-    Document->Services.BreakFlag = &cancelled;
-    Document->Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
-    Document->Adopt(Library.NewAnalysis());
-    if (!Document->RunSequence() || Document->StartupWindow() == nullptr) {
+    document.SetWeight(cases.Weight);
+    document.Services.BreakFlag = &cancelled;
+    document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
+    document.Adopt(Held->Library.NewAnalysis());
+    if (!document.RunSequence() || document.StartupWindow() == nullptr) {
         throw DataError("There is not enough memory for this analysis.");
     }
-    Kept = ScriptOutputs::Of(*Document);
+    Kept = ScriptOutputs::Of(document);
 }
 
 ScriptedAnalysis::~ScriptedAnalysis() {
     Close();
 }
 
+CAnalysisModelessDialog* ScriptedAnalysis::StartupDialog() const {
+    return Held == nullptr ? nullptr : Held->Document.Analysis().GetStartupDialog();
+}
+
 CountedPointer<IDispatch> ScriptedAnalysis::Dialog() {
-    CAnalysisModelessDialog* dialog = Document == nullptr ? nullptr : Document->Analysis().GetStartupDialog();
+    CAnalysisModelessDialog* dialog = StartupDialog();
     return QueryFor<IDispatch>(dialog == nullptr ? nullptr : dialog->GetUnknown());
 }
 
 CountedPointer<IDispatch> ScriptedAnalysis::Analysis() {
-    return Document == nullptr ? CountedPointer<IDispatch>() : Document->AutomationObject();
+    return Held == nullptr ? CountedPointer<IDispatch>() : Held->Document.AutomationObject();
 }
 
 void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
-    CAnalysisModelessDialog* dialog = Document == nullptr ? nullptr : Document->Analysis().GetStartupDialog();
+    CAnalysisModelessDialog* dialog = StartupDialog();
     if (dialog == nullptr) {
         throw new COleException(CO_E_OBJNOTCONNECTED);
     }
-    const Variable& chosen = Document->Table().Variables.at(variable - 1);
+    const Variable& chosen = Held->Document.Table().Variables.at(variable - 1);
     bool isAnswered = false;
     const auto answer = [&](Window& window) {
         AnswerWithCategory(window, chosen, [&](const CategoryList& list) { return FindCategory(list, category); });
@@ -66,10 +73,14 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
 }
 
 void ScriptedAnalysis::Close() {
-    if (Document != nullptr && Kept != nullptr) {
+    if (Held == nullptr) {
+        return;
+    }
+    if (Kept != nullptr) {
         Kept->End();
     }
-    Document.reset();
+    const std::shared_ptr<Whole> whole = std::move(Held);
+    LetGo(whole->Document, whole);
 }
 
 }  // namespace quillara

@@ -13,6 +13,8 @@
 #include "workbench/hosting/AnalysisModule.h"
 #include "workbench/scripting/ScriptOutputs.h"
 
+class CAnalysisModelessDialog;
+
 namespace quillara {
 
 /// Which cases an analysis is to use, and what they weigh.
@@ -40,13 +42,22 @@ class ScriptedAnalysis {
     /// chooses the category from the dialog that opens, as FindCategory finds it. Throws DataError when no step can be
     /// taken or there is no such category, and as ActForScript.
     void Down(std::size_t variable, const std::string& category);
-    /// Closes the analysis with its windows. Not while a command of it runs.
+    /// Closes the analysis with its windows; from within a command of it, at the end of that.
     void Close();
 
   private:
-    std::shared_ptr<const DataTable> Table;
-    AnalysisModule Library;
-    std::unique_ptr<AnalysisDocument> Document;
+    /// What lives as long as the analysis.
+    struct Whole {
+        explicit Whole(std::shared_ptr<const DataTable> table);
+
+        std::shared_ptr<const DataTable> Table;
+        AnalysisModule Library;
+        AnalysisDocument Document;
+    };
+
+    [[nodiscard]] CAnalysisModelessDialog* StartupDialog() const;
+
+    std::shared_ptr<Whole> Held;  // null once closed
     std::shared_ptr<ScriptOutputs> Kept;  // null: its results aren't kept
 };
 
