@@ -3,10 +3,13 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
 #include "python/ArrowValues.h"
+#include "python/StandingNumbers.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 
@@ -49,17 +52,60 @@ class Labels {
     std::vector<std::string> InOrder;
 };
 
+/// Columns may be used where they stand in it.
+using Chunk = std::shared_ptr<ArrowHeld<ArrowArray>>;
+
 /// One column, chunk by chunk.
 class ColumnReader {
   public:
     explicit ColumnReader(const ArrowSchema& schema)
-        : Name(NameOf(schema)), Own(KindOf(schema, Name)), HasDictionary(schema.Dictionary != nullptr) {
+        : Name(NameOf(schema)),
+          Own(KindOf(schema, Name)),
+          HasDictionary(schema.Dictionary != nullptr),
+          IsOfDoubles(!HasDictionary && std::string_view("g") == schema.Format) {
         if (HasDictionary) {
             OfDictionary = KindOf(*schema.Dictionary, Name);
         }
     }
 
-    void Add(const ArrowArray& array, std::int64_t begin, std::int64_t count) {
+    void Add(const ArrowArray& array, std::int64_t begin, std::int64_t count, const Chunk& chunk) {
+        if (!HasBegun && IsOfDoubles && array.NullCount == 0) {
+            const auto* values = static_cast<const double*>(array.Buffers[1]);
+            Standing = {{values + begin, static_cast<std::size_t>(count)}, chunk};
+        } else {
+            Gather(array, begin, count);
+        }
+        HasBegun = true;
+    }
+
+    [[nodiscard]] bool IsRounded() const { return Read.AreRounded; }
+
+    Variable Take() {
+        Variable variable = Named();
+        if (variable.Kind == ValueKind::Text) {
+            EncodeTexts(variable, Read.Texts);
+        } else if (Standing.Owner) {
+            UseNumbers(variable, Standing.Values, Standing.Owner);
+        } else {
+            EncodeNumbers(variable, std::move(Read.Numbers));
+        }
+        return variable;
+    }
+
+  private:
+    /// Doubles of the first chunk, which stay there if no other follows.
+    struct StandingValues {
+        std::span<const double> Values;
+        Chunk Owner;
+    };
+
+    void Copy() {
+        Read.Numbers.insert(Read.Numbers.end(), Standing.Values.begin(), Standing.Values.end());
+        Standing = {};
+    }
+
+    void Gather(const ArrowArray& array, std::int64_t begin, std::int64_t count) {
+        Copy();
         if (!HasDictionary) {
             Own.Add(Read, array, Own, begin, count);
         } else if (array.Dictionary == nullptr) {
@@ -69,28 +115,21 @@ class ColumnReader {
         }
     }
 
-    [[nodiscard]] bool IsRounded() const { return Read.AreRounded; }
-
-    Variable Take() {
+    /// Without values yet; a dictionary of texts gives labels.
+    Variable Named() const {
         const ArrowKind& kind = HasDictionary ? OfDictionary : Own;
         Variable variable;
         variable.Name = Name;
         variable.Kind = kind.Kind;
-        if (kind.Kind == ValueKind::Text && !HasDictionary) {
-            EncodeTexts(variable, Read.Texts);
-            return variable;
-        }
-        if (kind.Kind == ValueKind::Text) {
+        if (kind.Kind == ValueKind::Text && HasDictionary) {
             variable.Kind = ValueKind::Number;
             NameValues(variable, Known.All(), 1);
         } else if (kind.IsTruth) {
             NameValues(variable, {"False", "True"}, 0);
         }
-        EncodeNumbers(variable, std::move(Read.Numbers));
         return variable;
     }
 
-  private:
     static void NameValues(Variable& variable, const std::vector<std::string>& labels, double first) {
         for (std::size_t i = 0; i < labels.size(); ++i) {
             variable.Labels[first + static_cast<double>(i)].Label = labels[i];
@@ -123,6 +162,9 @@ class ColumnReader {
     std::string Name;
     ArrowKind Own;
     bool HasDictionary;
+    bool IsOfDoubles;
+    bool HasBegun = false;
+    StandingValues Standing{};
     ArrowKind OfDictionary{};
     Labels Known;
     ArrowValues Read;
@@ -149,13 +191,14 @@ std::vector<ColumnReader> ReadersOf(const ArrowSchema& schema) {
 }
 
 /// A chunk may be a part of longer columns.
-void AddChunk(std::vector<ColumnReader>& readers, const ArrowArray& chunk) {
+void AddChunk(std::vector<ColumnReader>& readers, const Chunk& held) {
+    const ArrowArray& chunk = held->Get();
     if (chunk.ChildCount != static_cast<std::int64_t>(readers.size())) {
         throw DataError("The columns can't be read: a chunk has another number of them.");
     }
     for (std::size_t i = 0; i < readers.size(); ++i) {
         const ArrowArray& column = *chunk.Children[i];
-        readers[i].Add(column, column.Offset + chunk.Offset, chunk.Length);
+        readers[i].Add(column, column.Offset + chunk.Offset, chunk.Length, held);
     }
 }
 
@@ -180,13 +223,13 @@ ArrowTable ReadArrow(ArrowHeld<ArrowArrayStream>& stream, bool (*cancelled)()) {
     std::vector<ColumnReader> readers = ReadersOf(schema.Get());
     std::int64_t cases = 0;
     while (true) {
-        ArrowHeld<ArrowArray> chunk;
-        Require(stream->GetNext(stream.Put(), chunk.Put()), stream);
-        if (!chunk) {
+        const auto chunk = std::make_shared<ArrowHeld<ArrowArray>>();
+        Require(stream->GetNext(stream.Put(), chunk->Put()), stream);
+        if (!*chunk) {
             return TakeTable(readers, cases);
         }
-        AddChunk(readers, chunk.Get());
-        cases += chunk->Length;
+        AddChunk(readers, chunk);
+        cases += chunk->Get().Length;
         if (cancelled()) {
             throw Interrupted();
         }

@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/Status.h"
 #include "python/HostCall.h"
+#include "python/StandingNumbers.h"
 #include "python/ValueCategories.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
@@ -65,25 +68,61 @@ py::object TellCategories(const PythonTable& table, std::size_t index) {
     return py::make_tuple(categories.Names, py::bytes(places, categories.Places.size() * sizeof(std::int32_t)));
 }
 
-PythonTable ReadTable(const std::string& path) {
-    return CallHost("open", [&path] {
-        quillara::ReadOptions options;
+/// How delimited text is to be read.
+quillara::ReadOptions OptionsOf(const py::dict& given) try {
+    quillara::ReadOptions options;
+    options.Separator = given["separator"].cast<std::optional<char>>();
+    options.Decimal = given["decimal"].cast<char>();
+    options.Encoding = given["encoding"].cast<std::string>();
+    options.HasHeader = given["header"].cast<bool>();
+    options.MissingTexts = given["missing"].cast<std::optional<std::vector<std::string>>>();
+    return options;
+} catch (const py::builtin_exception&) {
+    throw ScriptError{E_INVALIDARG, "Separator and decimal are one character each, missing is a list of texts.",
+                      "open"};
+}
+
+PythonTable ReadTable(const std::string& path, const py::dict& given) {
+    quillara::ReadOptions options = OptionsOf(given);
+    return CallHost("open", [&] {
         options.Cancelled = [] { return HostScope::Cancelled().load(); };
         return PythonTable{std::make_shared<const DataTable>(quillara::ReadDataFile(path, options))};
     });
 }
 
-std::vector<double> Numbers(const py::buffer& buffer) {
-    const py::buffer_info info = buffer.request();
+std::span<const double> Numbers(const py::buffer_info& info) {
     if (info.ndim != 1 || info.format != py::format_descriptor<double>::format() ||
         info.strides[0] != static_cast<py::ssize_t>(sizeof(double))) {
         throw py::type_error("A column must be a plain row of doubles.");
     }
-    const auto* first = static_cast<const double*>(info.ptr);
-    return {first, first + info.size};
+    return {static_cast<const double*>(info.ptr), static_cast<std::size_t>(info.size)};
 }
 
-/// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels by value.
+/// Keeps the memory of a buffer and somebody who sees to it that the numbers there don't change. Whoever lets it go
+/// needn't have the interpreter's lock.
+std::shared_ptr<const void> Kept(py::buffer_info info, py::object keeper) {
+    using Held = std::pair<py::buffer_info, py::object>;
+    return {new Held(std::move(info), std::move(keeper)), [](const Held* held) {
+                if (Py_IsInitialized() != 0) {
+                    const py::gil_scoped_acquire lock;
+                    delete held;
+                }
+            }};
+}
+
+/// Numbers that have a keeper are used where they stand.
+void TakeNumbers(Variable& variable, const py::buffer& buffer, const py::object& keeper) {
+    py::buffer_info info = buffer.request();
+    const std::span<const double> numbers = Numbers(info);
+    if (keeper.is_none()) {
+        EncodeNumbers(variable, {numbers.begin(), numbers.end()});
+    } else {
+        UseNumbers(variable, numbers, Kept(std::move(info), keeper));
+    }
+}
+
+/// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels by value,
+/// keeper of the values or None.
 Variable VariableOf(const py::tuple& column) {
     Variable variable;
     variable.Name = column[0].cast<std::string>();
@@ -93,7 +132,7 @@ Variable VariableOf(const py::tuple& column) {
         EncodeTexts(variable, column[2].cast<std::vector<std::optional<std::string>>>());
         return variable;
     }
-    EncodeNumbers(variable, Numbers(column[2].cast<py::buffer>()));
+    TakeNumbers(variable, column[2].cast<py::buffer>(), column[4]);
     for (const auto& [value, label] : column[3].cast<std::map<double, std::string>>()) {
         variable.Labels[value].Label = label;
     }
@@ -181,5 +220,5 @@ void PythonTable::Define(py::module_& module) {
         .def("check_selection", CheckSelection)
         .def("weight_index", WeightIndex);
     module.def("read", ReadTable, "Reads a data file");
-    module.def("make", MakeTable, "A table of columns: name, kind, values, labels by value");
+    module.def("make", MakeTable, "A table of columns: name, kind, values, labels by value, keeper of the values");
 }

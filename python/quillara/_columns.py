@@ -1,4 +1,6 @@
-"""Columns of Python as those of a table: (name, kind, values or texts, labels)."""
+"""Columns of Python as those of a table: (name, kind, values or texts, labels, keeper).
+
+A column that has a keeper is used where it stands: whatever the keeper is, the values don't change while it lives."""
 
 import array
 import datetime
@@ -41,10 +43,10 @@ def _plain_column(name, values):
     for kind, types, convert, labels in PLAIN_KINDS:
         if present and all(isinstance(value, types) for value in present):
             if convert is None:
-                return name, kind, values, labels
-            return name, kind, _doubles(values, convert), labels
+                return name, kind, values, labels, None
+            return name, kind, _doubles(values, convert), labels, None
     try:
-        return name, "number", _doubles(values, float), {}
+        return name, "number", _doubles(values, float), {}, None
     except (TypeError, ValueError):
         raise TypeError(f'The column "{name}" has values of several kinds, or of none that a table holds.') from None
 
@@ -60,7 +62,7 @@ def _category_column(name, series):
     codes = series.cat.codes.to_numpy().astype(float) + 1
     codes[codes == 0] = numpy.nan
     labels = {float(place): str(category) for place, category in enumerate(series.cat.categories, 1)}
-    return name, "number", codes, labels
+    return name, "number", codes, labels, None
 
 
 def _time_column(name, series, kind, unit):
@@ -71,7 +73,45 @@ def _time_column(name, series, kind, unit):
         raise TypeError(f'The column "{name}" has a time zone, for which a table has no room.')
     values = series.to_numpy()
     numbers = (values - values.dtype.type(0, "ns")) / numpy.timedelta64(1, unit)
-    return name, kind, numpy.ascontiguousarray(numbers, dtype=float), {}
+    return name, kind, numpy.ascontiguousarray(numbers, dtype=float), {}, None
+
+
+def _copies_on_write(pandas):
+    if int(pandas.__version__.split(".")[0]) >= 3:
+        return True
+    try:
+        return pandas.get_option("mode.copy_on_write") is True
+    except KeyError:  # of an option that this version doesn't have
+        return False
+
+
+def _is_constant(array):
+    """Whether nobody can write to an array, nor to what it is a view of."""
+    while hasattr(array, "flags"):
+        if array.flags.writeable:
+            return False
+        if array.base is None:
+            return True
+        array = array.base
+    try:
+        return memoryview(array).readonly
+    except TypeError:
+        return False
+
+
+def _number_column(name, series):
+    """Doubles that can't change behind the table's back are used where they stand: those of constant arrays, and under
+    pandas' copy-on-write those of a second series, which makes whoever writes to the first take a copy."""
+    import numpy
+    import pandas
+
+    if series.dtype != numpy.float64:
+        values = series.to_numpy(dtype=float, na_value=numpy.nan)
+        return name, "number", numpy.ascontiguousarray(values), {}, None
+    keeper = series.copy(deep=False)
+    values = numpy.ascontiguousarray(keeper.to_numpy())
+    is_kept = _copies_on_write(pandas) or _is_constant(values)
+    return name, "number", values, {}, keeper if is_kept else None
 
 
 def _series_column(name, series):
@@ -86,8 +126,7 @@ def _series_column(name, series):
     if types.is_timedelta64_dtype(series.dtype):
         return _time_column(name, series, "time", "s")
     if types.is_numeric_dtype(series.dtype) and not types.is_bool_dtype(series.dtype):
-        values = series.to_numpy(dtype=float, na_value=numpy.nan)
-        return name, "number", numpy.ascontiguousarray(values), {}
+        return _number_column(name, series)
     return _plain_column(name, series.astype(object).where(series.notna(), None).tolist())
 
 

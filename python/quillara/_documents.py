@@ -6,6 +6,7 @@ import functools
 import html
 
 from . import _quillara
+from ._errors import Error
 from ._objects import Object, wrap
 
 
@@ -158,9 +159,15 @@ class Collection(Object, kind="DocumentCollection"):
 
     def __getitem__(self, place: int | slice | str) -> Any:
         if isinstance(place, str):
-            return _showing(self, place) or self.Item(place)
+            return _showing(self, place) or self._called(place)
         places = range(1, len(self) + 1)[place]
         return [self.Item(each) for each in places] if isinstance(place, slice) else self.Item(places)
+
+    def _called(self, name):
+        try:
+            return self.Item(name)
+        except Error:
+            raise KeyError(name) from None
 
     def __iter__(self) -> Iterator[Any]:
         return (self.Item(place) for place in range(1, len(self) + 1))

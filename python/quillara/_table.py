@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import html
 import os
 import warnings
 
@@ -37,6 +38,10 @@ def _variable_of(held, index):
     name, label, kind, labels = held.describe(index)
     categories = [text for _, text in labels] or held.texts(index)
     return Variable(name, label, kind, dict(labels), categories)
+
+
+def _shortened(text, most=100):
+    return text if len(text) <= most else text[:most - 4] + " ..."
 
 
 class Table:
@@ -144,13 +149,29 @@ class Table:
         """The columns for other libraries, as Arrow's protocol asks for them."""
         return _quillara.table_stream(self._held)
 
+    def _repr_html_(self) -> str:
+        """The variables, as a notebook shows them."""
+        rows = [(variable.name, variable.label, variable.kind, "; ".join(variable.categories))
+                for variable in self._variables]
+        lines = ["".join(f"<td>{html.escape(_shortened(text))}</td>" for text in row) for row in rows]
+        head = "".join(f"<th>{text}</th>" for text in ("Variable", "Label", "Kind", "Categories"))
+        caption = html.escape(f"{self.name or 'Table'}, {self.cases} cases")
+        return f"<table><caption>{caption}</caption><tr>{head}</tr><tr>{'</tr><tr>'.join(lines)}</tr></table>"
+
     def __repr__(self):
         return f"<quillara.Table: {self.name or 'of columns'}, {self.cases} cases, {len(self._names)} variables>"
 
 
-def open(path: str | os.PathLike[str]) -> Table:
-    """Reads a data file of any kind that `quillara drill` reads."""
-    return Table(_quillara.read(os.fsdecode(path)))
+def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
+         header: bool = True, missing: Sequence[str] | None = None) -> Table:
+    """Reads a data file of any kind that `quillara drill` reads.
+
+    The rest is about delimited text: the character between fields, found from the text when not given; the decimal
+    character; the character encoding, by default UTF-8, else Windows-1252; whether the first line has the names; the
+    texts that mean missing data, in place of NA, N/A, NaN, ...
+    """
+    options = {"separator": separator, "decimal": decimal, "encoding": encoding, "header": header, "missing": missing}
+    return Table(_quillara.read(os.fsdecode(path), options))
 
 
 def _same(columns):

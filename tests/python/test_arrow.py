@@ -113,8 +113,10 @@ VIEWS = b"".join([struct.pack("<i12s", 4, b"four"), struct.pack("<i4sii", 15, b"
 def test_each_kind_of_column_comes_in(column, kind, values):
     source = Producer([column])
     table = quillara.table(source)
-    assert source.open == 0 and (table.names, table["x"].kind) == (["x"], kind)
+    assert (table.names, table["x"].kind) == (["x"], kind)
     back = table.to_pandas()["x"]
+    del table
+    assert source.open == 0
     told = [None if value is None or value != value or value is pandas.NaT else value for value in back]
     assert told == values or back.astype(str).tolist() == values
 
@@ -128,6 +130,30 @@ def test_chunks_are_joined_and_their_dictionaries_too():
     assert table["x"].labels == {1: "z", 2: "a", 3: "b"}
     assert [list(map(str, column)) for _, column in table.to_pandas().items()] == [
         ["z", "a", "a", "b", "nan"], ["1", "None", "2", "1", "0"]]
+
+
+def place_of(table):
+    """Where the values of the first column stand."""
+    taken = Consumer(table)
+    place = taken.array.children[0].contents.buffers[1]
+    taken.release()
+    return place
+
+
+def test_doubles_of_one_chunk_stay_where_they_are():
+    source = Producer([numbers("g", "d", [0.1, 0.2, 0.3, 0.4], offset=1), texts(["a", "b", "c"], name="t")])
+    table = quillara.table(source)
+    chunk = next(array for array in source.kept if isinstance(array, Array) and array.n_buffers == 2)
+    assert source.open == 1 and place_of(table) == chunk.buffers[1] + 8
+    with table.drill("t", "x") as drill:
+        del table
+        gc.collect()
+        assert drill.Descriptives.Values[0][:3] == pytest.approx([0.3, 0.1, 0.2]) and source.open == 1
+    del drill
+    gc.collect()
+    assert source.open == 0
+    more = Producer([numbers("g", "d", [0.1])], [numbers("g", "d", [0.2])])
+    assert quillara.table(more).to_pandas()["x"].tolist() == [0.1, 0.2] and more.open == 0
 
 
 def test_labels_go_with_columns_and_rounding_is_told():

@@ -1,10 +1,14 @@
 """Tables from frames and columns, and back."""
 
 import datetime
+import gc
+import struct
+import weakref
 
 import numpy
 import pandas
 import pytest
+from arrow import Consumer
 from conftest import failure_of
 
 import quillara
@@ -62,6 +66,69 @@ def test_columns_that_no_table_holds_are_refused(columns, text):
     assert text in told and member == "table"
 
 
+def place_of(table):
+    """Where the values of the first column stand."""
+    taken = Consumer(table)
+    place = taken.array.children[0].contents.buffers[1]
+    taken.release()
+    return place
+
+
+def locked(values):
+    array = numpy.array(values)
+    array.setflags(write=False)
+    return array
+
+
+WRITEABLE = numpy.array([0.1, 0.2, 0.3, 0.4])
+VIEW = WRITEABLE[:]
+VIEW.setflags(write=False)
+
+
+@pytest.mark.parametrize("array, stays", [
+    (locked([0.1, 0.2, 0.3]), True),
+    (locked([0.1, 0.2, 0.3])[1:], True),
+    (numpy.frombuffer(struct.pack("2d", 0.1, 0.2)), True),
+    (pandas.Series(locked([0.1, 0.2])), True),
+    (WRITEABLE, False),
+    (VIEW, False),
+    (numpy.frombuffer(bytearray(16)), False),
+    (locked([0.1, 0.2, 0.3])[::2], False),
+    (locked([0.1, numpy.nan]), False),
+])
+def test_doubles_that_cannot_change_stay_where_they_are(array, stays):
+    table = quillara.table({"x": array})
+    assert (place_of(table) == numpy.asarray(array).ctypes.data) == stays
+    before = table.to_pandas()
+    WRITEABLE[:] = WRITEABLE + 1
+    pandas.testing.assert_frame_equal(table.to_pandas(), before)
+
+
+def test_frames_that_copy_on_write_are_not_copied():
+    with pandas.option_context("mode.copy_on_write", True):
+        frame = pandas.DataFrame({"x": [0.1, 0.2, 0.3], "y": [1.5, 2.5, 3.5], "gap": [numpy.nan, 1, 2]})
+        place = frame["x"].to_numpy().ctypes.data
+        table = quillara.table(frame)
+        assert place_of(table) == place
+        before = table.to_pandas()
+        frame.loc[0, "x"] = 99
+        frame["y"] += 1
+        assert frame["x"].to_numpy().ctypes.data != place
+        pandas.testing.assert_frame_equal(table.to_pandas(), before)
+        kept = weakref.ref(frame)
+        with table.drill("", "x") as drill:
+            del frame, table
+            gc.collect()
+            assert kept() is None and drill.Descriptives.Values[0][0] == pytest.approx(0.2)
+
+
+def test_frames_that_write_in_place_are_copied():
+    frame = pandas.DataFrame({"x": [0.1, 0.2, 0.3]})
+    table = quillara.table(frame)
+    frame.loc[0, "x"] = 99
+    assert table.to_pandas()["x"].tolist() == [0.1, 0.2, 0.3]
+
+
 def test_names_of_cases_are_the_index_and_labels_of_one_text_differ(survey):
     frame = pandas.DataFrame({"a": [1.0, 2.0]}, index=["first", "second"])
     pandas.testing.assert_frame_equal(quillara.table(frame).to_pandas(), frame)
@@ -84,6 +151,16 @@ def test_values_without_a_label_go_by_their_number(labels, named):
     pandas.testing.assert_frame_equal(table.to_pandas(labels), expected)
     with table.drill("q", "years") as drill:
         pandas.testing.assert_frame_equal(drill.cases.to_pandas(labels), expected)
+
+
+def test_delimited_text_is_read_as_asked(tmp_path):
+    path = tmp_path / "plain.txt"
+    path.write_bytes("M\xfcller|1,5|none\nMaier|-|2\n".encode("latin-1"))
+    table = quillara.open(path, separator="|", decimal=",", header=False, encoding="latin1", missing=["-", "none"])
+    assert table.to_pandas().values.tolist()[0][:2] == ["Müller", 1.5] and table.to_pandas().isna().sum().sum() == 2
+    for wrong in ({"separator": "ab"}, {"missing": [1]}, {"encoding": "none such"}):
+        code, _, member = failure_of(lambda: quillara.open(path, **wrong))
+        assert (code, member) == (0x80070057, "open")
 
 
 def test_rows_of_dates_are_named_as_people_read_them(survey):

@@ -77,7 +77,7 @@ def test_the_notebook_runs_and_shows_its_results(monkeypatch):
     notebook = json.loads((SAMPLES / "first-look.ipynb").read_text(encoding="utf-8"))
     names = {}
     shows = [run_cell("".join(cell["source"]), names) for cell in notebook["cells"] if cell["cell_type"] == "code"]
-    for text, found in zip(["2000 cases", "Day of the interview", "Very satisfied", "commute = Train", "<svg", "Summary",
+    for text, found in zip(["Day of the interview", "Very satisfied", "commute = Train", "<svg", "Summary",
                             "commute_minutes", "Percent"], shows):
         assert text in found
     assert names["low"]["Count"].sum() == (names["left"]["class"] == "low").sum() > 0
