@@ -17,6 +17,7 @@
 #include "python/PythonObject.h"
 #include "python/PythonOutputs.h"
 #include "python/PythonTable.h"
+#include "workbench/hosting/LogFile.h"
 #include "workbench/hosting/ScriptDesk.h"
 
 namespace py = pybind11;
@@ -52,6 +53,7 @@ std::vector<std::string> MessagesBehind(std::size_t known) {
 
 PYBIND11_MODULE(_quillara, module) {
     module.doc() = "The host of the drill-down analysis; use the package quillara";
+    quillara::OpenProgramLog();
     py::register_local_exception_translator(TranslateErrors);
     PythonObject::Define(module);
     PythonTable::Define(module);

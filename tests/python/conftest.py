@@ -1,5 +1,6 @@
 import os
 import pathlib
+import tempfile
 
 import pytest
 
@@ -7,6 +8,8 @@ import quillara
 
 SURVEY = str(pathlib.Path(__file__).parents[2] / "samples" / "survey.sav")
 PROGRAM = os.environ["QUILLARA_PROGRAM"]
+STATE = tempfile.TemporaryDirectory()
+os.environ["XDG_STATE_HOME"] = STATE.name  # the log of failing members
 
 
 @pytest.fixture(scope="session")

@@ -20,6 +20,7 @@
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/hosting/LogFile.h"
 
 namespace quillara {
 namespace {
@@ -133,6 +134,7 @@ int main(int count, char** values) {
     const std::span<char*> arguments(values + std::min(count, 1), static_cast<std::size_t>(std::max(count - 1, 0)));
     try {
         try {
+            OpenProgramLog();
             return Run(arguments);
         } catch (const Interrupted&) {
             return InterruptedStatus;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/Log.h"
+#include "host/PlatformServices.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -41,9 +42,22 @@ std::string Written(const LogLine& line) {
     return text + '\n';
 }
 
+/// quillara/log in the user's state folder, with the folders on the way made as far as they can be; empty without one.
+std::filesystem::path ProgramLogFile() {
+    const std::string state = StateFolder();
+    if (state.empty()) {
+        return {};
+    }
+    const std::filesystem::path folder = std::filesystem::path(state) / "quillara";
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    return folder / "log";
+}
+
 class LoggingApplication final : public COrvMainApp {
   public:
-    explicit LoggingApplication(std::filesystem::path file) : File(std::move(file)) { Logging = 1; }
+    /// Without a file it is that of the program, which is looked for when there is something to write.
+    explicit LoggingApplication(std::filesystem::path file = {}) : File(std::move(file)) { Logging = 1; }
 
     void LogEntry(std::uint32_t process, std::uint32_t thread, int level, const std::string& text,
                   std::uint32_t code) override {
@@ -51,6 +65,7 @@ class LoggingApplication final : public COrvMainApp {
     }
 
     void Write(const LogLine& line) try {
+        File = File.empty() ? ProgramLogFile() : File;
         const std::string written = Written(line);
         MakeRoomFor(written.size());
         std::ofstream(File, std::ios::app) << written;
@@ -78,6 +93,13 @@ std::unique_ptr<LoggingApplication>& OpenedApplication() {
     return application;
 }
 
+void Open(std::unique_ptr<LoggingApplication> application) {
+    for (const LogLine& line : std::exchange(Kept(), {})) {
+        application->Write(line);
+    }
+    OpenedApplication() = std::move(application);
+}
+
 }  // namespace
 
 const std::deque<LogLine>& KeptLogLines() {
@@ -102,10 +124,13 @@ void OpenLogFile(const std::filesystem::path& file) {
     if (!opened->CanWrite()) {
         throw DataError("The log can't be written: " + file.string());
     }
-    for (const LogLine& line : std::exchange(Kept(), {})) {
-        opened->Write(line);
+    Open(std::move(opened));
+}
+
+void OpenProgramLog() {
+    if (OpenedApplication() == nullptr) {
+        Open(std::make_unique<LoggingApplication>());
     }
-    OpenedApplication() = std::move(opened);
 }
 
 void CloseLogFile() {

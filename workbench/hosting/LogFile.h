@@ -30,6 +30,9 @@ void ForgetKeptLogLines();
 /// be written is lost without a word: a log may not stop the work.
 /// Opening it writes the lines kept so far. Throws DataError when the file can't be written.
 void OpenLogFile(const std::filesystem::path& file);
+/// Opens the log of a program, quillara/log in the user's state folder, unless one is open. The file and its folder are
+/// made for the first line; where they can't be, lines are lost.
+void OpenProgramLog();
 /// Closes it; lines are kept again.
 void CloseLogFile();
 
