@@ -38,8 +38,9 @@ class PythonListener final : public CountedObject<WithoutTypeInfo<IDispatch>> {
     PythonListener(const PythonListener&) = delete;
     PythonListener& operator=(const PythonListener&) = delete;
     ~PythonListener() override {
-        const py::gil_scoped_acquire lock;
-        Called = {};
+        const PyGILState_STATE lock = PyGILState_Ensure();
+        Py_XDECREF(Called.release().ptr());
+        PyGILState_Release(lock);
     }
 
     HRESULT QueryInterface(const GUID& id, void** object) override {
