@@ -44,8 +44,10 @@ class CasePass {
     /// Counts so many cases that another pass over whole columns has read, without progress and polls.
     void RunAgainUpTo(std::int32_t lastCase);
     [[nodiscard]] std::int32_t CasesRead() const noexcept { return Source.CasesRead(); }
-    /// Whether the host offers whole columns, so that a part of the cases can be read again.
+    /// Whether the host gave whole columns, so that a part of the cases can be read again.
     [[nodiscard]] bool CanRunAgain() const noexcept { return Source.WholeColumns() != nullptr; }
+    /// The tally of a variable, by its place among them.
+    [[nodiscard]] const CategoryTally& CategoriesOf(std::size_t variable) const { return CategoryTallies[variable]; }
 
   private:
     /// What one thread does with a block: the moments of some variables, or the categories of one in some rows.

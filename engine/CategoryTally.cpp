@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <span>
 #include <vector>
 
 using namespace drilldown;
@@ -41,7 +42,7 @@ bool CrowdsTheNext(const std::set<Categories>& set, std::set<Categories>::const_
     return next != set.end() && AreNeighbours(inserted->Upper, next->Upper);
 }
 
-/// Sums of whole numbers are exact below this.
+/// Sums of whole numbers are exact below twice this, so that a sum may be added to a count.
 constexpr double LargestExactCount = 4503599627370496.0;
 
 bool CountsAreWhole(const std::set<Categories>& set) {
@@ -57,7 +58,8 @@ CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, c
       Road(road),
       Shared(shared),
       IsCoded(HasCodes()),
-      IsByCode(AnyOrderWillDo()),
+      IsApart(IsCoded && CountsDistinct() && ValuesAreApart()),
+      IsByCode(IsCoded && (IsApart || !CountsDistinct()) && CountsAreWhole(Feed.Target->CategorySet)),
       Intervals(host, !Shared && PresentWay() == Way::Intervals ? Feed.Target : nullptr),
       Known(host, KnownRoom()),
       KnownCodes(host, CodeRoom()),
@@ -112,9 +114,18 @@ bool CategoryTally::IsCounted(double value) const {
     return !Road.Missing.Contains(value) && (PresentWay() != Way::WholeDistinct || IsWhole(value));
 }
 
-/// Whether each value has a category of its own, or an interval, whichever comes first.
-bool CategoryTally::AnyOrderWillDo() const {
-    return IsCoded && CountsAreWhole(Feed.Target->CategorySet) && (!CountsDistinct() || ValuesAreApart());
+/// Whether no valid value is passed over.
+bool CategoryTally::CountsAllValues() const {
+    const std::span<const double> values(Road.Whole.Values, Codes());
+    return std::ranges::all_of(values, [&](double value) { return IsCounted(value) || Road.Missing.Contains(value); });
+}
+
+bool CategoryTally::WouldRecountAlike(CategoryCounting counting) const {
+    if (!CountsDistinct()) {
+        return PresentWay() == Way::Intervals && !Shared;
+    }
+    // Counted as intervals, what is no whole number would count too.
+    return IsApart && (counting != CategoryCounting::IntoIntervals || CountsAllValues());
 }
 
 /// Whether the values of all codes and those of the categories are so few, and so far from each other, that none counts

@@ -52,6 +52,9 @@ class CategoryTally {
     [[nodiscard]] bool TakesAnyOrder() const noexcept { return IsByCode; }
     /// Whether there is anything to count.
     [[nodiscard]] bool IsNeeded() const { return Shared || PresentWay() != Way::Nothing; }
+    /// Whether the same values counted again from zero, into the categories that there are then, give the same counts;
+    /// `counting` says how they would be counted.
+    [[nodiscard]] bool WouldRecountAlike(CategoryCounting counting) const;
     /// From here on the order of the cases makes a difference: sums of their weights are rounded.
     void KeepOrder();
     /// Counts the values of some rows; missing ones are passed over.
@@ -72,7 +75,7 @@ class CategoryTally {
     [[nodiscard]] bool CountsDistinct() const;
     [[nodiscard]] bool HasCodes() const;
     [[nodiscard]] bool IsCounted(double value) const;
-    [[nodiscard]] bool AnyOrderWillDo() const;
+    [[nodiscard]] bool CountsAllValues() const;
     [[nodiscard]] bool ValuesAreApart() const;
     [[nodiscard]] std::size_t KnownRoom() const;
     [[nodiscard]] std::size_t CodeRoom() const;
@@ -90,7 +93,8 @@ class CategoryTally {
     TallyRoad Road;
     bool Shared;
     bool IsCoded;  // the whole column has codes
-    bool IsByCode;  // and they are counted by themselves
+    bool IsApart;  // and none of their values counts in the category of another
+    bool IsByCode;  // codes are counted by themselves
     IntervalTally Intervals;
     HostBuffer<KnownValue> Known;
     HostBuffer<double*> KnownCodes;  // the count of each code; null: not met yet

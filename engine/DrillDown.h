@@ -1,12 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 
 #include "engine/Drill.h"
 #include "host/AnalysisSupport.h"
 #include "host/Commons.h"
+
+namespace drilldown {
+class CountMemory;
+}
 
 class COutDocument;
 class COutputTracker;
@@ -374,6 +379,7 @@ class CDrillDown : public CAnalysisSupport {
     DrillSet* DrillDowns = nullptr;  ///< variables that can be drilled on
     DrillSet* DrillUps = nullptr;  ///< the steps taken, newest first; they are the filter
     DrillSet* Reviews = nullptr;  ///< variables that are only reported on
+    std::unique_ptr<drilldown::CountMemory> Counted;  ///< what recounts take over; null: nothing
 
     // The structures shared with the host.
 

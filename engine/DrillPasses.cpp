@@ -1,6 +1,9 @@
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "engine/CasePass.h"
+#include "engine/CountMemory.h"
 #include "engine/DisplayNames.h"
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
@@ -35,11 +38,10 @@ std::vector<PassVariable> VariablesBeforeDrill(const CDrillDown& analysis) {
     const RecordIndex drills(*analysis.DrillDowns);
     std::vector<PassVariable> variables;
     for (const Drill& record : *analysis.DrillDowns) {
-        variables.push_back(Variable(record, DrillSide, drills.Find(record.VarNo), CategoryCounting::ByMethod));
+        variables.push_back(Variable(record, DrillSide, drills.Find(record.VarNo), RecountOf(DrillSide)));
     }
     for (const Drill& record : *analysis.Reviews) {
-        // Intended: as intervals also for distinct values, unlike the drill-down records; the set holds them already.
-        variables.push_back(Variable(record, ReviewSide, &Editable(record), CategoryCounting::IntoIntervals));
+        variables.push_back(Variable(record, ReviewSide, &Editable(record), RecountOf(ReviewSide)));
     }
     return variables;
 }
@@ -107,7 +109,43 @@ int RunAfterDrill(CDrillDown& analysis) {
         return 0;
     }
     StorePass(analysis, variables, moments);
+    RememberCounts(analysis, pass, variables);
     return 1;
+}
+
+/// Counts `counted` anew and takes over the counts of those that are `known`. Nothing when the host can't give a part
+/// of the cases again, which a cancel would ask for.
+std::optional<int> Recount(CDrillDown& analysis, std::span<const PassVariable> counted,
+                           std::span<const PassVariable> known) {
+    CasePass pass(analysis, RecountBeforeDrill, counted, nullptr);
+    if (!pass) {
+        return ReportNotEnoughMemory(analysis);
+    }
+    if (!known.empty() && !pass.CanRunAgain()) {
+        return std::nullopt;
+    }
+    if (pass.Run() == PassOutcome::Completed) {
+        RestoreCounts(analysis, known);
+        RememberCounts(analysis, pass, counted);
+        return 1;
+    }
+    if (!known.empty()) {
+        CasePass again(analysis, RecountBeforeDrill, known, nullptr);
+        if (!again) {
+            return ReportNotEnoughMemory(analysis);
+        }
+        again.RunAgainUpTo(pass.CasesRead());
+    }
+    return 0;
+}
+
+int RecountAll(CDrillDown& analysis, const std::vector<PassVariable>& variables) {
+    std::vector<PassVariable> counted = variables;
+    const std::vector<PassVariable> known = TakeKnown(analysis, counted);
+    if (const std::optional<int> result = Recount(analysis, counted, known)) {
+        return *result;
+    }
+    return Recount(analysis, variables, {}).value_or(0);
 }
 
 }  // namespace
@@ -132,11 +170,7 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     BringUpToDate();
     ResetCounts(*this);
     const std::vector<PassVariable> variables = VariablesBeforeDrill(*this);
-    CasePass pass(*this, RecountBeforeDrill, variables, nullptr);
-    if (!pass) {
-        return ReportNotEnoughMemory(*this);
-    }
-    if (pass.Run() == PassOutcome::Cancelled) {
+    if (RecountAll(*this, variables) == 0) {
         return 0;
     }
     for (const PassVariable& variable : variables) {

@@ -8,6 +8,7 @@
 
 #include "automation/OutputTracker.h"
 #include "dialogs/DefineTask.h"
+#include "engine/CountMemory.h"
 #include "engine/DrillDown.h"
 #include "host/AnalysisContext.h"
 #include "host/ModuleState.h"

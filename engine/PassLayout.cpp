@@ -5,9 +5,7 @@
 
 using namespace drilldown;
 
-namespace {
-
-bool HasSharedTargets(std::span<const PassVariable> variables) {
+bool drilldown::HasSharedTargets(std::span<const PassVariable> variables) {
     std::set<const Drill*> targets;
     return std::any_of(variables.begin(), variables.end(), [&](const PassVariable& variable) {
         const CategoryFeed& feed = variable.Feed;
@@ -15,8 +13,6 @@ bool HasSharedTargets(std::span<const PassVariable> variables) {
                (feed.Feeder != feed.Target || !targets.insert(feed.Target).second);
     });
 }
-
-}  // namespace
 
 PassLayout::PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<const PassVariable> variables,
                        const CompiledFilter& filter)

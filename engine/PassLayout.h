@@ -13,6 +13,9 @@
 
 namespace drilldown {
 
+/// Whether some record takes the values of more than one of the variables.
+[[nodiscard]] bool HasSharedTargets(std::span<const PassVariable> variables);
+
 /// Which columns a pass reads and who uses them. Made once, before the first case.
 struct PassLayout {
     PassLayout(CDrillDown& analysis, const PassRules& rules, std::span<const PassVariable> variables,

@@ -49,6 +49,13 @@ inline constexpr PassRules CountOfAllIntervals      {false,   ValidVarRule::Unto
 inline constexpr PassRules CountOfRemainingIntervals{true,    ValidVarRule::Untouched,      CasewiseTest::Always,   DeletedCase::Nowhere, DeletedCase::Nowhere};
 // clang-format on
 
+/// How the values of a list are counted in a recount.
+/// Intended: the reviews as intervals also for distinct values, unlike the drill-down records; the set holds them
+/// already.
+constexpr CategoryCounting RecountOf(PassSide side) {
+    return side == DrillSide ? CategoryCounting::ByMethod : CategoryCounting::IntoIntervals;
+}
+
 /// One variable of a pass.
 struct PassVariable {
     std::int16_t VarNo;

@@ -13,8 +13,8 @@ constexpr std::size_t BitsOfWord = 64;
 /// Most cases of a block, so that a cancel is noticed soon also where few of them remain.
 constexpr std::int32_t LongestBlock = 1 << 20;
 
-/// Sums of whole numbers are exact below this.
-constexpr double LargestExactSum = 9007199254740992.0;
+/// Sums of whole numbers are exact below twice this, so that a sum may be added to a count.
+constexpr double LargestExactSum = 4503599627370496.0;
 
 /// Lists the set bits among `count` bits from bit `first` on, numbered from 0. Gives how many there are.
 std::size_t ListBits(const std::uint64_t* bits, std::size_t first, std::size_t count, std::int32_t* rows) {

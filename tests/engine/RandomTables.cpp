@@ -71,8 +71,21 @@ quillara::Variable ValueVariable(Random& random, TableStyle style, std::string n
 }
 
 quillara::Variable WeightVariable(Random& random, TableStyle style, std::int32_t cases) {
-    static const Values weights{1.0,  2.0, 0.5,  1.25,           0.0,           0.4, 2.5, 3.0, -1.0,
-                                -0.4, 0.1, 99.0, Moved(0.0, 15), Moved(0.0, 16)};
+    static const Values weights{1.0,
+                                2.0,
+                                0.5,
+                                1.25,
+                                0.0,
+                                0.4,
+                                2.5,
+                                3.0,
+                                -1.0,
+                                -0.4,
+                                0.1,
+                                99.0,
+                                Moved(0.0, 15),
+                                Moved(0.0, 16),
+                                4503599627370498.0};
     const std::size_t count = style == TableStyle::Anything ? weights.size() : 4;
     const double code = Chance(random, 2) ? 99.0 : -9999;
     return RawNumbers("weight", MakeValues(cases, [&] { return weights[Pick(random, count)]; }), code);
