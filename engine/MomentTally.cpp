@@ -1,8 +1,8 @@
 #include "engine/MomentTally.h"
 
 #include <algorithm>
-#include <array>
-#include <numeric>
+
+#include "engine/PlainCases.h"
 
 using namespace drilldown;
 
@@ -10,56 +10,6 @@ namespace {
 
 constexpr double StartOfMin = 1.7e+308;
 constexpr double StartOfMax = -1.7e+308;
-
-/// Rows turned into plain doubles at a time where columns or rows come in a narrower form.
-constexpr std::size_t PlainRows = 256;
-
-/// Some rows of some columns as doubles without gaps, each with its weight.
-struct PlainBlock {
-    PlainBlock() { std::iota(Rows.begin(), Rows.end(), 0); }
-
-    void Fill(MomentLanes& lanes, std::span<const TallyColumn> columns, const WeightedRows& rows) {
-        for (std::size_t lane = 0; lane < MomentLaneLimit; ++lane) {
-            lanes.Values[lane] = Values[std::min(lane, columns.size() - 1)].data();
-        }
-        for (std::size_t place = 0; place < columns.size(); ++place) {
-            WithValues(columns[place].Entries, [&](auto valueOf) {
-                for (std::size_t i = 0; i < rows.Count; ++i) {
-                    Values[place][i] = valueOf(rows.RowAt(i));
-                }
-            });
-        }
-        for (std::size_t i = 0; i < rows.Count; ++i) {
-            Weights[i] = rows.WeightAt(i);
-        }
-    }
-
-    std::array<std::int32_t, PlainRows> Rows{};
-    std::array<double, PlainRows> Weights{};
-    std::array<std::array<double, PlainRows>, MomentLaneLimit> Values;
-};
-
-bool ArePlain(std::span<const TallyColumn> columns, const WeightedRows& rows) {
-    return rows.Rows != nullptr && rows.Weights != nullptr &&
-           std::ranges::all_of(columns,
-                               [](const TallyColumn& column) { return column.Entries.Form == ColumnForm::Doubles; });
-}
-
-void UpdateByColumns(MomentLanes& lanes, std::span<const TallyColumn> columns, const WeightedRows& rows) {
-    if (ArePlain(columns, rows)) {
-        for (std::size_t lane = 0; lane < MomentLaneLimit; ++lane) {
-            lanes.Values[lane] = columns[std::min(lane, columns.size() - 1)].Entries.As<double>();
-        }
-        UpdateMoments(lanes, columns.size(), rows);
-        return;
-    }
-    PlainBlock block;
-    for (std::size_t done = 0; done < rows.Count; done += PlainRows) {
-        const std::size_t count = std::min(PlainRows, rows.Count - done);
-        block.Fill(lanes, columns, rows.Part(done, count));
-        UpdateMoments(lanes, columns.size(), {block.Rows.data(), block.Weights.data(), count});
-    }
-}
 
 }  // namespace
 
@@ -97,12 +47,17 @@ void MomentTally::AddLanes(std::size_t first, std::span<const TallyColumn> colum
         lanes.LowestMissing[lane] = columns[place].Missing.Lowest;
         lanes.HighestMissing[lane] = columns[place].Missing.Highest;
     }
-    UpdateByColumns(lanes, columns, rows);
+    PlainCases cases;
+    for (std::size_t done = 0; done < rows.Count; done += PlainCases::Limit) {
+        const std::size_t count = std::min(PlainCases::Limit, rows.Count - done);
+        UpdateMoments(lanes, columns.size(), cases.Take(columns, rows.Part(done, count), lanes));
+    }
     for (std::size_t lane = 0; lane < columns.size(); ++lane) {
         const std::size_t variable = first + lane;
-        const std::int32_t missingBefore = MissingCount[variable];
         StoreLane(lanes, lane, variable);
-        ValidCount[variable] += static_cast<std::int32_t>(rows.Count) - (MissingCount[variable] - missingBefore);
+        const auto missing = static_cast<std::int32_t>(lanes.MissingCount[lane]);
+        MissingCount[variable] += missing;
+        ValidCount[variable] += static_cast<std::int32_t>(rows.Count) - missing;
     }
 }
 
@@ -113,7 +68,7 @@ void MomentTally::LoadLane(MomentLanes& lanes, std::size_t lane, std::size_t var
     lanes.Min[lane] = Min[variable];
     lanes.Max[lane] = Max[variable];
     lanes.MissingWeight[lane] = MissingWeight[variable];
-    lanes.MissingCount[lane] = MissingCount[variable];
+    lanes.MissingCount[lane] = 0.0;
 }
 
 void MomentTally::StoreLane(const MomentLanes& lanes, std::size_t lane, std::size_t variable) const {
@@ -123,7 +78,6 @@ void MomentTally::StoreLane(const MomentLanes& lanes, std::size_t lane, std::siz
     Min[variable] = lanes.Min[lane];
     Max[variable] = lanes.Max[lane];
     MissingWeight[variable] = lanes.MissingWeight[lane];
-    MissingCount[variable] = lanes.MissingCount[lane];
 }
 
 void MomentTally::AddMissing(std::size_t first, std::size_t count, const WeightedRows& rows) {

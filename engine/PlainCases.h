@@ -1,0 +1,32 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "engine/MomentKernel.h"
+#include "engine/TallyRows.h"
+
+namespace drilldown {
+
+/// Some cases of some variables as the update of moments wants them: doubles without gaps. Columns that stand so in the
+/// table are taken from there; others are gathered here.
+class PlainCases {
+  public:
+    /// Cases taken at a time at most; what is gathered stays in the first cache.
+    static constexpr std::size_t Limit = 256;
+
+    /// `columns` are at most MomentLaneLimit, at least one; `rows` 1 .. Limit. Valid until the next ones are taken.
+    /// `lanes` are those that the cases will enter; how they weigh so far decides how to divide.
+    const MomentCases& Take(std::span<const TallyColumn> columns, const WeightedRows& rows, const MomentLanes& lanes);
+
+  private:
+    const double* Gather(const TableColumn& column, const WeightedRows& rows, std::size_t place);
+    void TakeWeights(const WeightedRows& rows, const MomentLanes& lanes);
+
+    MomentCases Cases;
+    std::array<double, Limit> Ones;
+    std::array<std::array<double, Limit>, MomentLaneLimit> Gathered;
+};
+
+}  // namespace drilldown
