@@ -3,7 +3,7 @@
 Compares the minutes of cities, towns and villages, over all means of travel and by car alone, and looks at how content
 those are whose way is long. Needs nothing but the package:
 
-    PYTHONPATH=build/release/lib/python python3 samples/commuting.py [SURVEY.sav]
+    build/release/bin/quillara run samples/commuting.py [SURVEY.sav]
 """
 
 import pathlib

@@ -3,7 +3,7 @@
 A frame of pandas goes in: pay by the hour and groups of ages are computed there, the exploration is Quillara's, and the
 cases that remain come back to be saved and counted.
 
-    PYTHONPATH=build/release/lib/python python3 samples/hourly_pay.py [FOLDER]
+    build/release/bin/quillara run samples/hourly_pay.py [FOLDER]
 """
 
 import pathlib

@@ -3,7 +3,7 @@
 Takes the mean number of books for every means of travel within every level of schooling, and shows it as a table of
 pandas; then the favourite kinds of book of those who read most, as a picture.
 
-    PYTHONPATH=build/release/lib/python python3 samples/readers.py [PICTURE.svg]
+    build/release/bin/quillara run samples/readers.py [PICTURE.svg]
 """
 
 import pathlib

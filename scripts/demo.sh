@@ -34,5 +34,5 @@ if [ -d "$package/quillara" ]; then
     echo
     echo "The same survey in Python, by samples/commuting.py:"
     echo
-    PYTHONPATH=$package PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 "$samples/commuting.py"
+    "$program" run "$samples/commuting.py"
 fi

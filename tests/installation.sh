@@ -21,10 +21,11 @@ has "Selected: 1077" "$prefix/text"
 has "<svg" "$prefix"/plots/*.svg
 has Female "$prefix/women.csv"
 
-packages=("$prefix"/lib/python3*/dist-packages)
 cd "$prefix"
-"${alone[@]}" PYTHONPATH="${packages[0]}" "$python" "$samples/commuting.py" >"$prefix/text"
+"${alone[@]}" bin/quillara run "$samples/commuting.py" >"$prefix/text"
 has "minutes:" "$prefix/text"
+
+packages=("$prefix"/lib/python3*/dist-packages)
 "${alone[@]}" PYTHONPATH="${packages[0]}" "$python" -c "
 import quillara
 with quillara.table({'a': ['x', 'y', 'y']}).drill('a') as drill:
