@@ -8,6 +8,7 @@ import math
 
 EPOCH = datetime.date(1970, 1, 1)
 TRUTH = {0.0: "False", 1.0: "True"}
+ZONE = 'The column "{}" has a time zone, for which a table has no room.'
 MOST_EXACT = 2**53  # whole numbers up to this are all doubles
 
 
@@ -40,6 +41,8 @@ PLAIN_KINDS = [
 def _plain_column(name, values):
     values = [None if _is_missing(value) else value for value in values]
     present = [value for value in values if value is not None]
+    if any(getattr(value, "tzinfo", None) is not None for value in present):
+        raise TypeError(ZONE.format(name))
     for kind, types, convert, labels in PLAIN_KINDS:
         if present and all(isinstance(value, types) for value in present):
             if convert is None:
@@ -70,7 +73,7 @@ def _time_column(name, series, kind, unit):
     import numpy
 
     if getattr(series.dt, "tz", None) is not None:
-        raise TypeError(f'The column "{name}" has a time zone, for which a table has no room.')
+        raise TypeError(ZONE.format(name))
     values = series.to_numpy()
     numbers = (values - values.dtype.type(0, "ns")) / numpy.timedelta64(1, unit)
     return name, kind, numpy.ascontiguousarray(numbers, dtype=float), {}, None
@@ -125,17 +128,23 @@ def _series_column(name, series):
         return _time_column(name, series, "date", "D")
     if types.is_timedelta64_dtype(series.dtype):
         return _time_column(name, series, "time", "s")
+    if types.is_complex_dtype(series.dtype):
+        raise TypeError(f'The column "{name}" has complex numbers, for which a table has no room.')
     if types.is_numeric_dtype(series.dtype) and not types.is_bool_dtype(series.dtype):
         return _number_column(name, series)
     return _plain_column(name, series.astype(object).where(series.notna(), None).tolist())
 
 
 def _column(name, values):
+    if isinstance(values, str) or not hasattr(values, "__iter__"):
+        raise TypeError(f'The column "{name}" is a single value.')
     if type(values).__module__.startswith(("pandas.", "numpy")):
         import pandas
 
-        return _series_column(str(name), pandas.Series(values))
-    return _plain_column(str(name), list(values))
+        if getattr(values, "ndim", 1) != 1:
+            raise TypeError(f'The column "{name}" has more than one dimension.')
+        return _series_column(name, pandas.Series(values))
+    return _plain_column(name, list(values))
 
 
 def _case_names(frame):
@@ -153,7 +162,9 @@ def _is_rounded(values):
 
 def columns_of(columns):
     """The columns of a frame or a dict, the names of the cases, and those of columns that are rounded."""
-    made = [_column(name, values) for name, values in columns.items()]
+    if hasattr(columns, "to_frame"):  # a series
+        columns = columns.to_frame()
+    made = [_column(str(name), values) for name, values in columns.items()]
     rounded = [str(name) for (name, values), (_, kind, *_) in zip(columns.items(), made)
                if kind == "number" and _is_rounded(values)]
     return made, _case_names(columns), rounded

@@ -181,6 +181,14 @@ def _same(columns):
     return _quillara.saved_table(columns._face) if isinstance(columns, DataDocument) else None
 
 
+def _labels_of(labels):
+    try:
+        return {str(column): {float(value): str(text) for value, text in texts.items()}
+                for column, texts in labels.items()}
+    except (AttributeError, TypeError, ValueError):
+        raise TypeError('Labels are given as {"sex": {1: "Female", 2: "Male"}}.') from None
+
+
 def _made(columns, name, labels):
     """What the extension makes of columns, and the names of those that it rounds."""
     if hasattr(columns, "__arrow_c_stream__") and not type(columns).__module__.startswith("pandas"):
@@ -203,9 +211,8 @@ def table(columns: Any, name: str = "", labels: Mapping[str, Mapping[float, str]
     """
     if (held := _same(columns)) is not None:
         return Table(held)
-    given = {str(column): dict(texts) for column, texts in (labels or {}).items()}
     try:
-        made, rounded = _made(columns, name, given)
+        made, rounded = _made(columns, name, _labels_of(labels or {}))
     except (TypeError, ValueError) as error:
         raise Error(INVALID_ARGUMENT, str(error), "table") from error
     for column in rounded:

@@ -57,6 +57,13 @@ def test_plain_columns_need_no_pandas():
     ({1: [1], "1": [2]}, "Two columns"),
     ({"a": pandas.Series(pandas.to_datetime(["2024-01-01"])).dt.tz_localize("UTC")}, "time zone"),
     ({"a": [1j]}, "kinds"),
+    ({"a": numpy.array([1j])}, '"a" has complex numbers'),
+    ({"a": [datetime.datetime(2024, 1, 1, tzinfo=datetime.timezone.utc)]}, '"a" has a time zone'),
+    ({"a": 3}, '"a" is a single value'),
+    ({"a": "text"}, '"a" is a single value'),
+    ({"a": numpy.ones((2, 2))}, '"a" has more than one dimension'),
+    ({"a": [1], "labels": {"a": ["one"]}}, "Labels are given as"),
+    ({"a": [1], "labels": {"a": {"x": "one"}}}, "Labels are given as"),
     ({"a": [1, 2], "labels": {"b": {1: "one"}}}, 'labels of "b"'),
     ({"a": ["x"], "labels": {"a": {1: "one"}}}, "only numbers"),
 ])
