@@ -122,7 +122,7 @@ def _series_column(name, series):
     import pandas
 
     types = pandas.api.types
-    if types.is_categorical_dtype(series.dtype):
+    if isinstance(series.dtype, pandas.CategoricalDtype):
         return _category_column(name, series)
     if types.is_datetime64_any_dtype(series.dtype):
         return _time_column(name, series, "date", "D")
