@@ -17,6 +17,7 @@
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
+#include "workbench/formats/Dictionary.h"
 
 namespace py = pybind11;
 using quillara::DataTable;
@@ -82,11 +83,15 @@ quillara::ReadOptions OptionsOf(const py::dict& given) try {
                       "open"};
 }
 
-PythonTable ReadTable(const std::string& path, const py::dict& given) {
+PythonTable ReadTable(const std::string& path, const py::dict& given, const std::optional<std::string>& dictionary) {
     quillara::ReadOptions options = OptionsOf(given);
     return CallHost("open", [&] {
         options.Cancelled = [] { return HostScope::Cancelled().load(); };
-        return PythonTable{std::make_shared<const DataTable>(quillara::ReadDataFile(path, options))};
+        DataTable table = quillara::ReadDataFile(path, options);
+        if (dictionary) {
+            quillara::ApplyDictionary(table, *dictionary);
+        }
+        return PythonTable{std::make_shared<const DataTable>(std::move(table))};
     });
 }
 

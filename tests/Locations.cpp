@@ -12,6 +12,10 @@ std::string Program() {
     return QUILLARA_PROGRAM;
 }
 
+std::string Replayer() {
+    return QUILLARA_SAMPLES "/../tests/workbench/recording/replay.py";
+}
+
 std::string Library(const std::string& name) {
     return QUILLARA_LIBRARIES "/" + name;
 }

@@ -163,15 +163,17 @@ class Table:
 
 
 def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
-         header: bool = True, missing: Sequence[str] | None = None) -> Table:
+         header: bool = True, missing: Sequence[str] | None = None,
+         dictionary: str | os.PathLike[str] | None = None) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
-    The rest is about delimited text: the character between fields, found from the text when not given; the decimal
+    dictionary is a delimited file of labels. The rest is about delimited text: the character between fields, found from the text when not given; the decimal
     character; the character encoding, by default UTF-8, else Windows-1252; whether the first line has the names; the
     texts that mean missing data, in place of NA, N/A, NaN, ...
     """
     options = {"separator": separator, "decimal": decimal, "encoding": encoding, "header": header, "missing": missing}
-    return Table(_quillara.read(os.fsdecode(path), options))
+    labels = None if dictionary is None else os.fsdecode(dictionary)
+    return Table(_quillara.read(os.fsdecode(path), options, labels))
 
 
 def _same(columns):

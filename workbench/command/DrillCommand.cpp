@@ -152,6 +152,10 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
         ->group(group);
+    AddText(command, "--record", options.RecordFile,
+            "file for a Python script whose run gives the same documents (quillara run)")
+        ->type_name("SCRIPT")
+        ->group(group);
     const auto takeSaveFile = [&options](const std::string& file) {
         CheckCanBeWritten(file);
         options.SaveFile = file;

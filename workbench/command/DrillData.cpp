@@ -1,8 +1,8 @@
 #include "workbench/command/DrillData.h"
 
 #include "workbench/command/DataReading.h"
-#include "workbench/command/Dictionary.h"
 #include "workbench/data/CaseSelection.h"
+#include "workbench/formats/Dictionary.h"
 #include "workbench/scripting/SettingTexts.h"
 
 namespace quillara {

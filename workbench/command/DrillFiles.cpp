@@ -51,14 +51,27 @@ void CheckFile(const std::string& option, const std::optional<std::string>& file
     }
 }
 
+void CheckApart(const std::string& option, const std::optional<std::string>& file, const std::string& otherOption,
+                const std::optional<std::string>& other) {
+    if (file && other && NameOneFile(*file, *other)) {
+        throw UsageError(option + " and " + otherOption + " both name " + Quoted(*file) + "; choose two files.");
+    }
+}
+
+void WriteScript(const std::string& path, const std::string& script) {
+    const FileWriting writing(path);
+    ReplaceFile(path, script, IsInterrupted);
+}
+
 }  // namespace
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
+    CheckFile("--record", options.RecordFile, options);
     CheckFile("--save", options.SaveFile, options);
-    if (options.OutputFile && options.SaveFile && NameOneFile(*options.OutputFile, *options.SaveFile)) {
-        throw UsageError("--save and --output both name " + Quoted(*options.SaveFile) + "; choose two files.");
-    }
+    CheckApart("--save", options.SaveFile, "--output", options.OutputFile);
+    CheckApart("--record", options.RecordFile, "--output", options.OutputFile);
+    CheckApart("--record", options.RecordFile, "--save", options.SaveFile);
     CheckPlotsHitNoOther(options);
 }
 
@@ -67,6 +80,9 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     const auto [plots, documents] = Painted(options, outcome.Outputs);
     if (options.SaveFile) {
         SaveDataFile(*outcome.Subset, *options.SaveFile);
+    }
+    if (options.RecordFile) {
+        WriteScript(*options.RecordFile, outcome.Script);
     }
     if (options.Charts.Folder) {
         WritePlots(*options.Charts.Folder, plots);

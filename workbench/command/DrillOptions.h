@@ -47,6 +47,7 @@ struct DrillOptions {
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
     std::optional<std::string> OutputFile;  ///< nothing: standard output
+    std::optional<std::string> RecordFile;  ///< for a script that does the same; nothing: it isn't written
     std::optional<std::string> SaveFile;  ///< for the cases left at the end; nothing: they aren't saved
     std::optional<SavedVariables> SavedNames;  ///< nothing: all drill and review variables
 };

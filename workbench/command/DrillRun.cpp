@@ -16,6 +16,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategoryLookup.h"
 
 namespace quillara {
@@ -35,6 +36,12 @@ bool IsAmong(const VariableChoice& chosen, short variable) {
     };
     return holds(chosen.Drill.Categorical) || holds(chosen.Drill.Continuous) || holds(chosen.Review.Categorical) ||
            holds(chosen.Review.Continuous);
+}
+
+/// What a script of the same drill begins with.
+ScriptOpening OpeningOf(const DrillOptions& options) {
+    return {options.File, options.Reading, options.DictionaryFile, options.Formula.value_or(""),
+            options.Weight.value_or("")};
 }
 
 /// One drill from open data to its documents and its subset.
@@ -73,6 +80,7 @@ class DrillRun {
     int Messages = 0;
     ProgressBar Progress;
     LeftOutResults LeftOut;
+    SessionRecorder Recorder;
     DrillOutcome Outcome;
     DrillSession Session;
 };
@@ -83,6 +91,7 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
       Variables(std::move(variables)),
       Weight(settings.Weight),
       Columns(SubsetColumns(table, options.SavedNames, Variables, Weight)),
+      Recorder(OpeningOf(options)),
       Session(table, std::move(settings), Services()) {
     OutputCollection& outputs = Outcome.Outputs;
     outputs.FileName = table.FileName;
@@ -102,6 +111,7 @@ AnalysisServices DrillRun::Services() {
         WriteMessage(text);
     };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
+    services.Recorder = Options.RecordFile ? &Recorder : nullptr;
     services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
     if (ProgressBar::IsWanted()) {
         services.ProgressStarted = [this](std::string_view text, std::int32_t total) { Progress.Start(text, total); };
@@ -130,6 +140,7 @@ DrillOutcome DrillRun::Run() {
         ShowResults();
     }
     TellWhatIsLeftOut();
+    Outcome.Script = Recorder.Text();
     if (Options.SaveFile) {
         SaveSubset();
     }

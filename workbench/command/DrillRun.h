@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "workbench/command/DrillOptions.h"
 #include "workbench/data/DataTable.h"
@@ -11,6 +12,7 @@ namespace quillara {
 /// What a drill has made.
 struct DrillOutcome {
     OutputCollection Outputs;
+    std::string Script;  ///< in Python, whose run gives the same documents; empty unless it is to be recorded
     std::shared_ptr<const DataTable> Subset;  ///< the cases left at its end; null unless they are to be saved
 };
 

@@ -4,11 +4,11 @@
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
-#include "workbench/command/Dictionary.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/command/VariableSummary.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/Dictionary.h"
 
 namespace quillara {
 namespace {

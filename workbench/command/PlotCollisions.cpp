@@ -75,6 +75,7 @@ void CheckPlotsHitNoOther(const DrillOptions& options) {
     const Other others[] = {{"the data file", &options.File},
                             {"the dictionary file", at(options.DictionaryFile)},
                             {"the file of --output", at(options.OutputFile)},
+                            {"the file of --record", at(options.RecordFile)},
                             {"the file of --save", at(options.SaveFile)}};
     for (const auto& [role, file] : others) {
         if (options.Charts.Folder && file != nullptr && CouldBeHit(*file, options)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "platform/CountedPointer.h"
@@ -40,6 +41,9 @@ class OpenDocuments {
     void Hid(ResultDocument& document);
     void CameToFront(ResultDocument& document);
     void WentAway(ResultDocument& document);
+
+    /// Told when somebody closes a document, before it closes.
+    std::function<void(ResultDocument& document)> Closing;
 
   private:
     std::vector<ResultDocument*> Living;

@@ -54,6 +54,9 @@ void ResultDocument::Close() {
         return;
     }
     const auto alive = CountedPointer<ResultDocument>::Share(this);
+    if (Documents != nullptr && Documents->Closing) {
+        Documents->Closing(*this);
+    }
     Point.Fire(Kind().Closing, {});
     LeaveForGood();
 }

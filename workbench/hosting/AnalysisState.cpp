@@ -1,10 +1,22 @@
 #include "workbench/hosting/AnalysisState.h"
 
+#include "workbench/hosting/StepRecorder.h"
+
 namespace quillara {
 
 AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
     : Around(services, Dialogs), Data(table), Blocks(Data, Around) {
     Dialogs.Queue.Trace = [this](std::string_view call) { Around.Trace(call); };
+    Dialogs.Queue.Hear = [this](const Window& window, const WindowCall& call) {
+        if (StepRecorder* recorder = Around.Services.Recorder) {
+            recorder->RecordCall(window, call);
+        }
+    };
+    Results.Documents.Closing = [this](const ResultDocument& document) {
+        if (StepRecorder* recorder = Around.Services.Recorder) {
+            recorder->RecordClose(document);
+        }
+    };
 }
 
 AnalysisState::~AnalysisState() = default;

@@ -10,6 +10,7 @@
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/NewTables.h"
 #include "workbench/hosting/NoMemory.h"
+#include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
 using quillara::DialogState;
@@ -65,6 +66,29 @@ void TellOfOutput(CAnalysisDialog& dialog, int control) {
     }
 }
 
+/// A command of the startup dialog that no other one runs around, for the recorder.
+class RecordedCommand {
+  public:
+    RecordedCommand(CAnalysisDialog& dialog, unsigned message, std::uint64_t wParam, bool isOuter)
+        : Document(DialogHost::DocumentOf(dialog)), Control(CommandOf(wParam)) {
+        const bool isCommand = isOuter && message == WindowMessage::Command;
+        Recorder = isCommand ? quillara::SurroundingsOf(Document).Services.Recorder : nullptr;
+        if (Recorder != nullptr) {
+            Recorder->BeginCommand(*Document, Control);
+        }
+    }
+    void End() {
+        if (Recorder != nullptr) {
+            Recorder->EndCommand(*Document, Control);
+        }
+    }
+
+  private:
+    CAnalysisDoc* Document;
+    int Control;
+    quillara::StepRecorder* Recorder;
+};
+
 /// Passes a message to a dialog. Memory that runs out ends the command and not the program: a person is told, a script
 /// that pressed gets the failure.
 std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std::uint64_t wParam, std::int64_t lParam) {
@@ -73,11 +97,13 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
     const CommandScope scope(dialogs, message, wParam);
     const CEnterAnalysisContext current(DialogHost::AnalysisOf(dialog));
     try {
+        RecordedCommand recorded(dialog, message, wParam, scope.IsOuter());
         const std::size_t outputs = OutputsOf(document);
         const std::int64_t result = dialog.EventHandler(window, message, wParam, lParam);
         if (scope.IsOuter() && OutputsOf(document) > outputs) {
             TellOfOutput(dialog, CommandOf(wParam));
         }
+        recorded.End();
         return result;
     } catch (const std::bad_alloc&) {
         if (!scope.IsOuter()) {

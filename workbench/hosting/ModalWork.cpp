@@ -7,6 +7,7 @@
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
 namespace quillara {
@@ -79,13 +80,21 @@ int RunModal(CAnalysisDoc* document, Window& window) {
         }
         dialogs.Queue.DispatchAll();
     }
+    if (StepRecorder* recorder = SurroundingsOf(document).Services.Recorder) {
+        recorder->RecordAnswer(window);
+    }
     return window.CloseResult();
 }
 
 bool RunBrushing(CAnalysisDoc* document, BrushingRun& run) {
     DialogState& dialogs = DialogsOf(document);
     const StartupBlock block(dialogs);
-    return Guarded(dialogs, [&] { return PickWithin(dialogs, SurroundingsOf(document).Services, run); });
+    const AnalysisServices& services = SurroundingsOf(document).Services;
+    const bool picked = Guarded(dialogs, [&] { return PickWithin(dialogs, services, run); });
+    if (services.Recorder != nullptr && picked) {
+        services.Recorder->RecordPick(run);
+    }
+    return picked;
 }
 
 }  // namespace quillara

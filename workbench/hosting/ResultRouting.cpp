@@ -9,6 +9,7 @@
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
 namespace quillara {
@@ -24,12 +25,19 @@ DocumentOrigin NextOrigin(CAnalysisDoc* document) {
     return {isButton ? CommandOf(command.CommandId) : 0, ++command.OutputIndex};
 }
 
-/// A press that runs gets the document in which a result stands in the end; those of an update aren't its own.
-void TellPress(CAnalysisDoc* owner, const CountedPointer<ResultDocument>& document) {
-    PressRecord* press = DialogsOf(owner).Script.Press;
+/// A press that runs and a recorder get the document in which a result stands in the end; those of an update aren't
+/// its own.
+void TellOfDocument(CAnalysisDoc* owner, const CountedPointer<ResultDocument>& document) {
     const auto replaced = std::exchange(ResultsOf(owner).Replaced, {});
-    if (press != nullptr && owner->UpdateCounter == 0) {
-        press->Add(CountedPointer<IDispatch>::Share((replaced ? replaced : document).Get()));
+    if (owner->UpdateCounter != 0) {
+        return;
+    }
+    const CountedPointer<ResultDocument>& last = replaced ? replaced : document;
+    if (PressRecord* press = DialogsOf(owner).Script.Press) {
+        press->Add(CountedPointer<IDispatch>::Share(last.Get()));
+    }
+    if (StepRecorder* recorder = SurroundingsOf(owner).Services.Recorder) {
+        recorder->RecordDocument(*last);
     }
 }
 
@@ -51,7 +59,7 @@ void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
     if (isTaken) {
         forAnalysis.Detach();
     }
-    TellPress(analysis.GetDocument(), document);
+    TellOfDocument(analysis.GetDocument(), document);
     if (isTaken) {
         return;
     }

@@ -77,13 +77,20 @@ void Type(Window& window, const WindowCall& call) {
     }
 }
 
+/// A row that is selected already can be dragged without another click.
 void Drag(Window& window, const WindowCall& call) {
-    window.ClickRow(WholeOf(call, 0), WholeOf(call, 1));
+    if (window.At(WholeOf(call, 0)).Selected != WholeOf(call, 1)) {
+        window.ClickRow(WholeOf(call, 0), WholeOf(call, 1));
+    }
     window.Drag(WholeOf(call, 0), WholeOf(call, 2));
 }
 
 void CloseWindow(Window& window, const WindowCall& /*call*/) {
     window.SendCommand(CancelCommand);
+}
+
+void RunCommand(Window& window, const WindowCall& call) {
+    window.SendCommand(WholeOf(call, 0));
 }
 
 struct CallRow {
@@ -93,7 +100,7 @@ struct CallRow {
 };
 
 // clang-format off
-constexpr std::array<CallRow, 6> Calls{{
+constexpr std::array<CallRow, 7> Calls{{
     // Name          Arguments Run
     {"click",        1,        Click},
     {"select",       2,        Select},
@@ -101,6 +108,7 @@ constexpr std::array<CallRow, 6> Calls{{
     {"text",         2,        Type},
     {"drag",         3,        Drag},
     {"close",        0,        CloseWindow},
+    {"command",      1,        RunCommand},
 }};
 // clang-format on
 

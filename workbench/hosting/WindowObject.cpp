@@ -66,11 +66,15 @@ void Close(WindowObject& window, NamedCall& call) {
     Run(window, call, "close");
 }
 
+void Command(WindowObject& window, NamedCall& call) {
+    Run(window, call, "command");
+}
+
 template <auto Serve>
 constexpr auto Of = RunFor<WindowObject, Serve>;
 
 // clang-format off
-constexpr std::array<MemberRow, 6> Members{{
+constexpr std::array<MemberRow, 7> Members{{
     // Name          Number Uses            Arguments Value               Run              Help
     {u"Click",       0,     DispatchMethod, 1, 1,     VariantType::Empty, Of<Click>,       "Clicks a button, a check box or a radio button, by its number"},
     {u"Select",      1,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Select>,      "Clicks a row of a list, by place from 0 or by text"},
@@ -78,6 +82,7 @@ constexpr std::array<MemberRow, 6> Members{{
     {u"Text",        3,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Text>,        "Types into an edit or a number field"},
     {u"Drag",        4,     DispatchMethod, 3, 3,     VariantType::Empty, Of<Drag>,        "Drags a row of a list before another, both by place from 0"},
     {u"Close",       5,     DispatchMethod, 0, 0,     VariantType::Empty, Of<Close>,       "Closes the window as its cross does"},
+    {u"Command",     6,     DispatchMethod, 1, 1,     VariantType::Empty, Of<Command>,     "Runs the command of a control, by its number, whether or not it can be used"},
 }};
 // clang-format on
 

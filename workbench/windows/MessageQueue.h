@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/Handles.h"
+#include "workbench/windows/WindowCall.h"
 
 namespace quillara {
 
@@ -28,6 +29,8 @@ class MessageQueue {
 
     /// Told calls on windows and their lists, in words ("Post 9077", "Fill 9053"); for diagnosis.
     std::function<void(std::string_view call)> Trace;
+    /// Told what a user does in a window that can be used so, before it has its effect.
+    std::function<void(Window& window, const WindowCall& call)> Hear;
 
   private:
     struct Waiting {

@@ -131,9 +131,17 @@ Control& Window::Usable(int id, std::initializer_list<ControlKind> kinds) {
     return control;
 }
 
+void Window::Tell(const char* name, std::initializer_list<double> numbers) {
+    if (Queue.Hear) {
+        Queue.Hear(*this, {name, {numbers.begin(), numbers.end()}});
+    }
+}
+
 void Window::Click(int id) {
-    Press(
-        Usable(id, {ControlKind::Button, ControlKind::DefaultButton, ControlKind::CheckBox, ControlKind::RadioButton}));
+    Control& button =
+        Usable(id, {ControlKind::Button, ControlKind::DefaultButton, ControlKind::CheckBox, ControlKind::RadioButton});
+    Tell("click", {static_cast<double>(id)});
+    Press(button);
 }
 
 std::int64_t Window::Press(Control& control) {
@@ -168,19 +176,26 @@ void Window::SelectRow(Control& list, int row) {
     list.Selected = row;
 }
 
-void Window::ClickRow(int id, int row) {
-    Control& list = Usable(id, {ControlKind::ListBox, ControlKind::ReportList});
+void Window::ChooseRow(Control& list, int row) {
     SelectRow(list, row);
     if (list.Kind == ControlKind::ReportList) {
         Report(*this, list, ListEvent::ItemChanged);
     } else {
-        Send(WindowMessage::Command, static_cast<std::uint64_t>(id) | SelectionChanged, 0);
+        Send(WindowMessage::Command, static_cast<std::uint64_t>(list.Id) | SelectionChanged, 0);
     }
 }
 
+void Window::ClickRow(int id, int row) {
+    Control& list = Usable(id, {ControlKind::ListBox, ControlKind::ReportList});
+    Tell("select", {static_cast<double>(id), static_cast<double>(row)});
+    ChooseRow(list, row);
+}
+
 void Window::DoubleClickRow(int id, int row) {
-    ClickRow(id, row);
-    if (Control& list = At(id); list.Kind == ControlKind::ReportList) {
+    Control& list = Usable(id, {ControlKind::ListBox, ControlKind::ReportList});
+    Tell("double_click", {static_cast<double>(id), static_cast<double>(row)});
+    ChooseRow(list, row);
+    if (list.Kind == ControlKind::ReportList) {
         Report(*this, list, ListEvent::DoubleClick);
     }
 }
@@ -203,7 +218,11 @@ void Window::ClickText(int id, std::string_view text) {
 }
 
 void Window::Type(int id, std::string_view text) {
-    Usable(id, {ControlKind::Edit, ControlKind::MultiLineEdit}).Text = text;
+    Control& edit = Usable(id, {ControlKind::Edit, ControlKind::MultiLineEdit});
+    if (Queue.Hear) {
+        Queue.Hear(*this, {"text", {static_cast<double>(id), std::string(text)}});
+    }
+    edit.Text = text;
 }
 
 void Window::TypeNumber(int id, double number) {
@@ -211,6 +230,7 @@ void Window::TypeNumber(int id, double number) {
     if (!std::isfinite(number)) {
         throw UsageError(Described(*this, id) + " takes finite numbers only.");
     }
+    Tell("text", {static_cast<double>(id), number});
     const double entry = field.Kind == ControlKind::IntegerField ? std::round(number) : number;
     field.Number = field.Range ? std::clamp(entry, field.Range->Lowest, field.Range->Highest) : entry;
     field.HasNumber = true;
@@ -222,6 +242,7 @@ void Window::Drag(int id, int target) {
         throw UsageError(Described(*this, id) + " has no place " + std::to_string(target) + " to drag a row to.");
     }
     if (list.Reordering != nullptr) {
+        Tell("drag", {static_cast<double>(id), static_cast<double>(list.Selected), static_cast<double>(target)});
         list.Reordering->MoveSelectionTo(target);
     }
 }

@@ -85,6 +85,8 @@ class Window : public WindowHandleTag {
 
   private:
     void AddControls(const DialogResource& resource);
+    void Tell(const char* name, std::initializer_list<double> numbers);
+    void ChooseRow(Control& list, int row);
     [[nodiscard]] Control& Usable(int id, std::initializer_list<ControlKind> kinds);
     void TakeRadioCheck(const Control& button);
     void SelectRow(Control& list, int row);

@@ -1,4 +1,4 @@
-#include "workbench/command/Dictionary.h"
+#include "workbench/formats/Dictionary.h"
 
 #include <algorithm>
 #include <optional>

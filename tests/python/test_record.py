@@ -1,0 +1,55 @@
+"""Scripts that `quillara drill --record` writes: their runs give the documents of the drill."""
+
+import pathlib
+import subprocess
+
+import pytest
+from conftest import PROGRAM, SURVEY
+
+SAMPLES = pathlib.Path(SURVEY).parent
+NAMED = ["--categorical", "sex,education,region", "--continuous", "age,income,interview_date"]
+REVIEWS = ["--review-categorical", "commute,genre", "--review-continuous", "hours,income"]
+
+DRILLS = [
+    # the data and the options of a drill
+    [SURVEY],
+    [SURVEY, "--weight", "weight", "--weighted-moments", "--down", "sex=Female", "--after", "each"],
+    [SURVEY, *NAMED, "--select", 'age > 30 and sex = "Female"', "--down", "education=#1", "--down", "age=40", "--up",
+     "education", "--show", "summary,histograms,pies,stacked,descriptives", "--after", "each"],
+    [SURVEY, *NAMED, "--categorize", "age=bounds:25,45.123456789", "--categorize", "income=step:500.5@100",
+     "--categorize", "interview_date=exact:4", "--down", "age=30", "--down", "interview_date=#2", "--down", "income=#0"],
+    [SURVEY, *NAMED, *REVIEWS, "--casewise", "--review-casewise", "--no-count-missing", "--down", "region=#2", "--show",
+     "review-frequencies,review-descriptives,review-histograms,review-pies,review-stacked,scatter,hist3d", "--box-type",
+     "median,1.96se", "--hist3d", "commute:hours,income"],
+    [SURVEY, *REVIEWS, "--no-count-missing", "--show", "review-frequencies,box", "--box-type", "sd"],
+    [str(SAMPLES / "survey.csv"), "--dictionary", str(SAMPLES / "survey-dictionary.csv"), "--separator", ",", "--decimal",
+     ".", "--encoding", "UTF-8", "--missing", "none,-", "--categorical", "sex", "--continuous", "age", "--down", "sex=#1"],
+    [str(SAMPLES / "survey.csv"), "--no-header", "--categorical", "Var3,Var1", "--down", "Var3=#0"],
+]
+
+
+def run(*arguments):
+    done = subprocess.run([PROGRAM, *arguments], capture_output=True, text=True)
+    return done.returncode, done.stdout, done.stderr
+
+
+@pytest.mark.parametrize("options", DRILLS, ids=str)
+def test_the_script_of_a_drill_gives_its_documents(tmp_path, options):
+    script = str(tmp_path / "drill.py")
+    status, drilled, _ = run("drill", *options, "--format", "json", "--record", script)
+    assert status == 0 and drilled.count('"title"') > 0
+    assert run("run", "--format", "json", script) == (0, drilled, "")
+
+
+@pytest.mark.parametrize("more, status, error", [
+    (["--record", SURVEY],                                 2, "names the data file"),
+    (["--record", "x.py", "--output", "./x.py"],           2, "--record and --output both name"),
+    (["--record", "x.sav", "--save", "x.sav"],             2, "--record and --save both name"),
+    (["--record", "no/folder/x.py"],                       1, "no/folder"),
+    (["--record", "p/step0-histogram-01-a.svg", "--plots", "p", "--show", "histograms"], 2, "the file of --record"),
+])
+def test_a_script_that_cant_be_written_is_one_line(tmp_path, monkeypatch, more, status, error):
+    monkeypatch.chdir(tmp_path)
+    found, out, errors = run("drill", SURVEY, "--categorical", "sex", *more)
+    assert (found, out) == (status, "") and error in errors
+    assert errors.startswith("quillara: ") and errors.count("\n") == status

@@ -1,0 +1,93 @@
+#include "workbench/recording/RecordedScript.h"
+
+#include "workbench/recording/PythonText.h"
+
+namespace quillara {
+namespace {
+
+std::string MissingTexts(const std::vector<std::string>& texts) {
+    std::string items;
+    for (const std::string& text : texts) {
+        items += (items.empty() ? "" : ", ") + PythonText(text);
+    }
+    return "[" + items + "]";
+}
+
+std::string ReadingArguments(const ScriptOpening& opening) {
+    const ReadOptions& reading = opening.Reading;
+    std::string arguments;
+    const auto add = [&arguments](const char* name, const std::string& value) {
+        arguments += std::string(", ") + name + "=" + value;
+    };
+    if (reading.Separator) {
+        add("separator", PythonText(std::string(1, *reading.Separator)));
+    }
+    if (reading.Decimal != '.') {
+        add("decimal", PythonText(std::string(1, reading.Decimal)));
+    }
+    if (!reading.Encoding.empty()) {
+        add("encoding", PythonText(reading.Encoding));
+    }
+    if (!reading.HasHeader) {
+        add("header", "False");
+    }
+    if (reading.MissingTexts) {
+        add("missing", MissingTexts(*reading.MissingTexts));
+    }
+    if (opening.DictionaryFile) {
+        add("dictionary", PythonText(*opening.DictionaryFile));
+    }
+    return arguments;
+}
+
+}  // namespace
+
+void RecordedScript::Write(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+        Write(line);
+    }
+}
+
+void RecordedScript::Offer(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+        Lines.push_back({line, false});
+    }
+}
+
+void RecordedScript::Accept() {
+    for (Line& line : Lines) {
+        line.IsWritten = true;
+    }
+}
+
+void RecordedScript::ChooseVariables(const std::string& first, const std::string& second, const std::string& both) {
+    if (!HasVariables && Lines.empty()) {
+        DrillArguments = PythonText(first) + (second.empty() ? "" : ", " + PythonText(second));
+    } else {
+        Write("drill.Variables = " + PythonText(both));
+    }
+    HasVariables = true;
+}
+
+std::string RecordedScript::NameResult(const std::string& name) {
+    const int count = ++Results[name];
+    return count == 1 ? name : name + "_" + std::to_string(count);
+}
+
+std::string RecordedScript::Text() const {
+    std::string text = "import quillara\n\n";
+    text += "table = quillara.open(" + PythonText(Begins.File) + ReadingArguments(Begins) + ")\n";
+    if (!Begins.Formula.empty()) {
+        text += "table.select(" + PythonText(Begins.Formula) + ")\n";
+    }
+    if (!Begins.Weight.empty()) {
+        text += "table.weight = " + PythonText(Begins.Weight) + "\n";
+    }
+    text += "drill = table.drill(" + DrillArguments + ")\n";
+    for (const auto& [line, isWritten] : Lines) {
+        text += isWritten ? line + "\n" : "";
+    }
+    return text;
+}
+
+}  // namespace quillara

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/formats/ReadOptions.h"
+
+namespace quillara {
+
+/// What an analysis has begun with.
+struct ScriptOpening {
+    std::string File;
+    ReadOptions Reading{};
+    std::optional<std::string> DictionaryFile{};
+    std::string Formula{};  ///< of the case selection; empty: all cases
+    std::string Weight{};  ///< name of the weight variable; empty: none
+};
+
+/// A script that grows line by line.
+class RecordedScript {
+  public:
+    explicit RecordedScript(ScriptOpening opening) : Begins(std::move(opening)) {}
+
+    void Write(std::string line) { Lines.push_back({std::move(line), true}); }
+    void Write(const std::vector<std::string>& lines);
+    /// Lines that are written here only when it turns out that they matter.
+    void Offer(const std::vector<std::string>& lines);
+    /// All lines that have been offered matter, or none.
+    void Accept();
+    void Drop() {
+        std::erase_if(Lines, [](const Line& line) { return !line.IsWritten; });
+    }
+    /// Chooses the drill variables: as the analysis begins, when nothing has been written yet.
+    void ChooseVariables(const std::string& first, const std::string& second, const std::string& both);
+    /// A name that no other result has: "summary", "summary_2", ...
+    [[nodiscard]] std::string NameResult(const std::string& name);
+
+    [[nodiscard]] std::string Text() const;
+
+  private:
+    struct Line {
+        std::string Text;
+        bool IsWritten;
+    };
+
+    ScriptOpening Begins;
+    std::string DrillArguments;
+    bool HasVariables = false;
+    std::vector<Line> Lines;
+    std::map<std::string, int> Results;  // how many by name
+};
+
+}  // namespace quillara

@@ -1,0 +1,129 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/hosting/StepRecorder.h"
+#include "workbench/recording/HeldCall.h"
+#include "workbench/recording/PendingCategorization.h"
+#include "workbench/recording/RecordedScript.h"
+#include "workbench/recording/StepTokens.h"
+#include "workbench/windows/WindowCall.h"
+
+class CAnalysisModelessDialog;
+
+namespace quillara {
+
+/// Records what is done with one analysis, from its start on, as a script of the Python package: the script's run gives
+/// the same documents.
+class SessionRecorder : public StepRecorder {
+  public:
+    explicit SessionRecorder(ScriptOpening opening) : Script(std::move(opening)), Held(Script) {}
+
+    /// The script up to now.
+    [[nodiscard]] std::string Text();
+
+    void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
+    void RecordMethod(CAnalysisDoc& /*document*/, int /*control*/) override {}  // RecordStep ends in it
+    void RecordOutput(CAnalysisDoc& document, int control) override;
+    void BeginCommand(CAnalysisDoc& document, int control) override;
+    void EndCommand(CAnalysisDoc& document, int control) override;
+    void RecordCall(const Window& window, const WindowCall& call) override;
+    void RecordAnswer(Window& window) override;
+    void RecordPick(const BrushingRun& run) override;
+    void RecordDocument(const ResultDocument& document) override;
+    void RecordClose(const ResultDocument& document) override;
+
+  private:
+    /// What has been done in a modal window.
+    struct ModalAnswer {
+        int Dialog;  ///< id of its resource
+        bool IsConfirmed;
+        std::vector<WindowCall> Calls;
+    };
+
+    /// The command that runs.
+    struct RunningCommand {
+        int Control = 0;
+        bool IsUsable = false;  ///< its control was, when it began
+        ShownCategorization Page;  ///< as it was when it began
+        std::string Variable;  ///< the current one then
+        std::vector<ModalAnswer> Answers;
+        std::vector<const ResultDocument*> Documents;
+        bool HasOutput = false;
+        int StepControl = 0;  ///< the action of the step that is taken; 0: none is
+        bool HasPicked = false;  ///< a bar of the brushing graph
+        bool HasBrushed = false;  ///< a cycle of brushing is written
+        std::optional<int> Row;  ///< of the category that a person has chosen
+        std::string RowName;
+        bool IsMissing = false;
+    };
+
+    /// Where a script has a document.
+    struct KnownDocument {
+        std::string Result;
+        std::size_t Place;
+        bool IsAlone;
+    };
+
+    using Handler = void (SessionRecorder::*)();
+    struct CommandRow {
+        int Control;
+        Handler Write;
+    };
+    static const std::array<CommandRow, 20> Commands;
+
+    void Start();
+    [[nodiscard]] Window& Startup() const;
+    [[nodiscard]] ShownCategorization Page() const;
+    [[nodiscard]] std::string CurrentVariable() const;
+    [[nodiscard]] bool IsConfirmed(int dialog) const;
+    [[nodiscard]] bool HasAsked(int dialog) const;
+
+    void EndStep();
+    void WriteDown(const std::vector<RecordedValue>& values);
+    void WriteUp(const std::vector<RecordedValue>& values);
+    void WriteDrag(const WindowCall& call);
+    void WriteCategory(const std::vector<RecordedValue>& values);
+    [[nodiscard]] std::vector<std::string> Answers() const;
+    [[nodiscard]] std::vector<std::string> AnswerLines() const;
+    void OfferCommand();
+    void EndVerbatim();
+    void ChangeMode(bool hasDoubles);
+    [[nodiscard]] std::string ResultLine();
+    void Read();
+    void WriteMember(int control, const std::string& value);
+
+    // What is to be written once a command is done
+    void WriteListClick();
+    void WriteNoStep();
+    void TakeBoundaries();
+    void WriteVariables();
+    void WriteAnswered();
+    void WriteOpened();
+    void TakeNewData();
+    void WriteBox();
+    void WriteBrushing();
+    void WriteClosing();
+    void WriteResult();
+
+    RecordedScript Script;
+    PendingCategorization Pending;
+    CAnalysisModelessDialog* Dialog = nullptr;
+    bool HasStarted = false;
+    RunningCommand Now;
+    std::vector<WindowCall> Calls;  // in the modal window that is open
+    std::map<int, bool> Boxes;
+    std::map<const ResultDocument*, KnownDocument> Documents;
+    // A variable that stands in both lists of drill variables is two records, of which members know one: with such all
+    // is written as calls of the window.
+    bool IsVerbatim = false;
+    HeldCall Held;
+    bool HasBrushingGraph = false;  // one that stands alone has been left on the screen
+};
+
+}  // namespace quillara
