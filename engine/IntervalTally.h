@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 
 #include "engine/Drill.h"
 #include "engine/HostBuffer.h"
+#include "engine/IntervalGrid.h"
 #include "engine/TallyRows.h"
 
 namespace drilldown {
@@ -16,7 +19,7 @@ class IntervalTally {
     IntervalTally(CAnalysisSupport& host, const Drill* record);
 
     /// False when there was no memory.
-    explicit operator bool() const noexcept { return Bounds && Counts; }
+    explicit operator bool() const noexcept { return Bounds && Counts && Grid; }
     [[nodiscard]] std::size_t Size() const noexcept { return Intervals; }
     /// Place of the interval that a value counts in; Size() when there is none. A NaN is in none.
     [[nodiscard]] std::size_t PlaceOf(double value) const noexcept;
@@ -26,10 +29,18 @@ class IntervalTally {
     void Add(const TallyColumn& column, const WeightedRows& rows) const;
 
   private:
+    [[nodiscard]] std::size_t CollectBounds(const Drill* record) const;
+    void CountPlaces(const IntervalPlaces& places, const WeightedRows& rows) const;
+    void FindPlaces(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places) const;
+    template <typename Below>
+    void FindPlacesBelow(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places,
+                         Below below) const;
+
     HostBuffer<double> Bounds;  // Upper of the intervals, ascending, without NaN
     HostBuffer<double*> Counts;
-    std::size_t Intervals = 0;
-    bool ClosedBelow = false;  // a value on a bound belongs to the interval that it begins
+    std::size_t Intervals;
+    IntervalGrid Grid;
+    bool ClosedBelow;  // a value on a bound belongs to the interval that it begins
 };
 
 }  // namespace drilldown

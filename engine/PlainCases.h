@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 
+#include "engine/GatheredValues.h"
 #include "engine/MomentKernel.h"
 #include "engine/TallyRows.h"
 
@@ -13,15 +14,14 @@ namespace drilldown {
 /// table are taken from there; others are gathered here.
 class PlainCases {
   public:
-    /// Cases taken at a time at most; what is gathered stays in the first cache.
-    static constexpr std::size_t Limit = 256;
+    /// Cases taken at a time at most.
+    static constexpr std::size_t Limit = GatheredValuesLimit;
 
     /// `columns` are at most MomentLaneLimit, at least one; `rows` 1 .. Limit. Valid until the next ones are taken.
     /// `lanes` are those that the cases will enter; how they weigh so far decides how to divide.
     const MomentCases& Take(std::span<const TallyColumn> columns, const WeightedRows& rows, const MomentLanes& lanes);
 
   private:
-    const double* Gather(const TableColumn& column, const WeightedRows& rows, std::size_t place);
     void TakeWeights(const WeightedRows& rows, const MomentLanes& lanes);
 
     MomentCases Cases;
