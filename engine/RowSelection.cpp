@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 
 using namespace drilldown;
 
@@ -30,6 +29,15 @@ std::size_t ListBits(const std::uint64_t* bits, std::size_t first, std::size_t c
         done += taken;
     }
     return listed;
+}
+
+bool AllArePositive(const double* weights, std::size_t count) {
+    return std::all_of(weights, weights + count, IsPositiveWeight);
+}
+
+/// Of a positive weight below 2^63.
+bool IsWholeWeight(double weight) {
+    return weight == static_cast<double>(static_cast<std::int64_t>(weight));
 }
 
 }  // namespace
@@ -124,21 +132,29 @@ WeightedRows RowSelection::Weighed(const CaseColumns& block, const WeightedRows&
     if (Weighing == WeightRule::None || block.Weights.Entries == nullptr) {
         return rows;
     }
-    bool whole = true;
+    const bool asStored = Weighing == WeightRule::Fractional && block.Weights.Form == ColumnForm::Doubles;
+    if (asStored && rows.Rows == nullptr && !SumsAreExact && AllArePositive(block.Weights.As<double>(), rows.Count)) {
+        return {nullptr, block.Weights.As<double>(), rows.Count};
+    }
     const std::size_t kept = WithValues(block.Weights, [&](auto weightOf) {
         std::size_t count = 0;
         for (std::size_t i = 0; i < rows.Count; ++i) {
             const std::int32_t row = rows.RowAt(i);
             const double weight = CountingWeight(Weighing, weightOf(row));
-            const bool positive = IsPositiveWeight(weight);
             Remaining.Rows[count] = row;
             Remaining.Weights[count] = weight;
-            count += positive ? 1 : 0;
-            SumOfWeights += positive ? weight : 0.0;
-            whole = whole && (!positive || weight == std::trunc(weight));
+            count += IsPositiveWeight(weight) ? 1 : 0;
         }
         return count;
     });
-    SumsAreExact = SumsAreExact && whole && SumOfWeights < LargestExactSum;
+    NoteSums(kept);
     return {kept == rows.Count ? rows.Rows : Remaining.Rows.data(), Remaining.Weights.data(), kept};
+}
+
+/// Looks at the weights of a block for as long as all were whole and their sum small.
+void RowSelection::NoteSums(std::size_t count) {
+    for (std::size_t i = 0; i < count && SumsAreExact; ++i) {
+        SumOfWeights += Remaining.Weights[i];
+        SumsAreExact = SumOfWeights < LargestExactSum && IsWholeWeight(Remaining.Weights[i]);
+    }
 }

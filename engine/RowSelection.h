@@ -46,6 +46,7 @@ class RowSelection {
     [[nodiscard]] WeightedRows Thinned(const TableColumn& column, const CaseCondition& condition,
                                        const WeightedRows& rows) const;
     WeightedRows Weighed(const CaseColumns& block, const WeightedRows& rows);
+    void NoteSums(std::size_t count);
     /// As a list, or as rows without gaps when that is what they are.
     [[nodiscard]] WeightedRows Listed(std::size_t count, const CaseColumns& block) const;
 

@@ -45,7 +45,8 @@ inline constexpr std::uint64_t BitTolerance = 15;
 
 /// True when a case of this weight takes part: the weight is above the 15 smallest positive doubles.
 [[nodiscard]] constexpr bool IsPositiveWeight(double weight) noexcept {
-    return OrderedBits(weight) > static_cast<std::int64_t>(BitTolerance);
+    // The pattern of a number with a sign is negative, any other is its own ordered pattern.
+    return std::bit_cast<std::int64_t>(weight) > static_cast<std::int64_t>(BitTolerance);
 }
 
 /// True when a count isn't nearly zero.

@@ -295,7 +295,7 @@ class Course : public DrillBench {
 struct CourseTest : testing::TestWithParam<std::string> {};
 
 TEST_P(CourseTest, GoesAsWritten) {
-    for (const Road road : {Road::CaseByCase, Road::Columns}) {
+    for (const Road road : {Road::CaseByCase, Road::Columns, Road::Quick}) {
         Course course{road};
         for (const testing_scripts::Line& line : testing_scripts::LinesOf(GetParam())) {
             SCOPED_TRACE(line.Place + ": " + line.Text);
