@@ -21,6 +21,7 @@ DRILLS = [
     [SURVEY, *NAMED, *REVIEWS, "--casewise", "--review-casewise", "--no-count-missing", "--down", "region=#2", "--show",
      "review-frequencies,review-descriptives,review-histograms,review-pies,review-stacked,scatter,hist3d", "--box-type",
      "median,1.96se", "--hist3d", "commute:hours,income"],
+    [SURVEY, *NAMED, *REVIEWS, "--down", "sex=Female", "--after", "each", "--show", "hist3d"],
     [SURVEY, *REVIEWS, "--no-count-missing", "--show", "review-frequencies,box", "--box-type", "sd"],
     [str(SAMPLES / "survey.csv"), "--dictionary", str(SAMPLES / "survey-dictionary.csv"), "--separator", ",", "--decimal",
      ".", "--encoding", "UTF-8", "--missing", "none,-", "--categorical", "sex", "--continuous", "age", "--down", "sex=#1"],

@@ -131,9 +131,22 @@ void ScriptOutputs::NameStep() {
 void ScriptOutputs::Take(ResultDocument& document) {
     NameStep();
     Run& run = Present();
-    run.Documents.push_back(
-        {CountedPointer<ResultDocument>::Share(&document), static_cast<int>(run.Shown.StepTexts.size())});
+    run.Documents.push_back({CountedPointer<ResultDocument>::Share(&document),
+                             static_cast<int>(run.Shown.StepTexts.size()), EarlierPairs(run, document)});
     NoteSettings(run);
+}
+
+/// A press makes the 3D histograms of each variable of one list with each of another; several presses are one request
+/// of all pairs, as in drill.
+int ScriptOutputs::EarlierPairs(const Run& run, const ResultDocument& document) {
+    const auto step = static_cast<int>(run.Shown.StepTexts.size());
+    int pairs = 0;
+    for (const KeptDocument& kept : run.Documents) {
+        if (kept.Step == step && kept.Document->Origin().Command == Review3DHistogramsButton) {
+            pairs = document.Origin().Sequence == 1 ? pairs + 1 : kept.EarlierPairs;
+        }
+    }
+    return document.Origin().Command == Review3DHistogramsButton ? pairs : 0;
 }
 
 /// Settings apply to all documents of a run, or they aren't said of it.
@@ -171,7 +184,9 @@ OutputCollection ScriptOutputs::Finished(const Run& run) {
     std::ranges::sort(documents, {}, [](const KeptDocument& kept) { return kept.Document->Number(); });
     for (const KeptDocument& kept : documents) {
         shown.Step = kept.Step;
-        shown.Add(kept.Document->Content(), kept.Document->Origin());
+        DocumentOrigin origin = kept.Document->Origin();
+        origin.Sequence += kept.EarlierPairs;
+        shown.Add(kept.Document->Content(), origin);
     }
     return shown;
 }

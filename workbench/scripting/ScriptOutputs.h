@@ -38,6 +38,7 @@ class ScriptOutputs final : public StepRecorder {
     struct KeptDocument {
         CountedPointer<ResultDocument> Document;
         int Step;
+        int EarlierPairs;  ///< of 3D histograms: documents of the step that other presses of the button have made
     };
 
     /// What is made of one table.
@@ -50,6 +51,7 @@ class ScriptOutputs final : public StepRecorder {
 
     Run& Present();
     void Take(ResultDocument& document);
+    [[nodiscard]] static int EarlierPairs(const Run& run, const ResultDocument& document);
     void NoteSettings(Run& run) const;
     void NameStep();
     void TakeWindows();

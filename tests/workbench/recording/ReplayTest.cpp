@@ -94,7 +94,9 @@ class Session : public StepRecorder {
             std::ranges::sort(run.Taken, {}, [](const Kept& kept) { return kept.Document->Number(); });
             for (const Kept& kept : run.Taken) {
                 run.Shown.Step = kept.Step;
-                run.Shown.Add(kept.Document->Content(), kept.Document->Origin());
+                DocumentOrigin origin = kept.Document->Origin();
+                origin.Sequence += kept.EarlierPairs;
+                run.Shown.Add(kept.Document->Content(), origin);
             }
             all.push_back(std::move(run.Shown));
         }
@@ -107,6 +109,7 @@ class Session : public StepRecorder {
     struct Kept {
         CountedPointer<ResultDocument> Document;
         int Step;
+        int EarlierPairs;  ///< 3D histograms of earlier presses in the step
     };
     /// What has been made of one table.
     struct TableRun {
@@ -142,8 +145,21 @@ class Session : public StepRecorder {
         const bool isNew =
             std::ranges::none_of(Runs, [&](const TableRun& run) { return std::ranges::any_of(run.Taken, isKnown); });
         if (TableRun& run = Present(); isNew) {
-            run.Taken.push_back({CountedPointer<ResultDocument>::Share(&document), run.Steps});
+            run.Taken.push_back(
+                {CountedPointer<ResultDocument>::Share(&document), run.Steps, EarlierPairs(run, document)});
         }
+    }
+
+    static int EarlierPairs(const TableRun& run, const ResultDocument& document) {
+        const auto isPair = [&run](const Kept& kept) {
+            return kept.Step == run.Steps && kept.Document->Origin().Command == Review3DHistogramsButton;
+        };
+        const auto last = std::find_if(run.Taken.rbegin(), run.Taken.rend(), isPair);
+        if (document.Origin().Command != Review3DHistogramsButton || last == run.Taken.rend()) {
+            return 0;
+        }
+        return document.Origin().Sequence == 1 ? static_cast<int>(std::ranges::count_if(run.Taken, isPair))
+                                               : last->EarlierPairs;
     }
 
     // The recorder hears all; the session counts its steps

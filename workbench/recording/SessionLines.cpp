@@ -1,0 +1,310 @@
+// What sessions are written as.
+
+#include "workbench/recording/SessionRecorder.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "host/ControlTable.h"
+#include "host/OleConstant.h"
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
+#include "workbench/dialogs/DialogIds.h"
+#include "workbench/hosting/ControlRows.h"
+#include "workbench/hosting/ControlValues.h"
+#include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/VariableNotation.h"
+#include "workbench/recording/PageCommands.h"
+#include "workbench/recording/PythonText.h"
+#include "workbench/recording/RecordedMembers.h"
+#include "workbench/recording/RecordedVariables.h"
+
+namespace quillara {
+namespace {
+
+using Storing = PendingCategorization::Storing;
+
+/// Commands that read cases, or have them read, whatever is answered.
+constexpr bool ReadsUnasked(int control) {
+    return control != OrderButton && control != WeightButton && control != OpenDataButton;
+}
+
+bool HaveCommon(const TwoLists& lists) {
+    return std::ranges::any_of(
+        lists[0], [&lists](short variable) { return std::ranges::find(lists[1], variable) != lists[1].end(); });
+}
+
+std::string ValueIn(const std::vector<RecordedValue>& values, int control) {
+    const auto value = std::ranges::find(values, control, [](const RecordedValue& each) { return each.Row->Control; });
+    return value == values.end() ? "" : value->Text;
+}
+
+}  // namespace
+
+// What is written
+
+/// The script reads the cases here.
+void SessionRecorder::Read() {
+    Pending.Read();
+    Script.Drop();
+}
+
+void SessionRecorder::WriteMember(int control, const std::string& value) {
+    Script.Write("drill." + MemberOf(*Dialog, control) + " = " + value);
+}
+
+std::vector<std::string> SessionRecorder::Answers() const {
+    std::vector<std::string> answers;
+    for (const ModalAnswer& answer : Now.Answers) {
+        const std::vector<WindowCall> closing{{"close", {}}};
+        answers.push_back(PythonAnswer(answer.IsConfirmed ? answer.Calls : closing));
+    }
+    return answers;
+}
+
+std::vector<std::string> SessionRecorder::AnswerLines() const {
+    std::vector<std::string> lines = Answers();
+    for (std::string& line : lines) {
+        line = "drill.Application.Answer(" + line + ")";
+    }
+    return lines;
+}
+
+void SessionRecorder::WriteDown(const std::vector<RecordedValue>& values) {
+    const std::string variable = ValueIn(values, DrillDownListControl);
+    Script.Write(Pending.TakeVariable(variable));
+    Script.Write(Pending.TakePage(Now.Page, variable, Storing::AndReading));
+    WriteCategory(values);
+}
+
+void SessionRecorder::WriteCategory(const std::vector<RecordedValue>& values) {
+    const std::string read = ValueIn(values, DrillOperationsGroup);
+    const auto token = CategoryToken({Now.Row, Now.RowName, Now.IsMissing, read, ValueIn(values, DrillVariablesGroup)});
+    if (token && !Pending.AreUnread(ValueIn(values, DrillDownListControl))) {
+        WriteMember(DrillOperationsGroup, PythonText(*token));
+    } else if (Now.Row) {
+        WriteMember(DrillOperationsGroup, std::to_string(*Now.Row) + PythonComment(Replace8CharGrow(Now.RowName)));
+    } else {
+        WriteMember(DrillOperationsGroup, PythonText(AsToken(read)));
+    }
+}
+
+void SessionRecorder::WriteUp(const std::vector<RecordedValue>& values) {
+    const std::string variable = ValueIn(values, DrillUpListControl);
+    Script.Write(Pending.TakeStored(Now.Variable));
+    WriteMember(DrillUpListControl, PythonVariable(*Dialog, DrillUpListControl, variable));
+}
+
+void SessionRecorder::WriteListClick() {
+    if (Pending.IsNeeded(Now.Page)) {
+        const int row = Startup().At(DrillDownListControl).Selected;
+        Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::Alone));
+        if (!Pending.HasStored()) {
+            Script.Write(Pending.TakeRowClick(row));
+        }
+    }
+    Pending.Settle(Page());
+}
+
+/// The page has been stored all the same, and the cases may have been read.
+void SessionRecorder::WriteNoStep() {
+    if (Now.StepControl == 0 && HasAsked(CategoryDialog)) {
+        OfferCommand();
+        Pending.Store(Now.Page);
+    }
+}
+
+void SessionRecorder::TakeBoundaries() {
+    if (!IsConfirmed(BoundariesDialog)) {
+        return;
+    }
+    std::string typed;
+    for (const WindowCall& call : Now.Answers.back().Calls) {
+        typed = call.Name == "text" ? std::get<std::string>(call.Arguments[1]) : typed;
+    }
+    const std::unique_ptr<COleAConstant> read(Dialog->RecordControlValue(StatisticsGroup));
+    Pending.TakeBoundaries(typed, read == nullptr ? "" : read->Value(), Now.Page);
+}
+
+void SessionRecorder::WriteVariables() {
+    CAnalysisDoc* document = DialogHost::DocumentOf(*Dialog);
+    const TwoLists lists = DialogsOf(document).Chosen.Of(Now.Control);
+    const std::string both = RecordedValueOf(*Dialog, Now.Control).value_or("");
+    if (std::ranges::none_of(Now.Answers, &ModalAnswer::IsConfirmed)) {
+        return;
+    }
+    Script.Accept();
+    if (both.empty()) {
+        WriteAnswered();
+    } else if (Now.Control == DrillVariablesButton) {
+        const DataTable& table = TableOf(document).Table();
+        Script.ChooseVariables(TextOfLists(table, {lists[0], {}}), TextOfLists(table, {lists[1], {}}), both);
+    } else {
+        WriteMember(Now.Control, PythonText(both));
+    }
+    Pending.Settle(Page());
+    if (Now.Control == DrillVariablesButton) {
+        ChangeMode(HaveCommon(lists));
+    }
+}
+
+/// A command whose dialog was cancelled has changed nothing but when cases are read.
+void SessionRecorder::WriteAnswered() {
+    if (std::ranges::none_of(Now.Answers, &ModalAnswer::IsConfirmed)) {
+        if (ReadsUnasked(Now.Control)) {
+            OfferCommand();
+        }
+        return;
+    }
+    Script.Write(AnswerLines());
+    Script.Write("drill.window.click(" + std::to_string(Now.Control) + ")");
+    Pending.Unsettle();
+    if (Now.Control == OrderButton) {
+        Pending.Settle(Page());
+    }
+}
+
+/// A command that has shown nothing may have read cases; that matters where another choice of variables forgets that
+/// they are to be read, and for a variable that stands in both lists, of which passes know one.
+void SessionRecorder::OfferCommand() {
+    PendingCategorization after = Pending;
+    Script.Offer(after.TakePage(Now.Page, Now.Variable, Storing::AndReading));
+    Script.Offer(after.TakeVariableIfOther(Now.Variable));
+    Script.Offer(AnswerLines());
+    Script.Offer({"drill.window.click(" + std::to_string(Now.Control) + ")"});
+    Pending.SetVariable("");  // not known: it depends on whether the lines matter
+}
+
+void SessionRecorder::WriteOpened() {
+    WriteAnswered();
+    if (IsConfirmed(OpenDataDialogId)) {
+        TakeNewData();
+    }
+}
+
+void SessionRecorder::TakeNewData() {
+    for (auto& [box, isChecked] : Boxes) {
+        isChecked = Startup().At(box).Checked;
+    }
+    Pending.SetVariable("");
+    Pending.Settle(Page());
+}
+
+void SessionRecorder::WriteBox() {
+    Pending.Unsettle();
+    bool& isChecked = Boxes[Now.Control];
+    isChecked = !isChecked;
+    if (Now.IsUsable) {
+        WriteMember(Now.Control, isChecked ? "1" : "0");
+    } else {
+        Script.Write("drill.window.command(" + std::to_string(Now.Control) + ")");
+    }
+}
+
+/// A cycle of brushing draws its graph; the step that is picked in it is written as a step. A graph that stands alone
+/// goes as the brushing ends, unless boundaries have to be given first.
+void SessionRecorder::WriteBrushing() {
+    if (std::exchange(Now.HasBrushed, true)) {
+        return;
+    }
+    const bool asksBoundaries = HasAsked(BoundariesDialog);
+    if (!asksBoundaries && Boxes[AutoUpdateBox] && !HasBrushingGraph) {
+        if (!Now.HasPicked) {
+            OfferCommand();
+        }
+        Pending.Store(Now.Page);
+        return;
+    }
+    Script.Write(Pending.TakeStored(Now.Variable));  // the graph is drawn before the page is stored
+    if (asksBoundaries) {
+        Script.Write(Pending.TakeRowClick(Now.Variable));  // they are asked for a selected row
+    }
+    Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::AndReading));
+    Script.Write(Pending.TakeVariableIfOther(Now.Variable));
+    Script.Write(AnswerLines());
+    Script.Write("drill.window.click(" + std::to_string(BrushButton) + ")");
+    HasBrushingGraph = asksBoundaries && Boxes[AutoUpdateBox];
+    if (asksBoundaries) {
+        Pending.Settle(Page());
+    }
+}
+
+void SessionRecorder::WriteClosing() {
+    Script.Write("drill.close()");
+    Dialog = nullptr;
+}
+
+void SessionRecorder::WriteResult() {
+    const bool storesPage = StoresPage(Now.Control);
+    if (!Now.HasOutput) {
+        WriteAnswered();
+        if (storesPage) {
+            Pending.Store(Now.Page);
+        }
+        return;
+    }
+    if (storesPage) {
+        Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::AndReading));
+    }
+    Script.Write(AnswerLines());
+    if (!Now.IsUsable) {
+        Script.Write("drill.window.command(" + std::to_string(Now.Control) + ")");
+        return;
+    }
+    if (Now.Control != SummaryButton) {
+        Read();
+    }
+    Script.Write(ResultLine());
+}
+
+std::string SessionRecorder::ResultLine() {
+    const std::string member = MemberOf(*Dialog, Now.Control);
+    const std::string name = Script.NameResult(ResultNameOf(member));
+    for (std::size_t place = 0; place < Now.Documents.size(); ++place) {
+        Documents[Now.Documents[place]] = {name, place, Now.Documents.size() == 1};
+    }
+    return name + " = drill." + member;
+}
+
+// Word for word
+
+std::string SessionRecorder::Text() {
+    Held.Write();
+    return Script.Text();
+}
+
+void SessionRecorder::EndVerbatim() {
+    if (const auto box = Boxes.find(Now.Control); box != Boxes.end()) {
+        box->second = !box->second;
+    }
+    if (Now.HasOutput && Now.IsUsable && MakesOutput(Dialog, Now.Control)) {
+        Held.Replace(ResultLine());
+    }
+    if (Now.Control == DrillVariablesButton && IsConfirmed(VariableListsDialogId)) {
+        ChangeMode(HaveCommon(DialogsOf(DialogHost::DocumentOf(*Dialog)).Chosen.Of(DrillVariablesButton)));
+    } else if (Now.Control == OpenDataButton && IsConfirmed(OpenDataDialogId)) {
+        ChangeMode(false);
+        TakeNewData();
+    } else if (Now.Control == CancelCommand) {
+        Dialog = nullptr;
+    }
+    Now = {};
+}
+
+void SessionRecorder::ChangeMode(bool hasDoubles) {
+    Held.Write();
+    const std::string variable = CurrentVariable();
+    if (hasDoubles && !IsVerbatim) {
+        Script.Write(Pending.TakeVariableIfOther(variable));
+    }
+    IsVerbatim = hasDoubles;
+    Pending.SetVariable(variable);
+    Pending.Settle(Page());
+    Pending.Unsettle();
+}
+
+}  // namespace quillara
