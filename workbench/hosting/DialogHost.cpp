@@ -71,10 +71,15 @@ class RecordedCommand {
   public:
     RecordedCommand(CAnalysisDialog& dialog, unsigned message, std::uint64_t wParam, bool isOuter)
         : Document(DialogHost::DocumentOf(dialog)), Control(CommandOf(wParam)) {
-        const bool isCommand = isOuter && message == WindowMessage::Command;
-        Recorder = isCommand ? quillara::SurroundingsOf(Document).Services.Recorder : nullptr;
-        if (Recorder != nullptr) {
+        quillara::StepRecorder* recorder = quillara::SurroundingsOf(Document).Services.Recorder;
+        if (recorder == nullptr || message != WindowMessage::Command) {
+            return;
+        }
+        if (isOuter) {
+            Recorder = recorder;
             Recorder->BeginCommand(*Document, Control);
+        } else {
+            recorder->RecordSent(Control);
         }
     }
     void End() {
@@ -86,7 +91,7 @@ class RecordedCommand {
   private:
     CAnalysisDoc* Document;
     int Control;
-    quillara::StepRecorder* Recorder;
+    quillara::StepRecorder* Recorder = nullptr;  // of an outer command
 };
 
 /// Passes a message to a dialog. Memory that runs out ends the command and not the program: a person is told, a script

@@ -41,10 +41,12 @@ class StepRecorder {
 
     // What the host itself delivers
 
-    /// A command reaches the startup dialog, and is done; those that it sends itself aren't told. One that lacked
+    /// A command reaches the startup dialog, and is done; those that it sends itself are told apart. One that lacked
     /// memory isn't told as done.
     virtual void BeginCommand(CAnalysisDoc& /*document*/, int /*control*/) {}
     virtual void EndCommand(CAnalysisDoc& /*document*/, int /*control*/) {}
+    /// The startup dialog sends itself a command within the one that runs.
+    virtual void RecordSent(int /*control*/) {}
     /// A user does something in a window, the startup dialog or one that a command has opened.
     virtual void RecordCall(const Window& /*window*/, const WindowCall& /*call*/) {}
     /// A modal window has been closed.

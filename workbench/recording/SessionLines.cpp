@@ -212,6 +212,10 @@ void SessionRecorder::WriteBrushing() {
         return;
     }
     const bool asksBoundaries = HasAsked(BoundariesDialog);
+    if (Now.AsksBoundaries && !asksBoundaries) {
+        WriteVainBrushing();
+        return;
+    }
     if (!asksBoundaries && Boxes[AutoUpdateBox] && !HasBrushingGraph) {
         if (!Now.HasPicked) {
             OfferCommand();
@@ -231,6 +235,18 @@ void SessionRecorder::WriteBrushing() {
     if (asksBoundaries) {
         Pending.Settle(Page());
     }
+}
+
+/// Boundaries lack, and no row is selected for which they could be given: the graph is all that comes of it, and the
+/// page is shown anew, as the session hasn't stored it.
+void SessionRecorder::WriteVainBrushing() {
+    Script.Write(Pending.TakeStored(Now.Variable));
+    PendingCategorization shown = Pending;
+    Script.Write(shown.TakePage(Now.Page, Now.Variable, Storing::Alone));
+    Script.Write(shown.TakeVariableIfOther(Now.Variable));
+    Script.Write("drill.window.click(" + std::to_string(BrushButton) + ")");
+    Script.Write(Pending.TakeVariable(Now.Variable));
+    HasBrushingGraph = Boxes[AutoUpdateBox];
 }
 
 void SessionRecorder::WriteClosing() {

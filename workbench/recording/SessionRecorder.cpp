@@ -112,6 +112,10 @@ void SessionRecorder::EndStep() {
     }
 }
 
+void SessionRecorder::RecordSent(int control) {
+    Now.AsksBoundaries = Now.AsksBoundaries || control == BoundariesButton;
+}
+
 void SessionRecorder::RecordCall(const Window& window, const WindowCall& call) {
     if (window.Resource().Id != StartupDialog) {
         Calls.push_back(call);

@@ -32,6 +32,7 @@ class SessionRecorder : public StepRecorder {
     void RecordOutput(CAnalysisDoc& document, int control) override;
     void BeginCommand(CAnalysisDoc& document, int control) override;
     void EndCommand(CAnalysisDoc& document, int control) override;
+    void RecordSent(int control) override;
     void RecordCall(const Window& window, const WindowCall& call) override;
     void RecordAnswer(Window& window) override;
     void RecordPick(const BrushingRun& run) override;
@@ -57,6 +58,7 @@ class SessionRecorder : public StepRecorder {
         bool HasOutput = false;
         int StepControl = 0;  ///< the action of the step that is taken; 0: none is
         bool HasPicked = false;  ///< a bar of the brushing graph
+        bool AsksBoundaries = false;  ///< before brushing, in a dialog or in vain
         bool HasBrushed = false;  ///< a cycle of brushing is written
         std::optional<int> Row;  ///< of the category that a person has chosen
         std::string RowName;
@@ -108,6 +110,7 @@ class SessionRecorder : public StepRecorder {
     void TakeNewData();
     void WriteBox();
     void WriteBrushing();
+    void WriteVainBrushing();
     void WriteClosing();
     void WriteResult();
 
