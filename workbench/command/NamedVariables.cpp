@@ -41,12 +41,9 @@ void CheckBothLists(const std::vector<std::string>& categorical, const std::vect
 bool HasFewValues(const Variable& variable) {
     const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
     std::unordered_set<double> distinct;
-    for (const double value : variable.Values) {
-        if (!missing.Contains(value) && distinct.insert(value).second && distinct.size() > MostCategories) {
-            return false;
-        }
-    }
-    return true;
+    return HoldsForAll(variable.Values, [&](double value) {
+        return missing.Contains(value) || !distinct.insert(value).second || distinct.size() <= MostCategories;
+    });
 }
 
 }  // namespace

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/OrderedBits.h"
+#include "workbench/data/ColumnBuilder.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/TextColumnBuilder.h"
 
 namespace quillara {
 namespace {
@@ -90,6 +93,24 @@ std::size_t DataTable::CaseNameWidth() const {
         width = std::max(width, name.size());
     }
     return std::min(width, MostCaseNameWidth);
+}
+
+void EncodeNumbers(Variable& variable, ColumnBuilder&& values) {
+    variable.MissingCode = values.EncodeMissing();
+    variable.Values = values.Finish();
+}
+
+void EncodeNumbers(Variable& variable, std::vector<double> values) {
+    EncodeNumbers(variable, ColumnBuilder(std::move(values)));
+}
+
+void EncodeTexts(Variable& variable, const std::vector<std::optional<std::string>>& texts) {
+    TextColumnBuilder column;
+    column.Reserve(texts.size());
+    for (const std::optional<std::string>& text : texts) {
+        text ? column.Append(*text) : column.AppendMissing();
+    }
+    column.Finish(variable);
 }
 
 void CheckSize(std::size_t variables, std::size_t cases) {

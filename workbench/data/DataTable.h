@@ -12,6 +12,8 @@
 
 namespace quillara {
 
+class ColumnBuilder;
+
 /// What the numbers of a variable stand for.
 enum class ValueKind {
     Number,
@@ -70,13 +72,9 @@ struct DataTable {
 /// holds texts.
 [[nodiscard]] std::size_t WeightNamed(const DataTable& table, const std::string& name);
 
-/// Chooses the missing code of a column (-9999, -99999, -999999, ...: the first below Min - 10 x (Max - Min) - 10 of
-/// the valid values that no value is nearly equal to) and writes it over every NaN of `values`. Returns the code.
-/// Infinities take no part in Min and Max. A column without valid values gets -9999; one whose range leaves none of
-/// these codes gets a number near the lowest double.
-double EncodeMissing(std::vector<double>& values);
-
-/// Gives a variable numbers, of which NaN stands for missing data, and its missing code.
+/// Gives a variable numbers, of which NaN stands for missing data, in their narrowest form, and its missing code
+/// (MissingCodes.h).
+void EncodeNumbers(Variable& variable, ColumnBuilder&& values);
 void EncodeNumbers(Variable& variable, std::vector<double> values);
 
 /// Gives a text variable its values, texts and missing code: distinct texts numbered from 1 in byte order; a case

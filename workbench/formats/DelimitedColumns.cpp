@@ -20,16 +20,13 @@ bool HasOwnLabels(const Variable& variable) {
 bool LabelsStandForValues(const Variable& variable) {
     std::unordered_set<double> values;
     std::unordered_set<std::string_view> labels;
-    for (const double value : variable.Values) {
+    return HoldsForAll(variable.Values, [&](double value) {
         if (variable.IsMissing(value) || !values.insert(value).second) {
-            continue;
+            return true;
         }
         const std::string* label = variable.LabelOf(value);
-        if (label == nullptr || !labels.insert(*label).second) {
-            return false;
-        }
-    }
-    return true;
+        return label != nullptr && labels.insert(*label).second;
+    });
 }
 
 }  // namespace

@@ -97,8 +97,7 @@ std::string Translated(std::string_view format, std::string_view extension) {
 
 template <typename Conversion>
 bool ConvertsEach(const Variable& variable, Conversion conversion) {
-    return std::ranges::all_of(variable.Values,
-                               [&](double value) { return variable.IsMissing(value) || conversion(value); });
+    return HoldsForAll(variable.Values, [&](double value) { return variable.IsMissing(value) || conversion(value); });
 }
 
 DisplayFormat FormatOfNumber(const Variable& variable, std::string_view extension) {

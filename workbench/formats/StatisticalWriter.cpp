@@ -41,8 +41,7 @@ std::size_t WidthOf(const FileColumn& column, const StatisticalRules& rules) {
 
 bool HoldsNegativeZero(const StatisticalLayout& layout) {
     return std::ranges::any_of(layout.Columns, [](const FileColumn& column) {
-        return std::ranges::any_of(column.Content->Values,
-                                   [](double value) { return value == 0 && std::signbit(value); });
+        return !HoldsForAll(column.Content->Values, [](double value) { return value != 0 || !std::signbit(value); });
     });
 }
 

@@ -18,16 +18,16 @@ SingleLabels::SingleLabels(const Variable& variable) {
     }
     const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
     double last = std::nan("");
-    for (const double value : variable.Values) {
+    VisitValues(variable.Values, [&](double value) {
         if (value == last || missing.Contains(value)) {
-            continue;
+            return;
         }
         last = value;
         const auto place = PlaceOf(static_cast<float>(value));
         if (place != Known.end() && !NearlyEqual(place->Value, value)) {
             Known[static_cast<std::size_t>(std::distance(Known.cbegin(), place))].Label = nullptr;
         }
-    }
+    });
 }
 
 void SingleLabels::Add(double value, const std::string* label) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <span>
 #include <utility>
 
 namespace quillara {
@@ -14,12 +15,16 @@ Column UsableWeights(const Variable& variable) {
     const auto isUsable = [&](double weight) {
         return std::isfinite(weight) && (weight < 0 || !variable.IsMissing(weight));
     };
-    if (std::ranges::all_of(variable.Values, isUsable)) {
+    if (HoldsForAll(variable.Values, isUsable)) {
         return variable.Values;
     }
-    std::vector<double> weights(variable.Values.begin(), variable.Values.end());
+    const std::span<const double> ofCodes = variable.Values.ValuesOfCodes();
+    std::vector<double> weights(ofCodes.begin(), ofCodes.end());
+    if (weights.empty()) {
+        weights.assign(variable.Values.begin(), variable.Values.end());
+    }
     std::ranges::replace_if(weights, std::not_fn(isUsable), 0.0);
-    return weights;
+    return ofCodes.empty() ? Column(std::move(weights)) : variable.Values.WithValues(std::move(weights));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "platform/OrderedBits.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingCodes.h"
 #include "workbench/data/VariableIndex.h"
 
 namespace quillara {

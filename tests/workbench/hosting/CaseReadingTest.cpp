@@ -118,12 +118,17 @@ TEST(CaseReading, ARaisedFlagStopsAtTheNextCaseOfTheSelection) {
     EXPECT_EQ(ReadSingly(*host.Analysis), stopped);
 }
 
-TEST(CaseReading, BlocksPointIntoTheTable) {
-    const DataTable table = RandomTable();
+TEST(CaseReading, BlocksPointIntoTheTableWhereItHasDoubles) {
+    DataTable table = RandomTable();
+    table.Variables.push_back(table.Variables[1]);
+    for (const int doubles : {1, 2}) {
+        Column& values = table.Variables[static_cast<std::size_t>(doubles)].Values;
+        values = std::vector<double>(values.begin(), values.end());
+    }
     TestHost host(table);
     host.Document.SetWeight(2);
-    const std::int16_t variables[] = {2, 99};
-    const double* columns[2];
+    const std::int16_t variables[] = {2, 99, 4};
+    const double* columns[3];
     CaseBlock block;
     block.Columns = columns;
     for (const auto& [first, count] : {std::pair{-1, 0}, {0, 0}, {Cases + 1, 0}, {11, 30}}) {
@@ -133,6 +138,7 @@ TEST(CaseReading, BlocksPointIntoTheTable) {
     EXPECT_EQ(columns[0], &table.Variables[1].Values.Doubles()[10]);
     EXPECT_EQ(columns[1][29], 0);
     EXPECT_EQ(block.Weights, &table.Variables[2].Values.Doubles()[10]);
+    EXPECT_TRUE(std::equal(columns[0], columns[0] + 30, columns[2]));
     host.Document.OfferCaseBlocks(false);
     EXPECT_EQ(host.Analysis->GetCaseBlocks(), nullptr);
 }
