@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/MissingCodes.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 
 using quillara::DataTable;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/MissingCodes.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
