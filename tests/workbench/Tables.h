@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/RowSet.h"
 
 namespace quillara {
 
@@ -39,11 +40,9 @@ inline DataTable TableOf(std::vector<Variable> variables) {
     return table;
 }
 
-/// The numbers of all cases, as plots take them.
-inline std::vector<std::uint32_t> AllRows(const DataTable& table) {
-    std::vector<std::uint32_t> rows(static_cast<std::size_t>(table.Cases));
-    std::iota(rows.begin(), rows.end(), 0U);
-    return rows;
+/// All cases, as plots take them.
+inline RowSet AllRows(const DataTable& table) {
+    return RowSet::All(static_cast<std::size_t>(table.Cases));
 }
 
 }  // namespace quillara

@@ -47,6 +47,15 @@ std::size_t SizeOf(std::string_view text) {
     return static_cast<std::size_t>(*count) << shift;
 }
 
+std::size_t ThreadsOf(std::string_view text) {
+    constexpr int most = 256;
+    const std::optional<int> count = WholeNumber(text);
+    if (!count || *count < 1 || *count > most) {
+        throw UsageError(Quoted(text) + " isn't a number of threads from 1 to " + std::to_string(most) + ".");
+    }
+    return static_cast<std::size_t>(*count);
+}
+
 char SeparatorOf(const std::string& text) {
     return text == "tab" || text == "\\t" ? '\t' : SingleCharacter(text);
 }
@@ -151,6 +160,12 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
         command, "--max-memory", [&](const std::string& text) { reading.MaxMemory = SizeOf(text); },
         "memory that the program may take while it reads, as 500M or 4G (default: three quarters of the machine's)")
         ->type_name("SIZE")
+        ->group("Reading");
+    AddValue(
+        command, "--threads", [&](const std::string& text) { reading.Threads = ThreadsOf(text); },
+        "threads that read the file, go through the cases and compute plots side by side (default: as many as the "
+        "machine has cores); results are the same with any number")
+        ->type_name("N")
         ->group("Reading");
 }
 

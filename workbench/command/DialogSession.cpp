@@ -16,6 +16,7 @@ DialogSession::DialogSession(const DataTable& table, CaseSettings settings, Anal
     : Library(AnalysisModule::DrillDownPath()), Document(table) {
     Document.SetSelection(std::move(settings.Selection));
     Document.SetWeight(settings.Weight);
+    Document.SetThreads(static_cast<std::int32_t>(settings.Threads));
     Document.Services = std::move(services);
     Document.Services.MemoryLacked = [this] { LacksMemory = true; };
     Document.Services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };

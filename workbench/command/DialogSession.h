@@ -17,6 +17,7 @@ namespace quillara {
 struct CaseSettings {
     std::vector<CaseResult> Selection;  ///< one per case; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
+    std::size_t Threads = 0;  ///< that go through the cases side by side; 0: as many as the machine has cores
 };
 
 /// A drill-down analysis that is worked with as a user does, without a screen: acts on the controls of its startup

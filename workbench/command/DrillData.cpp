@@ -17,6 +17,7 @@ DataTable OpenData(const DrillOptions& options) {
 
 CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
     CaseSettings settings;
+    settings.Threads = options.Reading.Threads;
     if (options.Weight) {
         settings.Weight = WeightNamed(table, *options.Weight);
     }

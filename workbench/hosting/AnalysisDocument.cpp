@@ -128,8 +128,12 @@ void AnalysisDocument::SetWeight(std::optional<std::size_t> variable) {
     Host->Data.ChooseWeight(variable);
 }
 
+void AnalysisDocument::SetThreads(std::int32_t threads) {
+    Host->Workers.SetThreads(threads);
+}
+
 void AnalysisDocument::OfferCaseBlocks(bool offered) {
-    Host->Blocks.IsOffered = offered;
+    Host->OfferCaseServices(offered);
 }
 
 void AnalysisDocument::SetAutomated(bool automated) {

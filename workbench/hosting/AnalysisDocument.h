@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,7 +50,9 @@ class AnalysisDocument : public CAnalysisDoc {
     void SetSelection(std::vector<CaseResult> results);
     /// Chooses the weight variable by its index in the table; nothing: no weight is in force.
     void SetWeight(std::optional<std::size_t> variable);
-    /// Whether the analysis is offered columns (the default) or reads one case at a time.
+    /// How many threads its passes and plots take; 0, as at the start: as many as the machine has cores.
+    void SetThreads(std::int32_t threads);
+    /// Whether the analysis is offered the services for quick passes (the default) or reads one case at a time.
     void OfferCaseBlocks(bool offered);
     /// Whether what is done in its windows from now on is a script's; a person's at the start.
     void SetAutomated(bool automated);

@@ -1,11 +1,23 @@
 #include "workbench/hosting/AnalysisState.h"
 
+#include <atomic>
+
 #include "workbench/hosting/StepRecorder.h"
 
 namespace quillara {
 
+namespace {
+
+/// A number that no document has had before.
+std::uint64_t NewRevision() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+}
+
+}  // namespace
+
 AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& services)
-    : Around(services, Dialogs), Data(table), Blocks(Data, Around) {
+    : Around(services, Dialogs), Data(table), Blocks(Data, Around), Whole(Data, Around) {
     Dialogs.Queue.Trace = [this](std::string_view call) { Around.Trace(call); };
     Dialogs.Queue.Hear = [this](const Window& window, const WindowCall& call) {
         if (StepRecorder* recorder = Around.Services.Recorder) {
@@ -17,6 +29,16 @@ AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& ser
             recorder->RecordClose(document);
         }
     };
+    Data.Changed = [this] {
+        Whole.Forget();
+        Quick.Revision = Quick.Revision == 0 ? 0 : NewRevision();
+    };
+    OfferCaseServices(true);
+}
+
+void AnalysisState::OfferCaseServices(bool offered) {
+    Blocks.IsOffered = offered;
+    Quick = offered ? CaseServices{&Whole, &Whole, &Workers, NewRevision()} : CaseServices();
 }
 
 AnalysisState::~AnalysisState() = default;
@@ -39,6 +61,14 @@ TableCaseBlocks& CaseBlocksOf(CAnalysisDoc* document) {
 
 CaseServices& CaseServicesOf(CAnalysisDoc* document) {
     return StateOf(document).Quick;
+}
+
+TableServices& TableServicesOf(CAnalysisDoc* document) {
+    return StateOf(document).Whole;
+}
+
+WorkerThreads& WorkersOf(CAnalysisDoc* document) {
+    return StateOf(document).Workers;
 }
 
 NewTables& NewTablesOf(CAnalysisDoc* document) {

@@ -11,6 +11,8 @@
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableCaseBlocks.h"
 #include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/TableServices.h"
+#include "workbench/hosting/WorkerThreads.h"
 
 namespace quillara {
 
@@ -23,11 +25,16 @@ struct AnalysisState {
     AnalysisState& operator=(const AnalysisState&) = delete;
     ~AnalysisState();
 
+    /// Offers the analysis every service for reading cases, or none.
+    void OfferCaseServices(bool offered);
+
     DialogState Dialogs;
     Surroundings Around;
     TableInUse Data;
     AllocationRecord Memory;
     TableCaseBlocks Blocks;
+    TableServices Whole;
+    WorkerThreads Workers;
     CaseServices Quick;
     NewTables Tables;
     RoutedResults Results;

@@ -10,9 +10,9 @@ namespace {
 
 constexpr std::int32_t CasesPerProgressReport = 1024;
 
-void FillValues(const DataTable& table, std::size_t row, double* values) {
-    for (const quillara::Variable& variable : table.Variables) {
-        *++values = variable.Values[row];
+void FillValues(const std::vector<TableColumn>& columns, std::int32_t row, double* values) {
+    for (const TableColumn& column : columns) {
+        *++values = column.At(row);
     }
 }
 
@@ -24,7 +24,7 @@ int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, doub
         return static_cast<int>(CaseResult::Stop);
     }
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
-    FillValues(data.Table(), row, values);
+    FillValues(data.Columns, caseNumber - 1, values);
     *weighted = data.Weights.empty() ? 0 : 1;
     *weight = data.Weights.empty() ? 1.0 : data.Weights[row];
     *tag = 0;
@@ -69,5 +69,3 @@ ParallelRuns* CAnalysisSupport::GetParallelRuns() {
 std::uint64_t CAnalysisSupport::GetCaseRevision() {
     return quillara::CaseServicesOf(Document).Revision;
 }
-
-void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* /*conditions*/) {}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <new>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/GraphDocument.h"
+#include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/LongTexts.h"
@@ -18,6 +20,8 @@
 #include "workbench/hosting/RoutedResults.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/TableServices.h"
+#include "workbench/hosting/WorkerThreads.h"
 #include "workbench/plots/BoxPlots.h"
 #include "workbench/plots/Histograms3D.h"
 #include "workbench/plots/ScatterMatrices.h"
@@ -88,7 +92,7 @@ bool Keeps(RowChoice choice, const double* values) {
 PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoice choice) {
     const std::int32_t cases = data.Table().Cases;
     RowBlock block(data.Table());
-    PlotRows rows;
+    PlotRows rows(static_cast<std::size_t>(cases));
     for (std::int32_t first = 0; first < cases; first += CasesPerBlock) {
         if (around.AskForBreak()) {
             throw Interrupted();
@@ -98,15 +102,27 @@ PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoic
         block.Read(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
         for (std::int32_t i = 0; i < count; ++i) {
             if (data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(choice, block.Row(i))) {
-                rows.push_back(static_cast<std::uint32_t>(first + i));
+                rows.Insert(static_cast<std::size_t>(first + i));
             }
         }
     }
     return rows;
 }
 
+/// The same without asking the filter, whose conditions are known.
+const PlotRows& RowsThatMeet(CAnalysisDoc* document, const std::vector<CaseCondition>& conditions) {
+    if (quillara::SurroundingsOf(document).AskForBreak()) {
+        throw Interrupted();
+    }
+    return quillara::TableServicesOf(document).Find(conditions);
+}
+
 /// The same once for all plots of one command, between which neither the steps nor the selection can change.
 const PlotRows& KeptRows(CAnalysisDoc* document, RowChoice choice) {
+    const std::vector<CaseCondition>* conditions = quillara::ResultsOf(document).PlotConditions;
+    if (conditions != nullptr && quillara::CaseServicesOf(document).Conditions != nullptr) {
+        return RowsThatMeet(document, *conditions);
+    }
     const quillara::DialogState& dialogs = quillara::DialogsOf(document);
     quillara::KeptPlotRows& kept = quillara::ResultsOf(document).PlotRowsOfCommand;
     const bool isKnown = dialogs.Command && kept.Filter == choice.Filter && kept.Command == dialogs.CommandCount;
@@ -135,6 +151,12 @@ quillara::CaseWeights WeightsOf(const TableInUse& data) {
         return {};
     }
     return {data.Weights, data.Table().Variables[*data.WeightVariable].Name};
+}
+
+quillara::PartRunner RunnerOf(CAnalysisDoc* document) {
+    return [document](std::int32_t parts, const std::function<void(std::int32_t)>& work) {
+        quillara::WorkersOf(document).RunEach(parts, work);
+    };
 }
 
 std::vector<std::string> TitleOf(const char* title, const char* caption) {
@@ -180,7 +202,7 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
         const PlotProgress progress(quillara::SurroundingsOf(document), quillara::TableOf(document).Table().Cases);
         const PlotRows& rows = KeptRows(document, choice);
         progress.TellCasesAreRead();
-        graph.About.IsEmptied = rows.empty() && quillara::TableOf(document).HasCases();
+        graph.About.IsEmptied = rows.IsEmpty() && quillara::TableOf(document).HasCases();
         graph.Content = compute(rows);
     } catch (const Interrupted&) {
         return NotMade;
@@ -194,17 +216,23 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
 
 }  // namespace
 
+void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* conditions) {
+    if (Document != nullptr) {
+        quillara::ResultsOf(Document).PlotConditions = conditions;
+    }
+}
+
 short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const char* title, const char* caption,
                                                     const char* /*reserved1*/, const char* /*reserved2*/,
                                                     int /*reserved3*/, short count, const short* variables,
                                                     const char* /*reserved4*/, CaseFilter filter) {
     const TableInUse& data = quillara::TableOf(Document);
     const std::vector<std::size_t> shown = IndexesOf(data, variables, count);
-    return MakePlot(
-        *this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}}, {filter},
-        [&](const PlotRows& rows) {
-            return quillara::BoxPlotOf({data.Table(), shown, rows, static_cast<BoxType>(type), WeightsOf(data)});
-        });
+    return MakePlot(*this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}}, {filter},
+                    [&](const PlotRows& rows) {
+                        return quillara::BoxPlotOf({data.Table(), shown, rows, static_cast<BoxType>(type),
+                                                    WeightsOf(data), RunnerOf(Document)});
+                    });
 }
 
 short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reserved1*/, short count,
@@ -218,7 +246,7 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
         *this, {TitleOf(title), quillara::ReviewSubject(data, shown), {}}, {filter}, [&](const PlotRows& rows) {
             return quillara::ScatterMatrixOf({data.Table(), shown, rows, flags,
                                               [this] { return quillara::SurroundingsOf(Document).AskForBreak(); },
-                                              WeightsOf(data).Variable});
+                                              WeightsOf(data).Variable, RunnerOf(Document)});
         });
 }
 

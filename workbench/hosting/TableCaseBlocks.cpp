@@ -32,7 +32,7 @@ void TableCaseBlocks::ReadBlock(std::int32_t first, std::int32_t count, std::spa
     if (!Data.Selection.empty()) {
         block.Results = Data.Selection.data() + offset;
     }
-    const std::int32_t stop = CasesBeforeBreak(first, block.Count);
+    const std::int32_t stop = CasesBeforeBreak(Data, Around, first, block.Count);
     if (stop < block.Count) {
         block.Results = ResultsWithStop(first, block.Count, stop);
     }
@@ -53,15 +53,15 @@ const double* TableCaseBlocks::ZerosFor(std::size_t count) {
     return Zeros.data();
 }
 
-/// Polls as reading case by case would: once for each case to use, until the answer is yes.
-std::int32_t TableCaseBlocks::CasesBeforeBreak(std::int32_t first, std::int32_t count) const {
-    const AnalysisServices& services = Around.Services;
+std::int32_t CasesBeforeBreak(const TableInUse& data, const Surroundings& around, std::int32_t first,
+                              std::int32_t count) {
+    const AnalysisServices& services = around.Services;
     const bool flagged = services.BreakFlag != nullptr && services.BreakFlag->load(std::memory_order_relaxed);
     if (!flagged && !services.BreakRequested) {
         return count;
     }
     for (std::int32_t i = 0; i < count; ++i) {
-        if (Data.ResultOf(first + i) == CaseResult::Use && (flagged || services.BreakRequested())) {
+        if (data.ResultOf(first + i) == CaseResult::Use && (flagged || services.BreakRequested())) {
             return i;
         }
     }

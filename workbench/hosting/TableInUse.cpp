@@ -31,10 +31,24 @@ Column UsableWeights(const Variable& variable) {
 
 void TableInUse::Exchange(std::shared_ptr<const DataTable> table) {
     Labels.Forget();
+    Take(*table);
     OwnedInput = std::move(table);
-    Input = OwnedInput.get();
     Select({});
     ChooseWeight(std::nullopt);
+}
+
+void TableInUse::Take(const DataTable& table) {
+    Input = &table;
+    Columns.clear();
+    for (const Variable& variable : table.Variables) {
+        Columns.push_back(variable.Values.Stored());
+    }
+}
+
+void TableInUse::TellChange() const {
+    if (Changed) {
+        Changed();
+    }
 }
 
 void TableInUse::Share(const BoundCommons& commons) {
@@ -60,6 +74,7 @@ void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
     const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
     Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);
     SelectionFormula = std::move(formula);
+    TellChange();
 }
 
 void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
@@ -67,6 +82,7 @@ void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
     IsWeighted = variable && isOn;
     Weights = IsWeighted ? UsableWeights(Table().Variables.at(*variable)) : Column();
     Commons.Fill(*this);
+    TellChange();
 }
 
 }  // namespace quillara

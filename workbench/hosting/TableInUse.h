@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +21,7 @@ namespace quillara {
 /// the structures that it shares.
 class TableInUse {
   public:
-    explicit TableInUse(const DataTable& table) : Input(&table) {}
+    explicit TableInUse(const DataTable& table) { Take(table); }
 
     [[nodiscard]] const DataTable& Table() const { return *Input; }
     /// Exchanges the table, with all cases selected and no weight.
@@ -44,11 +45,16 @@ class TableInUse {
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
     bool IsWeighted = false;  ///< the weight that is defined is switched on
     Column Weights;  ///< one per case, missing ones aren't positive; empty: no weight is in force
+    std::vector<TableColumn> Columns;  ///< of the variables, one beside the other
+    std::function<void()> Changed;  ///< called when table, selection or weight have changed
     SingleLabelsOfTable Labels;
     BoundCommons Commons;
 
   private:
-    const DataTable* Input;
+    void Take(const DataTable& table);
+    void TellChange() const;
+
+    const DataTable* Input = nullptr;
     std::shared_ptr<const DataTable> OwnedInput;  // keeps a table that the user has opened
 };
 

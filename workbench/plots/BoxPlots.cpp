@@ -92,29 +92,33 @@ double SampleQuantiles::At(double share) {
     return std::lerp(low, high, place - lower);
 }
 
+namespace {
+
+void FillBox(BoxStatistics& box, const Variable& variable, const BoxRequest& request, const BoxTypeFacts& facts) {
+    const WeightedValues sample = ValidValues(variable, request.Rows, request.Weights);
+    const ValueMoments moments = MomentsOf(sample);
+    box.Variable = variable.Name;
+    box.LongName = variable.LongName;
+    box.Cases = moments.Cases;
+    box.WeightedCases = moments.Weight;
+    if (!sample.Values.empty() && facts.ShowsMedian()) {
+        ShowQuartiles(box, sample);
+    } else if (!sample.Values.empty()) {
+        ShowMeans(box, moments, facts);
+    }
+}
+
+}  // namespace
+
 BoxPlot BoxPlotOf(const BoxRequest& request) {
     BoxPlot plot;
     plot.Type = request.Type;
     plot.Weight = request.Weights.Variable;
     const BoxTypeFacts& facts = FactsOf(request.Type);
-    for (const std::size_t index : request.Variables) {
-        const Variable& variable = request.Table.Variables[index];
-        const WeightedValues sample = ValidValues(variable, request.Rows, request.Weights);
-        const ValueMoments moments = MomentsOf(sample);
-        BoxStatistics& box = plot.Boxes.emplace_back();
-        box.Variable = variable.Name;
-        box.LongName = variable.LongName;
-        box.Cases = moments.Cases;
-        box.WeightedCases = moments.Weight;
-        if (sample.Values.empty()) {
-            continue;
-        }
-        if (facts.ShowsMedian()) {
-            ShowQuartiles(box, sample);
-        } else {
-            ShowMeans(box, moments, facts);
-        }
-    }
+    plot.Boxes.resize(request.Variables.size());
+    RunParts(request.Runner, plot.Boxes.size(), [&](std::size_t part) {
+        FillBox(plot.Boxes[part], request.Table.Variables[request.Variables[part]], request, facts);
+    });
     return plot;
 }
 

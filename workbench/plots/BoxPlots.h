@@ -15,6 +15,7 @@ struct BoxRequest {
     const PlotRows& Rows;
     BoxType Type = BoxType::MeanSEAndSD;
     CaseWeights Weights{};
+    PartRunner Runner{};
 };
 
 /// The box-whisker plot of variables, each over its own valid values.

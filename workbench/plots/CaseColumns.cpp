@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "host/TextFunctions.h"
+#include "platform/OrderedBits.h"
 
 namespace quillara {
 
@@ -18,20 +19,38 @@ bool IsPositive(double weight) {
 
 }  // namespace
 
-WeightedValues ValidValues(const Variable& variable, const PlotRows& rows, const CaseWeights& weights) {
-    WeightedValues valid;
-    valid.Values.reserve(rows.size());
-    const bool isWeighted = !weights.Values.empty();
-    for (const std::uint32_t row : rows) {
-        const double value = variable.Values[row];
-        if (!std::isfinite(value) || variable.IsMissing(value) || (isWeighted && !IsPositive(weights.Values[row]))) {
-            continue;
-        }
-        valid.Values.push_back(value);
-        if (isWeighted) {
-            valid.Weights.push_back(weights.Values[row]);
-        }
+void RunParts(const PartRunner& runner, std::size_t parts, const std::function<void(std::size_t part)>& work) {
+    if (runner) {
+        runner(static_cast<std::int32_t>(parts), [&](std::int32_t part) { work(static_cast<std::size_t>(part)); });
+        return;
     }
+    for (std::size_t part = 0; part < parts; ++part) {
+        work(part);
+    }
+}
+
+WeightedValues ValidValues(const Variable& variable, const PlotRows& rows, const CaseWeights& weights) {
+    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
+    const auto isValid = [&](double value) { return std::isfinite(value) && !missing.Contains(value); };
+    WeightedValues valid;
+    valid.Values.reserve(rows.Count());
+    if (weights.Values.empty()) {
+        rows.ForEachValue(variable.Values, [&](double value) {
+            if (isValid(value)) {
+                valid.Values.push_back(value);
+            }
+        });
+        return valid;
+    }
+    valid.Weights.reserve(rows.Count());
+    rows.ForEach([&](std::size_t row) {
+        const double value = variable.Values[row];
+        const double weight = weights.Values[row];
+        if (isValid(value) && IsPositive(weight)) {
+            valid.Values.push_back(value);
+            valid.Weights.push_back(weight);
+        }
+    });
     return valid;
 }
 

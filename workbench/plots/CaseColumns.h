@@ -2,15 +2,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/RowSet.h"
 
 namespace quillara {
 
-/// The cases that a plot is made of, as indexes of rows, ascending.
-using PlotRows = std::vector<std::uint32_t>;
+/// The cases that a plot is made of.
+using PlotRows = RowSet;
+
+/// Does `work` for parts 0 .. parts - 1, maybe several at once. Throws what a part throws. Empty: one after the other.
+using PartRunner = std::function<void(std::int32_t parts, const std::function<void(std::int32_t part)>& work)>;
+
+void RunParts(const PartRunner& runner, std::size_t parts, const std::function<void(std::size_t part)>& work);
 
 /// The weights of a plot's cases: a case of weight w counts as w equal cases.
 struct CaseWeights {

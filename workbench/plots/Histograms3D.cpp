@@ -3,9 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/TextFunctions.h"
 #include "workbench/data/ValueText.h"
@@ -17,6 +23,7 @@ constexpr std::size_t FewValues = 20;  // values of a variable without labels th
 constexpr int IntervalParts = 10;
 constexpr std::size_t MostPlaces = 200;  // along one side; rarer texts than these share the last
 constexpr char OtherValues[] = "Other";
+constexpr std::size_t NoPlace = std::numeric_limits<std::size_t>::max();
 
 std::string NumberText(double value) {
     constexpr short width = 8;
@@ -33,49 +40,114 @@ std::string ValueText(const Variable& variable, double value) {
     return isNumber ? NumberText(value) : TextOfValue(variable.Kind, value);
 }
 
+/// A value and the number of cases that have it.
+struct ValueCount {
+    double Value;
+    std::size_t Cases;
+};
+
+/// Valid values, ascending, each once.
+using ValueCounts = std::vector<ValueCount>;
+
+ValueCounts Counted(std::vector<double> values) {
+    std::ranges::sort(values);
+    ValueCounts counts;
+    for (const double value : values) {
+        if (counts.empty() || counts.back().Value != value) {
+            counts.push_back({value, 0});
+        }
+        ++counts.back().Cases;
+    }
+    return counts;
+}
+
+/// The same from counts by code, of which some may have one value.
+ValueCounts Joined(ValueCounts counts) {
+    std::ranges::sort(counts, {}, &ValueCount::Value);
+    ValueCounts joined;
+    for (const ValueCount& count : counts) {
+        if (!joined.empty() && joined.back().Value == count.Value) {
+            joined.back().Cases += count.Cases;
+        } else {
+            joined.push_back(count);
+        }
+    }
+    return joined;
+}
+
+bool IsValid(const Variable& variable, double value) {
+    return std::isfinite(value) && !variable.IsMissing(value);
+}
+
+template <typename Code>
+ValueCounts CountsByCode(const Variable& variable, const PlotRows& rows) {
+    const std::span<const double> values = variable.Values.ValuesOfCodes();
+    const Code* codes = variable.Values.Stored().As<Code>();
+    std::vector<std::size_t> cases(values.size());
+    rows.ForEach([&](std::size_t row) { ++cases[codes[row]]; });
+    ValueCounts counts;
+    for (std::size_t code = 0; code < values.size(); ++code) {
+        if (cases[code] > 0 && IsValid(variable, values[code])) {
+            counts.push_back({values[code], cases[code]});
+        }
+    }
+    return Joined(std::move(counts));
+}
+
+ValueCounts CountsOf(const Variable& variable, const PlotRows& rows) {
+    switch (variable.Values.Stored().Form) {
+        case ColumnForm::Codes8:
+            return CountsByCode<std::uint8_t>(variable, rows);
+        case ColumnForm::Codes16:
+            return CountsByCode<std::uint16_t>(variable, rows);
+        case ColumnForm::Integers:
+        case ColumnForm::Doubles:
+            break;
+    }
+    return Counted(ValidValues(variable, rows).Values);
+}
+
 /// The values of most cases, ascending: all of them, or as many as have a place of their own.
-std::vector<double> MostFrequent(const Variable& variable, const PlotRows& rows, std::vector<double> distinct) {
-    if (distinct.size() <= MostPlaces) {
-        return distinct;
+ValueCounts MostFrequent(ValueCounts counts) {
+    if (counts.size() > MostPlaces) {
+        std::ranges::stable_sort(counts, std::greater(), &ValueCount::Cases);
+        counts.resize(MostPlaces);
+        std::ranges::sort(counts, {}, &ValueCount::Value);
     }
-    std::map<double, std::size_t> counts;
-    for (const std::uint32_t row : rows) {
-        ++counts[variable.Values[row]];
-    }
-    std::ranges::stable_sort(distinct, [&](double a, double b) { return counts[a] > counts[b]; });
-    distinct.resize(MostPlaces);
-    std::ranges::sort(distinct);
-    return distinct;
+    return counts;
 }
 
 /// Gives each value of a variable its place along one side.
 class Side {
   public:
     Side(const Variable& variable, const PlotRows& rows) : Source(variable) {
-        std::vector<double> distinct = ValidValues(variable, rows).Values;
-        std::ranges::sort(distinct);
-        distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
-        if (variable.Kind == ValueKind::Text || distinct.size() <= (variable.HasLabels() ? MostPlaces : FewValues)) {
-            HasOthers = distinct.size() > MostPlaces;
-            for (const double value : MostFrequent(variable, rows, std::move(distinct))) {
-                Places.emplace(value, Places.size());
+        ValueCounts counts = CountsOf(variable, rows);
+        if (variable.Kind == ValueKind::Text || counts.size() <= (variable.HasLabels() ? MostPlaces : FewValues)) {
+            HasOthers = counts.size() > MostPlaces;
+            for (const ValueCount& count : MostFrequent(std::move(counts))) {
+                Places.emplace(count.Value, Places.size());
             }
         } else {
-            Bins = NeatBinsOver(distinct.front(), distinct.back(), IntervalParts);
+            Bins = NeatBinsOver(counts.front().Value, counts.back().Value, IntervalParts);
+        }
+        for (const double value : variable.Values.ValuesOfCodes()) {
+            PlacesOfCodes.push_back(PlaceOf(value));
         }
     }
 
-    /// Nothing for a value that isn't valid.
-    [[nodiscard]] std::optional<std::size_t> PlaceOf(std::uint32_t row) const {
-        const double value = Source.Values[row];
-        if (!std::isfinite(value) || Source.IsMissing(value)) {
-            return std::nullopt;
+    /// The place of a case; NoPlace when its value isn't valid.
+    [[nodiscard]] std::size_t PlaceAt(std::size_t row) const {
+        const TableColumn& stored = Source.Values.Stored();
+        switch (stored.Form) {
+            case ColumnForm::Codes8:
+                return PlacesOfCodes[stored.As<std::uint8_t>()[row]];
+            case ColumnForm::Codes16:
+                return PlacesOfCodes[stored.As<std::uint16_t>()[row]];
+            case ColumnForm::Integers:
+            case ColumnForm::Doubles:
+                break;
         }
-        if (Bins) {
-            return Bins->PlaceOf(value);
-        }
-        const auto place = Places.find(value);
-        return place == Places.end() ? Places.size() : place->second;
+        return PlaceOf(Source.Values[row]);
     }
 
     [[nodiscard]] Histogram3DSide Described() const {
@@ -97,8 +169,20 @@ class Side {
     }
 
   private:
+    [[nodiscard]] std::size_t PlaceOf(double value) const {
+        if (!IsValid(Source, value)) {
+            return NoPlace;
+        }
+        if (Bins) {
+            return Bins->PlaceOf(value);
+        }
+        const auto place = Places.find(value);
+        return place == Places.end() ? Places.size() : place->second;
+    }
+
     const Variable& Source;
     std::map<double, std::size_t> Places;
+    std::vector<std::size_t> PlacesOfCodes;
     bool HasOthers = false;  // values without a place of their own
     std::optional<NeatBins> Bins;
 };
@@ -112,14 +196,14 @@ Histogram3DPlot Histogram3DOf(const DataTable& table, std::size_t x, std::size_t
     plot.X = sideX.Described();
     plot.Y = sideY.Described();
     plot.Counts.resize(plot.X.Labels.size() * plot.Y.Labels.size());
-    for (const std::uint32_t row : rows) {
-        const std::optional<std::size_t> column = sideX.PlaceOf(row);
-        const std::optional<std::size_t> line = sideY.PlaceOf(row);
-        if (column && line) {
-            ++plot.Counts[*line * plot.X.Labels.size() + *column];
+    rows.ForEach([&](std::size_t row) {
+        const std::size_t column = sideX.PlaceAt(row);
+        const std::size_t line = sideY.PlaceAt(row);
+        if (column != NoPlace && line != NoPlace) {
+            ++plot.Counts[line * plot.X.Labels.size() + column];
             ++plot.Cases;
         }
-    }
+    });
     return plot;
 }
 

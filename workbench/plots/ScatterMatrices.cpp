@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -52,12 +53,13 @@ PlottedVariable Plotted(const Variable& variable, const PlotRows& rows) {
     plotted.Scale = ScaleFor(plotted.Described.Min, plotted.Described.Max);
     plotted.Low = plotted.Described.Min * plotted.Scale;
     plotted.High = plotted.Described.Max * plotted.Scale;
-    plotted.Column.resize(rows.size());
-    std::ranges::transform(rows, plotted.Column.begin(), [&](std::uint32_t row) {
-        const double value = variable.Values[row];
-        return std::isfinite(value) && !variable.IsMissing(value) ? value * plotted.Scale : Undefined;
+    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
+    plotted.Column.reserve(rows.Count());
+    rows.ForEachValue(variable.Values, [&](double value) {
+        const bool isValid = std::isfinite(value) && !missing.Contains(value);
+        plotted.Column.push_back(isValid ? value * plotted.Scale : Undefined);
     });
-    std::vector<float> places(rows.size());
+    std::vector<float> places(plotted.Column.size());
     std::ranges::transform(plotted.Column, places.begin(), [&](double scaled) {
         return static_cast<float>(std::isnan(scaled) ? Undefined : plotted.PlaceOf(scaled));
     });
@@ -146,11 +148,11 @@ void StopWhenCancelled(const ScatterRequest& request) {
 }  // namespace
 
 ScatterMatrix ScatterMatrixOf(const ScatterRequest& request) {
-    std::vector<PlottedVariable> plotted;
-    for (const std::size_t index : request.Variables) {
-        StopWhenCancelled(request);
-        plotted.push_back(Plotted(request.Table.Variables[index], request.Rows));
-    }
+    StopWhenCancelled(request);
+    std::vector<PlottedVariable> plotted(request.Variables.size());
+    RunParts(request.Runner, plotted.size(), [&](std::size_t part) {
+        plotted[part] = Plotted(request.Table.Variables[request.Variables[part]], request.Rows);
+    });
     ScatterMatrix matrix;
     matrix.Flags = request.Flags;
     matrix.UnusedWeight = request.UnusedWeight;
@@ -158,12 +160,12 @@ ScatterMatrix ScatterMatrixOf(const ScatterRequest& request) {
     matrix.Cells.resize(count * count);
     for (std::size_t row = 0; row < count; ++row) {
         matrix.Variables.push_back(plotted[row].Described);
-        for (std::size_t column = 0; column < row; ++column) {
-            StopWhenCancelled(request);
+        StopWhenCancelled(request);
+        RunParts(request.Runner, row, [&](std::size_t column) {
             const PairMoments pair = MomentsOfPair(plotted[column], plotted[row]);
             matrix.Cells[row * count + column] = CellOf(plotted[column], plotted[row], pair);
             matrix.Cells[column * count + row] = CellOf(plotted[row], plotted[column], Turned(pair));
-        }
+        });
     }
     return matrix;
 }

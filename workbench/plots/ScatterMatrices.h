@@ -16,8 +16,9 @@ struct ScatterRequest {
     std::vector<std::size_t> Variables;  ///< indexes in the table
     const PlotRows& Rows;
     std::uint16_t Flags = 0;  ///< see ScatterMatrix
-    std::function<bool()> Cancelled;  ///< asked between the cells; empty: never
+    std::function<bool()> Cancelled;  ///< asked between the rows of cells; empty: never
     std::string UnusedWeight{};  ///< see ScatterMatrix
+    PartRunner Runner{};
 };
 
 /// The scatterplot matrix of a request. A cell holds the cases in which both of its variables are valid; each counts

@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <random>
+#include <set>
 
+#include "host/CaseConditions.h"
+#include "host/TableColumns.h"
 #include "tests/workbench/hosting/TestAnalysis.h"
 
 namespace quillara {
@@ -58,6 +62,32 @@ Seen ReadInBlocks(CAnalysisSupport& analysis, std::int32_t size) {
     return seen;
 }
 
+Seen ReadWhole(CAnalysisSupport& analysis, std::int32_t size) {
+    Seen seen;
+    TableColumns& table = *analysis.GetTableColumns();
+    TableColumn columns[3];
+    TableColumn weights;
+    for (std::int16_t variable = 1; variable <= 3; ++variable) {
+        EXPECT_TRUE(table.FindColumn(variable, columns[variable - 1]));
+    }
+    EXPECT_TRUE(table.FindWeights(weights));
+    for (std::int32_t first = 1; first <= Cases; first += size) {
+        const std::int32_t count = std::min(size, Cases - first + 1);
+        const std::int32_t before = table.BeginCases(first, count);
+        for (std::int32_t row = first - 1; row < first - 1 + before; ++row) {
+            const bool isSkipped = table.Selection() != nullptr && table.Selection()[row] == CaseResult::Skip;
+            const double weight = weights.Entries == nullptr ? 1.0 : weights.At(row);
+            seen.push_back(isSkipped ? "skipped"
+                                     : Line({columns[0].At(row), columns[1].At(row), columns[2].At(row)}, weight));
+        }
+        if (before < count) {
+            seen.push_back("stop");
+            break;
+        }
+    }
+    return seen;
+}
+
 /// Variables a, b and w, a weight that is bad in the first and each fifth case behind it.
 DataTable RandomTable(double badWeight = 1, double missingCode = -9999) {
     std::mt19937 random(5);
@@ -77,7 +107,7 @@ void BreakAt(AnalysisDocument& document, int call) {
     document.Services.BreakRequested = [call, asked = 0]() mutable { return ++asked >= call && call > 0; };
 }
 
-TEST(CaseReading, BlocksAndSingleCasesAreTheSame) {
+TEST(CaseReading, BlocksColumnsAndSingleCasesAreTheSame) {
     std::vector<CaseResult> everyThirdSkipped(Cases, CaseResult::Use);
     for (std::size_t i = 1; i < Cases; i += 3) {
         everyThirdSkipped[i] = CaseResult::Skip;
@@ -97,6 +127,8 @@ TEST(CaseReading, BlocksAndSingleCasesAreTheSame) {
                     const Seen singly = ReadSingly(*host.Analysis);
                     BreakAt(host.Document, call);
                     ASSERT_EQ(ReadInBlocks(*host.Analysis, size), singly) << call;
+                    BreakAt(host.Document, call);
+                    ASSERT_EQ(ReadWhole(*host.Analysis, size), singly) << call;
                 }
             }
         }
@@ -141,6 +173,65 @@ TEST(CaseReading, BlocksPointIntoTheTableWhereItHasDoubles) {
     EXPECT_TRUE(std::equal(columns[0], columns[0] + 30, columns[2]));
     host.Document.OfferCaseBlocks(false);
     EXPECT_EQ(host.Analysis->GetCaseBlocks(), nullptr);
+    EXPECT_EQ(host.Analysis->GetTableColumns(), nullptr);
+    EXPECT_EQ(host.Analysis->GetCaseConditions(), nullptr);
+    EXPECT_EQ(host.Analysis->GetParallelRuns(), nullptr);
+    EXPECT_EQ(host.Analysis->GetCaseRevision(), 0);
+}
+
+TEST(CaseReading, WholeColumnsStandInTheTable) {
+    const DataTable table = RandomTable();
+    TestHost host(table);
+    TableColumn column;
+    EXPECT_TRUE(host.Analysis->GetTableColumns()->FindColumn(1, column));
+    EXPECT_EQ(column.Entries, table.Variables[0].Values.Stored().Entries);
+    EXPECT_EQ(column.Form, ColumnForm::Codes8);
+    EXPECT_TRUE(host.Analysis->GetTableColumns()->FindColumn(99, column));
+    EXPECT_EQ(column.At(Cases - 1), 0);
+}
+
+TEST(CaseReading, CasesThatMeetConditionsComeAsBitsOrAsRows) {
+    std::vector<double> values(300);
+    std::iota(values.begin(), values.end(), 0.0);
+    const DataTable table = TableOf({Numbers("v", values)});
+    TestHost host(table);
+    std::vector<CaseResult> selection(300, CaseResult::Use);
+    selection[120] = CaseResult::Skip;
+    host.Document.SetSelection(selection);
+    CaseSubset cases;
+    const CaseCondition many[] = {{1, ConditionRule::OpenClosed, 99, 170}};
+    EXPECT_TRUE(host.Analysis->GetCaseConditions()->FindCases(many, cases));
+    EXPECT_EQ(cases.Count, 70);
+    EXPECT_EQ(std::vector(cases.Bits, cases.Bits + 5),
+              (std::vector<std::uint64_t>{0, ~std::uint64_t{0} << 36U & ~(std::uint64_t{1} << 56U),
+                                          (std::uint64_t{1} << 43U) - 1, 0, 0}));
+    const CaseCondition few[] = {many[0], {1, ConditionRule::ClosedOpen, 119, 123}};
+    EXPECT_TRUE(host.Analysis->GetCaseConditions()->FindCases(few, cases));
+    EXPECT_EQ(cases.Bits, nullptr);
+    EXPECT_EQ(std::vector(cases.Rows, cases.Rows + cases.Count), (std::vector<std::int32_t>{119, 121, 122}));
+}
+
+TEST(CaseReading, TheRevisionIsNewWithTableSelectionAndWeight) {
+    const DataTable table = RandomTable();
+    TestHost host(table);
+    std::set<std::uint64_t> seen;
+    const auto isNew = [&] { return seen.insert(host.Analysis->GetCaseRevision()).second; };
+    EXPECT_TRUE(isNew());
+    EXPECT_FALSE(isNew());
+    host.Document.SetWeight(2);
+    EXPECT_TRUE(isNew());
+    host.Document.SetSelection(std::vector<CaseResult>(Cases, CaseResult::Skip));
+    EXPECT_TRUE(isNew());
+    CaseSubset cases;
+    EXPECT_TRUE(host.Analysis->GetCaseConditions()->FindCases({}, cases));
+    EXPECT_EQ(cases.Count, 0);
+    host.Document.SetSelection({});
+    EXPECT_TRUE(isNew());
+    EXPECT_TRUE(host.Analysis->GetCaseConditions()->FindCases({}, cases));
+    EXPECT_EQ(cases.Count, Cases);
+    EXPECT_FALSE(isNew());
+    const TestHost other(table);
+    EXPECT_TRUE(seen.insert(other.Analysis->GetCaseRevision()).second);
 }
 
 TEST(CaseReading, ReportsProgressWhileThePassRuns) {
