@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "platform/OrderedBits.h"
+#include "workbench/data/ColumnBuilder.h"
 #include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/hosting/AnalysisState.h"
 
 namespace drilltest {
 
@@ -41,17 +43,30 @@ namespace {
 
 constexpr auto IsShown = [](const Categories& category) { return IsNonZero(category.Count); };
 
+/// Columns of doubles in the form that readers of files would give them.
+void MakeNarrow(quillara::DataTable& table) {
+    for (quillara::Variable& variable : table.Variables) {
+        variable.Values = quillara::ColumnBuilder(std::vector(variable.Values.begin(), variable.Values.end())).Finish();
+    }
+}
+
 }  // namespace
 
 void DrillBench::Open(quillara::DataTable table) {
     Quick.reset();
     Document.reset();
     Data = std::move(table);
+    if (TheRoad == Road::Workbench) {
+        MakeNarrow(Data);
+    }
     Document = std::make_unique<quillara::AnalysisDocument>(Data);
     Document->OfferCaseBlocks(TheRoad != Road::CaseByCase);
     Document->Services.ShowMessage = [this](std::string_view text) { Messages.emplace_back(text); };
     Document->Services.WorkIn = [this](quillara::Window& window) { return WorkIn(window); };
     Document->Services.BreakRequested = [this] { return Poll(); };
+    if (TheRoad == Road::Columns || TheRoad == Road::Quick) {
+        Document->State().Quick = {};
+    }
     if (TheRoad == Road::Quick) {
         Quick = std::make_unique<QuickHost>(*Document, Services);
     }

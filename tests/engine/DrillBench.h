@@ -25,7 +25,12 @@ inline constexpr char NotEnoughMemory[] =
     "Not enough memory to complete the requested computations; close other applications and try again.";
 
 /// How the module gets its cases from the host.
-enum class Road : std::uint8_t { CaseByCase, Columns, Quick };
+enum class Road : std::uint8_t {
+    CaseByCase,
+    Columns,
+    Quick,  ///< by services of the tests, in many forms
+    Workbench,  ///< by all that the workbench offers, over columns in their narrowest form
+};
 
 using Names = std::vector<std::string>;
 

@@ -154,6 +154,7 @@ class Exploration {
         Others.push_back(std::make_unique<Bench>(Road::Columns));
         Others.push_back(std::make_unique<Bench>(Road::Quick, AnyServices(Source)));
         Others.push_back(std::make_unique<Bench>(Road::Quick, AnyServices(Source)));
+        Others.push_back(std::make_unique<Bench>(Road::Workbench));
         ForEach([&](Bench& bench) {
             bench.Open(Table);
             bench.Weigh(Reference.Weight);

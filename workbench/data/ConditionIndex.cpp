@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t RowsPerWord = RowSet::RowsPerWord;
 
 /// Equal bits of bounds; a bound that is NaN is one like any other.
-bool IsSame(const CaseCondition& left, const CaseCondition& right) {
+bool IsSameCondition(const CaseCondition& left, const CaseCondition& right) {
     const auto bits = [](double value) { return std::bit_cast<std::uint64_t>(value); };
     return left.Variable == right.Variable && left.Rule == right.Rule && bits(left.Lower) == bits(right.Lower) &&
            bits(left.Upper) == bits(right.Upper);
@@ -127,7 +127,7 @@ RowSet CasesThatMeet(const DataTable& table, const CaseCondition& condition) {
 
 const RowSet& ConditionIndex::Find(const DataTable& table, std::span<const CaseResult> selection,
                                    std::span<const CaseCondition> conditions) {
-    if (IsFound && std::ranges::equal(Joined, conditions, IsSame)) {
+    if (IsFound && std::ranges::equal(Joined, conditions, IsSameCondition)) {
         return Found;
     }
     IsFound = false;
@@ -146,7 +146,7 @@ const RowSet& ConditionIndex::Find(const DataTable& table, std::span<const CaseR
 
 const RowSet& ConditionIndex::CasesOf(const DataTable& table, const CaseCondition& condition) {
     const auto known =
-        std::ranges::find_if(Known, [&](const Entry& entry) { return IsSame(entry.Condition, condition); });
+        std::ranges::find_if(Known, [&](const Entry& entry) { return IsSameCondition(entry.Condition, condition); });
     if (known != Known.end()) {
         Known.splice(Known.begin(), Known, known);
     } else {
