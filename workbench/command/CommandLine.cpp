@@ -13,7 +13,6 @@
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/MemoryLimit.h"
-#include "workbench/formats/StatisticalFile.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -170,7 +169,8 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
 }
 
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {
-    if (!IsStatisticalFile(ExtensionOf(file))) {
+    const FileFormat* format = FindFileFormat(ExtensionOf(file));
+    if (format == nullptr || format->Kind == FormatKind::DelimitedText) {
         return;
     }
     for (const char* option : {"--separator", "--decimal", "--missing", "--no-header"}) {

@@ -1,14 +1,54 @@
 #include "workbench/command/DrillData.h"
 
+#include <algorithm>
+#include <optional>
+#include <set>
+
 #include "workbench/command/DataReading.h"
+#include "workbench/command/Interruption.h"
 #include "workbench/data/CaseSelection.h"
+#include "workbench/formats/ColumnFileReader.h"
 #include "workbench/formats/Dictionary.h"
 #include "workbench/scripting/SettingTexts.h"
 
 namespace quillara {
 
+namespace {
+
+/// Whether a drill uses no variables but those that it names and its weight.
+bool UsesNamedOnly(const DrillOptions& options) {
+    return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile;
+}
+
+/// Checks the columns that a drill names before it uses them. A name that isn't there is told of elsewhere.
+void CheckNamedColumns(DataTable& table, const DrillOptions& options) {
+    std::set<std::size_t> variables;
+    const auto add = [&](const std::string& name) {
+        if (const std::optional<std::size_t> index = table.Find(name)) {
+            variables.insert(*index);
+        }
+    };
+    const VariableNames& names = *options.Names;
+    for (const auto* list :
+         {&names.Categorical, &names.Continuous, &names.ReviewCategorical, &names.ReviewContinuous}) {
+        std::ranges::for_each(*list, add);
+    }
+    if (options.Weight) {
+        add(*options.Weight);
+    }
+    WorkMonitor monitor({}, IsInterrupted);
+    CheckColumns(table, {variables.begin(), variables.end()}, options.Reading.Threads, monitor);
+}
+
+}  // namespace
+
 DataTable OpenData(const DrillOptions& options) {
-    DataTable table = ReadDataWithProgress(options.File, options.Reading);
+    ReadOptions reading = options.Reading;
+    reading.ChecksColumns = !UsesNamedOnly(options);
+    DataTable table = ReadDataWithProgress(options.File, reading);
+    if (!reading.ChecksColumns) {
+        CheckNamedColumns(table, options);
+    }
     if (options.DictionaryFile) {
         ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
     }

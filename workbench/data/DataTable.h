@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,6 +51,17 @@ struct Variable {
     [[nodiscard]] bool HasLabels() const;
 };
 
+struct DataTable;
+
+/// Knows of the columns of a table what they must be, for a table that is opened before its columns are read.
+class ColumnGuard {
+  public:
+    virtual ~ColumnGuard() = default;
+    /// Reads a column and gives the table the same one, checked. Throws DataError when it is damaged. Columns may be
+    /// checked by several threads at once.
+    virtual void Check(DataTable& table, std::size_t variable) const = 0;
+};
+
 /// A table of numbered variables and cases. Columns all have Cases entries.
 struct DataTable {
     std::string FileName;  ///< name of the file without its folder
@@ -58,6 +70,7 @@ struct DataTable {
     std::vector<Variable> Variables;
     std::vector<std::string> CaseNames;  ///< one per case, or empty: the cases have no names
     std::optional<std::size_t> Weight;  ///< index of the weight variable that the file declares
+    std::shared_ptr<const ColumnGuard> Unchecked;  ///< of columns that are to be checked before use; null: of none
 
     /// Index of the variable of exactly this name.
     [[nodiscard]] std::optional<std::size_t> Find(std::string_view name) const;

@@ -3,9 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <functional>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/ColumnFileLayout.h"
+#include "workbench/formats/ColumnFileReader.h"
+#include "workbench/formats/ColumnFileWriter.h"
 #include "workbench/formats/DelimitedLosses.h"
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/DelimitedWriter.h"
@@ -69,6 +75,19 @@ const StatisticalRules* FindRules(std::string_view extension) {
     return found == RulesOfFormats.end() ? nullptr : &*found;
 }
 
+ReadOptions ReadingBack(ProgressTaker progress, const std::function<bool()>& cancelled) {
+    return {.MaxMemory = MemoryLimit::Unlimited, .Progress = std::move(progress), .Cancelled = cancelled};
+}
+
+/// How many bytes columns have as they are written.
+std::size_t BytesOfColumns(const DataTable& table) {
+    std::size_t bytes = 0;
+    for (const Variable& variable : table.Variables) {
+        bytes += variable.Values.size() * BytesOfEntry(variable.Values.Stored().Form);
+    }
+    return bytes;
+}
+
 /// What `read` gives of the file that was written under a temporary name.
 template <typename Read>
 auto ReadBackFor(const std::string& path, Read read) {
@@ -82,45 +101,82 @@ auto ReadBackFor(const std::string& path, Read read) {
     }
 }
 
+/// Throws DataError when it can't be written, and leaves the monitor where the writing ends.
+using FileWriter = std::function<void(const ByteSink& write)>;
+
+/// Replaces a file by one that keeps all of a table, and compares what `read` gives of it under its temporary name with
+/// what it must hold.
+template <typename Read>
+void WriteWhole(const std::string& path, const ExpectedTable& expected, const FileWriter& writer, WorkMonitor& monitor,
+                const std::function<bool()>& cancelled, Read read) {
+    const auto cases = static_cast<std::size_t>(expected.Table.Cases);
+    ReplaceFile(path, writer, cancelled, [&](const std::string& temporary) {
+        const DataTable readBack = ReadBackFor(path, [&] { return read(temporary); });
+        monitor.Enter(ShareOfReading, 1, cases * expected.Variables.size());
+        CheckReadBack(expected, readBack, monitor);
+    });
+}
+
 void WriteStatistical(const DataTable& table, const std::string& path, const StatisticalRules& rules,
                       const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     WorkMonitor monitor(progress, cancelled);
     const StatisticalLayout layout = LayOut(table, rules);
-    const auto cases = static_cast<std::size_t>(table.Cases);
-    monitor.Enter(0, ShareOfWriting, cases * layout.Columns.size());
-    const auto check = [&](const std::string& temporary) {
-        const DataTable readBack = ReadBackFor(path, [&] {
+    monitor.Enter(0, ShareOfWriting, static_cast<std::size_t>(table.Cases) * layout.Columns.size());
+    ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
+    for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
+        expected.Variables.push_back(layout.Columns[i].Content);
+    }
+    WriteWhole(
+        path, expected, [&](const ByteSink& write) { WriteStatisticalFile(layout, rules, write, monitor); }, monitor,
+        cancelled,
+        [&](const std::string& temporary) {
             return ReadStatisticalFile(temporary, rules.Extension,
-                                       {.MaxMemory = MemoryLimit::Unlimited,
-                                        .Progress = PartOf(progress, ShareOfWriting, ShareOfReading),
-                                        .Cancelled = cancelled});
+                                       ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled));
         });
-        monitor.Enter(ShareOfReading, 1, cases * layout.Columns.size());
-        ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
-        for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
-            expected.Variables.push_back(layout.Columns[i].Content);
-        }
-        CheckReadBack(expected, readBack, monitor);
-    };
-    ReplaceFile(path, StatisticalFileBytes(layout, cases, rules, monitor), cancelled, check);
+}
+
+void WriteColumns(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled,
+                  const ProgressTaker& progress) {
+    WorkMonitor monitor(progress, cancelled);
+    monitor.Enter(0, ShareOfWriting, BytesOfColumns(table));
+    ExpectedTable expected{.Table = table, .Variables = {}};
+    std::ranges::transform(table.Variables, std::back_inserter(expected.Variables),
+                           [](const Variable& variable) { return &variable; });
+    WriteWhole(
+        path, expected, [&](const ByteSink& write) { WriteColumnFile(table, write, monitor); }, monitor, cancelled,
+        [&](const std::string& temporary) {
+            return ReadColumnFile(temporary, ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled));
+        });
+}
+
+/// To a device or pipe: the text can't be read there, so it is read in memory.
+std::vector<std::string> WriteDelimitedToDevice(const DataTable& table, const std::string& path, WorkMonitor& monitor,
+                                                const ReadOptions& readingBack) {
+    const std::string text = TextOfTable(table, monitor);
+    const DataTable readBack = ReadBackFor(path, [&] { return TableOfDelimitedText(text, readingBack); });
+    monitor.Enter(ShareOfReading, 1, readBack.Variables.size() * static_cast<std::size_t>(table.Cases));
+    std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
+    ReplaceFile(path, text, readingBack.Cancelled);
+    return losses;
 }
 
 std::vector<std::string> WriteDelimited(const DataTable& table, const std::string& path,
                                         const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     WorkMonitor monitor(progress, cancelled);
-    const std::string text = TextOfTable(table, cancelled, PartOf(progress, 0, ShareOfWriting));
-    const DataTable readBack = ReadBackFor(path, [&] {
-        return TableOfDelimitedText(text, {.MaxMemory = MemoryLimit::Unlimited,
-                                           .Progress = PartOf(progress, ShareOfWriting, ShareOfReading),
-                                           .Cancelled = cancelled});
-    });
-    monitor.Enter(ShareOfReading, 1, readBack.Variables.size() * static_cast<std::size_t>(table.Cases));
-    std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
-    ReplaceFile(path, text, cancelled, [&](const std::string& temporary) {
-        if (ReadBytes(temporary, monitor, text.size() + 1) != text) {
-            throw ReadBackDifference("\"" + path + "\"", "");
-        }
-    });
+    const std::size_t fields = (table.Variables.size() + 1) * static_cast<std::size_t>(table.Cases);
+    monitor.Enter(0, ShareOfWriting, fields);
+    const ReadOptions readingBack = ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled);
+    if (IsDeviceOrPipe(path)) {
+        return WriteDelimitedToDevice(table, path, monitor, readingBack);
+    }
+    std::vector<std::string> losses;
+    ReplaceFile(
+        path, [&](const ByteSink& write) { WriteDelimitedText(table, write, monitor); }, cancelled,
+        [&](const std::string& temporary) {
+            const DataTable readBack = ReadBackFor(path, [&] { return ReadDelimitedTable(temporary, readingBack); });
+            monitor.Enter(ShareOfReading, 1, fields);
+            losses = DelimitedLosses(table, readBack, path, monitor);
+        });
     return losses;
 }
 
@@ -128,7 +184,16 @@ std::vector<std::string> WriteDelimited(const DataTable& table, const std::strin
 
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
     const std::string format = FormatOf(path);
-    return IsStatisticalFile(format) ? ReadStatisticalFile(path, format, options) : ReadDelimitedTable(path, options);
+    const FileFormat* found = FindFileFormat(format);
+    switch (found == nullptr ? FormatKind::DelimitedText : found->Kind) {
+        case FormatKind::Statistical:
+            return ReadStatisticalFile(path, format, options);
+        case FormatKind::Columns:
+            return ReadColumnFile(path, options);
+        case FormatKind::DelimitedText:
+            break;
+    }
+    return ReadDelimitedTable(path, options);
 }
 
 void CheckCanBeWritten(const std::string& path) {
@@ -147,6 +212,10 @@ std::vector<std::string> WriteDataFile(const DataTable& table, const std::string
     }
     if (const StatisticalRules* rules = FindRules(ExtensionOf(path))) {
         WriteStatistical(table, path, *rules, cancelled, progress);
+        return {};
+    }
+    if (FindFileFormat(ExtensionOf(path))->Kind == FormatKind::Columns) {
+        WriteColumns(table, path, cancelled, progress);
         return {};
     }
     return WriteDelimited(table, path, cancelled, progress);

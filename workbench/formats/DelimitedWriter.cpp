@@ -4,24 +4,43 @@
 #include "workbench/formats/DelimitedText.h"
 
 namespace quillara {
+namespace {
 
-std::string TextOfTable(const DataTable& table, const std::function<bool()>& cancelled, const ProgressTaker& progress) {
-    WorkMonitor monitor(progress, cancelled);
+constexpr std::size_t BytesAtOnce = 1 << 20;
+
+}  // namespace
+
+void WriteDelimitedText(const DataTable& table, const ByteSink& write, WorkMonitor& monitor) {
     std::string text;
     std::vector<ShownColumn> columns = ShownColumns(table);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         text += (i == 0 ? "" : ",") + QuotedField(columns[i].Name());
     }
     text += '\n';
-    monitor.Enter(0, 1, columns.size() * static_cast<std::size_t>(table.Cases));
     for (std::size_t row = 0; row < static_cast<std::size_t>(table.Cases); ++row) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             text += i == 0 ? "" : ",";
             text += QuotedField(columns[i].Field(row));
         }
         text += '\n';
+        if (text.size() >= BytesAtOnce) {
+            write(text);
+            text.clear();
+        }
         monitor.Advance(columns.size());
     }
+    write(text);
+}
+
+std::string TextOfTable(const DataTable& table) {
+    WorkMonitor monitor;
+    return TextOfTable(table, monitor);
+}
+
+std::string TextOfTable(const DataTable& table, WorkMonitor& monitor) {
+    std::string text;
+    WriteDelimitedText(
+        table, [&](std::string_view bytes) { text += bytes; }, monitor);
     return text;
 }
 

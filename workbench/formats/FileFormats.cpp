@@ -25,7 +25,7 @@ const FileFormat* FindFileFormat(std::string_view extension) {
 std::string ReadFormats() {
     std::vector<std::string> formats = {"csv and other delimited text"};
     for (const FileFormat& format : FileFormats) {
-        if (!format.IsDelimitedText) {
+        if (format.Kind != FormatKind::DelimitedText) {
             formats.emplace_back(format.Extension);
         }
     }

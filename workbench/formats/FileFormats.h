@@ -6,10 +6,13 @@
 
 namespace quillara {
 
+/// What reads and writes a format.
+enum class FormatKind { DelimitedText, Statistical, Columns };
+
 /// A format of data files, by the extension of its files in small letters.
 struct FileFormat {
     std::string_view Extension;
-    bool IsDelimitedText;
+    FormatKind Kind;
     bool IsWritten;
     std::string_view Content;  ///< what files of it are
     std::string_view Keeps;  ///< what is kept when a table is written to it; empty: it isn't written
@@ -18,26 +21,27 @@ struct FileFormat {
 // clang-format off
 /// All formats that are read. Help, messages and the README tell them from here.
 inline constexpr auto FileFormats = std::to_array<FileFormat>({
-    {"csv",      true,  true,  "delimited text",         "texts, numbers and dates, and labels in place of codes"},
-    {"tsv",      true,  false, "delimited text",         ""},
-    {"tab",      true,  false, "delimited text",         ""},
-    {"txt",      true,  false, "delimited text",         ""},
-    {"sav",      false, true,  "statistical data",       "everything"},
-    {"zsav",     false, true,  "the same, compressed",   "everything, but for the sign of -0"},
-    {"por",      false, false, "the same, portable",     ""},
-    {"dta",      false, true,  "statistical data",       "everything, texts with labels as labelled numbers"},
-    {"sas7bdat", false, false, "statistical data",       ""},
-    {"xpt",      false, false, "the same, for transport", ""},
+    {"csv",      FormatKind::DelimitedText, true,  "delimited text",          "texts, numbers and dates, and labels in place of codes"},
+    {"tsv",      FormatKind::DelimitedText, false, "delimited text",          ""},
+    {"tab",      FormatKind::DelimitedText, false, "delimited text",          ""},
+    {"txt",      FormatKind::DelimitedText, false, "delimited text",          ""},
+    {"sav",      FormatKind::Statistical,   true,  "statistical data",        "everything"},
+    {"zsav",     FormatKind::Statistical,   true,  "the same, compressed",    "everything, but for the sign of -0"},
+    {"por",      FormatKind::Statistical,   false, "the same, portable",      ""},
+    {"dta",      FormatKind::Statistical,   true,  "statistical data",        "everything, texts with labels as labelled numbers"},
+    {"sas7bdat", FormatKind::Statistical,   false, "statistical data",        ""},
+    {"xpt",      FormatKind::Statistical,   false, "the same, for transport", ""},
+    {"qtable",   FormatKind::Columns,       true,  "columns of this program", "everything, and is opened at once, whatever its size"},
 });
 // clang-format on
 
 /// The format of an extension in small letters; null for none.
 [[nodiscard]] const FileFormat* FindFileFormat(std::string_view extension);
 
-/// "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt"
+/// "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable"
 [[nodiscard]] std::string ReadFormats();
 
-/// "csv, sav, zsav or dta"
+/// "csv, sav, zsav, dta or qtable"
 [[nodiscard]] std::string WrittenFormats();
 
 /// The table of the README, a row a format.

@@ -46,11 +46,6 @@ mode_t PermissionsFor(const std::string& path) {
     return 0666 & ~mask;
 }
 
-bool IsDeviceOrPipe(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
-
 /// A descriptor that is closed when its owner goes.
 class OpenFile {
   public:
@@ -72,11 +67,37 @@ class OpenFile {
     int Descriptor;
 };
 
-void WriteToDevice(const std::string& path, std::string_view content, const WorkMonitor& monitor) {
+using Producer = std::function<void(const ByteSink& write)>;
+
+/// Writes what a producer gives; `path` is what errors call the file. Small pieces are put together.
+void WriteProduced(int descriptor, const std::string& path, const Producer& produce, const WorkMonitor& monitor) {
+    constexpr std::size_t enough = 1 << 20;
+    std::string pieces;
+    const auto write = [&](std::string_view bytes) {
+        if (!WriteAll(descriptor, bytes, monitor)) {
+            ThrowUnwritable(path, errno);
+        }
+    };
+    produce([&](std::string_view bytes) {
+        if (pieces.size() + bytes.size() >= enough) {
+            write(pieces);
+            pieces.clear();
+        }
+        if (bytes.size() >= enough) {
+            write(bytes);
+        } else {
+            pieces += bytes;
+        }
+    });
+    write(pieces);
+}
+
+void WriteToDevice(const std::string& path, const Producer& produce, const WorkMonitor& monitor) {
     const OpenFile file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file.IsOpen() || !WriteAll(file.Number(), content, monitor)) {
+    if (!file.IsOpen()) {
         ThrowUnwritable(path, errno);
     }
+    WriteProduced(file.Number(), path, produce, monitor);
 }
 
 /// A file under a name of its own in the folder of the target; it goes unless it is moved onto the target.
@@ -96,9 +117,7 @@ class TemporaryFile {
     }
 
     /// Each of the three gives false and errno when it fails.
-    [[nodiscard]] bool Write(std::string_view content, mode_t permissions, const WorkMonitor& monitor) {
-        return IsThere && fchmod(File.Number(), permissions) == 0 && WriteAll(File.Number(), content, monitor);
-    }
+    [[nodiscard]] bool Begin(mode_t permissions) { return IsThere && fchmod(File.Number(), permissions) == 0; }
     [[nodiscard]] bool Finish() { return fsync(File.Number()) == 0 && File.Close(); }
     [[nodiscard]] bool MoveTo(const std::string& target) {
         IsThere = !Removal.EndBy([&] { return rename(Name.c_str(), target.c_str()) == 0; });
@@ -106,6 +125,7 @@ class TemporaryFile {
     }
 
     [[nodiscard]] const std::string& Path() const { return Name; }
+    [[nodiscard]] int Number() const { return File.Number(); }
 
   private:
     RemovalOnSignal Removal;
@@ -144,16 +164,21 @@ std::filesystem::path PlaceOf(const std::string& path) {
 
 }  // namespace
 
+bool IsDeviceOrPipe(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
 bool NameOneFile(const std::string& path, const std::string& other) {
     std::error_code error;
     return PlaceOf(path) == PlaceOf(other) || std::filesystem::equivalent(path, other, error);
 }
 
-void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled,
+void ReplaceFile(const std::string& path, const Producer& produce, const std::function<bool()>& cancelled,
                  const std::function<void(const std::string& temporary)>& check) {
     const WorkMonitor monitor({}, cancelled);
     if (IsDeviceOrPipe(path)) {
-        WriteToDevice(path, content, monitor);
+        WriteToDevice(path, produce, monitor);
         return;
     }
     const std::string target = ResolveLinks(path);
@@ -165,7 +190,11 @@ void ReplaceFile(const std::string& path, std::string_view content, const std::f
     int error = 0;
     {
         TemporaryFile file(target);
-        const bool isFinished = file.Write(content, permissions, monitor) && file.Finish();
+        bool isFinished = file.Begin(permissions);
+        if (isFinished) {
+            WriteProduced(file.Number(), path, produce, monitor);
+            isFinished = file.Finish();
+        }
         error = isFinished ? 0 : errno;
         if (isFinished && check) {
             check(file.Path());
@@ -180,6 +209,12 @@ void ReplaceFile(const std::string& path, std::string_view content, const std::f
     if (error != 0) {
         ThrowUnwritable(path, error);
     }
+}
+
+void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled,
+                 const std::function<void(const std::string& temporary)>& check) {
+    ReplaceFile(
+        path, [&](const ByteSink& write) { write(content); }, cancelled, check);
 }
 
 }  // namespace quillara

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "workbench/formats/ColumnFileLayout.h"
+
 namespace quillara {
 namespace {
 
@@ -21,6 +23,7 @@ constexpr std::string_view Zip = "PK\x03\x04";
 constexpr std::string_view OnlyByName("\0", 1);  // no text holds it
 
 constexpr auto Signatures = std::to_array<Signature>({
+    {ColumnFileMark,            "",                         {"qtable"}},
     {"$FL2",                    "",                         {"sav"}},
     {"$FL3",                    "",                         {"zsav"}},
     {"<stata_dta>",             "",                         {"dta"}},

@@ -18,6 +18,7 @@ struct ReadOptions {
     std::optional<std::size_t> MaxMemory{};  ///< bytes for the whole program; nothing: see MemoryLimit
     std::size_t Threads = 0;  ///< that read delimited text side by side; 0: as many as the processor runs at once
     std::size_t BytesOfPart = 0;  ///< of delimited text, read at a time by one of them; 0: what suits the file
+    bool ChecksColumns = true;  ///< of a column file; else that is left to CheckColumns, before they are used
 
     std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
     std::function<void(std::size_t bytes)> Received{};  ///< told the same of a pipe, whose length nobody knows

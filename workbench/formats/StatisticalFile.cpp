@@ -211,7 +211,7 @@ bool IsWhole(const StatisticalContent& content) {
 }
 
 static_assert(std::ranges::all_of(FileFormats, [](const FileFormat& format) {
-    return format.IsDelimitedText !=
+    return (format.Kind == FormatKind::Statistical) ==
            (std::ranges::find(Formats, format.Extension, &Format::Extension) != Formats.end());
 }));
 

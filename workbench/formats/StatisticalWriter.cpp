@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <memory>
 #include <new>
 
@@ -15,19 +16,19 @@ namespace {
 /// The longest text of a field of dta; longer ones are kept apart, each once, and the field refers to them.
 constexpr std::size_t LongestDtaField = 2045;
 
-/// What the library has written. No exception may cross it.
+/// Where the library writes to. No exception may cross it: it waits here until the library is left.
 struct Output {
-    std::string Bytes;
-    bool IsOutOfMemory = false;
+    const ByteSink& Write;
+    std::exception_ptr Failure;
 };
 
 ssize_t Append(const void* bytes, std::size_t length, void* context) noexcept {
     Output& output = *static_cast<Output*>(context);
     try {
-        output.Bytes.append(static_cast<const char*>(bytes), length);
+        output.Write({static_cast<const char*>(bytes), length});
         return static_cast<ssize_t>(length);
-    } catch (const std::bad_alloc&) {
-        output.IsOutOfMemory = true;
+    } catch (...) {
+        output.Failure = std::current_exception();
         return 0;
     }
 }
@@ -52,8 +53,11 @@ readstat_measure_t MeasureOf(const FileColumn& column) {
 
 class StatisticalWriter {
   public:
-    StatisticalWriter(const StatisticalLayout& layout, const StatisticalRules& rules)
-        : Layout(layout), Rules(rules), Writer(readstat_writer_init(), readstat_writer_free) {
+    StatisticalWriter(const StatisticalLayout& layout, const StatisticalRules& rules, const ByteSink& write)
+        : Layout(layout),
+          Rules(rules),
+          Writer(readstat_writer_init(), readstat_writer_free),
+          Written{.Write = write, .Failure = {}} {
         if (!Writer) {
             throw std::bad_alloc();
         }
@@ -71,7 +75,7 @@ class StatisticalWriter {
         }
     }
 
-    [[nodiscard]] std::string Write(std::size_t cases, WorkMonitor& monitor) {
+    void Write(std::size_t cases, WorkMonitor& monitor) {
         Begin(static_cast<long>(cases));
         for (std::size_t row = 0; row < cases; ++row) {
             Check(readstat_begin_row(Writer.get()));
@@ -82,7 +86,6 @@ class StatisticalWriter {
             monitor.Advance(Variables.size());
         }
         Check(readstat_end_writing(Writer.get()));
-        return std::move(Written.Bytes);
     }
 
   private:
@@ -92,7 +95,10 @@ class StatisticalWriter {
     };
 
     void Check(readstat_error_t error, const FileColumn* column = nullptr) const {
-        if (Written.IsOutOfMemory || error == READSTAT_ERROR_MALLOC) {
+        if (Written.Failure) {
+            std::rethrow_exception(Written.Failure);
+        }
+        if (error == READSTAT_ERROR_MALLOC) {
             throw std::bad_alloc();
         }
         if (error != READSTAT_OK) {
@@ -183,9 +189,10 @@ class StatisticalWriter {
 
 }  // namespace
 
-std::string StatisticalFileBytes(const StatisticalLayout& layout, std::size_t cases, const StatisticalRules& rules,
-                                 WorkMonitor& monitor) {
-    return StatisticalWriter(layout, rules).Write(cases, monitor);
+void WriteStatisticalFile(const StatisticalLayout& layout, const StatisticalRules& rules, const ByteSink& write,
+                          WorkMonitor& monitor) {
+    const std::size_t cases = layout.Columns.front().Content->Values.size();
+    StatisticalWriter(layout, rules, write).Write(cases, monitor);
 }
 
 }  // namespace quillara

@@ -1,20 +1,18 @@
 #pragma once
 
-#include <cstddef>
-#include <string>
-
+#include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/StatisticalLayout.h"
 #include "workbench/formats/StatisticalRules.h"
 #include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
 
-/// The bytes of a sav, zsav or dta file with this layout and number of cases. Missing data are system missing, or a
+/// Writes a sav, zsav or dta file with this layout and number of cases. Missing data are system missing, or a
 /// blank text. sav files are packed row by row, unless a value is a negative zero, which packing would lose; zsav files
 /// lose its sign.
 /// Throws DataError, naming the variable, when the file can't hold a value; Interrupted when the monitor's work was
-/// cancelled.
-[[nodiscard]] std::string StatisticalFileBytes(const StatisticalLayout& layout, std::size_t cases,
-                                               const StatisticalRules& rules, WorkMonitor& monitor);
+/// cancelled; what `write` throws.
+void WriteStatisticalFile(const StatisticalLayout& layout, const StatisticalRules& rules, const ByteSink& write,
+                          WorkMonitor& monitor);
 
 }  // namespace quillara

@@ -133,8 +133,8 @@ TEST(DataFile, OfAPipeTheBytesAreTold) {
 TEST(FileFormats, TheReadmeHasTheirTable) {
     EXPECT_NE(ContentOf(testing_locations::Sample("../README.md")).find(FormatTable()), std::string::npos)
         << FormatTable();
-    EXPECT_EQ(ReadFormats(), "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt");
-    EXPECT_EQ(WrittenFormats(), "csv, sav, zsav or dta");
+    EXPECT_EQ(ReadFormats(), "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable");
+    EXPECT_EQ(WrittenFormats(), "csv, sav, zsav, dta or qtable");
 }
 
 TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {
