@@ -32,6 +32,21 @@ std::optional<std::int64_t> Digits(std::string_view text) {
     return number;
 }
 
+unsigned LastDayOf(unsigned year, unsigned month) {
+    constexpr std::array<unsigned, 12> days = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+    return days[month - 1] + (month == 2 && isLeap ? 1 : 0);
+}
+
+/// Days since 1970-01-01. Years are taken to begin with March, so that the day put in comes last.
+int DaysOf(unsigned year, unsigned month, unsigned day) {
+    constexpr int daysBefore1970 = 719468;  // from the 1st of March of the year 0
+    const int years = static_cast<int>(year) - (month <= 2 ? 1 : 0);
+    const int months = static_cast<int>(month) + (month <= 2 ? 9 : -3);
+    const int leapDays = years < 0 ? -1 : years / 4 - years / 100 + years / 400;
+    return 365 * years + leapDays + (153 * months + 2) / 5 + static_cast<int>(day) - 1 - daysBefore1970;
+}
+
 template <class... Numbers>
 std::string Formatted(const char* format, Numbers... numbers) {
     std::array<char, 64> text;
@@ -45,18 +60,19 @@ std::optional<double> DaysFromText(std::string_view text) {
     if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
         return std::nullopt;
     }
-    const auto yearNumber = Digits(text.substr(0, 4));
-    const auto month = Digits(text.substr(5, 2));
-    const auto day = Digits(text.substr(8, 2));
-    if (!yearNumber || !month || !day) {
+    bool areDigits = true;
+    const auto digit = [&](std::size_t place) {
+        const unsigned number = static_cast<unsigned char>(text[place]) - unsigned{'0'};
+        areDigits = areDigits && number <= 9;
+        return number;
+    };
+    const unsigned yearNumber = 1000 * digit(0) + 100 * digit(1) + 10 * digit(2) + digit(3);
+    const unsigned month = 10 * digit(5) + digit(6);
+    const unsigned day = 10 * digit(8) + digit(9);
+    if (!areDigits || month - 1 >= 12 || day == 0 || day > LastDayOf(yearNumber, month)) {
         return std::nullopt;
     }
-    const year_month_day date{year(static_cast<int>(*yearNumber)), std::chrono::month(static_cast<unsigned>(*month)),
-                              std::chrono::day(static_cast<unsigned>(*day))};
-    if (!date.ok()) {
-        return std::nullopt;
-    }
-    return static_cast<double>(sys_days{date}.time_since_epoch().count());
+    return DaysOf(yearNumber, month, day);
 }
 
 std::optional<double> SecondsFromText(std::string_view text) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <limits>
 #include <numeric>
 #include <span>
@@ -37,34 +38,53 @@ class SortedTexts {
     [[nodiscard]] std::span<const std::uint32_t> PlacesOf(std::size_t worker) const { return Places[worker]; }
 
   private:
+    /// A text and which one of which worker it is; its first bytes decide most comparisons.
     struct Entry {
-        std::string Text;
-        std::size_t Worker;
-        std::size_t Number;
+        std::uint64_t Prefix;
+        std::string_view Text;
+        std::uint32_t Worker;
+        std::uint32_t Number;
+
+        friend bool operator<(const Entry& left, const Entry& right) {
+            return left.Prefix != right.Prefix ? left.Prefix < right.Prefix : left.Text < right.Text;
+        }
     };
     struct Origin {
         std::size_t Worker;
         std::size_t Number;
     };
 
-    void Add(std::string_view field, const FieldRules& rules, Origin origin) {
-        if (!rules.IsMissing(field)) {
-            Entries.push_back({rules.TextOf(field), origin.Worker, origin.Number});
+    static std::uint64_t PrefixOf(std::string_view text) {
+        std::uint64_t prefix = 0;
+        for (std::size_t i = 0; i < sizeof(prefix); ++i) {
+            prefix = prefix << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
         }
+        return prefix;
+    }
+
+    void Add(std::string_view field, const FieldRules& rules, Origin origin) {
+        if (rules.IsMissing(field)) {
+            return;
+        }
+        const std::string_view text = rules.StandsAsItIs(field) ? field : Made.emplace_back(rules.TextOf(field));
+        Entries.push_back({PrefixOf(text), text, static_cast<std::uint32_t>(origin.Worker),
+                           static_cast<std::uint32_t>(origin.Number)});
     }
 
     void Sort() {
-        std::ranges::sort(Entries, {}, &Entry::Text);
-        for (Entry& entry : Entries) {
+        std::sort(Entries.begin(), Entries.end());
+        for (const Entry& entry : Entries) {
             if (Sorted.empty() || Sorted.back() != entry.Text) {
-                Sorted.push_back(std::move(entry.Text));
+                Sorted.emplace_back(entry.Text);
             }
             Places[entry.Worker][entry.Number] = static_cast<std::uint32_t>(Sorted.size());
         }
         Entries = {};
+        Made = {};
     }
 
     std::vector<Entry> Entries;
+    std::deque<std::string> Made;  // texts that stand otherwise in their fields
     std::vector<std::string> Sorted;
     std::vector<std::vector<std::uint32_t>> Places;
 };

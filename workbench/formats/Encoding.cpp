@@ -65,10 +65,16 @@ std::size_t LengthOfCharacter(std::string_view text) {
 /// How many ASCII characters a text begins with.
 std::size_t AsciiBytesBefore(std::string_view text) {
     constexpr std::uint64_t highBits = 0x8080808080808080;
+    constexpr std::size_t wordsOfBlock = 8;
+    std::array<std::uint64_t, wordsOfBlock> block{};
     std::size_t place = 0;
-    for (std::uint64_t word = 0; place + sizeof(word) <= text.size(); place += sizeof(word)) {
-        std::memcpy(&word, &text[place], sizeof(word));
-        if ((word & highBits) != 0) {
+    for (; place + sizeof(block) <= text.size(); place += sizeof(block)) {
+        std::memcpy(block.data(), &text[place], sizeof(block));
+        std::uint64_t bits = 0;
+        for (const std::uint64_t word : block) {
+            bits |= word;
+        }
+        if ((bits & highBits) != 0) {
             break;
         }
     }

@@ -31,10 +31,14 @@ std::string FieldRules::TextOf(std::string_view field) const {
     return WithoutKeyMarks(FieldsAreWindows1252 ? TextOfWindows1252(field) : std::string(field));
 }
 
+bool FieldRules::StandsAsItIs(std::string_view field) const {
+    return (!FieldsAreWindows1252 || IsAscii(field)) && field.find(KeyMark) == std::string::npos;
+}
+
 bool FieldRules::IsMissing(std::string_view field) const {
-    const bool standsAsItIs = (!FieldsAreWindows1252 || IsAscii(field)) && field.find(KeyMark) == std::string::npos;
-    return field.empty() || (standsAsItIs ? std::ranges::find(MissingTexts, field) != MissingTexts.end()
-                                          : std::ranges::find(MissingTexts, TextOf(field)) != MissingTexts.end());
+    return field.empty() ||
+           (StandsAsItIs(field) ? std::ranges::find(MissingTexts, field) != MissingTexts.end()
+                                : std::ranges::find(MissingTexts, TextOf(field)) != MissingTexts.end());
 }
 
 }  // namespace quillara

@@ -20,6 +20,8 @@ class FieldRules {
 
     /// A field in UTF-8 without marks of keys.
     [[nodiscard]] std::string TextOf(std::string_view field) const;
+    /// Whether a field is that text already.
+    [[nodiscard]] bool StandsAsItIs(std::string_view field) const;
     [[nodiscard]] bool IsMissing(std::string_view field) const;
     /// Whether a field that stands for missing data may be a number or date.
     [[nodiscard]] bool ValuesMayBeMissing() const { return MissingTextsMayBeValues; }

@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 
 namespace quillara {
 namespace {
 
 constexpr std::size_t FirstNumberSlots = 64;
+
+/// The whole numbers that are found without a search where there is room for it.
+constexpr int LeastSmallWhole = -32768;
+constexpr int SmallWholes = 65536;
 
 /// Where nearly every number is a new one, most further ones are too.
 constexpr std::size_t EnoughToJudgeBy = 8192;
@@ -21,6 +26,29 @@ bool HasSameBits(double number, double other) {
 }
 
 }  // namespace
+
+// Days and other whole numbers are found by themselves, which is some times quicker.
+inline std::size_t NumberCodes::CodeOf(double number) {
+    if (!(number > LeastSmallWhole - 1 && number < LeastSmallWhole + SmallWholes)) {
+        return SearchedCode(number);
+    }
+    const auto whole = static_cast<int>(number);
+    if (!HasSameBits(number, whole)) {
+        return SearchedCode(number);
+    }
+    if (OfSmallWhole.empty()) {
+        OfSmallWhole.resize(Most == MostCodes ? SmallWholes : 1);
+    }
+    const auto place = OfSmallWhole.size() == 1 ? 0 : static_cast<std::size_t>(whole - LeastSmallWhole);
+    std::uint16_t& known = OfSmallWhole[place];
+    if (known != 0) {
+        return known - 1U;
+    }
+    const std::size_t code = SearchedCode(number);
+    const bool isKept = OfSmallWhole.size() > 1 && code < std::numeric_limits<std::uint16_t>::max() && code != Most;
+    known = isKept ? static_cast<std::uint16_t>(code + 1) : std::uint16_t{0};
+    return code;
+}
 
 bool NumberCodes::Encode(std::span<const double> numbers, std::vector<std::uint16_t>& codes) {
     if (HasGivenUp) {
@@ -42,7 +70,7 @@ bool NumberCodes::Encode(std::span<const double> numbers, std::vector<std::uint1
     return true;
 }
 
-std::size_t NumberCodes::CodeOf(double number) {
+std::size_t NumberCodes::SearchedCode(double number) {
     if (2 * Known.size() >= Slots.size()) {
         Grow();
     }
@@ -76,6 +104,7 @@ void NumberCodes::Grow() {
 void NumberCodes::GiveUp() {
     HasGivenUp = true;
     Slots = {};
+    OfSmallWhole = {};
 }
 
 }  // namespace quillara

@@ -24,6 +24,7 @@ class NumberCodes {
   private:
     /// The code of a number; Most: it's one too many.
     std::size_t CodeOf(double number);
+    std::size_t SearchedCode(double number);
     void Grow();
     void GiveUp();
 
@@ -32,6 +33,7 @@ class NumberCodes {
     std::size_t Seen = 0;
     std::vector<std::uint32_t>
         Slots;  // 0: free; else 1 more than a code; as many as a power of two, at most half taken
+    std::vector<std::uint16_t> OfSmallWhole;  // 1 more than the code of a whole number, 0: look among the slots
     std::vector<double> Known;
 };
 

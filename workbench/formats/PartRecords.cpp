@@ -13,16 +13,10 @@ constexpr std::size_t MostBehindGuess = 8 << 20;
 
 /// Throws when a text is not what it is taken for.
 void CheckText(std::string_view text, bool isUtf8) {
-    unsigned char bits = 0;
-    bool hasNull = false;
-    for (const char byte : text) {
-        bits |= static_cast<unsigned char>(byte);
-        hasNull |= byte == '\0';
-    }
-    if (hasNull) {
+    if (text.find('\0') != std::string_view::npos) {
         throw UnexpectedBytes(UnexpectedBytes::Kind::Null);
     }
-    if (isUtf8 && bits >= 0x80 && !IsUtf8(text)) {
+    if (isUtf8 && !IsUtf8(text)) {
         throw UnexpectedBytes(UnexpectedBytes::Kind::NotUtf8);
     }
 }

@@ -50,14 +50,36 @@ Agreement AgreementOf(std::string_view text, char separator) {
 RecordScanner::RecordScanner(std::string_view text, RecordRules rules)
     : Text(text), Rules(rules), Ends(text, EndsOfFields(rules)) {}
 
+inline std::string_view RecordScanner::ReadUnquoted() {
+    const std::size_t begin = std::exchange(Place, Ends.EndFrom(Place));
+    return Text.substr(begin, Place - begin);
+}
+
+inline bool RecordScanner::PassRecordEnd() {
+    if (Place == Text.size()) {
+        return true;
+    }
+    const char character = Text[Place++];
+    if (character == Rules.Separator) {
+        return false;
+    }
+    const bool isPair = character == '\r' && Place < Text.size() && Text[Place] == '\n';
+    Place += isPair ? 1 : 0;
+    return true;
+}
+
 bool RecordScanner::Next(std::vector<std::string_view>& fields) {
     fields.clear();
     if (Place >= Text.size()) {
         return false;
     }
     RecordBegin = Place;
+    const bool quotesOnlyAtBegin = !Rules.BlanksBeforeQuotes;
     do {
-        fields.push_back(ReadField());
+        const bool isPlain = quotesOnlyAtBegin && Place < Text.size() && Text[Place] != Quote;
+        const std::string_view field = isPlain ? ReadUnquoted() : ReadField();
+        const bool hasBlanks = !field.empty() && (IsBlank(field.front()) || IsBlank(field.back()));
+        fields.push_back(hasBlanks ? WithoutBlanks(field) : field);
     } while (!PassRecordEnd());
     RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[RecordBegin] != Quote;
     return true;
@@ -75,12 +97,7 @@ std::string_view RecordScanner::ReadField() {
         Place = next < Text.size() && Text[next] == Quote ? next : Place;
     }
     const bool isQuoted = Place < Text.size() && Text[Place] == Quote;
-    return WithoutBlanks(isQuoted ? ReadQuoted() : ReadUnquoted());
-}
-
-std::string_view RecordScanner::ReadUnquoted() {
-    const std::size_t begin = std::exchange(Place, Ends.EndFrom(Place));
-    return Text.substr(begin, Place - begin);
+    return isQuoted ? ReadQuoted() : ReadUnquoted();
 }
 
 std::string_view RecordScanner::ReadToQuote() {
@@ -107,23 +124,7 @@ std::string_view RecordScanner::ReadQuoted() {
     return field;
 }
 
-bool RecordScanner::PassRecordEnd() {
-    if (Place == Text.size()) {
-        return true;
-    }
-    const char character = Text[Place++];
-    if (character == Rules.Separator) {
-        return false;
-    }
-    const bool isPair = character == '\r' && Place < Text.size() && Text[Place] == '\n';
-    Place += isPair ? 1 : 0;
-    return true;
-}
-
 std::string_view WithoutBlanks(std::string_view text) {
-    if (text.empty() || (!IsBlank(text.front()) && !IsBlank(text.back()))) {
-        return text;
-    }
     const std::size_t begin = text.find_first_not_of(Blanks);
     if (begin == std::string_view::npos) {
         return {};

@@ -22,13 +22,31 @@ std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word) {
     return hash ^ (hash >> 32);
 }
 
-/// The last bytes of a text with `length` of them, at most 8; words may overlap.
+/// The last bytes of a text with `length` of them, at most 8; words may overlap. Different bytes of one length give
+/// different numbers.
 std::uint64_t EndOf(const char* bytes, std::size_t length) {
     if (length >= 4) {
         return WordAt<std::uint32_t>(bytes) << 32 | WordAt<std::uint32_t>(bytes + length - 4);
     }
     const auto at = [&](std::size_t place) { return std::uint64_t{static_cast<unsigned char>(bytes[place])}; };
     return length == 0 ? 0 : at(0) << 16 | at(length / 2) << 8 | at(length - 1);
+}
+
+/// Whether 9 to 16 bytes are the same.
+bool HaveSameEnds(const char* bytes, const char* others, std::size_t length) {
+    return WordAt<std::uint64_t>(bytes) == WordAt<std::uint64_t>(others) &&
+           WordAt<std::uint64_t>(bytes + length - 8) == WordAt<std::uint64_t>(others + length - 8);
+}
+
+/// Most texts are short: a call to compare them would take longer than the comparison.
+bool IsSameText(std::string_view text, std::string_view other) {
+    if (text.size() != other.size()) {
+        return false;
+    }
+    if (text.size() <= 8) {
+        return EndOf(text.data(), text.size()) == EndOf(other.data(), other.size());
+    }
+    return text.size() <= 16 ? HaveSameEnds(text.data(), other.data(), text.size()) : text == other;
 }
 
 std::uint32_t HashOf(std::string_view text) {
@@ -52,7 +70,7 @@ std::uint32_t TextCodes::CodeOf(std::string_view text) {
     const std::size_t mask = Slots.size() - 1;
     for (std::size_t place = hash & mask; Slots[place].Number != 0; place = (place + 1) & mask) {
         const Slot& slot = Slots[place];
-        if (slot.Hash == hash && Known[slot.Number - 1] == text) {
+        if (slot.Hash == hash && IsSameText(Known[slot.Number - 1], text)) {
             return slot.Number - 1;
         }
     }
