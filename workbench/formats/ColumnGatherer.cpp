@@ -49,11 +49,10 @@ bool ColumnGatherer::TakeNumber(std::string_view field, std::size_t place) {
 bool ColumnGatherer::TakeDate(std::string_view field) {
     double value = NoValue;
     if (!field.empty() && !(Rules->ValuesMayBeMissing() && Rules->IsMissing(field))) {
-        const std::optional<double> days = DaysFromText(field);
-        if (!days && !Rules->IsMissing(field)) {
+        value = DaysOrNaN(field);
+        if (std::isnan(value) && !Rules->IsMissing(field)) {
             return false;
         }
-        value = days.value_or(NoValue);
     }
     Values.push_back(value);
     return true;

@@ -114,14 +114,14 @@ std::string_view RecordScanner::ReadQuoted() {
     if (Place == Text.size() || Ends.EndFrom(Place) == Place) {
         return first;
     }
-    std::string& field = Joined.emplace_back(first);
+    Joined = first;
     while (Place < Text.size() && Text[Place] == Quote) {
         ++Place;
-        field += Quote;
-        field += ReadToQuote();
+        Joined += Quote;
+        Joined += ReadToQuote();
     }
-    field += ReadUnquoted();
-    return field;
+    Joined += ReadUnquoted();
+    return Kept.Keep(Joined);
 }
 
 std::string_view WithoutBlanks(std::string_view text) {

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "workbench/formats/KeptTexts.h"
 #include "workbench/formats/RecordEnds.h"
 
 namespace quillara {
@@ -65,7 +65,8 @@ class RecordScanner {
     std::size_t LineCountedAt = 0;
     bool RecordIsEmpty = false;
     bool QuoteIsOpen = false;
-    std::deque<std::string> Joined;  // fields that stand nowhere in the text as one piece
+    std::string Joined;  // a field that stands nowhere in the text as one piece
+    KeptTexts Kept;  // such fields
 };
 
 /// A text without the spaces and tabs around it.

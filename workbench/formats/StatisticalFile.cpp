@@ -164,7 +164,7 @@ int CollectValue(int row, readstat_variable_t* variable, readstat_value_t value,
         content.Cases = std::max<std::int64_t>(content.Cases, std::int64_t{row} + 1);
         StatisticalColumn& column = content.Columns.at(static_cast<std::size_t>(readstat_variable_get_index(variable)));
         if (column.IsText) {
-            column.Texts.emplace_back(TextFrom(readstat_string_value(value)));
+            AppendText(column, TextFrom(readstat_string_value(value)));
         } else {
             column.Numbers.push_back(NumberFrom(value));
         }
@@ -206,7 +206,7 @@ std::string ReasonOf(readstat_error_t error) {
 bool IsWhole(const StatisticalContent& content) {
     const bool hasAllCases = !content.DeclaredCases || *content.DeclaredCases == content.Cases;
     return hasAllCases && std::ranges::all_of(content.Columns, [&](const StatisticalColumn& column) {
-               return column.Numbers.size() + column.Texts.size() == static_cast<std::size_t>(content.Cases);
+               return column.Numbers.size() + column.Texts.Size() == static_cast<std::size_t>(content.Cases);
            });
 }
 

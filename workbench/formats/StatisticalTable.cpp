@@ -65,13 +65,7 @@ void FillNumbers(Variable& variable, StatisticalColumn& column, const LabelSet& 
 }
 
 void FillTexts(Variable& variable, StatisticalColumn& column, const LabelSet& labelSet) {
-    for (std::optional<std::string>& text : column.Texts) {
-        if (text && (text->empty() || IsWithinAny(column.MissingTexts, *text))) {
-            text.reset();
-        }
-    }
-    variable.Kind = ValueKind::Text;
-    EncodeTexts(variable, column.Texts);
+    column.Texts.Finish(variable);
     for (std::size_t i = 0; i < variable.Texts.size(); ++i) {
         const auto label = labelSet.OfTexts.find(variable.Texts[i]);
         if (label != labelSet.OfTexts.end()) {
@@ -81,6 +75,14 @@ void FillTexts(Variable& variable, StatisticalColumn& column, const LabelSet& la
 }
 
 }  // namespace
+
+void AppendText(StatisticalColumn& column, const std::string& text) {
+    if (text.empty() || IsWithinAny(column.MissingTexts, text)) {
+        column.Texts.AppendMissing();
+    } else {
+        column.Texts.Append(text);
+    }
+}
 
 DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor) {
     CheckSize(content.Columns.size(), static_cast<std::size_t>(content.Cases));

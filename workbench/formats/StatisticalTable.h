@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/TextColumnBuilder.h"
 #include "workbench/formats/WorkMonitor.h"
 
 namespace quillara {
@@ -29,8 +30,11 @@ struct StatisticalColumn {
     std::vector<std::pair<double, double>> MissingNumbers;  ///< ranges, both ends included
     std::vector<std::pair<std::string, std::string>> MissingTexts;  ///< as above, in byte order
     std::vector<double> Numbers;  ///< IsText false: one per case; NaN: missing
-    std::vector<std::optional<std::string>> Texts;  ///< IsText true: one per case
+    TextColumnBuilder Texts;  ///< IsText true: one per case, missing data among them
 };
+
+/// Puts the text of the next case to the others, as missing data where it is empty or within a missing range.
+void AppendText(StatisticalColumn& column, const std::string& text);
 
 /// The content of a statistical file, as it is gathered from the file's reader.
 struct StatisticalContent {

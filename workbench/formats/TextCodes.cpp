@@ -7,8 +7,6 @@ namespace quillara {
 namespace {
 
 constexpr std::size_t FirstTextSlots = 64;
-constexpr std::size_t FirstBlock = 256;
-constexpr std::size_t LargestBlock = 1 << 20;
 
 template <typename Word>
 std::uint64_t WordAt(const char* bytes) {
@@ -46,7 +44,12 @@ bool IsSameText(std::string_view text, std::string_view other) {
     if (text.size() <= 8) {
         return EndOf(text.data(), text.size()) == EndOf(other.data(), other.size());
     }
-    return text.size() <= 16 ? HaveSameEnds(text.data(), other.data(), text.size()) : text == other;
+    if (text.size() > 32) {
+        return text == other;
+    }
+    const std::size_t half = text.size() > 16 ? 16 : text.size();
+    return HaveSameEnds(text.data(), other.data(), half) &&
+           (half == text.size() || HaveSameEnds(text.data() + text.size() - 16, other.data() + text.size() - 16, 16));
 }
 
 std::uint32_t HashOf(std::string_view text) {
@@ -81,7 +84,7 @@ std::uint32_t TextCodes::Add(std::string_view text, std::uint32_t hash) {
     if (2 * Known.size() >= Slots.size()) {
         Grow();
     }
-    Known.push_back(Kept(text));
+    Known.push_back(Bytes.Keep(text));
     const auto number = static_cast<std::uint32_t>(Known.size());
     const std::size_t mask = Slots.size() - 1;
     std::size_t place = hash & mask;
@@ -105,19 +108,6 @@ void TextCodes::Grow() {
         }
     }
     Slots = std::move(grown);
-}
-
-std::string_view TextCodes::Kept(std::string_view text) {
-    if (text.size() > RoomInBlock || Blocks.empty()) {
-        const std::size_t wanted = std::min(LargestBlock, FirstBlock << std::min<std::size_t>(Blocks.size(), 12));
-        RoomInBlock = std::max(text.size(), wanted);
-        Blocks.push_back(std::make_unique<char[]>(RoomInBlock));
-        BlockEnd = Blocks.back().get() + RoomInBlock;
-    }
-    char* place = BlockEnd - RoomInBlock;
-    std::ranges::copy(text, place);
-    RoomInBlock -= text.size();
-    return {place, text.size()};
 }
 
 }  // namespace quillara

@@ -2,9 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
+
+#include "workbench/formats/KeptTexts.h"
 
 namespace quillara {
 
@@ -24,13 +25,10 @@ class TextCodes {
 
     std::uint32_t Add(std::string_view text, std::uint32_t hash);
     void Grow();
-    [[nodiscard]] std::string_view Kept(std::string_view text);
 
     std::vector<Slot> Slots;  // as many as a power of two, at most half of them taken
     std::vector<std::string_view> Known;
-    std::vector<std::unique_ptr<char[]>> Blocks;  // what Known refers to
-    char* BlockEnd = nullptr;
-    std::size_t RoomInBlock = 0;
+    KeptTexts Bytes;  // what Known refers to
 };
 
 }  // namespace quillara
