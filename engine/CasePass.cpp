@@ -132,7 +132,7 @@ void CasePass::DivideWork() {
 
 /// Several variables go together through the cases, but no fewer groups than threads have something to do.
 void CasePass::DivideMoments(PassSide side, std::size_t first, std::size_t count) {
-    constexpr std::size_t smallest = MomentLaneLimit / 2;
+    constexpr std::size_t smallest = 4;  // fewer take as long together
     const std::size_t needed = (count + MomentLaneLimit - 1) / MomentLaneLimit;
     const std::size_t groups = std::max(needed, std::min(ThreadCount, count / smallest));
     for (std::size_t group = 0; group < groups; ++group) {
