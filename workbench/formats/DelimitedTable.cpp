@@ -1,5 +1,7 @@
 #include "workbench/formats/DelimitedTable.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -156,6 +158,8 @@ class TableReading {
         Crew.Do(names.size(), gathering.Cases(), [&](std::size_t variable, std::size_t /*worker*/) {
             table.Variables[variable].Name = std::move(names[variable]);
             Assemble(std::move(gathering.Columns()[variable]), Rules, table.Variables[variable]);
+            // What was gathered lies in many small pieces: the allocator would keep them for others of their kind.
+            malloc_trim(0);
         });
         Monitor.Finish();
         return table;
