@@ -6,6 +6,9 @@
 #include <functional>
 #include <limits>
 
+#include "engine/MomentKernel.h"
+#include "engine/OrderedSums.h"
+
 using namespace drilldown;
 
 namespace {
@@ -123,10 +126,25 @@ void IntervalTally::Add(const TallyColumn& column, const WeightedRows& rows) con
 }
 
 void IntervalTally::CountPlaces(const IntervalPlaces& places, const WeightedRows& rows) const {
+    if (rows.Weights != nullptr && Intervals < OrderedSumsLimit && HasRegisters(MomentRegisters::Widest)) {
+        CountInRegisters(places, rows);
+        return;
+    }
     for (std::size_t i = 0; i < rows.Count; ++i) {
         if (places[i] < Intervals) {
             *Counts[places[i]] += rows.WeightAt(i);
         }
+    }
+}
+
+void IntervalTally::CountInRegisters(const IntervalPlaces& places, const WeightedRows& rows) const {
+    std::array<double, OrderedSumsLimit> sums{};
+    for (std::size_t place = 0; place < Intervals; ++place) {
+        sums[place] = *Counts[place];
+    }
+    AddInOrder(sums.data(), places.data(), rows.Weights, rows.Count);
+    for (std::size_t place = 0; place < Intervals; ++place) {
+        *Counts[place] = sums[place];
     }
 }
 

@@ -31,6 +31,7 @@ class IntervalTally {
   private:
     [[nodiscard]] std::size_t CollectBounds(const Drill* record) const;
     void CountPlaces(const IntervalPlaces& places, const WeightedRows& rows) const;
+    void CountInRegisters(const IntervalPlaces& places, const WeightedRows& rows) const;
     void FindPlaces(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places) const;
     template <typename Below>
     void FindPlacesBelow(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places,
