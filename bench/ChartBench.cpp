@@ -11,7 +11,7 @@ namespace {
 /// Runs a command on an analysis under one step, with six variables of each kind drilled on and reviewed.
 template <typename Command>
 void BesideThePass(benchmark::State& state, Command command) {
-    BenchAnalysis bench({1, false, true});
+    BenchAnalysis bench({1});
     CDrillDown& analysis = bench.Analysis();
     analysis.SetRVVariable(nullptr, 1, 0, analysis.Table.Variables);
     bench.Answer({2}, {CategoricalVariables + 1});

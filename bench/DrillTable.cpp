@@ -18,6 +18,7 @@ namespace {
 
 constexpr int CaseCount = 1'000'000;
 constexpr double MissingShare = 0.03;
+constexpr double MissingValue = -9999.0;  // drawn values are positive
 constexpr std::size_t WeightColumn = CategoricalVariables + ContinuousVariables;
 
 template <typename Draw>
@@ -27,9 +28,9 @@ FloorColumn Drawn(std::mt19937_64& random, Draw draw) {
     column.Values.resize(CaseCount);
     for (double& value : column.Values) {
         const double drawn = draw(random);
-        value = share(random) < MissingShare ? std::numeric_limits<double>::quiet_NaN() : drawn;
+        value = share(random) < MissingShare ? MissingValue : drawn;
     }
-    column.Missing = quillara::EncodeMissing(column.Values);
+    column.Missing = MissingValue;
     return column;
 }
 
@@ -90,6 +91,14 @@ DataTable MakeTable() {
     return table;
 }
 
+/// A host without threads does all with one.
+template <typename Host>
+void SetThreads(Host& host, int threads) {
+    if constexpr (requires { host.SetThreads(threads); }) {
+        host.SetThreads(threads);
+    }
+}
+
 }  // namespace
 
 const FloorColumns& BenchColumns() {
@@ -102,15 +111,18 @@ const DataTable& BenchTable() {
     return table;
 }
 
-BenchAnalysis::BenchAnalysis(const BenchCase& setting) : Document(BenchTable()) {
-    Document.OfferCaseBlocks(setting.Blocks);
+BenchAnalysis::BenchAnalysis(const BenchCase& setting)
+    : BenchAnalysis(BenchTable(), CategoricalVariables, ContinuousVariables, setting) {}
+
+BenchAnalysis::BenchAnalysis(const DataTable& table, short categorical, short continuous, const BenchCase& setting)
+    : Document(table), First(static_cast<std::size_t>(categorical)), Second(static_cast<std::size_t>(continuous)) {
+    Document.OfferCaseBlocks(setting.Services);
+    SetThreads(Document, setting.Threads);
     if (setting.Weighted) {
         Document.SetWeight(WeightColumn);
     }
-    First.resize(CategoricalVariables);
     std::iota(First.begin(), First.end(), short{1});
-    Second.resize(ContinuousVariables);
-    std::iota(Second.begin(), Second.end(), static_cast<short>(CategoricalVariables + 1));
+    std::iota(Second.begin(), Second.end(), static_cast<short>(categorical + 1));
     Document.Services.WorkIn = [this](quillara::Window& window) {
         quillara::ChooseVariables(window, First, Second);
         return true;
@@ -131,6 +143,12 @@ void BenchAnalysis::Drill(std::int16_t var) {
     analysis.SetCurrentDown(var);
     analysis.SetSelected(0);
     analysis.MoveToDrillUps();
-    analysis.ReadAfterDrill(0);
-    analysis.SetAllIsset(0);
+    ReadBoth();
+}
+
+void BenchAnalysis::DrillUp(std::int16_t stepsAgo) {
+    CDrillDown& analysis = Analysis();
+    analysis.SetCurrentUpItem(stepsAgo);
+    analysis.MoveBackToDrillDowns();
+    ReadBoth();
 }

@@ -14,7 +14,8 @@
 struct BenchCase {
     int Steps = 0;  ///< drill steps in force, on the first categorical variables
     bool Weighted = false;  ///< a fractional weight is in force
-    bool Blocks = true;  ///< the host offers columns
+    bool Services = true;  ///< the host offers columns and what else makes passes quick
+    int Threads = 1;
 };
 
 /// Number of values of each categorical variable.
@@ -29,10 +30,13 @@ const FloorColumns& BenchColumns();
 /// run.
 const quillara::DataTable& BenchTable();
 
-/// An analysis of that table with all variables chosen and the steps of `setting` taken.
+/// An analysis with variables chosen and the steps of a setting taken.
 class BenchAnalysis {
   public:
+    /// Of the table above, with all variables.
     explicit BenchAnalysis(const BenchCase& setting);
+    /// Of a table whose first variables are so many categorical ones, then continuous ones.
+    BenchAnalysis(const quillara::DataTable& table, short categorical, short continuous, const BenchCase& setting);
 
     /// What the next dialogs of two lists of variables are answered with.
     void Answer(std::vector<short> first, std::vector<short> second) {
@@ -40,10 +44,19 @@ class BenchAnalysis {
         Second = std::move(second);
     }
     [[nodiscard]] CDrillDown& Analysis() { return static_cast<CDrillDown&>(Document.Analysis()); }
+    /// A step down on the most frequent category of a variable, and the recount before the next one.
+    void Drill(std::int16_t var);
+    /// Takes back the step that was taken so many steps ago.
+    void DrillUp(std::int16_t stepsAgo);
+    /// Lets nothing be known of the cases, neither which ones meet a condition nor how many there are in a category.
+    void Forget() { Document.SetSelection({}); }
+    /// Both passes of a step.
+    void ReadBoth() {
+        Analysis().ReadAfterDrill(0);
+        Analysis().ReadBeforeDrill(0);
+    }
 
   private:
-    void Drill(std::int16_t var);
-
     quillara::AnalysisDocument Document;
     std::vector<short> First;
     std::vector<short> Second;

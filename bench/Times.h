@@ -5,8 +5,6 @@
 #include <cstddef>
 #include <vector>
 
-#include <benchmark/benchmark.h>
-
 #include "bench/ProcessorTime.h"
 
 /// Which clock a run is measured by.
