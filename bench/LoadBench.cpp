@@ -11,7 +11,7 @@
 #include <random>
 #include <stdexcept>
 
-#include "bench/InTurns.h"
+#include "bench/Times.h"
 #include "bench/LoadFloor.h"
 #include "workbench/formats/DataFile.h"
 
