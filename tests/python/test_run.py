@@ -60,6 +60,8 @@ RUNS = [
     ("d = quillara.table({'a': ['x', 'y']}, 'one').drill('a')\nd.Frequencies.Close(); d.PieCharts", ["one: 9119.0"]),
     ("d = quillara.table({'a': ['x', 'y'], 'b': ['u', 'v']}, 'one').drill('a b')\nd.StandAloneResults = 1\nd.Frequencies\n"
      "d.down('a', 'x'); d.up('a'); d.Summary if 0 else d.down('b', 'u')",                  ["one: 9060.3"]),
+    ("d = quillara.table({'a': ['x', 'y'], 'b': ['u', 'v']}, 'one').drill('a b')\nd.StandAloneResults = 1\nd.PieCharts[0].Close()\n"
+     "d.StandAloneResults = 0\nd.down('a', 'x')\nd.StandAloneResults = 1\nd.Histograms", ["one: 9119.0 9061.1"]),
 ]
 
 

@@ -27,17 +27,15 @@ DocumentOrigin NextOrigin(CAnalysisDoc* document) {
 
 /// A press that runs and a recorder get the document in which a result stands in the end; those of an update aren't
 /// its own.
-void TellOfDocument(CAnalysisDoc* owner, const CountedPointer<ResultDocument>& document) {
-    const auto replaced = std::exchange(ResultsOf(owner).Replaced, {});
+void TellOfDocument(CAnalysisDoc* owner, ResultDocument& document) {
     if (owner->UpdateCounter != 0) {
         return;
     }
-    const CountedPointer<ResultDocument>& last = replaced ? replaced : document;
     if (PressRecord* press = DialogsOf(owner).Script.Press) {
-        press->Add(CountedPointer<IDispatch>::Share(last.Get()));
+        press->Add(CountedPointer<IDispatch>::Share(&document));
     }
     if (StepRecorder* recorder = SurroundingsOf(owner).Services.Recorder) {
-        recorder->RecordDocument(*last);
+        recorder->RecordDocument(document);
     }
 }
 
@@ -59,13 +57,14 @@ void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
     if (isTaken) {
         forAnalysis.Detach();
     }
-    TellOfDocument(analysis.GetDocument(), document);
-    if (isTaken) {
-        return;
+    const auto replaced = std::exchange(results.Replaced, {});
+    const auto standing = replaced ? replaced : document;
+    TellOfDocument(analysis.GetDocument(), *standing);
+    if (!isTaken) {
+        results.LastRouted = document;
     }
-    results.LastRouted = document;
-    if (around.Services.TakeDocument) {
-        around.Services.TakeDocument(*document);
+    if (const auto& tell = isTaken ? around.Services.HearStandAlone : around.Services.TakeDocument) {
+        tell(*standing);
     }
 }
 

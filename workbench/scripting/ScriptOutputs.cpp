@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
-#include "workbench/documents/OpenDocuments.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/TableInUse.h"
@@ -71,7 +70,11 @@ std::shared_ptr<ScriptOutputs> ScriptOutputs::Of(AnalysisDocument& analysis) {
     }
     auto outputs = std::make_shared<ScriptOutputs>(analysis);
     analysis.Services.Recorder = outputs.get();
-    analysis.Services.TakeDocument = [own = outputs.get()](ResultDocument& document) { own->Take(document); };
+    const auto taking = [own = outputs.get()](bool standsAlone) {
+        return [own, standsAlone](ResultDocument& document) { own->Take(document, standsAlone); };
+    };
+    analysis.Services.TakeDocument = taking(false);
+    analysis.Services.HearStandAlone = taking(true);
     outputs->Present();
     Kept()->push_back(outputs);
     return outputs;
@@ -81,7 +84,6 @@ std::vector<OutputCollection> ScriptOutputs::All() {
     std::vector<OutputCollection> all;
     for (const auto& outputs : Kept() ? *Kept() : std::vector<std::shared_ptr<ScriptOutputs>>()) {
         outputs->NameStep();
-        outputs->TakeWindows();
         std::ranges::transform(outputs->Runs, std::back_inserter(all), Finished);
     }
     return all;
@@ -89,9 +91,9 @@ std::vector<OutputCollection> ScriptOutputs::All() {
 
 void ScriptOutputs::End() {
     NameStep();
-    TakeWindows();
     Analysis->Services.Recorder = nullptr;
     Analysis->Services.TakeDocument = nullptr;
+    Analysis->Services.HearStandAlone = nullptr;
     Analysis = nullptr;
 }
 
@@ -128,11 +130,16 @@ void ScriptOutputs::NameStep() {
     }
 }
 
-void ScriptOutputs::Take(ResultDocument& document) {
+/// One that stands alone has had the content of an earlier step, or of another table.
+void ScriptOutputs::Take(ResultDocument& document, bool standsAlone) {
     NameStep();
+    for (Run& run : Runs) {
+        std::erase_if(run.Documents, [&](const KeptDocument& kept) { return kept.Document.Get() == &document; });
+    }
     Run& run = Present();
-    run.Documents.push_back({CountedPointer<ResultDocument>::Share(&document),
-                             static_cast<int>(run.Shown.StepTexts.size()), EarlierPairs(run, document)});
+    const auto step = static_cast<int>(run.Shown.StepTexts.size());
+    const int earlier = standsAlone ? 0 : EarlierPairs(run, document);
+    run.Documents.push_back({CountedPointer<ResultDocument>::Share(&document), step, earlier, standsAlone});
     NoteSettings(run);
 }
 
@@ -163,25 +170,17 @@ void ScriptOutputs::NoteSettings(Run& run) const {
                   [&now](const std::string& text) { return std::ranges::find(now, text) == now.end(); });
 }
 
-/// Documents in windows of their own have never gone the normal way; they show the present step.
-void ScriptOutputs::TakeWindows() {
-    if (Analysis == nullptr) {
-        return;
-    }
-    for (ResultDocument* document : Analysis->Documents().InWindows()) {
-        Run& run = Present();
-        const auto known = [document](const KeptDocument& kept) { return kept.Document.Get() == document; };
-        if (std::ranges::none_of(run.Documents, known)) {
-            Take(*document);
-        }
-    }
+/// One that stands alone and that a step has made no more has lost its window.
+bool ScriptOutputs::KeptDocument::IsOpen() const {
+    return !Document->IsClosed() && (!StandsAlone || Document->IsVisible());
 }
 
 OutputCollection ScriptOutputs::Finished(const Run& run) {
     OutputCollection shown = run.Shown;
     std::vector<KeptDocument> documents = run.Documents;
-    std::erase_if(documents, [](const KeptDocument& kept) { return kept.Document->IsClosed(); });
-    std::ranges::sort(documents, {}, [](const KeptDocument& kept) { return kept.Document->Number(); });
+    std::erase_if(documents, [](const KeptDocument& kept) { return !kept.IsOpen(); });
+    std::ranges::sort(documents, {},
+                      [](const KeptDocument& kept) { return std::pair(kept.Step, kept.Document->Number()); });
     for (const KeptDocument& kept : documents) {
         shown.Step = kept.Step;
         DocumentOrigin origin = kept.Document->Origin();

@@ -27,7 +27,7 @@ class ScriptOutputs final : public StepRecorder {
 
     explicit ScriptOutputs(AnalysisDocument& analysis) : Analysis(&analysis) {}
 
-    /// The analysis is about to close: what stands in windows stays.
+    /// The analysis is about to close: what it has left open stays.
     void End();
 
     void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
@@ -37,8 +37,10 @@ class ScriptOutputs final : public StepRecorder {
   private:
     struct KeptDocument {
         CountedPointer<ResultDocument> Document;
-        int Step;
+        int Step;  ///< of its content
         int EarlierPairs;  ///< of 3D histograms: documents of the step that other presses of the button have made
+        bool StandsAlone;
+        [[nodiscard]] bool IsOpen() const;
     };
 
     /// What is made of one table.
@@ -50,11 +52,10 @@ class ScriptOutputs final : public StepRecorder {
     };
 
     Run& Present();
-    void Take(ResultDocument& document);
+    void Take(ResultDocument& document, bool standsAlone);
     [[nodiscard]] static int EarlierPairs(const Run& run, const ResultDocument& document);
     void NoteSettings(Run& run) const;
     void NameStep();
-    void TakeWindows();
     [[nodiscard]] static OutputCollection Finished(const Run& run);
 
     AnalysisDocument* Analysis;  // null once it has closed
