@@ -40,8 +40,8 @@ struct AnalysisServices {
     /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the
     /// midst of its result: this may not call back into it.
     std::function<void(ResultDocument&)> TakeDocument;
-    /// Hears of a document that the analysis keeps to itself, standing alone, whenever its content is new; with the same
-    /// restriction. It may be gone again when the command has ended.
+    /// Hears of a document that the analysis keeps to itself, standing alone, whenever its content is new; with the
+    /// same restriction. It may be gone again when the command has ended.
     std::function<void(ResultDocument&)> HearStandAlone;
     /// Lets the user pick a bar of a brushing graph: a script marks the picked region and the option, and gives true;
     /// false: the user has left, which is also what happens without this service.
