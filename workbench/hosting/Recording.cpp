@@ -1,6 +1,9 @@
 // What dialogs tell a recorder of steps.
 
 #include <memory>
+#include <new>
+#include <optional>
+#include <string>
 
 #include "host/AnalysisDialog.h"
 #include "host/ControlTable.h"
@@ -49,8 +52,12 @@ void CAnalysisDialog::SetControlTable(const ControlRow* table) {
 }
 
 COleAConstant* CAnalysisDialog::RecordControlValue(int id) {
-    const std::optional<std::string> value = quillara::RecordedValueOf(*this, id);
-    return value ? new COleAConstant(*value) : nullptr;
+    try {
+        const std::optional<std::string> value = quillara::RecordedValueOf(*this, id);
+        return value ? new COleAConstant(*value) : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;  // a line of a recording isn't worth a step
+    }
 }
 
 void CAnalysisDialog::EarlyRecordState(int id) {

@@ -149,6 +149,7 @@ void SessionRecorder::WriteVariables() {
     Pending.Settle(Page());
     if (Now.Control == DrillVariablesButton) {
         ChangeMode(HaveCommon(lists));
+        Pending.Read();  // a choice reads the values of its variables
     }
 }
 
@@ -192,6 +193,7 @@ void SessionRecorder::TakeNewData() {
     }
     Pending.SetVariable("");
     Pending.Settle(Page());
+    Pending.Unsettle();
 }
 
 void SessionRecorder::WriteBox() {
@@ -302,6 +304,7 @@ void SessionRecorder::EndVerbatim() {
     }
     if (Now.Control == DrillVariablesButton && IsConfirmed(VariableListsDialogId)) {
         ChangeMode(HaveCommon(DialogsOf(DialogHost::DocumentOf(*Dialog)).Chosen.Of(DrillVariablesButton)));
+        Pending.Read();
     } else if (Now.Control == OpenDataButton && IsConfirmed(OpenDataDialogId)) {
         ChangeMode(false);
         TakeNewData();
@@ -320,7 +323,6 @@ void SessionRecorder::ChangeMode(bool hasDoubles) {
     IsVerbatim = hasDoubles;
     Pending.SetVariable(variable);
     Pending.Settle(Page());
-    Pending.Unsettle();
 }
 
 }  // namespace quillara
