@@ -11,8 +11,8 @@
 #include <random>
 #include <stdexcept>
 
-#include "bench/Times.h"
 #include "bench/LoadFloor.h"
+#include "bench/Times.h"
 #include "workbench/formats/DataFile.h"
 
 namespace {
