@@ -68,7 +68,8 @@ class Session : public StepRecorder {
         Analysis.Services.Trace = [this](std::string_view call) { Log += "  " + std::string(call) + '\n'; };
         Analysis.Services.WorkIn = [this](Window& window) { return WorkIn(window); };
         Analysis.Services.Brush = [this](BrushingRun& run) { return PickBar(run); };
-        Analysis.Services.TakeDocument = [this](ResultDocument& document) { Take(document); };
+        Analysis.Services.TakeDocument = [this](ResultDocument& document) { Take(document, false); };
+        Analysis.Services.HearStandAlone = [this](ResultDocument& document) { Take(document, true); };
         Analysis.Adopt(Library.NewAnalysis());
         EXPECT_TRUE(Analysis.RunSequence());
         Present();
@@ -85,13 +86,13 @@ class Session : public StepRecorder {
 
     /// What has been made and is left open, as programs read it.
     std::string Documents() {
-        for (ResultDocument* document : Analysis.Documents().InWindows()) {
-            Take(*document);
-        }
         std::vector<OutputCollection> all;
         for (TableRun& run : Runs) {
-            std::erase_if(run.Taken, [](const Kept& kept) { return kept.Document->IsClosed(); });
-            std::ranges::sort(run.Taken, {}, [](const Kept& kept) { return kept.Document->Number(); });
+            std::erase_if(run.Taken, [](const Kept& kept) {
+                return kept.Document->IsClosed() || (kept.StandsAlone && !kept.Document->IsVisible());
+            });
+            std::ranges::sort(run.Taken, {},
+                              [](const Kept& kept) { return std::pair(kept.Step, kept.Document->Number()); });
             for (const Kept& kept : run.Taken) {
                 run.Shown.Step = kept.Step;
                 DocumentOrigin origin = kept.Document->Origin();
@@ -110,6 +111,7 @@ class Session : public StepRecorder {
         CountedPointer<ResultDocument> Document;
         int Step;
         int EarlierPairs;  ///< 3D histograms of earlier presses in the step
+        bool StandsAlone;
     };
     /// What has been made of one table.
     struct TableRun {
@@ -140,14 +142,13 @@ class Session : public StepRecorder {
         }
         return Runs.back();
     }
-    void Take(ResultDocument& document) {
-        const auto isKnown = [&document](const Kept& kept) { return kept.Document.Get() == &document; };
-        const bool isNew =
-            std::ranges::none_of(Runs, [&](const TableRun& run) { return std::ranges::any_of(run.Taken, isKnown); });
-        if (TableRun& run = Present(); isNew) {
-            run.Taken.push_back(
-                {CountedPointer<ResultDocument>::Share(&document), run.Steps, EarlierPairs(run, document)});
+    void Take(ResultDocument& document, bool standsAlone) {
+        for (TableRun& run : Runs) {
+            std::erase_if(run.Taken, [&document](const Kept& kept) { return kept.Document.Get() == &document; });
         }
+        TableRun& run = Present();
+        run.Taken.push_back({CountedPointer<ResultDocument>::Share(&document), run.Steps,
+                             standsAlone ? 0 : EarlierPairs(run, document), standsAlone});
     }
 
     static int EarlierPairs(const TableRun& run, const ResultDocument& document) {
