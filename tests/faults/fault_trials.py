@@ -37,6 +37,7 @@ COMMANDS = [
                                 "--output", "out.html"], ["saved.csv", "out.html"]),
     Command("to csv", ["convert", "data.sav", "copy.csv"], ["copy.csv"]),
     Command("to dta", ["convert", "data.csv", "copy.dta"], ["copy.dta"]),
+    Command("to qtable", ["convert", "data.sav", "copy.qtable"], ["copy.qtable"]),
     Command("to zsav", ["convert", "data.sav", "copy.zsav"], ["copy.zsav"]),
 ]
 CALLS = {"open": 20, "read": 20, "write": 20, "fsync": 3, "rename": 2, "close": 20}  # and how many a run may make

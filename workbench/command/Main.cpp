@@ -20,6 +20,7 @@
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/RemovalOnSignal.h"
 #include "workbench/hosting/LogFile.h"
 
 namespace quillara {
@@ -102,6 +103,7 @@ ExitStatus ComplainAboutMemory() noexcept {
 
 /// What nobody handles, which is mostly the lack of memory within a library.
 [[noreturn]] void EndWithoutHandler() noexcept {
+    static_cast<void>(RemoveUnfinishedFile());
     _exit(ComplainAboutMemory());
 }
 
