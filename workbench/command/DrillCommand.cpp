@@ -153,7 +153,8 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("FILE")
         ->group(group);
     AddText(command, "--record", options.RecordFile,
-            "file for a Python script whose run gives the same documents (quillara run)")
+            "file for a Python script whose run (quillara run) gives the same documents, without the files of --save "
+            "and --plots")
         ->type_name("SCRIPT")
         ->group(group);
     const auto takeSaveFile = [&options](const std::string& file) {
