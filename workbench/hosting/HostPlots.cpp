@@ -102,7 +102,7 @@ PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoic
         block.Read(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
         for (std::int32_t i = 0; i < count; ++i) {
             if (data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(choice, block.Row(i))) {
-                rows.Insert(static_cast<std::size_t>(first + i));
+                rows.Insert(static_cast<std::size_t>(first) + static_cast<std::size_t>(i));
             }
         }
     }
