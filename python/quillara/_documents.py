@@ -58,6 +58,8 @@ class Document(Object):
         the second argument, is 1; a whole number that the callable gives is the new choice. What it raises is reported
         and changes nothing.
         """
+        if not callable(called):
+            raise TypeError(f"An event needs something that can be called, not {called!r}.")
         return Listener(self, event, _quillara.listen(self._face, event, functools.partial(_tell, called)))
 
     def __len__(self) -> int:

@@ -5,6 +5,7 @@ from __future__ import annotations
 import html
 import os
 import warnings
+from collections.abc import Iterator
 
 from . import _quillara
 from ._documents import DataDocument
@@ -84,6 +85,13 @@ class Table:
         if name not in self._names:
             raise KeyError(name)
         return self._variables[self._names.index(name)]
+
+    def __contains__(self, name: object) -> bool:
+        return name in self._names
+
+    def __iter__(self) -> Iterator[str]:
+        """The names of the variables, as frames give those of their columns."""
+        return iter(self._names)
 
     def select(self, formula: str | None) -> Table:
         """Selects cases for the analyses that begin from now on, as `age > 30 and sex = "Female"`; None: all cases.

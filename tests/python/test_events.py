@@ -34,6 +34,8 @@ def test_documents_tell_that_they_change_and_close(drill):
     drill.PieCharts
     assert heard == [("first", [2, 1]), ("second", True), ("first", [2, 1]), "closing"]
     assert failure_of(lambda: graph.on("Opening", print))[0] == UNKNOWN
+    with pytest.raises(TypeError):
+        graph.on("Changed", 3)
 
 
 def test_what_a_listener_raises_is_reported_and_changes_nothing(drill, monkeypatch):

@@ -180,6 +180,7 @@ def test_labels_that_read_alike_differ_in_a_frame():
     assert table.to_pandas()["a"].tolist() == ["x (1) (1)", "x (2)", "3", "x (1) (4)"]
     with pytest.raises(KeyError):
         table.to_pandas(["b"])
+    assert list(table) == ["a"] and "a" in table and "b" not in table
 
 
 def test_days_beyond_those_of_pandas_stay_days():

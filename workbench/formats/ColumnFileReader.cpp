@@ -113,7 +113,7 @@ std::shared_ptr<double> ValuesOfAllCodes(std::span<const double> values, std::si
     if (room == nullptr) {
         throw std::bad_alloc();
     }
-    const std::shared_ptr<double> all(static_cast<double*>(room), std::free);
+    std::shared_ptr<double> all(static_cast<double*>(room), std::free);
     std::ranges::copy(values, all.get());
     return all;
 }

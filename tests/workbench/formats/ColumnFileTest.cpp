@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -158,6 +159,7 @@ TEST(ColumnFile, CutShortInUseEndsTheProgramWithALine) {
     const pid_t child = fork();
     if (child == 0) {
         dup2(lines[1], STDERR_FILENO);
+        std::signal(SIGBUS, SIG_DFL);  // a sanitizer would keep it
         const DataTable table = ReadDataFile(path, {.ChecksColumns = false});
         std::filesystem::resize_file(path, 4096);
         double sum = 0;
