@@ -44,6 +44,7 @@ CasePass::CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const
       Layout(analysis, rules, variables, Filter),
       Source(analysis, Layout.Needed),
       Threads(ThreadsFor(analysis, Layout, Source)),
+      RowsWorthSharing(Threads == nullptr ? 0 : static_cast<std::size_t>(std::max(Threads->CasesWorthSharing(), 0))),
       ThreadCount(Threads == nullptr
                       ? 1
                       : std::clamp<std::size_t>(static_cast<std::size_t>(Threads->Threads()), 1, MostThreads)),
