@@ -13,7 +13,10 @@ run=(
 )
 fonts=(fonts-noto-core fonts-noto-cjk)  # for texts in the world's scripts
 python=(python3 libpython3-dev pybind11-dev)  # the package quillara
-test=(libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest)
+test=(
+    libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest
+    mingw-w64-tools      # compiles the type library
+)
 lint=(clang-format clang-tidy)
 
 packages=()

@@ -101,6 +101,63 @@ def test_a_script_ends_as_in_the_interpreter(script, tmp_path, text, status, out
         assert run("--format", "json", script(DRILLED + text))[1] == "1\n"  # without documents
 
 
+INTERRUPTED_STEP = """
+import os, signal, threading, time, numpy
+cases = numpy.arange(1_000_000)
+values = cases * 7919 % 1000003.0
+table = quillara.table({"kind": cases % 2.0, "town": cases // 7 % 5.0} | {f"v{i}": values for i in range(25)}, "table")
+drill = table.drill("kind town", "3-27")
+
+def step():
+    begin = time.process_time()
+    drill.DrillDownVariable, drill.DrillDownCategory = "kind", "0"
+    drill.DrillDown()
+    return time.process_time() - begin
+
+def seen():
+    return drill.Summary.Values, drill.Descriptives.Values
+
+def back():
+    drill.up("kind")
+    return drill.Descriptives.Values
+
+whole = step()
+wanted, before, whole = seen(), back(), min(whole, step())
+back()
+begin, ended = time.process_time(), False
+
+def interrupt():  # in the middle of the pass, which the step all but consists of
+    while time.process_time() < begin + whole / 4 and not ended:
+        time.sleep(0.0005)
+    os.kill(os.getpid(), 0 if ended else signal.SIGINT)
+
+watch = threading.Thread(target=interrupt)
+watch.start()
+print("begun", flush=True)
+try:
+    step()
+except KeyboardInterrupt:
+    if len(sys.argv) == 1:
+        raise
+    print("at once" if time.process_time() - begin < whole else "at the end of the pass")
+ended = True
+watch.join()
+print(drill.Summary.Values, drill.DrillDownVariable, back() == before, step() > 0 and seen() == wanted)
+"""
+
+
+@pytest.mark.parametrize("arguments, status, out", [
+    ([], 130, "begun\n"),
+    (["catch"], 0, "begun\nat once\n[['0']] town True True\n"),
+])
+def test_a_pass_is_interrupted_and_nothing_is_done_by_halves(script, tmp_path, arguments, status, out):
+    (tmp_path / "out.json").write_text("before")
+    found, printed, errors = run("--format", "json", "--output", str(tmp_path / "out.json"), script(INTERRUPTED_STEP), *arguments)
+    assert (found, printed, errors) == (status, out, "")
+    assert ((tmp_path / "out.json").read_text() == "before") == (status != 0)
+    assert sorted(os.listdir(tmp_path)) == ["out.json", "script.py"]
+
+
 def test_a_script_that_never_ends_is_interrupted(script):
     running = subprocess.Popen([PROGRAM, "run", script("print('begun', flush=True)\nwhile True: pass")],
                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)

@@ -1,5 +1,4 @@
-"""How fast calls are, and that none leaves memory behind. QUILLARA_CALLS sets the number of calls whose memory is counted; the
-usual number takes seconds."""
+"""How fast calls are, and that a million of them leave no memory behind."""
 
 import gc
 import os
@@ -11,7 +10,7 @@ import member_table
 
 import quillara
 
-CALLS = int(os.environ.get("QUILLARA_CALLS", 40_000))
+CALLS = 1_000_000
 
 
 def best(attempts, work):
@@ -41,10 +40,12 @@ def test_twenty_thousand_properties_a_second():
     drill.close()
 
 
-def test_the_package_is_imported_in_a_tenth_of_a_second():
-    timed = "import time; begin = time.process_time(); import quillara; print(time.process_time() - begin)"
-    times = [float(subprocess.run([sys.executable, "-c", timed], check=True, capture_output=True).stdout) for _ in range(8)]
-    assert min(times) < 0.1
+def test_the_package_is_imported_in_a_tenth_of_a_second_and_leaves_pandas_alone():
+    timed = "import sys, time; begin = time.process_time(); import quillara; print(time.process_time() - begin, " \
+            "'pandas' in sys.modules, 'numpy' in sys.modules)"
+    runs = [subprocess.run([sys.executable, "-c", timed], check=True, capture_output=True, text=True).stdout.split()
+            for _ in range(8)]
+    assert min(float(seconds) for seconds, *_ in runs) < 0.1 and runs[0][1:] == ["False", "False"]
 
 
 def memory():
@@ -83,7 +84,7 @@ def test_calls_leave_no_memory_behind():
         for _ in range(20):
             member_table.drilled().close()
 
-    work(CALLS // 4)
+    work(CALLS // 100)
     begin_and_end()
     before = memory()
     work(CALLS)

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "host/Exceptions.h"
+#include "workbench/data/Errors.h"
 #include "workbench/documents/WideText.h"
 
 namespace quillara {
@@ -56,7 +57,7 @@ HRESULT Tell(EXCEPINFO* record, CException* exception) {
 HRESULT Tell(EXCEPINFO* record, const std::exception& exception) {
     if (record != nullptr) {
         *record = {};
-        record->Status = E_FAIL;
+        record->Status = dynamic_cast<const UsageError*>(&exception) == nullptr ? E_FAIL : E_INVALIDARG;
         record->Source = SysAllocString(u"Quillara");
         record->Description = SysAllocString(WideText(exception.what()));
     }

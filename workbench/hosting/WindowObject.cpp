@@ -4,8 +4,6 @@
 #include <string>
 
 #include "host/AnalysisDialog.h"
-#include "host/Exceptions.h"
-#include "workbench/data/Errors.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
 #include "workbench/hosting/WindowCalls.h"
@@ -28,7 +26,7 @@ void TellOfUnanswered(const PressRecord& press) {
     }
 }
 
-void Run(const WindowObject& window, const NamedCall& call, const char* name) try {
+void Run(const WindowObject& window, const NamedCall& call, const char* name) {
     WindowCall wanted{name, {}};
     for (std::size_t i = 0; i < call.Count(); ++i) {
         wanted.Arguments.push_back(WindowArgument(call.Value(i)));
@@ -38,8 +36,6 @@ void Run(const WindowObject& window, const NamedCall& call, const char* name) tr
         return 0;
     });
     TellOfUnanswered(outcome.Record);
-} catch (const UsageError& error) {
-    throw new COleDispatchException(error.what(), 0, E_INVALIDARG);
 }
 
 void Click(WindowObject& window, NamedCall& call) {
