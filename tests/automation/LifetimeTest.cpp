@@ -41,7 +41,7 @@ class Lifetime : public testing::Test, public ScriptBench {
         std::string text = StatusText(Face->get_Variables(name.Put())) + " " +
                            StatusText(Face->get_Frequencies(&made)) + " " + StatusText(Face->DrillUp()) + " | " +
                            StatusText(Held->GetAnalysisOutputs(&outputs)) + " " +
-                           CallByName(*Held, "Name", DispatchPropertyGet).Text;
+                           CallByName(*Held, "Name", DispatchPropertyGet).Text();
         Drop(made);
         Drop(outputs);
         return text;
@@ -75,7 +75,7 @@ TEST_F(Lifetime, ADocumentMayGoWithTheWindowOpen) {
     }();
     Open(SmallTable());
     EXPECT_EQ(Statuses(), "800401fd 800401fd 800401fd | 800401fd 800401fd");
-    EXPECT_EQ(Read(outputs.Get(), u"Count"), "2");
+    EXPECT_EQ(Read(outputs.Get(), "Count"), "2");
 }
 
 TEST_F(Lifetime, OkAndCancelTellWhetherTheDialogActed) {
@@ -101,7 +101,7 @@ TEST_F(Lifetime, TheApplicationShowsTheGraphsOfTheCurrentAnalysis) {
         const auto application = CountedPointer<IApplication>::Adopt(OleAGetApplication());
         IDocumentCollection* found = nullptr;
         application->GetGraphCollection(&found);
-        return Read(CountedPointer<IDispatch>::Adopt(found).Get(), u"Count");
+        return Read(CountedPointer<IDispatch>::Adopt(found).Get(), "Count");
     };
     const auto press = [](CAnalysisSupport& analysis, int id) {
         return Outcome([&] { return analysis.GetStartupDialog()->SetOleProperty(static_cast<std::uint16_t>(id)); });

@@ -114,7 +114,7 @@ TEST_F(PropertyCalls, APressGivesWhatItMade) {
     EXPECT_EQ(Result(SummaryButton).substr(0, 6), "table:");
     EXPECT_EQ(Made.Get(), summary.Get());  // replaced in place
     EXPECT_EQ(Result(SaveDataButton), "?: subset");
-    EXPECT_EQ(Read(Made.Get(), u"Cases") + " of " + Read(Made.Get(), u"Variables"), "2 of 4");
+    EXPECT_EQ(Read(Made.Get(), "Cases") + " of " + Read(Made.Get(), "Variables"), "2 of 4");
 }
 
 TEST_F(PropertyCalls, APressWithoutAResultSaysWhatWasShown) {

@@ -4,12 +4,13 @@
 #include <iomanip>
 #include <sstream>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "host/Exceptions.h"
 #include "platform/CountedPointer.h"
 #include "platform/OwnedVariant.h"
 #include "platform/TextEncodings.h"
+#include "tests/automation/CallsByName.h"
 #include "tests/dialogs/DialogBench.h"
 
 namespace dialogtest {
@@ -34,18 +35,17 @@ inline std::string Outcome(const std::function<HRESULT()>& call) {
     return text.str();
 }
 
-/// What a member of an object gives, as a text; "?" when it can't be read.
-inline std::string Read(IDispatch* object, const char16_t* name, std::vector<VARIANT> arguments = {}) {
-    DISPID member = 0;
-    OwnedVariant value;
+/// A value as plain text; "?" of one that has none.
+inline std::string PlainText(const VARIANT& value) {
     OwnedVariant text;
-    const auto count = static_cast<std::uint32_t>(arguments.size());
-    const bool isRead =
-        object != nullptr && Succeeded(object->GetIDsOfNames(GUID_NULL, &name, 1, NeutralLanguage, &member)) &&
-        Succeeded(object->Invoke(member, GUID_NULL, NeutralLanguage, DispatchPropertyGet,
-                                 {arguments.data(), nullptr, count, 0}, value.Put(), nullptr, nullptr)) &&
-        Succeeded(VariantChangeType(*text.Put(), value.Get(), VariantType::Text));
-    return isRead ? NarrowText(ViewOf(text.Get().Text)) : "?";
+    return Succeeded(VariantChangeType(*text.Put(), value, VariantType::Text)) ? NarrowText(ViewOf(text.Get().Text))
+                                                                               : "?";
+}
+
+/// What a member of an object gives, as plain text; "?" when it can't be read.
+inline std::string Read(IDispatch* object, std::string_view name) {
+    const Answered answered = object == nullptr ? Answered{E_POINTER} : CallByName(*object, name, DispatchPropertyGet);
+    return Succeeded(answered.Status) ? PlainText(answered.Value.Get()) : "?";
 }
 
 /// A startup dialog as a script has it: through the property calls of its host side.
@@ -63,11 +63,8 @@ class ScriptBench : public DialogBench {
     }
     std::string Shown(int id) {
         OwnedVariant value;
-        OwnedVariant text;
-        return Succeeded(Options().GetOleProperty(static_cast<std::uint16_t>(id), value.Put())) &&
-                       Succeeded(VariantChangeType(*text.Put(), value.Get(), VariantType::Text))
-                   ? NarrowText(ViewOf(text.Get().Text))
-                   : "?";
+        const HRESULT status = Options().GetOleProperty(static_cast<std::uint16_t>(id), value.Put());
+        return Succeeded(status) ? PlainText(value.Get()) : "?";
     }
     /// Presses a result button: the kind and name of its document, or how many there are; or how it fails.
     std::string Result(int id) {
@@ -77,8 +74,8 @@ class ScriptBench : public DialogBench {
         if (outcome != "ok") {
             return outcome;
         }
-        const std::string count = Read(made, u"Count");
-        return count != "?" ? count + " documents" : Read(made, u"Kind") + ": " + Read(made, u"Name");
+        const std::string count = Read(made, "Count");
+        return count != "?" ? count + " documents" : Read(made, "Kind") + ": " + Read(made, "Name");
     }
 
     CountedPointer<IDispatch> Made;  ///< by the last Result

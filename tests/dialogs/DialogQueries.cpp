@@ -295,7 +295,7 @@ const std::map<std::string, std::string (*)(Bench&, Text)> Queries{
     {"update",     [](Bench& bench, Text)      { return Shown(bench.Analysis().AutoUpdate(0)); }},
     {"get",        Get},
     {"put",        Put},
-    {"call",       [](Bench& bench, Text name) { return CallByName(FaceOf(bench.Dialog()), name, DispatchMethod).Text; }},
+    {"call",       [](Bench& bench, Text name) { return CallByName(FaceOf(bench.Dialog()), name, DispatchMethod).Text(); }},
     {"recorded",   Recorded},
     {"error",      [](Bench&, Text)            { return TakeError(); }},
 };

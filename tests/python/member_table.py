@@ -61,7 +61,21 @@ def closed():
     return drill
 
 
-STATES = [bare, ready, drilled, asking, taken_over, closed]
+def pressed():
+    """Something is done from inside a press."""
+    drill = drilled()
+    drill.StandAloneResults = 1
+    return drill
+
+
+def within_a_press(drill, act):
+    graph, found = drill.PieCharts[0], []
+    graph.on("Changed", lambda document: found.append(act()))
+    drill.PieCharts
+    return found[0]
+
+
+STATES = [bare, ready, drilled, asking, taken_over, pressed, closed]
 
 
 def right_values(name, use):
@@ -71,12 +85,17 @@ def right_values(name, use):
 def outcome_in(state, number, use, *arguments):
     """What a use of a member comes to in a state: what it gives, or how it fails."""
     drill = state()
-    try:
-        value = quillara._objects.call(drill._face, number, use, [a() if callable(a) else a for a in arguments])
-    except quillara.Error as error:
-        return CODES.get(error.code, hex(error.code))
-    finally:
-        drill.close()
+
+    def act():
+        try:
+            return quillara._objects.call(drill._face, number, use, [a() if callable(a) else a for a in arguments])
+        except quillara.Error as error:
+            return error
+
+    value = within_a_press(drill, act) if state is pressed else act()
+    drill.close()
+    if isinstance(value, quillara.Error):
+        return CODES.get(value.code, hex(value.code))
     if isinstance(value, quillara.Collection):
         return f"{len(value)} {type(value[0]).__name__}s"
     return "ok" if value is None else type(value).__name__ if isinstance(value, quillara.Object) else repr(value)

@@ -8,7 +8,7 @@ import pytest
 
 import quillara
 
-TOLD = member_table.told_outcomes(pathlib.Path(__file__).with_name("members.txt"))
+TOLD = member_table.told_outcomes(pathlib.Path(__file__).parents[1] / "automation" / "members.txt")
 USES = {f"{name} {member_table.USES[use]}": (name, number, use)
         for name, number, use in member_table.uses_of_members()}
 COLUMNS = next(iter(TOLD.values()))

@@ -106,6 +106,11 @@ def test_a_dialog_without_an_answer_is_told_of(drill):
     assert "picked" in failure_of(lambda: drill.window.click(9056))[1]
 
 
+@pytest.mark.parametrize("calls", [1, "x", [1], ["click"], [[1, 2]], [[]], [["click", [9056]]]])
+def test_what_is_no_answer_is_refused_as_a_call_is(drill, calls):
+    assert failure_of(lambda: drill.Application.Answer(calls))[0] == INVALID
+
+
 def test_the_window_closes(drill):
     window = drill.window
     window.close()

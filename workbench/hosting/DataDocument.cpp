@@ -88,6 +88,13 @@ const std::shared_ptr<const DataTable>& DataDocument::Share() const {
     return Held;
 }
 
+void DataDocument::Close() {
+    if (Held != nullptr) {
+        LetGo();
+        Held.reset();
+    }
+}
+
 const ObjectKind& DataDocument::MembersOf() const {
     return Kind;
 }

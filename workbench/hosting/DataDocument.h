@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -13,7 +14,8 @@ namespace quillara {
 /// Save and Close. Once closed it gives CO_E_OBJNOTCONNECTED.
 class DataDocument final : public ByMembers<CountedObject<IDispatch>> {
   public:
-    explicit DataDocument(std::shared_ptr<const DataTable> table) : Held(std::move(table)) {}
+    DataDocument(std::shared_ptr<const DataTable> table, std::function<void()> letGo)
+        : Held(std::move(table)), LetGo(std::move(letGo)) {}
 
     HRESULT QueryInterface(const GUID& id, void** object) override;
 
@@ -21,14 +23,15 @@ class DataDocument final : public ByMembers<CountedObject<IDispatch>> {
     [[nodiscard]] const DataTable& Table() const { return *Share(); }
     /// The same, for who keeps it beyond the document.
     [[nodiscard]] const std::shared_ptr<const DataTable>& Share() const;
-    /// Lets the table go.
-    void Close() { Held.reset(); }
+    /// Lets the table go, for the analysis too.
+    void Close();
 
   private:
     [[nodiscard]] const ObjectKind& MembersOf() const override;
     [[nodiscard]] void* ServedObject() override { return this; }
 
     std::shared_ptr<const DataTable> Held;
+    std::function<void()> LetGo;
 };
 
 }  // namespace quillara

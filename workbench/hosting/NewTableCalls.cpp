@@ -23,7 +23,7 @@ constexpr int MostVariables = 32766;
 
 /// "subset of cars.csv", then "subset 2 of cars.csv" and so on.
 std::string NameOfSubset(const DataTable& table, const NewTables& made) {
-    const std::size_t number = made.Finished().size() + 1;
+    const std::size_t number = made.FinishedSoFar() + 1;
     const std::string subset = number == 1 ? "subset" : "subset " + std::to_string(number);
     return table.FileName.empty() ? subset : subset + " of " + table.FileName;
 }
@@ -80,7 +80,7 @@ void CAnalysisSupport::MatClo(short table) {
     const auto finished = written->Finish();
     tables.Keep(finished);
     if (quillara::PressRecord* press = quillara::DialogsOf(Document).Script.Press) {
-        press->Add(CountedPointer<IDispatch>::Adopt(new quillara::DataDocument(finished)));
+        press->Add(CountedPointer<IDispatch>::Adopt(new quillara::DataDocument(finished, tables.LettingGo(finished))));
     }
     if (const auto& takeData = quillara::SurroundingsOf(Document).Services.TakeData) {
         takeData(finished);

@@ -30,7 +30,16 @@ std::unique_ptr<NewTable> NewTables::Take(short handle) {
 }
 
 void NewTables::Keep(std::shared_ptr<const DataTable> table) {
-    Done.push_back(std::move(table));
+    Done->push_back(std::move(table));
+    ++Number;
+}
+
+std::function<void()> NewTables::LettingGo(const std::shared_ptr<const DataTable>& table) const {
+    return [tables = std::weak_ptr(Done), held = std::weak_ptr(table)] {
+        if (const auto still = tables.lock()) {
+            std::erase(*still, held.lock());
+        }
+    };
 }
 
 }  // namespace quillara
