@@ -91,14 +91,6 @@ DataTable MakeTable() {
     return table;
 }
 
-/// A host without threads does all with one.
-template <typename Host>
-void SetThreads(Host& host, int threads) {
-    if constexpr (requires { host.SetThreads(threads); }) {
-        host.SetThreads(threads);
-    }
-}
-
 }  // namespace
 
 const FloorColumns& BenchColumns() {
@@ -117,7 +109,7 @@ BenchAnalysis::BenchAnalysis(const BenchCase& setting)
 BenchAnalysis::BenchAnalysis(const DataTable& table, short categorical, short continuous, const BenchCase& setting)
     : Document(table), First(static_cast<std::size_t>(categorical)), Second(static_cast<std::size_t>(continuous)) {
     Document.OfferCaseBlocks(setting.Services);
-    SetThreads(Document, setting.Threads);
+    Document.SetThreads(setting.Threads);
     if (setting.Weighted) {
         Document.SetWeight(WeightColumn);
     }

@@ -11,6 +11,13 @@ namespace {
 /// the second cache.
 constexpr std::int32_t CasesGathered = 1024;
 
+/// Doubles from one gathered column to the next: were it a power of two, all values of a case would lie in the same few
+/// places of the first cache.
+constexpr std::size_t GatheredStride = static_cast<std::size_t>(CasesGathered) + 8;
+
+/// Copied before each case: compilers fill so many bytes by an instruction that takes a fifth of the time of a case.
+constexpr char EmptyLine[CaseLineWidth] = {};
+
 /// Rows before the first one at which the pass must stop.
 std::int32_t RowsBeforeStop(const CaseBlock& block) {
     if (block.Results == nullptr) {
@@ -61,7 +68,7 @@ TableColumns* CaseSource::FindWholeColumns() {
 }
 
 std::size_t CaseSource::GatheredRoom(std::size_t columns) const {
-    return Table == nullptr && Blocks == nullptr ? columns * static_cast<std::size_t>(CasesGathered) + 1 : 1;
+    return Table == nullptr && Blocks == nullptr ? columns * GatheredStride + 1 : 1;
 }
 
 std::size_t CaseSource::CasesBetweenPolls() const {
@@ -122,7 +129,7 @@ void CaseSource::NextFromCases(CaseColumns& block, std::int32_t count) {
         ++NextCase;
     }
     for (std::size_t i = 0; i < Variables.size(); ++i) {
-        Columns[i] = Doubles(Gathered.data() + i * static_cast<std::size_t>(CasesGathered));
+        Columns[i] = Doubles(Gathered.data() + i * GatheredStride);
     }
     const bool weighted = Analysis.CaseWeight.Active != 0;
     block = {rows, -1, nullptr, Doubles(weighted ? GatheredWeights.data() : nullptr), Columns.data()};
@@ -130,7 +137,7 @@ void CaseSource::NextFromCases(CaseColumns& block, std::int32_t count) {
 
 /// Reads the next case into a row of the block; false when it doesn't belong to the pass.
 bool CaseSource::GatherCase(std::int32_t row) {
-    std::fill_n(Analysis.CaseLine.Line, CaseLineWidth, '\0');
+    std::memcpy(Analysis.CaseLine.Line, EmptyLine, CaseLineWidth);
     Analysis.CaseLine.Column = 1;
     const int result = Analysis.ReadCase(NextCase, CaseBuffer.data());
     if (result == static_cast<int>(CaseResult::Skip)) {
@@ -142,7 +149,7 @@ bool CaseSource::GatherCase(std::int32_t row) {
     }
     GatheredWeights[static_cast<std::size_t>(row)] = Analysis.CaseWeight.Weight;
     for (std::size_t i = 0; i < Variables.size(); ++i) {
-        Gathered[i * static_cast<std::size_t>(CasesGathered) + static_cast<std::size_t>(row)] =
+        Gathered[i * GatheredStride + static_cast<std::size_t>(row)] =
             CaseBuffer[static_cast<std::size_t>(Variables[i])];
     }
     return true;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "host/AnalysisSupport.h"
 #include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/Surroundings.h"
@@ -10,21 +12,18 @@ namespace {
 
 constexpr std::int32_t CasesPerProgressReport = 1024;
 
-void FillValues(const std::vector<TableColumn>& columns, std::int32_t row, double* values) {
-    for (const TableColumn& column : columns) {
-        *++values = column.At(row);
-    }
-}
-
 }  // namespace
 
 int CAnalysisSupport::cstrtw(int caseNumber, double* values, int* weighted, double* weight, int* tag) {
-    const quillara::TableInUse& data = quillara::TableOf(Document);
+    quillara::TableInUse& data = quillara::TableOf(Document);
     if (caseNumber < 1 || caseNumber > data.Table().Cases) {
         return static_cast<int>(CaseResult::Stop);
     }
     const auto row = static_cast<std::size_t>(caseNumber) - 1;
-    FillValues(data.Columns, caseNumber - 1, values);
+    const double* stored = data.Rows.Row(row);
+    for (std::size_t i = 0; i < data.Rows.Width(); ++i) {
+        values[i + 1] = stored[i];
+    }
     *weighted = data.Weights.empty() ? 0 : 1;
     *weight = data.Weights.empty() ? 1.0 : data.Weights[row];
     *tag = 0;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <new>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/GraphDocument.h"
+#include "workbench/hosting/CaseRows.h"
 #include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSubjects.h"
@@ -26,7 +26,7 @@
 #include "workbench/plots/Histograms3D.h"
 #include "workbench/plots/ScatterMatrices.h"
 
-using quillara::DataTable;
+using quillara::CaseRows;
 using quillara::GraphDocument;
 using quillara::Interrupted;
 using quillara::PlotRows;
@@ -53,34 +53,6 @@ struct RowChoice {
     FilterUse Use = FilterUse::Cases;
 };
 
-/// The cases of a table row by row, a block at a time.
-class RowBlock {
-  public:
-    explicit RowBlock(const DataTable& table)
-        : Table(table),
-          Room(static_cast<std::size_t>(CasesPerBlock)),
-          Values(table.Variables.size() * static_cast<std::size_t>(CasesPerBlock)) {}
-
-    void Read(std::size_t first, std::size_t count) {
-        const std::size_t width = Table.Variables.size();
-        for (std::size_t variable = 0; variable < width; ++variable) {
-            double* place = &Values[variable];
-            for (const double value : Table.Variables[variable].Values.Run(first, std::span(Room).first(count))) {
-                *place = value;
-                place += width;
-            }
-        }
-    }
-    [[nodiscard]] const double* Row(std::int32_t index) const {
-        return Values.data() + static_cast<std::size_t>(index) * Table.Variables.size();
-    }
-
-  private:
-    const DataTable& Table;
-    std::vector<double> Room;
-    std::vector<double> Values;
-};
-
 bool Keeps(RowChoice choice, const double* values) {
     float x = 0.0F;
     float y = 0.0F;
@@ -91,7 +63,7 @@ bool Keeps(RowChoice choice, const double* values) {
 /// The selected cases that a filter keeps. Throws Interrupted when the user cancels.
 PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoice choice) {
     const std::int32_t cases = data.Table().Cases;
-    RowBlock block(data.Table());
+    CaseRows values(data.Table());
     PlotRows rows(static_cast<std::size_t>(cases));
     for (std::int32_t first = 0; first < cases; first += CasesPerBlock) {
         if (around.AskForBreak()) {
@@ -99,10 +71,10 @@ PlotRows FilterRows(const TableInUse& data, const Surroundings& around, RowChoic
         }
         around.ReportProgress(first / 2);
         const std::int32_t count = std::min(CasesPerBlock, cases - first);
-        block.Read(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
-        for (std::int32_t i = 0; i < count; ++i) {
-            if (data.ResultOf(first + i + 1) == CaseResult::Use && Keeps(choice, block.Row(i))) {
-                rows.Insert(static_cast<std::size_t>(first) + static_cast<std::size_t>(i));
+        for (std::int32_t row = first; row < first + count; ++row) {
+            const auto place = static_cast<std::size_t>(row);
+            if (data.ResultOf(row + 1) == CaseResult::Use && Keeps(choice, values.Row(place))) {
+                rows.Insert(place);
             }
         }
     }

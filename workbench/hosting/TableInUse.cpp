@@ -31,18 +31,11 @@ Column UsableWeights(const Variable& variable) {
 
 void TableInUse::Exchange(std::shared_ptr<const DataTable> table) {
     Labels.Forget();
-    Take(*table);
+    Rows = CaseRows(*table);
+    Input = table.get();
     OwnedInput = std::move(table);
     Select({});
     ChooseWeight(std::nullopt);
-}
-
-void TableInUse::Take(const DataTable& table) {
-    Input = &table;
-    Columns.clear();
-    for (const Variable& variable : table.Variables) {
-        Columns.push_back(variable.Values.Stored());
-    }
 }
 
 void TableInUse::TellChange() const {

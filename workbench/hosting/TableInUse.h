@@ -11,6 +11,7 @@
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/hosting/BoundCommons.h"
+#include "workbench/hosting/CaseRows.h"
 #include "workbench/hosting/SingleLabels.h"
 
 class CAnalysisDoc;
@@ -21,7 +22,7 @@ namespace quillara {
 /// the structures that it shares.
 class TableInUse {
   public:
-    explicit TableInUse(const DataTable& table) { Take(table); }
+    explicit TableInUse(const DataTable& table) : Rows(table), Input(&table) {}
 
     [[nodiscard]] const DataTable& Table() const { return *Input; }
     /// Exchanges the table, with all cases selected and no weight.
@@ -45,16 +46,15 @@ class TableInUse {
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
     bool IsWeighted = false;  ///< the weight that is defined is switched on
     Column Weights;  ///< one per case, missing ones aren't positive; empty: no weight is in force
-    std::vector<TableColumn> Columns;  ///< of the variables, one beside the other
+    CaseRows Rows;  ///< the cases of the table, whichever are selected
     std::function<void()> Changed;  ///< called when table, selection or weight have changed
     SingleLabelsOfTable Labels;
     BoundCommons Commons;
 
   private:
-    void Take(const DataTable& table);
     void TellChange() const;
 
-    const DataTable* Input = nullptr;
+    const DataTable* Input;
     std::shared_ptr<const DataTable> OwnedInput;  // keeps a table that the user has opened
 };
 
