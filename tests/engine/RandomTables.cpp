@@ -47,25 +47,48 @@ Values MakeValues(std::int32_t cases, const std::function<double()>& make) {
     return values;
 }
 
-/// As many values as a record keeps, or a few less or more; after them, and now and then before, the same again.
-Values ManyValues(Random& random, std::int32_t cases) {
-    const std::size_t distinct = 2046 + Pick(random, 5);
-    std::size_t last = 0;
-    return MakeValues(cases, [&] {
-        const std::size_t place = Chance(random, 4) ? Pick(random, last + 1) : ++last;
-        return static_cast<double>(place * 7919 % distinct);
-    });
+constexpr double OutsideMissing = -9999;
+
+/// 1 for the cases of a group, missing for the others.
+Values Group(Random& random, std::int32_t cases) {
+    return MakeValues(cases, [&] { return Chance(random, 6) ? OutsideMissing : 1.0; });
+}
+
+/// As many values as a record keeps, or a few less or more, in the cases of a group; the last one that is new comes in
+/// one of the last of these cases. The others have some of them, or some of their own.
+Values ManyValues(Random& random, const Values& group) {
+    static constexpr std::size_t counts[] = {2046, 2047, 2048, 2048, 2048, 2049};
+    const std::size_t distinct = counts[Pick(random, std::size(counts))];
+    const double scale = Chance(random, 3) ? 0.25 : 1.0;
+    const bool hasNearlyEqual = Chance(random, 3);
+    const auto valueAt = [&](std::size_t place) {
+        const double value = static_cast<double>(place * 7919 % distinct) * scale;
+        return hasNearlyEqual && Chance(random, 8) ? Moved(value, Chance(random, 2) ? 7 : -8) : value;
+    };
+    auto cases = static_cast<std::size_t>(std::ranges::count(group, 1.0));
+    std::size_t unused = distinct;
+    const auto nextOfGroup = [&] {
+        if (Pick(random, cases--) < unused) {
+            return valueAt(--unused);
+        }
+        return unused == distinct || Chance(random, 20) ? OutsideMissing
+                                                        : valueAt(unused + Pick(random, distinct - unused));
+    };
+    const double own = Chance(random, 3) ? 5000.0 : 0.0;
+    Values values;
+    for (const double ofGroup : group) {
+        values.push_back(ofGroup == 1.0 ? nextOfGroup() : valueAt(Pick(random, distinct)) + own);
+    }
+    return values;
 }
 
 /// The missing code lies outside of the data, or is one of the values, or lies 15 or 16 units away from one.
 quillara::Variable ValueVariable(Random& random, TableStyle style, std::string name, std::int32_t cases) {
     const ValueMaker make = ValueMakers[Pick(random, style == TableStyle::Anything ? ValueMakers.size() : 2)];
     const bool outside = style != TableStyle::Anything || cases == 0 || !Chance(random, 3);
-    Values values = style == TableStyle::ManyValues
-                        ? ManyValues(random, cases)
-                        : MakeValues(cases, [&] { return outside && Chance(random, 8) ? -9999 : make(random); });
+    Values values = MakeValues(cases, [&] { return outside && Chance(random, 8) ? OutsideMissing : make(random); });
     static constexpr std::array<std::int64_t, 3> units{0, 15, 16};
-    const double near = outside ? -9999 : values[Pick(random, values.size())];
+    const double near = outside ? OutsideMissing : values[Pick(random, values.size())];
     const double code = outside || !std::isfinite(near) ? near : Moved(near, units[Pick(random, units.size())]);
     return RawNumbers(std::move(name), std::move(values), code);
 }
@@ -91,6 +114,20 @@ quillara::Variable WeightVariable(Random& random, TableStyle style, std::int32_t
     return RawNumbers("weight", MakeValues(cases, [&] { return weights[Pick(random, count)]; }), code);
 }
 
+/// A group, two variables of many values in it, and a weight that may leave the other cases out.
+quillara::DataTable TableOfManyValues(Random& random, std::int32_t cases) {
+    const Values group = Group(random, cases);
+    quillara::Variable weight = WeightVariable(random, TableStyle::ManyValues, cases);
+    if (Chance(random, 2)) {
+        Values weights(weight.Values.begin(), weight.Values.end());
+        std::ranges::transform(weights, group, weights.begin(), [](double w, double g) { return g == 1.0 ? w : 0.0; });
+        weight.Values = std::move(weights);
+    }
+    return TableOf({RawNumbers("group", group, OutsideMissing),
+                    RawNumbers("a", ManyValues(random, group), OutsideMissing),
+                    RawNumbers("b", ManyValues(random, group), OutsideMissing), std::move(weight)});
+}
+
 /// What a number is to the last bit; all NaN are the same.
 std::uint64_t Bits(double x) {
     return std::bit_cast<std::uint64_t>(std::isnan(x) ? NA : x);
@@ -112,8 +149,11 @@ auto Fields(const Categories& category, bool names) {
 }  // namespace
 
 quillara::DataTable RandomTable(Random& random, TableStyle style, std::int32_t cases) {
+    if (style == TableStyle::ManyValues) {
+        return TableOfManyValues(random, cases);
+    }
     std::vector<quillara::Variable> variables;
-    const std::size_t count = style == TableStyle::ManyValues ? 2 : 2 + Pick(random, 4);
+    const std::size_t count = 2 + Pick(random, 4);
     for (std::size_t i = 0; i < count; ++i) {
         variables.push_back(ValueVariable(random, style, std::string(1, static_cast<char>('a' + i)), cases));
     }
@@ -140,7 +180,7 @@ VariableLists RandomLists(Random& random, std::size_t variables) {
 
 void CategorizeAnyhow(Random& random, Drill& record, const quillara::Column& values) {
     const bool farApart = std::any_of(values.begin(), values.end(), [](double x) { return std::fabs(x) > 1e4; });
-    const auto method = static_cast<std::int32_t>(Pick(random, 6));
+    const auto method = Chance(random, 3) ? std::int32_t{DistinctValues} : static_cast<std::int32_t>(Pick(random, 6));
     record.Method = farApart && method == StepIntervals ? NeatIntervals : method;
     record.ExactCount = static_cast<std::int32_t>(Pick(random, 12));
     record.NeatCount = static_cast<std::int32_t>(Pick(random, 15));

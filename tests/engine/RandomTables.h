@@ -23,7 +23,8 @@ inline bool Chance(Random& random, std::size_t oneIn) {
 enum class TableStyle : std::uint8_t {
     Anything,  ///< near-equal values, infinities, NaN, any missing code, case weights of every kind
     PlainNumbers,  ///< quarters only, so that sums are exact; a missing code outside of the data; positive weights
-    ManyValues,  ///< about as many distinct values as a record keeps; positive weights
+    ManyValues,  ///< about as many distinct values as a record keeps in the cases in which the first variable is valid;
+                 ///< positive weights, or 0 in the others
 };
 
 /// A random table; its last variable is made to be the weight.
