@@ -2,34 +2,16 @@
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <exception>
 #include <mutex>
 #include <system_error>
 #include <thread>
 #include <vector>
 
+#include "workbench/formats/SignalsHeldBack.h"
+
 namespace quillara {
 namespace {
-
-/// While it lives, threads that begin take no signals: they are for the calling thread, which waits for some.
-class SignalsHeldBack {
-  public:
-    SignalsHeldBack() {
-        sigset_t all;
-        sigfillset(&all);
-        for (const int ofTheThreadItself : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) {
-            sigdelset(&all, ofTheThreadItself);
-        }
-        pthread_sigmask(SIG_BLOCK, &all, &Before);
-    }
-    SignalsHeldBack(const SignalsHeldBack&) = delete;
-    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &Before, nullptr); }
-
-  private:
-    sigset_t Before{};
-};
 
 /// The tasks of one call, shared by the workers.
 class SharedTasks {

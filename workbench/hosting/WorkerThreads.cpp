@@ -1,9 +1,10 @@
 #include "workbench/hosting/WorkerThreads.h"
 
 #include <algorithm>
-#include <csignal>
 #include <exception>
 #include <system_error>
+
+#include "workbench/formats/SignalsHeldBack.h"
 
 namespace quillara {
 namespace {
@@ -24,25 +25,6 @@ void WaitShortly(Condition holds) {
         Pause();
     }
 }
-
-/// While it lives, threads that begin take no signals, which are for the thread that is interrupted by them.
-class SignalsHeldBack {
-  public:
-    SignalsHeldBack() {
-        sigset_t all;
-        sigfillset(&all);
-        for (const int ofTheThreadItself : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) {
-            sigdelset(&all, ofTheThreadItself);
-        }
-        pthread_sigmask(SIG_BLOCK, &all, &Before);
-    }
-    SignalsHeldBack(const SignalsHeldBack&) = delete;
-    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &Before, nullptr); }
-
-  private:
-    sigset_t Before{};
-};
 
 /// Parts that may throw, as a run takes them.
 struct GuardedWork {
