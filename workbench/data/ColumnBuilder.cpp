@@ -73,8 +73,8 @@ std::optional<std::uint32_t> ValueCodes::Search(double value) {
     if (2 * Known.size() >= Slots.size()) {
         Grow();
     }
-    FreeOrKnown(bits) = {bits, static_cast<std::uint32_t>(Known.size())};
     Known.push_back(value);
+    FreeOrKnown(bits) = {bits, static_cast<std::uint32_t>(Known.size() - 1)};
     return static_cast<std::uint32_t>(Known.size() - 1);
 }
 
@@ -112,6 +112,12 @@ void CodeRows::AppendWider(std::uint32_t code) {
     }
 }
 
+void CodeRows::Shorten(std::size_t rows) {
+    Bytes.resize(std::min(rows, Bytes.size()));
+    Words.resize(std::min(rows, Words.size()));
+    Wide.resize(std::min(rows, Wide.size()));
+}
+
 Column CodeRows::TakeColumn(std::vector<double> values) {
     GiveBackRoom(Bytes);
     GiveBackRoom(Words);
@@ -132,9 +138,30 @@ ColumnBuilder::ColumnBuilder(std::vector<double> values) {
     }
 }
 
+ColumnBuilder::ColumnBuilder(ColumnForm form)
+    : Form(form == ColumnForm::Doubles    ? BuildForm::Doubles
+           : form == ColumnForm::Integers ? BuildForm::Integers
+                                          : BuildForm::Codes) {}
+
 void ColumnBuilder::Reserve(std::size_t rows) {
     Reserved = rows;
-    Rows.Reserve(rows);
+    switch (Form) {
+        case BuildForm::Codes:
+            Rows.Reserve(rows);
+            break;
+        case BuildForm::Integers:
+            Integers.reserve(rows);
+            break;
+        case BuildForm::Doubles:
+            Doubles.reserve(rows);
+            break;
+    }
+}
+
+void ColumnBuilder::Shorten(std::size_t rows) {
+    Rows.Shorten(rows);
+    Integers.resize(std::min(rows, Integers.size()));
+    Doubles.resize(std::min(rows, Doubles.size()));
 }
 
 void ColumnBuilder::Append(std::span<const double> values) {
@@ -195,17 +222,17 @@ void ColumnBuilder::WidenFor(double value) {
 }
 
 void ColumnBuilder::LeaveCodes() {
-    const std::vector<double> values = Codes.TakeValues();
+    const std::vector<double>& values = Codes.Values();
     const std::size_t rows = Rows.Size();
     if (std::ranges::all_of(values, FitsIntegers)) {
-        Form = BuildForm::Integers;
         Integers.reserve(std::max(Reserved, rows + 1));
+        Form = BuildForm::Integers;
         for (std::size_t row = 0; row < rows; ++row) {
             Integers.push_back(ToInteger(values[Rows.At(row)]));
         }
     } else {
-        Form = BuildForm::Doubles;
         Doubles.reserve(std::max(Reserved, rows + 1));
+        Form = BuildForm::Doubles;
         for (std::size_t row = 0; row < rows; ++row) {
             Doubles.push_back(values[Rows.At(row)]);
         }
@@ -215,8 +242,8 @@ void ColumnBuilder::LeaveCodes() {
 }
 
 void ColumnBuilder::WidenToDoubles() {
-    Form = BuildForm::Doubles;
     Doubles.reserve(std::max(Reserved, Integers.size() + 1));
+    Form = BuildForm::Doubles;
     std::ranges::transform(Integers, std::back_inserter(Doubles), FromInteger);
     Integers = {};
 }

@@ -71,6 +71,7 @@ class CodeRows {
     [[nodiscard]] std::uint32_t At(std::size_t row) const {
         return Width == 1 ? Bytes[row] : Width == 2 ? Words[row] : Wide[row];
     }
+    void Shorten(std::size_t rows);
     /// The rows as a column, when a code has at most 2 bytes; they are gone then.
     [[nodiscard]] Column TakeColumn(std::vector<double> values);
     void Clear() { *this = {}; }
@@ -86,10 +87,13 @@ class CodeRows {
 };
 
 /// Puts a column together value by value, in the narrowest form that loses nothing: codes while there are few distinct
-/// values, else whole numbers of 32 bits, else doubles.
+/// values, else whole numbers of 32 bits, else doubles. A value for which there is no memory isn't appended, and those
+/// before stay.
 class ColumnBuilder {
   public:
     ColumnBuilder() = default;
+    /// Tries no narrower form than this one.
+    explicit ColumnBuilder(ColumnForm form);
     /// Begins with these values; if they need doubles they stay in their place.
     explicit ColumnBuilder(std::vector<double> values);
 
@@ -106,6 +110,8 @@ class ColumnBuilder {
     void Append(std::span<const double> values);
     /// The values of a column that was made of the cases that follow.
     void AppendPart(const Column& part);
+    /// Leaves the first `rows` values, of as many or more.
+    void Shorten(std::size_t rows);
     [[nodiscard]] std::size_t Size() const { return Rows.Size() + Integers.size() + Doubles.size(); }
 
     /// Chooses the missing code of the values (MissingCodeFor) and puts it in place of every NaN; nothing can be

@@ -58,7 +58,7 @@ void NewTable::AddColumn(const DataTable& input, int number, std::size_t cases) 
         Table->Weight = Table->Variables.size();
     }
     Table->Variables.push_back(DictionaryEntryOf(input.Variables[source]));
-    Values.emplace_back().reserve(cases);
+    Values.emplace_back(input.Variables[source].Values.Stored().Form).Reserve(cases);
 }
 
 bool NewTable::Write(std::span<const char> bytes, std::uint32_t position) noexcept {
@@ -97,7 +97,7 @@ void NewTable::TakeRow() {
         if (column) {
             double value = 0.0;
             std::memcpy(&value, field, sizeof(value));
-            Values[*column].push_back(value);
+            Values[*column].Append(value);
         }
         field += sizeof(double);
     }
@@ -108,9 +108,8 @@ std::shared_ptr<const DataTable> NewTable::Finish() {
     IsEnded = true;
     const auto cases = static_cast<std::size_t>(Table->Cases);
     for (std::size_t i = 0; i < Values.size(); ++i) {
-        Values[i].resize(cases);
-        Values[i].shrink_to_fit();
-        Table->Variables[i].Values = std::move(Values[i]);
+        Values[i].Shorten(cases);  // a row that wasn't whole
+        Table->Variables[i].Values = Values[i].Finish();
     }
     Table->CaseNames.resize(std::min(cases, Table->CaseNames.size()));
     return std::move(Table);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/ColumnBuilder.h"
 #include "workbench/data/DataTable.h"
 
 namespace quillara {
@@ -23,7 +24,8 @@ struct NewTableRequest {
 };
 
 /// A data table that is being written as a stream of rows: the case name, then the value of each column as a double,
-/// all without gaps. Its dictionary is that of the input variables, so that values keep their meaning.
+/// all without gaps. Its dictionary is that of the input variables, so that values keep their meaning, and its columns
+/// are kept in as narrow a form as theirs.
 class NewTable {
   public:
     /// Copies what it needs of the input table. Throws std::bad_alloc.
@@ -43,7 +45,7 @@ class NewTable {
     void TakeRow();
 
     std::shared_ptr<DataTable> Table;
-    std::vector<std::vector<double>> Values;  // one list per variable
+    std::vector<ColumnBuilder> Values;  // one per variable
     std::vector<std::optional<std::size_t>> Columns;  // index of the variable that a column becomes; nothing: dropped
     std::size_t NameWidth;
     std::vector<char> Row;  // the row that is coming in

@@ -66,6 +66,7 @@ const std::vector<std::function<void(ColumnBuilder&, const Doubles&)>> Ways = {
     [](ColumnBuilder& builder, const Doubles& values) { std::ranges::for_each(values, [&](double value) { builder.Append(value); }); },
     [](ColumnBuilder& builder, const Doubles& values) { builder.Reserve(values.size()); builder.Append(values); },
     [](ColumnBuilder& builder, const Doubles& values) { builder = ColumnBuilder(values); },
+    [](ColumnBuilder& builder, const Doubles& values) { builder.Append(values); builder.Append(values); builder.Shorten(values.size()); },
     [](ColumnBuilder& builder, const Doubles& values) { builder.AppendPart(Column(values)); },
     [](ColumnBuilder& builder, const Doubles& values) {
         for (std::size_t first = 0; first < values.size(); first += 60000) {

@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "tests/workbench/hosting/TestAnalysis.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/NewTable.h"
 
 namespace quillara {
 namespace {
@@ -65,7 +68,7 @@ struct WrittenTables : testing::Test {
 
     const DataTable Table = Input();
     TestHost Host{Table};
-    char Header[80];
+    char Header[80] = {};
     std::vector<std::shared_ptr<const DataTable>> Taken;
 };
 
@@ -98,6 +101,32 @@ TEST_F(WrittenTables, TakeTheStreamInPiecesOfAnyLength) {
         }
         Host.Analysis->MatClo(handle);
         ASSERT_EQ(Shown(*Taken.back()), "bob -77 1.5\na name longer than a key 1 2\n 2 3\n") << length;
+    }
+}
+
+TEST_F(WrittenTables, KeepTheirColumnsInTheFormOfTheirVariables) {
+    DataTable table = TableOf({Numbers("narrow", {}), Numbers("wide", {}), Numbers("whole", {}), Numbers("any", {})});
+    std::vector<double> values[4];
+    std::string stream;
+    for (int row = 0; row < 100'000; ++row) {
+        const double drawn[] = {row % 3 / 2.0, row % 1000 / 8.0, 1.0 * row, row / 3.0};
+        for (std::size_t i = 0; i < 4; ++i) {
+            values[i].push_back(drawn[i]);
+        }
+        stream += row < 90'000 ? Row("", {std::begin(drawn), std::end(drawn)}) : "";
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+        table.Variables[i].Values = ColumnBuilder(values[i]).Finish();
+    }
+    table.Cases = 100'000;
+    const std::array<short, 4> all{1, 2, 3, 4};
+    NewTable written(table, {"", "", all, 0, table.Cases});
+    EXPECT_TRUE(written.Write(stream + Row("", {9, 9, 9}), 0));
+    const auto made = written.Finish();
+    for (std::size_t i = 0; i < 4; ++i) {
+        values[i].resize(90'000);
+        EXPECT_TRUE(std::ranges::equal(made->Variables[i].Values, values[i]));
+        EXPECT_EQ(made->Variables[i].Values.Stored().Form, table.Variables[i].Values.Stored().Form);
     }
 }
 
