@@ -101,11 +101,11 @@ inline constexpr MemberFunction Method = FunctionOf<DispatchMethod, Function>;
 
 /// A member of an interface.
 struct AutomationMember {
-    const char* Name;
-    DISPID Id;
-    std::uint16_t Control;  ///< the control that stands for it; 0: none, it has code of its own
+    const char* Name = nullptr;
+    DISPID Id = 0;
+    std::uint16_t Control = 0;  ///< the control that stands for it; 0: none, it has code of its own
     std::array<MemberFunction, 2> Functions;  ///< in the order of their slots; one without a call isn't there
-    const char* Help;
+    const char* Help = nullptr;
     const char* Result = "pVal";  ///< name of what it gives
 };
 

@@ -97,7 +97,7 @@ struct BlockRows {
     std::size_t Count = 0;  ///< rows that remain
     bool All = true;  ///< every row does
     const std::uint64_t* Bits = nullptr;  ///< the rows that remain
-    std::array<std::uint16_t, BlockSize + WordBits> Places;
+    std::array<std::uint16_t, BlockSize + WordBits> Places{};
 };
 
 template <typename Value>
@@ -341,10 +341,10 @@ class Share {
     std::size_t End;
     std::vector<std::uint64_t> Bits;  // of the cases that remain
     BlockRows Rows;
-    Block<double> ValueRoom;
-    Block<double> WeightRoom;
-    Block<std::uint16_t> CodeRoom;
-    Block<std::int32_t> PlaceRoom;
+    Block<double> ValueRoom{};
+    Block<double> WeightRoom{};
+    Block<std::uint16_t> CodeRoom{};
+    Block<std::int32_t> PlaceRoom{};
     std::vector<Counts> CategoryCounts;
     std::vector<Counts> IntervalCounts;
     std::vector<Moments> Sums;

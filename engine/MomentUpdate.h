@@ -163,8 +163,10 @@ template <typename Operations, std::size_t Registers, MomentWeights Weighing>
 [[gnu::always_inline]] inline void UpdateRegisters(MomentLanes& lanes, std::size_t first, const MomentCases& cases) {
     // A multiplication shortens the chain of updates and takes more instructions, which several registers wait for.
     constexpr bool multiplies = Weighing != MomentWeights::Any && Registers <= Operations::MultipliesFor;
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-member-init): all of them is written before it is read
     MomentRegisterRow<Operations, Registers, Weighing, multiplies> state;
     TurnedCases<Operations, Registers> turned;
+    // NOLINTEND(cppcoreguidelines-pro-type-member-init)
     state.LoadFrom(lanes, first);
     for (std::size_t done = 0; done < cases.Count;) {
         const std::size_t rows = turned.Turn(cases, first, done);

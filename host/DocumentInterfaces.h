@@ -12,8 +12,8 @@
 struct DocumentKind {
     GUID Document;
     GUID Events;
-    DISPID Closing;  ///< event without an argument: the document goes away
-    DISPID ClosingWithChoice;  ///< event with an integer by reference: the document goes away when it is 1
+    DISPID Closing = 0;  ///< event without an argument: the document goes away
+    DISPID ClosingWithChoice = 0;  ///< event with an integer by reference: the document goes away when it is 1
 };
 
 inline constexpr DocumentKind SpreadsheetKind{GuidOf("{C9E2A006-3D45-11D4-9FF4-00C04FA0D540}"),

@@ -61,7 +61,7 @@ struct SAFEARRAY {
 /// A value of automation. It owns its text, its array, and a reference of its object: VariantClear lets go of them. One
 /// that is given to a call stays the caller's; one that is a result is the caller's from then on. What it refers to is
 /// somebody else's.
-struct VARIANT {
+struct VARIANT {  // NOLINT(cppcoreguidelines-pro-type-member-init): one member of the union is set
     VariantType Type = VariantType::Empty;
     std::uint16_t Reserved[3] = {};
     union {

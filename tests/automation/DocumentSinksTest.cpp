@@ -174,7 +174,7 @@ TEST_F(ForeignDocuments, TakeAPropertyAndGiveTheirOwnStatus) {
     object.Type = VariantType::Dispatch;
     object.Dispatch = &Fresh;
     // clang-format off
-    const struct { std::uint16_t Takes; VARIANT Value; HRESULT Status; std::size_t Tries; } puts[] = {
+    const struct { std::uint16_t Takes = 0; VARIANT Value; HRESULT Status = S_OK; std::size_t Tries = 0; } puts[] = {
         {0,                            BooleanVariant(true), E_FAIL,  1},
         {DispatchPropertyPut,          BooleanVariant(true), S_FALSE, 1},
         {DispatchPropertyPut,          object,               S_FALSE, 2},

@@ -94,7 +94,7 @@ TEST_F(MemberCallsTest, CallsThatDoNotFitAreRefusedBeforeTheHostHearsOfThem) {
     VARIANT values[2];
     std::uint32_t bad = 99;
     // clang-format off
-    const struct { DISPID Member; unsigned Uses; DISPPARAMS Given; HRESULT Status; const char* Call; } calls[] = {
+    const struct { DISPID Member = 0; unsigned Uses = 0; DISPPARAMS Given; HRESULT Status = S_OK; const char* Call = ""; } calls[] = {
         {weighted, DispatchPropertyPut,                                 {values, &put, 0, 1},       DISP_E_BADPARAMCOUNT, ""},
         {weighted, DispatchPropertyPut,                                 {values, &put, 2, 1},       DISP_E_BADPARAMCOUNT, ""},
         {weighted, DispatchPropertyGet,                                 {values, nullptr, 1, 0},    DISP_E_BADPARAMCOUNT, ""},

@@ -14,7 +14,7 @@ namespace quillara {
 struct MemberRefusal {
     static constexpr std::uint32_t NoArgument = 0xFFFFFFFF;
 
-    HRESULT Status;
+    HRESULT Status = S_OK;
     std::uint32_t Argument = NoArgument;  ///< its index in the call
 };
 

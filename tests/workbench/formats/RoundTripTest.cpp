@@ -178,7 +178,7 @@ TEST_P(EveryWrittenFormat, WhatCannotBeHeldIsRefusedByName) {
     const std::string extension = GetParam();
     const struct {
         Variable Refused;
-        const char* Reason;
+        const char* Reason = "";
     } cases[] = {
         {Texts("v", {""}), "empty or ends with a blank"},
         {Texts("v", {"a "}), "empty or ends with a blank"},
