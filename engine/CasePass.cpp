@@ -113,6 +113,7 @@ void CasePass::CountBlocks() {
 
 /// Shares out the work of a block. Moments come first: they take longest.
 void CasePass::DivideWork() {
+    Shares.clear();
     const bool apart = Layout.Sides[DrillSide].Casewise || Layout.Sides[ReviewSide].Casewise;
     if (Moments != nullptr && !apart) {
         DivideMoments(DrillSide, 0, Columns.size());
@@ -121,13 +122,45 @@ void CasePass::DivideWork() {
             DivideMoments(side, Layout.Sides[side].First, Layout.Sides[side].Count);
         }
     }
+    DivideCategories();
+}
+
+PassSide CasePass::SideOf(std::size_t variable) const {
+    return variable < Layout.Sides[ReviewSide].First ? DrillSide : ReviewSide;
+}
+
+void CasePass::DivideCategories() {
+    Ordered.clear();
+    for (const PassSide side : {DrillSide, ReviewSide}) {
+        DivideOrdered(side);
+    }
     const std::size_t parts = ThreadCount > CategoryTallies.size() ? ThreadCount : 1;
     for (std::size_t i = 0; i < CategoryTallies.size(); ++i) {
-        const PassSide side = i < Layout.Sides[ReviewSide].First ? DrillSide : ReviewSide;
-        const std::size_t taken = CategoryTallies[i].TakesAnyOrder() ? parts : 1;
-        for (std::size_t part = 0; part < taken && CategoryTallies[i].IsNeeded(); ++part) {
-            Shares.push_back({Share::Kind::Categories, side, i, 1, part, taken});
+        const CategoryTally& tally = CategoryTallies[i];
+        const std::size_t taken = tally.TakesAnyOrder() ? parts : 1;
+        for (std::size_t part = 0; part < taken && tally.IsNeeded() && !tally.IsByPlace(); ++part) {
+            Shares.push_back({Share::Kind::Categories, SideOf(i), i, 1, part, taken});
         }
+    }
+}
+
+/// Variables counted in the order of the cases go side by side, as many as gain from it, but in a group for each
+/// thread.
+void CasePass::DivideOrdered(PassSide side) {
+    constexpr std::size_t smallest = 2;  // each of fewer takes longer
+    const std::size_t first = Ordered.size();
+    for (std::size_t i = 0; i < CategoryTallies.size(); ++i) {
+        if (SideOf(i) == side && CategoryTallies[i].IsByPlace()) {
+            Ordered.push_back(i);
+        }
+    }
+    const std::size_t count = Ordered.size() - first;
+    const std::size_t needed = (count + OrderedSumsLimit - 1) / OrderedSumsLimit;
+    const std::size_t groups = std::max(needed, std::min(ThreadCount, count / smallest));
+    for (std::size_t group = 0; group < groups; ++group) {
+        const std::size_t begin = group * count / groups;
+        const std::size_t end = (group + 1) * count / groups;
+        Shares.push_back({Share::Kind::OrderedCategories, side, first + begin, end - begin});
     }
 }
 
@@ -148,8 +181,10 @@ void CasePass::TallyBlock(const CaseColumns& block) {
     if (remaining.Count == 0) {
         return;
     }
-    if (!Selection.HasExactSums()) {
+    if (!Selection.HasExactSums() && !KeepsOrder) {
+        KeepsOrder = true;
         std::ranges::for_each(CategoryTallies, &CategoryTally::KeepOrder);
+        DivideWork();
     }
     for (std::size_t i = 0; i < Columns.size(); ++i) {
         Columns[i].Entries = block.Columns[Layout.Columns[i]];
@@ -184,16 +219,37 @@ void CasePass::ChooseSides(const CaseColumns& block, const WeightedRows& remaini
 
 void CasePass::DoShare(const Share& share) {
     const WeightedRows& rows = SideRows[share.Side];
-    if (share.What == Share::Kind::Moments) {
-        Moments->Add(share.First, std::span<const TallyColumn>(Columns).subspan(share.First, share.Count), rows);
-        return;
+    switch (share.What) {
+        case Share::Kind::Moments:
+            Moments->Add(share.First, std::span<const TallyColumn>(Columns).subspan(share.First, share.Count), rows);
+            return;
+        case Share::Kind::Categories:
+            AddCategories(share, rows);
+            return;
+        case Share::Kind::OrderedCategories:
+            AddInOrder(share, rows);
+            return;
     }
-    CategoryTally& tally = CategoryTallies[share.First];
-    // A tally that has come to keep the order of the cases takes them all at once.
-    const std::size_t parts = tally.TakesAnyOrder() ? share.Parts : 1;
-    if (share.Part < parts) {
-        const std::size_t begin = share.Part * rows.Count / parts;
-        const std::size_t end = (share.Part + 1) * rows.Count / parts;
-        tally.Add(Columns[share.First], rows.Part(begin, end - begin), share.Part);
+}
+
+void CasePass::AddCategories(const Share& share, const WeightedRows& rows) {
+    const std::size_t begin = share.Part * rows.Count / share.Parts;
+    const std::size_t end = (share.Part + 1) * rows.Count / share.Parts;
+    CategoryTallies[share.First].Add(Columns[share.First], rows.Part(begin, end - begin), share.Part);
+}
+
+void CasePass::AddInOrder(const Share& share, const WeightedRows& rows) {
+    std::array<OrderedSums, OrderedSumsLimit> sums;
+    std::array<IntervalPlaces, OrderedSumsLimit> places;
+    std::array<double, GatheredValuesLimit> ones;
+    ones.fill(1.0);
+    for (std::size_t done = 0; done < rows.Count; done += GatheredValuesLimit) {
+        const WeightedRows part = rows.Part(done, std::min(GatheredValuesLimit, rows.Count - done));
+        for (std::size_t i = 0; i < share.Count; ++i) {
+            const std::size_t variable = Ordered[share.First + i];
+            sums[i] = CategoryTallies[variable].SumsOf(Columns[variable], part, places[i]);
+        }
+        drilldown::AddInOrder(std::span(sums).first(share.Count), part.Weights == nullptr ? ones.data() : part.Weights,
+                              part.Count);
     }
 }

@@ -50,12 +50,13 @@ class CasePass {
     [[nodiscard]] const CategoryTally& CategoriesOf(std::size_t variable) const { return CategoryTallies[variable]; }
 
   private:
-    /// What one thread does with a block: the moments of some variables, or the categories of one in some rows.
+    /// What one thread does with a block: the moments of some variables, the categories of one in some rows, or those
+    /// of some in the order of the cases.
     struct Share {
-        enum class Kind : std::uint8_t { Moments, Categories };
+        enum class Kind : std::uint8_t { Moments, Categories, OrderedCategories };
         Kind What;
         PassSide Side;
-        std::size_t First;  ///< place of the first variable
+        std::size_t First;  ///< place of the first variable; among the ordered ones
         std::size_t Count;  ///< number of variables
         std::size_t Part = 0;  ///< of the rows, of so many
         std::size_t Parts = 1;
@@ -67,7 +68,12 @@ class CasePass {
     [[nodiscard]] bool CountsNothing() const;
     void TallyBlock(const CaseColumns& block);
     void ChooseSides(const CaseColumns& block, const WeightedRows& remaining);
+    void DivideCategories();
+    void DivideOrdered(PassSide side);
+    [[nodiscard]] PassSide SideOf(std::size_t variable) const;
     void DoShare(const Share& share);
+    void AddCategories(const Share& share, const WeightedRows& rows);
+    void AddInOrder(const Share& share, const WeightedRows& rows);
 
     CDrillDown& Analysis;
     const PassRules& Rules;
@@ -81,6 +87,8 @@ class CasePass {
     RowSelection Selection;
     std::vector<CasewiseRows> Casewise;  // of each side that has the test, in their order
     std::vector<CategoryTally> CategoryTallies;
+    std::vector<std::size_t> Ordered;  // variables that are counted in the order of the cases, those of a side together
+    bool KeepsOrder = false;  // sums of weights are rounded
     std::vector<Share> Shares;  // the longest first
     std::array<WeightedRows, PassSides> SideRows;  // of the present block
     std::vector<TallyColumn> Columns;  // of the variables of the pass in the present block

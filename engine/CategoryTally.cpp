@@ -64,9 +64,14 @@ CategoryTally::CategoryTally(CAnalysisSupport& host, const CategoryFeed& feed, c
       Known(host, KnownRoom()),
       KnownCodes(host, CodeRoom()),
       Uncounted(host, 1),
-      ByCode(host, IsByCode ? Codes() : 0, Road.Threads, Road.Weighted) {
+      ByCode(host, IsByCode ? Codes() : 0, Road.Threads, Road.Weighted),
+      PlacesOfCodes(host, IsCoded && !CountsDistinct() ? Codes() + 1 : 1),
+      Sums(host, SumRoom()) {
     if (*this && !IsByCode && IsCoded) {
         ForgetKnown();
+    }
+    if (*this && !IsCoded && Road.Weighted && Intervals.Size() > 0) {
+        StartSums();
     }
 }
 
@@ -104,9 +109,18 @@ std::size_t CategoryTally::KnownRoom() const {
     return !Shared && CountsDistinct() && !IsCoded ? KnownValues : 1;
 }
 
-/// Codes counted in tables may have to be counted in order later, where cases have weights.
 std::size_t CategoryTally::CodeRoom() const {
-    return IsCoded && (Road.Weighted || !IsByCode) ? Codes() + 1 : 1;
+    return IsCoded && !IsByCode ? Codes() + 1 : 1;
+}
+
+/// Where values go that are counted in the order of the cases: distinct values by their code.
+std::size_t CategoryTally::Places() const {
+    return CountsDistinct() ? Codes() : Intervals.Size();
+}
+
+/// Codes counted in tables may have to be counted in order later, where cases have weights.
+std::size_t CategoryTally::SumRoom() const {
+    return Road.Weighted && (IsByCode || Intervals.Size() > 0) ? Places() + 1 : 1;
 }
 
 /// Whether a value can be counted at all.
@@ -169,9 +183,69 @@ void CategoryTally::ForgetKnown() {
 
 void CategoryTally::KeepOrder() {
     if (IsByCode) {
-        Finish();
+        FinishCodes();
         IsByCode = false;
-        ForgetKnown();
+        StartSums();
+    }
+}
+
+/// Goes on from what the record has.
+void CategoryTally::StartSums() {
+    ByPlace = true;
+    for (std::size_t code = 0; IsCoded && !CountsDistinct() && code < Codes(); ++code) {
+        const double value = Road.Whole.Values[code];
+        PlacesOfCodes[code] = static_cast<std::uint32_t>(IsCounted(value) ? Intervals.PlaceOf(value) : Places());
+    }
+    for (std::size_t place = 0; place < Places(); ++place) {
+        if (!CountsDistinct()) {
+            Sums[place] = Intervals.CountAt(place);
+            continue;
+        }
+        const auto category = Feed.Target->FindDistinctValue(Road.Whole.Values[place]);
+        Sums[place] = category == Feed.Target->CategorySet.end() ? 0.0 : category->Count;
+    }
+}
+
+void CategoryTally::FinishSums() {
+    for (std::size_t place = 0; place < Places(); ++place) {
+        if (!CountsDistinct()) {
+            Intervals.CountAt(place) = Sums[place];
+        } else if (Sums[place] > 0.0 && IsCounted(Road.Whole.Values[place])) {
+            FinishDistinct(Road.Whole.Values[place], Sums[place]);
+        }
+    }
+}
+
+void CategoryTally::FinishDistinct(double value, double sum) {
+    const auto category = Feed.Target->FindDistinctValue(value);
+    if (category != Feed.Target->CategorySet.end()) {
+        Editable(*category).Count = sum;
+    } else {
+        Feed.Target->AddDistinctValue(value, Feed.Kind, sum, "");
+    }
+}
+
+OrderedSums CategoryTally::SumsOf(const TallyColumn& column, const WeightedRows& rows, IntervalPlaces& places) const {
+    if (!IsCoded) {
+        Intervals.FindPlaces(column, rows, places);
+    } else if (column.Entries.Form == ColumnForm::Codes8) {
+        FindPlaces(column.Entries.As<std::uint8_t>(), rows, places);
+    } else {
+        FindPlaces(column.Entries.As<std::uint16_t>(), rows, places);
+    }
+    return {Sums.data(), places.data()};
+}
+
+template <typename Code>
+void CategoryTally::FindPlaces(const Code* codes, const WeightedRows& rows, IntervalPlaces& places) const {
+    for (std::size_t i = 0; i < rows.Count; ++i) {
+        places[i] = codes[rows.RowAt(i)];
+    }
+    if (CountsDistinct()) {
+        return;
+    }
+    for (std::size_t i = 0; i < rows.Count; ++i) {
+        places[i] = PlacesOfCodes[places[i]];
     }
 }
 
@@ -195,9 +269,14 @@ void CategoryTally::Add(const TallyColumn& column, const WeightedRows& rows, std
 }
 
 void CategoryTally::Finish() {
-    if (!IsByCode) {
-        return;
+    if (IsByCode) {
+        FinishCodes();
+    } else if (ByPlace) {
+        FinishSums();
     }
+}
+
+void CategoryTally::FinishCodes() {
     for (std::size_t code = 0; code < Codes(); ++code) {
         const double value = Road.Whole.Values[code];
         const double count = ByCode.Of(code);

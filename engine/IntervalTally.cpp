@@ -6,8 +6,8 @@
 #include <functional>
 #include <limits>
 
+#include "engine/FewBounds.h"
 #include "engine/MomentKernel.h"
-#include "engine/OrderedSums.h"
 
 using namespace drilldown;
 
@@ -103,21 +103,28 @@ std::size_t IntervalTally::PlaceOf(double value) const noexcept {
                        : FirstNotBelow(Bounds.data(), Intervals, value, std::less<double>());
 }
 
+bool IntervalTally::HasFewBounds() const {
+    return Intervals <= FewBounds::MostBounds && HasRegisters(MomentRegisters::Widest);
+}
+
 void IntervalTally::Add(const TallyColumn& column, const WeightedRows& rows) const {
     if (Intervals == 0) {
         return;
     }
-    const bool few = rows.Weights == nullptr && Intervals <= FewIntervals;
+    if (HasFewBounds()) {
+        AddByBounds(column, rows);
+        return;
+    }
+    const bool few = Intervals <= FewIntervals;
     FewCounts counts;
     IntervalPlaces places;
-    std::array<double, GatheredValuesLimit> room;
     for (std::size_t done = 0; done < rows.Count; done += GatheredValuesLimit) {
-        const WeightedRows part = rows.Part(done, std::min(GatheredValuesLimit, rows.Count - done));
-        FindPlaces({GatherValues(column.Entries, WithoutList(part), room.data()), part.Count}, column.Missing, places);
+        const std::size_t count = std::min(GatheredValuesLimit, rows.Count - done);
+        FindPlaces(column, rows.Part(done, count), places);
         if (few) {
-            counts.Add(places, part.Count);
+            counts.Add(places, count);
         } else {
-            CountPlaces(places, part);
+            CountPlaces(places, count);
         }
     }
     for (std::size_t place = 0; few && place < Intervals; ++place) {
@@ -125,37 +132,39 @@ void IntervalTally::Add(const TallyColumn& column, const WeightedRows& rows) con
     }
 }
 
-void IntervalTally::CountPlaces(const IntervalPlaces& places, const WeightedRows& rows) const {
-    if (rows.Weights != nullptr && Intervals < OrderedSumsLimit && HasRegisters(MomentRegisters::Widest)) {
-        CountInRegisters(places, rows);
-        return;
+void IntervalTally::AddByBounds(const TallyColumn& column, const WeightedRows& rows) const {
+    FewBounds counts(Bounds.data(), Intervals, column.Missing, ClosedBelow);
+    std::array<double, GatheredValuesRoom> room;
+    for (std::size_t done = 0; done < rows.Count; done += GatheredValuesLimit) {
+        const WeightedRows part = rows.Part(done, std::min(GatheredValuesLimit, rows.Count - done));
+        counts.Count(GatherValues(column.Entries, WithoutList(part), room.data()), part.Count);
     }
-    for (std::size_t i = 0; i < rows.Count; ++i) {
+    for (std::size_t place = 0; place < Intervals; ++place) {
+        AddOnes(*Counts[place], static_cast<std::uint32_t>(counts.UpTo(place)));
+    }
+}
+
+void IntervalTally::CountPlaces(const IntervalPlaces& places, std::size_t count) const {
+    for (std::size_t i = 0; i < count; ++i) {
         if (places[i] < Intervals) {
-            *Counts[places[i]] += rows.WeightAt(i);
+            *Counts[places[i]] += 1.0;
         }
     }
 }
 
-void IntervalTally::CountInRegisters(const IntervalPlaces& places, const WeightedRows& rows) const {
-    std::array<double, OrderedSumsLimit> sums{};
-    for (std::size_t place = 0; place < Intervals; ++place) {
-        sums[place] = *Counts[place];
-    }
-    AddInOrder(sums.data(), places.data(), rows.Weights, rows.Count);
-    for (std::size_t place = 0; place < Intervals; ++place) {
-        *Counts[place] = sums[place];
-    }
-}
-
-/// Finds the places of some values; of missing ones, and of a NaN, that behind the last.
-void IntervalTally::FindPlaces(std::span<const double> values, const NearlyEqualRange& missing,
-                               IntervalPlaces& places) const {
-    // A value on an upper bound belongs to the interval that it ends unless the method closes intervals below.
-    if (ClosedBelow) {
-        FindPlacesBelow(values, missing, places, std::less_equal<double>());
+void IntervalTally::FindPlaces(const TallyColumn& column, const WeightedRows& rows, IntervalPlaces& places) const {
+    std::array<double, GatheredValuesRoom> room;
+    const std::span values(GatherValues(column.Entries, WithoutList(rows), room.data()), rows.Count);
+    if (Intervals == 0) {
+        places.fill(0);
+    } else if (HasFewBounds()) {
+        FewBounds(Bounds.data(), Intervals, column.Missing, ClosedBelow)
+            .FindPlaces(values.data(), values.size(), places.data());
+    } else if (ClosedBelow) {
+        // A value on an upper bound belongs to the interval that it ends unless the method closes intervals below.
+        FindPlacesBelow(values, column.Missing, places, std::less_equal<double>());
     } else {
-        FindPlacesBelow(values, missing, places, std::less<double>());
+        FindPlacesBelow(values, column.Missing, places, std::less<double>());
     }
 }
 

@@ -25,14 +25,16 @@ class IntervalTally {
     [[nodiscard]] std::size_t PlaceOf(double value) const noexcept;
     /// The count of the interval at a place, in the record.
     [[nodiscard]] double& CountAt(std::size_t place) const noexcept { return *Counts[place]; }
-    /// Counts the values of some rows; missing ones are passed over.
+    /// Finds the places of at most GatheredValuesLimit values; of missing ones Size().
+    void FindPlaces(const TallyColumn& column, const WeightedRows& rows, IntervalPlaces& places) const;
+    /// Counts the values of some rows, each as one case; missing ones are passed over.
     void Add(const TallyColumn& column, const WeightedRows& rows) const;
 
   private:
     [[nodiscard]] std::size_t CollectBounds(const Drill* record) const;
-    void CountPlaces(const IntervalPlaces& places, const WeightedRows& rows) const;
-    void CountInRegisters(const IntervalPlaces& places, const WeightedRows& rows) const;
-    void FindPlaces(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places) const;
+    void AddByBounds(const TallyColumn& column, const WeightedRows& rows) const;
+    [[nodiscard]] bool HasFewBounds() const;
+    void CountPlaces(const IntervalPlaces& places, std::size_t count) const;
     template <typename Below>
     void FindPlacesBelow(std::span<const double> values, const NearlyEqualRange& missing, IntervalPlaces& places,
                          Below below) const;

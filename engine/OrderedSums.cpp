@@ -1,31 +1,35 @@
-// Compiled for processors with registers of eight doubles; see CMakeLists.txt.
-
 #include "engine/OrderedSums.h"
 
-#if defined(__AVX512F__) && defined(__AVX512DQ__)
+#include <algorithm>
 
-#include <immintrin.h>
+using namespace drilldown;
 
-void drilldown::AddInOrder(double* sums, const std::uint32_t* places, const double* weights, std::size_t count) {
-    constexpr std::size_t half = OrderedSumsLimit / 2;
-    __m512d low = _mm512_loadu_pd(sums);
-    __m512d high = _mm512_loadu_pd(sums + half);
+namespace {
+
+template <std::size_t Variables>
+void AddSideBySide(const OrderedSums* variables, const double* weights, std::size_t count) {
+    std::array<OrderedSums, Variables> all;
+    std::copy_n(variables, Variables, all.begin());
     for (std::size_t i = 0; i < count; ++i) {
-        const unsigned bit = 1U << places[i];
-        const __m512d weight = _mm512_set1_pd(weights[i]);
-        low = _mm512_mask_add_pd(low, static_cast<__mmask8>(bit), low, weight);
-        high = _mm512_mask_add_pd(high, static_cast<__mmask8>(bit >> half), high, weight);
-    }
-    _mm512_storeu_pd(sums, low);
-    _mm512_storeu_pd(sums + half, high);
-}
-
-#else
-
-void drilldown::AddInOrder(double* sums, const std::uint32_t* places, const double* weights, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        sums[places[i]] += weights[i];
+        const double weight = weights[i];
+#pragma GCC unroll 6
+        for (std::size_t variable = 0; variable < Variables; ++variable) {
+            all[variable].Sums[all[variable].Places[i]] += weight;
+        }
     }
 }
 
-#endif
+using Adding = void (*)(const OrderedSums* variables, const double* weights, std::size_t count);
+
+constexpr std::array<Adding, OrderedSumsLimit> AddingByVariables{AddSideBySide<1>, AddSideBySide<2>, AddSideBySide<3>,
+                                                                 AddSideBySide<4>, AddSideBySide<5>, AddSideBySide<6>};
+
+}  // namespace
+
+void drilldown::AddInOrder(std::span<const OrderedSums> variables, const double* weights, std::size_t count) {
+    while (!variables.empty()) {
+        const std::size_t taken = std::min(variables.size(), OrderedSumsLimit);
+        AddingByVariables[taken - 1](variables.data(), weights, count);
+        variables = variables.subspan(taken);
+    }
+}

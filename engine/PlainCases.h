@@ -26,7 +26,7 @@ class PlainCases {
 
     MomentCases Cases;
     std::array<double, Limit> Ones;
-    std::array<std::array<double, Limit>, MomentLaneLimit> Gathered;
+    std::array<std::array<double, GatheredValuesRoom>, MomentLaneLimit> Gathered;
 };
 
 }  // namespace drilldown

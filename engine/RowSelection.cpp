@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <bit>
 
+#include "engine/GatheredValues.h"
+#include "engine/MomentKernel.h"
+
 using namespace drilldown;
 
 namespace {
@@ -15,8 +18,23 @@ constexpr std::int32_t LongestBlock = 1 << 20;
 /// Sums of whole numbers are exact below twice this, so that a sum may be added to a count.
 constexpr double LargestExactSum = 4503599627370496.0;
 
+/// Lists the set bits of whole words and of the last one.
+std::size_t ListWords(const std::uint64_t* words, std::size_t count, std::int32_t* rows) {
+    const std::size_t listed = ListSetBits(words, count / BitsOfWord, rows);
+    const std::size_t done = count / BitsOfWord * BitsOfWord;
+    std::size_t more = 0;
+    for (std::size_t row = done; row < count; ++row) {
+        rows[listed + more] = static_cast<std::int32_t>(row);
+        more += words[row / BitsOfWord] >> row % BitsOfWord & 1;
+    }
+    return listed + more;
+}
+
 /// Lists the set bits among `count` bits from bit `first` on, numbered from 0. Gives how many there are.
 std::size_t ListBits(const std::uint64_t* bits, std::size_t first, std::size_t count, std::int32_t* rows) {
+    if (first % BitsOfWord == 0 && HasRegisters(MomentRegisters::Widest)) {
+        return ListWords(bits + first / BitsOfWord, count, rows);
+    }
     std::size_t listed = 0;
     for (std::size_t done = 0; done < count;) {
         const std::size_t shift = (first + done) % BitsOfWord;
@@ -89,8 +107,10 @@ WeightedRows RowSelection::Listed(std::size_t count, const CaseColumns& block) c
 WeightedRows RowSelection::RowsInSubset(const CaseColumns& block) const {
     const auto count = static_cast<std::size_t>(block.Count);
     if (Subset->Bits != nullptr) {
-        return Listed(ListBits(Subset->Bits, static_cast<std::size_t>(block.First), count, Remaining.Rows.data()),
-                      block);
+        const auto before = static_cast<std::size_t>(block.First);
+        WeightedRows rows = Listed(ListBits(Subset->Bits, before, count, Remaining.Rows.data()), block);
+        rows.Bits = before % BitsOfWord == 0 ? Subset->Bits + before / BitsOfWord : nullptr;
+        return rows;
     }
     const std::int32_t* end = Subset->Rows + Subset->Count;
     const std::int32_t* first = std::lower_bound(Subset->Rows, end, block.First);
@@ -133,8 +153,11 @@ WeightedRows RowSelection::Weighed(const CaseColumns& block, const WeightedRows&
         return rows;
     }
     const bool asStored = Weighing == WeightRule::Fractional && block.Weights.Form == ColumnForm::Doubles;
-    if (asStored && rows.Rows == nullptr && !SumsAreExact && AllArePositive(block.Weights.As<double>(), rows.Count)) {
-        return {nullptr, block.Weights.As<double>(), rows.Count};
+    if (asStored && !SumsAreExact && rows.Count > 0) {
+        const double* weights = GatherValues(block.Weights, rows, Remaining.Weights.data());
+        if (AllArePositive(weights, rows.Count)) {
+            return {rows.Rows, weights, rows.Count, rows.First, rows.Bits};
+        }
     }
     const std::size_t kept = WithValues(block.Weights, [&](auto weightOf) {
         std::size_t count = 0;
@@ -148,7 +171,8 @@ WeightedRows RowSelection::Weighed(const CaseColumns& block, const WeightedRows&
         return count;
     });
     NoteSums(kept);
-    return {kept == rows.Count ? rows.Rows : Remaining.Rows.data(), Remaining.Weights.data(), kept};
+    const bool all = kept == rows.Count;
+    return {all ? rows.Rows : Remaining.Rows.data(), Remaining.Weights.data(), kept, 0, all ? rows.Bits : nullptr};
 }
 
 /// Looks at the weights of a block for as long as all were whole and their sum small.

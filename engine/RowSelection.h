@@ -9,13 +9,14 @@
 #include "engine/DrillFilter.h"
 #include "engine/PassLayout.h"
 #include "engine/TallyRows.h"
+#include "engine/WideRows.h"
 #include "host/CaseConditions.h"
 
 namespace drilldown {
 
 /// Rows of a block and their weights, in memory of the host.
 struct RowList {
-    RowList(CAnalysisSupport& host, std::size_t size) : Rows(host, size), Weights(host, size) {}
+    RowList(CAnalysisSupport& host, std::size_t size) : Rows(host, size + WideSlack), Weights(host, size + WideSlack) {}
     explicit operator bool() const noexcept { return Rows && Weights; }
 
     HostBuffer<std::int32_t> Rows;

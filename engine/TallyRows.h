@@ -14,6 +14,7 @@ struct WeightedRows {
     const double* Weights = nullptr;  ///< null: each weighs 1.0
     std::size_t Count = 0;
     std::int32_t First = 0;  ///< where Rows is null
+    const std::uint64_t* Bits = nullptr;  ///< where Rows are just these: a bit for each row of the block; null: unknown
 
     [[nodiscard]] std::int32_t RowAt(std::size_t place) const noexcept {
         return Rows == nullptr ? First + static_cast<std::int32_t>(place) : Rows[place];
@@ -24,7 +25,7 @@ struct WeightedRows {
     /// `count` of them, from a place on.
     [[nodiscard]] WeightedRows Part(std::size_t place, std::size_t count) const noexcept {
         return {Rows == nullptr ? nullptr : Rows + place, Weights == nullptr ? nullptr : Weights + place, count,
-                First + static_cast<std::int32_t>(place)};
+                First + static_cast<std::int32_t>(place), Bits};
     }
 };
 
