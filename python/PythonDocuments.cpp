@@ -27,6 +27,9 @@ const ResultDocument& DocumentOf(const PythonObject& object) {
     if (document == nullptr) {
         throw MemberRefusal{DISP_E_TYPEMISMATCH};
     }
+    if (document->IsGone()) {
+        throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+    }
     return *document;
 }
 

@@ -99,6 +99,9 @@ std::pair<CountedPointer<IConnectionPoint>, DISPID> PointFor(const PythonObject&
 std::uint32_t Listen(const PythonObject& object, const std::string& name, py::function called) {
     return CallHost("on", [&] {
         const auto [point, event] = PointFor(object, name);
+        if (quillara::ResultDocument::Of(object.Get())->IsGone()) {
+            throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+        }
         const auto listener = CountedPointer<PythonListener>::Adopt(
             new PythonListener(*quillara::ResultDocument::Of(object.Get()), event, std::move(called)));
         std::uint32_t cookie = 0;

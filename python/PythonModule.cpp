@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/GraphAutomation.h"
+#include "platform/Status.h"
 #include "python/HostCall.h"
 #include "python/PythonAnalysis.h"
 #include "python/PythonArrow.h"
@@ -19,15 +20,19 @@
 #include "python/PythonTable.h"
 #include "workbench/hosting/LogFile.h"
 #include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/StatusTexts.h"
 
 namespace py = pybind11;
 
 namespace {
 
-/// Sets quillara.Error as the exception of Python that is in flight.
+/// Sets quillara.Error as the exception of Python that is in flight. The standard message of what has been closed tells
+/// nothing to people.
 void Raise(const ScriptError& error) {
+    const bool isClosed = error.Text == quillara::StandardMessage(CO_E_OBJNOTCONNECTED);
+    const std::string text = isClosed ? "It has been closed and can't be used any more." : error.Text;
     const py::object type = py::module_::import("quillara._errors").attr("Error");
-    const py::object made = type(static_cast<std::uint32_t>(error.Code), error.Text, error.Member);
+    const py::object made = type(static_cast<std::uint32_t>(error.Code), text, error.Member);
     PyErr_SetObject(type.ptr(), made.ptr());
 }
 

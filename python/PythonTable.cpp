@@ -18,6 +18,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/Dictionary.h"
+#include "workbench/hosting/VariableNotation.h"
 
 namespace py = pybind11;
 using quillara::DataTable;
@@ -70,7 +71,7 @@ py::object TellCategories(const PythonTable& table, std::size_t index) {
 }
 
 /// How delimited text is to be read.
-quillara::ReadOptions OptionsOf(const py::dict& given) try {
+quillara::ReadOptions OptionsOf(const py::dict& given) {
     quillara::ReadOptions options;
     options.Separator = given["separator"].cast<std::optional<char>>();
     options.Decimal = given["decimal"].cast<char>();
@@ -78,9 +79,6 @@ quillara::ReadOptions OptionsOf(const py::dict& given) try {
     options.HasHeader = given["header"].cast<bool>();
     options.MissingTexts = given["missing"].cast<std::optional<std::vector<std::string>>>();
     return options;
-} catch (const py::builtin_exception&) {
-    throw ScriptError{E_INVALIDARG, "Separator and decimal are one character each, missing is a list of texts.",
-                      "open"};
 }
 
 PythonTable ReadTable(const std::string& path, const py::dict& given, const std::optional<std::string>& dictionary) {
@@ -126,6 +124,17 @@ void TakeNumbers(Variable& variable, const py::buffer& buffer, const py::object&
     }
 }
 
+/// The texts of a column, None for missing ones. Throws Python's exception that names the column when one is no text.
+std::vector<std::optional<std::string>> TextsOf(const std::string& column, const py::object& values) {
+    try {
+        return values.cast<std::vector<std::optional<std::string>>>();
+    } catch (const py::cast_error&) {
+        PyErr_Clear();
+        py::module_::import("quillara._columns").attr("refuse_texts")(column, values);
+        throw;
+    }
+}
+
 /// A column as Python hands it over: name, kind, values with NaN for missing ones or texts with None, labels by value,
 /// keeper of the values or None.
 Variable VariableOf(const py::tuple& column) {
@@ -134,7 +143,7 @@ Variable VariableOf(const py::tuple& column) {
     const auto kind = column[1].cast<std::string>();
     variable.Kind = static_cast<ValueKind>(std::ranges::find(KindNames, kind) - std::begin(KindNames));
     if (variable.Kind == ValueKind::Text) {
-        EncodeTexts(variable, column[2].cast<std::vector<std::optional<std::string>>>());
+        EncodeTexts(variable, TextsOf(variable.Name, column[2]));
         return variable;
     }
     TakeNumbers(variable, column[2].cast<py::buffer>(), column[4]);
@@ -196,6 +205,14 @@ void CheckSelection(const PythonTable& table, const std::string& formula) {
     CallHost("select", [&] { return SelectCases(*table.Held, formula); });
 }
 
+/// Two lists of variables, unless one stands there twice.
+std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
+    return CallHost("Variables", [&] {
+        CheckForRepeats(*table.Held, quillara::ListsIn(*table.Held, lists));
+        return lists;
+    });
+}
+
 std::size_t WeightIndex(const PythonTable& table, const std::string& name) {
     return CallHost("weight", [&] { return WeightNamed(*table.Held, name); });
 }
@@ -223,6 +240,7 @@ void PythonTable::Define(py::module_& module) {
         .def("categories", TellCategories, "Names of the categories, and their places by case")
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
         .def("check_selection", CheckSelection)
+        .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
         .def("weight_index", WeightIndex);
     module.def("read", ReadTable, "Reads a data file");
     module.def("make", MakeTable, "A table of columns: name, kind, values, labels by value, keeper of the values");

@@ -1,6 +1,7 @@
 #include "python/PythonValues.h"
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
 
@@ -12,12 +13,47 @@ namespace py = pybind11;
 
 namespace {
 
+/// Throws the exception of Python that says why a value can't be given to a member.
+[[noreturn]] void Refuse(py::handle value) {
+    PyErr_Clear();
+    py::module_::import("quillara._arguments").attr("refuse")(value);
+    throw py::error_already_set();
+}
+
 OwnedVariant WholeNumber(py::handle value) {
-    const auto number = value.cast<std::int64_t>();
-    const bool isShort =
-        number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max();
-    return isShort ? OwnedVariant::OfInteger(static_cast<std::int32_t>(number))
-                   : OwnedVariant::OfReal(static_cast<double>(number));
+    const auto whole = py::reinterpret_steal<py::object>(PyNumber_Index(value.ptr()));
+    if (!whole) {
+        Refuse(value);
+    }
+    int isBeyond = 0;
+    const long long number = PyLong_AsLongLongAndOverflow(whole.ptr(), &isBeyond);
+    const bool isShort = isBeyond == 0 && number >= std::numeric_limits<std::int32_t>::min() &&
+                         number <= std::numeric_limits<std::int32_t>::max();
+    if (isShort) {
+        return OwnedVariant::OfInteger(static_cast<std::int32_t>(number));
+    }
+    const double real = PyLong_AsDouble(whole.ptr());
+    if (PyErr_Occurred() != nullptr) {
+        Refuse(value);
+    }
+    return OwnedVariant::OfReal(real);
+}
+
+OwnedVariant RealNumber(py::handle value) {
+    const double real = PyFloat_AsDouble(value.ptr());
+    if (PyErr_Occurred() != nullptr) {
+        Refuse(value);
+    }
+    return OwnedVariant::OfReal(real);
+}
+
+OwnedVariant Text(py::handle value) {
+    Py_ssize_t size = 0;
+    const char* text = PyUnicode_AsUTF8AndSize(value.ptr(), &size);
+    if (text == nullptr || std::memchr(text, '\0', static_cast<std::size_t>(size)) != nullptr) {
+        Refuse(value);
+    }
+    return OwnedVariant::OfText(WideText(std::string(text, static_cast<std::size_t>(size))));
 }
 
 OwnedVariant List(py::handle value) {
@@ -61,7 +97,7 @@ OwnedVariant VariantOf(py::handle value) {
         return OwnedVariant(BooleanVariant(value.cast<bool>()));
     }
     if (py::isinstance<py::str>(value)) {
-        return OwnedVariant::OfText(WideText(value.cast<std::string>()));
+        return Text(value);
     }
     if (py::isinstance<PythonObject>(value)) {
         return OwnedVariant::OfObject(value.cast<PythonObject&>().Get());
@@ -75,10 +111,10 @@ OwnedVariant VariantOf(py::handle value) {
     if (py::hasattr(value, "__fspath__")) {
         return VariantOf(py::module_::import("os").attr("fsdecode")(value));
     }
-    if (PyNumber_Check(value.ptr()) != 0) {
-        return OwnedVariant::OfReal(py::float_(py::reinterpret_borrow<py::object>(value)));
+    if (PyNumber_Check(value.ptr()) != 0 && PyComplex_Check(value.ptr()) == 0) {
+        return RealNumber(value);
     }
-    throw py::type_error("This value can't be given to a member: " + py::repr(value).cast<std::string>());
+    Refuse(value);
 }
 
 py::object ObjectOf(OwnedVariant owned) {

@@ -29,4 +29,8 @@ def application() -> Application:
     return wrap(_quillara.application())
 
 
+def __dir__() -> list[str]:
+    return __all__
+
+
 atexit.register(close_all)

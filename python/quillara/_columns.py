@@ -6,6 +6,9 @@ import array
 import datetime
 import math
 
+from . import _arguments
+from ._arguments import shown
+
 EPOCH = datetime.date(1970, 1, 1)
 TRUTH = {0.0: "False", 1.0: "True"}
 ZONE = 'The column "{}" has a time zone, for which a table has no room.'
@@ -13,7 +16,10 @@ MOST_EXACT = 2**53  # whole numbers up to this are all doubles
 
 
 def _is_missing(value):
-    return value is None or value != value
+    try:
+        return value is None or bool(value != value)
+    except Exception:  # of objects that can't be compared
+        return False
 
 
 def _days(value):
@@ -49,9 +55,35 @@ def _plain_column(name, values):
                 return name, kind, values, labels, None
             return name, kind, _doubles(values, convert), labels, None
     try:
-        return name, "number", _doubles(values, float), {}, None
-    except (TypeError, ValueError):
-        raise TypeError(f'The column "{name}" has values of several kinds, or of none that a table holds.') from None
+        return name, "number", _doubles(values, _number), {}, None
+    except OverflowError:
+        raise ValueError(f'The column "{name}" has a whole number that is too large: {shown(max(present, key=abs))}.') from None
+    except Exception:
+        raise _unfit(name, present) from None
+
+
+def _number(value):
+    if isinstance(value, (str, bytes, bytearray)):
+        raise TypeError
+    return float(value)
+
+
+def _unfit(name, present):
+    def kind(value):
+        return float if isinstance(value, (int, float)) else type(value)
+
+    first = present[0]
+    other = next((value for value in present if kind(value) is not kind(first)), None)
+    if other is None:
+        return TypeError(f'The column "{name}" has values of a kind that a table has no room for: {shown(first)}.')
+    return TypeError(f'The column "{name}" has values of several kinds: {shown(first)} and {shown(other)}.')
+
+
+def refuse_texts(name, values):
+    """Raises what is wrong with a column of texts that the extension couldn't take."""
+    for value in values:
+        if value is not None and (flaw := _arguments.flaw_of(value)):
+            raise ValueError(f'The column "{name}" has a text that can\'t be used: {shown(value)} {flaw}.')
 
 
 def _doubles(values, convert):
@@ -64,7 +96,8 @@ def _category_column(name, series):
 
     codes = series.cat.codes.to_numpy().astype(float) + 1
     codes[codes == 0] = numpy.nan
-    labels = {float(place): str(category) for place, category in enumerate(series.cat.categories, 1)}
+    labels = {float(place): _arguments.text_of(category, f'A category of the column "{name}" is named by a text')
+              for place, category in enumerate(series.cat.categories, 1)}
     return name, "number", codes, labels, None
 
 
@@ -136,8 +169,10 @@ def _series_column(name, series):
 
 
 def _column(name, values):
-    if isinstance(values, str) or not hasattr(values, "__iter__"):
-        raise TypeError(f'The column "{name}" is a single value.')
+    if isinstance(values, (dict, set, frozenset)):
+        raise TypeError(f'The column "{name}" has no order: {shown(values)}; a column is a list of values.')
+    if isinstance(values, (str, bytes)) or not hasattr(values, "__iter__"):
+        raise TypeError(f'The column "{name}" is a single value, {shown(values)}; a column is a list of values.')
     if type(values).__module__.startswith(("pandas.", "numpy")):
         import pandas
 
@@ -160,11 +195,15 @@ def _is_rounded(values):
     return any(isinstance(value, int) and abs(value) > MOST_EXACT for value in values)
 
 
+def _name_of(name):
+    return _arguments.text_of(name, "A column is named by a text")
+
+
 def columns_of(columns):
     """The columns of a frame or a dict, the names of the cases, and those of columns that are rounded."""
     if hasattr(columns, "to_frame"):  # a series
         columns = columns.to_frame()
-    made = [_column(str(name), values) for name, values in columns.items()]
+    made = [_column(_name_of(name), values) for name, values in columns.items()]
     rounded = [str(name) for (name, values), (_, kind, *_) in zip(columns.items(), made)
                if kind == "number" and _is_rounded(values)]
     return made, _case_names(columns), rounded

@@ -5,7 +5,8 @@ from __future__ import annotations
 import functools
 import html
 
-from . import _quillara
+from . import _arguments, _quillara
+from ._arguments import shown, whole_number
 from ._errors import Error
 from ._objects import Object, wrap
 
@@ -33,6 +34,23 @@ def _tell(called, face, *choice):
     return called(wrap(face), *choice)
 
 
+def _at(place, entries):
+    if not isinstance(place, slice) and whole_number(place) is None and not isinstance(place, bool):
+        raise TypeError(f"A document goes by its place from 0 or by its name, not by {shown(place)}.")
+    try:
+        return entries[place]
+    except IndexError:
+        raise IndexError(f"There is nothing at {shown(place)}; the places are 0 to {len(entries) - 1}." if entries else
+                         "There is nothing here.") from None
+
+
+def _name_of(entry):
+    try:
+        return entry.Name
+    except Error:
+        return "closed"
+
+
 def _html(entry):
     for shown in ("_repr_html_", "_repr_svg_"):
         if hasattr(entry, shown):
@@ -58,8 +76,9 @@ class Document(Object):
         the second argument, is 1; a whole number that the callable gives is the new choice. What it raises is reported
         and changes nothing.
         """
+        _arguments.text(event, 'An event is named by a text such as "Changed"')
         if not callable(called):
-            raise TypeError(f"An event needs something that can be called, not {called!r}.")
+            raise TypeError(f"An event needs something that can be called, not {shown(called)}.")
         return Listener(self, event, _quillara.listen(self._face, event, functools.partial(_tell, called)))
 
     def __len__(self) -> int:
@@ -67,7 +86,7 @@ class Document(Object):
 
     def __getitem__(self, place: int | str) -> Document:
         if not isinstance(place, str):
-            return (self,)[place]
+            return _at(place, (self,))
         if not _showing((self,), place):
             raise KeyError(place)
         return self
@@ -81,7 +100,7 @@ class Document(Object):
         return _quillara.shown_variables(self._face)
 
     def __repr__(self):
-        return f"<quillara.{type(self).__name__}: {self.Name}>"
+        return f"<quillara.{type(self).__name__}: {_name_of(self)}>"
 
     def __str__(self) -> str:
         return _quillara.text(self._face)
@@ -148,7 +167,10 @@ class DataDocument(Object, kind="DataDocument"):
         return self.Cases
 
     def __repr__(self):
-        return f"<quillara.DataDocument: {self.Name}, {self.Cases} cases, {self.Variables} variables>"
+        try:
+            return f"<quillara.DataDocument: {self.Name}, {self.Cases} cases, {self.Variables} variables>"
+        except Error:
+            return "<quillara.DataDocument: closed>"
 
 
 class Collection(Object, kind="DocumentCollection"):
@@ -162,13 +184,13 @@ class Collection(Object, kind="DocumentCollection"):
     def __getitem__(self, place: int | slice | str) -> Any:
         if isinstance(place, str):
             return _showing(self, place) or self._called(place)
-        places = range(1, len(self) + 1)[place]
+        places = _at(place, range(1, len(self) + 1))
         return [self.Item(each) for each in places] if isinstance(place, slice) else self.Item(places)
 
     def _called(self, name):
         try:
             return self.Item(name)
-        except Error:
+        except (Error, ValueError):
             raise KeyError(name) from None
 
     def __iter__(self) -> Iterator[Any]:

@@ -2,13 +2,23 @@
 
 from __future__ import annotations
 
+import datetime
 import weakref
 
 from . import _quillara
+from ._arguments import shown, text, whole_number
 from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
 
+EPOCH = datetime.datetime(1970, 1, 1)
 _open = weakref.WeakSet()
+
+LISTS = "Variables are given as a text such as 'sex education' or as a list of names and numbers"
+WHY_NOT = {
+    "down": 'The variable "{}" can\'t be drilled on: it is no drill variable, or a step was taken on it already.',
+    "up": 'There is no step on the variable "{}" to undo.',
+}
+CATEGORY = "A category goes by its name, by a value of it, or by None for missing data"
 
 
 def quoted(name):
@@ -18,12 +28,37 @@ def quoted(name):
 def text_of_list(variables):
     """A list of variables as the member Variables takes it: a text is one already, others are names or numbers."""
     if isinstance(variables, str):
-        return variables
-    return " ".join(quoted(entry) if isinstance(entry, str) else str(entry) for entry in variables)
+        return text(variables, LISTS)
+    if isinstance(variables, bytes) or not hasattr(variables, "__iter__"):
+        raise TypeError(f"{LISTS}, not {shown(variables)}.")
+    return " ".join(map(_text_of_entry, variables))
+
+
+def _text_of_entry(entry):
+    if isinstance(entry, str):
+        return quoted(text(entry, LISTS))
+    number = whole_number(entry)
+    if number is None:
+        raise TypeError(f"{LISTS}; {shown(entry)} is neither.")
+    return shown(number)
 
 
 def text_of_lists(first, second):
     return f"{text_of_list(first)} | {text_of_list(second)}" if second else text_of_list(first)
+
+
+def _text_of_category(category):
+    """As the analysis looks it up; a value that is missing in a frame stands for missing data."""
+    if isinstance(category, str):
+        return text(category, CATEGORY)
+    try:
+        if category is None or category != category:
+            return "Missing"
+        if isinstance(category, datetime.datetime):
+            return f"{(category - EPOCH).total_seconds() / 86400:.17g}"
+        return category.isoformat() if isinstance(category, (datetime.date, datetime.time)) else f"{float(category):.17g}"
+    except Exception:
+        raise TypeError(f"{CATEGORY}, not {shown(category)}.") from None
 
 
 class DialogWindow(Object, kind="DialogWindow"):
@@ -51,15 +86,16 @@ class Drill(Object, kind="DDNStartup"):
         _open.add(self)
         return self
 
-    def down(self, variable: str | int, category: str | float | None) -> None:
+    def down(self, variable: str | int, category: str | float | datetime.date | datetime.time | None) -> None:
         """Drills down: only the cases of this category of the variable remain.
 
-        A category goes by its name, by its row ("#0"), by a value of it, or by "Missing" or None for missing data.
+        A category goes by its name, by the text behind its label, by its row ("#0"), by a value of it, a day or a time,
+        or by "Missing", None or NaN for missing data.
         """
+        name = _text_of_category(category)
         number = self._number(variable, "down")
         self._make_current("DrillDownVariable", number, "down")
-        self._analysis.down(number, "Missing" if category is None else category if isinstance(category, str) else
-                            f"{category:.17g}")
+        self._analysis.down(number, name)
         warn_of_messages(level=3)
 
     def up(self, variable: str | int) -> None:
@@ -73,9 +109,13 @@ class Drill(Object, kind="DDNStartup"):
         """Members take the first name that begins so; a number says which is meant."""
         self.Name  # fails once the dialog has closed
         names = self._table.names
-        if isinstance(variable, int) and 0 < variable <= len(names):
-            return variable
-        if variable not in names:
+        number = whole_number(variable)
+        if number is not None:
+            if 0 < number <= len(names):
+                return number
+            raise Error(INVALID_ARGUMENT, f"The data have no variable {shown(number)}; they are numbered from 1 to "
+                                          f"{len(names)}.", member)
+        if text(variable, "A variable goes by its name or its number") not in names:
             raise Error(INVALID_ARGUMENT, f'The data have no variable "{variable}".', member)
         return names.index(variable) + 1
 
@@ -85,7 +125,7 @@ class Drill(Object, kind="DDNStartup"):
         if self._current(member) != name:
             setattr(self, member, number)
             if self._current(member) != name:
-                raise Error(INVALID_ARGUMENT, f'"{name}" can\'t be drilled {called} on now.', called)
+                raise Error(INVALID_ARGUMENT, WHY_NOT[called].format(name), called)
 
     def _current(self, member):
         try:

@@ -24,6 +24,14 @@ class Error(Exception):
         return f"{name}{self.text} (0x{self.code:08X})"
 
 
+class WrongType(Error, TypeError):
+    """Data of a kind that a table has no room for."""
+
+
+class WrongValue(Error, ValueError):
+    """Data that a table can't hold."""
+
+
 class Message(UserWarning):
     """A message that the analysis would have shown to a person."""
 

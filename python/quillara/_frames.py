@@ -3,6 +3,8 @@
 import numpy
 import pandas
 
+from ._arguments import texts as names_in
+
 
 def _categorical(names, places):
     codes = numpy.frombuffer(places, dtype="int32")
@@ -42,9 +44,10 @@ def _labels_wanted(labels, names):
     """labels: of all variables, of none, or of those that a list names."""
     if isinstance(labels, bool):
         return lambda _: labels
-    wanted = {labels} if isinstance(labels, str) else set(labels)
-    for name in wanted - set(names):
-        raise KeyError(name)
+    wanted = [labels] if isinstance(labels, str) else names_in(labels, "labels is True, False or a list of names of variables")
+    for name in wanted:
+        if name not in names:
+            raise KeyError(name)
     return wanted.__contains__
 
 

@@ -4,9 +4,32 @@ import re
 import warnings
 
 from . import _quillara
+from ._arguments import shown
 from ._errors import Error, Message
 
 METHOD, READ, WRITE = 1, 2, 4
+
+# Failures of calls whose arguments are to blame, and what members of a type take.
+FAILED, TYPE_MISMATCH, OUT_OF_RANGE, BAD_INDEX, BAD_COUNT = 0x80004005, 0x80020005, 0x8002000A, 0x8002000B, 0x8002000E
+TAKEN = {3: "a whole number", 22: "a whole number", 5: "a number", 8: "a text", 11: "True or False"}
+
+# Why members fail that tell no more than that they do, by their uses.
+NO_CATEGORY = "No category is chosen: DrillDownCategory chooses one of the variable that is drilled next."
+WHY = {
+    ("DrillDownVariable", READ): "There is no variable to drill down on; Variables chooses some.",
+    ("DrillDownVariable", WRITE): "It takes a number from 1 to 32767, or the beginning of the name of a variable that can be "
+                                  "drilled down on now, not {}.",
+    ("DrillUpVariable", READ): "There is no step to undo.",
+    ("DrillUpVariable", WRITE): "It takes a number from 1 to 32767, or the beginning of the name of a variable that a step was "
+                                "taken on, not {}.",
+    ("DrillDownCategory", READ): NO_CATEGORY,
+    ("DrillDownCategory", WRITE): "The variable that is drilled next has no category {}; a category goes by its name or by the "
+                                  "number of its row, and drill.down finds values too.",
+    ("CategorySelections", READ): NO_CATEGORY,
+    ("UserDefinedBoundaries", READ): "The variable that is drilled next has no boundaries; only user-specified categories have some, "
+                                     "once they are written.",
+    ("UserDefinedBoundaries", WRITE): "It takes numbers with blanks between, such as '18 25.5', at most 100, not {}.",
+}
 
 _classes = {}
 _messages_known = 0
@@ -38,9 +61,31 @@ def call(face, number, use, arguments=()):
         value = face.invoke(number, use, *map(_unwrapped, arguments))
     except Error as error:
         warn_of_messages(error.text)
+        if told := _told_of(error, face, number, use, arguments):
+            raise Error(error.code, told, error.member) from None
         raise
     warn_of_messages()
     return wrap(value)
+
+
+def _told_of(error, face, number, use, arguments):
+    """What to tell in place of a message that only says what the code is; nothing where there is no more to say."""
+    given = ", ".join(map(shown, arguments))
+    standard = error.text.rstrip(".")
+    if error.code == FAILED and standard == "Unspecified error":
+        return WHY.get((error.member, use), "").format(given)
+    if error.code == TYPE_MISMATCH and use == WRITE:
+        taken = TAKEN.get(_told(face, number, use)[4], "numbers, texts and lists of them")
+        return f"{standard}: it takes {taken}, not {given}."
+    if error.code == BAD_COUNT:
+        return f"{standard}: {len(arguments)} instead of {_told(face, number, use)[3]}."
+    if error.code == BAD_INDEX:
+        return f"{standard}: there is nothing at {given}; places begin at 1."
+    return f"{standard}: {given}." if error.code in (TYPE_MISMATCH, OUT_OF_RANGE) else ""
+
+
+def _told(face, number, use):
+    return next(member for member in face.tell()[2] if member[1:3] == (number, use))
 
 
 def _unwrapped(value):

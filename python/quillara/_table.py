@@ -7,10 +7,11 @@ import os
 import warnings
 from collections.abc import Iterator
 
-from . import _quillara
+from . import _arguments, _quillara
+from ._arguments import shown
 from ._documents import DataDocument
 from ._drill import Drill, text_of_lists
-from ._errors import INVALID_ARGUMENT, Error, Message
+from ._errors import INVALID_ARGUMENT, Message, WrongType, WrongValue
 
 
 class Variable:
@@ -82,6 +83,8 @@ class Table:
 
     def __getitem__(self, name: str) -> Variable:
         """The variable of a name."""
+        if not isinstance(name, str):
+            raise TypeError(f"A variable of a table goes by its name, not by {shown(name)}.")
         if name not in self._names:
             raise KeyError(name)
         return self._variables[self._names.index(name)]
@@ -98,6 +101,8 @@ class Table:
 
         Gives the table itself.
         """
+        if formula is not None:
+            _arguments.text(formula, "A selection is a formula such as 'age > 30', or None for all cases")
         if formula:
             self._held.check_selection(formula)
         self._selection = formula or ""
@@ -116,7 +121,7 @@ class Table:
     @weight.setter
     def weight(self, name: str | None) -> None:
         if name is not None:
-            self._held.weight_index(name)
+            self._held.weight_index(_arguments.text(name, "A weight is the name of a variable, or None"))
         self._weight = name
 
     @property
@@ -135,7 +140,7 @@ class Table:
         drill = Drill._begin(self, _quillara.Analysis(self._held, self._selection, weight))
         if categorical or continuous:
             try:
-                drill.Variables = text_of_lists(categorical, continuous)
+                drill.Variables = self._held.without_repeats(text_of_lists(categorical, continuous))
             except BaseException:
                 drill.close()
                 raise
@@ -175,13 +180,33 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
          dictionary: str | os.PathLike[str] | None = None) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
-    dictionary is a delimited file of labels. The rest is about delimited text: the character between fields, found from the text when not given; the decimal
-    character; the character encoding, by default UTF-8, else Windows-1252; whether the first line has the names; the
-    texts that mean missing data, in place of NA, N/A, NaN, ...
+    dictionary is a delimited file of labels. The rest is about delimited text: the character between fields, found from
+    the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
+    the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...
     """
-    options = {"separator": separator, "decimal": decimal, "encoding": encoding, "header": header, "missing": missing}
-    labels = None if dictionary is None else os.fsdecode(dictionary)
-    return Table(_quillara.read(os.fsdecode(path), options, labels))
+    options = _options(separator, decimal, encoding, header, missing)
+    return Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
+
+
+def _path(path):
+    """As the system has it: names of files needn't be texts."""
+    name = os.fsencode(path)
+    if b"\0" in name:
+        raise ValueError(f"A path has no null character: {shown(path)}.")
+    return name
+
+
+def _options(separator, decimal, encoding, header, missing):
+    """How delimited text is read, as the extension takes it."""
+    if not isinstance(header, int):
+        raise TypeError(f"header is True or False, not {shown(header)}.")
+    return {
+        "separator": None if separator is None else _arguments.character(separator, "separator"),
+        "decimal": _arguments.character(decimal, "decimal"),
+        "encoding": _arguments.text(encoding, 'encoding is a text such as "utf-8" or "windows-1252"'),
+        "header": bool(header),
+        "missing": None if missing is None else _arguments.texts(missing, 'missing is a list of texts such as ["-", "?"]'),
+    }
 
 
 def _same(columns):
@@ -192,11 +217,13 @@ def _same(columns):
 
 
 def _labels_of(labels):
+    wanted = 'Labels are given as {"sex": {1: "Female", 2: "Male"}}'
     try:
-        return {str(column): {float(value): str(text) for value, text in texts.items()}
+        return {_arguments.text_of(column, wanted):
+                {float(value): _arguments.text_of(text, wanted) for value, text in texts.items()}
                 for column, texts in labels.items()}
-    except (AttributeError, TypeError, ValueError):
-        raise TypeError('Labels are given as {"sex": {1: "Female", 2: "Male"}}.') from None
+    except Exception as error:
+        raise error if str(error).startswith(wanted) else TypeError(f"{wanted}, not as {shown(labels)}.") from None
 
 
 def _made(columns, name, labels):
@@ -204,7 +231,8 @@ def _made(columns, name, labels):
     if hasattr(columns, "__arrow_c_stream__") and not type(columns).__module__.startswith("pandas"):
         return _quillara.read_stream(name, columns.__arrow_c_stream__(), labels)
     if not hasattr(columns, "items"):
-        raise TypeError("A table is made of a frame, of a dict of columns, or of what gives columns as Arrow does.")
+        raise TypeError("A table is made of a frame, of a dict of columns, or of what gives columns as Arrow does, not of "
+                        f"{shown(columns)}.")
     from . import _columns
 
     made, case_names, rounded = _columns.columns_of(columns)
@@ -219,12 +247,14 @@ def table(columns: Any, name: str = "", labels: Mapping[str, Mapping[float, str]
     labels: the value labels of columns of numbers, as {"sex": {1: "Female", 2: "Male"}}. Cases that remain of another
     table keep their values and labels; they take no further ones, and no name.
     """
+    _arguments.text(name, "The name of a table is a text")
     if (held := _same(columns)) is not None:
         return Table(held)
     try:
         made, rounded = _made(columns, name, _labels_of(labels or {}))
     except (TypeError, ValueError) as error:
-        raise Error(INVALID_ARGUMENT, str(error), "table") from error
+        kind = WrongType if isinstance(error, TypeError) else WrongValue
+        raise kind(INVALID_ARGUMENT, str(error), "table") from error
     for column in rounded:
         warnings.warn(f'Whole numbers of the column "{column}" have more digits than a table keeps; they are rounded.',
                       Message, stacklevel=2)

@@ -97,7 +97,7 @@ def test_a_listener_closes_things_inside_their_own_command(drill, what, press, m
         press(drill)
     except quillara.Error as error:
         assert what == "the analysis" and error.code == CLOSED
-    assert heard and documents[0].title
+    assert heard and (failure_of(lambda: documents[0].title)[0] == CLOSED if "document" in what else documents[0].title)
     if what == "the analysis":
         assert failure_of(lambda: drill.Variables)[0] == CLOSED and len(quillara.application().Analyses) == 0
     else:

@@ -16,17 +16,25 @@ CLOSED, DISABLED, FAILED, INVALID, MISMATCH, COUNT = (
 @pytest.mark.parametrize("call, code, member, text", [
     (lambda d: d.ReviewFrequencies, DISABLED, "ReviewFrequencies", "This control is disabled now."),
     (lambda d: setattr(d, "ResultsOption", 3), 0x80004001, "ResultsOption", "no results dialog"),
-    (lambda d: setattr(d, "value_no_of_exact_intervals", "many"), MISMATCH, "ValueNoOfExactIntervals", "mismatch"),
+    (lambda d: setattr(d, "value_no_of_exact_intervals", "many"), MISMATCH, "ValueNoOfExactIntervals",
+     "mismatch: it takes a whole number, not 'many'."),
     (lambda d: setattr(d, "variables", "sex nowhere"), INVALID, "Variables", "nowhere"),
-    (lambda d: setattr(d, "DrillDownVariable", "zzz"), FAILED, "DrillDownVariable", ""),
-    (lambda d: d.DrillDownCategory, FAILED, "DrillDownCategory", ""),
-    (lambda d: d.drill_down(1), COUNT, "DrillDown", ""),
-    (lambda d: d.frequencies[0].Cell(9, 9), 0x8002000B, "Cell", ""),
+    (lambda d: setattr(d, "DrillDownVariable", "zzz"), FAILED, "DrillDownVariable", "drilled down on now, not 'zzz'."),
+    (lambda d: setattr(d, "DrillUpVariable", "zzz"), FAILED, "DrillUpVariable", "a step was taken on, not 'zzz'."),
+    (lambda d: setattr(d, "DrillDownVariable", 40_000), FAILED, "DrillDownVariable", "not 40000."),
+    (lambda d: setattr(d, "DrillDownVariable", "|"), FAILED, "DrillDownVariable", "not '|'."),
+    (lambda d: d.DrillDownCategory, FAILED, "DrillDownCategory", "No category is chosen"),
+    (lambda d: setattr(d, "DrillDownCategory", "x"), FAILED, "DrillDownCategory", "has no category 'x'"),
+    (lambda d: setattr(d, "DrillDownCategory", "1 x"), FAILED, "DrillDownCategory", "'1 x'; a category goes by its name"),
+    (lambda d: d.UserDefinedBoundaries, FAILED, "UserDefinedBoundaries", "user-specified"),
+    (lambda d: setattr(d, "UserDefinedBoundaries", "1 x"), FAILED, "UserDefinedBoundaries", "numbers with blanks between"),
+    (lambda d: d.drill_down(1), COUNT, "DrillDown", "1 instead of 0"),
+    (lambda d: d.frequencies[0].Cell(9, 9), 0x8002000B, "Cell", "nothing at 9, 9"),
     (lambda d: d.frequencies[0].save("table.svg"), INVALID, "Save", ".csv"),
     (lambda d: d.frequencies.Item("none"), 0x8002000B, "Item", ""),
     (lambda d: d.down("sex", "Neither"), FAILED, "down", "Female"),
     (lambda d: d.down("region", 1), INVALID, "down", "region"),
-    (lambda d: d.up("sex"), INVALID, "up", "sex"),
+    (lambda d: d.up("sex"), INVALID, "up", 'no step on the variable "sex"'),
     (lambda d: d.down("nowhere", 1), INVALID, "down", "nowhere"),
 ])
 def test_members_fail_with_code_text_and_member(drill, call, code, member, text):
@@ -56,6 +64,8 @@ def test_files_and_formulas_fail_alike(survey, tmp_path):
     assert failure_of(lambda: survey.select("age >"))[::2] == (INVALID, "select")
     assert failure_of(lambda: setattr(survey, "weight", "commute"))[::2] == (FAILED, "weight")
     assert failure_of(lambda: survey.drill("nowhere"))[::2] == (INVALID, "Variables")
+    for lists in (("sex", "sex"), ("age SEX Sex",), ("1-3", [2])):
+        assert "is given twice." in failure_of(lambda: survey.drill(*lists))[1]
     assert (survey.selection, survey.weight) == ("", None)
     assert len(quillara.application().Analyses) == 0
 
@@ -75,7 +85,11 @@ def test_references_are_safe_past_the_end(survey):
     cases.Close()
     assert failure_of(lambda: cases.Cases)[0] == CLOSED and failure_of(cases.to_pandas)[0] == CLOSED
     graph.Close()
-    assert "closed" in failure_of(graph.Activate)[1]
+    graph.Close()
+    for call in (graph.Activate, lambda: graph.Name, lambda: str(graph), graph._repr_svg_, lambda: graph.series, lambda: window.State,
+                 lambda: graph.on("Changed", print), lambda: graph.variables):
+        assert failure_of(call)[:2] == (CLOSED, "It has been closed and can't be used any more.")
+    assert "closed" in repr(graph) and "closed" in repr(cases)
     del drill, analysis
     gc.collect()
     assert tables[1].title.startswith("Frequency table of age")

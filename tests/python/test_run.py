@@ -156,6 +156,13 @@ def test_a_pass_is_interrupted_and_nothing_is_done_by_halves(script, tmp_path, a
     assert (found, printed, errors) == (status, out, "")
     assert ((tmp_path / "out.json").read_text() == "before") == (status != 0)
     assert sorted(os.listdir(tmp_path)) == ["out.json", "script.py"]
+def test_two_dashes_end_the_options_and_the_rest_is_the_scripts(script, tmp_path):
+    script("print(sys.argv)")
+    os.rename(tmp_path / "script.py", tmp_path / "-x.py")
+    for before, behind in (([], ["--format", "json"]), (["--format", "text"], ["--", "-h", "a b"]), (["--output=out"], ["--"])):
+        found, printed, errors = run(*before, "--", "-x.py", *behind, cwd=tmp_path)
+        assert (found, printed.splitlines()[0], errors) == (0, str(["-x.py", *behind]), "")
+    assert run("--format", cwd=tmp_path)[0] == run("--", cwd=tmp_path)[0] == run("-x.py", cwd=tmp_path)[0] == 2
 
 
 def test_a_script_that_never_ends_is_interrupted(script):

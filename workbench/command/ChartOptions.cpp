@@ -68,11 +68,17 @@ std::set<int> ParseBoxTypes(std::string_view text) {
 
 VariablePairs ParsePairs(std::string_view text) {
     const std::size_t colon = ColonIn(text);
+    const std::string_view behind = text.substr(std::min(colon + 1, text.size()));
+    if (ColonIn(behind) < behind.size()) {
+        throw UsageError(Quoted(text) + " has several colons; a name with a colon stands in double quotes.");
+    }
     VariablePairs pairs;
     pairs.Horizontal = NamesOf(text.substr(0, colon));
-    pairs.Vertical = NamesOf(colon < text.size() ? text.substr(colon + 1) : "");
+    pairs.Vertical = NamesOf(behind);
     if (pairs.Horizontal.empty() || pairs.Vertical.empty()) {
-        throw UsageError(Quoted(text) + " isn't of the form X1,X2:Y1,Y2; name a variable on each side of the colon.");
+        throw UsageError(Quoted(text) +
+                         " isn't of the form X1,X2:Y1,Y2; name a variable on each side of the colon; "
+                         "a name with a colon stands in double quotes.");
     }
     return pairs;
 }

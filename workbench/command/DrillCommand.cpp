@@ -28,7 +28,7 @@ constexpr const char* DrillNotes =
     "2047 characters in all).\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
-    "of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
+    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
     "FORMULA: comparisons (= <> < <= > >=, also == !=), arithmetic, and, or, not, brackets, missing(NAME). A text in "
     "double quotes, a quote in it twice, is compared with the labels of a variable; a date is written "
     "\"YYYY-MM-DD\"; a name that is no plain word stands in [square brackets]. They bind in the order arithmetic, "
@@ -187,8 +187,9 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         ->type_name("TYPES");
     add(
         "--hist3d", [&](const std::string& text) { charts.Pairs = ParsePairs(text); },
-        "3D histograms too: of each variable X with each variable Y, by names of review variables (default with --show "
-        "hist3d: the first 30 pairs of all review variables)")
+        "3D histograms too: of each variable X with each variable Y, by names of review variables, one with a colon in "
+        "double quotes (default with "
+        "--show hist3d: the first 30 pairs of all review variables)")
         ->type_name("X1,X2:Y1,Y2");
     add(
         "--plots", [&](const std::string& text) { charts.Folder = FolderNamed(text); },

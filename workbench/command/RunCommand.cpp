@@ -26,11 +26,13 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view CommandName = "run";
+constexpr std::string_view OptionsEnd = "--";
 constexpr const char* InterpreterVariable = "QUILLARA_PYTHON";
 constexpr const char* Interpreter = "/usr/bin/python3";  // the one that the package is built for
 constexpr const char* RunNotes =
     "The script runs in the distribution's Python (or in the one that the environment variable QUILLARA_PYTHON names) "
-    "as python3 would run it, and finds the package quillara there. What stands behind SCRIPT is its own.\n"
+    "as python3 would run it, and finds the package quillara there. What stands behind SCRIPT is its own, "
+    "also what looks like an option; -- goes before a SCRIPT whose name begins with a dash.\n"
     "With --format or --output the documents that its analyses have made and that it has left open follow behind all "
     "that it prints itself, in the shape of quillara drill; those of several analyses one after the other, in JSON as "
     "a "
@@ -122,6 +124,10 @@ std::size_t OwnArguments(std::span<char* const> arguments) {
     }
     std::size_t place = 1;
     while (place < arguments.size() && arguments[place][0] == '-') {
+        if (std::string_view(arguments[place]) == OptionsEnd) {
+            ++place;
+            break;
+        }
         place += TakesValue(arguments[place]) ? 2 : 1;
     }
     return std::min(place + 1, arguments.size());

@@ -18,19 +18,14 @@ std::string Quoted(std::string_view text) {
     return "\"" + Shortened(text) + "\"";
 }
 
-std::string ListOfAll(std::span<const std::string> texts) {
-    std::string list;
-    for (const std::string& text : texts) {
-        list += (list.empty() ? "" : ", ") + Quoted(text);
-    }
-    return list;
-}
-
 std::string QuotedList(const std::vector<std::string>& texts) {
-    constexpr std::size_t mostListed = 20;
+    constexpr std::size_t mostListed = 10;
     const std::size_t listed = std::min(texts.size(), mostListed);
-    const std::string more = listed == texts.size() ? "" : " and " + std::to_string(texts.size() - listed) + " more";
-    return ListOfAll(std::span(texts).first(listed)) + more;
+    std::string list;
+    for (std::size_t i = 0; i < listed; ++i) {
+        list += (i == 0 ? "" : ", ") + Quoted(texts[i]);
+    }
+    return list + (listed == texts.size() ? "" : " and " + std::to_string(texts.size() - listed) + " more");
 }
 
 }  // namespace quillara

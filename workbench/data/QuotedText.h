@@ -1,6 +1,5 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,10 +12,7 @@ namespace quillara {
 /// A name, a path or another text of the user's, as it stands in a message: shortened.
 [[nodiscard]] std::string Quoted(std::string_view text);
 
-/// Several of them with commas between.
-[[nodiscard]] std::string ListOfAll(std::span<const std::string> texts);
-
-/// The same; of many the first 20, and how many more there are.
+/// Several of them with commas between; of many the first 10, and how many more there are.
 [[nodiscard]] std::string QuotedList(const std::vector<std::string>& texts);
 
 }  // namespace quillara

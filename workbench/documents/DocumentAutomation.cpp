@@ -145,8 +145,17 @@ void Caption(ResultDocument& document, NamedCall& call) {
     call.Give(chart == nullptr ? std::string() : (chart->*Axis).Caption);
 }
 
-template <auto Serve>
-constexpr auto Of = RunFor<ResultDocument, Serve>;
+/// Serves a document that hasn't gone.
+template <void (*Serve)(ResultDocument&, NamedCall&)>
+void ServeOpen(ResultDocument& document, NamedCall& call) {
+    if (document.IsGone()) {
+        throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+    }
+    Serve(document, call);
+}
+
+template <void (*Serve)(ResultDocument&, NamedCall&)>
+constexpr auto Of = RunFor<ResultDocument, ServeOpen<Serve>>;
 
 // clang-format off
 constexpr std::array<MemberRow, 9> CommonMembers{{
@@ -158,7 +167,7 @@ constexpr std::array<MemberRow, 9> CommonMembers{{
     {u"Activate",     4,     DispatchMethod,      0, 0,     VariantType::Empty,   Of<Activate>,                 "Brings its window to the front"},
     {u"Title",        5,     DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Title>,                    "All lines of the title"},
     {u"Kind",         6,     DispatchPropertyGet, 0, 0,     VariantType::Text,    Of<Kind>,                     "What it is: table, histogram, pie chart, ..."},
-    {u"Close",        7,     DispatchMethod,      0, 0,     VariantType::Empty,   Of<Close>,                    "Closes it for good"},
+    {u"Close",        7,     DispatchMethod,      0, 0,     VariantType::Empty,   RunFor<ResultDocument, Close>, "Closes it for good; again changes nothing"},
     {u"Save",         8,     DispatchMethod,      1, 1,     VariantType::Empty,   Of<Save>,                     "Writes it to a file, as the ending of the path says"},
 }};
 

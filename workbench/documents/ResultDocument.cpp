@@ -81,6 +81,7 @@ void ResultDocument::LeaveForGood() {
         Documents->RemoveFromAnalysis(this);
     }
     SetVisible(false);
+    Gone = true;
 }
 
 bool ResultDocument::Activate() {
@@ -137,6 +138,9 @@ const ObjectKind& ResultDocument::OutputWindow::MembersOf() const {
 }
 
 void ResultDocument::OutputWindow::ServeState(OutputWindow& window, NamedCall& call) {
+    if (window.Document.IsGone()) {
+        throw MemberRefusal{CO_E_OBJNOTCONNECTED};
+    }
     if (!call.Writes()) {
         call.Give(static_cast<std::int32_t>(window.Document.State));
     } else if (const HRESULT status = window.PutState(static_cast<WindowState>(call.Integer(0))); !Succeeded(status)) {

@@ -96,6 +96,8 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     [[nodiscard]] bool IsMinimized() const { return State == WindowState::Minimized; }
     [[nodiscard]] bool IsBrushable() const { return Brushable; }
     [[nodiscard]] bool IsClosed() const { return Closed; }
+    /// Closed, and its listeners have heard of it: scripts can't use it any more.
+    [[nodiscard]] bool IsGone() const { return Gone; }
     [[nodiscard]] const DocumentEvents& Events() const { return Point; }
 
   private:
@@ -135,6 +137,7 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     bool Visible = false;
     bool Brushable = false;
     bool Closed = false;
+    bool Gone = false;
 };
 
 }  // namespace quillara

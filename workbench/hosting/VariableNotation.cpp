@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <set>
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
@@ -142,6 +143,18 @@ TwoLists ListsIn(const DataTable& table, std::string_view text) {
         text.remove_prefix(1);
         if (++list == lists.size()) {
             throw UsageError("There are two lists of variables, with one bar between them.");
+        }
+    }
+}
+
+void CheckForRepeats(const DataTable& table, const TwoLists& lists) {
+    std::set<short> seen;
+    for (const std::vector<short>& list : lists) {
+        for (const short number : list) {
+            if (!seen.insert(number).second) {
+                const std::string& name = table.Variables[static_cast<std::size_t>(number) - 1].Name;
+                throw UsageError("The variable " + Quoted(name) + " is given twice.");
+            }
         }
     }
 }

@@ -20,4 +20,7 @@ namespace quillara {
 /// quote.
 [[nodiscard]] TwoLists ListsIn(const DataTable& table, std::string_view text);
 
+/// Throws UsageError when a variable stands twice in both lists together.
+void CheckForRepeats(const DataTable& table, const TwoLists& lists);
+
 }  // namespace quillara

@@ -140,7 +140,7 @@ void SessionRecorder::WriteVariables() {
     Script.Accept();
     if (both.empty()) {
         WriteAnswered();
-    } else if (Now.Control == DrillVariablesButton) {
+    } else if (Now.Control == DrillVariablesButton && !HaveCommon(lists)) {
         const DataTable& table = TableOf(document).Table();
         Script.ChooseVariables(TextOfLists(table, {lists[0], {}}), TextOfLists(table, {lists[1], {}}), both);
     } else {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/DateIntervals.h"
@@ -52,13 +53,13 @@ FoundRow NamedRowInAnyCase(const CategoryList& list, std::string_view text) {
 }
 
 /// Documents name the intervals of dates and times by their bounds as such.
+std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
+    const bool isInDates = list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay;
+    return row.Range && isInDates ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
+}
+
 FoundRow RowNamedInDates(const CategoryList& list, std::string_view text) {
-    if (list.Kind != ValueKind::Date && list.Kind != ValueKind::TimeOfDay) {
-        return std::nullopt;
-    }
-    return FirstRow(list, [&](const CategoryRow& row) {
-        return row.Range && NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) == text;
-    });
+    return FirstRow(list, [&](const CategoryRow& row) { return NameForPeople(list, row) == text; });
 }
 
 bool Admits(const RowRange& range, double value) {
@@ -82,6 +83,16 @@ std::optional<double> ValueOf(const CategoryList& list, std::string_view text) {
     return value ? value : DecimalNumber(text);
 }
 
+/// The texts behind labels, as the data have them.
+FoundRow RowOfStoredText(const CategoryList& list, std::string_view text) {
+    const auto stored = std::ranges::find(list.Texts, text);
+    if (stored == list.Texts.end()) {
+        return std::nullopt;
+    }
+    const auto value = static_cast<double>(stored - list.Texts.begin() + 1);
+    return FirstRow(list, [value](const CategoryRow& row) { return row.Range && Admits(*row.Range, value); });
+}
+
 /// The number of a text means nothing to people; an interval of such numbers is asked for by its bounds, as they are
 /// its name.
 FoundRow AdmittingRow(const CategoryList& list, std::string_view text) {
@@ -98,10 +109,10 @@ FoundRow AdmittingRow(const CategoryList& list, std::string_view text) {
 /// The names of the rows; one that several rows have stands once, as it finds the first of them only.
 std::vector<std::string> NamesOf(const CategoryList& list) {
     std::vector<std::string> names;
-    std::set<std::string_view> seen;
+    std::set<std::string> seen;
     for (const CategoryRow& row : list.Rows) {
-        if (seen.insert(row.Name).second) {
-            names.push_back(row.Name);
+        if (std::string name = NameForPeople(list, row); seen.insert(name).second) {
+            names.push_back(std::move(name));
         }
     }
     return names;
@@ -112,13 +123,14 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
     if (list.Rows.empty()) {
         return line + "its list of categories is empty.";
     }
-    return line + "the list shows: " + ListOfAll(NamesOf(list)) + ".";
+    return line + "the list shows: " + QuotedList(NamesOf(list)) + ".";
 }
 
 }  // namespace
 
 std::size_t FindCategory(const CategoryList& list, std::string_view text) {
-    for (const auto find : {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, AdmittingRow}) {
+    for (const auto find :
+         {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, RowOfStoredText, AdmittingRow}) {
         if (const FoundRow row = find(list, text)) {
             return *row;
         }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,13 +23,14 @@ struct CategoryList {
     std::string Variable;
     ValueKind Kind = ValueKind::Number;  ///< what the variable's values stand for
     std::vector<CategoryRow> Rows;
+    std::span<const std::string> Texts{};  ///< of a text variable: what its values 1, 2, ... are stored as
 };
 
 /// The row that a text names. Tried in this order: `Missing`, when the list has that row; `#K`, row K from 0; the first
 /// row with exactly that name; the first without regard to case; the one that documents show under that name; of a date
 /// variable a day YYYY-MM-DD, of times of day a time HH:MM:SS, and of both, as of numbers, a decimal number, that an
-/// interval admits or that is the value of a row; of texts a decimal number that an interval of their numbers admits.
-/// Throws DataError, listing what is shown, when there is none.
+/// interval admits or that is the value of a row; of texts with labels the text itself, and of all texts a decimal
+/// number that an interval of their numbers admits. Throws DataError, listing what is shown, when there is none.
 [[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
 
 }  // namespace quillara

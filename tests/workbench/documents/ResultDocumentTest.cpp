@@ -202,8 +202,10 @@ TEST_F(Documents, AreUsedByName) {
     }
     EXPECT_TRUE(document->IsSaved() && document->IsVisible());
     document->Close();
-    EXPECT_EQ(Use(*document, u"Activate", DispatchMethod), DISP_E_EXCEPTION);
-    EXPECT_EQ(Use(*document, u"Visible", DispatchPropertyPut, {yes}), DISP_E_EXCEPTION);
+    VARIANT result;
+    EXPECT_EQ(Use(*document, u"Activate", DispatchMethod), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(Use(*document, u"Name", DispatchPropertyGet, {}, &result), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(Use(*document, u"Close", DispatchMethod), S_OK);
 }
 
 TEST_F(Documents, TheWindowKeepsItsDocument) {
