@@ -4,6 +4,7 @@
 #include <malloc.h>
 
 #include <map>
+#include <set>
 
 #include "platform/TypeInformation.h"
 #include "resources/ControlIds.h"
@@ -225,6 +226,20 @@ TEST_F(EveryUse, HasItsOutcomeInEachState) {
                 const auto work = [&, call = outcome] { found = call(*Face, use, RightValue(use)); };
                 isPressed ? WithinAPress(work) : work();
                 EXPECT_EQ(found, told[state][use.Name()]) << state << ": " << use.Name() << way;
+            }
+        }
+    }
+}
+
+TEST_F(EveryUse, TakesTheDialogBackFromAPersonWhenItWritesOrPresses) {
+    const std::set<std::string> idle{"Application", "Analysis", "disabled", "absent"};
+    for (const Use& use : AllUses()) {
+        for (const auto& [way, outcome] : Ways) {
+            ComeToTakenOver();
+            const std::string found = outcome(*Face, use, RightValue(use));
+            const bool isRead = use.Function->Use == DispatchPropertyGet && use.Function->Kind != ValueKind::Object;
+            if (Host().StartupWindow() != nullptr) {
+                EXPECT_EQ(Dialog().IsOleAutomation(), !isRead && !idle.contains(found)) << use.Name() << way;
             }
         }
     }

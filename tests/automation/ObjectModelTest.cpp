@@ -15,28 +15,20 @@
 #include "tests/workbench/Files.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/dialogs/WeightDialog.h"
+#include "workbench/documents/NamedCall.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/hosting/ScriptDesk.h"
 
 namespace dialogtest {
 namespace {
 
-/// A list as automation has it.
-OwnedVariant List(std::vector<OwnedVariant> items) {
-    VARIANT list;
-    list.Type = VariantType::Array | VariantType::Variant;
-    list.Array = SafeArrayOfVariants(static_cast<std::uint32_t>(items.size()));
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        list.Array->Data[i] = items[i].Detach();
-    }
-    return OwnedVariant(list);
-}
+using quillara::ListOf;
 
 OwnedVariant Call(std::u16string_view name, int id) {
     std::vector<OwnedVariant> items;
     items.push_back(OwnedVariant::OfText(name));
     items.push_back(OwnedVariant::OfInteger(id));
-    return List(std::move(items));
+    return ListOf(std::move(items));
 }
 
 /// "f m | 1": a list of lists as text.
@@ -143,9 +135,9 @@ TEST_F(ObjectModel, TheApplicationTakesAnswersAndKeepsMessages) {
     select.push_back(OwnedVariant::OfText(u"age"));
     std::vector<OwnedVariant> calls;
     calls.push_back(Call(u"click", Dialog::NoWeight));
-    calls.push_back(List(std::move(select)));
+    calls.push_back(ListOf(std::move(select)));
     calls.push_back(Call(u"click", 1));
-    Take(Application().Get(), "Answer", DispatchMethod, One(List(std::move(calls))));
+    Take(Application().Get(), "Answer", DispatchMethod, One(ListOf(std::move(calls))));
     EXPECT_EQ(Status, S_OK);
     EXPECT_EQ(Press(WeightButton), "ok");
     EXPECT_EQ(Analysis().CaseWeight.Variable, 2);
@@ -154,7 +146,7 @@ TEST_F(ObjectModel, TheApplicationTakesAnswersAndKeepsMessages) {
 
     std::vector<OwnedVariant> wrong;
     wrong.push_back(Call(u"click", 99));
-    Take(Application().Get(), "Answer", DispatchMethod, One(List(std::move(wrong))));
+    Take(Application().Get(), "Answer", DispatchMethod, One(ListOf(std::move(wrong))));
     EXPECT_EQ(Press(WeightButton).substr(0, 10), "exception:");
     Analysis().dsplst(0, "told");
     EXPECT_EQ(Get(Application().Get(), "Messages"), "['told']");

@@ -8,6 +8,7 @@
 #include "tests/workbench/Tables.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/documents/NamedCall.h"
 #include "workbench/hosting/ScriptDesk.h"
 
 namespace dialogtest {
@@ -40,12 +41,10 @@ class PropertyCalls : public testing::Test, public ScriptBench {
 
 TEST_F(PropertyCalls, EveryClassOfControlIsWrittenAndRead) {
     const auto list = [](const char16_t* first, int second) {
-        VARIANT items;
-        items.Type = VariantType::Array | VariantType::Variant;
-        items.Array = SafeArrayOfVariants(2);
-        items.Array->Data[0] = OwnedVariant::OfText(first).Detach();
-        items.Array->Data[1] = OwnedVariant::OfInteger(second).Detach();
-        return OwnedVariant(items);
+        std::vector<OwnedVariant> items;
+        items.push_back(OwnedVariant::OfText(first));
+        items.push_back(OwnedVariant::OfInteger(second));
+        return quillara::ListOf(std::move(items));
     };
     const auto text = [](std::u16string_view value) { return OwnedVariant::OfText(value); };
     const auto whole = [](int value) { return OwnedVariant::OfInteger(value); };

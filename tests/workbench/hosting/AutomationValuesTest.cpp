@@ -9,20 +9,11 @@
 #include "host/LittleParser.h"
 #include "host/ScriptValues.h"
 #include "platform/OwnedVariant.h"
+#include "workbench/documents/NamedCall.h"
 #include "workbench/documents/WideText.h"
 
 namespace quillara {
 namespace {
-
-OwnedVariant ListOf(std::vector<OwnedVariant> items) {
-    VARIANT list;
-    list.Type = VariantType::Array | VariantType::Variant;
-    list.Array = SafeArrayOfVariants(static_cast<std::uint32_t>(items.size()));
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        list.Array->Data[i] = items[i].Detach();
-    }
-    return OwnedVariant(list);
-}
 
 template <typename... Items>
 OwnedVariant List(Items... items) {
