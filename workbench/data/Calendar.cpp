@@ -5,7 +5,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <limits>
+
+#include "workbench/data/DayNumber.h"
 
 namespace quillara {
 namespace {
@@ -21,8 +22,6 @@ constexpr auto LastDay = sys_days{year::max() / 12 / 31}.time_since_epoch().coun
 constexpr double LargestSeconds = 9007199254740992;  // 2^53: beyond it a double skips seconds
 constexpr std::size_t LongestHours = 12;  // keeps every time read below it
 
-constexpr double NoDay = std::numeric_limits<double>::quiet_NaN();
-
 /// The number of a text that consists of digits only.
 std::optional<std::int64_t> Digits(std::string_view text) {
     std::int64_t number = 0;
@@ -35,26 +34,6 @@ std::optional<std::int64_t> Digits(std::string_view text) {
     return number;
 }
 
-constexpr bool IsLeap(int year) {
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
-constexpr std::size_t YearsOfTable = 10000;  // those of four digits
-
-/// Days from 1970-01-01 to the first day of each year from 0 on, and one more.
-constexpr auto DaysBeforeYear = [] {
-    std::array<int, YearsOfTable + 1> days{};
-    days[0] = -719528;
-    for (std::size_t year = 0; year < YearsOfTable; ++year) {
-        days[year + 1] = days[year] + (IsLeap(static_cast<int>(year)) ? 366 : 365);
-    }
-    return days;
-}();
-
-// In a year that is no leap year.
-constexpr std::array<unsigned, 12> DaysOfMonth = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-constexpr std::array<unsigned, 12> DaysBeforeMonth = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
-
 template <class... Numbers>
 std::string Formatted(const char* format, Numbers... numbers) {
     std::array<char, 64> text;
@@ -65,33 +44,8 @@ std::string Formatted(const char* format, Numbers... numbers) {
 }  // namespace
 
 std::optional<double> DaysFromText(std::string_view text) {
-    const double days = DaysOrNaN(text);
-    return std::isnan(days) ? std::nullopt : std::optional(days);
-}
-
-// What gives a value or none by a flag beside it waits for the flag: this is some times quicker.
-double DaysOrNaN(std::string_view text) {
-    if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
-        return NoDay;
-    }
-    bool areDigits = true;
-    const auto digit = [&](std::size_t place) {
-        const unsigned number = static_cast<unsigned char>(text[place]) - unsigned{'0'};
-        areDigits &= number <= 9;
-        return number;
-    };
-    const unsigned yearNumber = 1000 * digit(0) + 100 * digit(1) + 10 * digit(2) + digit(3);
-    const unsigned month = 10 * digit(5) + digit(6) - 1;
-    const unsigned day = 10 * digit(8) + digit(9) - 1;
-    if (!areDigits || month >= DaysOfMonth.size()) {
-        return NoDay;
-    }
-    const int first = DaysBeforeYear[yearNumber];
-    const unsigned leapDay = DaysBeforeYear[yearNumber + 1] - first > 365 ? 1 : 0;
-    if (day >= DaysOfMonth[month] + (month == 1 ? leapDay : 0)) {
-        return NoDay;
-    }
-    return first + static_cast<int>(DaysBeforeMonth[month] + (month > 1 ? leapDay : 0) + day);
+    const std::int32_t day = DayNumber(text);
+    return day == NoDay ? std::nullopt : std::optional<double>(day);
 }
 
 std::optional<double> SecondsFromText(std::string_view text) {

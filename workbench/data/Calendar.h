@@ -9,9 +9,6 @@ namespace quillara {
 /// Days since 1970-01-01 of a date YYYY-MM-DD of the Gregorian calendar; nothing when the text is no such day.
 [[nodiscard]] std::optional<double> DaysFromText(std::string_view text);
 
-/// The same; NaN when the text is no such day.
-[[nodiscard]] double DaysOrNaN(std::string_view text);
-
 /// Seconds since midnight of a time HH:MM:SS, as TextFromSeconds writes it; nothing when the text is no such time.
 [[nodiscard]] std::optional<double> SecondsFromText(std::string_view text);
 

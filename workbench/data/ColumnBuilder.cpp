@@ -165,12 +165,17 @@ void ColumnBuilder::Shorten(std::size_t rows) {
 }
 
 void ColumnBuilder::Append(std::span<const double> values) {
-    if (Form == BuildForm::Doubles) {
-        Doubles.insert(Doubles.end(), values.begin(), values.end());
-        return;
+    const auto* next = values.data();
+    const auto* const end = next + values.size();
+    for (; next != end && Form == BuildForm::Codes; ++next) {
+        Append(*next);
     }
-    for (const double value : values) {
-        Append(value);
+    for (; next != end && Form == BuildForm::Integers && FitsIntegers(*next); ++next) {
+        Integers.push_back(ToInteger(*next));
+    }
+    if (next != end) {
+        AppendWider(*next++);
+        Doubles.insert(Doubles.end(), next, end);
     }
 }
 

@@ -10,8 +10,9 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
-#include "workbench/data/ColumnBuilder.h"
 #include "workbench/data/MissingCodes.h"
+#include "workbench/formats/NumberAssembly.h"
+#include "workbench/formats/PieceCodes.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -89,46 +90,6 @@ class SortedTexts {
     std::vector<std::vector<std::uint32_t>> Places;
 };
 
-/// Calls `take` with the entries of each piece and its worker, and frees the pieces one by one.
-template <typename Take>
-void TakePieces(std::vector<ColumnPiece>& pieces, Take take) {
-    for (ColumnPiece& piece : pieces) {
-        std::visit([&](const auto& entries) { take(entries, piece.Worker); }, piece.Entries);
-        piece = {};
-    }
-}
-
-std::size_t CasesOf(const std::vector<ColumnPiece>& pieces) {
-    std::size_t cases = 0;
-    for (const ColumnPiece& piece : pieces) {
-        cases += piece.Size();
-    }
-    return cases;
-}
-
-/// The codes of all pieces, each put in place of another by its worker's table.
-template <typename Code, typename Table>
-std::vector<Code> CodesOf(std::vector<ColumnPiece>& pieces, Table codesOfWorker) {
-    std::vector<Code> codes;
-    codes.reserve(CasesOf(pieces));
-    TakePieces(pieces, [&](const auto& entries, std::size_t worker) {
-        const std::span<const std::uint32_t> table = codesOfWorker(worker);
-        for (const auto entry : entries) {
-            codes.push_back(static_cast<Code>(table[static_cast<std::size_t>(entry)]));
-        }
-    });
-    return codes;
-}
-
-/// A column of codes as narrow as their number allows.
-template <typename Table>
-Column ColumnOfCodes(std::vector<ColumnPiece>& pieces, Table codesOfWorker, std::vector<double> values) {
-    if (values.size() <= 1U + std::numeric_limits<std::uint8_t>::max()) {
-        return Column::OfCodes(CodesOf<std::uint8_t>(pieces, codesOfWorker), std::move(values));
-    }
-    return Column::OfCodes(CodesOf<std::uint16_t>(pieces, codesOfWorker), std::move(values));
-}
-
 void AssembleTexts(GatheredColumn& column, const FieldRules& rules, Variable& variable) {
     SortedTexts texts(column.Workers, rules);
     // What the code for missing data is depends on the least and the largest value only.
@@ -136,91 +97,24 @@ void AssembleTexts(GatheredColumn& column, const FieldRules& rules, Variable& va
     const std::array<double, 2> ends = {1, count};
     variable.Kind = ValueKind::Text;
     variable.MissingCode = MissingCodeFor(std::span(ends).first(count == 0 ? 0 : ends.size()));
-    const auto placesOfWorker = [&](std::size_t worker) { return texts.PlacesOf(worker); };
+    const auto append = [&](const auto& entries, std::size_t worker, auto& codes) {
+        AppendCodes(entries, texts.PlacesOf(worker), codes);
+    };
     if (texts.Count() < NumberCodes::MostCodes) {
         std::vector<double> values(texts.Count() + 1);
         std::iota(values.begin(), values.end(), 0.0);
         values[0] = variable.MissingCode;
-        variable.Values = ColumnOfCodes(column.Pieces, placesOfWorker, std::move(values));
+        variable.Values = ColumnOfCodes(column.Pieces, append, std::move(values));
     } else if (variable.MissingCode < std::numeric_limits<std::int32_t>::min()) {
-        std::vector<double> values = CodesOf<double>(column.Pieces, placesOfWorker);
+        std::vector<double> values = CodesOf<double>(column.Pieces, append);
         std::ranges::replace(values, 0.0, variable.MissingCode);
         variable.Values = std::move(values);
     } else {
-        std::vector<std::int32_t> values = CodesOf<std::int32_t>(column.Pieces, placesOfWorker);
+        std::vector<std::int32_t> values = CodesOf<std::int32_t>(column.Pieces, append);
         std::ranges::replace(values, 0, static_cast<std::int32_t>(variable.MissingCode));
         variable.Values = Column::OfIntegers(std::move(values));
     }
     variable.Texts = texts.Take();
-}
-
-void AppendNumbers(std::span<const std::int32_t> whole, std::span<const double> /*byCode*/,
-                   std::vector<double>& values) {
-    for (const std::int32_t number : whole) {
-        values.push_back(number == MissingWhole ? std::numeric_limits<double>::quiet_NaN() : number);
-    }
-}
-
-void AppendNumbers(std::span<const double> numbers, std::span<const double> /*byCode*/, std::vector<double>& values) {
-    values.insert(values.end(), numbers.begin(), numbers.end());
-}
-
-template <typename Code>
-void AppendNumbers(std::span<const Code> codes, std::span<const double> byCode, std::vector<double>& values) {
-    for (const Code code : codes) {
-        values.push_back(byCode[code]);
-    }
-}
-
-/// The distinct numbers of all workers, if they are few enough for codes, and the code of each worker's numbers.
-class JoinedNumbers {
-  public:
-    explicit JoinedNumbers(const GatheredColumn& column) {
-        AreAll = std::ranges::all_of(column.Pieces, [](const ColumnPiece& piece) {
-            return std::holds_alternative<std::vector<std::uint8_t>>(piece.Entries) ||
-                   std::holds_alternative<std::vector<std::uint16_t>>(piece.Entries);
-        });
-        for (const ColumnGatherer& worker : column.Workers) {
-            std::vector<std::uint32_t>& codes = Codes.emplace_back();
-            for (const double number : worker.Numbers().Numbers()) {
-                const std::optional<std::uint32_t> code = AreAll ? Distinct.CodeOf(number) : std::nullopt;
-                AreAll = code.has_value();
-                codes.push_back(code.value_or(0));
-            }
-        }
-    }
-
-    /// Whether codes take less room than the numbers may: else their narrowest form is to be found.
-    [[nodiscard]] bool AreCodes(std::size_t cases) const {
-        constexpr std::size_t roomOfCode = sizeof(std::uint16_t);
-        return AreAll && sizeof(double) * Distinct.Values().size() < (sizeof(std::int32_t) - roomOfCode) * cases;
-    }
-    [[nodiscard]] std::span<const std::uint32_t> CodesOf(std::size_t worker) const { return Codes[worker]; }
-    /// Puts the missing code, which it gives, in place of NaN.
-    double EncodeMissing() { return Distinct.EncodeMissing(); }
-    [[nodiscard]] std::vector<double> TakeValues() { return Distinct.TakeValues(); }
-
-  private:
-    bool AreAll = true;
-    ValueCodes Distinct;
-    std::vector<std::vector<std::uint32_t>> Codes;
-};
-
-void AssembleNumbers(GatheredColumn& column, Variable& variable) {
-    variable.Kind = column.Kind == FieldKind::Date ? ValueKind::Date : ValueKind::Number;
-    JoinedNumbers numbers(column);
-    if (numbers.AreCodes(CasesOf(column.Pieces))) {
-        variable.MissingCode = numbers.EncodeMissing();
-        variable.Values = ColumnOfCodes(
-            column.Pieces, [&](std::size_t worker) { return numbers.CodesOf(worker); }, numbers.TakeValues());
-        return;
-    }
-    std::vector<double> values;
-    values.reserve(CasesOf(column.Pieces));
-    TakePieces(column.Pieces, [&](const auto& entries, std::size_t worker) {
-        AppendNumbers(std::span(entries), column.Workers[worker].Numbers().Numbers(), values);
-    });
-    EncodeNumbers(variable, std::move(values));
 }
 
 /// Whether a test holds of all texts that a variable was gathered as.

@@ -9,6 +9,7 @@
 
 #include "workbench/formats/ColumnPiece.h"
 #include "workbench/formats/FieldRules.h"
+#include "workbench/formats/FieldRun.h"
 #include "workbench/formats/NumberCodes.h"
 #include "workbench/formats/TextCodes.h"
 
@@ -24,22 +25,9 @@ class ColumnGatherer {
     ColumnGatherer(FieldKind kind, const FieldRules& rules, std::size_t mostNumberCodes)
         : Kind(kind), Rules(&rules), NumbersMet(mostNumberCodes) {}
 
-    /// Takes the field of the next case, whose record begins at `place`. False when it isn't of the kind: the variable
-    /// isn't what it is read as, and all that was gathered of it is void.
-    bool Take(std::string_view field, std::size_t place) {
-        switch (Kind) {
-            case FieldKind::Number:
-                return TakeNumber(field, place);
-            case FieldKind::Date:
-                return TakeDate(field);
-            case FieldKind::Text:
-                TakeText(field);
-                break;
-            case FieldKind::PassedOver:
-                break;
-        }
-        return true;
-    }
+    /// Takes the fields of a variable for the next cases; RoomBehindDecimal bytes behind each can be read. False when
+    /// one isn't of the kind: the variable isn't what it is read as, and all that was gathered of it is void.
+    [[nodiscard]] bool Take(const FieldRun& run, std::size_t variable);
     /// Takes no more fields.
     void PassOver();
     /// The values gathered since the last call.
@@ -58,13 +46,21 @@ class ColumnGatherer {
     [[nodiscard]] const std::optional<TooLarge>& FirstTooLarge() const { return Large; }
 
   private:
-    bool TakeNumber(std::string_view field, std::size_t place);
-    bool TakeDate(std::string_view field);
+    bool TakeNumbers(const FieldRun& run, std::size_t variable);
+    bool TakeUnusual(std::string_view field, std::size_t place, double& value);
+    bool TakeDates(const FieldRun& run, std::size_t variable);
     void TakeText(std::string_view field);
+
+    [[nodiscard]] ColumnPiece FinishTexts() const;
+    [[nodiscard]] ColumnPiece FinishNumbers();
+    [[nodiscard]] ColumnPiece FinishWhole();
+    /// Nothing when the numbers have no codes.
+    [[nodiscard]] std::optional<ColumnPiece> FinishCodes();
 
     FieldKind Kind;
     const FieldRules* Rules;
-    std::vector<double> Values;
+    std::vector<double> Values;  // of numbers
+    std::vector<std::int32_t> Whole;  // of dates, and numbers that are all whole ones
     std::vector<std::uint32_t> TextNumbers;  // 0: missing; else 1 more than the code
     TextCodes TextsMet;
     std::vector<bool> IsMissingText;  // by code

@@ -12,12 +12,23 @@ namespace quillara {
 /// What stands for missing data among the whole numbers of a piece.
 inline constexpr std::int32_t MissingWhole = std::numeric_limits<std::int32_t>::min();
 
+/// Whole numbers near one another: each is so much more than Base; 0: it is missing.
+template <typename Step>
+struct WholeSteps {
+    using value_type = std::int32_t;
+
+    std::int32_t Base = 0;
+    std::vector<Step> Steps;
+
+    [[nodiscard]] std::size_t size() const { return Steps.size(); }
+};
+
 /// The values of one variable in one part of a text, in the narrowest form that holds them. Of a text variable: 0 for
 /// missing data, else 1 more than the code of the text, by the codes of the worker that read it. Of another: codes of
 /// that worker's numbers, whole numbers, or numbers with NaN for missing data.
 struct ColumnPiece {
     std::variant<std::vector<std::uint8_t>, std::vector<std::uint16_t>, std::vector<std::uint32_t>,
-                 std::vector<std::int32_t>, std::vector<double>>
+                 WholeSteps<std::uint8_t>, WholeSteps<std::uint16_t>, std::vector<std::int32_t>, std::vector<double>>
         Entries;
     std::size_t Worker = 0;
 

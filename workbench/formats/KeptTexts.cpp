@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "workbench/numbers/ShortDecimal.h"
+
 namespace quillara {
 namespace {
 
@@ -11,9 +13,9 @@ constexpr std::size_t LargestBlock = 1 << 20;
 }  // namespace
 
 std::string_view KeptTexts::Keep(std::string_view text) {
-    if (text.size() > RoomInBlock || Blocks.empty()) {
+    if (text.size() + RoomBehindDecimal > RoomInBlock || Blocks.empty()) {
         const std::size_t wanted = std::min(LargestBlock, FirstBlock << std::min<std::size_t>(Blocks.size(), 12));
-        RoomInBlock = std::max(text.size(), wanted);
+        RoomInBlock = std::max(text.size() + RoomBehindDecimal, wanted);
         Blocks.push_back(std::make_unique<char[]>(RoomInBlock));
         BlockEnd = Blocks.back().get() + RoomInBlock;
     }

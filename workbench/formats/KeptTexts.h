@@ -10,7 +10,7 @@ namespace quillara {
 /// Many short texts in few blocks of memory.
 class KeptTexts {
   public:
-    /// A copy of a text that stays where it is as long as this lives.
+    /// A copy of a text that stays where it is as long as this lives; RoomBehindDecimal bytes behind it can be read.
     [[nodiscard]] std::string_view Keep(std::string_view text);
 
   private:

@@ -2,23 +2,27 @@
 
 #include <algorithm>
 #include <bit>
-#include <limits>
+#include <cmath>
 
 namespace quillara {
 namespace {
 
 constexpr std::size_t FirstNumberSlots = 64;
 
-/// The whole numbers that are found without a search where there is room for it.
-constexpr int LeastSmallWhole = -32768;
-constexpr int SmallWholes = 65536;
-
-/// Where nearly every number is a new one, most further ones are too.
-constexpr std::size_t EnoughToJudgeBy = 8192;
+constexpr std::size_t EnoughToJudgeBy = 2048;
+constexpr std::size_t CodesOfOneByte = 256;
 
 std::size_t SlotOf(double number, std::size_t slots) {
     const std::uint64_t bits = std::bit_cast<std::uint64_t>(number) * 0x9E3779B97F4A7C15U;
     return static_cast<std::size_t>((bits ^ bits >> 32) * 0x9E3779B97F4A7C15U >> 32) & (slots - 1);
+}
+
+/// Whether so many distinct numbers of so many let expect that there are too many in all. Of 80,000 equally frequent
+/// ones n draws are expected to meet 80,000 (1 - exp(-n / 80,000)).
+bool TooManyAreNew(std::size_t distinct, std::size_t seen) {
+    constexpr double tooMany = 80000;
+    return seen >= EnoughToJudgeBy &&
+           static_cast<double>(distinct) > -tooMany * std::expm1(-static_cast<double>(seen) / tooMany);
 }
 
 bool HasSameBits(double number, double other) {
@@ -27,27 +31,8 @@ bool HasSameBits(double number, double other) {
 
 }  // namespace
 
-// Days and other whole numbers are found by themselves, which is some times quicker.
-inline std::size_t NumberCodes::CodeOf(double number) {
-    if (!(number > LeastSmallWhole - 1 && number < LeastSmallWhole + SmallWholes)) {
-        return SearchedCode(number);
-    }
-    const auto whole = static_cast<int>(number);
-    if (!HasSameBits(number, whole)) {
-        return SearchedCode(number);
-    }
-    if (OfSmallWhole.empty()) {
-        OfSmallWhole.resize(Most == MostCodes ? SmallWholes : 1);
-    }
-    const auto place = OfSmallWhole.size() == 1 ? 0 : static_cast<std::size_t>(whole - LeastSmallWhole);
-    std::uint16_t& known = OfSmallWhole[place];
-    if (known != 0) {
-        return known - 1U;
-    }
-    const std::size_t code = SearchedCode(number);
-    const bool isKept = OfSmallWhole.size() > 1 && code < std::numeric_limits<std::uint16_t>::max() && code != Most;
-    known = isKept ? static_cast<std::uint16_t>(code + 1) : std::uint16_t{0};
-    return code;
+bool NumberCodes::MayFitByte() const {
+    return !HasGivenUp && Known.size() <= CodesOfOneByte;
 }
 
 bool NumberCodes::Encode(std::span<const double> numbers, std::vector<std::uint16_t>& codes) {
@@ -64,13 +49,13 @@ bool NumberCodes::Encode(std::span<const double> numbers, std::vector<std::uint1
         codes[i] = static_cast<std::uint16_t>(code);
     }
     Seen += numbers.size();
-    if (Seen >= EnoughToJudgeBy && 20 * Known.size() > 19 * Seen) {
+    if (TooManyAreNew(Known.size(), Seen)) {
         GiveUp();
     }
     return true;
 }
 
-std::size_t NumberCodes::SearchedCode(double number) {
+std::size_t NumberCodes::CodeOf(double number) {
     if (2 * Known.size() >= Slots.size()) {
         Grow();
     }
@@ -104,7 +89,6 @@ void NumberCodes::Grow() {
 void NumberCodes::GiveUp() {
     HasGivenUp = true;
     Slots = {};
-    OfSmallWhole = {};
 }
 
 }  // namespace quillara

@@ -18,13 +18,15 @@ class NumberCodes {
     /// The code of each number. False when there are too many distinct ones; no code is given then, nor ever after.
     [[nodiscard]] bool Encode(std::span<const double> numbers, std::vector<std::uint16_t>& codes);
 
+    /// Whether codes may still have a byte each.
+    [[nodiscard]] bool MayFitByte() const;
+
     /// The number of each code; some may stand for none of the numbers that have codes.
     [[nodiscard]] const std::vector<double>& Numbers() const { return Known; }
 
   private:
     /// The code of a number; Most: it's one too many.
     std::size_t CodeOf(double number);
-    std::size_t SearchedCode(double number);
     void Grow();
     void GiveUp();
 
@@ -33,7 +35,6 @@ class NumberCodes {
     std::size_t Seen = 0;
     std::vector<std::uint32_t>
         Slots;  // 0: free; else 1 more than a code; as many as a power of two, at most half taken
-    std::vector<std::uint16_t> OfSmallWhole;  // 1 more than the code of a whole number, 0: look among the slots
     std::vector<double> Known;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/formats/Encoding.h"
+#include "workbench/numbers/ShortDecimal.h"
 
 namespace quillara {
 namespace {
@@ -33,19 +34,38 @@ PartRecords::PartRecords(const TextSource& source, const TextRange& records, con
       PartEnd(records.End) {}
 
 bool PartRecords::Next(std::vector<std::string_view>& fields) {
-    while (NextBegin < PartEnd) {
-        const bool hasRecord = Scanner && Scanner->Next(fields);
-        // A record at the window's end may go on behind it, if only with the other half of its line break.
-        const bool isWhole =
-            hasRecord && (Scanner->BytesRead() < Window.size() || WindowBegin + Window.size() == Source.Size());
-        if (isWhole) {
-            NextBegin = WindowBegin + Scanner->BytesRead();
-            return true;
+    fields.clear();
+    while (!Append(fields)) {
+        if (!Load()) {
+            return false;
         }
+    }
+    return true;
+}
+
+bool PartRecords::Load() {
+    if (NextBegin < PartEnd) {
         LoadFromNext();
+        return true;
     }
     CheckRead();
     return false;
+}
+
+bool PartRecords::Append(std::vector<std::string_view>& fields) {
+    if (!Scanner || NextBegin >= PartEnd) {
+        return false;
+    }
+    const std::size_t before = fields.size();
+    const bool hasRecord = Scanner->Append(fields);
+    // A record at the window's end may go on behind it, if only with the other half of its line break.
+    const bool isWhole = hasRecord && (Scanner->BytesRead() < TextBytes || WindowBegin + TextBytes == Source.Size());
+    if (!isWhole) {
+        fields.resize(before);
+        return false;
+    }
+    NextBegin = WindowBegin + Scanner->BytesRead();
+    return true;
 }
 
 void PartRecords::LoadFromNext() {
@@ -58,14 +78,17 @@ void PartRecords::LoadFromNext() {
         throw UnexpectedBytes(UnexpectedBytes::Kind::NotAtRecord);
     }
     WindowBegin = NextBegin;
-    Window.resize(std::min(WindowBytes, Source.Size() - WindowBegin));
-    Source.Read(WindowBegin, Window.size(), Window.data());
-    Scanner.emplace(Window, RecordRules{.Separator = How.Separator});
+    TextBytes = std::min(WindowBytes, Source.Size() - WindowBegin);
+    if (Window.size() < TextBytes + RoomBehindDecimal) {
+        Window.resize(TextBytes + RoomBehindDecimal);
+    }
+    Source.Read(WindowBegin, TextBytes, Window.data());
+    Scanner.emplace(Text(), RecordRules{.Separator = How.Separator});
 }
 
 void PartRecords::CheckRead() const {
     if (Scanner) {
-        CheckText(std::string_view(Window).substr(0, NextBegin - WindowBegin), How.IsUtf8);
+        CheckText(Text().substr(0, NextBegin - WindowBegin), How.IsUtf8);
     }
 }
 

@@ -41,8 +41,15 @@ class PartRecords {
     /// the source must outlive this.
     PartRecords(const TextSource& source, const TextRange& records, const Rules& rules, std::string& window);
 
-    /// Reads the next record; false behind the last. The fields stay valid until the next call. Throws UnexpectedBytes.
+    /// Reads the next record; false behind the last. The fields stay valid until the next call, and RoomBehindDecimal
+    /// bytes behind each can be read. Throws UnexpectedBytes.
     bool Next(std::vector<std::string_view>& fields);
+
+    /// The same for many records: Load until there are none, and after each call Append until there are none. All
+    /// fields stay valid until Load is called again.
+    bool Load();
+    /// Puts the fields of the next record behind those that are there.
+    bool Append(std::vector<std::string_view>& fields);
 
     /// Checks the bytes of the records read so far, as is done behind the last. Throws UnexpectedBytes.
     void CheckRead() const;
@@ -58,10 +65,12 @@ class PartRecords {
 
   private:
     void LoadFromNext();
+    [[nodiscard]] std::string_view Text() const { return std::string_view(Window).substr(0, TextBytes); }
 
     const TextSource& Source;
     Rules How;
-    std::string& Window;
+    std::string& Window;  // a piece of the source, and some room behind it
+    std::size_t TextBytes = 0;  // of that piece
     std::size_t WindowBegin;
     std::size_t WindowBytes;
     std::size_t NextBegin;

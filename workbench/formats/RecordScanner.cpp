@@ -10,8 +10,9 @@ namespace {
 constexpr std::string_view Blanks = " \t";
 constexpr std::size_t RecordsToJudgeBy = 1000;
 
-bool IsBlank(char character) {
-    return character == ' ' || character == '\t';
+/// True of all blanks, but not only of them.
+bool MayBeBlank(char character) {
+    return static_cast<unsigned char>(character) <= ' ';
 }
 
 /// A record that no character cuts ends with the text.
@@ -55,34 +56,42 @@ inline std::string_view RecordScanner::ReadUnquoted() {
     return Text.substr(begin, Place - begin);
 }
 
-inline bool RecordScanner::PassRecordEnd() {
-    if (Place == Text.size()) {
-        return true;
-    }
-    const char character = Text[Place++];
-    if (character == Rules.Separator) {
-        return false;
-    }
-    const bool isPair = character == '\r' && Place < Text.size() && Text[Place] == '\n';
-    Place += isPair ? 1 : 0;
-    return true;
-}
-
-bool RecordScanner::Next(std::vector<std::string_view>& fields) {
-    fields.clear();
-    if (Place >= Text.size()) {
+// The place stays in a register from field to field: through memory each would wait for the one before.
+bool RecordScanner::Append(std::vector<std::string_view>& fields) {
+    const std::string_view text = Text;
+    if (Place >= text.size()) {
         return false;
     }
     RecordBegin = Place;
+    const std::size_t fieldsBefore = fields.size();
     const bool quotesOnlyAtBegin = !Rules.BlanksBeforeQuotes;
-    do {
-        const bool isPlain = quotesOnlyAtBegin && Place < Text.size() && Text[Place] != Quote;
-        const std::string_view field = isPlain ? ReadUnquoted() : ReadField();
-        const bool hasBlanks = !field.empty() && (IsBlank(field.front()) || IsBlank(field.back()));
-        fields.push_back(hasBlanks ? WithoutBlanks(field) : field);
-    } while (!PassRecordEnd());
-    RecordIsEmpty = fields.size() == 1 && fields[0].empty() && Text[RecordBegin] != Quote;
+    std::size_t place = Place;
+    bool isBehindSeparator = true;
+    while (isBehindSeparator) {
+        std::string_view field;
+        if (quotesOnlyAtBegin && place < text.size() && text[place] != Quote) {
+            const std::size_t end = Ends.EndFrom(place);
+            field = std::string_view(text.data() + place, end - place);
+            place = end;
+        } else {
+            Place = place;
+            field = ReadField();
+            place = Place;
+        }
+        const bool mayHaveBlanks = !field.empty() && (MayBeBlank(field.front()) || MayBeBlank(field.back()));
+        fields.push_back(mayHaveBlanks ? WithoutBlanks(field) : field);
+        isBehindSeparator = place < text.size() && Rules.Separator == text[place];
+        place += isBehindSeparator ? 1 : 0;
+    }
+    Place = place;
+    PassLineBreak();
+    RecordIsEmpty = fields.size() == fieldsBefore + 1 && fields.back().empty() && text[RecordBegin] != Quote;
     return true;
+}
+
+void RecordScanner::PassLineBreak() {
+    const std::string_view next = Text.substr(Place, 2);
+    Place += next == "\r\n" ? 2 : std::min<std::size_t>(next.size(), 1);
 }
 
 std::size_t RecordScanner::Line() {

@@ -34,7 +34,12 @@ class RecordScanner {
 
     /// Reads the next record; false at the end of the text. The fields, trimmed of spaces and tabs, stay valid as long
     /// as the scanner and the text. A quote that is never closed ends with the text.
-    bool Next(std::vector<std::string_view>& fields);
+    bool Next(std::vector<std::string_view>& fields) {
+        fields.clear();
+        return Append(fields);
+    }
+    /// The same, with the fields put behind those that are there.
+    bool Append(std::vector<std::string_view>& fields);
 
     [[nodiscard]] std::optional<char> Separator() const { return Rules.Separator; }
     /// How many bytes of the text are read.
@@ -54,7 +59,7 @@ class RecordScanner {
     std::string_view ReadQuoted();
     /// The text up to the closing quote or the end of the text.
     std::string_view ReadToQuote();
-    bool PassRecordEnd();
+    void PassLineBreak();
 
     std::string_view Text;
     RecordRules Rules;

@@ -20,6 +20,11 @@ constexpr std::size_t CasesOfSample = 100;  // at each place
 constexpr std::size_t NumbersOfWorker = 64 * NumberCodes::MostCodes;
 constexpr std::size_t FewestNumbersOfColumn = 256;
 
+/// Fields are taken variable by variable, which is quicker than record by record, from records that the processor's
+/// nearest memory holds.
+constexpr std::size_t FieldsOfRun = 1024;
+constexpr std::size_t RecordsOfRun = 64;
+
 /// The kind of a variable by the fields met so far.
 FieldKind KindWith(FieldKind kind, std::string_view field, const FieldRules& rules) {
     double value = 0;
@@ -32,12 +37,18 @@ FieldKind KindWith(FieldKind kind, std::string_view field, const FieldRules& rul
 
 }  // namespace
 
+/// What one of the workers has for itself.
+struct TableGathering::Worker {
+    std::vector<ColumnGatherer> Gatherers;  // by place in the variables of the run
+    std::string Window;
+    FieldRun Fields;
+};
+
 /// What the workers share while they gather some variables.
 struct TableGathering::Run {
     std::vector<std::size_t> Variables;
     std::unique_ptr<std::atomic<bool>[]> IsOfOtherKind;  // by place in Variables
-    std::vector<std::vector<ColumnGatherer>> Gatherers;  // by worker and place in Variables
-    std::vector<std::string> Windows;  // by worker
+    std::vector<Worker> Workers;
     std::atomic<std::size_t> FirstFaultyPart;
 };
 
@@ -72,16 +83,16 @@ std::vector<FieldKind> TableGathering::GuessKinds() const {
 void TableGathering::Gather(const std::vector<std::size_t>& variables, const std::vector<FieldKind>& kinds) {
     Run run{.Variables = variables,
             .IsOfOtherKind = std::make_unique<std::atomic<bool>[]>(variables.size()),
-            .Gatherers = std::vector<std::vector<ColumnGatherer>>(Crew.Workers()),
-            .Windows = std::vector<std::string>(Crew.Workers()),
+            .Workers = std::vector<Worker>(Crew.Workers()),
             .FirstFaultyPart = Layout.Parts.size()};
     const std::size_t mostNumbers =
         std::clamp(NumbersOfWorker / variables.size(), FewestNumbersOfColumn, NumberCodes::MostCodes);
     for (const std::size_t variable : variables) {
         Gathered[variable] = {
             .Kind = kinds[variable], .Pieces = std::vector<ColumnPiece>(Layout.Parts.size()), .Workers = {}};
-        for (std::vector<ColumnGatherer>& gatherers : run.Gatherers) {
-            gatherers.emplace_back(kinds[variable], Rules, mostNumbers);
+        for (Worker& worker : run.Workers) {
+            worker.Fields.Variables = Layout.FirstFields.size();
+            worker.Gatherers.emplace_back(kinds[variable], Rules, mostNumbers);
         }
     }
     const std::size_t bytesOfPart = Layout.Parts.empty() ? 0 : Layout.Parts[0].End - Layout.Parts[0].Begin;
@@ -91,8 +102,8 @@ void TableGathering::Gather(const std::vector<std::size_t>& variables, const std
     for (std::size_t i = 0; i < variables.size(); ++i) {
         GatheredColumn& column = Gathered[variables[i]];
         column.IsOfKind = !run.IsOfOtherKind[i];
-        for (std::vector<ColumnGatherer>& gatherers : run.Gatherers) {
-            column.Workers.push_back(std::move(gatherers[i]));
+        for (Worker& worker : run.Workers) {
+            column.Workers.push_back(std::move(worker.Gatherers[i]));
         }
         if (!column.IsOfKind) {
             column.Pieces.clear();
@@ -104,9 +115,10 @@ void TableGathering::GatherPart(Run& run, std::size_t part, std::size_t worker) 
     if (part > run.FirstFaultyPart) {
         return;
     }
+    std::vector<ColumnGatherer>& gatherers = run.Workers[worker].Gatherers;
     for (std::size_t i = 0; i < run.Variables.size(); ++i) {
         if (run.IsOfOtherKind[i]) {
-            run.Gatherers[worker][i].PassOver();
+            gatherers[i].PassOver();
         }
     }
     Outcomes[part] = ReadPart(run, part, worker);
@@ -116,9 +128,9 @@ void TableGathering::GatherPart(Run& run, std::size_t part, std::size_t worker) 
         }
     }
     for (std::size_t i = 0; i < run.Variables.size(); ++i) {
-        if (run.Gatherers[worker][i].ReadAs() != FieldKind::PassedOver) {
+        if (gatherers[i].ReadAs() != FieldKind::PassedOver) {
             ColumnPiece& piece = Gathered[run.Variables[i]].Pieces[part];
-            piece = run.Gatherers[worker][i].Finish();
+            piece = gatherers[i].Finish();
             piece.Worker = worker;
         }
     }
@@ -126,29 +138,49 @@ void TableGathering::GatherPart(Run& run, std::size_t part, std::size_t worker) 
 
 TableGathering::PartOutcome TableGathering::ReadPart(Run& run, std::size_t part, std::size_t worker) const {
     PartOutcome outcome{.Records = Layout.RecordsOf(Source, part)};
-    PartRecords records(Source, outcome.Records, Layout.RulesOfPart(part), run.Windows[worker]);
-    std::vector<ColumnGatherer>& gatherers = run.Gatherers[worker];
-    const std::size_t variables = Layout.FirstFields.size();
-    std::vector<std::string_view> fields;
-    while (records.Next(fields)) {
-        if (records.IsEmpty() && variables != 1) {
-            continue;
-        }
-        if (records.EndsInQuotes() || fields.size() != variables) {
-            outcome.Fault = {.Place = records.Begin()};
-            outcome.Fault->Fields = records.EndsInQuotes() ? std::nullopt : std::optional(fields.size());
-            return outcome;
-        }
-        ++outcome.Cases;
-        for (std::size_t i = 0; i < gatherers.size(); ++i) {
-            if (!gatherers[i].Take(fields[run.Variables[i]], records.Begin())) {
-                run.IsOfOtherKind[i] = true;
-                gatherers[i].PassOver();
+    PartRecords records(Source, outcome.Records, Layout.RulesOfPart(part), run.Workers[worker].Window);
+    FieldRun& fields = run.Workers[worker].Fields;
+    while (records.Load()) {
+        do {
+            fields.Clear();
+            outcome.Fault = ReadRun(records, fields);
+            if (outcome.Fault) {
+                return outcome;
             }
-        }
+            TakeRun(run, worker);
+            outcome.Cases += fields.Records();
+        } while (fields.Records() > 0);
     }
     outcome.Records.End = std::max(outcome.Records.Begin, records.End());
     return outcome;
+}
+
+/// Reads some records, none at the end of what is loaded. Gives what is wrong with one.
+std::optional<RecordFault> TableGathering::ReadRun(PartRecords& records, FieldRun& run) const {
+    const std::size_t most = std::clamp<std::size_t>(FieldsOfRun / run.Variables, 1, RecordsOfRun);
+    while (run.Records() < most && records.Append(run.Fields)) {
+        const std::size_t fields = run.Fields.size() - run.Records() * run.Variables;
+        if (records.IsEmpty() && run.Variables != 1) {
+            run.Fields.pop_back();
+            continue;
+        }
+        if (records.EndsInQuotes() || fields != run.Variables) {
+            return RecordFault{.Place = records.Begin(),
+                               .Fields = records.EndsInQuotes() ? std::nullopt : std::optional(fields)};
+        }
+        run.Places.push_back(records.Begin());
+    }
+    return {};
+}
+
+void TableGathering::TakeRun(Run& run, std::size_t worker) {
+    Worker& own = run.Workers[worker];
+    for (std::size_t i = 0; i < own.Gatherers.size(); ++i) {
+        if (!own.Gatherers[i].Take(own.Fields, run.Variables[i])) {
+            run.IsOfOtherKind[i] = true;
+            own.Gatherers[i].PassOver();
+        }
+    }
 }
 
 // Where a part that was guessed to begin outside quotes, or inside, doesn't, the record before it ends elsewhere.

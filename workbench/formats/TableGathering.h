@@ -9,6 +9,7 @@
 #include "workbench/formats/ColumnGatherer.h"
 #include "workbench/formats/ColumnPiece.h"
 #include "workbench/formats/FieldRules.h"
+#include "workbench/formats/FieldRun.h"
 #include "workbench/formats/TextLayout.h"
 #include "workbench/formats/WorkCrew.h"
 
@@ -46,10 +47,13 @@ class TableGathering {
         std::size_t Cases = 0;
         std::optional<RecordFault> Fault{};
     };
+    struct Worker;
     struct Run;
 
     void GatherPart(Run& run, std::size_t part, std::size_t worker);
     [[nodiscard]] PartOutcome ReadPart(Run& run, std::size_t part, std::size_t worker) const;
+    [[nodiscard]] std::optional<RecordFault> ReadRun(PartRecords& records, FieldRun& run) const;
+    static void TakeRun(Run& run, std::size_t worker);
     void RequireRecordsMeet() const;
 
     const TextSource& Source;

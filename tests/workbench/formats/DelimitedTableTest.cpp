@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <random>
+
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/numbers/DecimalNumber.h"
+#include "workbench/numbers/ShortDecimal.h"
 
 namespace quillara {
 namespace {
@@ -136,6 +140,27 @@ TEST(DecimalNumber, FollowsTheGrammarOfNumbers) {
     EXPECT_EQ(ReadDecimal("0.5", ',', value), DecimalOutcome::NoNumber);
     EXPECT_EQ(ReadDecimal("-1.8e308", '.', value), DecimalOutcome::TooLarge);
     EXPECT_EQ(ReadDecimal(std::string(400, '9'), '.', value), DecimalOutcome::TooLarge);
+}
+
+TEST(DecimalNumber, IsReadAlikeInOnePiece) {
+    std::mt19937_64 chance(3);
+    for (int i = 0; i < 2000000; ++i) {
+        std::string text(chance() % 20, '0');
+        for (char& character : text) {
+            character = chance() % 16 == 0 ? ".,-+e \xB0:"[chance() % 8] : static_cast<char>('0' + chance() % 10);
+        }
+        const char decimal = i % 4 == 0 ? ',' : '.';
+        double expected = 0;
+        const DecimalOutcome outcome = ReadDecimal(text, decimal, expected);
+        double value = 0;
+        if (ReadShortDecimal(std::string_view(text + "123.5678,9012345").substr(0, text.size()), decimal, value)) {
+            ASSERT_EQ(outcome, DecimalOutcome::Number) << text;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected)) << text;
+        } else {
+            ASSERT_TRUE(outcome != DecimalOutcome::Number || text.size() > 8 || text.find('e') != std::string::npos)
+                << text;
+        }
+    }
 }
 
 TEST(Encoding, IsUtf8OnlyWhenWellFormed) {

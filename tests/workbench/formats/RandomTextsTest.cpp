@@ -165,5 +165,34 @@ TEST(RandomTexts, AreReadAsThePlainReaderReadsThem) {
     }
 }
 
+// Numbers that steps, codes of a byte, of two and none hold, in one part of the file or in all.
+TEST(RandomTexts, ManyRecordsGetTheNarrowestForms) {
+    constexpr std::size_t records = 100000;
+    Random chance(7);
+    std::string text = "id,firm,price,small,wide,share,real,day,sentinel,late,name\n";
+    for (std::size_t i = 0; i < records; ++i) {
+        const auto any = [&](std::uint64_t below) { return std::to_string(chance() % below); };
+        const std::string day = "20" + std::to_string(10 + i % 80) + "-0" + std::to_string(1 + i % 9) + "-1" + any(10);
+        text += std::to_string(5 * i) + "," + std::to_string(70000 + i % 20000) + "," + any(200) + "00," +
+                (i % 7 == 0 ? "" : any(60)) + "," + any(100000000) + "," + any(30000) + ".5," + any(900000) + "." +
+                any(900000) + "," + day + "," + (i % 1000 == 999 ? "9999-12-31" : day) + "," +
+                (i < 90000 ? "1" : any(1000000)) + ",n" + any(70000) + "\n";
+    }
+    const TemporaryFolder folder;
+    const std::string path = folder.Put("t.csv", text);
+    const DataTable expected = PlainDelimitedTable(path, {});
+    for (const std::size_t threads : {1U, 3U}) {
+        const DataTable table = ReadDelimitedTable(path, {.Threads = threads});
+        ASSERT_EQ(table.Variables.size(), expected.Variables.size());
+        for (std::size_t i = 0; i < table.Variables.size(); ++i) {
+            const Variable& read = table.Variables[i];
+            EXPECT_EQ(read.Values, expected.Variables[i].Values) << read.Name;
+            EXPECT_EQ(read.Texts, expected.Variables[i].Texts) << read.Name;
+            EXPECT_EQ(read.MissingCode, expected.Variables[i].MissingCode) << read.Name;
+            EXPECT_EQ(read.Values.Stored().Form, expected.Variables[i].Values.Stored().Form) << read.Name;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace quillara
