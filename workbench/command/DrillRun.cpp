@@ -217,7 +217,7 @@ void DrillRun::GoDown(const std::string& name, const std::string& category) {
         chosen = list.Rows[row].Name;
         return row;
     });
-    Outcome.Outputs.StepTexts.push_back("Down: " + name + " = " + chosen);
+    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen});
 }
 
 void DrillRun::GoUp(const std::string& name) {
@@ -226,11 +226,11 @@ void DrillRun::GoUp(const std::string& name) {
         throw DataError("There is no step on the variable " + Quoted(name) + " to undo.");
     }
     Session.Up(variable);
-    Outcome.Outputs.StepTexts.push_back("Up: " + name);
+    Outcome.Outputs.Steps.push_back({StepKind::Up, name});
 }
 
 void DrillRun::ShowResults() {
-    Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.StepTexts.size());
+    Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.Steps.size());
     LeftOut.ShowAt(Outcome.Outputs.Step);
     for (std::size_t place = 0; place < Options.Results.size(); ++place) {
         const int button = Options.Results[place];

@@ -4,6 +4,7 @@
 
 #include "workbench/command/ResultList.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/documents/ResultNames.h"
 
 namespace quillara {
 namespace {
@@ -44,7 +45,7 @@ std::vector<std::string> LeftOutResults::Lines() const {
     std::vector<std::string> lines;
     for (const Omission& omission : Omissions) {
         const bool isShown = omission.Reason == LeftOutBecause::StepOnMissing;
-        lines.push_back(Quoted(ResultName(omission.Button)) + (isShown ? " shows no case" : " is left out") +
+        lines.push_back(Quoted(NameOfResult(omission.Button)) + (isShown ? " shows no case" : " is left out") +
                         (omission.Steps == ShownAt ? "" : AfterSteps(omission.Steps)) + ": " +
                         TextOf(omission.Reason, omission.Button) + ".");
     }

@@ -10,6 +10,7 @@
 #include "workbench/command/NamedVariables.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/documents/ResultNames.h"
 
 namespace quillara {
 namespace {
@@ -23,9 +24,8 @@ constexpr std::string_view ContinuousReview = "a continuous review variable";
 constexpr std::string_view TwoContinuousReviews = "two continuous review variables";
 constexpr std::string_view TwoReviews = "two review variables";
 
-/// A result, named as in --show.
-struct NamedResult {
-    std::string_view Name;
+/// A result in the order of ResultNames.
+struct ListedResult {
     int Button;
     int EnabledBy;  ///< the button that is enabled when the result applies
     std::string_view ChartName;  ///< one of its charts in the name of a file; empty: it makes tables
@@ -33,46 +33,47 @@ struct NamedResult {
 };
 
 // clang-format off
-constexpr std::array<NamedResult, 14> Results{{
-    // Name                 Button                    EnabledBy                 ChartName           Need
-    {"summary",             SummaryButton,            SummaryButton,            "",                 AnyStep},
-    {"frequencies",         FrequenciesButton,        FrequenciesButton,        "",                 AnyDrill},
-    {"descriptives",        DescriptivesButton,       DescriptivesButton,       "",                 AnyStatistics},
-    {"review-frequencies",  ReviewFrequenciesButton,  ReviewFrequenciesButton,  "",                 AnyReview},
-    {"review-descriptives", ReviewDescriptivesButton, ReviewDescriptivesButton, "",                 ContinuousReview},
-    {"histograms",          HistogramsButton,         HistogramsButton,         "histogram",        AnyDrill},
-    {"pies",                PieChartsButton,          PieChartsButton,          "pie",              AnyDrill},
-    {"stacked",             StackedPlotsButton,       PieChartsButton,          "stacked",          AnyDrill},
-    {"review-histograms",   ReviewHistogramsButton,   ReviewHistogramsButton,   "review-histogram", AnyReview},
-    {"review-pies",         ReviewPieChartsButton,    ReviewPieChartsButton,    "review-pie",       AnyReview},
-    {"review-stacked",      ReviewStackedPlotsButton, ReviewPieChartsButton,    "review-stacked",   AnyReview},
-    {"box",                 ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box",              ContinuousReview},
-    {"scatter",             ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter",          TwoContinuousReviews},
-    {"hist3d",              Review3DHistogramsButton, Review3DHistogramsButton, "hist3d",           TwoReviews},
+constexpr std::array<ListedResult, 14> Results{{
+    // Button                    EnabledBy                 ChartName           Need
+    {SummaryButton,            SummaryButton,            "",                 AnyStep},
+    {FrequenciesButton,        FrequenciesButton,        "",                 AnyDrill},
+    {DescriptivesButton,       DescriptivesButton,       "",                 AnyStatistics},
+    {ReviewFrequenciesButton,  ReviewFrequenciesButton,  "",                 AnyReview},
+    {ReviewDescriptivesButton, ReviewDescriptivesButton, "",                 ContinuousReview},
+    {HistogramsButton,         HistogramsButton,         "histogram",        AnyDrill},
+    {PieChartsButton,          PieChartsButton,          "pie",              AnyDrill},
+    {StackedPlotsButton,       PieChartsButton,          "stacked",          AnyDrill},
+    {ReviewHistogramsButton,   ReviewHistogramsButton,   "review-histogram", AnyReview},
+    {ReviewPieChartsButton,    ReviewPieChartsButton,    "review-pie",       AnyReview},
+    {ReviewStackedPlotsButton, ReviewPieChartsButton,    "review-stacked",   AnyReview},
+    {ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box",              ContinuousReview},
+    {ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter",          TwoContinuousReviews},
+    {Review3DHistogramsButton, Review3DHistogramsButton, "hist3d",           TwoReviews},
 }};
 // clang-format on
 
 constexpr std::size_t DefaultCount = 5;  // the tables
+static_assert(std::ranges::equal(Results, ResultNames, {}, &ListedResult::Button, &ResultName::Command));
 static_assert(Results[DefaultCount - 1].ChartName.empty() && !Results[DefaultCount].ChartName.empty());
 
-const NamedResult& ResultOf(int button) {
-    return *std::ranges::find(Results, button, &NamedResult::Button);
+const ListedResult& ResultOf(int button) {
+    return *std::ranges::find(Results, button, &ListedResult::Button);
 }
 
 std::string KnownNames() {
     std::string names;
-    for (const NamedResult& result : Results) {
+    for (const ResultName& result : ResultNames) {
         names += (names.empty() ? "" : ", ") + std::string(result.Name);
     }
     return names;
 }
 
 int ButtonOf(std::string_view name) {
-    const auto* result = std::ranges::find(Results, name, &NamedResult::Name);
-    if (result == Results.end()) {
+    const auto* result = std::ranges::find(ResultNames, name, &ResultName::Name);
+    if (result == ResultNames.end()) {
         throw UsageError("Unknown result " + Quoted(name) + "; choose from " + KnownNames() + ".");
     }
-    return result->Button;
+    return result->Command;
 }
 
 }  // namespace
@@ -90,16 +91,12 @@ std::vector<int> ParseResultList(std::string_view list) {
 
 std::vector<int> DefaultResults() {
     std::vector<int> buttons;
-    std::ranges::transform(std::span(Results).first(DefaultCount), std::back_inserter(buttons), &NamedResult::Button);
+    std::ranges::transform(std::span(Results).first(DefaultCount), std::back_inserter(buttons), &ListedResult::Button);
     return buttons;
 }
 
 int EnablingButton(int button) {
     return ResultOf(button).EnabledBy;
-}
-
-std::string_view ResultName(int button) {
-    return ResultOf(button).Name;
 }
 
 std::string_view NeedOf(int button) {

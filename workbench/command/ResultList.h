@@ -15,8 +15,7 @@ namespace quillara {
 /// The button that is enabled when a result applies: its own or, for one that is hidden, that of a like result.
 [[nodiscard]] int EnablingButton(int button);
 
-/// The name of a result in a list, and what it needs in order to apply, for people ("a review variable").
-[[nodiscard]] std::string_view ResultName(int button);
+/// What a result needs in order to apply, for people ("a review variable").
 [[nodiscard]] std::string_view NeedOf(int button);
 
 /// What a chart of a result is called in names of files ("review-pie"); empty for a result that makes tables.

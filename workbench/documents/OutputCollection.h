@@ -1,16 +1,20 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "workbench/documents/Remarks.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/StepTaken.h"
 
 namespace quillara {
 
 /// A result document and where it comes from.
 struct OutputEntry {
-    int Command = 0;  ///< number of the button that made it
+    int Command = 0;  ///< number of the button that made it; 0: the host makes it itself
+    std::string Result;  ///< its kind by the name ("frequencies"); empty: not known
     int Sequence = 0;  ///< its place among the documents of that command, from 1
     int Step = 0;  ///< drill steps, down and up, taken before it
     DocumentContent Content;
@@ -22,7 +26,9 @@ struct OutputCollection {
     std::int32_t Cases = 0;
     int Variables = 0;
     std::vector<std::string> Settings;  ///< what applies to all documents ("Selection: age > 30"), for people
-    std::vector<std::string> StepTexts;  ///< one line for each drill step taken ("Down: sex = Female"), for people
+    std::optional<SubsetSize> Selected;  ///< the cases before the first step; nothing: not counted
+    std::vector<StepTaken> Steps;
+    Remarks Noticed;
     std::vector<OutputEntry> Entries;
     int Step = 0;  ///< what the documents that come next belong to
 

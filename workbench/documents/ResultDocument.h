@@ -26,6 +26,7 @@ using DocumentContent = std::variant<SpreadsheetDocument, GraphDocument>;
 struct DocumentOrigin {
     int Command = 0;  ///< the command that ran when it was made, an update's outer one; 0: none
     int Sequence = 0;  ///< its place among the documents of that command, from 1
+    std::string Result{};  ///< the name of a result that the host makes itself; empty: that of the command
 };
 
 /// A result of an analysis as a document of the host: its content, its window, and what automation sees of them. It

@@ -114,7 +114,7 @@ void ScriptOutputs::RecordStep(CAnalysisDoc& /*document*/, const std::vector<Rec
     NameStep();
     const bool isDown = control == DownButton;
     const std::string variable = ValueOf(values, isDown ? DrillDownListControl : DrillUpListControl);
-    Present().Shown.StepTexts.push_back((isDown ? "Down: " : "Up: ") + variable);
+    Present().Shown.Steps.push_back({isDown ? StepKind::Down : StepKind::Up, variable});
     StepVariable = isDown ? variable : "";
 }
 
@@ -125,9 +125,7 @@ void ScriptOutputs::NameStep() {
     if (variable.empty() || startup == nullptr || Runs.back().Table != &Analysis->Table()) {
         return;
     }
-    if (const std::string category = NewestCategory(*startup, variable); !category.empty()) {
-        Runs.back().Shown.StepTexts.back() += " = " + category;
-    }
+    Runs.back().Shown.Steps.back().Category = NewestCategory(*startup, variable);
 }
 
 /// One that stands alone has had the content of an earlier step, or of another table.
@@ -137,7 +135,7 @@ void ScriptOutputs::Take(ResultDocument& document, bool standsAlone) {
         std::erase_if(run.Documents, [&](const KeptDocument& kept) { return kept.Document.Get() == &document; });
     }
     Run& run = Present();
-    const auto step = static_cast<int>(run.Shown.StepTexts.size());
+    const auto step = static_cast<int>(run.Shown.Steps.size());
     const int earlier = standsAlone ? 0 : EarlierPairs(run, document);
     run.Documents.push_back({CountedPointer<ResultDocument>::Share(&document), step, earlier, standsAlone});
     NoteSettings(run);
@@ -146,7 +144,7 @@ void ScriptOutputs::Take(ResultDocument& document, bool standsAlone) {
 /// A press makes the 3D histograms of each variable of one list with each of another; several presses are one request
 /// of all pairs, as in drill.
 int ScriptOutputs::EarlierPairs(const Run& run, const ResultDocument& document) {
-    const auto step = static_cast<int>(run.Shown.StepTexts.size());
+    const auto step = static_cast<int>(run.Shown.Steps.size());
     int pairs = 0;
     for (const KeptDocument& kept : run.Documents) {
         if (kept.Step == step && kept.Document->Origin().Command == Review3DHistogramsButton) {

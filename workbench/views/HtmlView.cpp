@@ -45,7 +45,7 @@ std::string NumberedStep(const OutputCollection& outputs, int step) {
 /// The steps that were taken, whether results of each were asked for or not.
 std::string StepList(const OutputCollection& outputs) {
     std::string items;
-    for (std::size_t i = 0; i < outputs.StepTexts.size(); ++i) {
+    for (std::size_t i = 0; i < outputs.Steps.size(); ++i) {
         items += Element("li", "", NumberedStep(outputs, static_cast<int>(i) + 1)) + '\n';
     }
     return items.empty() ? "" : Element("ol", "class=\"steps\" aria-label=\"Drill steps\"", '\n' + items) + '\n';

@@ -122,7 +122,7 @@ std::string StepText(const OutputCollection& outputs, int step) {
         return "All cases";
     }
     const auto place = static_cast<std::size_t>(step) - 1;
-    return place < outputs.StepTexts.size() ? ShownLine(outputs.StepTexts[place]) : std::string();
+    return place < outputs.Steps.size() ? ShownLine(outputs.Steps[place].Text()) : std::string();
 }
 
 }  // namespace quillara

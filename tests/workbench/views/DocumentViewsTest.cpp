@@ -108,7 +108,7 @@ TEST(HtmlView, EveryTextIsEscapedAndThePageNeedsNoOtherFile) {
     const SpreadsheetDocument document{{bad, bad}, bad, {{bad, false}}, {{bad, {bad}}}};
     OutputCollection outputs = Collection({document});
     outputs.FileName = bad;
-    outputs.StepTexts = {bad};
+    outputs.Steps = {{StepKind::Down, bad, bad}};
     outputs.Step = 1;
     outputs.Add(document, {9058, 1});
     for (const char* text : {"<script>", "src=", "://", "@import", "url("}) {
@@ -119,7 +119,7 @@ TEST(HtmlView, EveryTextIsEscapedAndThePageNeedsNoOtherFile) {
 
 TEST(HtmlView, ContentsLeadToStepsAndTables) {
     OutputCollection outputs = Collection({Column({})});
-    outputs.StepTexts = {"Down: sex = Female", "Up: sex"};
+    outputs.Steps = {{StepKind::Down, "sex", "Female"}, {StepKind::Up, "sex"}};
     outputs.Settings = {"Weight: <w>"};
     outputs.Step = 2;
     outputs.Add(AboutSex, {9060, 1});

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace quillara {
+
+/// How much a subset of the cases is.
+struct SubsetSize {
+    std::int32_t Cases = 0;
+    std::optional<double> Weight{};  ///< the sum of their weights; nothing: no weight is in force
+};
+
+enum class StepKind { Down, Up };
+
+/// A drill step that was taken.
+struct StepTaken {
+    StepKind Kind = StepKind::Down;
+    std::string Variable;
+    std::string Category{};  ///< as the list of categories shows it; of a step up, and where it isn't known, empty
+    std::optional<SubsetSize> Left{};  ///< what remained behind it; nothing: not counted
+
+    /// For people: "Down: sex = Female", "Up: sex".
+    [[nodiscard]] std::string Text() const;
+};
+
+/// The steps down that are in force behind the first `count` of these steps, in the order in which they were taken.
+[[nodiscard]] std::vector<StepTaken> StepsInForce(std::span<const StepTaken> steps, std::size_t count);
+
+}  // namespace quillara
