@@ -63,6 +63,7 @@ class CDrillDown : public CAnalysisSupport {
     std::string GetAnalysisName() const override;
     bool BeforeRouteOutput(IDispatch* document) override;
     void BeforeClose() override;
+    bool FindStepConditions(std::vector<CaseCondition>& conditions) override;  // engine/DrillFilter.cpp
 
     // Lifecycle - engine/Lifecycle.cpp
 

@@ -1,6 +1,7 @@
 #include "engine/DrillFilter.h"
 
 #include <iterator>
+#include <new>
 
 using namespace drilldown;
 
@@ -87,4 +88,17 @@ int CDrillDown::HasBeenDrilled(const double* values) {
         }
     }
     return 0;
+}
+
+bool CDrillDown::FindStepConditions(std::vector<CaseCondition>& conditions) {
+    const CompiledFilter filter(*this);
+    if (!filter) {
+        return false;
+    }
+    try {
+        conditions.assign(filter.begin(), filter.end());
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
 }

@@ -63,6 +63,9 @@ class CAnalysisSupport {
     /// or the analysis has had it forgotten and hidden.
     virtual bool BeforeRouteOutput(IDispatch* document);
     virtual void BeforeClose();
+    /// Optional, for hosts that tell what remains: gives the conditions of the steps in force, by which the passes go;
+    /// none where no step is. False when there is no memory, and for an analysis that has no steps.
+    virtual bool FindStepConditions(std::vector<CaseCondition>& /*conditions*/) { return false; }
 
     // Start and memory
 
