@@ -30,21 +30,30 @@ void SortOnce(std::vector<double>& values) {
 }
 
 void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
-    SampleQuantiles quantiles(sample);
+    const SampleQuantiles quantiles(sample);
     box.Middle = quantiles.At(0.5);
     box.BoxLow = quantiles.At(0.25);
     box.BoxHigh = quantiles.At(0.75);
-    box.WhiskerLow = box.BoxLow;
-    box.WhiskerHigh = box.BoxHigh;
     const double length = box.BoxHigh / 2 - box.BoxLow / 2;  // halves, so that none is too large for a double
+    const auto distance = [low = box.BoxLow / 2, high = box.BoxHigh / 2](double value) {
+        return std::max(low - value / 2, value / 2 - high);
+    };
+    std::vector<double> beyond(sample.Values.size() + 1);  // values in the reach are written over by the next one
+    std::size_t count = 0;
+    double whiskerLow = box.BoxLow;
+    double whiskerHigh = box.BoxHigh;
     for (const double value : sample.Values) {
-        const double distance = std::max(box.BoxLow / 2 - value / 2, value / 2 - box.BoxHigh / 2);
-        if (distance <= OutlierDistance * length) {
-            box.WhiskerLow = std::min(box.WhiskerLow, value);
-            box.WhiskerHigh = std::max(box.WhiskerHigh, value);
-        } else {
-            (distance <= ExtremeDistance * length ? box.Outliers : box.Extremes).push_back(value);
-        }
+        const bool isInReach = distance(value) <= OutlierDistance * length;
+        whiskerLow = std::min(whiskerLow, isInReach ? value : whiskerLow);
+        whiskerHigh = std::max(whiskerHigh, isInReach ? value : whiskerHigh);
+        beyond[count] = value;
+        count += isInReach ? 0U : 1U;
+    }
+    box.WhiskerLow = whiskerLow;
+    box.WhiskerHigh = whiskerHigh;
+    beyond.resize(count);
+    for (const double value : beyond) {
+        (distance(value) <= ExtremeDistance * length ? box.Outliers : box.Extremes).push_back(value);
     }
     SortOnce(box.Outliers);
     SortOnce(box.Extremes);
@@ -53,10 +62,11 @@ void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
 }  // namespace
 
 SampleQuantiles::SampleQuantiles(const WeightedValues& sample)
-    : Values(sample.Values), Size(static_cast<double>(sample.Values.size())) {
+    : Unweighted(sample.Values), Size(static_cast<double>(sample.Values.size())) {
     if (sample.Weights.empty()) {
         return;
     }
+    Values.resize(sample.Values.size());
     std::vector<std::size_t> order(Values.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::sort(order, {}, [&](std::size_t place) { return sample.Values[place]; });
@@ -76,16 +86,14 @@ double SampleQuantiles::WeightedValueAt(double place) const {
     return Values[std::min(index, Values.size() - 1)];
 }
 
-std::pair<double, double> SampleQuantiles::ValuesAt(double place) {
+std::pair<double, double> SampleQuantiles::ValuesAt(double place) const {
     if (!Reached.empty()) {
         return {WeightedValueAt(place), WeightedValueAt(place + 1.0)};
     }
-    const auto at = Values.begin() + static_cast<std::ptrdiff_t>(place);
-    std::nth_element(Values.begin(), at, Values.end());
-    return {*at, at + 1 == Values.end() ? *at : *std::min_element(at + 1, Values.end())};
+    return Unweighted.At(static_cast<std::size_t>(place));
 }
 
-double SampleQuantiles::At(double share) {
+double SampleQuantiles::At(double share) const {
     const double place = share * (Size - 1.0);
     const double lower = std::floor(place);
     const auto [low, high] = ValuesAt(lower);
@@ -96,15 +104,14 @@ namespace {
 
 void FillBox(BoxStatistics& box, const Variable& variable, const BoxRequest& request, const BoxTypeFacts& facts) {
     const WeightedValues sample = ValidValues(variable, request.Rows, request.Weights);
-    const ValueMoments moments = MomentsOf(sample);
     box.Variable = variable.Name;
     box.LongName = variable.LongName;
-    box.Cases = moments.Cases;
-    box.WeightedCases = moments.Weight;
+    box.Cases = static_cast<std::int64_t>(sample.Values.size());
+    box.WeightedCases = SumOfWeights(sample);
     if (!sample.Values.empty() && facts.ShowsMedian()) {
         ShowQuartiles(box, sample);
     } else if (!sample.Values.empty()) {
-        ShowMeans(box, moments, facts);
+        ShowMeans(box, MomentsOf(sample), facts);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "workbench/documents/GraphDocument.h"
 #include "workbench/plots/CaseColumns.h"
+#include "workbench/plots/OrderStatistics.h"
 
 namespace quillara {
 
@@ -36,16 +37,18 @@ struct BoxRequest {
 /// The quantiles of values, at least one, each of which stands as often as its weight says.
 class SampleQuantiles {
   public:
+    /// The sample must outlive it.
     explicit SampleQuantiles(const WeightedValues& sample);
     /// `share` from 0 to 1.
-    [[nodiscard]] double At(double share);
+    [[nodiscard]] double At(double share) const;
 
   private:
     /// The values at a whole place from 0 in the sample, and at the next.
-    [[nodiscard]] std::pair<double, double> ValuesAt(double place);
+    [[nodiscard]] std::pair<double, double> ValuesAt(double place) const;
     [[nodiscard]] double WeightedValueAt(double place) const;
 
-    std::vector<double> Values;  // under weights in ascending order
+    OrderStatistics Unweighted;
+    std::vector<double> Values;  // under weights: in ascending order
     std::vector<double> Reached;  // running sum of the weights; empty: each is 1
     double Size = 0.0;
 };

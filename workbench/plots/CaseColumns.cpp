@@ -1,8 +1,10 @@
 #include "workbench/plots/CaseColumns.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "host/TextFunctions.h"
 #include "platform/OrderedBits.h"
@@ -11,10 +13,43 @@ namespace quillara {
 
 namespace {
 
+/// Parts of a sum that are added side by side, none waiting for the one before.
+constexpr std::size_t Parts = 8;
+using PartsOfSum = std::array<double, Parts>;
+
+/// Calls `take(part, i)` for i = 0 .. count - 1.
+template <typename Take>
+void TakeInParts(std::size_t count, Take take) {
+    std::size_t i = 0;
+    for (; i + Parts <= count; i += Parts) {
+        for (std::size_t part = 0; part < Parts; ++part) {
+            take(part, i + part);
+        }
+    }
+    for (; i < count; ++i) {
+        take(0, i);
+    }
+}
+
 /// As the passes over the cases test a weight: the smallest positive numbers count as 0.
 bool IsPositive(double weight) {
     constexpr double smallest = 15 * std::numeric_limits<double>::denorm_min();
     return weight > smallest && std::isfinite(weight);
+}
+
+/// The weighted sum of a term of each value, in parts that are added side by side.
+template <typename Term>
+double SumOf(const WeightedValues& values, Term term) {
+    PartsOfSum parts{};
+    const std::size_t count = values.Values.size();
+    const double* each = values.Values.data();
+    if (values.Weights.empty()) {
+        TakeInParts(count, [&](std::size_t part, std::size_t i) { parts[part] += term(each[i]); });
+    } else {
+        const double* weights = values.Weights.data();
+        TakeInParts(count, [&](std::size_t part, std::size_t i) { parts[part] += term(each[i]) * weights[i]; });
+    }
+    return std::accumulate(parts.begin(), parts.end(), 0.0);
 }
 
 }  // namespace
@@ -33,15 +68,17 @@ WeightedValues ValidValues(const Variable& variable, const PlotRows& rows, const
     const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
     const auto isValid = [&](double value) { return std::isfinite(value) && !missing.Contains(value); };
     WeightedValues valid;
-    valid.Values.reserve(rows.Count());
     if (weights.Values.empty()) {
+        valid.Values.resize(rows.Count() + 1);  // what isn't valid is written over by the next one
+        std::size_t count = 0;
         rows.ForEachValue(variable.Values, [&](double value) {
-            if (isValid(value)) {
-                valid.Values.push_back(value);
-            }
+            valid.Values[count] = value;
+            count += isValid(value) ? 1U : 0U;
         });
+        valid.Values.resize(count);
         return valid;
     }
+    valid.Values.reserve(rows.Count());
     valid.Weights.reserve(rows.Count());
     rows.ForEach([&](std::size_t row) {
         const double value = variable.Values[row];
@@ -52,6 +89,22 @@ WeightedValues ValidValues(const Variable& variable, const PlotRows& rows, const
         }
     });
     return valid;
+}
+
+std::pair<double, double> RangeOf(std::span<const double> values) {
+    PartsOfSum low{};
+    low.fill(values.front());
+    PartsOfSum high = low;
+    TakeInParts(values.size(), [&](std::size_t part, std::size_t i) {
+        low[part] = values[i] < low[part] ? values[i] : low[part];
+        high[part] = values[i] > high[part] ? values[i] : high[part];
+    });
+    return {std::ranges::min(low), std::ranges::max(high)};
+}
+
+double SumOfWeights(const WeightedValues& values) {
+    return values.Weights.empty() ? static_cast<double>(values.Values.size())
+                                  : std::accumulate(values.Weights.begin(), values.Weights.end(), 0.0);
 }
 
 double ValueMoments::Size() const {
@@ -69,21 +122,21 @@ ValueMoments MomentsOf(const WeightedValues& values) {
     if (values.Values.empty()) {
         return moments;
     }
-    const auto [min, max] = std::ranges::minmax(values.Values);
-    const double scale = ScaleFor(min, max);
-    double mean = 0.0;
-    double squares = 0.0;
-    for (std::size_t i = 0; i < values.Values.size(); ++i) {
-        const double weight = values.Weights.empty() ? 1.0 : values.Weights[i];
-        const double value = values.Values[i] * scale;
-        moments.Weight += weight;
-        const double deviation = (value - mean) * weight;
-        mean += deviation / moments.Weight;
-        squares += deviation * (value - mean);
-    }
     moments.Cases = static_cast<std::int64_t>(values.Values.size());
+    moments.Weight = SumOfWeights(values);
+    const auto [min, max] = RangeOf(values.Values);
     moments.Min = min;
     moments.Max = max;
+    moments.Mean = min;
+    if (min == max) {
+        return moments;
+    }
+    const double scale = ScaleFor(min, max);
+    const double mean = SumOf(values, [=](double value) { return value * scale; }) / moments.Weight;
+    const double squares = SumOf(values, [=](double value) {
+        const double deviation = value * scale - mean;
+        return deviation * deviation;
+    });
     moments.Mean = mean / scale;
     const double freedom =
         moments.Weight - moments.Weight / moments.Size();  // the size less 1, in units of the weights
@@ -93,8 +146,10 @@ ValueMoments MomentsOf(const WeightedValues& values) {
 }
 
 std::size_t NeatBins::PlaceOf(double value) const {
-    const auto bound = std::ranges::lower_bound(UpperBounds, value);
-    const auto place = static_cast<std::size_t>(bound - UpperBounds.begin());
+    std::size_t place = 0;  // they are few: a search would take longer
+    for (const double bound : UpperBounds) {
+        place += bound < value ? 1U : 0U;
+    }
     return std::min(place, UpperBounds.size() - 1);
 }
 

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/data/DataTable.h"
@@ -34,6 +36,11 @@ struct WeightedValues {
 /// The valid values of a variable in some rows, in their order. With weights, only cases of a positive weight.
 [[nodiscard]] WeightedValues ValidValues(const Variable& variable, const PlotRows& rows,
                                          const CaseWeights& weights = {});
+
+/// The least and the largest of values, at least one.
+[[nodiscard]] std::pair<double, double> RangeOf(std::span<const double> values);
+
+[[nodiscard]] double SumOfWeights(const WeightedValues& values);
 
 /// Count, range, mean and spread of values; of none, all are 0.
 struct ValueMoments {

@@ -8,12 +8,14 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/TextFunctions.h"
+#include "platform/OrderedBits.h"
 #include "workbench/data/ValueText.h"
 
 namespace quillara {
@@ -107,6 +109,34 @@ ValueCounts CountsOf(const Variable& variable, const PlotRows& rows) {
     return Counted(ValidValues(variable, rows).Values);
 }
 
+/// How many values of a variable that is no text are shown one by one.
+std::size_t MostShown(const Variable& variable) {
+    return variable.HasLabels() ? MostPlaces : FewValues;
+}
+
+/// Whether there are no more than `most` distinct values.
+bool AreFew(std::span<const double> values, std::size_t most) {
+    std::set<double> distinct;
+    return std::ranges::all_of(values, [&](double value) {
+        distinct.insert(value);
+        return distinct.size() <= most;
+    });
+}
+
+/// The intervals of numbers without codes that have too many values for a place each, which shows soon: counting all
+/// values takes long.
+std::optional<NeatBins> BinsOfManyNumbers(const Variable& variable, const PlotRows& rows) {
+    if (variable.Kind == ValueKind::Text || !variable.Values.ValuesOfCodes().empty()) {
+        return {};
+    }
+    const std::vector<double> values = ValidValues(variable, rows).Values;
+    if (AreFew(values, MostShown(variable))) {
+        return {};
+    }
+    const auto [min, max] = RangeOf(values);
+    return NeatBinsOver(min, max, IntervalParts);
+}
+
 /// The values of most cases, ascending: all of them, or as many as have a place of their own.
 ValueCounts MostFrequent(ValueCounts counts) {
     if (counts.size() > MostPlaces) {
@@ -120,15 +150,12 @@ ValueCounts MostFrequent(ValueCounts counts) {
 /// Gives each value of a variable its place along one side.
 class Side {
   public:
-    Side(const Variable& variable, const PlotRows& rows) : Source(variable) {
-        ValueCounts counts = CountsOf(variable, rows);
-        if (variable.Kind == ValueKind::Text || counts.size() <= (variable.HasLabels() ? MostPlaces : FewValues)) {
-            HasOthers = counts.size() > MostPlaces;
-            for (const ValueCount& count : MostFrequent(std::move(counts))) {
-                Places.emplace(count.Value, Places.size());
-            }
-        } else {
-            Bins = NeatBinsOver(counts.front().Value, counts.back().Value, IntervalParts);
+    Side(const Variable& variable, const PlotRows& rows)
+        : Source(variable),
+          MissingData(RangeNearlyEqualTo(variable.MissingCode)),
+          Bins(BinsOfManyNumbers(variable, rows)) {
+        if (!Bins) {
+            FindPlaces(rows);
         }
         for (const double value : variable.Values.ValuesOfCodes()) {
             PlacesOfCodes.push_back(PlaceOf(value));
@@ -169,8 +196,20 @@ class Side {
     }
 
   private:
+    void FindPlaces(const PlotRows& rows) {
+        ValueCounts counts = CountsOf(Source, rows);
+        if (Source.Kind != ValueKind::Text && counts.size() > MostShown(Source)) {
+            Bins = NeatBinsOver(counts.front().Value, counts.back().Value, IntervalParts);
+            return;
+        }
+        HasOthers = counts.size() > MostPlaces;
+        for (const ValueCount& count : MostFrequent(std::move(counts))) {
+            Places.emplace(count.Value, Places.size());
+        }
+    }
+
     [[nodiscard]] std::size_t PlaceOf(double value) const {
-        if (!IsValid(Source, value)) {
+        if (!std::isfinite(value) || MissingData.Contains(value)) {
             return NoPlace;
         }
         if (Bins) {
@@ -181,10 +220,11 @@ class Side {
     }
 
     const Variable& Source;
+    NearlyEqualRange MissingData;
+    std::optional<NeatBins> Bins;  // nothing: each value has a place
     std::map<double, std::size_t> Places;
     std::vector<std::size_t> PlacesOfCodes;
     bool HasOthers = false;  // values without a place of their own
-    std::optional<NeatBins> Bins;
 };
 
 }  // namespace
