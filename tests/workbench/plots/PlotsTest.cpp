@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 #include <random>
 #include <sstream>
@@ -60,6 +61,40 @@ TEST(BoxPlots, ShowTheStatisticsOfTheirType) {
     for (const Case& each : cases) {
         const BoxPlot plot = BoxPlotOf({table, {each.Variable}, rows, each.Type});
         EXPECT_EQ(InShort(plot.Boxes.at(0)), each.Expected);
+    }
+}
+
+TEST(OrderStatistics, AreThoseOfTheSortedValues) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> share(-1, 1);
+    const std::vector<std::function<double()>> shapes = {
+        [&] { return std::exp(share(random)); },
+        [&] { return share(random) * std::ldexp(1.0, static_cast<int>(random() % 2000) - 1000); },
+        [&] { return 1.0 * (random() % 3) - 1.0; },
+        [&] { return random() % 2 == 0 ? 0.0 : -0.0; },
+        [&] { return 1.0 + share(random) * 1e-9; },
+    };
+    for (const auto& shape : shapes) {
+        for (const std::size_t count : {1U, 2U, 3U, 10U, 1000U}) {
+            std::vector<double> values(count);
+            std::ranges::generate(values, shape);
+            const OrderStatistics statistics(values);
+            std::vector<double> sorted = values;
+            std::ranges::sort(sorted);
+            const auto [low, high] = RangeOf(values);
+            EXPECT_TRUE(low == sorted.front() && high == sorted.back());
+            for (std::size_t place = 0; place < count; place += 1 + place / 3) {
+                const auto [at, next] = statistics.At(place);
+                EXPECT_EQ(at, sorted[place]);
+                EXPECT_EQ(next, sorted[std::min(place + 1, count - 1)]);
+            }
+            const NeatBins bins = NeatBinsOver(low, high, 10);
+            for (const double value : values) {
+                const std::size_t place = bins.PlaceOf(value);
+                EXPECT_TRUE(place == 0 || value > bins.UpperBounds[place - 1]);
+                EXPECT_TRUE(place + 1 == bins.UpperBounds.size() || value <= bins.UpperBounds[place]);
+            }
+        }
     }
 }
 
