@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <limits>
 #include <numeric>
 #include <span>
@@ -18,41 +17,35 @@
 namespace quillara {
 namespace {
 
-/// The texts of a variable in byte order, each once, and the place of each worker's texts among them.
+/// The texts of a variable in byte order, each once, and the place of each worker's texts among them. What a worker
+/// has of them is freed as soon as they are here: there may be as many as cases.
 class SortedTexts {
   public:
-    SortedTexts(const std::vector<ColumnGatherer>& workers, const FieldRules& rules) {
-        Places.resize(workers.size());
-        for (std::size_t worker = 0; worker < workers.size(); ++worker) {
-            const std::vector<std::string_view>& texts = workers[worker].Texts().Texts();
-            Places[worker].resize(texts.size() + 1);
-            for (std::size_t code = 0; code < texts.size(); ++code) {
-                Add(texts[code], rules, {.Worker = worker, .Number = code + 1});
-            }
+    SortedTexts(std::vector<ColumnGatherer>& workers, const FieldRules& rules) {
+        for (ColumnGatherer& worker : workers) {
+            Take(worker.TakeTexts(), rules);
         }
-        Sort();
+        std::vector<Entry> order(Texts.size());
+        for (std::size_t text = 0; text < Texts.size(); ++text) {
+            order[text] = {PrefixOf(Texts[text]), static_cast<std::uint32_t>(text)};
+        }
+        std::ranges::sort(order, [&](const Entry& left, const Entry& right) {
+            return left.Prefix != right.Prefix ? left.Prefix < right.Prefix : Texts[left.Text] < Texts[right.Text];
+        });
+        Number(order);
+        Arrange(order);
     }
 
-    [[nodiscard]] std::vector<std::string> Take() { return std::move(Sorted); }
-    [[nodiscard]] std::size_t Count() const { return Sorted.size(); }
+    [[nodiscard]] std::vector<std::string> Take() { return std::move(Texts); }
+    [[nodiscard]] std::size_t Count() const { return Texts.size(); }
     /// By the numbers of a worker's pieces; 0 for missing data.
     [[nodiscard]] std::span<const std::uint32_t> PlacesOf(std::size_t worker) const { return Places[worker]; }
 
   private:
-    /// A text and which one of which worker it is; its first bytes decide most comparisons.
+    /// One of the texts; its first bytes decide most comparisons.
     struct Entry {
         std::uint64_t Prefix;
-        std::string_view Text;
-        std::uint32_t Worker;
-        std::uint32_t Number;
-
-        friend bool operator<(const Entry& left, const Entry& right) {
-            return left.Prefix != right.Prefix ? left.Prefix < right.Prefix : left.Text < right.Text;
-        }
-    };
-    struct Origin {
-        std::size_t Worker;
-        std::size_t Number;
+        std::uint32_t Text;
     };
 
     static std::uint64_t PrefixOf(std::string_view text) {
@@ -63,30 +56,54 @@ class SortedTexts {
         return prefix;
     }
 
-    void Add(std::string_view field, const FieldRules& rules, Origin origin) {
-        if (rules.IsMissing(field)) {
-            return;
-        }
-        const std::string_view text = rules.StandsAsItIs(field) ? field : Made.emplace_back(rules.TextOf(field));
-        Entries.push_back({PrefixOf(text), text, static_cast<std::uint32_t>(origin.Worker),
-                           static_cast<std::uint32_t>(origin.Number)});
-    }
-
-    void Sort() {
-        std::sort(Entries.begin(), Entries.end());
-        for (const Entry& entry : Entries) {
-            if (Sorted.empty() || Sorted.back() != entry.Text) {
-                Sorted.emplace_back(entry.Text);
+    /// Takes the texts of the next worker. Their places are 1 more than where they stand meanwhile.
+    void Take(const TextCodes& codes, const FieldRules& rules) {
+        std::vector<std::uint32_t>& places = Places.emplace_back(codes.Texts().size() + 1);
+        Texts.reserve(Texts.size() + codes.Texts().size());
+        for (std::size_t code = 0; code < codes.Texts().size(); ++code) {
+            const std::string_view field = codes.Texts()[code];
+            if (!rules.IsMissing(field)) {
+                Texts.push_back(rules.StandsAsItIs(field) ? std::string(field) : rules.TextOf(field));
+                places[code + 1] = static_cast<std::uint32_t>(Texts.size());
             }
-            Places[entry.Worker][entry.Number] = static_cast<std::uint32_t>(Sorted.size());
         }
-        Entries = {};
-        Made = {};
     }
 
-    std::vector<Entry> Entries;
-    std::deque<std::string> Made;  // texts that stand otherwise in their fields
-    std::vector<std::string> Sorted;
+    /// Gives all texts their places; the same ones have one.
+    void Number(const std::vector<Entry>& order) {
+        std::vector<std::uint32_t> placeOf(Texts.size());
+        std::uint32_t place = 0;
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            place += i == 0 || Texts[order[i - 1].Text] != Texts[order[i].Text] ? 1 : 0;
+            placeOf[order[i].Text] = place;
+        }
+        for (std::vector<std::uint32_t>& places : Places) {
+            for (std::uint32_t& text : places) {
+                text = text == 0 ? 0 : placeOf[text - 1];
+            }
+        }
+    }
+
+    /// Puts the texts in order where they stand, and leaves out repeated ones.
+    void Arrange(std::vector<Entry>& order) {
+        for (std::uint32_t first = 0; first < order.size(); ++first) {
+            std::string displaced = std::move(Texts[first]);
+            std::uint32_t place = first;
+            while (order[place].Text != first) {
+                const std::uint32_t next = std::exchange(order[place].Text, place);
+                Texts[place] = std::move(Texts[next]);
+                place = next;
+            }
+            order[place].Text = place;
+            Texts[place] = std::move(displaced);
+        }
+        Texts.erase(std::unique(Texts.begin(), Texts.end()), Texts.end());
+        if (Texts.capacity() - Texts.size() > Texts.size() / 8) {
+            Texts.shrink_to_fit();
+        }
+    }
+
+    std::vector<std::string> Texts;
     std::vector<std::vector<std::uint32_t>> Places;
 };
 

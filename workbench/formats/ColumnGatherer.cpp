@@ -130,6 +130,14 @@ void ColumnGatherer::PassOver() {
     *this = ColumnGatherer(FieldKind::PassedOver, *Rules, 0);
 }
 
+void ColumnGatherer::Close() {
+    Values = {};
+    Whole = {};
+    TextNumbers = {};
+    IsMissingText = {};
+    TextsMet.Close();
+}
+
 ColumnPiece ColumnGatherer::Finish() {
     ColumnPiece piece;
     switch (Kind) {

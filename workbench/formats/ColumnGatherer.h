@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "workbench/formats/ColumnPiece.h"
@@ -36,6 +37,9 @@ class ColumnGatherer {
     [[nodiscard]] FieldKind ReadAs() const { return Kind; }
     /// The texts that codes of a text variable stand for.
     [[nodiscard]] const TextCodes& Texts() const { return TextsMet; }
+    [[nodiscard]] TextCodes TakeTexts() { return std::move(TextsMet); }
+    /// No more fields come: what only they need is freed.
+    void Close();
     /// The numbers that codes of another variable stand for.
     [[nodiscard]] const NumberCodes& Numbers() const { return NumbersMet; }
     /// Where the first record begins whose number is too large for a double, and its field.

@@ -103,6 +103,7 @@ void TableGathering::Gather(const std::vector<std::size_t>& variables, const std
         GatheredColumn& column = Gathered[variables[i]];
         column.IsOfKind = !run.IsOfOtherKind[i];
         for (Worker& worker : run.Workers) {
+            worker.Gatherers[i].Close();
             column.Workers.push_back(std::move(worker.Gatherers[i]));
         }
         if (!column.IsOfKind) {

@@ -15,6 +15,9 @@ class TextCodes {
     /// The number of a text; a new one is kept.
     std::uint32_t CodeOf(std::string_view text);
 
+    /// No more texts come: what only they need is freed.
+    void Close() { Slots = {}; }
+
     [[nodiscard]] const std::vector<std::string_view>& Texts() const { return Known; }
 
   private:

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <numeric>
+#include <random>
 #include <thread>
 
 #include "tests/workbench/formats/FormatsTesting.h"
@@ -106,6 +108,38 @@ TEST(DataFile, ReadingAndWritingTellTheirProgressAndCanBeEnded) {
             WriteDataFile(table, folder.Path(copy), {}, take);
             EXPECT_TRUE(std::ranges::is_sorted(shares)) << path << copy;
             EXPECT_TRUE(shares.back() >= 0.9 && shares.back() <= 1) << path << copy << shares.back();
+        }
+    }
+}
+
+// Cut short at some time from before the reading to after it: the table is the one before or the one behind it.
+TEST(DataFile, OfAFileThatIsCutShortOneStateIsRead) {
+    constexpr std::size_t records = 60000;
+    const auto textOf = [](std::size_t count) {
+        std::string text = "a,b\n";
+        for (std::size_t i = 0; i < count; ++i) {
+            text += std::to_string(1000000 + i) + ",\"text " + std::to_string(i % 5) + "\"\n";
+        }
+        return text;
+    };
+    const std::string whole = textOf(records);
+    const TemporaryFolder folder;
+    std::mt19937_64 chance(5);
+    for (int round = 0; round < 60; ++round) {
+        const std::string path = folder.Put("t.csv", whole);
+        const std::size_t others = chance() % records;
+        const std::size_t shorter = textOf(others).size();
+        const std::chrono::microseconds pause(chance() % 8000);
+        std::thread writer([&] {
+            std::this_thread::sleep_for(pause);
+            std::filesystem::resize_file(path, shorter);
+        });
+        const DataTable table = ReadDataFile(path, {.Threads = 2});
+        writer.join();
+        const auto cases = static_cast<std::size_t>(table.Cases);
+        EXPECT_TRUE(cases == records || cases == others) << cases << " of " << others;
+        for (std::size_t row = 0; row < cases; ++row) {
+            ASSERT_EQ(table.Variables[0].Values[row], static_cast<double>(1000000 + row));
         }
     }
 }
