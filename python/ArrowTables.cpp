@@ -19,10 +19,10 @@ namespace {
 constexpr double SecondsOfDay = 86400;
 constexpr double MicrosecondsOfSecond = 1e6;
 
-/// A buffer that others may keep.
-template <typename Item>
-std::shared_ptr<const void> Kept(std::vector<Item> items) {
-    const auto kept = std::make_shared<const std::vector<Item>>(std::move(items));
+/// A buffer, of a vector or a text, that others may keep.
+template <typename Items>
+std::shared_ptr<const void> Kept(Items items) {
+    const auto kept = std::make_shared<const Items>(std::move(items));
     return {kept, kept->data()};
 }
 
@@ -44,16 +44,20 @@ ArrowColumn Begun(std::string name, std::string format, std::size_t length, auto
     return column;
 }
 
+/// All texts have `size` bytes together.
 template <typename Offset, typename TextAt>
-void AddTexts(ArrowColumn& column, TextAt textAt) {
-    std::vector<Offset> offsets = {0};
+void AddTexts(ArrowColumn& column, std::size_t size, TextAt textAt) {
+    std::vector<Offset> offsets;
+    offsets.reserve(column.Length + 1);
+    offsets.push_back(0);
     std::string bytes;
+    bytes.reserve(size);
     for (std::size_t i = 0; i < column.Length; ++i) {
         bytes += textAt(i);
         offsets.push_back(static_cast<Offset>(bytes.size()));
     }
     column.Buffers.push_back(Kept(std::move(offsets)));
-    column.Buffers.push_back(Kept(std::vector<char>(bytes.begin(), bytes.end())));
+    column.Buffers.push_back(Kept(std::move(bytes)));
 }
 
 /// `textAt` gives the text of a case, an empty one for a gap.
@@ -64,7 +68,7 @@ ArrowColumn TextColumn(std::string name, std::size_t length, auto isGap, auto te
     }
     const bool isLarge = bytes > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
     ArrowColumn column = Begun(std::move(name), isLarge ? "U" : "u", length, isGap);
-    isLarge ? AddTexts<std::int64_t>(column, textAt) : AddTexts<std::int32_t>(column, textAt);
+    isLarge ? AddTexts<std::int64_t>(column, bytes, textAt) : AddTexts<std::int32_t>(column, bytes, textAt);
     return column;
 }
 
@@ -132,14 +136,21 @@ ArrowColumn PlainTextColumn(const Variable& variable) {
     return TextColumn(variable.Name, variable.Values.size(), isGap, textAt);
 }
 
+/// A column that is kept in a narrower form.
+std::vector<double> AsDoubles(const Column& column) {
+    std::vector<double> doubles;
+    doubles.reserve(column.size());
+    VisitRuns(column, [&doubles](auto values) { doubles.insert(doubles.end(), values.begin(), values.end()); });
+    return doubles;
+}
+
 ArrowColumn NumberColumn(const std::shared_ptr<const DataTable>& table, const Variable& variable) {
     ArrowColumn column = Begun(variable.Name, "g", variable.Values.size(),
                                [&variable](std::size_t i) { return IsGap(variable, variable.Values[i]); });
     const auto values = variable.Values.Doubles();
     const bool standsAsDoubles = values.size() == column.Length;
-    column.Buffers.push_back(standsAsDoubles
-                                 ? std::shared_ptr<const void>(table, values.data())
-                                 : Kept(std::vector<double>(variable.Values.begin(), variable.Values.end())));
+    column.Buffers.push_back(standsAsDoubles ? std::shared_ptr<const void>(table, values.data())
+                                             : Kept(AsDoubles(variable.Values)));
     return column;
 }
 

@@ -4,11 +4,15 @@
 #include <cmath>
 #include <utility>
 
+#include "workbench/data/MissingCodes.h"
+
 using quillara::Column;
 
 void UseNumbers(quillara::Variable& variable, std::span<const double> numbers, std::shared_ptr<const void> owner) {
-    EncodeNumbers(variable, {numbers.begin(), numbers.end()});  // for the missing code
-    if (std::ranges::none_of(numbers, [](double number) { return std::isnan(number); })) {
-        variable.Values = Column::Borrowed(numbers, std::move(owner));
+    if (std::ranges::any_of(numbers, [](double number) { return std::isnan(number); })) {
+        EncodeNumbers(variable, {numbers.begin(), numbers.end()});
+        return;
     }
+    variable.MissingCode = quillara::MissingCodeFor(numbers);
+    variable.Values = Column::Borrowed(numbers, std::move(owner));
 }

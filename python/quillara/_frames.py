@@ -32,7 +32,7 @@ def _column(held, index, wants_labels):
     categories = held.categories(index) if wants_labels(name) else None
     if categories is not None:
         return _categorical(*categories)
-    values = numpy.array(held.column(index), dtype=float)
+    values = numpy.asarray(held.column(index))
     if kind == "date":
         return _times(values, 86400e6, "datetime64")
     if kind == "time":
