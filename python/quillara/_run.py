@@ -4,6 +4,7 @@ script gets. The exit status is that of the script; 1 after an exception, 130 af
 import os
 import sys
 import types
+import warnings
 
 
 def say(text):
@@ -22,7 +23,22 @@ def package():
     del sys.path[0]
     if home not in sys.path:
         sys.path.append(home)  # for processes that the script forks; scripts come first
+    show_messages(quillara.Message)
     return quillara._quillara
+
+
+def show_messages(category):
+    """Messages of the analyses stand on standard error as those of a drill do: every one, each in a line."""
+    shown = warnings.showwarning
+
+    def show_warning(message, kind, *place):
+        if issubclass(kind, category):
+            print(" ".join(str(message).split()), file=sys.stderr, flush=True)
+        else:
+            shown(message, kind, *place)
+
+    warnings.showwarning = show_warning
+    warnings.filterwarnings("always", category=category)
 
 
 def run(script, arguments):

@@ -11,6 +11,7 @@
 #include "resources/ControlIds.h"
 #include "tests/automation/FaceBench.h"
 #include "tests/dialogs/DialogScript.h"
+#include "workbench/recording/SessionRecorder.h"
 
 namespace {
 
@@ -134,6 +135,26 @@ TEST_F(LanguageMemory, FailingAtAnyPointLeavesListsSetsAndNumbersThatAgree) {
             ExpectThatAllAgrees(updates);
         }
     }
+}
+
+TEST_F(LanguageMemory, AMoveIsRecordedWhateverFailsBehindIt) {
+    bool failed = true;
+    std::size_t moves = 0;
+    for (std::size_t call = 1; failed && !HasFailure(); ++call) {
+        quillara::SessionRecorder recorder({.File = "survey.csv"});
+        DoAll({"open sex=f,f,m town=x,y,y", "choose sex town"});
+        Host().Services.Trace = nullptr;
+        Host().Services.Recorder = &recorder;
+        DoAll({"press 9106", "press 9060"});
+        failed = FailsAt([this] { DoAll({"down town x"}); }, call);
+        Host().Services.Recorder = nullptr;
+        ForgetAnswers();
+        TakeMessages();
+        const bool hasMoved = Lists().ends_with(")");
+        moves += failed && hasMoved ? 1 : 0;
+        EXPECT_EQ(recorder.Text().ends_with("drill.DrillDown()\n"), hasMoved) << call << recorder.Text();
+    }
+    EXPECT_GT(moves, 10U);
 }
 
 TEST_F(LanguageMemory, FailingWithinAMemberEndsAsItsStatus) {

@@ -10,6 +10,7 @@
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/documents/NamedCall.h"
 #include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/ScriptPress.h"
 
 namespace dialogtest {
 namespace {
@@ -168,6 +169,28 @@ TEST_F(PropertyCalls, WhatAPressPostsRunsWithinIt) {
     EXPECT_EQ(TheScriptDesk().AnswersLeft(), 0U);
     EXPECT_EQ(Record("age").NU, 2);
     EXPECT_EQ(Lists(), "sex, home town, [age] | ");
+}
+
+TEST_F(PropertyCalls, AScriptThatRaisesInTheMidstOfACommandLeavesTheAnalysisWhole) {
+    Choose();
+    Click(AutoUpdateBox);
+    Command(FrequenciesButton);
+    const std::string lists = Lists();
+    for (const int button : {DownButton, OrderButton, SelectCasesButton, WeightButton, OpenDataButton,
+                             DrillVariablesButton, ReviewVariablesButton}) {
+        SCOPED_TRACE(button);
+        TheScriptDesk().Expect([](quillara::Window&) { throw std::runtime_error("stop"); });
+        EXPECT_THROW(
+            quillara::ActAsPerson(Dialog(), [button](quillara::Window& window) { return window.Click(button), 0; }),
+            std::runtime_error);
+        EXPECT_TRUE(Startup().Enabled);
+        EXPECT_EQ(Lists(), lists);
+        EXPECT_EQ(Host().UpdateCounter, 0);
+    }
+    EXPECT_EQ(PutByName(Dialog(), "DrillDownVariable", "'sex'"), "ok");
+    EXPECT_EQ(PutByName(Dialog(), "DrillDownCategory", "0"), "ok");
+    EXPECT_EQ(Press(DownButton), "ok");
+    EXPECT_NE(Lists(), lists);
 }
 
 TEST_F(PropertyCalls, MemoryThatFailsInAPressIsAnException) {

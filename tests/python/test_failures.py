@@ -132,6 +132,69 @@ def test_steps_are_taken_and_undone_in_any_order(survey):
         assert failure_of(lambda: drill.up("education"))[0] == INVALID
 
 
+class Raised(Exception):
+    pass
+
+
+def raising(*_):
+    raise Raised
+
+
+PRESSES = [
+    # what a script does wrong in the midst of a command                       in which
+    ([[("select", 9102, "nobody"), ("click", 1)]],                             lambda d: d.window.click(9056)),
+    ([[("select", 9102, 0), ("click", 9999)]],                                 lambda d: d.window.click(9056)),
+    ([[("select", 9089, 1), ("click", 9091), ("drag", 9089, 0, 7)]],           lambda d: d.window.click(9055)),
+    ([[("click", 11), ("text", 12, "age > 30"), ("click", 77)]],               lambda d: d.window.click(201)),
+    ([[("select", 10, 0), ("double_click", 10, 99)]],                          lambda d: d.window.click(9050)),
+    ([[("pick", 1, 0)], [("pick", 99, 0)]],                                    lambda d: d.window.click(9103)),
+    ([],                                                                       lambda d: d.down("education", "None such")),
+    ([],                                                                       lambda d: setattr(d, "Variables", "sex nowhere")),
+]
+
+
+@pytest.mark.parametrize("answers, press", PRESSES)
+def test_a_script_that_fails_in_the_midst_of_a_command_leaves_all_whole(survey, answers, press):
+    with survey.drill("sex education", "age") as drill, survey.drill("sex") as other:
+        drill.StandAloneResults = 1
+        tables = list(drill.Frequencies)
+        drill.DrillDownVariable = "sex"
+        for answer in answers:
+            drill.Application.Answer(answer)
+        with pytest.raises((quillara.Error, Raised)):
+            press(drill)
+        drill.Application.ClearAnswers()
+        steps = len(answers) > 1  # the first pick was good
+        assert not steps or drill.Summary.Rows == 1
+        if steps:
+            drill.up(drill.Summary.RowNames[0])
+        assert failure_of(lambda: drill.Summary)[0] == DISABLED and drill.Variables == "sex education | age"
+        drill.down("education", "Vocational training")
+        drill.DrillDownVariable = "sex"
+        drill.DrillDownCategory = "Female"
+        drill.DrillDown()
+        with survey.drill("sex education", "age") as clean:
+            clean.down("education", "Vocational training")
+            clean.down("sex", "Female")
+            assert tables[0].Values == clean.Frequencies[0].Values and drill.Summary.Rows == 2
+        other.down("sex", "Male")
+        assert other.Summary.Values == [["Male"]] and len(quillara.application().Analyses) == 2
+
+
+def test_a_listener_that_raises_in_a_step_leaves_the_step_whole(survey, monkeypatch):
+    reported = []
+    monkeypatch.setattr("sys.unraisablehook", lambda told: reported.append(told.exc_type))
+    with survey.drill("sex education") as drill:
+        drill.StandAloneResults = 1
+        tables = list(drill.Frequencies)
+        for table in tables:
+            table.on("Changed", raising)
+        drill.down("sex", "Female")
+        assert reported == [Raised] * len(reported) and reported and drill.Summary.Values == [["Female"]]
+        drill.up("sex")
+        assert drill.Frequencies[0].Values[0][0] == 1077
+
+
 def test_messages_are_warnings_but_for_what_a_failure_says():
     with quillara.table({"b": ["x", "y", "y"], "a": [None, 1.0, 2.0]}).drill("b", "a") as drill:
         drill.StandAloneResults, drill.CountMD = 1, 0

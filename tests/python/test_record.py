@@ -22,6 +22,7 @@ DRILLS = [
      "review-frequencies,review-descriptives,review-histograms,review-pies,review-stacked,scatter,hist3d", "--box-type",
      "median,1.96se", "--hist3d", "commute:hours,income"],
     [SURVEY, *NAMED, *REVIEWS, "--down", "sex=Female", "--after", "each", "--show", "hist3d"],
+    [SURVEY, *NAMED, "--select", "age > 1000", "--show", "descriptives,frequencies,histograms"],
     [SURVEY, *REVIEWS, "--no-count-missing", "--show", "review-frequencies,box", "--box-type", "sd"],
     [str(SAMPLES / "survey.csv"), "--dictionary", str(SAMPLES / "survey-dictionary.csv"), "--separator", ",", "--decimal",
      ".", "--encoding", "UTF-8", "--missing", "none,-", "--categorical", "sex", "--continuous", "age", "--down", "sex=#1"],
@@ -37,9 +38,21 @@ def run(*arguments):
 @pytest.mark.parametrize("options", DRILLS, ids=str)
 def test_the_script_of_a_drill_gives_its_documents(tmp_path, options):
     script = str(tmp_path / "drill.py")
-    status, drilled, _ = run("drill", *options, "--format", "json", "--record", script)
+    status, drilled, said = run("drill", *options, "--format", "json", "--record", script)
     assert status == 0 and drilled.count('"title"') > 0
-    assert run("run", "--format", "json", script) == (0, drilled, "")
+    said = "".join(line for line in said.splitlines(True) if "left out" not in line)  # of what the script doesn't ask for
+    assert run("run", "--format", "json", script) == (0, drilled, said)
+
+
+def test_a_categorization_of_the_variable_that_is_drilled_next_is_part_of_its_step(tmp_path):
+    script = tmp_path / "drill.py"
+    assert run("drill", *DRILLS[3], "--record", str(script))[0] == 0
+    lines = script.read_text()
+    assert lines.index("drill.ValueNoOfExactIntervals = 4") < lines.index("drill.UserSpecifiedCategories = 1") == \
+        lines.index("drill.UserSpecifiedCategories = 1\ndrill.Application.Answer")  # its digits are more than members take
+    assert run("drill", SURVEY, *NAMED, "--categorize", "age=exact:3", "--down", "age=#1", "--record", str(script))[0] == 0
+    assert "9053" not in script.read_text() and ("drill.DrillDownVariable = \"age\"\ndrill.NoOfExactIntervals = 1\n"
+                                                 "drill.ValueNoOfExactIntervals = 3\n") in script.read_text()
 
 
 @pytest.mark.parametrize("more, status, error", [

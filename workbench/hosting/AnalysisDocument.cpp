@@ -10,6 +10,7 @@
 #include "workbench/hosting/AnalysisState.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ObjectModel.h"
+#include "workbench/hosting/StepRecorder.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -148,6 +149,12 @@ OpenDocuments& AnalysisDocument::Documents() {
 
 void AnalysisDocument::RemoveFromAnalysisList(IDispatch* document) {
     Host->Results.Documents.RemoveFromAnalysis(document);
+}
+
+void AnalysisDocument::CloseData(const DataTable& table) {
+    if (Services.Recorder != nullptr) {
+        Services.Recorder->RecordDataClose(table);
+    }
 }
 
 void AnalysisDocument::FailAllocation(int call) {

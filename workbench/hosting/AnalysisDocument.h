@@ -66,6 +66,8 @@ class AnalysisDocument : public CAnalysisDoc {
     /// The result documents of the analysis, and those that stand in windows of their own.
     [[nodiscard]] OpenDocuments& Documents();
     void RemoveFromAnalysisList(IDispatch* document) override;
+    /// A user closes a data table that the analysis has saved: the recorder hears of it. The table can still be opened.
+    void CloseData(const DataTable& table);
 
     /// Lets the n-th call of AllocMem from now on fail, counted from 1, and the ones behind it succeed; 0: none.
     void FailAllocation(int call);

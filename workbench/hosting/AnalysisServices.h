@@ -61,7 +61,7 @@ struct AnalysisServices {
     std::function<void(std::int32_t done)> ProgressAdvanced;
     std::function<void()> ProgressEnded;
 
-    /// Hears what is done in the startup dialog; outlives the document. Null: nobody records.
+    /// Hears what is done in the startup dialog, from its start on; outlives the document. Null: nobody records.
     StepRecorder* Recorder = nullptr;
     /// Gets the calls of the dialog services, in words, as they come ("LockResults", "DoModal 4818"); for diagnosis.
     std::function<void(std::string_view call)> Trace;

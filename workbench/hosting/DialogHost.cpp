@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 
 #include "host/AnalysisSupport.h"
 #include "host/ScriptValues.h"
@@ -87,6 +88,13 @@ class RecordedCommand {
             Recorder->EndCommand(*Document, Control);
         }
     }
+    void Fail() noexcept try {
+        if (Recorder != nullptr) {
+            Recorder->FailCommand(*Document, Control);
+        }
+    } catch (const std::bad_alloc&) {
+        // A line of a recording is lost.
+    }
 
   private:
     CAnalysisDoc* Document;
@@ -101,18 +109,22 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
     DialogState& dialogs = quillara::DialogsOf(document);
     const CommandScope scope(dialogs, message, wParam);
     const CEnterAnalysisContext current(DialogHost::AnalysisOf(dialog));
+    std::optional<RecordedCommand> recorded;
     try {
-        RecordedCommand recorded(dialog, message, wParam, scope.IsOuter());
+        recorded.emplace(dialog, message, wParam, scope.IsOuter());
         const std::size_t outputs = OutputsOf(document);
         const std::int64_t result = dialog.EventHandler(window, message, wParam, lParam);
         if (scope.IsOuter() && OutputsOf(document) > outputs) {
             TellOfOutput(dialog, CommandOf(wParam));
         }
-        recorded.End();
+        recorded->End();
         return result;
     } catch (const std::bad_alloc&) {
         if (!scope.IsOuter()) {
             throw;  // the command around it is not done either
+        }
+        if (recorded) {
+            recorded->Fail();
         }
         DialogHost::Of(dialog).ResultsLocked = false;
         DialogHost::Of(dialog).RanOutOfMemory = true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 class CAnalysisDoc;
@@ -11,6 +12,7 @@ namespace quillara {
 class ResultDocument;
 class Window;
 struct BrushingRun;
+struct DataTable;
 struct WindowCall;
 
 /// The value of a control as the recorder of steps gets it.
@@ -41,10 +43,11 @@ class StepRecorder {
 
     // What the host itself delivers
 
-    /// A command reaches the startup dialog, and is done; those that it sends itself are told apart. One that lacked
-    /// memory isn't told as done.
+    /// A command reaches the startup dialog, and is done, or ends for want of memory; those that it sends itself are
+    /// told apart.
     virtual void BeginCommand(CAnalysisDoc& /*document*/, int /*control*/) {}
     virtual void EndCommand(CAnalysisDoc& /*document*/, int /*control*/) {}
+    virtual void FailCommand(CAnalysisDoc& /*document*/, int /*control*/) {}
     /// The startup dialog sends itself a command within the one that runs.
     virtual void RecordSent(int /*control*/) {}
     /// A user does something in a window, the startup dialog or one that a command has opened.
@@ -57,6 +60,10 @@ class StepRecorder {
     virtual void RecordDocument(const ResultDocument& /*document*/) {}
     /// A document is about to be closed, not by its analysis.
     virtual void RecordClose(const ResultDocument& /*document*/) {}
+    /// A user has closed a data table that the analysis has saved.
+    virtual void RecordDataClose(const DataTable& /*table*/) {}
+    /// A message is shown.
+    virtual void RecordMessage(std::string_view /*text*/) {}
 };
 
 }  // namespace quillara

@@ -2,6 +2,7 @@
 
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/ScriptDesk.h"
+#include "workbench/hosting/StepRecorder.h"
 
 namespace quillara {
 
@@ -19,6 +20,9 @@ void Surroundings::Trace(std::string_view call) const {
 void Surroundings::ShowMessage(std::string_view text) const {
     if (PressRecord* press = Dialogs.Script.Press) {
         press->Messages.emplace_back(text);
+    }
+    if (Services.Recorder != nullptr) {
+        Services.Recorder->RecordMessage(text);
     }
     if (Dialogs.AreLeftToScript()) {
         TheScriptDesk().Keep(text);

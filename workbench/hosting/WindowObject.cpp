@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "host/AnalysisDialog.h"
 #include "workbench/hosting/ScriptDesk.h"
@@ -26,16 +27,20 @@ void TellOfUnanswered(const PressRecord& press) {
     }
 }
 
-void Run(const WindowObject& window, const NamedCall& call, const char* name) {
+/// Gives what the call has made: nothing, a document or a collection of several.
+void Run(const WindowObject& window, NamedCall& call, const char* name) {
     WindowCall wanted{name, {}};
     for (std::size_t i = 0; i < call.Count(); ++i) {
         wanted.Arguments.push_back(WindowArgument(call.Value(i)));
     }
-    const PressOutcome outcome = ActAsPerson(DialogOf(window), [&wanted](Window& shown) {
+    PressOutcome outcome = ActAsPerson(DialogOf(window), [&wanted](Window& shown) {
         RunWindowCall(shown, wanted);
         return 0;
     });
     TellOfUnanswered(outcome.Record);
+    if (!outcome.Record.Documents.empty()) {
+        call.Give(ResultOf(std::move(outcome.Record)).Get());
+    }
 }
 
 void Click(WindowObject& window, NamedCall& call) {
@@ -71,18 +76,21 @@ constexpr auto Of = RunFor<WindowObject, Serve>;
 
 // clang-format off
 constexpr std::array<MemberRow, 7> Members{{
-    // Name          Number Uses            Arguments Value               Run              Help
-    {u"Click",       0,     DispatchMethod, 1, 1,     VariantType::Empty, Of<Click>,       "Clicks a button, a check box or a radio button, by its number"},
-    {u"Select",      1,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Select>,      "Clicks a row of a list, by place from 0 or by text"},
-    {u"DoubleClick", 2,     DispatchMethod, 2, 2,     VariantType::Empty, Of<DoubleClick>, "Clicks a row of a list twice"},
-    {u"Text",        3,     DispatchMethod, 2, 2,     VariantType::Empty, Of<Text>,        "Types into an edit or a number field"},
-    {u"Drag",        4,     DispatchMethod, 3, 3,     VariantType::Empty, Of<Drag>,        "Drags a row of a list before another, both by place from 0"},
-    {u"Close",       5,     DispatchMethod, 0, 0,     VariantType::Empty, Of<Close>,       "Closes the window as its cross does"},
-    {u"Command",     6,     DispatchMethod, 1, 1,     VariantType::Empty, Of<Command>,     "Runs the command of a control, by its number, whether or not it can be used"},
+    // Name          Number Uses            Arguments Value                 Run              Help
+    {u"Click",       0,     DispatchMethod, 1, 1,     VariantType::Variant, Of<Click>,       "Clicks a button, a check box or a radio button, by its number"},
+    {u"Select",      1,     DispatchMethod, 2, 2,     VariantType::Variant, Of<Select>,      "Clicks a row of a list, by place from 0 or by text"},
+    {u"DoubleClick", 2,     DispatchMethod, 2, 2,     VariantType::Variant, Of<DoubleClick>, "Clicks a row of a list twice"},
+    {u"Text",        3,     DispatchMethod, 2, 2,     VariantType::Variant, Of<Text>,        "Types into an edit or a number field"},
+    {u"Drag",        4,     DispatchMethod, 3, 3,     VariantType::Variant, Of<Drag>,        "Drags a row of a list before another, both by place from 0"},
+    {u"Close",       5,     DispatchMethod, 0, 0,     VariantType::Variant, Of<Close>,       "Closes the window as its cross does"},
+    {u"Command",     6,     DispatchMethod, 1, 1,     VariantType::Variant, Of<Command>,     "Runs the command of a control, by its number, whether or not it can be used"},
 }};
 // clang-format on
 
-constexpr ObjectKind Kind{u"DialogWindow", "The window of a startup dialog, worked in as a person does", {}, Members};
+constexpr ObjectKind Kind{u"DialogWindow",
+                          "The window of a startup dialog, worked in as a person does; a call gives what it has made",
+                          {},
+                          Members};
 
 }  // namespace
 

@@ -21,4 +21,10 @@ constexpr bool ActsOnPage(int control) {
     return isRadio || StoresPage(control) || std::ranges::find(controls, control) != controls.end();
 }
 
+/// Whether a command stores nothing but the page, takes a step down or works on the page: what clicks in the list have
+/// stored before needn't be written yet.
+constexpr bool LeavesListClicks(int control) {
+    return ActsOnPage(control) && !StoresPage(control) && control != BrushButton;
+}
+
 }  // namespace quillara

@@ -140,6 +140,40 @@ Lines PendingCategorization::TakeStored(const std::string& variable) {
     return lines;
 }
 
+void PendingCategorization::StoreByClick(const ShownCategorization& page, const std::string& variable, int row) {
+    ListClick click{variable, Shown, Given, {}, {}};
+    const std::string current = std::exchange(Variable, {});
+    click.Written = TakePage(page, variable, Storing::Alone);
+    if (!IsStored) {
+        Append(click.Written, TakeRowClick(row));
+    }
+    click.Current = std::exchange(Variable, current);
+    Clicks.push_back(std::move(click));
+}
+
+bool PendingCategorization::HasClickOf(const std::string& variable) const {
+    return std::ranges::find(Clicks, variable, &ListClick::Variable) != Clicks.end();
+}
+
+Lines PendingCategorization::TakeListClicks() {
+    Lines lines;
+    for (ListClick& click : std::exchange(Clicks, {})) {
+        Append(lines, click.Written);
+        Variable = std::move(click.Current);
+    }
+    return lines;
+}
+
+Lines PendingCategorization::TakeListClicksBefore(const std::string& variable, const ShownCategorization& page) {
+    const auto own = std::ranges::find(Clicks, variable, &ListClick::Variable);
+    if (own != Clicks.end() && !Stored && !IsNeeded(page)) {
+        Shown = own->Before;
+        Given = own->Given;
+        Clicks.erase(own);
+    }
+    return TakeListClicks();
+}
+
 void PendingCategorization::Store(const ShownCategorization& page) {
     Stored = page.IsLike(Shown) ? std::nullopt : std::optional(page);
 }

@@ -24,6 +24,8 @@ class PendingCategorization {
     /// The dialog that the script is written of.
     void Watch(CAnalysisModelessDialog& dialog) { Dialog = &dialog; }
 
+    /// Whether a click has stored a page of a variable that isn't written yet.
+    [[nodiscard]] bool HasClickOf(const std::string& variable) const;
     /// Whether storing the page would change something that the script hasn't.
     [[nodiscard]] bool IsNeeded(const ShownCategorization& page) const;
 
@@ -42,11 +44,20 @@ class PendingCategorization {
     /// The same by the place of its row.
     [[nodiscard]] Lines TakeRowClick(int row);
 
+    /// What clicks in the list have stored and isn't written yet.
+    [[nodiscard]] Lines TakeListClicks();
+    /// The same before a step down on a variable whose page looks so. What was stored of that one is what the session
+    /// has and the script not, unless something else has come to it since.
+    [[nodiscard]] Lines TakeListClicksBefore(const std::string& variable, const ShownCategorization& page);
+
     /// Whether the lines of the page that were taken last have stored it themselves.
     [[nodiscard]] bool HasStored() const { return IsStored; }
 
     // What happens
 
+    /// A click on a row of the drill-down list has stored a page that the script needs. It is written with the step
+    /// when its variable is drilled next, else by clicks.
+    void StoreByClick(const ShownCategorization& page, const std::string& variable, int row);
     /// The session has stored a page without a line.
     void Store(const ShownCategorization& page);
     /// The user has given boundaries, which were stored with the page.
@@ -69,6 +80,15 @@ class PendingCategorization {
         std::string Member;  ///< as the member takes them; empty: it would take other numbers
     };
 
+    /// A page that a click in the list has stored.
+    struct ListClick {
+        std::string Variable;
+        ShownCategorization Before;  ///< what the script shows of the variable
+        std::optional<Boundaries> Given;  ///< stored with it
+        Lines Written;  ///< the click with what goes before; they can stand anywhere
+        std::string Current;  ///< the variable behind them
+    };
+
     [[nodiscard]] int RowOf(const std::string& variable) const;
     [[nodiscard]] bool CanBeWritten(const ShownCategorization& page, Storing next) const;
     [[nodiscard]] Lines TakeBoundariesDialog(const std::string& variable);
@@ -77,6 +97,7 @@ class PendingCategorization {
     ShownCategorization Shown;  // by the script, and what its variable has
     std::optional<ShownCategorization> Stored;  // what the session's variable has, if it is something else
     std::optional<Boundaries> Given;  // in the session and not in the script
+    std::vector<ListClick> Clicks;  // of several variables
     std::string Variable;
     std::set<std::string> Unread;  // categorized in the script since it read the cases
     bool AllUnread = false;

@@ -50,7 +50,7 @@ void RecordedScript::Write(const std::vector<std::string>& lines) {
 
 void RecordedScript::Offer(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
-        Lines.push_back({line, false});
+        Lines.push_back({.Text = line, .IsWritten = false});
     }
 }
 
@@ -84,8 +84,8 @@ std::string RecordedScript::Text() const {
         text += "table.weight = " + PythonText(Begins.Weight) + "\n";
     }
     text += "drill = table.drill(" + DrillArguments + ")\n";
-    for (const auto& [line, isWritten] : Lines) {
-        text += isWritten ? line + "\n" : "";
+    for (const Line& line : Lines) {
+        text += line.IsWritten ? (line.Result.empty() ? "" : line.Result + " = ") + line.Text + "\n" : "";
     }
     return text;
 }

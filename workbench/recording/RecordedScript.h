@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <map>
 #include <optional>
 #include <string>
@@ -23,7 +24,14 @@ class RecordedScript {
   public:
     explicit RecordedScript(ScriptOpening opening) : Begins(std::move(opening)) {}
 
-    void Write(std::string line) { Lines.push_back({std::move(line), true}); }
+    struct Line {
+        std::string Text;
+        bool IsWritten = true;
+        std::string Result{};  ///< what the script calls what the line gives; empty: nothing
+    };
+
+    /// A line that has been written stays where it is.
+    Line& Write(std::string text) { return Lines.emplace_back(std::move(text)); }
     void Write(const std::vector<std::string>& lines);
     /// Lines that are written here only when it turns out that they matter.
     void Offer(const std::vector<std::string>& lines);
@@ -40,15 +48,10 @@ class RecordedScript {
     [[nodiscard]] std::string Text() const;
 
   private:
-    struct Line {
-        std::string Text;
-        bool IsWritten;
-    };
-
     ScriptOpening Begins;
     std::string DrillArguments;
     bool HasVariables = false;
-    std::vector<Line> Lines;
+    std::list<Line> Lines;
     std::map<std::string, int> Results;  // how many by name
 };
 

@@ -16,6 +16,7 @@
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/NewTables.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/VariableNotation.h"
 #include "workbench/recording/PageCommands.h"
@@ -47,12 +48,6 @@ std::string ValueIn(const std::vector<RecordedValue>& values, int control) {
 
 // What is written
 
-/// The script reads the cases here.
-void SessionRecorder::Read() {
-    Pending.Read();
-    Script.Drop();
-}
-
 void SessionRecorder::WriteMember(int control, const std::string& value) {
     Script.Write("drill." + MemberOf(*Dialog, control) + " = " + value);
 }
@@ -76,6 +71,7 @@ std::vector<std::string> SessionRecorder::AnswerLines() const {
 
 void SessionRecorder::WriteDown(const std::vector<RecordedValue>& values) {
     const std::string variable = ValueIn(values, DrillDownListControl);
+    Script.Write(Pending.TakeListClicksBefore(variable, Now.Page));
     Script.Write(Pending.TakeVariable(variable));
     Script.Write(Pending.TakePage(Now.Page, variable, Storing::AndReading));
     WriteCategory(values);
@@ -83,11 +79,12 @@ void SessionRecorder::WriteDown(const std::vector<RecordedValue>& values) {
 
 void SessionRecorder::WriteCategory(const std::vector<RecordedValue>& values) {
     const std::string read = ValueIn(values, DrillOperationsGroup);
-    const auto token = CategoryToken({Now.Row, Now.RowName, Now.IsMissing, read, ValueIn(values, DrillVariablesGroup)});
+    const ChosenCategory chosen{Now.Row, Now.RowName, Now.IsMissing, read, ValueIn(values, DrillVariablesGroup)};
+    const auto token = CategoryToken(chosen);
     if (token && !Pending.AreUnread(ValueIn(values, DrillDownListControl))) {
         WriteMember(DrillOperationsGroup, PythonText(*token));
-    } else if (Now.Row) {
-        WriteMember(DrillOperationsGroup, std::to_string(*Now.Row) + PythonComment(Replace8CharGrow(Now.RowName)));
+    } else if (const auto place = PlaceOf(chosen, Now.Page.Method > 0)) {
+        WriteMember(DrillOperationsGroup, std::to_string(*place) + PythonComment(Replace8CharGrow(Now.RowName)));
     } else {
         WriteMember(DrillOperationsGroup, PythonText(AsToken(read)));
     }
@@ -101,18 +98,21 @@ void SessionRecorder::WriteUp(const std::vector<RecordedValue>& values) {
 
 void SessionRecorder::WriteListClick() {
     if (Pending.IsNeeded(Now.Page)) {
-        const int row = Startup().At(DrillDownListControl).Selected;
-        Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::Alone));
-        if (!Pending.HasStored()) {
-            Script.Write(Pending.TakeRowClick(row));
+        if (Pending.HasClickOf(Now.Variable)) {
+            Script.Write(Pending.TakeListClicks());
         }
+        Pending.StoreByClick(Now.Page, Now.Variable, Startup().At(DrillDownListControl).Selected);
     }
     Pending.Settle(Page());
 }
 
 /// The page has been stored all the same, and the cases may have been read.
 void SessionRecorder::WriteNoStep() {
-    if (Now.StepControl == 0 && HasAsked(CategoryDialog)) {
+    if (Now.StepControl != 0) {
+        return;
+    }
+    Script.Write(Pending.TakeListClicks());
+    if (HasAsked(CategoryDialog)) {
         OfferCommand();
         Pending.Store(Now.Page);
     }
@@ -130,18 +130,24 @@ void SessionRecorder::TakeBoundaries() {
     Pending.TakeBoundaries(typed, read == nullptr ? "" : read->Value(), Now.Page);
 }
 
+/// A choice of no variable is asked again; cancelled then, it leaves none.
+TwoLists SessionRecorder::ListsChosen() const {
+    return Now.Answers.back().IsConfirmed ? DialogsOf(DialogHost::DocumentOf(*Dialog)).Chosen.Of(Now.Control)
+                                          : TwoLists();
+}
+
 void SessionRecorder::WriteVariables() {
-    CAnalysisDoc* document = DialogHost::DocumentOf(*Dialog);
-    const TwoLists lists = DialogsOf(document).Chosen.Of(Now.Control);
-    const std::string both = RecordedValueOf(*Dialog, Now.Control).value_or("");
     if (std::ranges::none_of(Now.Answers, &ModalAnswer::IsConfirmed)) {
         return;
     }
+    const TwoLists lists = ListsChosen();
+    const bool areEmpty = lists[0].empty() && lists[1].empty();
+    const std::string both = areEmpty ? "" : RecordedValueOf(*Dialog, Now.Control).value_or("");
     Script.Accept();
     if (both.empty()) {
         WriteAnswered();
     } else if (Now.Control == DrillVariablesButton && !HaveCommon(lists)) {
-        const DataTable& table = TableOf(document).Table();
+        const DataTable& table = TableOf(DialogHost::DocumentOf(*Dialog)).Table();
         Script.ChooseVariables(TextOfLists(table, {lists[0], {}}), TextOfLists(table, {lists[1], {}}), both);
     } else {
         WriteMember(Now.Control, PythonText(both));
@@ -162,21 +168,22 @@ void SessionRecorder::WriteAnswered() {
         return;
     }
     Script.Write(AnswerLines());
-    Script.Write("drill.window.click(" + std::to_string(Now.Control) + ")");
+    WriteMaking(CallLine());
     Pending.Unsettle();
     if (Now.Control == OrderButton) {
         Pending.Settle(Page());
     }
 }
 
-/// A command that has shown nothing may have read cases; that matters where another choice of variables forgets that
-/// they are to be read, and for a variable that stands in both lists, of which passes know one.
+/// A command that has shown nothing may have read cases, or have them read once more; that matters until the next step
+/// for reviews, where another choice of variables forgets that they are to be read, and for a variable that stands in
+/// both lists, of which passes know one.
 void SessionRecorder::OfferCommand() {
     PendingCategorization after = Pending;
     Script.Offer(after.TakePage(Now.Page, Now.Variable, Storing::AndReading));
     Script.Offer(after.TakeVariableIfOther(Now.Variable));
     Script.Offer(AnswerLines());
-    Script.Offer({"drill.window.click(" + std::to_string(Now.Control) + ")"});
+    Script.Offer({CallLine()});
     Pending.SetVariable("");  // not known: it depends on whether the lines matter
 }
 
@@ -232,7 +239,7 @@ void SessionRecorder::WriteBrushing() {
     Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::AndReading));
     Script.Write(Pending.TakeVariableIfOther(Now.Variable));
     Script.Write(AnswerLines());
-    Script.Write("drill.window.click(" + std::to_string(BrushButton) + ")");
+    WriteMaking(CallLine());
     HasBrushingGraph = asksBoundaries && Boxes[AutoUpdateBox];
     if (asksBoundaries) {
         Pending.Settle(Page());
@@ -246,7 +253,7 @@ void SessionRecorder::WriteVainBrushing() {
     PendingCategorization shown = Pending;
     Script.Write(shown.TakePage(Now.Page, Now.Variable, Storing::Alone));
     Script.Write(shown.TakeVariableIfOther(Now.Variable));
-    Script.Write("drill.window.click(" + std::to_string(BrushButton) + ")");
+    WriteMaking(CallLine());
     Script.Write(Pending.TakeVariable(Now.Variable));
     HasBrushingGraph = Boxes[AutoUpdateBox];
 }
@@ -258,6 +265,10 @@ void SessionRecorder::WriteClosing() {
 
 void SessionRecorder::WriteResult() {
     const bool storesPage = StoresPage(Now.Control);
+    if (!Now.HasOutput && Now.HasMessage) {
+        WriteVainPress();
+        return;
+    }
     if (!Now.HasOutput) {
         WriteAnswered();
         if (storesPage) {
@@ -267,43 +278,86 @@ void SessionRecorder::WriteResult() {
     }
     if (storesPage) {
         Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::AndReading));
+    } else if (Now.Control != SaveDataButton) {
+        Script.Accept();  // categories of reviews are others once they have been read twice
     }
     Script.Write(AnswerLines());
     if (!Now.IsUsable) {
-        Script.Write("drill.window.command(" + std::to_string(Now.Control) + ")");
+        WriteMaking(CallLine());
         return;
     }
     if (Now.Control != SummaryButton) {
-        Read();
+        Pending.Read();
     }
-    Script.Write(ResultLine());
+    WriteMaking("drill." + MemberOf(*Dialog, Now.Control), Script.NameResult(DocumentsName()));
 }
 
-std::string SessionRecorder::ResultLine() {
-    const std::string member = MemberOf(*Dialog, Now.Control);
-    const std::string name = Script.NameResult(ResultNameOf(member));
-    for (std::size_t place = 0; place < Now.Documents.size(); ++place) {
-        Documents[Now.Documents[place]] = {name, place, Now.Documents.size() == 1};
+/// A press that has only given a message: its member would fail, and the message is the script's too.
+void SessionRecorder::WriteVainPress() {
+    if (StoresPage(Now.Control)) {
+        Script.Write(Pending.TakePage(Now.Page, Now.Variable, Storing::Alone));
     }
-    return name + " = drill." + member;
+    Script.Write(AnswerLines());
+    Script.Write(CallLine());
+}
+
+/// Presses the control as the session has, or runs its command where nobody can press it.
+std::string SessionRecorder::CallLine() const {
+    const bool canBeClicked = Now.IsUsable && Now.IsVisible;
+    return std::string("drill.window.") + (canBeClicked ? "click(" : "command(") + std::to_string(Now.Control) + ")";
+}
+
+/// What a script calls the documents of the command.
+std::string SessionRecorder::DocumentsName() const {
+    const std::string name = ResultNameOf(MemberOf(*Dialog, Now.Control));
+    return !name.empty() ? name : Now.Control == BrushButton ? "brushing_graph" : "made";
+}
+
+/// Writes the line that makes the documents of the command, and that some of them have been closed meanwhile.
+void SessionRecorder::WriteMaking(const std::string& line, const std::string& result) {
+    RecordedScript::Line& written = Script.Write(line);
+    written.Result = result;
+    Documents.Enter(written, DocumentsName(), std::exchange(Now.Documents, {}), Boxes[AutoUpdateBox]);
+    for (const MadeDocument& document : std::exchange(Now.Closed, {})) {
+        Documents.Close(document);
+    }
+}
+
+void SessionRecorder::TakeTable() {
+    const auto& tables = NewTablesOf(DialogHost::DocumentOf(*Dialog)).Finished();
+    if (Now.Control == SaveDataButton && Now.HasOutput && !tables.empty()) {
+        Now.Documents.push_back({.Table = tables.back().get()});
+    }
 }
 
 // Word for word
 
 std::string SessionRecorder::Text() {
     Held.Write();
+    Script.Write(Pending.TakeListClicks());
     return Script.Text();
+}
+
+void SessionRecorder::BeginHere() {
+    Held.Write();
+    Script.Write(Pending.TakeListClicks());
+    Documents.CloseRouted();
+    Script.Write("# The recording begins here.");
 }
 
 void SessionRecorder::EndVerbatim() {
     if (const auto box = Boxes.find(Now.Control); box != Boxes.end()) {
         box->second = !box->second;
     }
+    Held.AddDocuments(std::exchange(Now.Documents, {}), DocumentsName(), Boxes[AutoUpdateBox]);
     if (Now.HasOutput && Now.IsUsable && MakesOutput(Dialog, Now.Control)) {
-        Held.Replace(ResultLine());
+        Held.Replace("drill." + MemberOf(*Dialog, Now.Control), Script.NameResult(DocumentsName()));
+    }
+    for (const MadeDocument& document : std::exchange(Now.Closed, {})) {
+        Close(document);
     }
     if (Now.Control == DrillVariablesButton && IsConfirmed(VariableListsDialogId)) {
-        ChangeMode(HaveCommon(DialogsOf(DialogHost::DocumentOf(*Dialog)).Chosen.Of(DrillVariablesButton)));
+        ChangeMode(HaveCommon(ListsChosen()));
         Pending.Read();
     } else if (Now.Control == OpenDataButton && IsConfirmed(OpenDataDialogId)) {
         ChangeMode(false);

@@ -8,6 +8,7 @@
 #include "host/OleConstant.h"
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
+#include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/AnalysisServices.h"
 #include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/DialogHost.h"
@@ -73,11 +74,17 @@ void SessionRecorder::BeginCommand(CAnalysisDoc& document, int control) {
     Now = {};
     Now.Control = control;
     Now.IsUsable = pressed != nullptr && pressed->Enabled;
+    Now.IsVisible = pressed != nullptr && pressed->Visible;
     Now.Page = Page();
     Now.Variable = CurrentVariable();
     if (IsVerbatim) {
         Held.HoldCommand(control);
-    } else if (!ActsOnPage(control)) {
+        return;
+    }
+    if (!LeavesListClicks(control)) {
+        Script.Write(Pending.TakeListClicks());
+    }
+    if (!ActsOnPage(control)) {
         Script.Write(Pending.TakeStored(Now.Variable));
     }
 }
@@ -86,6 +93,7 @@ void SessionRecorder::EndCommand(CAnalysisDoc& /*document*/, int control) {
     if (Dialog == nullptr) {
         return;
     }
+    TakeTable();
     if (IsVerbatim) {
         EndVerbatim();
         return;
@@ -102,10 +110,19 @@ void SessionRecorder::EndCommand(CAnalysisDoc& /*document*/, int control) {
     Now = {};
 }
 
+/// A step has been told when nothing stood in its way any more: its move is done, whatever memory lacked for then.
+void SessionRecorder::FailCommand(CAnalysisDoc& /*document*/, int /*control*/) {
+    if (Dialog != nullptr && Now.StepControl != 0) {
+        EndStep();
+    }
+    Now = {};
+}
+
 void SessionRecorder::EndStep() {
     Script.Write(AnswerLines());
     Script.Write("drill." + MemberOf(*Dialog, Now.StepControl) + "()");
-    Read();
+    Pending.Read();
+    Script.Drop();
     Pending.Settle(Page());
     if (Now.StepControl == DownButton) {
         Pending.SetVariable(CurrentVariable());
@@ -137,6 +154,7 @@ void SessionRecorder::RecordCall(const Window& window, const WindowCall& call) {
 
 void SessionRecorder::WriteDrag(const WindowCall& call) {
     const std::string current = CurrentVariable();
+    Script.Write(Pending.TakeListClicks());
     Script.Write(Pending.TakeStored(current));
     Script.Write(Pending.TakeVariableIfOther(current));
     Script.Write("drill.window.drag(" + PythonArguments(call) + ")");
@@ -177,8 +195,8 @@ void SessionRecorder::RecordStep(CAnalysisDoc& /*document*/, const std::vector<R
     if (Now.Control == BrushButton) {
         WriteBrushing();
     }
-    Now.StepControl = control;
     control == DownButton ? WriteDown(values) : WriteUp(values);
+    Now.StepControl = control;
     Now.Answers.clear();  // those that come now are for documents that are brought up to date
 }
 
@@ -187,20 +205,32 @@ void SessionRecorder::RecordOutput(CAnalysisDoc& /*document*/, int control) {
 }
 
 void SessionRecorder::RecordDocument(const ResultDocument& document) {
-    if (std::ranges::find(Now.Documents, &document) == Now.Documents.end()) {
-        Now.Documents.push_back(&document);
+    const MadeDocument made{.Number = document.Number()};
+    if (std::ranges::find(Now.Documents, made) == Now.Documents.end()) {
+        Now.Documents.push_back(made);
     }
 }
 
 void SessionRecorder::RecordClose(const ResultDocument& document) {
-    const auto held = Documents.find(&document);
-    if (held == Documents.end()) {
-        return;
+    Close({.Number = document.Number()});
+}
+
+void SessionRecorder::RecordDataClose(const DataTable& table) {
+    Close({.Table = &table});
+}
+
+/// The line of a command that runs is yet to be written.
+void SessionRecorder::Close(const MadeDocument& document) {
+    if (std::ranges::find(Now.Documents, document) != Now.Documents.end()) {
+        Now.Closed.push_back(document);
+    } else {
+        Held.Write();
+        Documents.Close(document);
     }
-    Held.Write();
-    const auto& [result, place, isAlone] = held->second;
-    Script.Write(result + (isAlone ? "" : "[" + std::to_string(place) + "]") + ".Close()");
-    Documents.erase(held);
+}
+
+void SessionRecorder::RecordMessage(std::string_view /*text*/) {
+    Now.HasMessage = true;
 }
 
 // What is known

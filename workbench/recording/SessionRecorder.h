@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "workbench/hosting/StepRecorder.h"
+#include "workbench/hosting/VariablesChosen.h"
 #include "workbench/recording/HeldCall.h"
 #include "workbench/recording/PendingCategorization.h"
+#include "workbench/recording/RecordedDocuments.h"
 #include "workbench/recording/RecordedScript.h"
 #include "workbench/recording/StepTokens.h"
 #include "workbench/windows/WindowCall.h"
@@ -18,26 +20,35 @@ class CAnalysisModelessDialog;
 
 namespace quillara {
 
-/// Records what is done with one analysis, from its start on, as a script of the Python package: the script's run gives
-/// the same documents.
+/// Records what is done with one analysis as a script of the Python package: the script's run gives the same documents.
+/// It listens from the start of the analysis on, since the numbers of an analysis rest on all that was done in it, and
+/// gives the script whenever it is asked for; a recording may begin at any time.
 class SessionRecorder : public StepRecorder {
   public:
-    explicit SessionRecorder(ScriptOpening opening) : Script(std::move(opening)), Held(Script) {}
+    explicit SessionRecorder(ScriptOpening opening)
+        : Script(std::move(opening)), Documents(Script), Held(Script, Documents) {}
 
     /// The script up to now.
     [[nodiscard]] std::string Text();
+    /// The user begins to record here: the script brings a new analysis to this state, with none of the documents that
+    /// are there but those that stand alone, which the steps to come bring up to date, and goes on. Not while a
+    /// command runs.
+    void BeginHere();
 
     void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
     void RecordMethod(CAnalysisDoc& /*document*/, int /*control*/) override {}  // RecordStep ends in it
     void RecordOutput(CAnalysisDoc& document, int control) override;
     void BeginCommand(CAnalysisDoc& document, int control) override;
     void EndCommand(CAnalysisDoc& document, int control) override;
+    void FailCommand(CAnalysisDoc& document, int control) override;
     void RecordSent(int control) override;
     void RecordCall(const Window& window, const WindowCall& call) override;
     void RecordAnswer(Window& window) override;
     void RecordPick(const BrushingRun& run) override;
     void RecordDocument(const ResultDocument& document) override;
     void RecordClose(const ResultDocument& document) override;
+    void RecordDataClose(const DataTable& table) override;
+    void RecordMessage(std::string_view text) override;
 
   private:
     /// What has been done in a modal window.
@@ -51,11 +62,14 @@ class SessionRecorder : public StepRecorder {
     struct RunningCommand {
         int Control = 0;
         bool IsUsable = false;  ///< its control was, when it began
+        bool IsVisible = false;
         ShownCategorization Page;  ///< as it was when it began
         std::string Variable;  ///< the current one then
         std::vector<ModalAnswer> Answers;
-        std::vector<const ResultDocument*> Documents;
+        std::vector<MadeDocument> Documents;
+        std::vector<MadeDocument> Closed;  ///< of these
         bool HasOutput = false;
+        bool HasMessage = false;
         int StepControl = 0;  ///< the action of the step that is taken; 0: none is
         bool HasPicked = false;  ///< a bar of the brushing graph
         bool AsksBoundaries = false;  ///< before brushing, in a dialog or in vain
@@ -63,13 +77,6 @@ class SessionRecorder : public StepRecorder {
         std::optional<int> Row;  ///< of the category that a person has chosen
         std::string RowName;
         bool IsMissing = false;
-    };
-
-    /// Where a script has a document.
-    struct KnownDocument {
-        std::string Result;
-        std::size_t Place;
-        bool IsAlone;
     };
 
     using Handler = void (SessionRecorder::*)();
@@ -85,6 +92,7 @@ class SessionRecorder : public StepRecorder {
     [[nodiscard]] std::string CurrentVariable() const;
     [[nodiscard]] bool IsConfirmed(int dialog) const;
     [[nodiscard]] bool HasAsked(int dialog) const;
+    [[nodiscard]] TwoLists ListsChosen() const;
 
     void EndStep();
     void WriteDown(const std::vector<RecordedValue>& values);
@@ -96,8 +104,11 @@ class SessionRecorder : public StepRecorder {
     void OfferCommand();
     void EndVerbatim();
     void ChangeMode(bool hasDoubles);
-    [[nodiscard]] std::string ResultLine();
-    void Read();
+    [[nodiscard]] std::string CallLine() const;
+    [[nodiscard]] std::string DocumentsName() const;
+    void WriteMaking(const std::string& line, const std::string& result = "");
+    void TakeTable();
+    void Close(const MadeDocument& document);
     void WriteMember(int control, const std::string& value);
 
     // What is to be written once a command is done
@@ -113,15 +124,16 @@ class SessionRecorder : public StepRecorder {
     void WriteVainBrushing();
     void WriteClosing();
     void WriteResult();
+    void WriteVainPress();
 
     RecordedScript Script;
+    RecordedDocuments Documents;
     PendingCategorization Pending;
     CAnalysisModelessDialog* Dialog = nullptr;
     bool HasStarted = false;
     RunningCommand Now;
     std::vector<WindowCall> Calls;  // in the modal window that is open
     std::map<int, bool> Boxes;
-    std::map<const ResultDocument*, KnownDocument> Documents;
     // A variable that stands in both lists of drill variables is two records, of which members know one: with such all
     // is written as calls of the window.
     bool IsVerbatim = false;

@@ -71,6 +71,15 @@ std::optional<std::string> VariableToken(const std::vector<std::string>& rows, s
     return isFirst && CanBeTaken(name) ? std::optional(AsToken(name)) : std::nullopt;
 }
 
+std::optional<int> PlaceOf(const ChosenCategory& chosen, bool goesByNumber) {
+    if (chosen.Row || goesByNumber) {
+        return chosen.Row ? chosen.Row : WholeNumber(chosen.Read);
+    }
+    const std::vector<std::string> names = NamesByPlace(chosen.Selections);
+    const auto found = std::ranges::find(names, chosen.Read);
+    return found == names.end() ? std::nullopt : std::optional(static_cast<int>(found - names.begin()));
+}
+
 std::optional<std::string> CategoryToken(const ChosenCategory& chosen) {
     const std::vector<std::string> names = NamesByPlace(chosen.Selections);
     const auto isRead = [&chosen](const std::string& name) { return AreAlike(name, chosen.Read); };

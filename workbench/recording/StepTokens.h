@@ -24,6 +24,10 @@ struct ChosenCategory {
     std::string Selections;  ///< all categories as the member reads that tells them
 };
 
+/// The number that means the category: its row, or what a script has chosen it by where categories go by number; else
+/// the place of its name. Nothing when that isn't known.
+[[nodiscard]] std::optional<int> PlaceOf(const ChosenCategory& chosen, bool goesByNumber);
+
 /// Its name as the member takes it; nothing when that would be another category, or no name.
 [[nodiscard]] std::optional<std::string> CategoryToken(const ChosenCategory& chosen);
 

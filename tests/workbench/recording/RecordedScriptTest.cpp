@@ -4,10 +4,14 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "automation/StartupInterface.h"
+#include "host/AnalysisDialog.h"
+#include "platform/OwnedVariant.h"
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "tests/workbench/Tables.h"
@@ -133,6 +137,7 @@ class Recording : public testing::Test {
     SessionRecorder Recorder;
     AnalysisDocument Analysis;
     std::deque<std::function<void(Window&)>> Answers;
+    std::vector<CountedPointer<ResultDocument>> Taken;
     std::size_t Read = 0;
 };
 
@@ -180,6 +185,58 @@ TEST_F(Recording, LeavesOutWhatWasCancelledAndWritesWhatItHasStored) {
     EXPECT_EQ(Lines(), "drill.CountMD = 1\n");
 }
 
+TEST_F(Recording, WritesWhatAClickHasStoredWithTheStepWhenItsVariableIsDrilledNext) {
+    const auto categorize = [this] {
+        Pick("age 2");
+        Click(IntegerCategoriesRadio);
+        Pick("age 2");
+        Pick("age");
+        Click(UserIntervalsRadio);
+        GiveBoundaries("25 45");
+        Pick("age");
+    };
+    const std::string clicks =
+        "drill.DrillDownVariable = \"age 2\"\ndrill.IntegerCategories = 1\ndrill.window.select(9053, \"age 2\")\n";
+    Lines();
+    categorize();
+    Down(1);
+    EXPECT_EQ(Lines(), clicks +
+                           "drill.DrillDownVariable = \"age\"\ndrill.UserSpecifiedCategories = 1\n"
+                           "drill.UserDefinedBoundaries = \"25 45\"\n"
+                           "drill.DrillDownCategory = 1  # 25<x<=45\ndrill.DrillDown()\n");
+    Expect([](Window& window) { ChooseVariables(window, {1}, {2, 3}); });
+    Click(DrillVariablesButton);
+    Lines();
+    categorize();
+    Click(DownButton);  // and cancelled
+    Pick("sex");
+    Down(0);
+    EXPECT_EQ(Lines(), clicks +
+                           "drill.window.select(9053, \"age\")\ndrill.UserSpecifiedCategories = 1\n"
+                           "drill.Application.Answer([(\"text\", 9093, \"25 45\"), (\"click\", 1)])\n"
+                           "drill.window.click(9077)\ndrill.DrillDownVariable = \"sex\"\n"
+                           "drill.DrillDownCategory = \"f\"\ndrill.DrillDown()\n");
+}
+
+TEST_F(Recording, WritesTheCategoryOfAScriptAsItsMemberTakesIt) {
+    Lines();
+    const auto startup = QueryFor<DDNStartup>(Analysis.Analysis().GetStartupDialog()->GetUnknown());
+    const auto step = [&startup](const char16_t* variable) {
+        EXPECT_EQ(startup->put_DrillDownVariable(OwnedVariant::OfText(variable).Get()), S_OK);
+        EXPECT_EQ(startup->put_DrillDownCategory(OwnedVariant::OfInteger(1).Get()), S_OK);
+        EXPECT_EQ(startup->DrillDown(), S_OK);
+    };
+    step(u"sex");
+    Pick("age");
+    Click(ExactIntervalsRadio);
+    Pick("age");
+    step(u"age");
+    EXPECT_EQ(Lines(),
+              "drill.DrillDownVariable = \"sex\"\ndrill.DrillDownCategory = \"m\"\ndrill.DrillDown()\n"
+              "drill.DrillDownVariable = \"age\"\ndrill.NoOfExactIntervals = 1\ndrill.ValueNoOfExactIntervals = 10\n"
+              "drill.DrillDownCategory = 1\ndrill.DrillDown()\n");
+}
+
 TEST_F(Recording, WritesBoundariesAsTheMemberReadsThemOrAsTheyWereTyped) {
     Lines();
     Pick("age");
@@ -215,6 +272,64 @@ TEST_F(Recording, NamesResultsAndFindsThemAgain) {
     EXPECT_EQ(Lines(), "drill.close()\n");
 }
 
+TEST_F(Recording, ClosesWhatThePersonCloses) {
+    std::shared_ptr<const DataTable> saved;
+    const auto take = [this](ResultDocument& document) {
+        Taken.push_back(CountedPointer<ResultDocument>::Share(&document));
+    };
+    Analysis.Services.TakeDocument = take;
+    Analysis.Services.HearStandAlone = take;
+    Analysis.Services.TakeData = [&saved](std::shared_ptr<const DataTable> table) { saved = std::move(table); };
+    Analysis.Services.Brush = [this](BrushingRun& run) {
+        if (Taken.size() > 1) {
+            run.Document.Close();
+        }
+        return false;
+    };
+    Lines();
+    Pick("sex");
+    Click(BrushButton);
+    Click(BrushButton);
+    ASSERT_EQ(Taken.size(), 2U);
+    Taken[0]->Close();
+    Click(SaveDataButton);
+    Analysis.CloseData(*saved);
+    Analysis.StartupWindow()->At(PieChartsButton).Enabled = false;
+    Analysis.StartupWindow()->SendCommand(PieChartsButton);
+    Analysis.RunMessages();
+    Taken.back()->Close();
+    EXPECT_EQ(Lines(),
+              "drill.DrillDownVariable = \"sex\"\nbrushing_graph_2 = drill.window.click(9103)\nbrushing_graph = "
+              "drill.window.click(9103)\n"
+              "brushing_graph.Close()\nbrushing_graph_2.Close()\ncases = drill.Save\ncases.Close()\n"
+              "pie_charts = drill.window.command(9119)\npie_charts[2].Close()\n");
+}
+
+TEST_F(Recording, MayBeginInTheMidst) {
+    Lines();
+    Click(PieChartsButton);
+    Click(AutoUpdateBox);
+    Click(FrequenciesButton);
+    Pick("age");
+    Click(IntegerCategoriesRadio);
+    Pick("sex");
+    Recorder.BeginHere();
+    Down(0);
+    EXPECT_EQ(Lines(),
+              "pie_charts = drill.PieCharts\ndrill.StandAloneResults = 1\nfrequencies = drill.Frequencies\n"
+              "drill.DrillDownVariable = \"age\"\ndrill.IntegerCategories = 1\ndrill.window.select(9053, \"sex\")\n"
+              "pie_charts[0].Close()\npie_charts[1].Close()\npie_charts[2].Close()\n# The recording begins here.\n"
+              "drill.DrillDownVariable = \"sex\"\ndrill.DrillDownCategory = \"f\"\ndrill.DrillDown()\n");
+}
+
+TEST_F(Recording, PressesForAMessageAlone) {
+    Lines();
+    Analysis.SetSelection({CaseResult::Skip, CaseResult::Skip, CaseResult::Skip, CaseResult::Skip});
+    Click(CountMissingBox);
+    Click(DescriptivesButton);
+    EXPECT_EQ(Lines(), "drill.CountMD = 0\ndrill.window.click(9059)\n");
+}
+
 TEST_F(Recording, IsWordForWordWhereAVariableIsTwoRecords) {
     Expect([](Window& window) { ChooseVariables(window, {1, 2}, {2}); });
     Click(DrillVariablesButton);
@@ -225,6 +340,10 @@ TEST_F(Recording, IsWordForWordWhereAVariableIsTwoRecords) {
     EXPECT_EQ(Lines(),
               "drill.window.select(9053, 2)\ndrill.Application.Answer([(\"double_click\", 9102, 1)])\n"
               "drill.window.click(9056)\nsummary = drill.Summary\n");
+    for (int i = 0; i < 2; ++i) {
+        Analysis.StartupWindow()->SendCommand(CasewiseBox);
+    }
+    EXPECT_EQ(Lines(), "drill.window.command(9128)\ndrill.window.command(9128)\n");
 }
 
 }  // namespace
