@@ -25,7 +25,7 @@ void PrepareCategories(CDefineTask& task) {
         task.EarlyRecordState(DrillVariablesGroup);
         task.EarlyRecordState(StatisticsGroup);
     }
-    if (analysis.DataChanged == 1) {
+    if (analysis.DataChanged == 1 || analysis.ReadFailed) {
         analysis.ReadAfterDrill(0);
     }
     if (analysis.GetCurrentIsset() == 0) {

@@ -249,8 +249,11 @@ class CDrillDown : public CAnalysisSupport {
     int ReadAfterDrill(unsigned short weightArgument);
     /// Recounts the categories of all drill-down and review records. Statistics stay.
     int ReadBeforeDrill(unsigned short weightArgument);
-    /// First step of every result: brings the records up to date after a change of settings.
+    /// First step of every result: brings the records up to date after a change of settings, and after a pass that had
+    /// no memory.
     void BringUpToDate();
+    /// The same within a result and a recount: after a change of settings only.
+    void ReadIfChanged();
 
     // Drill filter - engine/DrillFilter.cpp
 
@@ -381,6 +384,7 @@ class CDrillDown : public CAnalysisSupport {
     DrillSet* DrillUps = nullptr;  ///< the steps taken, newest first; they are the filter
     DrillSet* Reviews = nullptr;  ///< variables that are only reported on
     std::unique_ptr<drilldown::CountMemory> Counted;  ///< what recounts take over; null: nothing
+    bool ReadFailed = false;  ///< the last pass that should have made the statistics had no memory
 
     // The structures shared with the host.
 

@@ -56,10 +56,18 @@ void EmptyCategories(const CDrillDown& analysis) {
     }
 }
 
-void ResetCounts(const CDrillDown& analysis) {
+void MarkUncounted(const CDrillDown& analysis) {
     for (const CDrillDown::DrillSet* set : {analysis.DrillDowns, analysis.Reviews}) {
         for (const Drill& record : *set) {
             Editable(record).Isset = 0;
+        }
+    }
+}
+
+void ResetCounts(const CDrillDown& analysis) {
+    MarkUncounted(analysis);
+    for (const CDrillDown::DrillSet* set : {analysis.DrillDowns, analysis.Reviews}) {
+        for (const Drill& record : *set) {
             for (const Categories& category : record.CategorySet) {
                 Editable(category).Count = 0.0;
             }
@@ -86,13 +94,14 @@ void StorePass(CDrillDown& analysis, const std::vector<PassVariable>& variables,
             continue;
         }
         if (!NameCategories(analysis, *variables[i].Feed.Target)) {
-            analysis.DataChanged = 1;  // the next result makes the names
+            analysis.ReadFailed = true;  // the next result makes the names
         }
         record.Isset = 1;
     }
 }
 
 int RunAfterDrill(CDrillDown& analysis) {
+    const std::uint64_t revision = RevisionOf(analysis);
     const std::vector<PassVariable> variables = VariablesAfterDrill(analysis);
     MomentTally moments(analysis, variables.size());
     if (!moments) {
@@ -109,7 +118,7 @@ int RunAfterDrill(CDrillDown& analysis) {
         return 0;
     }
     StorePass(analysis, variables, moments);
-    RememberCounts(analysis, pass, variables);
+    RememberCounts(analysis, pass, variables, revision);
     return 1;
 }
 
@@ -117,6 +126,7 @@ int RunAfterDrill(CDrillDown& analysis) {
 /// of the cases again, which a cancel would ask for.
 std::optional<int> Recount(CDrillDown& analysis, std::span<const PassVariable> counted,
                            std::span<const PassVariable> known) {
+    const std::uint64_t revision = RevisionOf(analysis);
     CasePass pass(analysis, RecountBeforeDrill, counted, nullptr);
     if (!pass) {
         return ReportNotEnoughMemory(analysis);
@@ -126,15 +136,16 @@ std::optional<int> Recount(CDrillDown& analysis, std::span<const PassVariable> c
     }
     if (pass.Run() == PassOutcome::Completed) {
         RestoreCounts(analysis, known);
-        RememberCounts(analysis, pass, counted);
+        RememberCounts(analysis, pass, counted, revision);
         return 1;
     }
     if (!known.empty()) {
         CasePass again(analysis, RecountBeforeDrill, known, nullptr);
-        if (!again) {
-            return ReportNotEnoughMemory(analysis);
+        // Intended: no message without memory, unlike in the pass itself; a cancel is silent, and the next recount
+        // makes these counts, of which none is left.
+        if (again && again.CanRunAgain()) {
+            again.RunAgainUpTo(pass.CasesRead());
         }
-        again.RunAgainUpTo(pass.CasesRead());
     }
     return 0;
 }
@@ -152,13 +163,14 @@ int RecountAll(CDrillDown& analysis, const std::vector<PassVariable>& variables)
 
 int CDrillDown::ReadAfterDrill(unsigned short) {
     ValidVar = 0;
+    ReadFailed = false;
     try {
         return RunAfterDrill(*this);
     } catch (...) {
         // Nothing may pass for a count of the present subset: the next result reads everything again.
         EmptyCategories(*this);
-        SetAllIsset(0);
-        DataChanged = 1;
+        MarkUncounted(*this);
+        ReadFailed = true;
         throw;
     }
 }
@@ -167,7 +179,7 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     // Intended: DataChanged is cleared here, unlike in ReadAfterDrill, which leaves that to its callers; those of a
     // recount rely on it.
     // A stale pass is made good before the counts are reset, so that no category is counted twice.
-    BringUpToDate();
+    ReadIfChanged();
     ResetCounts(*this);
     const std::vector<PassVariable> variables = VariablesBeforeDrill(*this);
     if (RecountAll(*this, variables) == 0) {
@@ -176,18 +188,27 @@ int CDrillDown::ReadBeforeDrill(unsigned short) {
     for (const PassVariable& variable : variables) {
         Drill& record = *variable.Feed.Feeder;
         // Intended: no naming of reviews, unlike drill-down records; the values of the reviews keep the names of the
-        // pass that met them. Without memory for the names a record stays to be recounted.
+        // pass that met them.
+        // Intended: counted also without memory for the names, unlike a pass without memory; the next result makes
+        // them.
         const bool named = variable.Side == ReviewSide || !record.TakesDistinctValues() ||
                            NameCategories(*this, *variable.Feed.Target);
-        record.Isset = named ? 1 : 0;
+        ReadFailed = ReadFailed || !named;
+        record.Isset = 1;
     }
     return 1;
 }
 
 void CDrillDown::BringUpToDate() {
-    const bool reads = DataChanged != 0 && NoCategorical + NoContinuous + NoRVCategorical + NoRVContinuous > 0;
-    DataChanged = 0;
-    if (reads) {
+    if (ReadFailed) {
+        DataChanged = 1;
+    }
+    ReadIfChanged();
+}
+
+void CDrillDown::ReadIfChanged() {
+    if (DataChanged != 0 && NoCategorical + NoContinuous + NoRVCategorical + NoRVContinuous > 0) {
         ReadAfterDrill(0);
     }
+    DataChanged = 0;
 }

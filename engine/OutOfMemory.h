@@ -12,8 +12,10 @@ inline int ReportNotEnoughMemory(CAnalysisSupport& analysis) {
 }
 
 /// The same for a pass that should have made statistics: until one has, they are those of other cases.
+/// Intended: told in a flag of its own, unlike a change of settings, which the first result takes as done with, also
+/// when its pass fails; what a result has begun to show stays as it is to its end, and the next one reads again.
 inline int ReportToBeReadAgain(CDrillDown& analysis) {
-    analysis.DataChanged = 1;
+    analysis.ReadFailed = true;
     return ReportNotEnoughMemory(analysis);
 }
 

@@ -82,7 +82,7 @@ void StoreScan(CDrillDown& analysis, const VariableScan& scan, std::span<const P
             continue;
         }
         if (variables[i].Feed.Counting == CategoryCounting::EveryValue && !NameCategories(analysis, *record)) {
-            analysis.DataChanged = 1;  // the next result makes the names
+            analysis.ReadFailed = true;  // the next result makes the names
         }
         StoreStatistics(*record, moments.Of(i));
     }

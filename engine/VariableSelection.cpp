@@ -134,10 +134,10 @@ bool StartReviewing(CDrillDown& analysis) {
                   {List(analysis.RVCategorical, analysis.NoRVCategorical), CategoricalVariable}, nameField.data());
     InsertRecords(analysis, *analysis.Reviews,
                   {List(analysis.RVContinuous, analysis.NoRVContinuous), ContinuousVariable}, nameField.data());
-    // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
-    // variables show what the records hold. Before the scan, which sets it when it has no memory.
-    analysis.DataChanged = 0;
     analysis.ReadRVV(0);
+    // Intended: cleared here, unlike in SetDDNVariable, whose records are all new; results after a choice of review
+    // variables show what the records hold.
+    analysis.DataChanged = 0;
     return true;
 }
 

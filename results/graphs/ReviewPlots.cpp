@@ -118,9 +118,13 @@ std::int16_t CDrillDown::RVScatterPlot(HWND) {
 }
 
 int CDrillDown::RV3DHistograms(short, HWND window) {
-    // Intended: nothing is brought up to date here, unlike in the other two; the caption of the first plot does it.
+    // Intended: nothing is brought up to date here, unlike in the other two; the caption of the first plot does it, but
+    // for what a pass without memory has left.
     if (ChoosePairs(*this, window) == 0) {
         return 0;
+    }
+    if (ReadFailed) {
+        BringUpToDate();
     }
     const ReviewCaseFilterScope filter(*this);
     if (!filter) {

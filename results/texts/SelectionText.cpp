@@ -174,7 +174,7 @@ std::int32_t SelectedCases(const CDrillDown& analysis) {
 }
 
 std::string Caption(CDrillDown& analysis, const CaptionRules& rules) {
-    analysis.BringUpToDate();
+    analysis.ReadIfChanged();
     std::string text = FillFormat(analysis.GetResourceString(CountLineText),
                                   {std::to_string(analysis.Table.Cases), std::to_string(SelectedCases(analysis))});
     for (const Drill& step : *analysis.DrillUps) {

@@ -125,13 +125,13 @@ bool IsPass(const Verb& verb) {
     return &verb >= &ReadAfterDrill;
 }
 
-/// Records without what a pass may leave undone where memory is lacking: Isset and names, and all categories if it
+/// Records without what a pass may leave undone where memory is lacking: names, and Isset and all categories if it
 /// fails.
 std::vector<Drill> Stripped(const std::vector<Drill>& drills, const std::vector<Drill>& reviews, bool failed) {
     std::vector<Drill> records = drills;
     records.insert(records.end(), reviews.begin(), reviews.end());
     for (Drill& record : records) {
-        record.Isset = 0;
+        record.Isset = failed ? 0 : record.Isset;
         record.CategorySet = failed ? std::set<Categories>() : record.CategorySet;
     }
     return records;
@@ -257,6 +257,7 @@ class Exploration {
         }
         if (succeeded || IsPass(verb)) {
             const CDrillDown& module = bench.Analysis();
+            EXPECT_EQ(module.DataChanged, Reference.DataChanged);
             ExpectSame(Stripped(Copied(module.DrillDowns), Copied(module.Reviews), failed),
                        Stripped(Reference.Drills.Open, Reference.Reviews.Open, failed), false, "");
         }

@@ -6,7 +6,19 @@
 
 namespace drilltest {
 
-class HostFailures : public ResultsBench {};
+class HostFailures : public ResultsBench {
+  protected:
+    /// What an operation shows while the n-th call for memory fails.
+    std::string ShownWithout(int call, int (*operate)(CDrillDown&)) {
+        Host().FailAllocation(call);
+        operate(Analysis());
+        Calls = Host().AllocationCalls();
+        Host().FailAllocation(0);
+        return TakeShown();
+    }
+
+    int Calls = 0;  ///< for memory, of the last operation
+};
 
 /// Each result, with each allocation failing in turn: nothing kept, no message, and whole again with the next call.
 TEST_F(HostFailures, MissingMemoryLeavesNothingBehind) {
@@ -58,6 +70,42 @@ TEST_F(HostFailures, MissingMemoryLeavesNothingBehind) {
         EXPECT_EQ(results, each.Results);
     }
     EXPECT_TRUE(TakeMessages().empty());
+}
+
+/// A result whose pass has no memory, or no names, is of one piece: what the records hold. The next one reads again.
+TEST_F(HostFailures, APassWithoutMemoryIsMadeGoodByTheNextResultOnly) {
+    int (*const operations[])(CDrillDown&) = {
+        [](CDrillDown& a) { return int{a.DDNDescriptive(nullptr)}; },
+        [](CDrillDown& a) { return int{a.DDNFrequency(nullptr)}; },
+        [](CDrillDown& a) { return int{a.RVFrequency(nullptr)}; },
+        [](CDrillDown& a) { return int{a.RVHistograms(nullptr)}; },
+        [](CDrillDown& a) { return a.RVPiecharts(0, nullptr); },
+        [](CDrillDown& a) { return a.RVStackedplots(0, nullptr); },
+    };
+    Open({Numbers("x", {1, 1, 2, NA}), Numbers("y", {1.5, 2, 3, 4}), Numbers("z", {1, 2, 3, NA})});
+    Choose({"x"}, {"y"});
+    Review({"x", "z"}, {"y"});
+    for (const auto& operate : operations) {
+        SCOPED_TRACE(&operate - operations);
+        int silent = 0;
+        Analysis().DataChanged = 1;
+        const std::string whole = ShownWithout(0, operate);
+        const int calls = Calls;
+        for (int call = 1; call <= calls && !HasFailure(); ++call) {
+            Analysis().DataChanged = 1;
+            const std::string shown = ShownWithout(call, operate);
+            EXPECT_EQ(Analysis().DataChanged, 0);
+            const std::size_t messages = TakeMessages().size();
+            if (std::exchange(Analysis().ReadFailed, false)) {
+                EXPECT_EQ(ShownWithout(0, operate), shown) << "call " << call;
+                Analysis().ReadFailed = true;
+                silent += messages == 0 ? 1 : 0;
+            }
+            EXPECT_EQ(ShownWithout(0, operate), whole) << "call " << call;
+            EXPECT_FALSE(Analysis().ReadFailed);
+        }
+        EXPECT_GT(silent, 0) << "names alone";
+    }
 }
 
 TEST_F(HostFailures, ARecountLeavesAStackedColumnItsMissingWeightFromBefore) {
