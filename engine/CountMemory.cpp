@@ -21,7 +21,7 @@ bool HaveSameBits(double left, double right) {
 
 /// Nothing when nothing may be remembered.
 std::optional<CountingState> StateOf(CDrillDown& analysis) {
-    const std::uint64_t revision = analysis.GetTableColumns() == nullptr ? 0 : analysis.GetCaseRevision();
+    const std::uint64_t revision = RevisionOf(analysis);
     const CompiledFilter filter(analysis);
     if (revision == 0 || !filter) {
         return std::nullopt;
@@ -91,7 +91,15 @@ void CountMemory::Restore(const PassVariable& variable) const {
     }
 }
 
-void drilldown::RememberCounts(CDrillDown& analysis, const CasePass& pass, std::span<const PassVariable> variables) {
+std::uint64_t drilldown::RevisionOf(CDrillDown& analysis) {
+    return analysis.GetTableColumns() == nullptr ? 0 : analysis.GetCaseRevision();
+}
+
+void drilldown::RememberCounts(CDrillDown& analysis, const CasePass& pass, std::span<const PassVariable> variables,
+                               std::uint64_t revision) {
+    if (RevisionOf(analysis) != revision) {
+        return;
+    }
     try {
         CountMemory* memory = MemoryFor(analysis, variables);
         for (std::size_t i = 0; i < variables.size() && memory != nullptr; ++i) {

@@ -55,8 +55,12 @@ class CountMemory {
 // The memory of an analysis. It stays empty where the host doesn't say whether the cases are the same, or has no whole
 // columns, of which a part can be counted again when a recount is cancelled. Without memory of the language it forgets.
 
-/// Remembers what a pass has counted in each variable that a recount would count alike.
-void RememberCounts(CDrillDown& analysis, const CasePass& pass, std::span<const PassVariable> variables);
+/// The host's revision of the cases; 0 when nothing may be remembered.
+[[nodiscard]] std::uint64_t RevisionOf(CDrillDown& analysis);
+/// Remembers what a pass has counted in each variable that a recount would count alike; nothing when the cases aren't
+/// those of the revision in which it began any more.
+void RememberCounts(CDrillDown& analysis, const CasePass& pass, std::span<const PassVariable> variables,
+                    std::uint64_t revision);
 /// Takes those whose counts are remembered out of the variables of a recount.
 [[nodiscard]] std::vector<PassVariable> TakeKnown(CDrillDown& analysis, std::vector<PassVariable>& variables);
 /// Writes remembered counts into their records.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/CountMemory.h"
 #include "engine/DrillDown.h"
 #include "engine/OutOfMemory.h"
 
@@ -92,6 +93,9 @@ void CDrillDown::ReleaseMembers() {
 int CDrillDown::Init() {
     InitCommons(&Table, &Names, &CaseLine, &CaseWeight, nullptr);
     ReleaseMembers();
+    // Of another table: its host may number revisions from the start.
+    Counted.reset();
+    ReadFailed = false;
     if (!AllocateArrays(*this)) {
         ReleaseMembers();
         ForgetVariables(*this);
