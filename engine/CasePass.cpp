@@ -45,9 +45,8 @@ CasePass::CasePass(CDrillDown& analysis, const PassRules& rules, std::span<const
       Source(analysis, Layout.Needed),
       Threads(ThreadsFor(analysis, Layout, Source)),
       RowsWorthSharing(Threads == nullptr ? 0 : static_cast<std::size_t>(std::max(Threads->CasesWorthSharing(), 0))),
-      ThreadCount(Threads == nullptr
-                      ? 1
-                      : std::clamp<std::size_t>(static_cast<std::size_t>(Threads->Threads()), 1, MostThreads)),
+      ThreadCount(
+          Threads == nullptr ? 1 : std::min(static_cast<std::size_t>(std::max(Threads->Threads(), 1)), MostThreads)),
       Selection(analysis, rules.Filtered ? &Filter : nullptr, Layout, RoomFor(Layout, Source)),
       Columns(variables.size()),
       HasMemory(Filter && Source && Selection) {

@@ -38,6 +38,19 @@ TableColumn From(TableColumn column, std::int32_t row) {
     return column;
 }
 
+/// Whether a host's column has what its form needs.
+bool IsReadable(const TableColumn& column) {
+    const bool isCoded = column.Form == ColumnForm::Codes8 || column.Form == ColumnForm::Codes16;
+    return column.Entries != nullptr && (!isCoded || (column.Values != nullptr && column.ValueCount > 0));
+}
+
+/// Cases of a host's block that can be read: no more than were asked for, and none without all columns.
+std::int32_t ReadableCases(const CaseBlock& block, std::int32_t asked, std::size_t columns) {
+    const bool isWhole = block.Columns.size() == columns &&
+                         std::ranges::none_of(block.Columns, [](const double* column) { return column == nullptr; });
+    return isWhole ? std::clamp(block.Count, 0, asked) : 0;
+}
+
 TableColumn Doubles(const double* values) {
     return {ColumnForm::Doubles, values, nullptr, 0};
 }
@@ -51,6 +64,7 @@ CaseSource::CaseSource(CDrillDown& analysis, std::span<const std::int16_t> varia
       Columns(analysis, variables.size() + 1),
       Whole(analysis, variables.size() + 1),
       Table(FindWholeColumns()),
+      CasesAtATime(Table == nullptr ? 1 : std::clamp(Table->CasesBetweenPolls(), 1, std::max(LastCase, 1))),
       Blocks(Table == nullptr ? analysis.GetCaseBlocks() : nullptr),
       BlockColumns(analysis, variables.size() + 1),
       CaseBuffer(analysis, static_cast<std::size_t>(analysis.Table.Variables) + 1),
@@ -60,19 +74,16 @@ CaseSource::CaseSource(CDrillDown& analysis, std::span<const std::int16_t> varia
 
 TableColumns* CaseSource::FindWholeColumns() {
     TableColumns* table = Analysis.GetTableColumns();
-    bool found = table != nullptr && Columns && Whole && table->FindWeights(WholeWeights);
+    bool found = table != nullptr && Columns && Whole && table->FindWeights(WholeWeights) &&
+                 (WholeWeights.Entries == nullptr || IsReadable(WholeWeights));
     for (std::size_t i = 0; i < Variables.size() && found; ++i) {
-        found = table->FindColumn(Variables[i], Whole[i]);
+        found = table->FindColumn(Variables[i], Whole[i]) && IsReadable(Whole[i]);
     }
     return found ? table : nullptr;
 }
 
 std::size_t CaseSource::GatheredRoom(std::size_t columns) const {
     return Table == nullptr && Blocks == nullptr ? columns * GatheredStride + 1 : 1;
-}
-
-std::size_t CaseSource::CasesBetweenPolls() const {
-    return static_cast<std::size_t>(std::clamp(Table->CasesBetweenPolls(), 1, std::max(LastCase, 1)));
 }
 
 void CaseSource::ReadAgainUpTo(std::int32_t lastCase) {
@@ -96,7 +107,7 @@ bool CaseSource::Next(CaseColumns& block, std::int32_t most) {
 }
 
 void CaseSource::NextFromTable(CaseColumns& block, std::int32_t count) {
-    const std::int32_t rows = IsRepeated ? count : Table->BeginCases(NextCase, count);
+    const std::int32_t rows = IsRepeated ? count : std::clamp(Table->BeginCases(NextCase, count), 0, count);
     const std::int32_t first = NextCase - 1;
     for (std::size_t i = 0; i < Variables.size(); ++i) {
         Columns[i] = From(Whole[i], first);
@@ -112,9 +123,10 @@ void CaseSource::NextFromBlocks(CaseColumns& block, std::int32_t count) {
     CaseBlock read;
     read.Columns = {BlockColumns.data(), Variables.size()};
     Blocks->ReadBlock(NextCase, count, Variables, read);
+    read.Count = ReadableCases(read, count, Variables.size());
     const std::int32_t rows = RowsBeforeStop(read);
     for (std::size_t i = 0; i < Variables.size(); ++i) {
-        Columns[i] = Doubles(BlockColumns[i]);
+        Columns[i] = Doubles(read.Columns[i]);
     }
     block = {rows, NextCase - 1, read.Results, Doubles(read.Weights), Columns.data()};
     // A host that gives no case where some are left has ended the pass.

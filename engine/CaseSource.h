@@ -31,8 +31,8 @@ class CaseSource {
     explicit operator bool() const noexcept { return HasMemory; }
     /// The whole columns, one per variable asked for; null where the host has none. Blocks may be long where it has.
     [[nodiscard]] const TableColumn* WholeColumns() const noexcept { return Table == nullptr ? nullptr : Whole.data(); }
-    /// How many cases the host wants counted at a time; where it has whole columns.
-    [[nodiscard]] std::size_t CasesBetweenPolls() const;
+    /// How many cases the host wants counted at a time, the same for the whole pass; where it has whole columns.
+    [[nodiscard]] std::size_t CasesBetweenPolls() const noexcept { return static_cast<std::size_t>(CasesAtATime); }
     /// Whether blocks know which cases of the table they hold.
     [[nodiscard]] bool NumbersCases() const noexcept { return Table != nullptr || Blocks != nullptr; }
     /// Cases read so far.
@@ -61,6 +61,7 @@ class CaseSource {
     HostBuffer<TableColumn> Whole;  // of the table
     TableColumn WholeWeights;
     TableColumns* Table;  // null when the host can't give all of them
+    std::int32_t CasesAtATime;  // as the host says once for the pass
     CaseBlocks* Blocks;  // null when not needed
     HostBuffer<const double*> BlockColumns;
     HostBuffer<double> CaseBuffer;  // one case, indexed by variable number

@@ -49,6 +49,11 @@ std::size_t ListBits(const std::uint64_t* bits, std::size_t first, std::size_t c
     return listed;
 }
 
+/// Whether a host's answer has what its form needs.
+bool IsReadable(const CaseSubset& cases) {
+    return cases.Bits != nullptr || cases.Count == 0 || (cases.Rows != nullptr && cases.Count > 0);
+}
+
 bool AllArePositive(const double* weights, std::size_t count) {
     return std::all_of(weights, weights + count, IsPositiveWeight);
 }
@@ -72,7 +77,8 @@ RowSelection::RowSelection(CDrillDown& analysis, const CompiledFilter* filter, c
 void RowSelection::FindRemaining(CDrillDown& analysis, const CaseSource& source) {
     CaseConditions* host = source.NumbersCases() ? analysis.GetCaseConditions() : nullptr;
     CaseSubset found;
-    if (host != nullptr && Filter != nullptr && !Filter->All().empty() && host->FindCases(Filter->All(), found)) {
+    if (host != nullptr && Filter != nullptr && !Filter->All().empty() && host->FindCases(Filter->All(), found) &&
+        IsReadable(found)) {
         Subset = found;
     }
 }

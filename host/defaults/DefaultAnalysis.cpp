@@ -24,7 +24,7 @@ CAnalysisSupport::~CAnalysisSupport() = default;
     SequenceRows = rows;
 }
 [[gnu::weak]] int CAnalysisSupport::AllocMem(void** address, unsigned long size) {
-    *address = std::calloc(1, size);
+    *address = std::calloc(1, size == 0 ? 1 : size);
     return *address == nullptr ? 1 : 0;
 }
 [[gnu::weak]] void CAnalysisSupport::FreeMem(void* address) {
