@@ -73,7 +73,8 @@ class CAnalysisSupport {
     void SetSequenceTable(const SequenceStep* table, int rows);
     /// Binds the structures that the host shares with the analysis and fills the fields that the host writes.
     void InitCommons(OrvTag* table, Orv88Tag* names, b1_com* line, Wght_com* weight, _AddMenu* menu);
-    /// Gives zeroed memory. Returns 0 on success, non-zero when there is none; then *address is null.
+    /// Gives zeroed memory, also for a size of 0. Returns 0 on success, non-zero when there is none; then *address is
+    /// null.
     int AllocMem(void** address, unsigned long size);
     /// Takes back an address from AllocMem; not null.
     void FreeMem(void* address);
@@ -122,12 +123,15 @@ class CAnalysisSupport {
     CaseBlocks* GetCaseBlocks();
     /// The host's whole columns in their narrow form, in place of blocks; null and owned as above.
     TableColumns* GetTableColumns();
-    /// The host's answers to which cases meet conditions; null and owned as above.
+    /// The host's answers to which cases meet conditions; null and owned as above. Asked only where cases come in whole
+    /// columns or in blocks.
     CaseConditions* GetCaseConditions();
-    /// The host's threads; null and owned as above.
+    /// The host's threads; null and owned as above. Asked only where cases come in whole columns.
     ParallelRuns* GetParallelRuns();
     /// A number that was never given before whenever reading the cases may give anything else than before: another
-    /// table, selection, weight, missing code. 0: the host doesn't say, and an analysis remembers nothing.
+    /// table, selection, weight, missing code. 0: the host doesn't say, and an analysis remembers nothing. Asked only
+    /// where the host has whole columns; when a pass begins and when it has ended, and what it counted is remembered if
+    /// the two are the same.
     std::uint64_t GetCaseRevision();
 
     // Break and progress

@@ -63,5 +63,6 @@ static_assert(ScatterFlag::DetailedMatrix == 204);
 
 /// Asked by plots that the host computes from the cases: whether a case is left out of the plot. `values` holds all
 /// values of the case, variable 1 at index 0. 0 keeps the case; other results drop it. `x` and `y` may be null or take
-/// the two values to plot. The first two arguments are null.
+/// the two values to plot. The first two arguments are null. To be called only within the call that it was given to:
+/// outside it keeps every case.
 using CaseFilter = int (*)(char* reserved1, long* reserved2, const double* values, float* x, float* y);
