@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/GraphAutomation.h"
@@ -44,13 +45,17 @@ void TranslateErrors(std::exception_ptr failure) {
     }
 }
 
-/// The messages behind the first `known` ones, as far as they are kept.
-std::vector<std::string> MessagesBehind(std::size_t known) {
+/// The messages behind the first `known` ones, as far as they are kept: texts, and codes of those that are remarks.
+std::vector<std::pair<std::string, std::string>> MessagesBehind(std::size_t known) {
     return CallHost("messages", [known] {
         const auto& desk = quillara::TheScriptDesk();
         const auto& kept = desk.Messages();
         const std::size_t fresh = std::min(desk.MessagesSoFar() - known, kept.size());
-        return std::vector<std::string>(kept.end() - static_cast<std::ptrdiff_t>(fresh), kept.end());
+        std::vector<std::pair<std::string, std::string>> messages;
+        for (auto message = kept.end() - static_cast<std::ptrdiff_t>(fresh); message != kept.end(); ++message) {
+            messages.emplace_back(message->Text, message->RemarkCode);
+        }
+        return messages;
     });
 }
 

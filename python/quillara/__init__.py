@@ -13,13 +13,13 @@ from ._documents import (
     Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Listener, Spreadsheet, Window,
 )
 from ._drill import DialogWindow, Drill, close_all
-from ._errors import Error, Message
+from ._errors import Error, Message, Remark
 from ._objects import Object, snake_case, wrap
 from ._table import Table, Variable, open, table
 
 __all__ = [
     "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph",
-    "GraphSeries", "Listener", "Message", "Object", "Spreadsheet", "Table", "Variable", "Window", "application", "open",
+    "GraphSeries", "Listener", "Message", "Object", "Remark", "Spreadsheet", "Table", "Variable", "Window", "application", "open",
     "snake_case", "table",
 ]
 

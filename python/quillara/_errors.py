@@ -36,4 +36,17 @@ class Message(UserWarning):
     """A message that the analysis would have shown to a person."""
 
 
+class Remark(Message):
+    """What the host has noticed about an analysis, and what to do about it.
+
+    code: the same in every version, as "weight-fractions".
+    """
+
+    code: str
+
+    def __init__(self, text: str, code: str = "") -> None:
+        super().__init__(text)
+        self.code = code
+
+
 INVALID_ARGUMENT = 0x80070057

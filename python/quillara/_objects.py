@@ -5,7 +5,7 @@ import warnings
 
 from . import _quillara
 from ._arguments import shown
-from ._errors import Error, Message
+from ._errors import Error, Message, Remark
 
 METHOD, READ, WRITE = 1, 2, 4
 
@@ -50,9 +50,9 @@ def warn_of_messages(failure="", level=4):
         return
     messages = _quillara.messages_behind(_messages_known)
     _messages_known = _quillara.messages_so_far()
-    for text in messages:
+    for text, code in messages:
         if text not in failure:
-            warnings.warn(text, Message, stacklevel=level)
+            warnings.warn(Remark(text, code) if code else Message(text), stacklevel=level)
 
 
 def call(face, number, use, arguments=()):

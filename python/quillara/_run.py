@@ -1,5 +1,5 @@
-"""Runs a script for `quillara run`: its arguments are a format or nothing, a file or nothing, the script, and what the
-script gets. The exit status is that of the script; 1 after an exception, 130 after Ctrl-C."""
+"""Runs a script for `quillara run`: its arguments are a format or nothing, a file or nothing, "quiet" or nothing, the
+script, and what the script gets. The exit status is that of the script; 1 after an exception, 130 after Ctrl-C."""
 
 import os
 import sys
@@ -39,6 +39,13 @@ def show_messages(category):
 
     warnings.showwarning = show_warning
     warnings.filterwarnings("always", category=category)
+
+
+def hush():
+    """No remark of the host is told."""
+    from quillara import Remark
+
+    warnings.simplefilter("ignore", Remark)
 
 
 def run(script, arguments):
@@ -100,8 +107,10 @@ def show(host, form, file):
 
 
 def main():
-    form, file, script, *arguments = sys.argv[1:]
+    form, file, quiet, script, *arguments = sys.argv[1:]
     host = package()
+    if quiet:
+        hush()
     if form:
         host.keep_outputs()
     status = run(script, arguments)

@@ -110,6 +110,10 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<s
         command, name, [&text](const std::string& value) { text = value; }, help);
 }
 
+CLI::Option* AddQuiet(CLI::App& command, bool& quiet) {
+    return command.add_flag("--quiet", quiet, "no remarks on standard error")->disable_flag_override();
+}
+
 CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
     const CLI::callback_t callback = [name, take](const CLI::results_t& values) {
         for (const std::string& value : values) {

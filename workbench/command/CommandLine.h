@@ -17,7 +17,10 @@ using ValueTaker = std::function<void(const std::string&)>;
 /// An option with one value, given at most once. The value is taken as it stands, whatever characters it holds.
 CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help);
 
-/// The same with a value that any text is good for.
+/// --quiet: remarks of the host aren't told.
+CLI::Option* AddQuiet(CLI::App& command, bool& quiet);
+
+/// The same as AddValue with a value that any text is good for.
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& text,
                      const std::string& help);
 

@@ -152,6 +152,7 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
         ->group(group);
+    AddQuiet(command, options.Quiet)->group(group);
     AddText(command, "--record", options.RecordFile,
             "file for a Python script whose run (quillara run) gives the same documents, without the files of --save "
             "and --plots")

@@ -44,6 +44,7 @@ struct DrillOptions {
     std::vector<int> Results;  ///< buttons, in the order of their documents
     std::size_t DefaultResults = 0;  ///< how many at their front nobody has asked for
     ChartOptions Charts;
+    bool Quiet = false;  ///< remarks aren't told on standard error
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
     std::optional<std::string> OutputFile;  ///< nothing: standard output

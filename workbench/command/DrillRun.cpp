@@ -54,6 +54,7 @@ class DrillRun {
   private:
     AnalysisServices Services();
     void Take(ResultDocument& document);
+    void Notice(const Remark& remark);
     void ChooseVariables();
     void PressBoxes();
     void PressBoxTypes();
@@ -111,6 +112,7 @@ AnalysisServices DrillRun::Services() {
         WriteMessage(text);
     };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
+    services.HearRemark = [this](const Remark& remark) { Notice(remark); };
     services.Recorder = Options.RecordFile ? &Recorder : nullptr;
     services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
     if (ProgressBar::IsWanted()) {
@@ -124,6 +126,14 @@ void DrillRun::Take(ResultDocument& document) {
     DocumentOrigin origin = document.Origin();
     origin.Sequence += EarlierPairs;
     Outcome.Outputs.Add(document.Content(), origin);
+}
+
+/// Once each; on standard error as it comes.
+void DrillRun::Notice(const Remark& remark) {
+    if (Outcome.Outputs.Noticed.Add(remark) && !Options.Quiet) {
+        Progress.Clear();
+        WriteMessage(remark.Line());
+    }
 }
 
 DrillOutcome DrillRun::Run() {
@@ -285,16 +295,18 @@ void DrillRun::ShowAllPairs() {
 
 /// For the user, who named them.
 void DrillRun::TellWhatIsLeftOut() {
-    Progress.Clear();
-    std::ranges::for_each(LeftOut.Lines(), WriteMessage);
+    std::ranges::for_each(LeftOut.AsRemarks(), [this](const Remark& remark) { Notice(remark); });
     if (IsEmpty(Variables.Drill) && IsEmpty(Variables.Review)) {
-        WriteMessage("No variable is chosen, so that nothing is shown; --categorical and --continuous name some.");
+        Notice({"no-variable", "No variable is chosen, so that nothing is shown.",
+                "Name some in --categorical and --continuous."});
     }
     const std::size_t pairs = PairsOf(Variables.Review).Count;
     const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();
     if (showsPairs && !Pairs && pairs > AllPairs::Most) {
-        WriteMessage("\"hist3d\" shows the first " + std::to_string(AllPairs::Most) + " of " + std::to_string(pairs) +
-                     " pairs of review variables; --hist3d names others.");
+        Notice({"pairs-left-out",
+                "\"hist3d\" shows the first " + std::to_string(AllPairs::Most) + " of " + std::to_string(pairs) +
+                    " pairs of review variables.",
+                "Name others in --hist3d."});
     }
 }
 

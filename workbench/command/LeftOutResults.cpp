@@ -18,16 +18,26 @@ std::string AfterSteps(const std::set<int>& steps) {
     return text;
 }
 
-std::string TextOf(LeftOutBecause reason, int button) {
+/// Why a result shows nothing, and how a remark says so.
+struct ReasonText {
+    std::string_view Code;
+    std::string_view Outcome;
+    std::string Why;
+    std::string Advice;
+};
+
+ReasonText TextOf(LeftOutBecause reason, int button) {
     switch (reason) {
         case LeftOutBecause::DoesNotApply:
-            return "it needs " + std::string(NeedOf(button));
+            return {"result-left-out", " is left out", "it needs " + std::string(NeedOf(button)),
+                    std::string(AdviceFor(button))};
         case LeftOutBecause::HasNothing:
-            return "it has nothing to show";
+            return {"result-empty", " is left out", "it has nothing to show", "Choose more cases, by other steps or another --select."};
         case LeftOutBecause::StepOnMissing:
             break;
     }
-    return "a step on Missing drops all cases of the review plots; undo it first with --up";
+    return {"step-on-missing", " shows no case", "a step on Missing drops all cases of the review plots",
+            "Undo it with --up, or select these cases with --select 'missing(VAR)' in place of the step."};
 }
 
 }  // namespace
@@ -41,15 +51,16 @@ void LeftOutResults::LeaveOut(int button, LeftOutBecause reason) {
     found->Steps.insert(*ShownAt.rbegin());
 }
 
-std::vector<std::string> LeftOutResults::Lines() const {
-    std::vector<std::string> lines;
+std::vector<Remark> LeftOutResults::AsRemarks() const {
+    std::vector<Remark> remarks;
     for (const Omission& omission : Omissions) {
-        const bool isShown = omission.Reason == LeftOutBecause::StepOnMissing;
-        lines.push_back(Quoted(NameOfResult(omission.Button)) + (isShown ? " shows no case" : " is left out") +
-                        (omission.Steps == ShownAt ? "" : AfterSteps(omission.Steps)) + ": " +
-                        TextOf(omission.Reason, omission.Button) + ".");
+        const ReasonText reason = TextOf(omission.Reason, omission.Button);
+        remarks.push_back({std::string(reason.Code),
+                           Quoted(NameOfResult(omission.Button)) + std::string(reason.Outcome) +
+                               (omission.Steps == ShownAt ? "" : AfterSteps(omission.Steps)) + ": " + reason.Why + '.',
+                           reason.Advice});
     }
-    return lines;
+    return remarks;
 }
 
 }  // namespace quillara

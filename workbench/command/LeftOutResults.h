@@ -2,8 +2,9 @@
 
 #include <cstdint>
 #include <set>
-#include <string>
 #include <vector>
+
+#include "workbench/documents/Remarks.h"
 
 namespace quillara {
 
@@ -22,8 +23,8 @@ class LeftOutResults {
     /// The result of a button shows nothing there.
     void LeaveOut(int button, LeftOutBecause reason);
 
-    /// One line for each of them, in their order: its name, the places if it is shown at others, and why.
-    [[nodiscard]] std::vector<std::string> Lines() const;
+    /// One for each of them, in their order: its name, the places if it is shown at others, why, and what gives it.
+    [[nodiscard]] std::vector<Remark> AsRemarks() const;
 
   private:
     /// A result, and after which steps it is left out for one reason.

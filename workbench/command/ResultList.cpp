@@ -15,21 +15,28 @@
 namespace quillara {
 namespace {
 
-// What results need of the analysis, for people.
-constexpr std::string_view AnyStep = "a step that isn't undone";
-constexpr std::string_view AnyDrill = "a drill variable without a step";
-constexpr std::string_view AnyStatistics = "a continuous drill variable without a step, and no step on Missing";
-constexpr std::string_view AnyReview = "a review variable";
-constexpr std::string_view ContinuousReview = "a continuous review variable";
-constexpr std::string_view TwoContinuousReviews = "two continuous review variables";
-constexpr std::string_view TwoReviews = "two review variables";
+/// What a result needs of the analysis, for people, and what gives it.
+struct Need {
+    std::string_view What;
+    std::string_view Advice;
+};
+
+constexpr Need AnyStep{"a step that isn't undone", "Take one with --down."};
+constexpr Need AnyDrill{"a drill variable without a step", "Name one more in --categorical or --continuous."};
+constexpr Need AnyStatistics{"a continuous drill variable without a step, and no step on Missing",
+                             "Name one in --continuous; in place of a step on Missing, --select 'missing(VAR)' and "
+                             "--review-continuous show such cases."};
+constexpr Need AnyReview{"a review variable", "Name some in --review-categorical or --review-continuous."};
+constexpr Need ContinuousReview{"a continuous review variable", "Name some in --review-continuous."};
+constexpr Need TwoContinuousReviews{"two continuous review variables", "Name them in --review-continuous."};
+constexpr Need TwoReviews{"two review variables", "Name them in --review-categorical or --review-continuous."};
 
 /// A result in the order of ResultNames.
 struct ListedResult {
     int Button;
     int EnabledBy;  ///< the button that is enabled when the result applies
     std::string_view ChartName;  ///< one of its charts in the name of a file; empty: it makes tables
-    std::string_view Need;
+    Need Needed;
 };
 
 // clang-format off
@@ -100,7 +107,11 @@ int EnablingButton(int button) {
 }
 
 std::string_view NeedOf(int button) {
-    return ResultOf(button).Need;
+    return ResultOf(button).Needed.What;
+}
+
+std::string_view AdviceFor(int button) {
+    return ResultOf(button).Needed.Advice;
 }
 
 std::string_view ChartFileName(int button) {

@@ -18,6 +18,9 @@ namespace quillara {
 /// What a result needs in order to apply, for people ("a review variable").
 [[nodiscard]] std::string_view NeedOf(int button);
 
+/// What gives a result that doesn't apply; a sentence.
+[[nodiscard]] std::string_view AdviceFor(int button);
+
 /// What a chart of a result is called in names of files ("review-pie"); empty for a result that makes tables.
 [[nodiscard]] std::string_view ChartFileName(int button);
 

@@ -47,6 +47,7 @@ constexpr const char* RunNotes =
 struct RunOptions {
     std::optional<std::string> Format;
     std::optional<std::string> OutputFile;
+    bool Quiet = false;
     std::string Script;
 };
 
@@ -110,8 +111,9 @@ void Run(const RunOptions& options, const std::vector<std::string>& forScript) {
         CheckOutputIsAnother("--output", *options.OutputFile, "script", options.Script);
     }
     const std::string format = options.Format.value_or(options.OutputFile ? "text" : "");
-    std::vector<std::string> arguments{InterpreterInUse(), RunnerOfPackage(), format, options.OutputFile.value_or(""),
-                                       options.Script};
+    std::vector<std::string> arguments{
+        InterpreterInUse(),           RunnerOfPackage(), format, options.OutputFile.value_or(""),
+        options.Quiet ? "quiet" : "", options.Script};
     arguments.insert(arguments.end(), forScript.begin(), forScript.end());
     Become(arguments);
 }
@@ -145,6 +147,7 @@ void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript)
         ->type_name("text|json|csv|html");
     AddText(*command, "--output", options->OutputFile, "file for the documents (default format: text)")
         ->type_name("FILE");
+    AddQuiet(*command, options->Quiet);
     AddValue(
         *command, "SCRIPT", [options](const std::string& script) { options->Script = script; },
         "Python script, with its arguments behind it")

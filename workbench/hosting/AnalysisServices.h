@@ -17,6 +17,7 @@ class SettingsStore;
 class StepRecorder;
 class Window;
 struct DataTable;
+struct Remark;
 
 /// A cycle of picking bars of a graph.
 struct BrushingRun {
@@ -35,6 +36,8 @@ struct AnalysisServices {
     std::function<bool(Window&)> WorkIn;
     /// Shows a message.
     std::function<void(std::string_view)> ShowMessage;
+    /// Hears what the host notices about the analysis, each remark once.
+    std::function<void(const Remark&)> HearRemark;
     /// Called when a command lacked memory, with a message or without: what it has shown or changed can't be relied on.
     std::function<void()> MemoryLacked;
     /// Takes a finished result document that goes the normal way; a reference to it may be kept. The analysis is in the

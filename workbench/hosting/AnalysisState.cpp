@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/StepRecorder.h"
 
 namespace quillara {
@@ -81,6 +82,17 @@ RoutedResults& ResultsOf(CAnalysisDoc* document) {
 
 DialogState& DialogsOf(CAnalysisDoc* document) {
     return StateOf(document).Dialogs;
+}
+
+void Notice(CAnalysisDoc* document, Remark remark) {
+    AnalysisState& state = StateOf(document);
+    if (state.Noticed.Add(remark) && state.Around.Services.HearRemark) {
+        state.Around.Services.HearRemark(remark);
+    }
+}
+
+const Remarks& RemarksOn(CAnalysisDoc* document) {
+    return StateOf(document).Noticed;
 }
 
 DocumentSettings& SettingsOf(CAnalysisDoc* document) {

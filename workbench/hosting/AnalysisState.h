@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/data/DataTable.h"
+#include "workbench/documents/Remarks.h"
 #include "workbench/hosting/AllocationRecord.h"
 #include "workbench/hosting/AnalysisServices.h"
 #include "workbench/hosting/CaseServices.h"
@@ -39,6 +40,7 @@ struct AnalysisState {
     NewTables Tables;
     RoutedResults Results;
     DocumentSettings Settings;
+    Remarks Noticed;  ///< of the table that is open
 };
 
 /// The state of a document; without a document that of an empty table.

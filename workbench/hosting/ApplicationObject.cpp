@@ -77,8 +77,9 @@ void ActiveItem(ApplicationObject& /*application*/, NamedCall& call) {
 }
 
 void Messages(ApplicationObject& /*application*/, NamedCall& call) {
-    const auto& messages = TheScriptDesk().Messages();
-    call.Give(ListOf(std::vector<std::string>(messages.begin(), messages.end())));
+    std::vector<std::string> texts;
+    std::ranges::transform(TheScriptDesk().Messages(), std::back_inserter(texts), &DeskMessage::Text);
+    call.Give(ListOf(texts));
 }
 
 void ClearMessages(ApplicationObject& /*application*/, NamedCall& /*call*/) {

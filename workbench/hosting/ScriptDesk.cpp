@@ -36,8 +36,8 @@ bool ScriptDesk::PickIn(BrushingRun& run) {
     return pick(run);
 }
 
-void ScriptDesk::Keep(std::string_view message) {
-    Kept.emplace_back(message);
+void ScriptDesk::Keep(DeskMessage message) {
+    Kept.push_back(std::move(message));
     ++Counted;
     if (Kept.size() > MostMessages) {
         Kept.pop_front();

@@ -14,6 +14,12 @@ namespace quillara {
 class Window;
 struct BrushingRun;
 
+/// What a person would have been told.
+struct DeskMessage {
+    std::string Text;
+    std::string RemarkCode;  ///< of a remark of the host; empty: a message of the analysis
+};
+
 /// What scripts give and get besides the members of objects: their answers to modal dialogs, one after the other, and
 /// the messages that a person would have seen. One for all analyses of the application.
 class ScriptDesk {
@@ -34,9 +40,10 @@ class ScriptDesk {
     [[nodiscard]] std::size_t AnswersLeft() const { return Answers.size(); }
 
     /// Keeps a message; of very many the last ones.
-    void Keep(std::string_view message);
+    void Keep(std::string_view message) { Keep(DeskMessage{std::string(message), {}}); }
+    void Keep(DeskMessage message);
     /// The messages since they were last forgotten, the newest last.
-    [[nodiscard]] const std::deque<std::string>& Messages() const { return Kept; }
+    [[nodiscard]] const std::deque<DeskMessage>& Messages() const { return Kept; }
     void ForgetMessages() { Kept.clear(); }
     /// How many messages have come so far, those that are forgotten included; may be asked on any
     /// thread.
@@ -44,7 +51,7 @@ class ScriptDesk {
 
   private:
     std::deque<Answer> Answers;
-    std::deque<std::string> Kept;
+    std::deque<DeskMessage> Kept;
     std::atomic<std::size_t> Counted = 0;
 };
 

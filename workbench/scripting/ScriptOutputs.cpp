@@ -7,6 +7,7 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/scripting/SettingTexts.h"
@@ -84,6 +85,7 @@ std::vector<OutputCollection> ScriptOutputs::All() {
     std::vector<OutputCollection> all;
     for (const auto& outputs : Kept() ? *Kept() : std::vector<std::shared_ptr<ScriptOutputs>>()) {
         outputs->NameStep();
+        outputs->NoteRemarks();
         std::ranges::transform(outputs->Runs, std::back_inserter(all), Finished);
     }
     return all;
@@ -91,6 +93,7 @@ std::vector<OutputCollection> ScriptOutputs::All() {
 
 void ScriptOutputs::End() {
     NameStep();
+    NoteRemarks();
     Analysis->Services.Recorder = nullptr;
     Analysis->Services.TakeDocument = nullptr;
     Analysis->Services.HearStandAlone = nullptr;
@@ -131,6 +134,7 @@ void ScriptOutputs::NameStep() {
 /// One that stands alone has had the content of an earlier step, or of another table.
 void ScriptOutputs::Take(ResultDocument& document, bool standsAlone) {
     NameStep();
+    NoteRemarks();
     for (Run& run : Runs) {
         std::erase_if(run.Documents, [&](const KeptDocument& kept) { return kept.Document.Get() == &document; });
     }
@@ -152,6 +156,12 @@ int ScriptOutputs::EarlierPairs(const Run& run, const ResultDocument& document) 
         }
     }
     return document.Origin().Command == Review3DHistogramsButton ? pairs : 0;
+}
+
+void ScriptOutputs::NoteRemarks() {
+    for (const Remark& remark : Analysis == nullptr ? std::vector<Remark>() : RemarksOn(Analysis).All()) {
+        Present().Shown.Noticed.Add(remark);
+    }
 }
 
 /// Settings apply to all documents of a run, or they aren't said of it.

@@ -55,6 +55,7 @@ class ScriptOutputs final : public StepRecorder {
     void Take(ResultDocument& document, bool standsAlone);
     [[nodiscard]] static int EarlierPairs(const Run& run, const ResultDocument& document);
     void NoteSettings(Run& run) const;
+    void NoteRemarks();
     void NameStep();
     [[nodiscard]] static OutputCollection Finished(const Run& run);
 

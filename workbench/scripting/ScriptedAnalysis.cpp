@@ -8,6 +8,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
+#include "workbench/documents/Remarks.h"
 #include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
@@ -30,6 +31,7 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
     document.SetWeight(cases.Weight);
     document.Services.BreakFlag = &cancelled;
     document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
+    document.Services.HearRemark = [](const Remark& remark) { TheScriptDesk().Keep({remark.Line(), remark.Code}); };
     document.Adopt(Held->Library.NewAnalysis());
     if (!document.RunSequence() || document.StartupWindow() == nullptr) {
         throw DataError("There is not enough memory for this analysis.");

@@ -37,6 +37,9 @@ a:hover, a:focus-visible { text-decoration: underline; }
   font-size: .875rem; overflow-wrap: anywhere;
 }
 .number { margin-right: .35rem; color: var(--soft); font-variant-numeric: tabular-nums; }
+.remarks { margin: 1rem 0 0; padding: .6rem 1rem .6rem 2rem; max-width: 60rem; border: 1px solid var(--line);
+  border-left: .3rem solid var(--accent); border-radius: .3rem; background: var(--panel); font-size: .9rem; }
+.remarks li { margin: .2rem 0; overflow-wrap: anywhere; }
 .layout { display: grid; grid-template-columns: 17rem minmax(0, 1fr); align-items: start; }
 .contents {
   position: sticky; top: 0; max-height: 100vh; overflow-y: auto; padding: 1.5rem 1rem 2rem 2rem; font-size: .875rem;

@@ -55,13 +55,22 @@ std::string Counted(int count, const std::string& noun) {
     return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
+/// What the host noticed, in a box.
+std::string RemarkBox(const OutputCollection& outputs) {
+    std::string items;
+    for (const Remark& remark : outputs.Noticed.All()) {
+        items += Element("li", "", Escaped(ShownLine(remark.Line()))) + '\n';
+    }
+    return items.empty() ? "" : Element("ul", "class=\"remarks\" aria-label=\"Remarks\"", '\n' + items) + '\n';
+}
+
 std::string PageHead(const OutputCollection& outputs) {
     const std::string size = Counted(outputs.Cases, "case") + ", " + Counted(outputs.Variables, "variable");
     std::string text = Element("h1", "", Escaped(ShownLine(outputs.FileName))) + Element("p", "", size) + '\n';
     for (const std::string& setting : outputs.Settings) {
         text += Element("p", "", Escaped(ShownLine(setting))) + '\n';
     }
-    return Element("header", "class=\"page-head\"", text + StepList(outputs)) + '\n';
+    return Element("header", "class=\"page-head\"", text + StepList(outputs) + RemarkBox(outputs)) + '\n';
 }
 
 /// Which variables a table is about: those of either side have tables of the same titles.

@@ -42,12 +42,23 @@ std::string EntryText(const OutputEntry& entry) {
     return text + '}';
 }
 
+/// A member of its own, only when there is something to remark.
+std::string RemarkMembers(const OutputCollection& outputs) {
+    const auto textOf = [](const Remark& remark) {
+        return OneLine(
+            {{"code", TextValue(remark.Code)}, {"text", TextValue(remark.Text)}, {"advice", TextValue(remark.Advice)}});
+    };
+    const std::vector<Remark>& remarks = outputs.Noticed.All();
+    return remarks.empty() ? "" : ",\n \"remarks\": " + Stacked(remarks, "  ", textOf);
+}
+
 }  // namespace
 
 std::string JsonView(const OutputCollection& outputs) {
     const Json data = {
         {"file", TextValue(outputs.FileName)}, {"cases", outputs.Cases}, {"variables", outputs.Variables}};
-    return "{\"data\": " + OneLine(data) + ",\n \"documents\": " + Stacked(outputs.Entries, "  ", EntryText) + "}\n";
+    return "{\"data\": " + OneLine(data) + RemarkMembers(outputs) +
+           ",\n \"documents\": " + Stacked(outputs.Entries, "  ", EntryText) + "}\n";
 }
 
 }  // namespace quillara
