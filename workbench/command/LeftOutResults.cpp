@@ -32,7 +32,8 @@ ReasonText TextOf(LeftOutBecause reason, int button) {
             return {"result-left-out", " is left out", "it needs " + std::string(NeedOf(button)),
                     std::string(AdviceFor(button))};
         case LeftOutBecause::HasNothing:
-            return {"result-empty", " is left out", "it has nothing to show", "Choose more cases, by other steps or another --select."};
+            return {"result-empty", " is left out", "it has nothing to show",
+                    "Choose more cases, by other steps or another --select."};
         case LeftOutBecause::StepOnMissing:
             break;
     }
