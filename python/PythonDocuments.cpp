@@ -79,6 +79,21 @@ std::vector<std::string> ShownVariables(const PythonObject& object) {
     });
 }
 
+/// Its kind by name; empty: not known.
+std::string ResultName(const PythonObject& object) {
+    return CallHost("result", [&object] { return NamedResultOf(DocumentOf(object)); });
+}
+
+/// What a document holds as tidy rows: (result, variable, category, statistic, value).
+py::list TellTidyRows(const PythonObject& object) {
+    const std::vector<TidyRow> rows = CallHost("to_frame", [&object] { return TidyRowsOf(DocumentOf(object)); });
+    py::list told;
+    for (const TidyRow& row : rows) {
+        told.append(py::make_tuple(row.Result, row.Variable, row.Category, row.Statistic, CellOf(row.Value)));
+    }
+    return told;
+}
+
 std::string Text(const PythonObject& object) {
     return CallHost("print", [&object] { return TextOf(DocumentOf(object)); });
 }
@@ -110,6 +125,8 @@ const SpreadsheetDocument& SpreadsheetOf(const PythonObject& object) {
 void DefineDocuments(py::module_& module) {
     module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");
     module.def("shown_variables", ShownVariables, "The names of the variables that a document shows");
+    module.def("result_name", ResultName, "The kind of a document by its name");
+    module.def("tidy_rows", TellTidyRows, "All that a document holds, each number with what it is");
     module.def("text", Text, "A document as aligned text");
     module.def("html", Html, "A table as HTML");
     module.def("svg", Svg, "A graph as a picture");

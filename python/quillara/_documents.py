@@ -99,6 +99,17 @@ class Document(Object):
         """The names of the variables that it shows, in their order; none where they aren't known."""
         return _quillara.shown_variables(self._face)
 
+    @property
+    def variable(self) -> str | None:
+        """The name of the only variable that it shows; None where it shows several or isn't known."""
+        names = self.variables
+        return names[0] if len(names) == 1 else None
+
+    @property
+    def result(self) -> str | None:
+        """Its kind by the name that the program has for it, as "frequencies"; None where it isn't known."""
+        return _quillara.result_name(self._face) or None
+
     def __repr__(self):
         return f"<quillara.{type(self).__name__}: {_name_of(self)}>"
 

@@ -7,6 +7,7 @@ import weakref
 
 from . import _quillara
 from ._arguments import shown, text, whole_number
+from ._documents import Document
 from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
 
@@ -137,6 +138,14 @@ class Drill(Object, kind="DDNStartup"):
     def cases(self) -> DataDocument:
         """The cases that remain, with the variables that were chosen: presses Save."""
         return self.Save
+
+    def to_frame(self) -> pandas.DataFrame:
+        """All that its open documents hold as one tidy frame of pandas: a row for each number, with its document, result,
+        variable, category and statistic."""
+        from . import _frames
+
+        documents = [each for each in self.analysis.Outputs if isinstance(each, Document)]
+        return _frames.frame_of_documents(documents, lambda document: _quillara.tidy_rows(document._face))
 
     @property
     def analysis(self) -> Analysis:

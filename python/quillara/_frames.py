@@ -66,6 +66,15 @@ def _cells(cells, whole):
     return pandas.array(cells, dtype="Int64" if has_gaps else "int64") if whole else pandas.array(cells, dtype="float64")
 
 
+def frame_of_documents(documents, rows_of):
+    """All that documents hold, a number a row; values are numbers unless one of them is a text."""
+    columns = ["document", "result", "variable", "category", "statistic", "value"]
+    rows = [(document.Name, *row) for document in documents for row in rows_of(document)]
+    frame = pandas.DataFrame(rows, columns=columns)
+    has_texts = any(isinstance(value, str) for value in frame["value"])
+    return frame if has_texts else frame.astype({"value": "float64"})
+
+
 def frame_of_spreadsheet(corner, columns, rows):
     names = [" ".join(name.split()) for name, _, _ in columns]
     series = [pandas.Series(_cells(cells, whole)) for _, whole, cells in columns]

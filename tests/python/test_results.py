@@ -57,7 +57,13 @@ def test_tables_are_those_of_the_command_line(survey, steps, options):
         made = []
         for member in RESULTS:
             made += documents_of(drill, member)
+        frame = drill.to_frame()
     assert [told(document) for document in made] == [printed(document) for document in expected]
+    assert [(each.result, each.variable) for each in made] == [(each["result"], each["variable"]) for each in expected]
+    assert frame["document"].nunique() == len(made) and frame["value"].dtype == float
+    bars = made[-1]
+    counts = frame[(frame["result"] == "histograms") & (frame["variable"] == bars.variable)]
+    assert (counts["statistic"] == "Count").all() and tuple(counts["value"]) == tuple(bars.series[0].Y)
 
 
 def test_documents_and_collections_are_used_alike(drill, tmp_path):

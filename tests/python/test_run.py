@@ -34,7 +34,7 @@ SAME = ["--select", "age > 30", "--categorical", "sex,education", "--continuous"
 STEPS = ["--down", "sex=Female", "--down", "education=Vocational training"]
 
 
-@pytest.mark.parametrize("form", ["text", "json", "csv", "html"])
+@pytest.mark.parametrize("form", ["text", "json", "csv", "csv-blocks", "html"])
 def test_documents_have_the_shape_of_those_of_drill(script, tmp_path, form):
     both = [PROGRAM, "drill", SURVEY, *SAME, *STEPS, "--show", "frequencies,histograms,summary", "--after", "each",
             "--format", "json"]
@@ -177,7 +177,7 @@ def test_a_script_that_never_ends_is_interrupted(script):
     (["nowhere.py"], {}, 1, "nowhere.py"),
     (["."], {}, 1, "is a folder"),
     ([], {}, 2, "SCRIPT is required"),
-    (["--format", "xml", "script.py"], {}, 2, "choose from text, json, csv, html"),
+    (["--format", "xml", "script.py"], {}, 2, "choose from text, json, csv, csv-blocks, html"),
     (["--output", "script.py", "script.py"], {}, 2, "--output"),
     (["script.py"], {"QUILLARA_PYTHON": "/nowhere/python"}, 1, "Python can't be started"),
     (["--output", "no/folder", "script.py"], {}, 1, "no/folder"),

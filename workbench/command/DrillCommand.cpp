@@ -147,8 +147,9 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("each|last");
     add(
         "--format", [&](const std::string& text) { options.Format = FormatNamed(text); },
-        "text (default) for reading, html for a report, json and csv for programs")
-        ->type_name("text|json|csv|html");
+        "text (default) for reading, html for a report, json and csv (one tidy table) for programs, csv-blocks for the "
+        "tables as they are laid out")
+        ->type_name("text|json|csv|csv-blocks|html");
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
         ->group(group);

@@ -143,8 +143,9 @@ void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript)
         static_cast<void>(FormatNamed(word));
         options->Format = word;
     };
-    AddValue(*command, "--format", takeFormat, "show the documents: as text, json, csv or html")
-        ->type_name("text|json|csv|html");
+    AddValue(*command, "--format", takeFormat,
+             "show the documents: as text, json, csv (one tidy table), csv-blocks or html")
+        ->type_name("text|json|csv|csv-blocks|html");
     AddText(*command, "--output", options->OutputFile, "file for the documents (default format: text)")
         ->type_name("FILE");
     AddQuiet(*command, options->Quiet);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -16,11 +17,18 @@ struct SpreadsheetColumn {
     bool Whole = false;  ///< all numbers of the column are whole and shown so
 };
 
+/// What a row is about, for programs.
+struct RowSubject {
+    std::string Variable;
+    std::string Category{};  ///< of that variable; empty: the row is about all of it
+};
+
 struct SpreadsheetRow {
     std::string Name;
     std::vector<SpreadsheetCell> Cells;  ///< one per column
     bool IsMissing = false;  ///< it stands for missing data
     std::string Whole{};  ///< the name for people, where it is another
+    std::optional<RowSubject> About{};  ///< nothing: as the name and the document's subject say
 
     [[nodiscard]] const std::string& NameForPeople() const { return Whole.empty() ? Name : Whole; }
 };

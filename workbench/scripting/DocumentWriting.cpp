@@ -35,7 +35,7 @@ struct ViewFile {
 
 constexpr std::array<ViewFile, 2> ViewFiles{{
     {".txt", TextView},
-    {".csv", CsvView},
+    {".csv", CsvBlocksView},
 }};
 
 struct PictureFile {
@@ -83,6 +83,14 @@ void WriteToFile(const ResultDocument& document, const std::string& path) {
 
 void OfferDocumentFiles() {
     SetDocumentWriter(WriteToFile);
+}
+
+std::string NamedResultOf(const ResultDocument& document) {
+    return Alone(document).Entries.front().Result;
+}
+
+std::vector<TidyRow> TidyRowsOf(const ResultDocument& document) {
+    return TidyRows(Alone(document));
 }
 
 std::string TextOf(const ResultDocument& document) {

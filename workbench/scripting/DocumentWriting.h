@@ -1,14 +1,22 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/views/TidyTable.h"
 
 namespace quillara {
 
 /// Lets scripts write result documents to files from now on: every document as .txt or .csv, a graph also as .svg, .png
 /// or .pdf.
 void OfferDocumentFiles();
+
+/// The kind of a document by its name ("frequencies"); empty: not known.
+[[nodiscard]] std::string NamedResultOf(const ResultDocument& document);
+
+/// All that a document holds; steps and cases aren't known of it alone.
+[[nodiscard]] std::vector<TidyRow> TidyRowsOf(const ResultDocument& document);
 
 /// A document as aligned text for a terminal; a graph as its numbers.
 [[nodiscard]] std::string TextOf(const ResultDocument& document);

@@ -13,8 +13,13 @@ namespace quillara {
 [[nodiscard]] std::string TextView(const OutputCollection& outputs);
 /// The documents as one JSON text that ends with a line feed; docs/json.md documents its shape.
 [[nodiscard]] std::string JsonView(const OutputCollection& outputs);
-/// The documents as delimited text, one block of records per document with an empty record between.
+/// The documents as one tidy table in delimited text: a header, then a record for each number or text that a document
+/// holds; docs/json.md documents its columns. That of several runs has their number, from 1, in a column in front.
+[[nodiscard]] std::string CsvView(std::span<const OutputCollection> runs);
 [[nodiscard]] std::string CsvView(const OutputCollection& outputs);
+/// The documents as delimited text as they are laid out, one block of records per document with an empty record
+/// between.
+[[nodiscard]] std::string CsvBlocksView(const OutputCollection& outputs);
 /// Paints a graph as SVG, for a light or a dark ground.
 using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark)>;
 /// The documents as one HTML page that needs no other file. Graphs stand beside the frequency tables of their
@@ -23,9 +28,9 @@ using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark
 /// Several runs on one page, one below the other.
 [[nodiscard]] std::string HtmlView(std::span<const OutputCollection> runs, const GraphPainter& paint);
 
-enum class OutputFormat { Text, Json, Csv, Html };
+enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html };
 
-/// The format of a word: text, json, csv, html. Throws UsageError for another one.
+/// The format of a word: text, json, csv, csv-blocks, html. Throws UsageError for another one.
 [[nodiscard]] OutputFormat FormatNamed(std::string_view word);
 
 /// The documents of a run, or of several in their order: in JSON as a list, as text each under a heading. The painter

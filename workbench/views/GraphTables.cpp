@@ -76,9 +76,8 @@ std::vector<GraphPoint> BoundsOf(const StackedPlot& graph, std::size_t column) {
 }
 
 /// "sex = Male", or the variable alone where the category isn't known.
-std::string LayerName(const std::string& variable, const GraphPoint& layer) {
-    const std::string category = layer.IsMissing ? "Missing" : layer.Name;
-    return category.empty() ? variable : variable + " = " + category;
+std::string LayerName(const RowSubject& layer) {
+    return layer.Category.empty() ? layer.Variable : layer.Variable + " = " + layer.Category;
 }
 
 /// The layers of a column stand from below, as the categories are counted.
@@ -88,12 +87,13 @@ Tables NumbersOf(const StackedPlot& graph, const Subject& /*about*/) {
     const std::size_t columns = graph.Series.empty() ? 0 : graph.Series.front().Points.size();
     for (std::size_t column = 0; column < columns; ++column) {
         const std::vector<GraphPoint> bounds = BoundsOf(graph, column);
-        const std::string name = LabelAt(graph.X, graph.Series.front().Points[column].X);
+        const std::string variable = LabelAt(graph.X, graph.Series.front().Points[column].X);
         for (std::size_t layer = 1; layer < bounds.size(); ++layer) {
             const GraphPoint& upper = bounds[bounds.size() - layer - 1];
             const double lower = bounds[bounds.size() - layer].Y;
+            const RowSubject about{variable, upper.IsMissing ? "Missing" : upper.Name};
             table.Rows.push_back(
-                {LayerName(name, upper), {static_cast<double>(layer), upper.Y - lower, upper.Y}, upper.IsMissing});
+                {LayerName(about), {static_cast<double>(layer), upper.Y - lower, upper.Y}, upper.IsMissing, {}, about});
         }
     }
     return {table};
@@ -107,6 +107,7 @@ SpreadsheetCell ValueCell(ValueKind kind, double value) {
 
 SpreadsheetRow BoxRow(const BoxPlot& plot, const BoxStatistics& box, ValueKind kind) {
     SpreadsheetRow row{box.Variable, {static_cast<double>(box.Cases)}};
+    row.About = {box.Variable};
     if (!plot.Weight.empty()) {
         row.Cells.push_back(box.WeightedCases);
     }
@@ -143,6 +144,7 @@ Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
 
 SpreadsheetRow ScatterRow(const ScatterVariable& variable, ValueKind kind) {
     SpreadsheetRow row{variable.Name, {static_cast<double>(variable.Cases)}};
+    row.About = {variable.Name};
     for (const double number : {variable.Min, variable.Max, variable.Mean}) {
         row.Cells.push_back(variable.Cases > 0 ? ValueCell(kind, number) : SpreadsheetCell());
     }
@@ -162,8 +164,12 @@ Tables NumbersOf(const ScatterMatrix& matrix, const Subject& about) {
         for (std::size_t column = 0; column < count; ++column) {
             if (row != column) {
                 const ScatterCell& cell = matrix.Cells[row * count + column];
-                pairs.Rows.push_back({y.Name + " by " + matrix.Variables[column].Name,
-                                      {static_cast<double>(cell.Cases), cell.Correlation, cell.Intercept, cell.Slope}});
+                const std::string name = y.Name + " by " + matrix.Variables[column].Name;
+                pairs.Rows.push_back({name,
+                                      {static_cast<double>(cell.Cases), cell.Correlation, cell.Intercept, cell.Slope},
+                                      false,
+                                      {},
+                                      RowSubject{name}});
             }
         }
     }
@@ -243,6 +249,10 @@ std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
     return lines;
 }
 
+Tables NumbersOf(const GraphDocument& graph, const Subject& about) {
+    return std::visit([&about](const auto& shown) { return NumbersOf(shown, about); }, graph.Content);
+}
+
 }  // namespace
 
 std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
@@ -250,9 +260,19 @@ std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
         return {InWords(*sheet)};
     }
     const auto& graph = std::get<GraphDocument>(content);
-    Tables tables = std::visit([&graph](const auto& shown) { return NumbersOf(shown, graph.About); }, graph.Content);
+    Tables tables = NumbersOf(graph, graph.About);
     tables.front().Title = graph.Title;
     std::ranges::move(NoCasesLines(graph), std::back_inserter(tables.front().Title));
+    tables.front().About = graph.About;
+    return tables;
+}
+
+std::vector<SpreadsheetDocument> ExactTablesOf(const DocumentContent& content) {
+    if (const auto* sheet = std::get_if<SpreadsheetDocument>(&content)) {
+        return {*sheet};
+    }
+    const auto& graph = std::get<GraphDocument>(content);
+    Tables tables = NumbersOf(graph, {});  // of no kind in particular
     tables.front().About = graph.About;
     return tables;
 }

@@ -11,4 +11,7 @@ namespace quillara {
 /// table; the first has the title of the document, further ones have none.
 [[nodiscard]] std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content);
 
+/// The same without titles, and with all values as numbers: a day is its number of days since 1970-01-01.
+[[nodiscard]] std::vector<SpreadsheetDocument> ExactTablesOf(const DocumentContent& content);
+
 }  // namespace quillara

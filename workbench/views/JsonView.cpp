@@ -1,6 +1,7 @@
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/GraphJson.h"
 #include "workbench/views/JsonText.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 namespace {
@@ -20,19 +21,39 @@ std::string RowText(const SpreadsheetRow& row) {
 std::string SheetMembers(const SpreadsheetDocument& document) {
     const auto nameOf = [](const SpreadsheetColumn& column) { return TextValue(column.Name); };
     const auto isWhole = [](const SpreadsheetColumn& column) { return Json(column.Whole); };
+    const auto plainNameOf = [](const SpreadsheetColumn& column) { return Json(ShownLine(column.Name)); };
     return Member("title", OneLine(Array(document.Title, TextValue))) +
            Member("corner", OneLine(TextValue(document.Corner))) +
            Member("columns", OneLine(Array(document.Columns, nameOf))) +
+           Member("names", OneLine(Array(document.Columns, plainNameOf))) +
            Member("whole", OneLine(Array(document.Columns, isWhole))) +
            Member("rows", Stacked(document.Rows, "    ", RowText));
 }
 
+Json SideName(ResultSide side) {
+    switch (side) {
+        case ResultSide::Drill:
+            return "drill";
+        case ResultSide::Review:
+            return "review";
+        case ResultSide::Unknown:
+            break;
+    }
+    return nullptr;
+}
+
 std::string EntryText(const OutputEntry& entry) {
     const auto* graph = std::get_if<GraphDocument>(&entry.Content);
+    const Subject& about =
+        std::visit([](const auto& content) -> const Subject& { return content.About; }, entry.Content);
+    const ShownVariable* variable = about.OnlyVariable();
     Json head = {{"kind", graph == nullptr ? "spreadsheet" : "graph"},
                  {"command", entry.Command},
                  {"sequence", entry.Sequence},
-                 {"step", entry.Step}};
+                 {"step", entry.Step},
+                 {"result", entry.Result.empty() ? Json(nullptr) : TextValue(entry.Result)},
+                 {"variable", variable == nullptr ? Json(nullptr) : TextValue(variable->Name)},
+                 {"side", SideName(about.Side)}};
     if (graph != nullptr) {
         head["chart"] = ChartName(*graph);
     }

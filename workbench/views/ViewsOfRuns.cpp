@@ -12,10 +12,11 @@ namespace {
 
 using Runs = std::span<const OutputCollection>;
 
-constexpr WordTable<OutputFormat, 4> FormatWords{{
+constexpr WordTable<OutputFormat, 5> FormatWords{{
     {"text", OutputFormat::Text},
     {"json", OutputFormat::Json},
     {"csv", OutputFormat::Csv},
+    {"csv-blocks", OutputFormat::CsvBlocks},
     {"html", OutputFormat::Html},
 }};
 
@@ -44,10 +45,10 @@ std::string JsonOf(Runs runs) {
     return "[" + text + "]\n";
 }
 
-std::string CsvOf(Runs runs) {
+std::string CsvBlocksOf(Runs runs) {
     std::string text;
     for (const OutputCollection& run : runs) {
-        const std::string view = CsvView(run);
+        const std::string view = CsvBlocksView(run);
         text += (text.empty() || view.empty() ? "" : "\n") + view;
     }
     return text;
@@ -67,7 +68,9 @@ std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, 
         case OutputFormat::Json:
             return isOne ? JsonView(runs.front()) : JsonOf(runs);
         case OutputFormat::Csv:
-            return CsvOf(runs);
+            return CsvView(runs);
+        case OutputFormat::CsvBlocks:
+            return CsvBlocksOf(runs);
         case OutputFormat::Html:
             break;
     }

@@ -94,13 +94,41 @@ TEST(TextView, OnlyTheRuleOfFreeTextIsCut) {
                 HasSubstr('\n' + std::string(80, '-') + "  " + std::string(72, '-') + '\n'));
 }
 
-TEST(CsvView, TextsAndNumbersAreExact) {
-    EXPECT_EQ(TextView({}) + CsvView({}), "");
-    EXPECT_EQ(CsvView(Collection({SpreadsheetDocument{{"", "line"}, "", {}, {{"", {}}, {"a\rb", {}}}}})),
+TEST(CsvBlocksView, TextsAndNumbersAreExact) {
+    EXPECT_EQ(TextView({}) + CsvBlocksView({}), "");
+    EXPECT_EQ(CsvBlocksView(Collection({SpreadsheetDocument{{"", "line"}, "", {}, {{"", {}}, {"a\rb", {}}}}})),
               "\"\"\nline\n\"\"\n\"\"\n\"a\rb\"\n");
-    EXPECT_THAT(CsvView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\"\\u2066x\ty\"\n"));
-    EXPECT_EQ(CsvView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), NoCell})})),
+    EXPECT_THAT(CsvBlocksView(Collection({Column({std::string("\u2066x\ty")})})), HasSubstr("a,\"\\u2066x\ty\"\n"));
+    EXPECT_EQ(CsvBlocksView(Collection({Column({100000.0, 0.1, -0.0, 1e300, Limits::infinity(), NoCell})})),
               "Values\n,Value\na,100000\nb,0.1\nc,-0\nd,1e+300\ne,\nf,\n");
+}
+
+/// The records of the tidy table behind its header.
+std::string Tidy(const DocumentContent& content, const std::string& result) {
+    OutputCollection outputs;
+    outputs.Steps = {{StepKind::Down, "sex", "Female", SubsetSize{7}}};
+    outputs.Step = 1;
+    outputs.Add(content, {0, 1, result});
+    const std::string text = CsvView(outputs);
+    return text.substr(text.find('\n') + 1);
+}
+
+TEST(CsvView, EveryNumberSaysWhatItIs) {
+    const std::string header = "step,cases,result,variable,category,statistic,value\n";
+    EXPECT_EQ(CsvView(OutputCollection()), header);
+    EXPECT_EQ(CsvView(std::span<const OutputCollection>()), "analysis," + header);
+    EXPECT_EQ(CsvView(Collection({Column({100000.0}, {"Mean\nvalue     ", false})})),
+              header + "0,,frequencies,,a,Mean value,100000\n");
+    EXPECT_EQ(Tidy(AboutSex, "frequencies"), "1,7,frequencies,sex,Female,Count,2.5\n");
+    const ShownVariable day{1, "day", "", ValueKind::Date, {}};
+    const SpreadsheetDocument means{
+        {}, "", {{"Mean", false}, {"SD", false}}, {{"d", {0.1, std::string("-")}}}, {ResultSide::Drill, {day}, {0}}};
+    EXPECT_EQ(Tidy(means, "descriptives"), "1,7,descriptives,day,,Mean,0.1\n1,7,descriptives,day,,SD,\n");
+    const SpreadsheetDocument steps{
+        {}, "", {{"Category", false}}, {{"b", {std::string("y,z")}}, {"a", {std::string("x")}}}};
+    EXPECT_EQ(Tidy(steps, "summary"), "1,7,summary,b,\"y,z\",Step,2\n1,7,summary,a,x,Step,1\n");
+    const Histogram3DPlot pairs{{"x", "", {"1", "2"}}, {"y", "", {"u", "v"}}, {3, 0, 0.5, 1}, 5};
+    EXPECT_THAT(Tidy(GraphDocument{{}, {}, pairs}, "hist3d"), HasSubstr("hist3d,y by x,v by 1,Count,0.5\n"));
 }
 
 TEST(HtmlView, EveryTextIsEscapedAndThePageNeedsNoOtherFile) {
@@ -188,8 +216,10 @@ TEST(GraphViews, LayersWithoutANameAreTheirVariable) {
         graph.Series.emplace_back().Points = {{1.0, bound}};
     }
     graph.Series[0].Points[0].IsMissing = true;
-    EXPECT_THAT(CsvView(Collection({GraphDocument{{"Shares"}, {}, graph}})),
+    EXPECT_THAT(CsvBlocksView(Collection({GraphDocument{{"Shares"}, {}, graph}})),
                 HasSubstr("\nsex,1,20,20\nsex = Missing,2,80,100\n"));
+    EXPECT_THAT(Tidy(GraphDocument{{}, {}, graph}, "stacked"),
+                HasSubstr("stacked,sex,,Cumulative Percent(%),20\n1,7,stacked,sex,Missing,Percent(%),80\n"));
 }
 
 TEST(GraphViews, HtmlHasThePictureBesideItsTable) {

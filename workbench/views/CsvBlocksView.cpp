@@ -1,5 +1,4 @@
-#include "workbench/formats/DelimitedText.h"
-#include "workbench/numbers/ExactNumbers.h"
+#include "workbench/views/CsvText.h"
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/GraphTables.h"
 #include "workbench/views/ShownText.h"
@@ -7,26 +6,13 @@
 namespace quillara {
 namespace {
 
-using Record = std::vector<std::string>;
-
-std::string RecordText(const Record& record) {
-    const bool looksEmpty = record.size() == 1 && record.front().empty();
-    if (looksEmpty) {
-        return "\"\"\n";
-    }
-    std::string text;
-    for (const std::string& field : record) {
-        text += &field == &record.front() ? "" : ",";
-        text += QuotedField(field);
-    }
-    return text + '\n';
-}
+using Record = CsvRecord;
 
 std::string TitleRecords(const SpreadsheetDocument& document) {
     std::string records;
     for (const std::string& title : document.Title) {
         for (const std::string& line : ShownLines(title)) {
-            records += RecordText({line});
+            records += CsvText({line});
         }
     }
     return records;
@@ -40,38 +26,30 @@ Record HeaderRecord(const SpreadsheetDocument& document) {
     return record;
 }
 
-std::string TextOf(const SpreadsheetCell& cell) {
-    if (const auto* text = std::get_if<std::string>(&cell)) {
-        return UnsteeringText(*text);
-    }
-    const auto* number = std::get_if<double>(&cell);
-    return number == nullptr ? std::string() : ExactNumberText(*number);
-}
-
 Record RowRecord(const SpreadsheetRow& row) {
     Record record = {UnsteeringText(row.NameForPeople())};
     for (const SpreadsheetCell& cell : row.Cells) {
-        record.push_back(TextOf(cell));
+        record.push_back(CsvCell(cell));
     }
     return record;
 }
 
-std::string TableRecords(const SpreadsheetDocument& table) {
-    std::string text = TitleRecords(table) + RecordText(HeaderRecord(table));
+}  // namespace
+
+std::string CsvTable(const SpreadsheetDocument& table) {
+    std::string text = CsvText(HeaderRecord(table));
     for (const SpreadsheetRow& row : table.Rows) {
-        text += RecordText(RowRecord(row));
+        text += CsvText(RowRecord(row));
     }
     return text;
 }
 
-}  // namespace
-
-std::string CsvView(const OutputCollection& outputs) {
+std::string CsvBlocksView(const OutputCollection& outputs) {
     std::string text;
     for (const OutputEntry& entry : outputs.Entries) {
         for (const SpreadsheetDocument& table : TablesOf(entry.Content)) {
             text += text.empty() ? "" : "\n";
-            text += TableRecords(table);
+            text += TitleRecords(table) + CsvTable(table);
         }
     }
     return text;

@@ -1,0 +1,156 @@
+#include "workbench/views/TidyTable.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "workbench/views/CsvText.h"
+#include "workbench/views/DocumentViews.h"
+#include "workbench/views/GraphTables.h"
+#include "workbench/views/ShownText.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::string_view NoValue = "-";  // stands where a statistic has no value
+constexpr std::array<std::string_view, 7> Header{"step",     "cases",     "result", "variable",
+                                                 "category", "statistic", "value"};
+
+std::optional<std::int32_t> CasesAt(const OutputCollection& outputs, int step) {
+    const auto place = static_cast<std::size_t>(step);
+    const bool isKnown = place <= outputs.Steps.size();
+    const std::optional<SubsetSize> size = place == 0 ? outputs.Selected
+                                           : isKnown  ? outputs.Steps[place - 1].Left
+                                                      : std::nullopt;
+    return size ? std::optional(size->Cases) : std::nullopt;
+}
+
+/// A table has a row for each category of its variable, or for each of its variables.
+RowSubject SubjectOf(const SpreadsheetDocument& table, std::size_t place) {
+    const SpreadsheetRow& row = table.Rows[place];
+    if (row.About) {
+        return *row.About;
+    }
+    const std::vector<ShownVariable>& variables = table.About.Variables;
+    const bool hasRowPerVariable = !table.About.ValueColumns.empty() || variables.size() > 1;
+    if (!hasRowPerVariable) {
+        return {variables.empty() ? "" : variables.front().Name, row.NameForPeople()};
+    }
+    return {variables.size() == table.Rows.size() ? variables[place].Name : row.Name};
+}
+
+SpreadsheetCell ValueOf(const SpreadsheetCell& cell) {
+    const auto* text = std::get_if<std::string>(&cell);
+    return text != nullptr && *text == NoValue ? SpreadsheetCell() : cell;
+}
+
+/// Gathers the rows of one document after the other.
+class TidyRowsOf {
+  public:
+    TidyRowsOf(const OutputCollection& outputs, const OutputEntry& entry, std::vector<TidyRow>& rows)
+        : Entry(entry), Cases(CasesAt(outputs, entry.Step)), Rows(rows) {}
+
+    void Add() {
+        if (Entry.Result == "summary") {
+            AddSteps(std::get<SpreadsheetDocument>(Entry.Content));
+        } else if (const auto* graph = std::get_if<GraphDocument>(&Entry.Content)) {
+            AddGraph(*graph);
+        } else {
+            AddTable(std::get<SpreadsheetDocument>(Entry.Content));
+        }
+    }
+
+  private:
+    void Add(RowSubject about, std::string_view statistic, SpreadsheetCell value) {
+        Rows.push_back({Entry.Step, Cases, Entry.Result, std::move(about.Variable), std::move(about.Category),
+                        ShownLine(statistic), std::move(value)});
+    }
+
+    /// The newest stands on top.
+    void AddSteps(const SpreadsheetDocument& summary) {
+        for (std::size_t i = 0; i < summary.Rows.size(); ++i) {
+            const SpreadsheetRow& step = summary.Rows[i];
+            const std::string* category = step.Cells.empty() ? nullptr : std::get_if<std::string>(&step.Cells.front());
+            Add({step.Name, category == nullptr ? "" : *category}, "Step",
+                static_cast<double>(summary.Rows.size() - i));
+        }
+    }
+
+    void AddGraph(const GraphDocument& graph) {
+        if (const auto* plot = std::get_if<Histogram3DPlot>(&graph.Content)) {
+            AddPairs(*plot);
+            return;
+        }
+        const bool hasLayers = std::holds_alternative<StackedPlot>(graph.Content);
+        for (const SpreadsheetDocument& table : ExactTablesOf(graph)) {
+            AddTable(table, hasLayers ? 1 : 0);
+        }
+    }
+
+    void AddPairs(const Histogram3DPlot& plot) {
+        const std::size_t width = plot.X.Labels.size();
+        const std::string variables = plot.Y.Variable + " by " + plot.X.Variable;
+        for (std::size_t i = 0; i < plot.Counts.size(); ++i) {
+            Add({variables, plot.Y.Labels[i / width] + " by " + plot.X.Labels[i % width]}, "Count", plot.Counts[i]);
+        }
+    }
+
+    void AddTable(const SpreadsheetDocument& table, std::size_t firstColumn = 0) {
+        for (std::size_t row = 0; row < table.Rows.size(); ++row) {
+            const RowSubject about = SubjectOf(table, row);
+            const std::vector<SpreadsheetCell>& cells = table.Rows[row].Cells;
+            for (std::size_t column = firstColumn; column < cells.size() && column < table.Columns.size(); ++column) {
+                Add(about, table.Columns[column].Name, ValueOf(cells[column]));
+            }
+        }
+    }
+
+    const OutputEntry& Entry;
+    std::optional<std::int32_t> Cases;
+    std::vector<TidyRow>& Rows;
+};
+
+CsvRecord RecordOf(const TidyRow& row) {
+    return {std::to_string(row.Step),
+            row.Cases ? std::to_string(*row.Cases) : "",
+            UnsteeringText(row.Result),
+            UnsteeringText(row.Variable),
+            UnsteeringText(row.Category),
+            UnsteeringText(row.Statistic),
+            CsvCell(row.Value)};
+}
+
+/// A record of a run; `run` in front of it unless it is the only one.
+std::string Line(const std::string& run, CsvRecord record) {
+    if (!run.empty()) {
+        record.insert(record.begin(), run);
+    }
+    return CsvText(record);
+}
+
+}  // namespace
+
+std::vector<TidyRow> TidyRows(const OutputCollection& outputs) {
+    std::vector<TidyRow> rows;
+    for (const OutputEntry& entry : outputs.Entries) {
+        TidyRowsOf(outputs, entry, rows).Add();
+    }
+    return rows;
+}
+
+std::string CsvView(std::span<const OutputCollection> runs) {
+    const bool isOne = runs.size() == 1;
+    std::string text = Line(isOne ? "" : "analysis", {Header.begin(), Header.end()});
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        for (const TidyRow& row : TidyRows(runs[i])) {
+            text += Line(isOne ? "" : std::to_string(i + 1), RecordOf(row));
+        }
+    }
+    return text;
+}
+
+std::string CsvView(const OutputCollection& outputs) {
+    return CsvView(std::span(&outputs, 1));
+}
+
+}  // namespace quillara
