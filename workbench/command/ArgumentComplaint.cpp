@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 
 namespace quillara {
 namespace {
@@ -25,13 +26,31 @@ std::string AboutSubcommand(const CLI::App& program, const std::string& name) {
     if (LooksLikeFile(name)) {
         return complaint + "; did you mean " + Quoted(program.get_name() + " drill " + name) + "?";
     }
-    return complaint + "; choose drill, info, convert or open.";
+    return complaint + EndWithChoice(name, {"drill", "info", "convert", "run", "open"});
+}
+
+/// The options of the subcommand that is given, else of the program.
+std::vector<std::string> OptionNames(const CLI::App& program) {
+    const std::vector<CLI::App*> commands = program.get_subcommands();
+    const CLI::App& command = commands.empty() ? program : *commands.front();
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        if (option->nonpositional()) {
+            names.push_back("--" + option->get_lnames().front());
+        }
+    }
+    return names;
+}
+
+std::string AboutOption(const CLI::App& program, const std::string& name) {
+    const std::optional<std::string> meant = Suggestion(name, OptionNames(program));
+    return "Unknown option " + name + (meant ? "; did you mean " + *meant + "?" : ".");
 }
 
 std::string AboutUnknown(const CLI::App& program) {
     const std::string unknown = FirstUnknown(program);
     if (unknown.size() > 1 && unknown.front() == '-') {
-        return "Unknown option " + unknown.substr(0, unknown.find('=')) + ".";
+        return AboutOption(program, unknown.substr(0, unknown.find('=')));
     }
     if (program.get_subcommands().empty()) {
         return AboutSubcommand(program, unknown);

@@ -7,6 +7,8 @@
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
+#include "workbench/data/WrittenValue.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -30,17 +32,29 @@ bool IntervalCount(Categorization& chosen, Argument argument) {
     return chosen.Count >= FewestIntervals && chosen.Count <= MostIntervals;
 }
 
+/// A number, or of times of day a time.
+std::optional<WrittenValue> ReadSize(std::string_view text) {
+    const std::optional<WrittenValue> size = ReadWrittenValue(text);
+    return size && size->Kind != ValueKind::Date ? size : std::nullopt;
+}
+
 bool StepAndStart(Categorization& chosen, Argument argument) {
     if (!argument) {
         return false;
     }
     const std::size_t at = argument->find('@');
     chosen.StartAtMin = at == std::string_view::npos;
-    const std::optional<double> size = DecimalNumber(argument->substr(0, at));
-    const std::optional<double> start = chosen.StartAtMin ? 0.0 : DecimalNumber(argument->substr(at + 1));
-    chosen.StepSize = size.value_or(-1.0);
-    chosen.StepStart = start.value_or(0.0);
-    return chosen.StepSize >= 0.0 && chosen.StepSize <= LargestStep && start.has_value();
+    const std::optional<WrittenValue> size = ReadSize(argument->substr(0, at));
+    const std::optional<WrittenValue> start = chosen.StartAtMin
+                                                  ? WrittenValue{0.0, size ? size->Kind : ValueKind::Number}
+                                                  : ReadWrittenValue(argument->substr(at + 1));
+    if (!size || !start || (size->Kind == ValueKind::TimeOfDay && start->Kind == ValueKind::Date)) {
+        return false;
+    }
+    chosen.StepSize = size->Value;
+    chosen.StepStart = start->Value;
+    chosen.WrittenAs = size->Kind == ValueKind::TimeOfDay ? size->Kind : start->Kind;
+    return chosen.StepSize >= 0.0 && chosen.StepSize <= LargestStep;
 }
 
 bool RisingBounds(Categorization& chosen, Argument argument) {
@@ -50,15 +64,24 @@ bool RisingBounds(Categorization& chosen, Argument argument) {
     std::string_view rest = *argument;
     for (bool more = true; more;) {
         const std::size_t comma = rest.find(',');
-        const std::optional<double> bound = DecimalNumber(rest.substr(0, comma));
-        if (!bound || (!chosen.Bounds.empty() && chosen.Bounds.back() >= *bound)) {
+        const std::optional<WrittenValue> bound = ReadWrittenValue(rest.substr(0, comma));
+        const bool isFirst = chosen.Bounds.empty();
+        if (!bound || (!isFirst && (chosen.Bounds.back() >= bound->Value || chosen.WrittenAs != bound->Kind))) {
             return false;
         }
-        chosen.Bounds.push_back(*bound);
+        chosen.Bounds.push_back(bound->Value);
+        chosen.WrittenAs = bound->Kind;
         more = comma != std::string_view::npos;
         rest.remove_prefix(more ? comma + 1 : rest.size());
     }
     return chosen.Bounds.size() <= MostBounds;
+}
+
+template <CalendarPeriod Period>
+bool ByCalendar(Categorization& chosen, Argument argument) {
+    chosen.Period = Period;
+    chosen.WrittenAs = ValueKind::Date;
+    return !argument;
 }
 
 struct MethodSyntax {
@@ -69,14 +92,18 @@ struct MethodSyntax {
 };
 
 // clang-format off
-constexpr std::array<MethodSyntax, 6> Methods{{
-    // Name       Method Read           Rule
-    {"distinct",  0,     NoArgument,    "distinct takes nothing behind it"},
-    {"exact",     1,     IntervalCount, "exact:N takes a whole number from 2 to 999"},
-    {"neat",      2,     IntervalCount, "neat:N takes a whole number from 2 to 999"},
-    {"step",      3,     StepAndStart,  "step:SIZE or step:SIZE@START takes a size of 0 or more, up to 1.7e308, and a number to start at"},
-    {"integer",   4,     NoArgument,    "integer takes nothing behind it"},
-    {"bounds",    5,     RisingBounds,  "bounds:B1,B2,... takes 1 to 99 rising numbers"},
+constexpr std::array<MethodSyntax, 10> Methods{{
+    // Name       Method Read                                 Rule
+    {"distinct",  0,     NoArgument,                          "distinct takes nothing behind it"},
+    {"exact",     1,     IntervalCount,                       "exact:N takes a whole number from 2 to 999"},
+    {"neat",      2,     IntervalCount,                       "neat:N takes a whole number from 2 to 999"},
+    {"step",      3,     StepAndStart,                        "step:SIZE or step:SIZE@START takes a size of 0 or more, up to 1.7e308, and a number to start at, a day YYYY-MM-DD or a time HH:MM"},
+    {"integer",   4,     NoArgument,                          "integer takes nothing behind it"},
+    {"bounds",    5,     RisingBounds,                        "bounds:B1,B2,... takes 1 to 99 rising numbers, days YYYY-MM-DD or times HH:MM"},
+    {"week",      3,     ByCalendar<CalendarPeriod::Week>,    "week takes nothing behind it"},
+    {"month",     5,     ByCalendar<CalendarPeriod::Month>,   "month takes nothing behind it"},
+    {"quarter",   5,     ByCalendar<CalendarPeriod::Quarter>, "quarter takes nothing behind it"},
+    {"year",      5,     ByCalendar<CalendarPeriod::Year>,    "year takes nothing behind it"},
 }};
 // clang-format on
 
@@ -88,7 +115,8 @@ Categorization ParseCategorization(std::string_view text) {
     const auto* method = std::ranges::find(Methods, name, &MethodSyntax::Name);
     if (method == Methods.end()) {
         throw UsageError("Unknown method " + Quoted(name) +
-                         "; choose distinct, integer, exact:N, neat:N, step:SIZE, step:SIZE@START or bounds:B1,B2.");
+                         EndWithChoice(name, {"distinct", "integer", "exact:N", "neat:N", "step:SIZE",
+                                              "step:SIZE@START", "bounds:B1,B2", "week", "month", "quarter", "year"}));
     }
     Categorization chosen;
     chosen.Method = method->Method;

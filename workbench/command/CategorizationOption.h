@@ -1,8 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "workbench/data/CalendarPeriods.h"
+#include "workbench/data/DataTable.h"
 
 namespace quillara {
 
@@ -15,10 +19,13 @@ struct Categorization {
     double StepStart = 0.0;  ///< step: first bound, unless StartAtMin
     bool StartAtMin = false;  ///< step: the intervals start at the smallest value
     std::vector<double> Bounds;  ///< bounds: upper boundaries, rising
+    ValueKind WrittenAs = ValueKind::Number;  ///< bounds, step: how boundaries and start are given
+    std::optional<CalendarPeriod> Period{};  ///< of dates, to be made bounds or steps from the data (InData)
 };
 
 /// A categorization from the way people write it: distinct | exact:N | neat:N | step:SIZE | step:SIZE@START | integer |
-/// bounds:B1,B2,... Throws UsageError saying what is wrong with it.
+/// bounds:B1,B2,... | week | month | quarter | year. START and boundaries may be days YYYY-MM-DD or times HH:MM or
+/// HH:MM:SS, SIZE a time. Throws UsageError saying what is wrong with it.
 [[nodiscard]] Categorization ParseCategorization(std::string_view text);
 
 }  // namespace quillara

@@ -73,13 +73,13 @@ bool TakesList(const CLI::Option& option) {
     return std::ranges::find(types, option.get_type_name()) != types.end();
 }
 
-/// Several lists as one argument.
+/// Several lists as one.
 std::string Joined(const std::vector<std::string>& lists) {
     std::string joined;
     for (const std::string& list : lists) {
-        joined += (joined.empty() ? "" : ",") + list;
+        joined += (joined.empty() || list.empty() ? "" : ",") + list;
     }
-    return joined.find_first_of(" \"") == std::string::npos ? joined : "'" + joined + "'";
+    return joined;
 }
 
 /// Programs that take "-" for standard input are many; a file of this name is rare.
@@ -94,11 +94,11 @@ void RefuseDash(const std::string& file) {
 
 CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
     const CLI::callback_t callback = [&command, name, take](const CLI::results_t& values) {
-        if (values.size() > 1) {
-            const bool isList = TakesList(*command.get_option(name));
-            throw UsageError(name + " is given twice" + (isList ? "; write " + name + " " + Joined(values) : "") + ".");
+        const bool isList = TakesList(*command.get_option(name));
+        if (values.size() > 1 && !isList) {
+            throw UsageError(name + " is given twice.");
         }
-        Take(name, take, values.front());
+        Take(name, take, isList ? Joined(values) : values.front());
         return true;
     };
     return command.add_option(name, callback, help)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);

@@ -14,7 +14,8 @@ namespace quillara {
 /// the option's name is put before the text.
 using ValueTaker = std::function<void(const std::string&)>;
 
-/// An option with one value, given at most once. The value is taken as it stands, whatever characters it holds.
+/// An option with one value, given at most once; the lists of one that takes NAMES, LIST, TEXTS or TYPES add up. The
+/// value is taken as it stands, whatever characters it holds.
 CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help);
 
 /// --quiet: remarks of the host aren't told.

@@ -24,11 +24,14 @@ constexpr const char* DrillNotes =
     "NAMES: comma separated; a name with a comma, a quote or a = stands in double quotes, a quote in it twice.\n"
     "VAR: a name, which ends at the first =; one with a = stands in double quotes as in NAMES.\n"
     "METHOD: distinct, exact:N, neat:N (N from 2 to 999), step:SIZE (from the smallest value), step:SIZE@START (what "
-    "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising numbers of at most "
-    "2047 characters in all).\n"
+    "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising upper bounds of at most "
+    "2047 characters in all), and of dates week (from Monday), month, quarter, year. Bounds and START of dates are "
+    "days "
+    "YYYY-MM-DD, of times of day HH:MM or HH:MM:SS, and SIZE is days, or seconds or a time: step:7@2019-03-04, "
+    "step:00:30@09:00.\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
-    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM:SS.\n"
+    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS.\n"
     "FORMULA: comparisons (= <> < <= > >=, also == !=), arithmetic, and, or, not, brackets, missing(NAME). A text in "
     "double quotes, a quote in it twice, is compared with the labels of a variable; a date is written "
     "\"YYYY-MM-DD\"; a name that is no plain word stands in [square brackets]. They bind in the order arithmetic, "
@@ -41,10 +44,9 @@ constexpr const char* DrillNotes =
     "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD), sd (mean, SD, "
     "1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
     "\n"
-    "Without any of the four variable options, texts and labelled variables of at most 100 distinct values are "
-    "categorical, all other numbers and dates continuous. Categorizations come first, then the steps in the order "
-    "given, "
-    "then the results.\n"
+    "Without any of the four variable options, texts and labelled variables of at most 100 distinct values and whole "
+    "numbers of at most 12 are categorical, all other numbers and dates continuous (quillara info shows which). "
+    "Categorizations come first, then the steps in the order given, then the results.\n"
     "\n"
     "Exit status: 0 done, 1 the data or the drill could not be done as asked or memory was lacking (there are no "
     "results "
@@ -97,7 +99,8 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
     AddRepeated(
         command, "--categorize",
         [&](const std::string& text) { options.Categorizations.push_back(ParseCategorizedVariable(text)); },
-        "how a continuous drill variable is cut into categories; repeatable")
+        "how a continuous drill variable is cut into categories; repeatable; a variable that is in no list joins the "
+        "continuous ones")
         ->type_name("VAR=METHOD")
         ->group("Variables");
     AddText(command, "--dictionary", options.DictionaryFile,
@@ -145,10 +148,13 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
         "results after each step, or after the last (default)")
         ->type_name("each|last");
-    add(
-        "--format", [&](const std::string& text) { options.Format = FormatNamed(text); },
-        "text (default) for reading, html for a report, json and csv (one tidy table) for programs, csv-blocks for the "
-        "tables as they are laid out")
+    const auto takeFormat = [&options](const std::string& text) {
+        options.Format = FormatNamed(text);
+        options.IsFormatNamed = true;
+    };
+    add("--format", takeFormat,
+        "text for reading, html for a report, json and csv (one tidy table) for programs, csv-blocks for the tables as "
+        "they are laid out (default: as the name of --output ends, else text)")
         ->type_name("text|json|csv|csv-blocks|html");
     AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
         ->type_name("FILE")
@@ -253,19 +259,29 @@ void AddDrillCommand(CLI::App& program) {
     AddDataFile(*command, "FILE", options->File);
     AddVariableOptions(*command, *options);
     AddCaseOptions(*command, *options);
-    const CLI::Option* down = AddRepeated(*command, "--down", ParseDown, "one drill step; repeatable, runs in order")
-                                  ->type_name("VAR=CATEGORY")
-                                  ->group("Steps");
+    const CLI::Option* down =
+        AddRepeated(*command, "--down", ParseDown,
+                    "one drill step; repeatable, runs in order; a variable that is in no list joins them")
+            ->type_name("VAR=CATEGORY")
+            ->group("Steps");
     const CLI::Option* up = AddRepeated(
                                 *command, "--up", [](const std::string&) {}, "undo the step on VAR; repeatable")
                                 ->type_name("VAR")
                                 ->group("Steps");
+    command
+        ->add_flag("--skip-impossible", options->SkipImpossible,
+                   "steps that can't be taken are passed over with a remark")
+        ->disable_flag_override()
+        ->group("Steps");
     AddResultOptions(*command, *options);
     const auto implied = std::make_shared<ImpliedResults>();
     AddChartOptions(*command, *options, *implied);
     AddReadingOptions(*command, options->Reading);
     command->callback([=] {
         CompleteResults(*options, *implied);
+        if (!options->IsFormatNamed && options->OutputFile) {
+            options->Format = FormatOfFile(*options->OutputFile);
+        }
         options->Steps = StepsInOrder(*command, down, up);
         if (options->Names) {
             CheckForRepeats(*options->Names);

@@ -33,6 +33,12 @@ void CheckNamedColumns(DataTable& table, const DrillOptions& options) {
          {&names.Categorical, &names.Continuous, &names.ReviewCategorical, &names.ReviewContinuous}) {
         std::ranges::for_each(*list, add);
     }
+    for (const CategorizedVariable& categorized : options.Categorizations) {
+        add(categorized.Variable);
+    }
+    for (const DrillStep& step : options.Steps) {
+        add(step.Variable);
+    }
     if (options.Weight) {
         add(*options.Weight);
     }

@@ -14,6 +14,7 @@
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/DocumentViews.h"
 
@@ -58,6 +59,20 @@ void CheckApart(const std::string& option, const std::optional<std::string>& fil
     }
 }
 
+std::string Counted(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+std::string WhatWasSaved(const DataTable& subset, const std::string& file) {
+    const FileFormat* format = FindFileFormat(ExtensionOf(file));
+    const bool keepsWeight = format != nullptr && format->Kind != FormatKind::DelimitedText;
+    const std::string weight = subset.Weight ? ", weight " + Quoted(subset.Variables[*subset.Weight].Name) +
+                                                   (keepsWeight ? "" : " as a variable only")
+                                             : "";
+    return "Saved " + Counted(static_cast<std::size_t>(subset.Cases), "case") + " and " +
+           Counted(subset.Variables.size(), "variable") + " to " + Quoted(file) + weight + ".";
+}
+
 void WriteScript(const std::string& path, const std::string& script) {
     const FileWriting writing(path);
     ReplaceFile(path, script, IsInterrupted);
@@ -80,6 +95,9 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     const auto [plots, documents] = Painted(options, outcome.Outputs);
     if (options.SaveFile) {
         SaveDataFile(*outcome.Subset, *options.SaveFile);
+        if (!options.Quiet) {
+            WriteMessage(WhatWasSaved(*outcome.Subset, *options.SaveFile));
+        }
     }
     if (options.RecordFile) {
         WriteScript(*options.RecordFile, outcome.Script);

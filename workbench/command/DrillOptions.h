@@ -40,6 +40,7 @@ struct DrillOptions {
     bool NoCountMissing = false;
     std::vector<CategorizedVariable> Categorizations;
     std::vector<DrillStep> Steps;
+    bool SkipImpossible = false;  ///< steps that can't be taken are passed over
 
     std::vector<int> Results;  ///< buttons, in the order of their documents
     std::size_t DefaultResults = 0;  ///< how many at their front nobody has asked for
@@ -47,6 +48,7 @@ struct DrillOptions {
     bool Quiet = false;  ///< remarks aren't told on standard error
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;
+    bool IsFormatNamed = false;  ///< else it goes by the name of the output
     std::optional<std::string> OutputFile;  ///< nothing: standard output
     std::optional<std::string> RecordFile;  ///< for a script that does the same; nothing: it isn't written
     std::optional<std::string> SaveFile;  ///< for the cases left at the end; nothing: they aren't saved

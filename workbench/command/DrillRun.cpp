@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
+#include "workbench/command/CategorizationInData.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/LeftOutResults.h"
@@ -24,6 +25,15 @@ namespace {
 
 short NumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
+}
+
+/// The same for a step.
+short NumberForStep(const DataTable& table, const std::string& name) {
+    try {
+        return NumberOf(table, name);
+    } catch (const DataError& unknown) {
+        throw ImpossibleStep(unknown.what());
+    }
 }
 
 bool IsEmpty(const VariableLists& lists) {
@@ -59,6 +69,8 @@ class DrillRun {
     void PressBoxes();
     void PressBoxTypes();
     void Categorize(const CategorizedVariable& categorized);
+    void TakeSteps();
+    [[nodiscard]] bool TakesOrSkips(const DrillStep& step);
     void Take(const DrillStep& step);
     void GoDown(const std::string& name, const std::string& category);
     void GoUp(const std::string& name);
@@ -140,13 +152,8 @@ DrillOutcome DrillRun::Run() {
     ChooseVariables();
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
-    for (const DrillStep& step : Options.Steps) {
-        Take(step);
-        if (Options.AfterEach) {
-            ShowResults();
-        }
-    }
-    if (!Options.AfterEach || Options.Steps.empty()) {
+    TakeSteps();
+    if (!Options.AfterEach || Outcome.Outputs.Steps.empty()) {
         ShowResults();
     }
     TellWhatIsLeftOut();
@@ -197,10 +204,37 @@ void DrillRun::PressBoxTypes() {
 void DrillRun::Categorize(const CategorizedVariable& categorized) {
     const short variable = NumberOf(Table, categorized.Variable);
     if (std::ranges::find(Variables.Drill.Continuous, variable) == Variables.Drill.Continuous.end()) {
-        throw DataError("The variable " + Quoted(categorized.Variable) +
-                        " can't be categorized: it is no continuous drill variable; name it in --continuous.");
+        const bool isText = Table.Variables[static_cast<std::size_t>(variable) - 1].Kind == ValueKind::Text;
+        throw DataError("The variable " + Quoted(categorized.Variable) + " can't be categorized: it " +
+                        (isText ? "holds texts." : "is no continuous drill variable; name it in --continuous."));
     }
     Session.Categorize(variable, categorized.How);
+}
+
+void DrillRun::TakeSteps() {
+    for (const DrillStep& step : Options.Steps) {
+        if (TakesOrSkips(step) && Options.AfterEach) {
+            ShowResults();
+        }
+    }
+}
+
+/// Whether it was taken.
+bool DrillRun::TakesOrSkips(const DrillStep& step) {
+    if (!Options.SkipImpossible) {
+        Take(step);
+        return true;
+    }
+    try {
+        Take(step);
+        return true;
+    } catch (const ImpossibleStep& impossible) {
+        const StepKind kind = step.Category ? StepKind::Down : StepKind::Up;
+        Notice({"step-skipped", "The step " +
+                                    Quoted(StepTaken{kind, step.Variable, step.Category.value_or("")}.Text()) +
+                                    " is passed over: " + impossible.what()});
+        return false;
+    }
 }
 
 void DrillRun::Take(const DrillStep& step) {
@@ -212,28 +246,29 @@ void DrillRun::Take(const DrillStep& step) {
 }
 
 void DrillRun::GoDown(const std::string& name, const std::string& category) {
-    const short variable = NumberOf(Table, name);
+    const short variable = NumberForStep(Table, name);
     if (Session.CanGoUp(variable)) {
-        throw DataError("The variable " + Quoted(name) + " has been drilled on already; undo that step first (--up " +
-                        name + ").");
+        throw ImpossibleStep("The variable " + Quoted(name) +
+                             " has been drilled on already; undo that step first (--up " + name + ").");
     }
     if (!Session.CanGoDown(variable)) {
-        throw DataError("The variable " + Quoted(name) +
-                        " can't be drilled on: it is no drill variable; name it in --categorical or --continuous.");
+        throw ImpossibleStep(
+            "The variable " + Quoted(name) +
+            " can't be drilled on: it is no drill variable; name it in --categorical or --continuous.");
     }
     std::string chosen;
     Session.Down(variable, [&](const CategoryList& list) {
         const std::size_t row = FindCategory(list, category);
-        chosen = list.Rows[row].Name;
+        chosen = NameForPeople(list, list.Rows[row]);
         return row;
     });
     Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen});
 }
 
 void DrillRun::GoUp(const std::string& name) {
-    const short variable = NumberOf(Table, name);
+    const short variable = NumberForStep(Table, name);
     if (!Session.CanGoUp(variable)) {
-        throw DataError("There is no step on the variable " + Quoted(name) + " to undo.");
+        throw ImpossibleStep("There is no step on the variable " + Quoted(name) + " to undo.");
     }
     Session.Up(variable);
     Outcome.Outputs.Steps.push_back({StepKind::Up, name});
@@ -336,12 +371,33 @@ void DrillRun::PressSave() {
     }
 }
 
+/// Those that are named or go by their content, and those of categorizations and steps.
+VariableChoice VariablesFor(const DataTable& table, const DrillOptions& options) {
+    VariableChoice variables = options.Names ? ChooseByName(table, *options.Names) : ChooseByContent(table);
+    std::vector<std::string> categorized;
+    std::ranges::transform(options.Categorizations, std::back_inserter(categorized), &CategorizedVariable::Variable);
+    AddCategorized(table, categorized, options.Names.has_value(), variables.Drill);
+    std::vector<std::string> drilled;
+    for (const DrillStep& step : options.Steps) {
+        if (step.Category) {
+            drilled.push_back(step.Variable);
+        }
+    }
+    AddDrilled(table, drilled, variables.Drill);
+    return variables;
+}
+
 }  // namespace
 
-DrillOutcome RunDrill(const DrillOptions& options) {
+DrillOutcome RunDrill(const DrillOptions& asked) {
+    DrillOptions options = asked;
     const DataTable table = OpenData(options);
     CaseSettings settings = SettingsFor(table, options);
-    VariableChoice variables = options.Names ? ChooseByName(table, *options.Names) : ChooseByContent(table);
+    VariableChoice variables = VariablesFor(table, options);
+    for (CategorizedVariable& categorized : options.Categorizations) {
+        const Variable& variable = table.Variables[table.IndexOf(categorized.Variable)];
+        categorized.How = InData(categorized.How, variable, settings.Selection);
+    }
     return DrillRun(options, table, std::move(settings), std::move(variables)).Run();
 }
 

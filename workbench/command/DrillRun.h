@@ -18,6 +18,6 @@ struct DrillOutcome {
 
 /// Drills as asked, from opening the file to the last result. Messages of the analysis and the progress of its passes
 /// go to standard error. Throws DataError or UsageError when it can't be done.
-[[nodiscard]] DrillOutcome RunDrill(const DrillOptions& options);
+[[nodiscard]] DrillOutcome RunDrill(const DrillOptions& asked);
 
 }  // namespace quillara

@@ -8,6 +8,7 @@
 #include "workbench/command/VariableSummary.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/formats/Dictionary.h"
 
 namespace quillara {
@@ -30,7 +31,7 @@ struct InfoOptions {
 
 bool ParseAsJson(const std::string& text) {
     if (text != "text" && text != "json") {
-        throw UsageError("Unknown value " + Quoted(text) + "; choose from text, json.");
+        throw UsageError("Unknown value " + Quoted(text) + EndWithChoice(text, {"text", "json"}));
     }
     return text == "json";
 }

@@ -46,7 +46,7 @@ void AddCommands(CLI::App& program, const std::vector<std::string>& forScript) {
     AddOpenCommand(program);
     program.callback([&program] {
         if (program.get_subcommands().empty()) {
-            throw UsageError(NoDesktop);
+            WriteToStandardOutput(program.help());
         }
     });
 }
@@ -112,12 +112,17 @@ ExitStatus Run(std::span<char*> arguments) {
     try {
         program.formatter(std::make_shared<HelpFormatter>());
         program.set_help_flag("-h,--help", "print this help and exit");
+        program.set_version_flag("-V,--version", std::string(ProgramName) + ' ' + QUILLARA_VERSION,
+                                 "print the version and exit");
         const std::size_t own = OwnArguments(arguments);
         AddCommands(program, {arguments.begin() + static_cast<std::ptrdiff_t>(own), arguments.end()});
         program.parse(ForParser(arguments.first(own)));
         return DoneStatus;
     } catch (const CLI::CallForHelp&) {
         WriteToStandardOutput(program.help());
+        return DoneStatus;
+    } catch (const CLI::CallForVersion& version) {
+        WriteToStandardOutput(version.what() + std::string("\n"));
         return DoneStatus;
     } catch (const CLI::ParseError& error) {
         return WrongUsage(program, ComplaintAbout(program, error), arguments);

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <set>
-#include <unordered_set>
 
-#include "platform/OrderedBits.h"
+#include "workbench/data/DefaultRole.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/VariableIndex.h"
@@ -12,8 +11,6 @@
 
 namespace quillara {
 namespace {
-
-constexpr std::size_t MostCategories = 100;
 
 short NumberOf(std::size_t index) {
     return static_cast<short>(index + 1);
@@ -38,12 +35,12 @@ void CheckBothLists(const std::vector<std::string>& categorical, const std::vect
     }
 }
 
-bool HasFewValues(const Variable& variable) {
-    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-    std::unordered_set<double> distinct;
-    return HoldsForAll(variable.Values, [&](double value) {
-        return missing.Contains(value) || !distinct.insert(value).second || distinct.size() <= MostCategories;
-    });
+void AddByRole(VariableLists& lists, std::size_t index, DefaultRole role) {
+    (role == DefaultRole::Continuous ? lists.Continuous : lists.Categorical).push_back(NumberOf(index));
+}
+
+bool Holds(const std::vector<short>& list, short number) {
+    return std::ranges::find(list, number) != list.end();
 }
 
 }  // namespace
@@ -74,14 +71,37 @@ VariableChoice ChooseByName(const DataTable& table, const VariableNames& names) 
 VariableChoice ChooseByContent(const DataTable& table) {
     VariableChoice choice;
     for (std::size_t index = 0; index < table.Variables.size(); ++index) {
-        const Variable& variable = table.Variables[index];
-        if (variable.HasLabels() && HasFewValues(variable)) {
-            choice.Drill.Categorical.push_back(NumberOf(index));
-        } else if (variable.Kind != ValueKind::Text) {
-            choice.Drill.Continuous.push_back(NumberOf(index));
+        if (const DefaultRole role = DefaultRoleOf(table.Variables[index]); role != DefaultRole::None) {
+            AddByRole(choice.Drill, index, role);
         }
     }
     return choice;
+}
+
+void AddCategorized(const DataTable& table, const std::vector<std::string>& names, bool areNamed,
+                    VariableLists& drill) {
+    for (const std::string& name : names) {
+        const std::size_t index = table.IndexOf(name);
+        const short number = NumberOf(index);
+        const bool isFixed = table.Variables[index].Kind == ValueKind::Text || Holds(drill.Continuous, number) ||
+                             (areNamed && Holds(drill.Categorical, number));
+        if (!isFixed) {
+            std::erase(drill.Categorical, number);
+            drill.Continuous.push_back(number);
+        }
+    }
+    if (!areNamed) {
+        std::ranges::sort(drill.Continuous);
+    }
+}
+
+void AddDrilled(const DataTable& table, const std::vector<std::string>& names, VariableLists& drill) {
+    for (const std::string& name : names) {
+        const std::optional<std::size_t> index = table.Find(name);
+        if (index && !Holds(drill.Categorical, NumberOf(*index)) && !Holds(drill.Continuous, NumberOf(*index))) {
+            AddByRole(drill, *index, DefaultRoleOf(table.Variables[*index]));
+        }
+    }
 }
 
 }  // namespace quillara

@@ -37,8 +37,16 @@ void CheckForRepeats(const VariableNames& names);
 /// The variables of these names. Throws DataError for a name that isn't there.
 [[nodiscard]] VariableChoice ChooseByName(const DataTable& table, const VariableNames& names);
 
-/// The drill variables when the user names none, in the order of the file: texts and labelled variables of at most 100
-/// distinct values are categorical, all other variables but texts continuous.
+/// The drill variables when the user names none, in the order of the file, by their roles (DefaultRole.h).
 [[nodiscard]] VariableChoice ChooseByContent(const DataTable& table);
+
+/// Makes variables that are to be categorized continuous drill variables: those that are none yet and, unless the
+/// user has named them (`areNamed`), those that are categorical by their content. Texts are left as they are. Throws
+/// DataError for a name that isn't there.
+void AddCategorized(const DataTable& table, const std::vector<std::string>& names, bool areNamed, VariableLists& drill);
+
+/// Adds variables that are to be drilled on and are no drill variables yet, by their roles; texts with many values are
+/// categorical. A name that isn't there is passed over.
+void AddDrilled(const DataTable& table, const std::vector<std::string>& names, VariableLists& drill);
 
 }  // namespace quillara

@@ -10,6 +10,7 @@
 #include "workbench/command/NamedVariables.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/documents/ResultNames.h"
 
 namespace quillara {
@@ -67,10 +68,10 @@ const ListedResult& ResultOf(int button) {
     return *std::ranges::find(Results, button, &ListedResult::Button);
 }
 
-std::string KnownNames() {
-    std::string names;
+std::vector<std::string> KnownNames() {
+    std::vector<std::string> names;
     for (const ResultName& result : ResultNames) {
-        names += (names.empty() ? "" : ", ") + std::string(result.Name);
+        names.emplace_back(result.Name);
     }
     return names;
 }
@@ -78,7 +79,7 @@ std::string KnownNames() {
 int ButtonOf(std::string_view name) {
     const auto* result = std::ranges::find(ResultNames, name, &ResultName::Name);
     if (result == ResultNames.end()) {
-        throw UsageError("Unknown result " + Quoted(name) + "; choose from " + KnownNames() + ".");
+        throw UsageError("Unknown result " + Quoted(name) + EndWithChoice(name, KnownNames()));
     }
     return result->Command;
 }
@@ -91,7 +92,7 @@ std::vector<int> ParseResultList(std::string_view list) {
         buttons.push_back(ButtonOf(name));
     }
     if (buttons.empty()) {
-        throw UsageError("No result is named; choose from " + KnownNames() + ".");
+        throw UsageError("No result is named" + EndWithChoice("", KnownNames()));
     }
     return buttons;
 }

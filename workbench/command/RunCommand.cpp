@@ -110,7 +110,8 @@ void Run(const RunOptions& options, const std::vector<std::string>& forScript) {
     if (options.OutputFile) {
         CheckOutputIsAnother("--output", *options.OutputFile, "script", options.Script);
     }
-    const std::string format = options.Format.value_or(options.OutputFile ? "text" : "");
+    const std::string byName = options.OutputFile ? std::string(WordOf(FormatOfFile(*options.OutputFile))) : "";
+    const std::string format = options.Format.value_or(byName);
     std::vector<std::string> arguments{
         InterpreterInUse(),           RunnerOfPackage(), format, options.OutputFile.value_or(""),
         options.Quiet ? "quiet" : "", options.Script};
@@ -146,7 +147,8 @@ void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript)
     AddValue(*command, "--format", takeFormat,
              "show the documents: as text, json, csv (one tidy table), csv-blocks or html")
         ->type_name("text|json|csv|csv-blocks|html");
-    AddText(*command, "--output", options->OutputFile, "file for the documents (default format: text)")
+    AddText(*command, "--output", options->OutputFile,
+            "file for the documents; .json, .csv, .html give their format, any other name text")
         ->type_name("FILE");
     AddQuiet(*command, options->Quiet);
     AddValue(

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "platform/OrderedBits.h"
 #include "workbench/data/ColumnBuilder.h"
 #include "workbench/data/Errors.h"
-#include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/data/TextColumnBuilder.h"
 
 namespace quillara {
@@ -70,10 +71,9 @@ std::size_t DataTable::IndexOf(std::string_view name) const {
     if (const std::optional<std::size_t> index = Find(name)) {
         return *index;
     }
-    const auto similar = std::ranges::find_if(
-        Variables, [&](const Variable& variable) { return EqualButForLetterCase(variable.Name, name); });
-    const std::string advice = similar == Variables.end() ? "" : "; did you mean " + Quoted(similar->Name) + "?";
-    throw DataError("The data have no variable named " + Quoted(name) + (advice.empty() ? "." : advice));
+    std::vector<std::string> names;
+    std::ranges::transform(Variables, std::back_inserter(names), &Variable::Name);
+    throw DataError("The data have no variable named " + Quoted(name) + EndWithSuggestion(name, names));
 }
 
 std::size_t WeightNamed(const DataTable& table, const std::string& name) {

@@ -4,9 +4,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
+#include "workbench/data/Calendar.h"
 #include "workbench/data/ValueText.h"
+#include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
@@ -70,6 +73,24 @@ std::string BoundText(const TimeUnit& unit, double bound, bool countsAsNext) {
     return TextOfValue(unit.Kind, (countsAsNext ? std::ceil(units) : std::floor(units)) * unit.Length, unit.Length);
 }
 
+/// A bound as it stands in a name; nothing when that is no number, or a text where the form has none.
+std::optional<double> BoundIn(const IntervalForm& form, Bounds side, std::string_view text) {
+    if (form.Named != Bounds::Both && form.Named != side) {
+        return text.empty() ? std::optional(0.0) : std::nullopt;
+    }
+    return DecimalNumber(text);
+}
+
+/// "20190323" as "2019-03-23"; any other text as it is.
+std::string DayWithHyphens(const std::string& name) {
+    constexpr std::size_t lengthOfDay = 8;
+    if (name.size() != lengthOfDay) {
+        return name;
+    }
+    const std::string day = name.substr(0, 4) + '-' + name.substr(4, 2) + '-' + name.substr(6);
+    return DaysFromText(day) ? day : name;
+}
+
 }  // namespace
 
 std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper) {
@@ -83,6 +104,23 @@ std::string NameInDates(ValueKind kind, const std::string& name, double lower, d
     const auto text = [&](double bound) { return BoundText(unit, bound, form->ExcludesUpper); };
     return (form->Named == Bounds::Upper ? "" : text(lower)) + std::string(form->Sign) +
            (form->Named == Bounds::Lower ? "" : text(upper));
+}
+
+std::string NameInDates(ValueKind kind, const std::string& name) {
+    if (kind != ValueKind::Date && kind != ValueKind::TimeOfDay) {
+        return name;
+    }
+    for (const IntervalForm& form : IntervalForms) {
+        const std::size_t at = name.find(form.Sign);
+        if (at == std::string::npos) {
+            continue;
+        }
+        const std::optional<double> lower = BoundIn(form, Bounds::Lower, std::string_view(name).substr(0, at));
+        const std::optional<double> upper =
+            BoundIn(form, Bounds::Upper, std::string_view(name).substr(at + form.Sign.size()));
+        return lower && upper ? NameInDates(kind, name, *lower, *upper) : name;
+    }
+    return kind == ValueKind::Date ? DayWithHyphens(name) : name;
 }
 
 }  // namespace quillara

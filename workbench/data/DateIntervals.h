@@ -12,4 +12,8 @@ namespace quillara {
 /// different intervals never have one name. Of a single value, which `upper` is then, this is the date or time itself.
 [[nodiscard]] std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper);
 
+/// The same with the bounds taken from the name, which is that of a category or of missing data; of a single value the
+/// name is the date as YYYYMMDD. Any other text stays as it is, and so does the name of a number or a text.
+[[nodiscard]] std::string NameInDates(ValueKind kind, const std::string& name);
+
 }  // namespace quillara

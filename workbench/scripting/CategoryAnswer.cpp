@@ -21,7 +21,8 @@ std::vector<CategoryRow> RowsOf(Window& dialog) {
 }  // namespace
 
 void AnswerWithCategory(Window& dialog, const Variable& variable, const RowChooser& chooseRow) {
-    const std::size_t row = chooseRow({variable.Name, variable.Kind, RowsOf(dialog), variable.Texts});
+    const std::size_t row =
+        chooseRow({variable.Name, variable.Kind, RowsOf(dialog), variable.Texts, !variable.Labels.empty()});
     dialog.ClickRow(CategoryListControl, static_cast<int>(row));
     dialog.Click(OkCommand);
 }

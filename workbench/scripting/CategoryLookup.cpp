@@ -11,6 +11,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/WrittenValue.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -52,12 +53,6 @@ FoundRow NamedRowInAnyCase(const CategoryList& list, std::string_view text) {
     return FirstRow(list, [&](const CategoryRow& row) { return WithoutLetterCase(row.Name) == wanted; });
 }
 
-/// Documents name the intervals of dates and times by their bounds as such.
-std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
-    const bool isInDates = list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay;
-    return row.Range && isInDates ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
-}
-
 FoundRow RowNamedInDates(const CategoryList& list, std::string_view text) {
     return FirstRow(list, [&](const CategoryRow& row) { return NameForPeople(list, row) == text; });
 }
@@ -78,7 +73,7 @@ std::optional<double> ValueOf(const CategoryList& list, std::string_view text) {
     if (list.Kind == ValueKind::Date) {
         value = DaysFromText(text);
     } else if (list.Kind == ValueKind::TimeOfDay) {
-        value = SecondsFromText(text);
+        value = TimeFromText(text);
     }
     return value ? value : DecimalNumber(text);
 }
@@ -128,6 +123,11 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
 
 }  // namespace
 
+std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
+    const bool isInDates = !list.HasLabels && (list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay);
+    return row.Range && isInDates ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
+}
+
 std::size_t FindCategory(const CategoryList& list, std::string_view text) {
     for (const auto find :
          {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, RowOfStoredText, AdmittingRow}) {
@@ -135,7 +135,7 @@ std::size_t FindCategory(const CategoryList& list, std::string_view text) {
             return *row;
         }
     }
-    throw DataError(Refusal(list, text));
+    throw ImpossibleStep(Refusal(list, text));
 }
 
 }  // namespace quillara

@@ -33,6 +33,12 @@ enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html };
 /// The format of a word: text, json, csv, csv-blocks, html. Throws UsageError for another one.
 [[nodiscard]] OutputFormat FormatNamed(std::string_view word);
 
+/// The format that the name of a file ends in: .json, .csv, .html or .htm, in letters of any case; text for any other.
+[[nodiscard]] OutputFormat FormatOfFile(std::string_view file);
+
+/// Its word.
+[[nodiscard]] std::string_view WordOf(OutputFormat format);
+
 /// The documents of a run, or of several in their order: in JSON as a list, as text each under a heading. The painter
 /// is that of HtmlView.
 [[nodiscard]] std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format,

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "workbench/data/DateIntervals.h"
 #include "workbench/numbers/NumberFormat.h"
 #include "workbench/views/GraphTables.h"
 #include "workbench/views/ShownText.h"
@@ -55,6 +56,12 @@ int MostDecimals(const SpreadsheetColumn& column) {
     return column.Name.find(PercentMark) == std::string::npos ? DecimalsOfNumbers : DecimalsOfPercents;
 }
 
+/// What the values of a row's variable stand for, where each row is about another variable.
+ValueKind RowKind(const SpreadsheetDocument& document, std::size_t row) {
+    const bool isByVariable = document.About.Variables.size() == document.Rows.size();
+    return isByVariable ? document.About.KindOf(row) : ValueKind::Number;
+}
+
 /// Adds the cells of one column to the rows.
 void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTable& table) {
     const SpreadsheetColumn& source = document.Columns[column];
@@ -64,7 +71,7 @@ void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTa
     for (std::size_t i = 0; i < document.Rows.size(); ++i) {
         ShownCell cell;
         if (const std::string* text = TextAt(document.Rows[i], column)) {
-            cell.Text = ShownLine(*text);
+            cell.Text = ShownLine(NameInDates(RowKind(document, i), *text));
         } else if (const double* number = NumberAt(document.Rows[i], column)) {
             cell.Text = format.TextOf(*number);
             if (isPercent && std::isfinite(*number)) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "workbench/data/LetterCase.h"
 #include "workbench/data/WordTable.h"
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/ShownText.h"
@@ -18,6 +19,13 @@ constexpr WordTable<OutputFormat, 5> FormatWords{{
     {"csv", OutputFormat::Csv},
     {"csv-blocks", OutputFormat::CsvBlocks},
     {"html", OutputFormat::Html},
+}};
+
+constexpr WordTable<OutputFormat, 4> FileEndings{{
+    {".json", OutputFormat::Json},
+    {".csv", OutputFormat::Csv},
+    {".html", OutputFormat::Html},
+    {".htm", OutputFormat::Html},
 }};
 
 std::string Heading(std::size_t place, const OutputCollection& run) {
@@ -58,6 +66,21 @@ std::string CsvBlocksOf(Runs runs) {
 
 OutputFormat FormatNamed(std::string_view word) {
     return Choose(FormatWords, word);
+}
+
+OutputFormat FormatOfFile(std::string_view file) {
+    const std::string name = InSmallLetters(file);
+    for (const auto& [ending, format] : FileEndings) {
+        if (name.ends_with(ending)) {
+            return format;
+        }
+    }
+    return OutputFormat::Text;
+}
+
+std::string_view WordOf(OutputFormat format) {
+    const auto isMeant = [format](const auto& entry) { return entry.second == format; };
+    return std::ranges::find_if(FormatWords, isMeant)->first;
 }
 
 std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, const GraphPainter& paint) {

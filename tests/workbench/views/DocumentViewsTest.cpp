@@ -57,6 +57,18 @@ std::string JsonCell(const SpreadsheetCell& cell) {
     return Between(JsonView(Collection({Column({cell})})), "\"cells\": [", "]");
 }
 
+TEST(FormatOfFile, GoesByTheEnding) {
+    for (const auto& [file, word] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"a.json", "json"},
+                                                                    {"A.CSV", "csv"},
+                                                                    {"x/y.htm", "html"},
+                                                                    {"y.html", "html"},
+                                                                    {"json", "text"},
+                                                                    {"a.html.txt", "text"}}) {
+        EXPECT_EQ(WordOf(FormatOfFile(file)), word) << file;
+    }
+}
+
 TEST(TextView, NumbersHaveTheDecimalsThatTheColumnNeeds) {
     const SpreadsheetCell none = std::string("-");
     EXPECT_EQ(Drawn({}), "(no rows)\n");
