@@ -76,6 +76,7 @@ quillara::ReadOptions OptionsOf(const py::dict& given) {
     options.Separator = given["separator"].cast<std::optional<char>>();
     options.Decimal = given["decimal"].cast<char>();
     options.Encoding = given["encoding"].cast<std::string>();
+    options.Sheet = given["sheet"].cast<std::string>();
     options.HasHeader = given["header"].cast<bool>();
     options.MissingTexts = given["missing"].cast<std::optional<std::vector<std::string>>>();
     return options;

@@ -6,6 +6,8 @@ set -euo pipefail
 run=(
     g++ cmake ninja-build make
     libreadstat-dev      # statistical data files
+    zlib1g-dev libzstd-dev                     # packed text
+    libzip-dev libexpat1-dev libsqlite3-dev    # workbooks and databases
     libmuparser-dev      # case selection formulas
     libcli11-dev         # command line
     nlohmann-json3-dev   # JSON
@@ -14,7 +16,7 @@ run=(
 fonts=(fonts-noto-core fonts-noto-cjk)  # for texts in the world's scripts
 python=(python3 libpython3-dev pybind11-dev)  # the package quillara
 test=(
-    libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest
+    libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest python3-openpyxl zstd unixodbc libsqliteodbc
     mingw-w64-tools      # compiles the type library
 )
 lint=(clang-format clang-tidy)

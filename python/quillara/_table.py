@@ -177,14 +177,16 @@ class Table:
 
 def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
          header: bool = True, missing: Sequence[str] | None = None,
-         dictionary: str | os.PathLike[str] | None = None) -> Table:
+         dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
-    dictionary is a delimited file of labels. The rest is about delimited text: the character between fields, found from
+    dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
+    the first. A table of a database is named as "sqlite:FILE?table=NAME" or "sqlite:FILE?query=SQL". The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
     the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...
     """
     options = _options(separator, decimal, encoding, header, missing)
+    options["sheet"] = "" if sheet is None else str(sheet)
     return Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
 
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
+#include <initializer_list>
 #include <string_view>
 
 #include "workbench/command/StandardStreams.h"
@@ -13,6 +13,7 @@
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/MemoryLimit.h"
+#include "workbench/formats/SourceName.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -82,12 +83,27 @@ std::string Joined(const std::vector<std::string>& lists) {
     return joined;
 }
 
-/// Programs that take "-" for standard input are many; a file of this name is rare.
-void RefuseDash(const std::string& file) {
-    std::error_code error;
-    if (file == "-" && !std::filesystem::exists(file, error)) {
-        throw UsageError("There is no file \"-\"; standard input goes by the name /dev/stdin.");
+/// "-" in place of a path.
+std::string OrStandardInput(const std::string& file) {
+    return file == "-" ? "/dev/stdin" : file;
+}
+
+/// Tells which of some options are given and change nothing.
+void TellWithoutEffect(const CLI::App& command, std::initializer_list<const char*> options, const std::string& why) {
+    for (const char* option : options) {
+        if (command.count(option) > 0) {
+            WriteMessage(std::string(option) + " has no effect: " + why + ".");
+        }
     }
+}
+
+/// What a data file is by its name; delimited text when that says nothing.
+FormatKind KindOf(const std::string& file) {
+    if (DatabaseSourceOf(file)) {
+        return FormatKind::Database;
+    }
+    const FileFormat* format = FindFileFormat(ExtensionOf(file));
+    return format == nullptr ? FormatKind::DelimitedText : format->Kind;
 }
 
 }  // namespace
@@ -125,11 +141,13 @@ CLI::Option* AddRepeated(CLI::App& command, const std::string& name, const Value
 }
 
 void AddDataFile(CLI::App& command, const std::string& name, std::string& file) {
-    const auto take = [&file](const std::string& value) {
-        RefuseDash(value);
-        file = value;
-    };
-    AddValue(command, name, take, "data file: " + ReadFormats())->type_name("")->required();
+    const auto take = [&file](const std::string& value) { file = OrStandardInput(value); };
+    AddValue(command, name, take,
+             "data file: " + ReadFormats() +
+                 "; sqlite:FILE?table=NAME or sqlite:FILE?query=SQL, of a database; - for delimited text from standard "
+                 "input, also packed")
+        ->type_name("")
+        ->required();
 }
 
 void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
@@ -160,6 +178,11 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
         ->disable_flag_override()
         ->group(group);
     AddValue(
+        command, "--sheet", [&](const std::string& text) { reading.Sheet = text; },
+        "sheet of a workbook, by its name or its number from 1 (default: the first)")
+        ->type_name("NAME|N")
+        ->group("Reading workbooks");
+    AddValue(
         command, "--max-memory", [&](const std::string& text) { reading.MaxMemory = SizeOf(text); },
         "memory that the program may take while it reads, as 500M or 4G (default: three quarters of the machine's)")
         ->type_name("SIZE")
@@ -173,14 +196,20 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
 }
 
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {
-    const FileFormat* format = FindFileFormat(ExtensionOf(file));
-    if (format == nullptr || format->Kind == FormatKind::DelimitedText) {
+    const FormatKind kind = KindOf(file);
+    if (kind != FormatKind::Workbook) {
+        TellWithoutEffect(command, {"--sheet"}, Quoted(file) + " is no workbook");
+    }
+    if (kind == FormatKind::DelimitedText || kind == FormatKind::PackedText) {
         return;
     }
-    for (const char* option : {"--separator", "--decimal", "--missing", "--no-header"}) {
-        if (command.count(option) > 0) {
-            WriteMessage(std::string(option) + " has no effect: " + Quoted(file) + " isn't delimited text.");
-        }
+    const std::string noText = Quoted(file) + " isn't delimited text";
+    TellWithoutEffect(command, {"--separator", "--decimal"}, noText);
+    if (kind != FormatKind::Workbook && kind != FormatKind::Database) {
+        TellWithoutEffect(command, {"--missing"}, noText);
+    }
+    if (kind != FormatKind::Workbook) {
+        TellWithoutEffect(command, {"--no-header"}, noText);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileFormats.h"
+#include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
 namespace {
@@ -20,7 +21,9 @@ constexpr const char* HowItIsWritten =
     "\n"
     "Examples:\n"
     "  quillara convert survey.sav survey.csv\n"
-    "  quillara convert survey.csv survey.dta";
+    "  quillara convert survey.csv survey.dta\n"
+    "  zcat orders.csv.gz | quillara convert - orders.qtable\n"
+    "  quillara convert 'sqlite:shop.db?query=SELECT * FROM orders WHERE paid' orders.csv";
 
 std::string ConvertNotes() {
     std::string kept;
@@ -55,10 +58,12 @@ void AddConvertCommand(CLI::App& program) {
     command->footer(ConvertNotes());
     AddDataFile(*command, "IN", options->Input);
     const auto take = [options](const std::string& value) {
-        CheckCanBeWritten(value);
-        options->Output = value;
+        options->Output = value == "-" ? StandardOutputPath : value;
+        CheckCanBeWritten(options->Output);
     };
-    AddValue(*command, "OUT", take, "file to write: " + WrittenFormats())->type_name("")->required();
+    AddValue(*command, "OUT", take, "file to write: " + WrittenFormats() + "; - for csv to standard output")
+        ->type_name("")
+        ->required();
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
         TellReadingOptionsWithoutEffect(*command, options->Input);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
+#include <vector>
 
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
@@ -28,13 +29,21 @@ ProgressTaker SharesFor(ProgressBar& bar, std::string_view text) {
     return [&bar](double share) { bar.Advance(static_cast<std::int32_t>(share * ProgressUnits)); };
 }
 
-}  // namespace
-
-DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
+DataTable ReadWithBar(const std::string& path, ReadOptions options) {
     ProgressBar progress;
     options.Progress = SharesFor(progress, "Reading data ");
     options.Received = [&progress](std::size_t bytes) { progress.AdvanceTo(std::to_string(bytes >> 20U) + " MiB"); };
     return ReadDataFile(path, options);
+}
+
+}  // namespace
+
+DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
+    std::vector<std::string> noticed;
+    options.Noticed = [&noticed](const std::string& line) { noticed.push_back(line); };
+    DataTable table = ReadWithBar(path, options);
+    std::ranges::for_each(noticed, WriteMessage);
+    return table;
 }
 
 void SaveDataFile(const DataTable& table, const std::string& path) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -20,10 +21,13 @@
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/FileSignature.h"
 #include "workbench/formats/ReadBack.h"
+#include "workbench/formats/SourceName.h"
+#include "workbench/formats/SqliteReader.h"
 #include "workbench/formats/StatisticalFile.h"
 #include "workbench/formats/StatisticalLayout.h"
 #include "workbench/formats/StatisticalRules.h"
 #include "workbench/formats/StatisticalWriter.h"
+#include "workbench/formats/WorkbookReader.h"
 
 namespace quillara {
 namespace {
@@ -48,6 +52,17 @@ FileContent LookInto(const std::string& path, std::string_view extension) {
                     std::string(content.Advice) + ".");
 }
 
+/// Whether one reader takes both formats and looks by itself which it is.
+bool AreTwins(std::string_view extension, std::string_view other) {
+    const FileFormat* format = FindFileFormat(extension);
+    const FileFormat* otherFormat = FindFileFormat(other);
+    if (format == nullptr || otherFormat == nullptr || format->Kind != otherFormat->Kind) {
+        return false;
+    }
+    return format->Kind == FormatKind::Statistical ? extension.ends_with("sav") && other.ends_with("sav")
+                                                   : format->Kind != FormatKind::DelimitedText;
+}
+
 /// The extension of the format in which a file is to be read.
 std::string FormatOf(const std::string& path) {
     std::string extension = ExtensionOf(path);
@@ -56,17 +71,24 @@ std::string FormatOf(const std::string& path) {
         RefuseForeign(path, content);
     }
     const bool isNamed = FindFileFormat(extension) != nullptr;
+    if (content.Extension.empty() && isNamed && FindFileFormat(extension)->Kind == FormatKind::PackedText &&
+        !IsDeviceOrPipe(path)) {
+        throw DataError("\"" + path + "\" can't be read; it is damaged or cut short.");
+    }
     if (!isNamed && !content.Extension.empty()) {
         return std::string(content.Extension);
     }
-    // sav and zsav are one format to their reader.
-    const bool areTwins = extension.ends_with("sav") && content.Extension.ends_with("sav");
-    if (!content.Extension.empty() && content.Extension != extension && !areTwins) {
+    if (!content.Extension.empty() && content.Extension != extension && !AreTwins(content.Extension, extension)) {
         const std::string renamed = std::filesystem::path(path).replace_extension(content.Extension).filename();
         throw DataError("\"" + path + "\" isn't what its name says: it holds a " + std::string(content.Extension) +
                         " file; rename it to \"" + renamed + "\".");
     }
     return extension;
+}
+
+/// The extension of the format in which a path is written.
+std::string WrittenExtension(const std::string& path) {
+    return path == StandardOutputPath ? "csv" : ExtensionOf(path);
 }
 
 /// The rules of the statistical format that is written under an extension; null for any other.
@@ -183,6 +205,9 @@ std::vector<std::string> WriteDelimited(const DataTable& table, const std::strin
 }  // namespace
 
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
+    if (const std::optional<DatabaseSource> source = DatabaseSourceOf(path)) {
+        return ReadSqlite(*source, options);
+    }
     const std::string format = FormatOf(path);
     const FileFormat* found = FindFileFormat(format);
     switch (found == nullptr ? FormatKind::DelimitedText : found->Kind) {
@@ -190,14 +215,19 @@ DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
             return ReadStatisticalFile(path, format, options);
         case FormatKind::Columns:
             return ReadColumnFile(path, options);
+        case FormatKind::Workbook:
+            return ReadWorkbook(path, options);
+        case FormatKind::Database:
+            return ReadSqlite({.Place = path, .Name = NameOfFile(path)}, options);
         case FormatKind::DelimitedText:
+        case FormatKind::PackedText:
             break;
     }
     return ReadDelimitedTable(path, options);
 }
 
 void CheckCanBeWritten(const std::string& path) {
-    const FileFormat* format = FindFileFormat(ExtensionOf(path));
+    const FileFormat* format = FindFileFormat(WrittenExtension(path));
     if (format == nullptr || !format->IsWritten) {
         throw DataError("\"" + path + "\" can't be written: data files can be written as " + WrittenFormats() +
                         "; give it one of these extensions.");
@@ -210,11 +240,11 @@ std::vector<std::string> WriteDataFile(const DataTable& table, const std::string
     if (table.Variables.empty()) {
         throw DataError("\"" + path + "\" can't be written: the table has no variables.");
     }
-    if (const StatisticalRules* rules = FindRules(ExtensionOf(path))) {
+    if (const StatisticalRules* rules = FindRules(WrittenExtension(path))) {
         WriteStatistical(table, path, *rules, cancelled, progress);
         return {};
     }
-    if (FindFileFormat(ExtensionOf(path))->Kind == FormatKind::Columns) {
+    if (FindFileFormat(WrittenExtension(path))->Kind == FormatKind::Columns) {
         WriteColumns(table, path, cancelled, progress);
         return {};
     }

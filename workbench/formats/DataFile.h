@@ -10,14 +10,15 @@
 
 namespace quillara {
 
-/// Reads a data file. Its extension, in any case of letters, says how (see FileFormats). With any other the first bytes
-/// say whether it is a statistical file; else it is delimited text. Throws DataError when the file can't be opened, is
-/// damaged or cut short, or is plainly not what its name says; UsageError when options.Encoding isn't known or
-/// options.Separator can't separate; Interrupted when options.Cancelled says so.
+/// Reads a data file, or of a database what a name as DatabaseSourceOf has it says. Its extension, in any case of
+/// letters, says how (see FileFormats). With any other the first bytes say whether it is a statistical file; else it is
+/// delimited text. Throws DataError when the file can't be opened, is damaged or cut short, or is plainly not what its
+/// name says; UsageError when options.Encoding isn't known or options.Separator can't separate; Interrupted when
+/// options.Cancelled says so.
 [[nodiscard]] DataTable ReadDataFile(const std::string& path, const ReadOptions& options = {});
 
 /// Throws DataError, which lists what can be written, unless the extension of a path, in any case of letters, is
-/// that of a format that is written.
+/// that of a format that is written, or it is the standard output, to which csv goes.
 void CheckCanBeWritten(const std::string& path);
 
 /// Writes a table to a data file in the format that its extension says (see CheckCanBeWritten).

@@ -16,6 +16,7 @@
 #include "workbench/formats/ColumnAssembly.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/PackedText.h"
 #include "workbench/formats/RecordReader.h"
 #include "workbench/formats/TableGathering.h"
 #include "workbench/formats/TextFaults.h"
@@ -187,6 +188,11 @@ bool CanBeReadInParts(const std::string& path, const ReadOptions& options) {
            std::filesystem::file_size(path, error) > 0;
 }
 
+bool IsPackedFile(const std::string& path, WorkMonitor& monitor) {
+    constexpr std::size_t longestMark = 4;
+    return IsPacked(ReadBytes(path, monitor, longestMark));
+}
+
 DataTable ReadInParts(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
     const TextSource source = TextSource::OfFile(path);
     monitor.RequireMemory(0);
@@ -226,7 +232,7 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.TellCountsTo(options.Received);
-    if (CanBeReadInParts(path, options)) {
+    if (CanBeReadInParts(path, options) && !IsPackedFile(path, monitor)) {
         try {
             return ReadInParts(path, options, monitor);
         } catch (const FileChanged&) {
@@ -241,6 +247,15 @@ DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
     const std::string nowhere;
     const TextSource source(DecodedText(nowhere, std::move(bytes), options.Encoding, monitor));
     return TableReading(source, 0, nowhere, options, monitor).Read(ShareOfText);
+}
+
+DataTable TableOfRows(std::string text, const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    ReadOptions reading = options;
+    reading.Separator = ',';
+    reading.Decimal = '.';
+    reading.Encoding.clear();
+    const TextSource source(std::move(text));
+    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText);
 }
 
 }  // namespace quillara

@@ -7,7 +7,7 @@
 namespace quillara {
 
 /// What reads and writes a format.
-enum class FormatKind { DelimitedText, Statistical, Columns };
+enum class FormatKind { DelimitedText, PackedText, Statistical, Columns, Workbook, Database };
 
 /// A format of data files, by the extension of its files in small letters.
 struct FileFormat {
@@ -32,6 +32,14 @@ inline constexpr auto FileFormats = std::to_array<FileFormat>({
     {"sas7bdat", FormatKind::Statistical,   false, "statistical data",        ""},
     {"xpt",      FormatKind::Statistical,   false, "the same, for transport", ""},
     {"qtable",   FormatKind::Columns,       true,  "columns of this program", "everything, and is opened at once, whatever its size"},
+    {"gz",       FormatKind::PackedText,    false, "delimited text, packed by gzip: csv.gz, tsv.gz", ""},
+    {"zst",      FormatKind::PackedText,    false, "delimited text, packed by zstd: csv.zst",        ""},
+    {"xlsx",     FormatKind::Workbook,      false, "a sheet of a workbook",   ""},
+    {"xlsm",     FormatKind::Workbook,      false, "the same, with macros",   ""},
+    {"ods",      FormatKind::Workbook,      false, "a sheet of an OpenDocument spreadsheet", ""},
+    {"sqlite",   FormatKind::Database,      false, "a table of an SQLite database",          ""},
+    {"sqlite3",  FormatKind::Database,      false, "the same",                ""},
+    {"db",       FormatKind::Database,      false, "the same",                ""},
 });
 // clang-format on
 

@@ -93,7 +93,9 @@ void WriteProduced(int descriptor, const std::string& path, const Producer& prod
 }
 
 void WriteToDevice(const std::string& path, const Producer& produce, const WorkMonitor& monitor) {
-    const OpenFile file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    // Opened anew, the standard output would begin at its beginning where it is a file.
+    const OpenFile file(path == StandardOutputPath ? fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
+                                                   : open(path.c_str(), O_WRONLY | O_CLOEXEC));
     if (!file.IsOpen()) {
         ThrowUnwritable(path, errno);
     }
@@ -166,7 +168,8 @@ std::filesystem::path PlaceOf(const std::string& path) {
 
 bool IsDeviceOrPipe(const std::string& path) {
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+    return path == StandardOutputPath ||
+           (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode));
 }
 
 bool NameOneFile(const std::string& path, const std::string& other) {

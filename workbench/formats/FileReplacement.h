@@ -23,7 +23,10 @@ void ReplaceFile(const std::string& path, const std::function<void(const ByteSin
 void ReplaceFile(const std::string& path, std::string_view content, const std::function<bool()>& cancelled = {},
                  const std::function<void(const std::string& temporary)>& check = {});
 
-/// Whether what is written to a path goes to a device or pipe.
+/// The path of the standard output, which is written as it stands whatever it is.
+inline constexpr const char* StandardOutputPath = "/dev/stdout";
+
+/// Whether what is written to a path goes to a device or pipe, or to the standard output.
 [[nodiscard]] bool IsDeviceOrPipe(const std::string& path);
 
 /// Whether two paths name one file, links followed, also those to files that aren't there yet.

@@ -9,6 +9,7 @@ namespace quillara {
 namespace {
 
 constexpr std::string_view SaveAsCsv = "save it as csv";
+constexpr std::string_view SaveAsXlsx = "save it as xlsx or csv";
 constexpr std::string_view Unpack = "unpack it first";
 
 /// Bytes that files of one kind begin with, and others that tell it from kinds that begin alike.
@@ -29,18 +30,20 @@ constexpr auto Signatures = std::to_array<Signature>({
     {"<stata_dta>",             "",                         {"dta"}},
     {"HEADER RECORD*******LIB", "",                         {"xpt"}},
     {std::string_view("\0\0\0\0\0\0\0\0\0\0\0\0\xc2\xea\x81\x60", 16), "", {"sas7bdat"}},
-    {Zip,                       "[Content_Types].xml",      {"xlsx", "an Excel workbook", SaveAsCsv}},
-    {Zip,                       "[Content_Types].xml",      {"xlsm", "an Excel workbook", SaveAsCsv}},
-    {Zip,                       "opendocument.spreadsheet", {"ods", "an OpenDocument spreadsheet", SaveAsCsv}},
+    {Zip,                       "opendocument.spreadsheet", {"ods"}},
+    {Zip,                       "xl/",                      {"xlsx"}},
+    {Zip,                       "[Content_Types].xml",      {"xlsx"}},
+    {Zip,                       "xl/vbaProject.bin",        {"xlsm"}},
     {Zip,                       "",                         {"zip", "a zip archive", Unpack}},
-    {"\xD0\xCF\x11\xE0",        "",                         {"xls", "an Excel workbook", SaveAsCsv}},
-    {"\x1F\x8B",                "",                         {"gz", "a gzip archive", Unpack}},
+    {"\xD0\xCF\x11\xE0",        "",                         {"xls", "an old Excel workbook", SaveAsXlsx}},
+    {"\x1F\x8B",                "",                         {"gz"}},
+    {"\x28\xB5\x2F\xFD",        "",                         {"zst"}},
     {"BZh",                     "1AY&SY",                   {"bz2", "a bzip2 archive", Unpack}},
     {"\xFD" "7zXZ",             "",                         {"xz", "an xz archive", Unpack}},
     {"7z\xBC\xAF",              "",                         {"7z", "a 7z archive", Unpack}},
     {"PAR1",                    "",                         {"parquet", "a Parquet file", SaveAsCsv}},
     {"ARROW1",                  "",                         {"feather", "an Arrow file", SaveAsCsv}},
-    {"SQLite format 3",         "",                         {"sqlite", "an SQLite database", SaveAsCsv}},
+    {"SQLite format 3",         "",                         {"sqlite"}},
     {"%PDF-",                   "",                         {"pdf", "a PDF document", SaveAsCsv}},
     {"{",                       OnlyByName,                 {"json", "a JSON file", SaveAsCsv}},
     {"[",                       OnlyByName,                 {"json", "a JSON file", SaveAsCsv}},

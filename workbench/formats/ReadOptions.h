@@ -15,6 +15,7 @@ struct ReadOptions {
     std::string Encoding{};  ///< empty: what the file says; delimited text: UTF-8, else Windows-1252
     bool HasHeader = true;
     std::optional<std::vector<std::string>> MissingTexts{};  ///< in place of NA, N/A, NaN, ...
+    std::string Sheet{};  ///< of a workbook, by its name or its number from 1; empty: the first that isn't hidden
     std::optional<std::size_t> MaxMemory{};  ///< bytes for the whole program; nothing: see MemoryLimit
     std::size_t Threads = 0;  ///< that read delimited text side by side; 0: as many as the processor runs at once
     std::size_t BytesOfPart = 0;  ///< of delimited text, read at a time by one of them; 0: what suits the file
@@ -22,6 +23,7 @@ struct ReadOptions {
 
     std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
     std::function<void(std::size_t bytes)> Received{};  ///< told the same of a pipe, whose length nobody knows
+    std::function<void(const std::string& line)> Noticed{};  ///< told what the user may want to know of the choice made
     std::function<bool()> Cancelled{};  ///< asked now and then; true ends the reading with Interrupted
 };
 

@@ -7,6 +7,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/PackedText.h"
 
 namespace quillara {
 namespace {
@@ -35,12 +36,13 @@ std::string BytesOfText(const std::string& path, const std::string& encoding, Wo
     std::error_code unknownSize;
     const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
     monitor.Enter(0, ShareOfBytes, unknownSize ? 0 : size);
-    return ReadBytes(path, monitor, [&](std::string_view beginning) {
+    std::string bytes = ReadBytes(path, monitor, [&](std::string_view beginning) {
         // Other encodings may have null bytes within characters.
-        if (encoding.empty()) {
+        if (encoding.empty() && !IsPacked(beginning)) {
             CheckIsText(path, beginning);
         }
     });
+    return IsPacked(bytes) ? UnpackedText(path, bytes, encoding, monitor) : bytes;
 }
 
 std::string DecodedText(const std::string& path, std::string bytes, const std::string& encoding, WorkMonitor& monitor) {

@@ -16,7 +16,8 @@ void CheckIsText(const std::string& path, std::string_view beginning);
 /// The error of a text with a null byte and this beginning.
 [[noreturn]] void RefuseNull(const std::string& path, std::string_view beginning);
 
-/// The bytes of a file of delimited text. Throws DataError, naming the file, when it can't be read or is no text.
+/// The bytes of a file of delimited text, unpacked where gzip or zstd packed them. Throws DataError, naming the file,
+/// when it can't be read or is no text.
 [[nodiscard]] std::string BytesOfText(const std::string& path, const std::string& encoding, WorkMonitor& monitor);
 
 /// The text of a file's bytes in UTF-8, as DecodeText says. Throws as above, and UsageError for an unknown encoding.

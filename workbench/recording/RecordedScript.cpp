@@ -34,6 +34,9 @@ std::string ReadingArguments(const ScriptOpening& opening) {
     if (reading.MissingTexts) {
         add("missing", MissingTexts(*reading.MissingTexts));
     }
+    if (!reading.Sheet.empty()) {
+        add("sheet", PythonText(reading.Sheet));
+    }
     if (opening.DictionaryFile) {
         add("dictionary", PythonText(*opening.DictionaryFile));
     }

@@ -59,9 +59,12 @@ TEST(DataFile, ContentMustBeWhatTheNameSays) {
         {folder.Put("a.csv", "$FL2@(#) ..."),
          " isn't what its name says: it holds a sav file; rename it to \"a.sav\"."},
         {folder.Put("b.sav", "PK\x03\x04 ..."), " is a zip archive, which can't be read; unpack it first."},
-        {folder.Put("z.xlsx", "PK\x03\x04 ..."), " is an Excel workbook, which can't be read; save it as csv."},
+        {folder.Put("z.xlsx", "PK\x03\x04 ..."), " can't be read; it is damaged or cut short."},
         {folder.Put("z", "PK\x03\x04 mimetypeapplication/vnd.oasis.opendocument.spreadsheet"),
-         " is an OpenDocument spreadsheet, which can't be read; save it as csv."},
+         " can't be read; it is damaged or cut short."},
+        {folder.Put("z.csv.gz", "a,b\n1,2\n"), " can't be read; it is damaged or cut short."},
+        {folder.Put("z.db", "a,b\n1,2\n"), " is no SQLite database."},
+        {folder.Put("z.csv", "\x1F\x8B\x08"), " isn't what its name says: it holds a gz file; rename it to \"z.gz\"."},
         {folder.Put("z.json", "[1, 2]"), " is a JSON file, which can't be read; save it as csv."},
         {folder.Path("none.csv"), " can't be read: No such file or directory."},
         {folder.Path(""), " can't be read: Is a directory."},
@@ -167,7 +170,9 @@ TEST(DataFile, OfAPipeTheBytesAreTold) {
 TEST(FileFormats, TheReadmeHasTheirTable) {
     EXPECT_NE(ContentOf(testing_locations::Sample("../README.md")).find(FormatTable()), std::string::npos)
         << FormatTable();
-    EXPECT_EQ(ReadFormats(), "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable");
+    EXPECT_EQ(ReadFormats(),
+              "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable, gz, zst, "
+              "xlsx, xlsm, ods, sqlite, sqlite3, db");
     EXPECT_EQ(WrittenFormats(), "csv, sav, zsav, dta or qtable");
 }
 

@@ -1,0 +1,218 @@
+"""Tables in workbooks, databases and packed text: the same as from csv, bit by bit; damaged ones are one line."""
+
+import csv
+import datetime
+import gzip
+import io
+import json
+import random
+import sqlite3
+import subprocess
+import zipfile
+from xml.sax.saxutils import escape, quoteattr
+
+import openpyxl
+import pytest
+
+from conftest import PROGRAM
+
+DAY = datetime.date
+ROWS = [
+    ["name", "x", "count", "day", "text"],
+    ["Anna, B", 2 / 3, 1, DAY(2024, 2, 29), "two\nlines"],
+    ["é \"q\"", 1e300, None, DAY(1900, 3, 1), None],
+    [None, None, None, None, None],
+    ["NA", -5e-324, 12345678901, DAY(9999, 12, 31), "a;b|c\td"],
+    ["Zoë", 1 / 3, 0, DAY(1970, 1, 1), " <&> "],
+]
+
+
+def run(*arguments, stdin=None):
+    return subprocess.run([PROGRAM, *map(str, arguments)], input=stdin, capture_output=True, timeout=60)
+
+
+def table_of(source, folder, stdin=None):
+    """All that a source gives: kinds and labels, and values to the last bit."""
+    out = folder / "out.qtable"
+    done = run("convert", source, out, stdin=stdin)
+    assert (done.returncode, done.stderr.decode()) == (0, "")
+    variables = json.loads(run("info", out, "--format", "json").stdout)
+    return variables["variables"], run("convert", out, "-").stdout
+
+
+def as_csv():
+    text = io.StringIO()
+    csv.writer(text, lineterminator="\n").writerows(["" if cell is None else cell for cell in row] for row in ROWS)
+    return text.getvalue().encode()
+
+
+def as_xlsx(path, begins_1904=False, sheet="Data"):
+    book = openpyxl.Workbook()
+    if begins_1904:
+        book.epoch = openpyxl.utils.datetime.CALENDAR_MAC_1904
+    book.active.title = sheet
+    for row in ROWS:
+        book.active.append(row)
+    book.active["A20"].fill = openpyxl.styles.PatternFill("solid", "ff0000")
+    book.active.column_dimensions["H"].width = 40
+    book.save(path)
+
+
+def ods_cell(value):
+    if value is None:
+        return "<table:table-cell/>"
+    if isinstance(value, DAY):
+        return f'<table:table-cell office:value-type="date" office:date-value="{value}"/>'
+    if isinstance(value, str):
+        lines = "".join(f"<text:p>{escape(line)}</text:p>" for line in value.split("\n")).replace("\t", "<text:tab/>")
+        note = "<office:annotation><text:p>a note</text:p></office:annotation>"
+        return f'<table:table-cell office:value-type="string">{note}{lines}</table:table-cell>'
+    return f'<table:table-cell office:value-type="float" office:value="{value!r}"><text:p>0.3</text:p></table:table-cell>'
+
+
+def as_ods(path, rows=None):
+    names = ("office", "table", "text")
+    spaces = " ".join(f'xmlns:{name}="urn:oasis:names:tc:opendocument:xmlns:{name}:1.0"' for name in names)
+    empty = '<table:table-row table:number-rows-repeated="1048570"><table:table-cell table:number-columns-repeated="16384"/></table:table-row>'
+    body = rows or "".join(f"<table:table-row>{''.join(map(ods_cell, row))}</table:table-row>" for row in ROWS)
+    content = (f'<office:document-content {spaces}><office:body><office:spreadsheet><table:table table:name="One">{body}{empty}'
+               "</table:table></office:spreadsheet></office:body></office:document-content>")
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as archive:
+        archive.writestr("mimetype", "application/vnd.oasis.opendocument.spreadsheet", zipfile.ZIP_STORED)
+        archive.writestr("content.xml", content)
+
+
+def as_sqlite(path):
+    with sqlite3.connect(path) as base:
+        base.execute("create table people (name text, x real, count integer, day text, text text)")
+        base.executemany("insert into people values (?, ?, ?, ?, ?)",
+                         [[str(cell) if isinstance(cell, DAY) else cell for cell in row] for row in ROWS[1:]])
+    base.close()
+
+
+def zstd(content):
+    return subprocess.run(["zstd", "-q", "-c"], input=content, capture_output=True, check=True).stdout
+
+
+@pytest.fixture
+def sources(tmp_path):
+    """A file of each kind."""
+    text = as_csv()
+    (tmp_path / "t.csv").write_bytes(text)
+    (tmp_path / "t.csv.gz").write_bytes(gzip.compress(text[:40]) + gzip.compress(text[40:]))
+    (tmp_path / "t.tsv.zst").write_bytes(zstd(text[:40]) + zstd(text[40:]))
+    as_xlsx(tmp_path / "t.xlsx")
+    as_xlsx(tmp_path / "mac.xlsx", begins_1904=True)
+    as_ods(tmp_path / "t.ods")
+    as_sqlite(tmp_path / "t.db")
+    return tmp_path
+
+
+def test_every_source_gives_the_same_table(sources):
+    wanted = table_of(sources / "t.csv", sources)
+    database = f"sqlite:{sources / 't.db'}"
+    for source in ("t.csv.gz", "t.tsv.zst", "t.xlsx", "mac.xlsx", "t.ods", "t.db"):
+        assert table_of(sources / source, sources) == wanted, source
+        (sources / "nameless").write_bytes((sources / source).read_bytes())
+        assert table_of(sources / "nameless", sources) == wanted, source
+    for source in (f"{database}?table=people", f"{database}?query=SELECT * FROM people;"):
+        assert table_of(source, sources) == wanted, source
+    for piped in ("t.csv", "t.csv.gz", "t.tsv.zst"):
+        assert table_of("-", sources, stdin=(sources / piped).read_bytes()) == wanted, piped
+    written = run("convert", sources / "t.xlsx", "-").stdout
+    assert table_of("-", sources, stdin=written) == wanted
+
+
+def test_sheets_are_chosen_and_cells_have_their_kinds(tmp_path):
+    path = tmp_path / "sheets.xlsx"
+    book = openpyxl.Workbook()
+    book.active.title = "First, hidden"
+    book.active.sheet_state = "hidden"
+    sheet = book.create_sheet("Cells")
+    moment = datetime.datetime(2024, 1, 5, 12, 30, 1)
+    for row in ([], ["ok", "at", "clock", "error", "merged", None, "sum", "percent"],
+                [True, moment, datetime.time(7, 5), "#N/A", "m", None, 3, 0.25],
+                [False, moment.replace(hour=0, minute=0, second=0), datetime.time(23), 1.5, "n", None, None, None]):
+        sheet.append(row)
+    sheet.merge_cells("E3:F3")
+    sheet["H3"].number_format = '0%'
+    sheet["G3"].number_format = '#,##0.00 "days";[Red]-0'
+    book.create_sheet("2").append(["only"])
+    book.save(path)
+    done = run("convert", path, "-")
+    assert done.stdout.decode() == ("ok,at,clock,error,merged,Var6,sum,percent\n"
+                                    "TRUE,2024-01-05T12:30:01,07:05:00,,m,,3,0.25\nFALSE,2024-01-05,23:00:00,1.5,n,,,\n")
+    assert done.stderr.decode() == ('"sheets.xlsx" has 3 sheets; "Cells" is read, --sheet takes another of "First, hidden", '
+                                    '"Cells", "2".\n')
+    for sheet in ("2", "3"):
+        assert run("convert", path, "-", "--sheet", sheet).stdout == b"only\n"
+    assert run("convert", path, "-", "--sheet", "Cells", "--no-header").stdout.startswith(b"Var1,")
+    for sheet, text in (("4", 'has no sheet "4"; it has'), ("First, hidden", 'is empty.')):
+        done = run("info", path, "--sheet", sheet)
+        assert done.returncode == 1 and text in done.stderr.decode()
+    repeated = (f'<table:table-row table:number-rows-repeated="2">{ods_cell("a")}'
+                '<table:table-cell table:number-columns-repeated="2" office:value-type="boolean" office:boolean-value="true"/>'
+                "</table:table-row>")
+    as_ods(tmp_path / "r.ods", repeated)
+    assert run("convert", tmp_path / "r.ods", "-").stdout == b"a,TRUE,TRUE_2\na,TRUE,TRUE\n"
+
+
+def test_databases_are_read_only_and_say_what_they_hold(tmp_path):
+    path = tmp_path / "two.db"
+    with sqlite3.connect(path) as base:
+        base.executescript('create table b ("odd ""name" integer); insert into b values (7); create view a as select 1 as one;'
+                           "create table c (bytes blob); insert into c values (x'00ff')")
+    base.close()
+    before = path.read_bytes()
+    assert run("convert", f"sqlite:{path}?table=b", "-").stdout == b'"odd ""name"\n7\n'
+    for source, status, text in (
+            (path, 1, f'"{path}" holds the tables "a", "b", "c"; choose one as "sqlite:{path}?table=a".'),
+            (f"sqlite:{path}?query=DELETE FROM b", 1, "is only read: the query must be one SELECT."),
+            (f"sqlite:{path}?query=SELECT 1; DELETE FROM b", 1, "is only read: the query must be one SELECT."),
+            (f"sqlite:{path}?query=SELECT absent", 1, "no such column: absent."),
+            (f"sqlite:{path}?table=none", 1, "no such table: none."),
+            (f"sqlite:{path}?table=c", 1, 'the column "bytes" holds bytes; name the others in a query.'),
+            (f"sqlite:{path}?tables=b", 2, 'table=NAME or query=SQL, not "tables=b".'),
+            (f"sqlite:{tmp_path / 'no.db'}", 1, "No such file or directory."),
+            ("sqlite:", 2, "names no database.")):
+        done = run("info", source)
+        assert done.returncode == status and done.stderr.decode().splitlines()[0].endswith(text), done.stderr
+        assert done.stderr.count(b"\n") == status  # wrong usage names --help in a second one
+    assert path.read_bytes() == before and not (tmp_path / "no.db").exists()
+
+
+def test_damaged_sources_are_one_line(sources):
+    """Cut at any place, and filled with bytes of chance: an error in one line, or, of a database, which has no checksums, a table."""
+    chance = random.Random(11)
+    for name in ("t.csv.gz", "t.tsv.zst", "t.xlsx", "t.ods", "t.db"):
+        sound = (sources / name).read_bytes()
+        places = sorted(chance.sample(range(len(sound)), 15))
+        damaged = [sound[:place] for place in places] + [bytes(chance.randbytes(len(sound)))]
+        for place in places:
+            damaged.append(sound[:place] + chance.randbytes(8) + sound[place + 8:])
+        for number, content in enumerate(damaged):
+            (sources / name).write_bytes(content)
+            done = run("info", sources / name)
+            where = (name, number, done.stderr)
+            assert done.returncode in (0, 1), where
+            assert done.stderr.count(b"\n") == done.returncode, where
+            if number < len(places) and name != "t.db":
+                assert done.returncode == 1, where
+
+
+def test_bombs_end_at_the_memory_limit(tmp_path):
+    (tmp_path / "b.csv.gz").write_bytes(gzip.compress(b"a,b\n" + b"1,2\n" * 60_000_000, 9))
+    lines = [f'<row r="{row}"><c r="XFD{row}"><v>1</v></c></row>' for row in range(1, 40_001)]
+    kind = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
+    with zipfile.ZipFile(tmp_path / "b.xlsx", "w", zipfile.ZIP_DEFLATED) as archive:
+        archive.writestr("xl/workbook.xml", f'<workbook xmlns:r="{kind}"><sheets><sheet name="s" r:id="a"/></sheets></workbook>')
+        archive.writestr("xl/_rels/workbook.xml.rels", f'<R><Relationship Id="a" Type={quoteattr(kind + "/worksheet")} Target="s.xml"/></R>')
+        archive.writestr("xl/s.xml", f"<worksheet><sheetData>{''.join(lines)}</sheetData></worksheet>")
+    as_ods(tmp_path / "b.ods", '<table:table-row table:number-rows-repeated="1000000"><table:table-cell '
+                               'table:number-columns-repeated="1000" office:value-type="float" office:value="1"/></table:table-row>')
+    entities = "".join(f'<!ENTITY e{i} "{f"&e{i - 1};" * 10}">' for i in range(1, 10))
+    with zipfile.ZipFile(tmp_path / "e.xlsx", "w") as archive:
+        archive.writestr("xl/workbook.xml", f'<!DOCTYPE w [<!ENTITY e0 "lol">{entities}]><w>&e9;</w>')
+    for name, text in (("b.csv.gz", "--max-memory"), ("b.xlsx", "--max-memory"), ("b.ods", "--max-memory"), ("e.xlsx", "damaged")):
+        done = run("info", tmp_path / name, "--max-memory", "150M")
+        assert done.returncode == 1 and text in done.stderr.decode() and done.stderr.count(b"\n") == 1, (name, done.stderr)

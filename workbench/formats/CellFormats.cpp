@@ -1,0 +1,101 @@
+#include "workbench/formats/CellFormats.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "workbench/data/Calendar.h"
+#include "workbench/data/LetterCase.h"
+
+namespace quillara {
+namespace {
+
+constexpr double SecondsPerDay = 86400;
+constexpr double DaysTo1970 = 25569;
+constexpr double DaysFrom1904To1970 = 24107;
+
+/// A code without what is shown as it stands, blanks of a character's width and what brackets hold, but for [h].
+std::string LettersOf(std::string_view code) {
+    std::string letters;
+    for (std::size_t at = 0; at < code.size(); ++at) {
+        const char character = code[at];
+        if (character == '\\' || character == '_' || character == '*') {
+            ++at;
+        } else if (character == '"') {
+            at = std::min(code.find('"', at + 1), code.size());
+        } else if (character == '[') {
+            const std::size_t end = std::min(code.find(']', at), code.size());
+            const std::string inside = InSmallLetters(std::string(code.substr(at + 1, end - at - 1)));
+            letters += !inside.empty() && inside.find_first_not_of("hms") == std::string::npos ? inside : "";
+            at = end;
+        } else {
+            letters += character;
+        }
+    }
+    return InSmallLetters(letters);
+}
+
+struct BuiltInFormats {
+    int First;
+    int Last;
+    CellContent Content;
+};
+
+// clang-format off
+constexpr auto BuiltIn = std::to_array<BuiltInFormats>({
+    {14, 17, CellContent::Date},
+    {18, 21, CellContent::TimeOfDay},
+    {22, 22, CellContent::Date},
+    {27, 31, CellContent::Date},  // of East Asian languages
+    {32, 35, CellContent::TimeOfDay},
+    {36, 36, CellContent::Date},
+    {45, 47, CellContent::TimeOfDay},
+    {50, 54, CellContent::Date},
+    {55, 56, CellContent::TimeOfDay},
+    {57, 58, CellContent::Date},
+});
+// clang-format on
+
+}  // namespace
+
+CellContent ContentByCode(std::string_view code) {
+    const std::string letters = LettersOf(code.substr(0, code.find(';')));
+    if (letters.starts_with("general") || letters.starts_with("standard")) {
+        return CellContent::Number;
+    }
+    if (letters.find_first_of("yd") != std::string::npos) {
+        return CellContent::Date;
+    }
+    if (letters.find_first_of("hs") != std::string::npos) {
+        return CellContent::TimeOfDay;
+    }
+    return letters.find('m') != std::string::npos ? CellContent::Date : CellContent::Number;
+}
+
+CellContent ContentByNumber(int format) {
+    const auto found = std::ranges::find_if(
+        BuiltIn, [&](const BuiltInFormats& formats) { return formats.First <= format && format <= formats.Last; });
+    return found == BuiltIn.end() ? CellContent::Number : found->Content;
+}
+
+std::string TextOfSerialDay(double serial, bool begins1904) {
+    constexpr double dayThatWasNot = 60;
+    const double offset = begins1904 ? DaysFrom1904To1970 : serial < dayThatWasNot ? DaysTo1970 - 1 : DaysTo1970;
+    double day = std::floor(serial);
+    double seconds = std::round((serial - day) * SecondsPerDay);
+    if (seconds == SecondsPerDay) {
+        ++day;
+        seconds = 0;
+    }
+    std::string text = TextFromDays(day - offset);
+    if (!text.empty() && seconds > 0) {
+        text += "T" + TextFromSeconds(seconds);
+    }
+    return text;
+}
+
+std::string TextOfSerialTime(double serial) {
+    return TextFromSeconds(std::round(serial * SecondsPerDay));
+}
+
+}  // namespace quillara

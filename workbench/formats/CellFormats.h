@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillara {
+
+/// What the number of a cell is by the way it is shown.
+enum class CellContent { Number, Date, TimeOfDay };
+
+/// By the code of a format of one's own: "yyyy-mm-dd", "0.00", "[h]:mm", ...
+[[nodiscard]] CellContent ContentByCode(std::string_view code);
+
+/// By the number of a format that is built in.
+[[nodiscard]] CellContent ContentByNumber(int format);
+
+/// Days since 1899-12-30, or since 1904-01-01, as YYYY-MM-DD, with a part of a day as YYYY-MM-DDTHH:MM:SS. Earlier days
+/// than 1900-03-01 count the day that wasn't, 1900-02-29. Empty for what is no day.
+[[nodiscard]] std::string TextOfSerialDay(double serial, bool begins1904);
+
+/// A part of a day, or some days, as HH:MM:SS.
+[[nodiscard]] std::string TextOfSerialTime(double serial);
+
+}  // namespace quillara
