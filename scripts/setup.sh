@@ -16,7 +16,7 @@ run=(
 fonts=(fonts-noto-core fonts-noto-cjk)  # for texts in the world's scripts
 python=(python3 libpython3-dev pybind11-dev)  # the package quillara
 test=(
-    libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-pytest python3-openpyxl zstd unixodbc libsqliteodbc
+    libgtest-dev libgmock-dev libbenchmark-dev python3-pandas python3-scipy python3-pytest python3-openpyxl zstd unixodbc libsqliteodbc
     mingw-w64-tools      # compiles the type library
 )
 lint=(clang-format clang-tidy)

@@ -1,0 +1,319 @@
+#include "workbench/statistics/StatisticTables.h"
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <numeric>
+#include <utility>
+
+#include "platform/OrderedBits.h"
+#include "workbench/numbers/ExactNumbers.h"
+#include "workbench/numbers/NumberFormat.h"
+
+namespace quillara {
+namespace {
+
+constexpr const char* QuantileDefinition = "Quartiles by linear interpolation (definition 7 of Hyndman and Fan)";
+constexpr double SmallestFit = 5.0;  // expected cases below which chi-square is a poor approximation
+constexpr int Digits = 4;
+
+double Percent(double part, double whole) {
+    return whole > 0.0 ? part / whole * 100.0 : Undefined;
+}
+
+std::string Written(double number) {
+    return NumberFormat({number}, Digits).TextOf(number);
+}
+
+struct DistributionColumn {
+    const char* Name;
+    double (*Of)(const Distribution& found);
+    bool IsWhole;
+    bool IsValue;  ///< of the variable, as its mean is one: a date, where its values are dates
+};
+
+// clang-format off
+constexpr std::array<DistributionColumn, 10> DistributionColumns{{
+    // Name             Of                                                                       IsWhole IsValue
+    {"Valid\nN",        [](const Distribution& f) { return static_cast<double>(f.Cases); },      true,  false},
+    {"Mean",            [](const Distribution& f) { return f.Mean; },                            false, true},
+    {"Std.Dev.",        [](const Distribution& f) { return f.StandardDeviation; },               false, false},
+    {"Minimum",         [](const Distribution& f) { return f.Minimum; },                         false, true},
+    {"Lower\nquartile", [](const Distribution& f) { return f.LowerQuartile; },                   false, true},
+    {"Median",          [](const Distribution& f) { return f.Median; },                          false, true},
+    {"Upper\nquartile", [](const Distribution& f) { return f.UpperQuartile; },                   false, true},
+    {"Maximum",         [](const Distribution& f) { return f.Maximum; },                         false, true},
+    {"Skewness",        [](const Distribution& f) { return f.Skewness; },                        false, false},
+    {"Missing",         [](const Distribution& f) { return static_cast<double>(f.Missing); },    true,  false},
+}};
+// clang-format on
+
+/// Weighted counts stand behind the numbers of cases where a weight is in force.
+std::vector<SpreadsheetColumn> CountColumns(const std::string& weight) {
+    std::vector<SpreadsheetColumn> columns{{"Count", true}};
+    if (!weight.empty()) {
+        columns.push_back({"Weighted\ncount", false});
+    }
+    return columns;
+}
+
+/// The counts of one side of a cross table's cells, and what they are percents of.
+struct CrossMeasure {
+    const char* Title;
+    const char* TotalName;  ///< of the column and the row of totals; empty: it has none
+    double (*Of)(const CrossTable& cross, std::size_t row, std::size_t column);
+    double (*OfRow)(const CrossTable& cross, std::size_t row);
+    double (*OfColumn)(const CrossTable& cross, std::size_t column);
+    double (*OfAll)(const CrossTable& cross);
+};
+
+// clang-format off
+constexpr std::array<CrossMeasure, 5> CrossMeasures{{
+    {"counts", "Total",
+     [](const CrossTable& c, std::size_t row, std::size_t column) { return c.CountAt(row, column); },
+     [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
+     [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
+     [](const CrossTable& c) { return c.Total; }},
+    {"row percents", "Total",
+     [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Rows.Totals[row]); },
+     [](const CrossTable& /*c*/, std::size_t /*row*/) { return 100.0; },
+     [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
+     [](const CrossTable& /*c*/) { return 100.0; }},
+    {"column percents", "Total",
+     [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Columns.Totals[column]); },
+     [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
+     [](const CrossTable& /*c*/, std::size_t /*column*/) { return 100.0; },
+     [](const CrossTable& /*c*/) { return 100.0; }},
+    {"total percents", "Total",
+     [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Total); },
+     [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
+     [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
+     [](const CrossTable& /*c*/) { return 100.0; }},
+    {"expected counts", "Total",
+     [](const CrossTable& c, std::size_t row, std::size_t column) { return c.ExpectedAt(row, column); },
+     [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
+     [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
+     [](const CrossTable& c) { return c.Total; }},
+}};
+// clang-format on
+
+/// Counts are whole unless they are sums of fractional weights.
+void MarkWholeColumns(SpreadsheetDocument& table) {
+    for (std::size_t column = 0; column < table.Columns.size(); ++column) {
+        bool isWhole = true;
+        for (const SpreadsheetRow& row : table.Rows) {
+            const auto* number = std::get_if<double>(&row.Cells[column]);
+            isWhole = isWhole && number != nullptr && IsExactWhole(*number);
+        }
+        table.Columns[column].Whole = isWhole;
+    }
+}
+
+SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& measure) {
+    const std::size_t columns = cross.Columns.Names.size();
+    SpreadsheetDocument table;
+    table.Corner = cross.Rows.Variable + " by " + cross.Columns.Variable;
+    for (const std::string& name : cross.Columns.Names) {
+        table.Columns.push_back({name, false});
+    }
+    table.Columns.push_back({measure.TotalName, false});
+    for (std::size_t row = 0; row < cross.Rows.Names.size(); ++row) {
+        SpreadsheetRow cells{cross.Rows.Names[row], {}};
+        for (std::size_t column = 0; column < columns; ++column) {
+            cells.Cells.push_back(CellOf(measure.Of(cross, row, column)));
+        }
+        cells.Cells.push_back(CellOf(measure.OfRow(cross, row)));
+        table.Rows.push_back(std::move(cells));
+    }
+    SpreadsheetRow totals{measure.TotalName, {}};
+    for (std::size_t column = 0; column < columns; ++column) {
+        totals.Cells.push_back(CellOf(measure.OfColumn(cross, column)));
+    }
+    totals.Cells.push_back(CellOf(measure.OfAll(cross)));
+    table.Rows.push_back(std::move(totals));
+    MarkWholeColumns(table);
+    return table;
+}
+
+std::string CasesText(const CrossTable& cross) {
+    std::string text = std::to_string(cross.Cases) + " cases";
+    if (cross.LeftOut > 0) {
+        text += "; " + std::to_string(cross.LeftOut) + " that lack a value or belong to no category are left out";
+    }
+    return text;
+}
+
+std::string ChiSquareText(const CrossTable& cross) {
+    if (!std::isfinite(cross.ChiSquare)) {
+        return "No chi-square: it takes two rows and two columns with cases";
+    }
+    std::string text = "Chi-square " + Written(cross.ChiSquare) + " with " + std::to_string(cross.Freedom) +
+                       " degrees of freedom, Cramer's V " + Written(cross.CramersV);
+    if (cross.SmallestExpected() < SmallestFit) {
+        text += "; the smallest expected count is " + Written(cross.SmallestExpected()) +
+                ", too few for chi-square to be relied on";
+    }
+    return text;
+}
+
+std::string ShareText(const SharePair& pair) {
+    const auto percent = [](double share) { return NumberFormat({share * 100.0}, 1).TextOf(share * 100.0); };
+    return pair.Name + " (" + percent(pair.InSubset) + "% against " + percent(pair.InRest) + "%)";
+}
+
+std::string ShareTexts(const std::vector<SharePair>& pairs) {
+    std::string text;
+    for (const SharePair& pair : pairs) {
+        text += (text.empty() ? "" : "; ") + ShareText(pair);
+    }
+    return text;
+}
+
+std::string RemarkOn(const VariableContrast& contrast) {
+    switch (contrast.Told) {
+        case Evidence::NoCases:
+            return contrast.CasesInSubset == 0 ? "no valid value in the subset" : "no valid value in the rest";
+        case Evidence::FewCases: {
+            const bool isSubset = contrast.CasesInSubset <= contrast.CasesInRest;
+            return "only " + std::to_string(isSubset ? contrast.CasesInSubset : contrast.CasesInRest) +
+                   " cases in the " + (isSubset ? "subset" : "rest") + ", too few to rely on";
+        }
+        case Evidence::WithinChance:
+            return "no more than chance gives";
+        case Evidence::Clear:
+            break;
+    }
+    return {};
+}
+
+}  // namespace
+
+SpreadsheetCell CellOf(double number) {
+    return std::isfinite(number) ? SpreadsheetCell(number) : SpreadsheetCell();
+}
+
+std::string WeightedBy(const std::string& weight) {
+    return weight.empty() ? std::string() : " weighted by " + weight;
+}
+
+SpreadsheetDocument DistributionTable(const StatisticsScope& scope, const std::vector<std::size_t>& variables) {
+    SpreadsheetDocument table;
+    table.Title = {"Distribution of continuous variables" + WeightedBy(scope.Weights.Variable), QuantileDefinition};
+    if (!scope.Weights.Variable.empty()) {
+        table.Title.emplace_back("A case counts as so many equal cases as its weight says; N and missing are cases");
+    }
+    table.Corner = "Variable";
+    for (std::size_t column = 0; column < DistributionColumns.size(); ++column) {
+        table.Columns.push_back({DistributionColumns[column].Name, DistributionColumns[column].IsWhole});
+        if (DistributionColumns[column].IsValue) {
+            table.About.ValueColumns.push_back(column);
+        }
+    }
+    for (const std::size_t index : variables) {
+        const Variable& variable = scope.Table.Variables[index];
+        const Distribution found = DistributionOf(variable, scope.Rows, scope.Weights);
+        SpreadsheetRow row{variable.Name, {}};
+        for (const DistributionColumn& column : DistributionColumns) {
+            row.Cells.push_back(CellOf(column.Of(found)));
+        }
+        table.Rows.push_back(std::move(row));
+        table.About.Variables.push_back(
+            {static_cast<int>(index) + 1, variable.Name, variable.LongName, variable.Kind, {}});
+    }
+    return table;
+}
+
+namespace {
+
+/// The weights of the groups of a variable, and behind them that of the cases without one; and their cases.
+struct GroupCounts {
+    std::vector<double> Weights;
+    std::vector<double> Cases;
+
+    void Add(std::size_t group, double weight) {
+        Weights[group] += weight;
+        Cases[group] += 1.0;
+    }
+};
+
+GroupCounts CountGroups(const StatisticsScope& scope, const ValueGroups& groups) {
+    const std::size_t last = groups.Names().size();
+    GroupCounts counts{std::vector<double>(last + 1), std::vector<double>(last + 1)};
+    scope.Rows.ForEach([&](std::size_t row) {
+        const double weight = scope.Weights.Values.empty() ? 1.0 : scope.Weights.Values[row];
+        if (IsPositiveWeight(weight) && std::isfinite(weight)) {
+            const std::int32_t group = groups.GroupAt(row);
+            counts.Add(group == ValueGroups::NoGroup ? last : static_cast<std::size_t>(group), weight);
+        }
+    });
+    return counts;
+}
+
+}  // namespace
+
+SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variable) {
+    const Variable& shown = scope.Table.Variables[variable];
+    const ValueGroups groups(shown, scope.Rows, Cut{});
+    const GroupCounts counts = CountGroups(scope, groups);
+    const double all = std::accumulate(counts.Weights.begin(), counts.Weights.end(), 0.0);
+    SpreadsheetDocument table;
+    table.Title = {"Distribution of " + shown.Name + WeightedBy(scope.Weights.Variable)};
+    table.Corner = shown.Name;
+    table.Columns = CountColumns(scope.Weights.Variable);
+    table.Columns.push_back({"Percent", false});
+    table.Columns.push_back({"Percent\nof valid", false});
+    for (std::size_t group = 0; group < counts.Cases.size(); ++group) {
+        const bool isMissing = group == groups.Names().size();
+        if (counts.Cases[group] == 0.0) {
+            continue;
+        }
+        SpreadsheetRow row{isMissing ? "Missing" : groups.Names()[group], {counts.Cases[group]}, isMissing};
+        if (!scope.Weights.Variable.empty()) {
+            row.Cells.emplace_back(counts.Weights[group]);
+        }
+        row.Cells.push_back(CellOf(Percent(counts.Weights[group], all)));
+        row.Cells.push_back(isMissing ? SpreadsheetCell()
+                                      : CellOf(Percent(counts.Weights[group], all - counts.Weights.back())));
+        table.Rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const std::string& weight) {
+    std::vector<SpreadsheetDocument> tables;
+    for (const CrossMeasure& measure : CrossMeasures) {
+        SpreadsheetDocument& table = tables.emplace_back(CrossDocument(cross, measure));
+        table.Title = {"Cross table of " + cross.Rows.Variable + " by " + cross.Columns.Variable + ": " +
+                       measure.Title + WeightedBy(weight)};
+        if (tables.size() == 1) {
+            table.Title.push_back(CasesText(cross));
+            table.Title.push_back(ChiSquareText(cross));
+        }
+    }
+    return tables;
+}
+
+SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts, const std::string& weight) {
+    SpreadsheetDocument table;
+    table.Title = {
+        "What differs between the subset and the rest" + WeightedBy(weight),
+        "Distance from 0, alike, to 1, nothing in common: total variation of categories, Kolmogorov-Smirnov of "
+        "numbers"};
+    table.Corner = "Variable";
+    table.Columns = {{"Distance", false},  {"Cramer's V", false}, {"Standardised\ndifference", false},
+                     {"More of", false},   {"Less of", false},    {"N in\nsubset", true},
+                     {"N in\nrest", true}, {"Remark", false}};
+    for (const VariableContrast& contrast : contrasts) {
+        const bool hasCases = contrast.Told != Evidence::NoCases;
+        table.Rows.push_back(
+            {contrast.Variable,
+             {hasCases ? CellOf(contrast.Distance) : SpreadsheetCell(),
+              hasCases ? CellOf(contrast.CramersV) : SpreadsheetCell(),
+              hasCases ? CellOf(contrast.Difference) : SpreadsheetCell(), hasCases ? ShareTexts(contrast.Over) : "",
+              hasCases ? ShareTexts(contrast.Under) : "", static_cast<double>(contrast.CasesInSubset),
+              static_cast<double>(contrast.CasesInRest), RemarkOn(contrast)}});
+    }
+    return table;
+}
+
+}  // namespace quillara

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "workbench/documents/SpreadsheetDocument.h"
+#include "workbench/statistics/CrossTable.h"
+#include "workbench/statistics/Distribution.h"
+#include "workbench/statistics/SubsetContrast.h"
+
+namespace quillara {
+
+// Statistics that the host computes itself as tables for people and programs. Under weights their titles say so.
+
+/// What a table of statistics is of.
+struct StatisticsScope {
+    const DataTable& Table;
+    const RowSet& Rows;
+    const CaseWeights& Weights;
+};
+
+/// One row for each variable of numbers.
+[[nodiscard]] SpreadsheetDocument DistributionTable(const StatisticsScope& scope,
+                                                    const std::vector<std::size_t>& variables);
+/// One row for each category that has cases, and one for missing data: counts, percents, and percents of the valid
+/// ones.
+[[nodiscard]] SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variable);
+
+/// Counts with their totals; percents of the row, of the column and of all; what would be expected.
+[[nodiscard]] std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const std::string& weight);
+
+/// One row for each variable, in the order given.
+[[nodiscard]] SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts,
+                                                const std::string& weight);
+
+/// A number; an empty cell where it isn't defined.
+[[nodiscard]] SpreadsheetCell CellOf(double number);
+
+/// " weighted by wt"; nothing without a weight.
+[[nodiscard]] std::string WeightedBy(const std::string& weight);
+
+}  // namespace quillara
