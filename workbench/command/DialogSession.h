@@ -46,6 +46,8 @@ class DialogSession {
 
     /// A control of the startup dialog; there must be one.
     [[nodiscard]] const Control& At(int id);
+    /// The analysis itself, for what isn't done by hand.
+    [[nodiscard]] AnalysisDocument& Analysed() { return Document; }
 
   private:
     void Act(const std::function<void(Window&)>& action, const Answer* answer = nullptr);

@@ -38,9 +38,11 @@ constexpr const char* DrillNotes =
     "comparison, not, and, or.\n"
     "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives (default: those of "
     "them that apply); the charts histograms, pies, stacked, review-histograms, review-pies, review-stacked, and of "
-    "review variables box, scatter, hist3d. What is named and doesn't apply is told on standard error. A step on "
-    "Missing "
-    "leaves no cases to box, scatter and hist3d.\n"
+    "review variables box, scatter, hist3d; of open and review variables distribution (N, mean, deviation, minimum, "
+    "quartiles, maximum, skewness, missing; counts and percents of categories, of the valid ones too) and "
+    "what-differs. What is named and doesn't apply is told on standard error. A step on Missing leaves no cases to "
+    "box, "
+    "scatter and hist3d.\n"
     "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD), sd (mean, SD, "
     "1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
     "\n"
@@ -54,6 +56,7 @@ constexpr const char* DrillNotes =
     "\n"
     "Examples:\n"
     "  quillara drill survey.sav --weight wt --weighted-moments --down sex=Female\n"
+    "  quillara drill adult.csv --each education --continuous age --categorical sex,education\n"
     "  quillara drill adult.csv --categorical sex,education --continuous age \\\n"
     "      --categorize age=bounds:25,45,65 --down sex=Female --down age=30 \\\n"
     "      --show frequencies --after each --format json --output women.json";
@@ -274,10 +277,12 @@ void AddDrillCommand(CLI::App& program) {
         ->disable_flag_override()
         ->group("Steps");
     AddResultOptions(*command, *options);
+    AddGroupOptions(*command, options->Groups);
     const auto implied = std::make_shared<ImpliedResults>();
     AddChartOptions(*command, *options, *implied);
     AddReadingOptions(*command, options->Reading);
     command->callback([=] {
+        CompleteGroups(*options);
         CompleteResults(*options, *implied);
         if (!options->IsFormatNamed && options->OutputFile) {
             options->Format = FormatOfFile(*options->OutputFile);

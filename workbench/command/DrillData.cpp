@@ -17,7 +17,8 @@ namespace {
 
 /// Whether a drill uses no variables but those that it names and its weight.
 bool UsesNamedOnly(const DrillOptions& options) {
-    return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile;
+    return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile &&
+           options.Groups.Crosses.empty() && options.Groups.Each.empty();
 }
 
 /// Checks the columns that a drill names before it uses them. A name that isn't there is told of elsewhere.

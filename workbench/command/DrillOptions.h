@@ -7,6 +7,7 @@
 
 #include "workbench/command/CategorizationOption.h"
 #include "workbench/command/ChartOptions.h"
+#include "workbench/command/GroupOptions.h"
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/formats/ReadOptions.h"
@@ -44,6 +45,7 @@ struct DrillOptions {
 
     std::vector<int> Results;  ///< buttons, in the order of their documents
     std::size_t DefaultResults = 0;  ///< how many at their front nobody has asked for
+    GroupOptions Groups;
     ChartOptions Charts;
     bool Quiet = false;  ///< remarks aren't told on standard error
     bool AfterEach = false;  ///< results after every step, else after the last

@@ -8,6 +8,7 @@
 #include "workbench/command/CategorizationInData.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
+#include "workbench/command/HostResults.h"
 #include "workbench/command/LeftOutResults.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/ResultList.h"
@@ -17,6 +18,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/ResultNames.h"
 #include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategoryLookup.h"
 
@@ -75,6 +77,7 @@ class DrillRun {
     void GoDown(const std::string& name, const std::string& category);
     void GoUp(const std::string& name);
     void ShowResults();
+    void ShowEach();
     [[nodiscard]] bool Applies(int button);
     [[nodiscard]] std::optional<LeftOutBecause> ShowOrTellWhyNot(int button);
     void Show(int button);
@@ -96,6 +99,7 @@ class DrillRun {
     SessionRecorder Recorder;
     DrillOutcome Outcome;
     DrillSession Session;
+    HostResults OfHost;
 };
 
 DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSettings settings, VariableChoice variables)
@@ -105,7 +109,8 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
       Weight(settings.Weight),
       Columns(SubsetColumns(table, options.SavedNames, Variables, Weight)),
       Recorder(OpeningOf(options)),
-      Session(table, std::move(settings), Services()) {
+      Session(table, std::move(settings), Services()),
+      OfHost(Session, table, Outcome.Outputs) {
     OutputCollection& outputs = Outcome.Outputs;
     outputs.FileName = table.FileName;
     outputs.Cases = table.Cases;
@@ -153,8 +158,12 @@ DrillOutcome DrillRun::Run() {
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
     TakeSteps();
-    if (!Options.AfterEach || Outcome.Outputs.Steps.empty()) {
+    const bool showsInGroups = !Options.Groups.Each.empty();
+    if (!showsInGroups && (!Options.AfterEach || Outcome.Outputs.Steps.empty())) {
         ShowResults();
+    }
+    if (showsInGroups) {
+        ShowEach();
     }
     TellWhatIsLeftOut();
     Outcome.Script = Recorder.Text();
@@ -284,10 +293,20 @@ void DrillRun::ShowResults() {
             LeftOut.LeaveOut(button, *reason);
         }
     }
+    OfHost.ShowCrosses(Options, Variables);
+}
+
+/// Full documents within the categories are for who names some.
+void DrillRun::ShowEach() {
+    const bool showsAll = !Options.Results.empty() || !Options.Groups.Crosses.empty();
+    OfHost.ShowEach(Options.Groups.Each, showsAll ? [this] { ShowResults(); } : std::function<void()>());
 }
 
 /// Nothing where there is a document with cases, or a message.
 std::optional<LeftOutBecause> DrillRun::ShowOrTellWhyNot(int button) {
+    if (IsOfHost(button)) {
+        return OfHost.Show(button) ? std::nullopt : std::optional(LeftOutBecause::DoesNotApply);
+    }
     if (!Applies(button)) {
         return LeftOutBecause::DoesNotApply;
     }
@@ -335,6 +354,11 @@ void DrillRun::TellWhatIsLeftOut() {
         Notice({"no-variable", "No variable is chosen, so that nothing is shown.",
                 "Name some in --categorical and --continuous."});
     }
+    if (Options.RecordFile && (Options.Groups.IsAnyAskedFor() || std::ranges::any_of(Options.Results, IsOfHost))) {
+        Notice({"script-incomplete",
+                "The script of --record leaves out what isn't pressed: --each, --crosstab, distribution, what-differs.",
+                ""});
+    }
     const std::size_t pairs = PairsOf(Variables.Review).Count;
     const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();
     if (showsPairs && !Pairs && pairs > AllPairs::Most) {
@@ -377,7 +401,7 @@ VariableChoice VariablesFor(const DataTable& table, const DrillOptions& options)
     std::vector<std::string> categorized;
     std::ranges::transform(options.Categorizations, std::back_inserter(categorized), &CategorizedVariable::Variable);
     AddCategorized(table, categorized, options.Names.has_value(), variables.Drill);
-    std::vector<std::string> drilled;
+    std::vector<std::string> drilled = options.Groups.Each;
     for (const DrillStep& step : options.Steps) {
         if (step.Category) {
             drilled.push_back(step.Variable);

@@ -41,6 +41,8 @@ class DrillSession {
     void PressHidden(int button);
     /// Makes the 3D histograms of review variables, each of the first with each of the second.
     void Show3DHistograms(const std::vector<short>& horizontal, const std::vector<short>& vertical);
+    /// The analysis itself, for what the host computes.
+    [[nodiscard]] AnalysisDocument& Analysed() { return Dialogs.Analysed(); }
 
   private:
     void ClickDown(short variable);

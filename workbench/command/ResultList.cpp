@@ -31,6 +31,8 @@ constexpr Need AnyReview{"a review variable", "Name some in --review-categorical
 constexpr Need ContinuousReview{"a continuous review variable", "Name some in --review-continuous."};
 constexpr Need TwoContinuousReviews{"two continuous review variables", "Name them in --review-continuous."};
 constexpr Need TwoReviews{"two review variables", "Name them in --review-categorical or --review-continuous."};
+constexpr Need AnyVariable{"a variable without a step", "Name one more in --categorical or --continuous."};
+constexpr Need AnyRest{"a step that drops cases, and a variable without a step", "Take one with --down."};
 
 /// A result in the order of ResultNames.
 struct ListedResult {
@@ -41,7 +43,7 @@ struct ListedResult {
 };
 
 // clang-format off
-constexpr std::array<ListedResult, 14> Results{{
+constexpr std::array<ListedResult, 16> Results{{
     // Button                    EnabledBy                 ChartName           Need
     {SummaryButton,            SummaryButton,            "",                 AnyStep},
     {FrequenciesButton,        FrequenciesButton,        "",                 AnyDrill},
@@ -57,6 +59,8 @@ constexpr std::array<ListedResult, 14> Results{{
     {ReviewBoxWhiskerButton,   ReviewBoxWhiskerButton,   "box",              ContinuousReview},
     {ReviewScatterplotButton,  ReviewScatterplotButton,  "scatter",          TwoContinuousReviews},
     {Review3DHistogramsButton, Review3DHistogramsButton, "hist3d",           TwoReviews},
+    {DistributionResult,       DistributionResult,       "",                 AnyVariable},
+    {WhatDiffersResult,        WhatDiffersResult,        "",                 AnyRest},
 }};
 // clang-format on
 

@@ -8,14 +8,21 @@
 
 namespace quillara {
 
+/// Results that the host makes itself have numbers below those of all buttons.
+enum HostResult : int { DistributionResult = -1, WhatDiffersResult = -2 };
+
+[[nodiscard]] constexpr bool IsOfHost(int result) {
+    return result < 0;
+}
+
 /// A kind of result by its name, which people and programs use, and the button that makes it.
 struct ResultName {
     std::string_view Name;
-    int Command;
+    int Command;  ///< or a result of the host
 };
 
 /// All results of an analysis, in the order in which they are told.
-inline constexpr std::array<ResultName, 14> ResultNames{{
+inline constexpr std::array<ResultName, 16> ResultNames{{
     {"summary", SummaryButton},
     {"frequencies", FrequenciesButton},
     {"descriptives", DescriptivesButton},
@@ -30,6 +37,8 @@ inline constexpr std::array<ResultName, 14> ResultNames{{
     {"box", ReviewBoxWhiskerButton},
     {"scatter", ReviewScatterplotButton},
     {"hist3d", Review3DHistogramsButton},
+    {"distribution", DistributionResult},
+    {"what-differs", WhatDiffersResult},
 }};
 
 /// The name of the result that a button makes; empty for any other button.

@@ -21,6 +21,7 @@
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TableServices.h"
+#include "workbench/hosting/WeightsInForce.h"
 #include "workbench/hosting/WorkerThreads.h"
 #include "workbench/plots/BoxPlots.h"
 #include "workbench/plots/Histograms3D.h"
@@ -118,13 +119,6 @@ std::vector<std::size_t> IndexesOf(const TableInUse& data, const short* variable
     return indexes;
 }
 
-quillara::CaseWeights WeightsOf(const TableInUse& data) {
-    if (data.Weights.empty() || !data.WeightVariable) {
-        return {};
-    }
-    return {data.Weights, data.Table().Variables[*data.WeightVariable].Name};
-}
-
 quillara::PartRunner RunnerOf(CAnalysisDoc* document) {
     return [document](std::int32_t parts, const std::function<void(std::int32_t)>& work) {
         quillara::WorkersOf(document).RunEach(parts, work);
@@ -203,7 +197,7 @@ short CAnalysisSupport::CategorizedVarBoxAndWhisker(unsigned short type, const c
     return MakePlot(*this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}}, {filter},
                     [&](const PlotRows& rows) {
                         return quillara::BoxPlotOf({data.Table(), shown, rows, static_cast<BoxType>(type),
-                                                    WeightsOf(data), RunnerOf(Document)});
+                                                    quillara::WeightsInForce(data), RunnerOf(Document)});
                     });
 }
 
@@ -218,7 +212,7 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
         *this, {TitleOf(title), quillara::ReviewSubject(data, shown), {}}, {filter}, [&](const PlotRows& rows) {
             return quillara::ScatterMatrixOf({data.Table(), shown, rows, flags,
                                               [this] { return quillara::SurroundingsOf(Document).AskForBreak(); },
-                                              WeightsOf(data).Variable, RunnerOf(Document)});
+                                              quillara::WeightsInForce(data).Variable, RunnerOf(Document)});
         });
 }
 

@@ -29,6 +29,15 @@ CategoryCounts CountCategories(const ValueGroups& categories, const RowSet& rows
     return counts;
 }
 
+/// "cut by color".
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text += (text.empty() ? "" : " by ") + name;
+    }
+    return text;
+}
+
 }  // namespace
 
 GroupTables::GroupTables(std::vector<std::string> by, ComparedVariables variables, const StatisticsScope& whole)
@@ -57,14 +66,6 @@ void GroupTables::Add(std::vector<std::string> categories, const RowSet& rows) {
     }
 }
 
-std::string GroupTables::ByText() const {
-    std::string text;
-    for (const std::string& name : By) {
-        text += (text.empty() ? "" : " and ") + name;
-    }
-    return text;
-}
-
 /// The first variable names the rows, the others have a column each.
 SpreadsheetDocument GroupTables::Begun(const std::string& title) const {
     SpreadsheetDocument table;
@@ -81,19 +82,20 @@ SpreadsheetDocument GroupTables::Begun(const std::string& title) const {
     return table;
 }
 
-SpreadsheetRow GroupTables::RowOf(const Group& group) const {
+SpreadsheetRow GroupTables::RowOf(const Group& group, const std::string& variable) const {
     SpreadsheetRow row{group.Categories.front(), {group.Categories.begin() + 1, group.Categories.end()}};
     row.Cells.emplace_back(static_cast<double>(group.Counted.Cases));
     if (!Weights.Variable.empty()) {
         row.Cells.emplace_back(group.Counted.Weight);
     }
     row.Cells.push_back(CellOf(group.Counted.Weight / Whole.Weight * 100.0));
+    row.About = {variable.empty() ? Joined(By) : variable + " by " + Joined(By), Joined(group.Categories)};
     return row;
 }
 
 SpreadsheetDocument GroupTables::NumberTable(std::size_t place) const {
     const Variable& variable = Table.Variables[Variables.Continuous[place]];
-    SpreadsheetDocument table = Begun(variable.Name + " by " + ByText());
+    SpreadsheetDocument table = Begun(variable.Name + " by " + Joined(By));
     const std::size_t first = table.Columns.size();
     for (const char* name : {"Valid\nN", "Mean", "Std.Dev.", "Lower\nquartile", "Median", "Upper\nquartile"}) {
         table.Columns.push_back({name, false});
@@ -102,7 +104,7 @@ SpreadsheetDocument GroupTables::NumberTable(std::size_t place) const {
     table.About.ValueColumns = {first + 1, first + 3, first + 4, first + 5};
     for (const Group& group : Groups) {
         const Distribution& found = group.Distributions[place];
-        SpreadsheetRow row = RowOf(group);
+        SpreadsheetRow row = RowOf(group, variable.Name);
         row.Cells.emplace_back(static_cast<double>(found.Cases));
         for (const double number :
              {found.Mean, found.StandardDeviation, found.LowerQuartile, found.Median, found.UpperQuartile}) {
@@ -117,13 +119,13 @@ SpreadsheetDocument GroupTables::NumberTable(std::size_t place) const {
 
 SpreadsheetDocument GroupTables::PercentTable(std::size_t place) const {
     const Variable& variable = Table.Variables[Variables.Categorical[place]];
-    SpreadsheetDocument table = Begun(variable.Name + " by " + ByText() + ": row percents");
+    SpreadsheetDocument table = Begun(variable.Name + " by " + Joined(By) + ": row percents");
     table.Columns.push_back({"Valid\nN", true});
     for (const std::string& name : Categories[place].Names()) {
         table.Columns.push_back({name + "\nPercent", false});
     }
     for (const Group& group : Groups) {
-        SpreadsheetRow row = RowOf(group);
+        SpreadsheetRow row = RowOf(group, variable.Name);
         row.Cells.emplace_back(group.Valid[place]);
         for (const double percent : group.Percents[place]) {
             row.Cells.push_back(CellOf(percent));
@@ -142,9 +144,9 @@ std::vector<SpreadsheetDocument> GroupTables::Documents() const {
         documents.push_back(PercentTable(place));
     }
     if (documents.empty()) {
-        SpreadsheetDocument& groups = documents.emplace_back(Begun("Categories of " + ByText()));
+        SpreadsheetDocument& groups = documents.emplace_back(Begun("Categories of " + Joined(By)));
         for (const Group& group : Groups) {
-            groups.Rows.push_back(RowOf(group));
+            groups.Rows.push_back(RowOf(group, {}));
         }
     }
     return documents;

@@ -32,10 +32,9 @@ class GroupTables {
     };
 
     [[nodiscard]] SpreadsheetDocument Begun(const std::string& title) const;
-    [[nodiscard]] SpreadsheetRow RowOf(const Group& group) const;
+    [[nodiscard]] SpreadsheetRow RowOf(const Group& group, const std::string& variable) const;
     [[nodiscard]] SpreadsheetDocument NumberTable(std::size_t place) const;
     [[nodiscard]] SpreadsheetDocument PercentTable(std::size_t place) const;
-    [[nodiscard]] std::string ByText() const;
 
     const std::vector<std::string> By;
     const ComparedVariables Variables;

@@ -16,6 +16,7 @@ namespace {
 constexpr const char* QuantileDefinition = "Quartiles by linear interpolation (definition 7 of Hyndman and Fan)";
 constexpr double SmallestFit = 5.0;  // expected cases below which chi-square is a poor approximation
 constexpr int Digits = 4;
+const std::string TotalName = "Total";
 
 double Percent(double part, double whole) {
     return whole > 0.0 ? part / whole * 100.0 : Undefined;
@@ -60,7 +61,7 @@ std::vector<SpreadsheetColumn> CountColumns(const std::string& weight) {
 /// The counts of one side of a cross table's cells, and what they are percents of.
 struct CrossMeasure {
     const char* Title;
-    const char* TotalName;  ///< of the column and the row of totals; empty: it has none
+    const char* Unit;  ///< behind the names of the columns; empty: counts
     double (*Of)(const CrossTable& cross, std::size_t row, std::size_t column);
     double (*OfRow)(const CrossTable& cross, std::size_t row);
     double (*OfColumn)(const CrossTable& cross, std::size_t column);
@@ -69,27 +70,27 @@ struct CrossMeasure {
 
 // clang-format off
 constexpr std::array<CrossMeasure, 5> CrossMeasures{{
-    {"counts", "Total",
+    {"counts", "",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return c.CountAt(row, column); },
      [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
      [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
      [](const CrossTable& c) { return c.Total; }},
-    {"row percents", "Total",
+    {"row percents", "\nPercent of row",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Rows.Totals[row]); },
      [](const CrossTable& /*c*/, std::size_t /*row*/) { return 100.0; },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
      [](const CrossTable& /*c*/) { return 100.0; }},
-    {"column percents", "Total",
+    {"column percents", "\nPercent of column",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Columns.Totals[column]); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& /*c*/, std::size_t /*column*/) { return 100.0; },
      [](const CrossTable& /*c*/) { return 100.0; }},
-    {"total percents", "Total",
+    {"total percents", "\nPercent of all",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Total); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
      [](const CrossTable& /*c*/) { return 100.0; }},
-    {"expected counts", "Total",
+    {"expected counts", "\nExpected",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return c.ExpectedAt(row, column); },
      [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
      [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
@@ -112,24 +113,28 @@ void MarkWholeColumns(SpreadsheetDocument& table) {
 SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& measure) {
     const std::size_t columns = cross.Columns.Names.size();
     SpreadsheetDocument table;
-    table.Corner = cross.Rows.Variable + " by " + cross.Columns.Variable;
+    const std::string variables = cross.Rows.Variable + " by " + cross.Columns.Variable;
+    table.Corner = variables;
+    const std::string unit = measure.Unit;
     for (const std::string& name : cross.Columns.Names) {
-        table.Columns.push_back({name, false});
+        table.Columns.push_back({name + unit, false});
     }
-    table.Columns.push_back({measure.TotalName, false});
+    table.Columns.push_back({TotalName + unit, false});
     for (std::size_t row = 0; row < cross.Rows.Names.size(); ++row) {
         SpreadsheetRow cells{cross.Rows.Names[row], {}};
         for (std::size_t column = 0; column < columns; ++column) {
             cells.Cells.push_back(CellOf(measure.Of(cross, row, column)));
         }
         cells.Cells.push_back(CellOf(measure.OfRow(cross, row)));
+        cells.About = {variables, cells.Name};
         table.Rows.push_back(std::move(cells));
     }
-    SpreadsheetRow totals{measure.TotalName, {}};
+    SpreadsheetRow totals{TotalName, {}};
     for (std::size_t column = 0; column < columns; ++column) {
         totals.Cells.push_back(CellOf(measure.OfColumn(cross, column)));
     }
     totals.Cells.push_back(CellOf(measure.OfAll(cross)));
+    totals.About = {variables, TotalName};
     table.Rows.push_back(std::move(totals));
     MarkWholeColumns(table);
     return table;
@@ -154,6 +159,21 @@ std::string ChiSquareText(const CrossTable& cross) {
                 ", too few for chi-square to be relied on";
     }
     return text;
+}
+
+SpreadsheetDocument AssociationDocument(const CrossTable& cross) {
+    const std::string variables = cross.Rows.Variable + " by " + cross.Columns.Variable;
+    SpreadsheetDocument table;
+    table.Corner = "Variables";
+    table.Columns = {{"Cases", true},       {"Left out", true},
+                     {"Chi-square", false}, {"Degrees of\nfreedom", true},
+                     {"Cramer's V", false}, {"Smallest\nexpected", false}};
+    SpreadsheetRow row{variables,
+                       {static_cast<double>(cross.Cases), static_cast<double>(cross.LeftOut), CellOf(cross.ChiSquare),
+                        static_cast<double>(cross.Freedom), CellOf(cross.CramersV), CellOf(cross.SmallestExpected())}};
+    row.About = {variables, ""};
+    table.Rows.push_back(std::move(row));
+    return table;
 }
 
 std::string ShareText(const SharePair& pair) {
@@ -272,6 +292,7 @@ SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variabl
             row.Cells.emplace_back(counts.Weights[group]);
         }
         row.Cells.push_back(CellOf(Percent(counts.Weights[group], all)));
+        row.About = {shown.Name, row.Name};
         row.Cells.push_back(isMissing ? SpreadsheetCell()
                                       : CellOf(Percent(counts.Weights[group], all - counts.Weights.back())));
         table.Rows.push_back(std::move(row));
@@ -290,6 +311,9 @@ std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const st
             table.Title.push_back(ChiSquareText(cross));
         }
     }
+    tables.push_back(AssociationDocument(cross));
+    tables.back().Title = {"Cross table of " + cross.Rows.Variable + " by " + cross.Columns.Variable + ": association" +
+                           WeightedBy(weight)};
     return tables;
 }
 
@@ -312,6 +336,7 @@ SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts
               hasCases ? CellOf(contrast.Difference) : SpreadsheetCell(), hasCases ? ShareTexts(contrast.Over) : "",
               hasCases ? ShareTexts(contrast.Under) : "", static_cast<double>(contrast.CasesInSubset),
               static_cast<double>(contrast.CasesInRest), RemarkOn(contrast)}});
+        table.Rows.back().About = {contrast.Variable, ""};
     }
     return table;
 }

@@ -26,7 +26,8 @@ struct StatisticsScope {
 /// ones.
 [[nodiscard]] SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variable);
 
-/// Counts with their totals; percents of the row, of the column and of all; what would be expected.
+/// Counts with their totals; percents of the row, of the column and of all; what would be expected; chi-square and
+/// Cramer's V in one row.
 [[nodiscard]] std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const std::string& weight);
 
 /// One row for each variable, in the order given.

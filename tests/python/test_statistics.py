@@ -1,0 +1,135 @@
+"""What the host computes itself agrees with pandas and SciPy on real data."""
+
+import json
+import os
+import pathlib
+import subprocess
+
+import numpy
+import pandas
+import pytest
+from conftest import PROGRAM
+from scipy import stats
+
+import quillara
+
+DATA = pathlib.Path(os.environ.get("QUILLARA_TEST_DATA", "/nowhere"))
+pytestmark = pytest.mark.skipif(not DATA.is_dir(), reason="QUILLARA_TEST_DATA names no folder")
+
+LISTS = {
+    "penguins.csv": ["--categorical", "species,island,sex", "--continuous",
+                     "bill_length_mm,bill_depth_mm,flipper_length_mm,body_mass_g"],
+    "adult.sav": ["--categorical", "sex,education,workclass", "--continuous", "age,hours_per_week,capital_gain"],
+}
+close = pytest.approx
+
+
+def documents(file, *options):
+    command = [PROGRAM, "drill", str(DATA / file), *LISTS[file], *options, "--format", "json"]
+    done = subprocess.run(command, capture_output=True, text=True)
+    assert done.returncode == 0 and done.stderr == "", done.stderr
+    return [frame_of(document) for document in json.loads(done.stdout)["documents"]]
+
+
+def frame_of(document):
+    columns = [" ".join(name.split()) for name in document["columns"]]
+    rows = [row["name"] for row in document["rows"]]
+    return pandas.DataFrame([row["cells"] for row in document["rows"]], index=rows, columns=columns)
+
+
+def cases(file):
+    return quillara.open(str(DATA / file)).to_pandas()
+
+
+def weighted_quantile(values, weights, share):
+    """Over the sample in which each value stands as often as its weight says, between places of (W - 1) p."""
+    order = numpy.argsort(values, kind="stable")
+    values, reached = values[order], numpy.cumsum(weights[order])
+    place = share * (reached[-1] - 1)
+    low, high = (values[min(numpy.searchsorted(reached, at + 1e-9, side="right"), len(values) - 1)]
+                 for at in (numpy.floor(place), numpy.floor(place) + 1))
+    return low + (high - low) * (place - numpy.floor(place))
+
+
+def weighted_facts(values, weights):
+    total = weights.sum()
+    mean = (weights * values).sum() / total
+    squares, cubes = ((weights * (values - mean) ** power).sum() / total for power in (2, 3))
+    quartiles = [weighted_quantile(values, weights, share) for share in (0.25, 0.5, 0.75)]
+    return [mean, numpy.sqrt(squares * total / (total - 1)), values.min(), *quartiles, values.max(),
+            cubes / squares**1.5 * numpy.sqrt(total * (total - 1)) / (total - 2)]
+
+
+NUMBERS = ["Mean", "Std.Dev.", "Minimum", "Lower quartile", "Median", "Upper quartile", "Maximum", "Skewness"]
+
+
+def test_distributions_are_those_of_pandas():
+    frame = cases("penguins.csv")
+    shown, *shares = documents("penguins.csv", "--show", "distribution")
+    for name, row in shown.iterrows():
+        told = frame[name].describe()
+        assert list(row[["Valid N", "Missing"]]) == [told["count"], frame[name].isna().sum()]
+        facts = [*told[["mean", "std", "min", "25%", "50%", "75%", "max"]], frame[name].skew()]
+        assert list(row[NUMBERS]) == close(facts, rel=1e-9)
+    counts = frame["sex"].value_counts(normalize=True) * 100
+    assert dict(shares[2]["Percent of valid"].dropna()) == close(dict(counts), rel=1e-9)
+    assert shares[2].loc["Missing", "Count"] == frame["sex"].isna().sum()
+
+
+def test_weights_are_fractions_of_cases():
+    frame = cases("adult.sav")
+    shown, *_ = documents("adult.sav", "--weight", "fnlwgt", "--show", "distribution")
+    for name, row in shown.iterrows():
+        valid = frame[frame[name].notna()]
+        facts = weighted_facts(valid[name].to_numpy(float), valid["fnlwgt"].to_numpy(float))
+        assert list(row[NUMBERS]) == close(facts, rel=1e-9)
+
+
+@pytest.mark.parametrize("weight", [None, "fnlwgt"])
+def test_cross_tables_are_those_of_scipy(weight):
+    frame = cases("adult.sav").assign(one=1.0)
+    options = ["--weight", weight] if weight else []
+    counts, rows, columns, total, expected, association = documents("adult.sav", "--crosstab", "education:sex", *options)
+    reference = frame.pivot_table(values=weight or "one", index="education", columns="sex", aggfunc="sum")
+    reference = reference.loc[counts.index[:-1], counts.columns[:-1]].to_numpy()
+    sums = reference.sum(axis=1, keepdims=True), reference.sum(axis=0, keepdims=True)
+    chi_square, _, freedom, fit = stats.chi2_contingency(reference, correction=False)
+    strength = numpy.sqrt(chi_square / reference.sum() / (min(reference.shape) - 1))
+    assert list(association.iloc[0]) == close([len(frame.dropna(subset=["education", "sex"])), 0, chi_square, freedom,
+                                               strength, fit.min()], rel=1e-9)
+    for table, numbers in [(counts, reference), (rows, reference / sums[0] * 100), (columns, reference / sums[1] * 100),
+                           (total, reference / reference.sum() * 100), (expected, fit)]:
+        assert table.iloc[:-1, :-1].to_numpy(float) == close(numbers, rel=1e-9)
+    assert counts.iloc[-1, -1] == close(reference.sum(), rel=1e-9)
+
+
+def test_what_differs_has_the_distances_of_scipy():
+    frame = cases("penguins.csv")
+    [shown] = documents("penguins.csv", "--down", "species=Gentoo", "--what-differs")
+    inside = frame["species"] == "Gentoo"
+    assert list(shown["Distance"]) == sorted(shown["Distance"], reverse=True)
+    for name, row in shown.iterrows():
+        parts = [frame[name][mask].dropna() for mask in (inside, ~inside)]
+        assert list(row[["N in subset", "N in rest"]]) == [len(part) for part in parts]
+        if name in ("island", "sex"):
+            table = pandas.crosstab(inside, frame[name])
+            shares = table.div(table.sum(axis=1), axis=0)
+            assert row["Distance"] == close((shares.loc[True] - shares.loc[False]).abs().sum() / 2, rel=1e-9)
+            assert row["Cramer's V"] == close(stats.contingency.association(table, method="cramer"), rel=1e-9)
+        else:
+            assert row["Distance"] == close(stats.ks_2samp(*parts).statistic, rel=1e-9)
+            scale = numpy.sqrt((parts[0].var() + parts[1].var()) / 2)
+            assert row["Standardised difference"] == close((parts[0].mean() - parts[1].mean()) / scale, rel=1e-9)
+
+
+def test_groups_are_those_of_groupby():
+    frame = cases("penguins.csv")
+    tables = documents("penguins.csv", "--each", "species")
+    names = ["Mean", "Std.Dev.", "Lower quartile", "Median", "Upper quartile"]
+    for name, table in zip(LISTS["penguins.csv"][3].split(","), tables):
+        reference = frame.groupby("species")[name].describe()[["mean", "std", "25%", "50%", "75%"]]
+        assert table[names].to_numpy(float) == close(reference.loc[table.index].to_numpy(), rel=1e-9)
+        assert list(table["Percent"]) == close(list(frame["species"].value_counts(normalize=True)[table.index] * 100))
+    percents = pandas.crosstab(frame["species"], frame["sex"], normalize="index") * 100
+    sexes = tables[-1].iloc[:, 3:]
+    assert sexes.to_numpy(float) == close(percents.loc[sexes.index].to_numpy(), rel=1e-9)

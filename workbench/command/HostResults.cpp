@@ -1,0 +1,193 @@
+#include "workbench/command/HostResults.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "workbench/data/DateIntervals.h"
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/documents/ResultNames.h"
+#include "workbench/hosting/AnalysisRemarks.h"
+
+namespace quillara {
+namespace {
+
+constexpr const char* GroupsName = "groups";
+constexpr const char* CrossName = "crosstab";
+
+short NumberOf(const DataTable& table, const std::string& name) {
+    return static_cast<short>(table.IndexOf(name) + 1);
+}
+
+/// A row of a category list as documents show it.
+std::string NameForPeople(const DataTable& table, const CategoryList& list, std::size_t row) {
+    const CategoryRow& shown = list.Rows[row];
+    const bool hasDates = list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay;
+    const bool isNamedByDates = hasDates && shown.Range && table.Variables[table.IndexOf(list.Variable)].Labels.empty();
+    return isNamedByDates ? NameInDates(list.Kind, shown.Name, shown.Range->Lower, shown.Range->Upper) : shown.Name;
+}
+
+/// Nothing: as the values of the variable say.
+std::optional<Cut> CutOf(const std::string& name, short number, const DrillOptions& options,
+                         const VariableChoice& chosen) {
+    for (auto one = options.Categorizations.rbegin(); one != options.Categorizations.rend(); ++one) {
+        if (one->Variable == name) {
+            const Categorization& how = one->How;
+            return Cut{
+                static_cast<CutMethod>(how.Method), how.Count, how.StepSize, how.StepStart, how.StartAtMin, how.Bounds};
+        }
+    }
+    const auto holds = [number](const std::vector<short>& list) {
+        return std::ranges::find(list, number) != list.end();
+    };
+    const bool isCategorical = holds(chosen.Drill.Categorical) || holds(chosen.Review.Categorical);
+    return isCategorical ? std::optional(Cut{}) : std::nullopt;
+}
+
+/// " where cut = Fair and color = D"; nothing without a step.
+std::string Where(const std::vector<std::string>& variables, const std::vector<std::string>& categories) {
+    std::string text;
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        text += (text.empty() ? " where " : " and ") + variables[i] + " = " + categories[i];
+    }
+    return text;
+}
+
+/// A list of categories is empty.
+struct NoCategories {};
+
+}  // namespace
+
+HostResults::HostResults(DrillSession& session, const DataTable& table, OutputCollection& outputs)
+    : Session(session), Table(table), Outputs(outputs) {}
+
+void HostResults::Add(SpreadsheetDocument document, int sequence, const char* result) {
+    Outputs.Add(std::move(document), {0, sequence, result});
+}
+
+void HostResults::Tell(Remark remark) {
+    Notice(&Session.Analysed(), std::move(remark));
+}
+
+bool HostResults::Show(int result) {
+    const SubsetStatistics statistics(Session.Analysed());
+    std::vector<SpreadsheetDocument> documents;
+    if (result == DistributionResult) {
+        documents = statistics.Distributions();
+    } else if (std::optional<SpreadsheetDocument> contrast = statistics.WhatDiffers()) {
+        documents.push_back(std::move(*contrast));
+    }
+    int sequence = 0;
+    for (SpreadsheetDocument& document : documents) {
+        Add(std::move(document), ++sequence, NameOfResult(result).data());
+    }
+    return sequence > 0;
+}
+
+void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice& chosen) {
+    if (options.Groups.Crosses.empty()) {
+        return;
+    }
+    const SubsetStatistics statistics(Session.Analysed());
+    const auto side = [&](const std::string& name) {
+        return CrossVariable{Table.IndexOf(name), CutOf(name, NumberOf(Table, name), options, chosen)};
+    };
+    int sequence = 0;
+    for (const CrossNames& names : options.Groups.Crosses) {
+        const CrossTable cross = statistics.CrossOf(side(names.Rows), side(names.Columns));
+        for (SpreadsheetDocument& document : TablesOfCross(cross, statistics.Weight())) {
+            Add(std::move(document), ++sequence, CrossName);
+        }
+    }
+}
+
+/// The tables come before what is shown within the categories, as they are of the state before.
+void HostResults::ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll) {
+    for (const std::string& name : variables) {
+        if (!Session.CanGoDown(NumberOf(Table, name))) {
+            throw DataError("The variable " + Quoted(name) +
+                            " has no categories to go through: it has a step already, or is no drill variable.");
+        }
+    }
+    const SubsetStatistics statistics(Session.Analysed());
+    const std::size_t place = Outputs.Entries.size();
+    const int step = static_cast<int>(Outputs.Steps.size());
+    Walk walk{variables, showAll, statistics.GroupsBy(variables), {}};
+    Descend(walk);
+    TellOfRest(walk, static_cast<std::int64_t>(statistics.Subset().Count()));
+    OutputCollection tables;
+    tables.Step = step;
+    int sequence = 0;
+    for (SpreadsheetDocument& document : walk.Tables.Documents()) {
+        tables.Add(std::move(document), {0, ++sequence, GroupsName});
+    }
+    Outputs.Entries.insert(Outputs.Entries.begin() + static_cast<std::ptrdiff_t>(place),
+                           std::make_move_iterator(tables.Entries.begin()),
+                           std::make_move_iterator(tables.Entries.end()));
+}
+
+void HostResults::Descend(Walk& walk) {
+    const std::string& name = walk.Variables[walk.Categories.size()];
+    const short variable = NumberOf(Table, name);
+    std::size_t rows = 1;
+    for (std::size_t row = 0; row < rows; ++row) {
+        std::string category;
+        const auto chooseRow = [&](const CategoryList& list) {
+            rows = list.Rows.size();
+            if (rows == 0) {
+                throw NoCategories();
+            }
+            category = NameForPeople(Table, list, row);
+            return row;
+        };
+        try {
+            Session.Down(variable, chooseRow);
+        } catch (const NoCategories&) {
+            Tell({"group-without-categories", "The variable " + Quoted(name) + " has no category with cases" +
+                                                  Where(walk.Variables, walk.Categories) + "; that is passed over."});
+            return;
+        }
+        if (walk.ShowAll) {
+            Outputs.Steps.push_back({StepKind::Down, name, category});
+        }
+        walk.Categories.push_back(std::move(category));
+        Arrive(walk);
+        walk.Categories.pop_back();
+        Session.Up(variable);
+        if (walk.ShowAll) {
+            Outputs.Steps.push_back({StepKind::Up, name});
+        }
+    }
+}
+
+/// A category may be shown with cases that its own step leaves out.
+void HostResults::Arrive(Walk& walk) {
+    const SubsetStatistics statistics(Session.Analysed());
+    if (statistics.Subset().IsEmpty()) {
+        Tell({"group-without-cases",
+              "No case is left" + Where(walk.Variables, walk.Categories) + "; that is passed over."});
+    } else if (walk.Categories.size() < walk.Variables.size()) {
+        Descend(walk);
+    } else {
+        walk.Tables.Add(walk.Categories, statistics.Subset());
+        walk.Cases += static_cast<std::int64_t>(statistics.Subset().Count());
+        if (walk.ShowAll) {
+            walk.ShowAll();
+        }
+    }
+}
+
+void HostResults::TellOfRest(const Walk& walk, std::int64_t cases) {
+    if (walk.Cases >= cases) {
+        return;
+    }
+    std::string names;
+    for (const std::string& name : walk.Variables) {
+        names += (names.empty() ? "" : " and ") + Quoted(name);
+    }
+    Tell({"groups-leave-out", std::to_string(cases - walk.Cases) + " of " + std::to_string(cases) +
+                                  " cases are in no category of " + names + " and so in no group."});
+}
+
+}  // namespace quillara

@@ -1,0 +1,105 @@
+#include "workbench/scripting/SubsetStatistics.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+#include "resources/ControlIds.h"
+#include "workbench/data/Errors.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/RemainingCases.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/TableServices.h"
+#include "workbench/hosting/WeightsInForce.h"
+#include "workbench/hosting/WorkerThreads.h"
+
+namespace quillara {
+namespace {
+
+RowSet RemainingIn(AnalysisDocument& document) {
+    const RowSet* rows = RemainingCases(document);
+    if (rows == nullptr) {
+        throw DataError("The analysis doesn't tell which cases remain, or there is not enough memory.");
+    }
+    return *rows;
+}
+
+std::vector<CaseCondition> StepsOf(AnalysisDocument& document) {
+    std::vector<CaseCondition> conditions;
+    return document.Analysis().FindStepConditions(conditions) ? conditions : std::vector<CaseCondition>();
+}
+
+bool Holds(const std::vector<std::size_t>& indexes, std::size_t index) {
+    return std::ranges::find(indexes, index) != indexes.end();
+}
+
+/// Variables chosen by both buttons, but for those with a step in force.
+ComparedVariables OpenIn(AnalysisDocument& document) {
+    const std::vector<CaseCondition> steps = StepsOf(document);
+    ComparedVariables open;
+    for (const int button : {DrillVariablesButton, ReviewVariablesButton}) {
+        const TwoLists lists = DialogsOf(&document).Chosen.Of(button);
+        for (const std::size_t list : {std::size_t{0}, std::size_t{1}}) {
+            for (const short number : lists[list]) {
+                const std::size_t index = static_cast<std::size_t>(number) - 1;
+                const bool isKnown = Holds(open.Categorical, index) || Holds(open.Continuous, index);
+                if (!isKnown && std::ranges::find(steps, number, &CaseCondition::Variable) == steps.end()) {
+                    (list == 0 ? open.Categorical : open.Continuous).push_back(index);
+                }
+            }
+        }
+    }
+    return open;
+}
+
+}  // namespace
+
+SubsetStatistics::SubsetStatistics(AnalysisDocument& document)
+    : Document(document),
+      Table(document.Table()),
+      Remaining(RemainingIn(document)),
+      Weights(WeightsInForce(quillara::TableOf(&document))),
+      Variables(OpenIn(document)) {}
+
+std::vector<SpreadsheetDocument> SubsetStatistics::Distributions() const {
+    std::vector<SpreadsheetDocument> tables;
+    if (!Variables.Continuous.empty()) {
+        tables.push_back(DistributionTable(Scope(), Variables.Continuous));
+    }
+    for (const std::size_t variable : Variables.Categorical) {
+        tables.push_back(ShareTable(Scope(), variable));
+    }
+    return tables;
+}
+
+std::optional<SpreadsheetDocument> SubsetStatistics::WhatDiffers() const {
+    RowSet rest = TableServicesOf(&Document).Find({});
+    const std::span<std::uint64_t> bits = rest.Bits();
+    std::ranges::transform(bits, Remaining.Bits(), bits.begin(),
+                           [](std::uint64_t all, std::uint64_t kept) { return all & ~kept; });
+    if (rest.IsEmpty() || (Variables.Categorical.empty() && Variables.Continuous.empty())) {
+        return std::nullopt;
+    }
+    const PartRunner runner = [this](std::int32_t parts, const std::function<void(std::int32_t)>& work) {
+        WorkersOf(&Document).RunEach(parts, work);
+    };
+    return ContrastTable(ContrastsOf(Table, Variables, {Remaining, rest, Weights}, runner), Weights.Variable);
+}
+
+CrossTable SubsetStatistics::CrossOf(const CrossVariable& rows, const CrossVariable& columns) const {
+    return CrossTableOf(Table, rows, columns, Remaining, Weights);
+}
+
+GroupTables SubsetStatistics::GroupsBy(const std::vector<std::string>& names) const {
+    ComparedVariables others = Variables;
+    for (const std::string& name : names) {
+        std::erase(others.Categorical, Table.IndexOf(name));
+        std::erase(others.Continuous, Table.IndexOf(name));
+    }
+    return {names, std::move(others), Scope()};
+}
+
+}  // namespace quillara
