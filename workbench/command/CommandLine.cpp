@@ -97,16 +97,15 @@ void TellWithoutEffect(const CLI::App& command, std::initializer_list<const char
     }
 }
 
-/// What a data file is by its name; delimited text when that says nothing.
-FormatKind KindOf(const std::string& file) {
+}  // namespace
+
+FormatKind KindOfFile(const std::string& file) {
     if (DatabaseSourceOf(file)) {
         return FormatKind::Database;
     }
     const FileFormat* format = FindFileFormat(ExtensionOf(file));
     return format == nullptr ? FormatKind::DelimitedText : format->Kind;
 }
-
-}  // namespace
 
 CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTaker& take, const std::string& help) {
     const CLI::callback_t callback = [&command, name, take](const CLI::results_t& values) {
@@ -196,7 +195,7 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
 }
 
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {
-    const FormatKind kind = KindOf(file);
+    const FormatKind kind = KindOfFile(file);
     if (kind != FormatKind::Workbook) {
         TellWithoutEffect(command, {"--sheet"}, Quoted(file) + " is no workbook");
     }

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "workbench/formats/FileFormats.h"
 #include "workbench/formats/ReadOptions.h"
 
 namespace quillara {
@@ -33,6 +34,9 @@ void AddDataFile(CLI::App& command, const std::string& name, std::string& file);
 
 /// The options that say how delimited text is read; --help shows them where they are added.
 void AddReadingOptions(CLI::App& command, ReadOptions& reading);
+
+/// What a data file is by its name; delimited text when that says nothing.
+[[nodiscard]] FormatKind KindOfFile(const std::string& file);
 
 /// Tells the user which of these options are given and change nothing, as the file isn't delimited text.
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file);

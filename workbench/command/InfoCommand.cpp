@@ -9,14 +9,20 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/Suggestion.h"
+#include "workbench/documents/DataRemarks.h"
 #include "workbench/formats/Dictionary.h"
+#include "workbench/formats/FileFormats.h"
 
 namespace quillara {
 namespace {
 
 constexpr const char* InfoNotes =
-    "Values shows the labels of a variable, the texts of a text variable, and of any other variable the smallest and "
-    "the largest value.\n"
+    "Used as: what drill takes a variable for when no list names any. Cases: how many have each value or, "
+    "of more than ten numbers, lie in ten parts of equal width from the smallest to the largest; of more than ten "
+    "texts "
+    "or labelled values the ten most frequent, from the first of them. Values: the labels "
+    "of a variable, the texts of a text variable, and of any other the smallest and the largest value and the "
+    "quartiles. On a terminal no line is wider than it is.\n"
     "\n"
     "Examples:\n"
     "  quillara info survey.sav\n"
@@ -27,6 +33,7 @@ struct InfoOptions {
     ReadOptions Reading;
     std::optional<std::string> DictionaryFile;
     bool AsJson = false;
+    bool Quiet = false;
 };
 
 bool ParseAsJson(const std::string& text) {
@@ -36,12 +43,24 @@ bool ParseAsJson(const std::string& text) {
     return text == "json";
 }
 
+std::vector<Remark> RemarksOn(const DataTable& table, const InfoOptions& options) {
+    const FormatKind kind = KindOfFile(options.File);
+    const bool isDelimited = kind == FormatKind::DelimitedText || kind == FormatKind::PackedText;
+    return isDelimited ? RemarksOnDelimited(table, options.Reading.HasHeader) : std::vector<Remark>();
+}
+
 void Run(const InfoOptions& options) {
     DataTable table = ReadDataWithProgress(options.File, options.Reading);
     if (options.DictionaryFile) {
         ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
     }
-    WriteToStandardOutput(options.AsJson ? VariablesAsJson(table) : VariablesAsText(table));
+    const std::vector<Remark> remarks = RemarksOn(table, options);
+    for (const Remark& remark : remarks) {
+        if (!options.Quiet) {
+            WriteMessage(remark.Line());
+        }
+    }
+    WriteToStandardOutput(options.AsJson ? VariablesAsJson(table, remarks) : VariablesAsText(table, TerminalWidth()));
 }
 
 }  // namespace
@@ -57,6 +76,7 @@ void AddInfoCommand(CLI::App& program) {
         ->type_name("FILE");
     const auto take = [options](const std::string& text) { options->AsJson = ParseAsJson(text); };
     AddValue(*command, "--format", take, "text (default) or json, which has all value labels")->type_name("text|json");
+    AddQuiet(*command, options->Quiet);
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
         TellReadingOptionsWithoutEffect(*command, options->File);

@@ -1,11 +1,18 @@
 #include "workbench/command/StandardStreams.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 #include "workbench/data/Errors.h"
+#include "workbench/numbers/DecimalNumber.h"
 #include "workbench/views/ShownText.h"
 
 namespace quillara {
@@ -15,6 +22,16 @@ void WriteToStandardOutput(std::string_view text) {
     if (!isWritten || std::fflush(stdout) != 0) {
         throw DataError("Standard output can't be written: " + std::string(std::strerror(errno)) + ".");
     }
+}
+
+std::size_t TerminalWidth() {
+    winsize size{};
+    if (isatty(STDOUT_FILENO) == 1 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) {
+        return size.ws_col;
+    }
+    const char* columns = std::getenv("COLUMNS");
+    const std::optional<int> count = columns == nullptr ? std::nullopt : WholeNumber(columns);
+    return static_cast<std::size_t>(std::max(count.value_or(0), 0));
 }
 
 void WriteMessage(std::string_view text) {

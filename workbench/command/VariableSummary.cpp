@@ -2,17 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 #include <set>
 #include <utility>
 
-#include "platform/OrderedBits.h"
 #include "workbench/data/Calendar.h"
+#include "workbench/data/ValueText.h"
 #include "workbench/views/JsonText.h"
 
 namespace quillara {
 namespace {
+
+constexpr std::size_t MostBars = 10;
 
 constexpr std::array<std::pair<ValueKind, const char*>, 4> TypeNames{{
     {ValueKind::Number, "number"},
@@ -65,6 +65,31 @@ Json JsonOf(const LabelledValue& value, const std::string& type) {
     return json;
 }
 
+Json RoleValue(DefaultRole role) {
+    return role == DefaultRole::None ? Json() : Json(role == DefaultRole::Categorical ? "categorical" : "continuous");
+}
+
+std::array<double, 5> ValuesOf(const FiveNumbers& numbers) {
+    return {numbers.Smallest, numbers.LowerQuartile, numbers.Median, numbers.UpperQuartile, numbers.Largest};
+}
+
+/// From the smallest to the largest; null without values.
+Json QuantilesOf(const VariableSummary& summary) {
+    if (summary.Quantiles.empty()) {
+        return {};
+    }
+    Json quantiles = Json::array();
+    for (std::size_t place = 0; place < summary.Quantiles.size(); ++place) {
+        quantiles.push_back(summary.Type == "number" ? NumberValue(ValuesOf(*summary.Spread.Numbers)[place])
+                                                     : Json(summary.Quantiles[place]));
+    }
+    return quantiles;
+}
+
+Json JsonOf(const Remark& remark) {
+    return {{"code", remark.Code}, {"text", remark.Text}, {"advice", remark.Advice}};
+}
+
 Json JsonOf(const VariableSummary& summary) {
     Json labels = Json::array();
     for (const LabelledValue& value : summary.Values) {
@@ -72,27 +97,25 @@ Json JsonOf(const VariableSummary& summary) {
     }
     return {{"name", summary.Name},
             {"type", summary.Type},
+            {"role", RoleValue(summary.Role)},
             {"label", summary.Label},
             {"format", summary.Format},
-            {"missing", summary.MissingCases},
+            {"missing", summary.Spread.Missing},
+            {"distinct", summary.Spread.Distinct},
+            {"quantiles", QuantilesOf(summary)},
+            {"bars", summary.Spread.Bars},
             {"labels", std::move(labels)}};
 }
 
-void TakeValues(VariableSummary& summary, const Variable& variable) {
-    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-    double smallest = std::numeric_limits<double>::infinity();
-    double largest = -smallest;
-    for (const double value : variable.Values) {
-        if (missing.Contains(value)) {
-            ++summary.MissingCases;
-        } else if (std::isfinite(value)) {
-            smallest = std::min(smallest, value);
-            largest = std::max(largest, value);
+void TakeSpread(VariableSummary& summary, const Variable& variable) {
+    summary.Role = DefaultRoleOf(variable);
+    summary.Spread = SpreadOf(variable, MostBars);
+    if (const std::optional<FiveNumbers>& numbers = summary.Spread.Numbers) {
+        for (const double value : ValuesOf(*numbers)) {
+            const bool isInner = value != numbers->Smallest && value != numbers->Largest;
+            const bool isRounded = isInner && variable.Kind == ValueKind::Number;
+            summary.Quantiles.push_back(isRounded ? TextOfValue(variable.Kind, value) : TextOf(variable, value));
         }
-    }
-    if (smallest <= largest && variable.Kind != ValueKind::Text) {
-        summary.Smallest = TextOf(variable, smallest);
-        summary.Largest = TextOf(variable, largest);
     }
 }
 
@@ -104,7 +127,7 @@ VariableSummary SummaryOf(const Variable& variable) {
     summary.Type = TypeOf(variable);
     summary.Label = variable.LongName;
     summary.Format = variable.Format;
-    TakeValues(summary, variable);
+    TakeSpread(summary, variable);
     for (const double value : ValuesOf(variable)) {
         summary.Values.push_back(
             {value, TextOf(variable, value), Copy(variable.LabelOf(value)), Copy(variable.DescriptionOf(value))});
@@ -112,11 +135,14 @@ VariableSummary SummaryOf(const Variable& variable) {
     return summary;
 }
 
-std::string VariablesAsJson(const DataTable& table) {
+std::string VariablesAsJson(const DataTable& table, const std::vector<Remark>& remarks) {
     Json json;
     json["data"] = {{"file", table.FileName}, {"cases", table.Cases}, {"variables", table.Variables.size()}};
     json["data"]["title"] = table.Header;
     json["data"]["weight"] = table.Weight ? Json(table.Variables[*table.Weight].Name) : Json();
+    for (const Remark& remark : remarks) {
+        json["remarks"].push_back(JsonOf(remark));
+    }
     json["variables"] = Json::array();
     for (const Variable& variable : table.Variables) {
         json["variables"].push_back(JsonOf(SummaryOf(variable)));

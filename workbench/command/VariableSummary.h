@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/DefaultRole.h"
+#include "workbench/data/ValueSpread.h"
+#include "workbench/documents/Remarks.h"
 
 namespace quillara {
 
@@ -22,18 +27,22 @@ struct VariableSummary {
     std::string Type;  ///< number, date, time or text
     std::string Label;
     std::string Format;
-    std::int64_t MissingCases = 0;
-    std::string Smallest;  ///< of the values that aren't missing; empty for texts, and when there is none
-    std::string Largest;
+    DefaultRole Role = DefaultRole::None;
+    ValueSpread Spread;
+    /// The five numbers of the spread for people; empty for texts, and when there is no value.
+    std::vector<std::string> Quantiles;
     std::vector<LabelledValue> Values;  ///< ascending
 };
 
 [[nodiscard]] VariableSummary SummaryOf(const Variable& variable);
 
-/// The variables of a table for people: an aligned table with type, label, missing cases and the first value labels.
-[[nodiscard]] std::string VariablesAsText(const DataTable& table);
+/// The variables of a table for people: an aligned table with type, role, missing cases, distinct values, a drawing of
+/// the distribution, label and the first value labels or the quartiles. No line is wider than so many places of a
+/// terminal (0: any): texts are cut, or label and values stand on a line of their own.
+[[nodiscard]] std::string VariablesAsText(const DataTable& table, std::size_t width);
 
-/// The variables as one JSON text that ends with a line feed, with all value labels and descriptions.
-[[nodiscard]] std::string VariablesAsJson(const DataTable& table);
+/// The variables as one JSON text that ends with a line feed, with all value labels and descriptions, and what is
+/// remarked about the table, if anything.
+[[nodiscard]] std::string VariablesAsJson(const DataTable& table, const std::vector<Remark>& remarks);
 
 }  // namespace quillara

@@ -1,5 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <numeric>
+#include <string_view>
 
 #include "workbench/command/VariableSummary.h"
 #include "workbench/formats/DelimitedText.h"
@@ -10,12 +13,19 @@ namespace {
 
 constexpr std::size_t ShownValues = 5;
 constexpr std::size_t LongestText = 48;
-constexpr std::size_t ColumnCount = 6;
+constexpr std::size_t ShortestText = 20;  ///< of label or values beside the other columns; else they go below
+constexpr std::size_t NameColumn = 1;
+constexpr std::size_t LongestNarrowName = 24;
+constexpr std::size_t FactCount = 7;
+constexpr std::size_t ColumnCount = FactCount + 2;
+constexpr std::string_view Indent = "    ";
+constexpr std::size_t Gap = 2;
 
+/// Facts, then label and values.
 using Line = std::array<std::string, ColumnCount>;
 
 /// Whether the numbers of a column stand at its right edge.
-constexpr std::array<bool, ColumnCount> RightAligned = {true, false, false, true, false, false};
+constexpr std::array<bool, ColumnCount> RightAligned = {true, false, false, false, true, true, false, false, false};
 
 bool BeginsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
@@ -25,16 +35,20 @@ std::size_t CharactersIn(const std::string& text) {
     return static_cast<std::size_t>(std::ranges::count_if(text, BeginsCharacter));
 }
 
-/// A text on one line, cut between characters when it is too long for a column.
-std::string Shortened(const std::string& text) {
-    std::string line = ShownLine(text);
-    if (CharactersIn(line) <= LongestText) {
+/// A line, cut between characters where it is longer.
+std::string Cut(const std::string& line, std::size_t longest) {
+    if (CharactersIn(line) <= longest) {
         return line;
     }
     std::size_t characters = 0;
     const auto cut =
-        std::ranges::find_if(line, [&](char byte) { return BeginsCharacter(byte) && ++characters >= LongestText - 2; });
+        std::ranges::find_if(line, [&](char byte) { return BeginsCharacter(byte) && ++characters >= longest - 2; });
     return std::string(line.begin(), cut) + "...";
+}
+
+/// A text on one line, cut when it is too long for a column.
+std::string Shortened(const std::string& text) {
+    return Cut(ShownLine(text), LongestText);
 }
 
 /// A text among others with commas between.
@@ -47,11 +61,20 @@ std::string ShownValue(const LabelledValue& value) {
     return ListedText(value.Text) + (sayBoth ? " = " + ListedText(value.Label) : "");
 }
 
+/// Where the values lie.
+std::string ShownRangeOf(const VariableSummary& summary) {
+    const std::vector<std::string>& numbers = summary.Quantiles;
+    if (numbers.empty() || numbers.front() == numbers.back()) {
+        return numbers.empty() ? "" : numbers.front();
+    }
+    return numbers.front() + " to " + numbers.back() + ", quartiles " + numbers[1] + ", " + numbers[2] + ", " +
+           numbers[3];
+}
+
 /// The first values with their labels and, of many, how many more there are; without any, where the values lie.
 std::string ShownValuesOf(const VariableSummary& summary) {
     if (summary.Values.empty()) {
-        const bool isOne = summary.Smallest == summary.Largest;
-        return isOne ? summary.Smallest : summary.Smallest + " to " + summary.Largest;
+        return ShownRangeOf(summary);
     }
     std::string shown;
     const std::size_t count = std::min(summary.Values.size(), ShownValues);
@@ -62,29 +85,113 @@ std::string ShownValuesOf(const VariableSummary& summary) {
     return more == 0 ? shown : shown + ", and " + std::to_string(more) + " more";
 }
 
-Line LineOf(std::size_t number, const VariableSummary& summary) {
-    return {std::to_string(number),   ShownLine(summary.Name), summary.Type, std::to_string(summary.MissingCases),
-            Shortened(summary.Label), ShownValuesOf(summary)};
+/// Bars of eight heights; a part with few cases still has the lowest, one without any is a dot.
+std::string DrawingOf(const std::vector<std::size_t>& bars) {
+    constexpr std::array<std::string_view, 8> heights = {"\u2581", "\u2582", "\u2583", "\u2584",
+                                                         "\u2585", "\u2586", "\u2587", "\u2588"};
+    const std::size_t highest = bars.empty() ? 1 : std::max<std::size_t>(std::ranges::max(bars), 1);
+    std::string drawing;
+    for (const std::size_t bar : bars) {
+        drawing += bar == 0 ? "." : heights[(bar * (heights.size() - 1) + highest / 2) / highest];
+    }
+    return drawing;
 }
 
-std::string Aligned(const std::vector<Line>& lines) {
-    std::array<std::size_t, ColumnCount> widths{};
+std::string_view WordOf(DefaultRole role) {
+    switch (role) {
+        case DefaultRole::Categorical:
+            return "categorical";
+        case DefaultRole::Continuous:
+            return "continuous";
+        case DefaultRole::None:
+            break;
+    }
+    return "-";
+}
+
+Line LineOf(std::size_t number, const VariableSummary& summary) {
+    return {std::to_string(number),
+            ShownLine(summary.Name),
+            summary.Type,
+            std::string(WordOf(summary.Role)),
+            std::to_string(summary.Spread.Missing),
+            std::to_string(summary.Spread.Distinct),
+            DrawingOf(summary.Spread.Bars),
+            Shortened(summary.Label),
+            ShownValuesOf(summary)};
+}
+
+using Widths = std::array<std::size_t, ColumnCount>;
+
+Widths WidthsOf(const std::vector<Line>& lines) {
+    Widths widths{};
     for (const Line& line : lines) {
         for (std::size_t column = 0; column < ColumnCount; ++column) {
             widths[column] = std::max(widths[column], DisplayWidth(line[column]));
         }
     }
+    return widths;
+}
+
+std::string WithoutBlanksBehind(std::string row) {
+    row.erase(row.find_last_not_of(' ') + 1);
+    return row + '\n';
+}
+
+std::string Row(const Line& line, const Widths& widths, std::size_t columns) {
+    std::string row;
+    for (std::size_t column = 0; column < columns; ++column) {
+        const std::string padding(widths[column] - std::min(widths[column], DisplayWidth(line[column])), ' ');
+        row += (column == 0 ? "" : "  ") + (RightAligned[column] ? padding + line[column] : line[column] + padding);
+    }
+    return WithoutBlanksBehind(row);
+}
+
+/// Label and values below the facts.
+std::string BelowFacts(const Line& line, std::size_t width) {
+    std::string rows;
+    for (const std::string& text : {line[FactCount], line[FactCount + 1]}) {
+        rows += text.empty() ? "" : std::string(Indent) + Cut(text, width - Indent.size()) + '\n';
+    }
+    return rows;
+}
+
+/// The places that the first columns take.
+std::size_t WidthOf(const Widths& widths, std::size_t columns) {
+    const auto end = widths.begin() + static_cast<std::ptrdiff_t>(columns);
+    return std::accumulate(widths.begin(), end, Gap * (columns - 1));
+}
+
+std::string WithValuesBeside(std::vector<Line> lines, std::size_t room) {
+    for (Line& line : lines) {
+        line.back() = Cut(line.back(), room);
+    }
+    const Widths widths = WidthsOf(lines);
     std::string text;
     for (const Line& line : lines) {
-        std::string row;
-        for (std::size_t column = 0; column < ColumnCount; ++column) {
-            const std::string padding(widths[column] - DisplayWidth(line[column]), ' ');
-            row += (column == 0 ? "" : "  ") + (RightAligned[column] ? padding + line[column] : line[column] + padding);
-        }
-        row.erase(row.find_last_not_of(' ') + 1);
-        text += row + "\n";
+        text += Row(line, widths, ColumnCount);
     }
     return text;
+}
+
+std::string WithValuesBelow(std::vector<Line> lines, std::size_t width) {
+    for (Line& line : lines) {
+        line[NameColumn] = Cut(line[NameColumn], LongestNarrowName);
+    }
+    const Widths widths = WidthsOf(lines);
+    std::string text;
+    for (const Line& line : lines) {
+        text += Row(line, widths, FactCount) + (&line == &lines.front() ? "" : BelowFacts(line, width));
+    }
+    return text;
+}
+
+std::string Aligned(const std::vector<Line>& lines, std::size_t width) {
+    const std::size_t beside = WidthOf(WidthsOf(lines), FactCount + 1) + Gap;
+    if (width > 0 && beside + ShortestText > width) {
+        return WithValuesBelow(lines, width);
+    }
+    return WithValuesBeside(lines, width == 0 ? std::numeric_limits<std::size_t>::max() : width - beside);
 }
 
 std::string Counted(std::size_t count, const std::string& thing) {
@@ -105,12 +212,12 @@ std::string HeadingOf(const DataTable& table) {
 
 }  // namespace
 
-std::string VariablesAsText(const DataTable& table) {
-    std::vector<Line> lines = {{"#", "Name", "Type", "Missing", "Label", "Values"}};
+std::string VariablesAsText(const DataTable& table, std::size_t width) {
+    std::vector<Line> lines = {{"#", "Name", "Type", "Used as", "Missing", "Distinct", "Cases", "Label", "Values"}};
     for (std::size_t index = 0; index < table.Variables.size(); ++index) {
         lines.push_back(LineOf(index + 1, SummaryOf(table.Variables[index])));
     }
-    return HeadingOf(table) + Aligned(lines);
+    return HeadingOf(table) + Aligned(lines, width);
 }
 
 }  // namespace quillara

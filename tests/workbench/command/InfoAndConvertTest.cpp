@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 #include "tests/workbench/command/Program.h"
@@ -14,8 +17,24 @@ TEST_F(InfoAndConvert, NoTextSteersTheTerminalOrLooksLikeTwo) {
                "a\xC2\x9B"
                "31m\n\"x, y\"\n");
     EXPECT_EQ(Quillara(Folder, "info odd.csv").Out,
-              "odd.csv: 1 case, 1 variable\n\n#  Name        Type  Missing  Label  Values\n"
-              "1  a\\u009B31m  text        0         \"x, y\"\n");
+              "odd.csv: 1 case, 1 variable\n\n"
+              "#  Name        Type  Used as      Missing  Distinct  Cases  Label  Values\n"
+              "1  a\\u009B31m  text  categorical        0         1  \u2588             \"x, y\"\n");
+}
+
+/// Places that a line takes, of characters of one place each.
+std::size_t PlacesOf(const std::string& line) {
+    return static_cast<std::size_t>(std::ranges::count_if(line, [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+TEST_F(InfoAndConvert, NoLineIsWiderThanTheTerminal) {
+    for (const std::size_t width : {80U, 100U, 132U}) {
+        const std::string columns = "export COLUMNS=" + std::to_string(width) + ";";
+        std::istringstream lines(Quillara(Folder, "info " + testing_locations::Sample("survey.sav"), columns).Out);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LE(PlacesOf(line), width) << line;
+        }
+    }
 }
 
 TEST_F(InfoAndConvert, PipesAreWrittenTo) {
