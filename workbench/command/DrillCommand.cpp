@@ -159,8 +159,11 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "text for reading, html for a report, json and csv (one tidy table) for programs, csv-blocks for the tables as "
         "they are laid out (default: as the name of --output ends, else text)")
         ->type_name("text|json|csv|csv-blocks|html");
-    AddText(command, "--output", options.OutputFile, "file for the results (default: standard output)")
-        ->type_name("FILE")
+    AddText(
+        command, "--output", options.OutputFile,
+        "file for the results (default: standard output); a folder, which ends with / or is there, gets a file of each "
+        "table, in csv unless --format says json, text or csv-blocks")
+        ->type_name("FILE|FOLDER/")
         ->group(group);
     AddQuiet(command, options.Quiet)->group(group);
     AddText(command, "--record", options.RecordFile,

@@ -12,6 +12,7 @@
 #include "workbench/command/PlotFiles.h"
 #include "workbench/command/ShownPainting.h"
 #include "workbench/command/StandardStreams.h"
+#include "workbench/command/TableFiles.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileFormats.h"
@@ -37,12 +38,45 @@ std::string Shown(const DrillOptions& options, const OutputCollection& outputs, 
     });
 }
 
-/// The files of charts, and the documents as they are written.
-std::pair<std::vector<PlotFile>, std::string> Painted(const DrillOptions& options, const OutputCollection& outputs) {
+/// What is written: the files of charts, and the documents as files of a folder or as one text.
+struct Results {
+    std::vector<FolderFile> Plots;
+    std::vector<FolderFile> Tables;
+    std::string Documents;
+};
+
+bool GoToFolder(const DrillOptions& options) {
+    return options.OutputFile && NamesFolder(*options.OutputFile);
+}
+
+Results Painted(const DrillOptions& options, const OutputCollection& outputs) {
     ShownPainting painting(Paintings(options, outputs));
     const ChartPainting paint = std::bind_front(&ShownPainting::Paint, &painting);
-    std::vector<PlotFile> plots = PaintedPlots(options.Charts, outputs, paint);
-    return {std::move(plots), Shown(options, outputs, paint)};
+    Results results{PaintedPlots(options.Charts, outputs, paint), {}, {}};
+    if (GoToFolder(options)) {
+        results.Tables = TableFiles(outputs, options.IsFormatNamed ? options.Format : OutputFormat::Csv);
+    } else {
+        results.Documents = Shown(options, outputs, paint);
+    }
+    return results;
+}
+
+void CheckTables(const DrillOptions& options, const std::vector<FolderFile>& tables) {
+    std::vector<std::string> others{options.File};
+    for (const auto& file : {options.DictionaryFile, options.SaveFile, options.RecordFile}) {
+        if (file) {
+            others.push_back(*file);
+        }
+    }
+    CheckTablesHitNoOther(*options.OutputFile, tables, others);
+}
+
+void WriteTables(const std::string& folder, const std::vector<FolderFile>& tables) {
+    const std::string replaced = WhatIsReplaced(folder, tables);
+    WriteFolder(folder, tables);
+    if (!replaced.empty()) {
+        WriteMessage(replaced);
+    }
 }
 
 void CheckFile(const std::string& option, const std::optional<std::string>& file, const DrillOptions& options) {
@@ -82,6 +116,9 @@ void WriteScript(const std::string& path, const std::string& script) {
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
+    if (GoToFolder(options) && options.Format == OutputFormat::Html) {
+        throw UsageError("--output: a report is one file, not a folder; name a file, or choose another format.");
+    }
     CheckFile("--record", options.RecordFile, options);
     CheckFile("--save", options.SaveFile, options);
     CheckApart("--save", options.SaveFile, "--output", options.OutputFile);
@@ -92,7 +129,10 @@ void CheckFiles(const DrillOptions& options) {
 
 void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     // All is painted before anything is written.
-    const auto [plots, documents] = Painted(options, outcome.Outputs);
+    const Results results = Painted(options, outcome.Outputs);
+    if (GoToFolder(options)) {
+        CheckTables(options, results.Tables);
+    }
     if (options.SaveFile) {
         SaveDataFile(*outcome.Subset, *options.SaveFile);
         if (!options.Quiet) {
@@ -103,14 +143,18 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
         WriteScript(*options.RecordFile, outcome.Script);
     }
     if (options.Charts.Folder) {
-        WritePlots(*options.Charts.Folder, plots);
+        WriteFolder(*options.Charts.Folder, results.Plots);
+    }
+    if (GoToFolder(options)) {
+        WriteTables(*options.OutputFile, results.Tables);
+        return;
     }
     if (!options.OutputFile) {
-        WriteToStandardOutput(documents);
+        WriteToStandardOutput(results.Documents);
         return;
     }
     const FileWriting writing(*options.OutputFile);
-    ReplaceFile(*options.OutputFile, documents, IsInterrupted);
+    ReplaceFile(*options.OutputFile, results.Documents, IsInterrupted);
     IgnoreInterrupts();
 }
 

@@ -1,0 +1,59 @@
+#include "workbench/command/FolderFiles.h"
+
+#include <filesystem>
+
+#include "workbench/command/Interruption.h"
+#include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/formats/FileReplacement.h"
+#include "workbench/hosting/LongTexts.h"
+
+namespace quillara {
+namespace {
+
+void MakeFolder(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(folder, ignored)) {
+        const std::string reason = error ? error.message() : "a file has this name";
+        throw DataError("The folder " + Quoted(folder) + " can't be made: " + reason + ".");
+    }
+}
+
+}  // namespace
+
+std::string PlainFileName(std::string_view text) {
+    constexpr std::size_t longest = 40;
+    constexpr unsigned char firstOfOtherScripts = 0x80;
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    std::string name;
+    for (const char character : text) {
+        const char small = SmallLetter(character);
+        const bool isOfOtherScript = static_cast<unsigned char>(character) >= firstOfOtherScripts;
+        if (isOfOtherScript || letters.find(small) != std::string_view::npos) {
+            name += small;
+        } else if (!name.empty() && name.back() != '-') {
+            name += '-';
+        }
+    }
+    name = WithoutBrokenTail(name.substr(0, longest));
+    name.erase(name.find_last_not_of('-') + 1);
+    return name;
+}
+
+std::string TwoDigits(int number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files) {
+    MakeFolder(folder);
+    for (const FolderFile& file : files) {
+        const std::string path = (std::filesystem::path(folder) / file.Name).string();
+        const FileWriting writing(path);
+        ReplaceFile(path, file.Bytes, IsInterrupted);
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillara {
+
+/// A file as it goes to a folder.
+struct FolderFile {
+    std::string Name;  ///< without the folder: step1-histogram-02-age.svg
+    std::string Bytes;
+};
+
+/// A text in lower-case letters, digits, single hyphens and the letters of other scripts, at most 40 bytes.
+[[nodiscard]] std::string PlainFileName(std::string_view text);
+
+/// A number in at least two digits.
+[[nodiscard]] std::string TwoDigits(int number);
+
+/// Writes files into a folder, which is made when it isn't there; other files of the folder stay. Throws DataError when
+/// that fails and Interrupted when the user cancelled; the file at which that happened is then as it was.
+void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files);
+
+}  // namespace quillara
