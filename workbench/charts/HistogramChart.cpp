@@ -45,10 +45,20 @@ double HighestOf(const Histogram& chart) {
     return highest;
 }
 
+/// The first step of the axis that leaves room for the count above the highest bar: the axis may be given far longer.
+double EndNear(double highest, const GraphAxis& given) {
+    constexpr double withRoom = 1.05;
+    const double end = given.Step > 0.0
+                           ? given.Min + std::ceil((highest * withRoom - given.Min) / given.Step) * given.Step
+                           : given.Max;
+    return highest > 0.0 ? std::min(end, given.Max) : given.Max;
+}
+
 /// Counts of small weights can lie above the axis that they were given, down to one of no length.
 AreaAxis CountAxis(const Histogram& chart) {
     AreaAxis axis = GivenAxis(chart.Y);
     const double highest = HighestOf(chart);
+    axis.Range.High = EndNear(highest, chart.Y);
     if (!(axis.Range.High > axis.Range.Low) || axis.Range.High < highest) {
         axis.Range = {std::min(axis.Range.Low, 0.0), highest > 0.0 ? highest * 1.1 : 1.0};
         axis.HasRoundNumbers = true;

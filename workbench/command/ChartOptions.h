@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "workbench/charts/ChartFile.h"
+#include "workbench/views/PlainCharts.h"
 
 namespace quillara {
 
@@ -24,6 +25,7 @@ struct ChartOptions {
     std::optional<std::string> Folder;  ///< for a file of each chart; nothing: none are written
     ChartFormat Format = ChartFormat::Svg;
     ChartLook Look;
+    ChartTitles Titles;
 };
 
 /// Each throws UsageError saying what is wrong with the text.

@@ -41,8 +41,8 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading);
 /// Tells the user which of these options are given and change nothing, as the file isn't delimited text.
 void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file);
 
-/// Adds the subcommands to the program; their callbacks do the work.
-void AddDrillCommand(CLI::App& program);
+/// Adds the subcommands to the program; their callbacks do the work. A report shows the call of the program.
+void AddDrillCommand(CLI::App& program, const std::string& call);
 void AddInfoCommand(CLI::App& program);
 void AddConvertCommand(CLI::App& program);
 

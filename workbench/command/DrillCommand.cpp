@@ -218,6 +218,15 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         "pixels of charts in files and in html (default: 900x600)")
         ->type_name("WIDTHxHEIGHT");
     add(
+        "--title", [&](const std::string& text) { charts.Titles.Own = text; },
+        "title of the report in html, and of charts in files above what they show")
+        ->type_name("TEXT");
+    command
+        .add_flag("--raw-titles", charts.Titles.AreRaw,
+                  "titles and axes of pictures are named as in the other formats, not in plain words")
+        ->disable_flag_override()
+        ->group(group);
+    add(
         "--theme", [&](const std::string& text) { charts.Look.Dark = ParseDark(text); },
         "ground of charts in files (default: light); a report in html follows its reader's")
         ->type_name("light|dark");
@@ -256,8 +265,9 @@ std::vector<DrillStep> StepsInOrder(const CLI::App& command, const CLI::Option* 
 
 }  // namespace
 
-void AddDrillCommand(CLI::App& program) {
+void AddDrillCommand(CLI::App& program, const std::string& call) {
     const auto options = std::make_shared<DrillOptions>();
+    options->Call = call;
     options->Results = DefaultResults();
     options->DefaultResults = options->Results.size();
     CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");

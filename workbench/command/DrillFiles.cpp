@@ -10,6 +10,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/command/PlotCollisions.h"
 #include "workbench/command/PlotFiles.h"
+#include "workbench/command/ReportFacts.h"
 #include "workbench/command/ShownPainting.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/command/TableFiles.h"
@@ -30,8 +31,19 @@ std::int32_t Paintings(const DrillOptions& options, const OutputCollection& outp
     return static_cast<std::int32_t>(graphs) * perGraph;
 }
 
+/// With its title, which no picture repeats, and how it was made.
+OutputCollection Report(const DrillOptions& options, const OutputCollection& outputs) {
+    OutputCollection report = Titled(outputs, {.Own = {}, .AreRaw = options.Charts.Titles.AreRaw});
+    report.Title = options.Charts.Titles.Own;
+    report.Made = MadeToday();
+    report.Call = options.Call;
+    return report;
+}
+
 std::string Shown(const DrillOptions& options, const OutputCollection& outputs, const ChartPainting& paint) {
-    return ViewOf(std::span(&outputs, 1), options.Format, [&](const GraphDocument& graph, bool isDark) {
+    const bool isReport = options.Format == OutputFormat::Html;
+    const OutputCollection shown = isReport ? Report(options, outputs) : outputs;
+    return ViewOf(std::span(&shown, 1), options.Format, [&](const GraphDocument& graph, bool isDark) {
         ChartLook look = options.Charts.Look;
         look.Dark = isDark;
         return paint(graph, look, ChartFormat::Svg);

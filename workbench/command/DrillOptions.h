@@ -47,6 +47,7 @@ struct DrillOptions {
     std::size_t DefaultResults = 0;  ///< how many at their front nobody has asked for
     GroupOptions Groups;
     ChartOptions Charts;
+    std::string Call;  ///< of the program, as a shell takes it
     bool Quiet = false;  ///< remarks aren't told on standard error
     bool AfterEach = false;  ///< results after every step, else after the last
     OutputFormat Format = OutputFormat::Text;

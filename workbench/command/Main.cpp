@@ -16,6 +16,7 @@
 #include "workbench/command/ExitStatus.h"
 #include "workbench/command/HelpFormatter.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/ReportFacts.h"
 #include "workbench/command/RunCommand.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
@@ -37,9 +38,9 @@ void AddOpenCommand(CLI::App& program) {
     command->callback([] { throw UsageError(NoDesktop); });
 }
 
-void AddCommands(CLI::App& program, const std::vector<std::string>& forScript) {
+void AddCommands(CLI::App& program, const std::vector<std::string>& own, const std::vector<std::string>& forScript) {
     program.require_subcommand(0, 1);
-    AddDrillCommand(program);
+    AddDrillCommand(program, ShellCall(own));
     AddInfoCommand(program);
     AddConvertCommand(program);
     AddRunCommand(program, forScript);
@@ -115,7 +116,8 @@ ExitStatus Run(std::span<char*> arguments) {
         program.set_version_flag("-V,--version", std::string(ProgramName) + ' ' + QUILLARA_VERSION,
                                  "print the version and exit");
         const std::size_t own = OwnArguments(arguments);
-        AddCommands(program, {arguments.begin() + static_cast<std::ptrdiff_t>(own), arguments.end()});
+        const auto scriptsOwn = arguments.begin() + static_cast<std::ptrdiff_t>(own);
+        AddCommands(program, {arguments.begin(), scriptsOwn}, {scriptsOwn, arguments.end()});
         program.parse(ForParser(arguments.first(own)));
         return DoneStatus;
     } catch (const CLI::CallForHelp&) {

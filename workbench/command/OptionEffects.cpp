@@ -31,6 +31,10 @@ bool HasPictures(const DrillOptions& options) {
     return HasPlots(options) || (options.Format == OutputFormat::Html && std::ranges::any_of(options.Results, isChart));
 }
 
+bool HasTitledFiles(const DrillOptions& options) {
+    return HasPlots(options) || options.Format == OutputFormat::Html;
+}
+
 bool HasDrillVariables(const DrillOptions& options) {
     return !options.Names || !options.Names->Categorical.empty() || !options.Names->Continuous.empty();
 }
@@ -47,7 +51,7 @@ struct OptionEffect {
 };
 
 // clang-format off
-constexpr std::array<OptionEffect, 8> Effects{{
+constexpr std::array<OptionEffect, 10> Effects{{
     // Option              HasEffect            Lack
     {"--weighted-moments", HasWeight,           "no weight is named in --weight"},
     {"--casewise",         HasDrillVariables,   "there are no drill variables"},
@@ -56,6 +60,8 @@ constexpr std::array<OptionEffect, 8> Effects{{
     {"--save-variables",   HasSaveFile,         "no file is named in --save"},
     {"--plot-format",      HasPlots,            "no folder is named in --plots"},
     {"--size",             HasPictures,         "no charts are painted; --plots and --format html do that"},
+    {"--title",            HasTitledFiles,      "it stands in reports and in files of charts; --format html and --plots make them"},
+    {"--raw-titles",       HasPictures,         "no charts are painted; --plots and --format html do that"},
     {"--theme",            HasPlots,            "no folder is named in --plots; a report follows its reader's theme"},
 }};
 // clang-format on

@@ -43,7 +43,8 @@ std::vector<FolderFile> PaintedPlots(const ChartOptions& options, const OutputCo
     }
     for (const OutputEntry& entry : outputs.Entries) {
         if (const auto* graph = std::get_if<GraphDocument>(&entry.Content)) {
-            plots.push_back({FileNameOf(entry, *graph, options.Format), paint(*graph, options.Look, options.Format)});
+            const GraphDocument titled = Titled(*graph, outputs, entry.Step, options.Titles);
+            plots.push_back({FileNameOf(entry, *graph, options.Format), paint(titled, options.Look, options.Format)});
         }
     }
     return plots;

@@ -25,6 +25,9 @@ struct OutputCollection {
     std::string FileName;  ///< of the data, without its folder
     std::int32_t Cases = 0;
     int Variables = 0;
+    std::string Title;  ///< of a report; empty: the name of the data
+    std::string Made;  ///< when, and with what, for a report; empty: not said
+    std::string Call;  ///< of the program that made it; empty: not said
     std::vector<std::string> Settings;  ///< what applies to all documents ("Selection: age > 30"), for people
     std::optional<SubsetSize> Selected;  ///< the cases before the first step; nothing: not counted
     std::vector<StepTaken> Steps;

@@ -40,6 +40,8 @@ a:hover, a:focus-visible { text-decoration: underline; }
 .remarks { margin: 1rem 0 0; padding: .6rem 1rem .6rem 2rem; max-width: 60rem; border: 1px solid var(--line);
   border-left: .3rem solid var(--accent); border-radius: .3rem; background: var(--panel); font-size: .9rem; }
 .remarks li { margin: .2rem 0; overflow-wrap: anywhere; }
+.page-foot { padding: 1rem 2rem 1.5rem; border-top: 1px solid var(--line); color: var(--soft); font-size: .8125rem; }
+.page-foot p { margin: .2rem 0; overflow-wrap: anywhere; }
 .layout { display: grid; grid-template-columns: 17rem minmax(0, 1fr); align-items: start; }
 .contents {
   position: sticky; top: 0; max-height: 100vh; overflow-y: auto; padding: 1.5rem 1rem 2rem 2rem; font-size: .875rem;
@@ -133,13 +135,16 @@ tbody tr:hover > * { background-color: var(--panel); }
   body { font-size: 10pt; }
   .contents { display: none; }
   .layout { display: block; }
-  .page-head, main, article { padding-left: 0; padding-right: 0; }
+  .page-head, .page-foot, main, article { padding-left: 0; padding-right: 0; }
   .result { container-type: normal; overflow: visible; }
   .caption, th[scope=row] { position: static; }
   .caption { max-width: 40rem; }
   td.long { min-width: 0; }
-  caption, h2 { break-after: avoid; }
-  tr, .picture { break-inside: avoid; }
+  caption, h2, h3, thead { break-after: avoid; }
+  thead { display: table-header-group; }
+  tr, .picture, figure { break-inside: avoid; }
+  tbody tr:nth-child(-n+2) { break-after: avoid; }
+  details:not([open]) { display: none; }
 }
 )css";
 

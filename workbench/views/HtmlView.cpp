@@ -64,9 +64,23 @@ std::string RemarkBox(const OutputCollection& outputs) {
     return items.empty() ? "" : Element("ul", "class=\"remarks\" aria-label=\"Remarks\"", '\n' + items) + '\n';
 }
 
+std::string ReportTitle(const OutputCollection& outputs) {
+    return ShownLine(outputs.Title.empty() ? outputs.FileName : outputs.Title);
+}
+
+/// When and how the report was made.
+std::string PageFoot(const OutputCollection& outputs) {
+    std::string text = outputs.Made.empty() ? "" : Element("p", "", Escaped(ShownLine(outputs.Made))) + '\n';
+    if (!outputs.Call.empty()) {
+        text += Element("p", "", Element("code", "", Escaped(ShownLine(outputs.Call)))) + '\n';
+    }
+    return text.empty() ? "" : Element("footer", "class=\"page-foot\"", '\n' + text) + '\n';
+}
+
 std::string PageHead(const OutputCollection& outputs) {
     const std::string size = Counted(outputs.Cases, "case") + ", " + Counted(outputs.Variables, "variable");
-    std::string text = Element("h1", "", Escaped(ShownLine(outputs.FileName))) + Element("p", "", size) + '\n';
+    const std::string file = outputs.Title.empty() ? "" : ShownLine(outputs.FileName) + ": ";
+    std::string text = Element("h1", "", Escaped(ReportTitle(outputs))) + Element("p", "", Escaped(file) + size) + '\n';
     for (const std::string& setting : outputs.Settings) {
         text += Element("p", "", Escaped(ShownLine(setting))) + '\n';
     }
@@ -160,15 +174,15 @@ constexpr char SecurityPolicy[] =
 std::string RunText(const RunOnPage& run, const GraphPainter& paint) {
     const std::string main = Element(run.Begin.empty() ? "main" : "article", "", '\n' + Sections(run, paint));
     const std::string layout = Element("div", "class=\"layout\"", '\n' + Contents(run) + main + '\n');
-    return PageHead(run.Outputs) + layout + '\n';
+    return PageHead(run.Outputs) + layout + '\n' + PageFoot(run.Outputs);
 }
 
-/// The data files, each once.
+/// The titles or the data files, each once.
 std::string PageTitle(std::span<const OutputCollection> runs) {
     std::vector<std::string> names;
     for (const OutputCollection& run : runs) {
-        if (std::ranges::find(names, run.FileName) == names.end()) {
-            names.push_back(run.FileName);
+        if (std::ranges::find(names, ReportTitle(run)) == names.end()) {
+            names.push_back(ReportTitle(run));
         }
     }
     std::string title;

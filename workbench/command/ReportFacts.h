@@ -1,0 +1,14 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+namespace quillara {
+
+/// The call of the program as a shell takes it, for the arguments behind its name.
+[[nodiscard]] std::string ShellCall(std::span<const std::string> arguments);
+
+/// What a report says of its making: "Made on 2024-02-29 with Quillara".
+[[nodiscard]] std::string MadeToday();
+
+}  // namespace quillara
