@@ -45,13 +45,12 @@ double HighestOf(const Histogram& chart) {
     return highest;
 }
 
-/// The first step of the axis that leaves room for the count above the highest bar: the axis may be given far longer.
+/// The first label of the axis that leaves room for the count above the highest bar: the axis may be given far longer.
 double EndNear(double highest, const GraphAxis& given) {
     constexpr double withRoom = 1.05;
-    const double end = given.Step > 0.0
-                           ? given.Min + std::ceil((highest * withRoom - given.Min) / given.Step) * given.Step
-                           : given.Max;
-    return highest > 0.0 ? std::min(end, given.Max) : given.Max;
+    const auto end = std::ranges::find_if(
+        given.Labels, [=](const AxisLabel& label) { return highest > 0.0 && label.At >= highest * withRoom; });
+    return end == given.Labels.end() ? given.Max : std::min(end->At, given.Max);
 }
 
 /// Counts of small weights can lie above the axis that they were given, down to one of no length.

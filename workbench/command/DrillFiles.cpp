@@ -128,7 +128,7 @@ void WriteScript(const std::string& path, const std::string& script) {
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
-    if (GoToFolder(options) && options.Format == OutputFormat::Html) {
+    if (GoToFolder(options) && options.IsFormatNamed && options.Format == OutputFormat::Html) {
         throw UsageError("--output: a report is one file, not a folder; name a file, or choose another format.");
     }
     CheckFile("--record", options.RecordFile, options);

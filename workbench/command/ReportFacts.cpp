@@ -41,7 +41,7 @@ std::string ShellCall(std::span<const std::string> arguments) {
 }
 
 std::string MadeToday() {
-    return "Made on " + Today() + " with Quillara";
+    return "Made on " + Today() + " with Quillara " QUILLARA_VERSION;
 }
 
 }  // namespace quillara

@@ -143,6 +143,7 @@ TEST(ChartLayout, SaysWhatIsShownAndThatNothingIs) {
     whole.insert(whole.end(), {"sex = Female", "Number of counts", "3.5"});
     const std::pair<GraphDocument, Names> graphs[] = {
         {Bars(Educations, FiveCounts, 5000), whole},
+        {Bars({"a", "b"}, {2179, 1077}, 5000), {"2500"}},  // where the axis ends
         {Bars(numbers, Values(304, 1.0), 2), {"Missing"}},  // of labels that are thinned
         {Boxes(1, BoxType::MedianQuartilesRange),
          {"Median", "25%-75%", "Range without outliers", "Outliers", "Extremes"}},

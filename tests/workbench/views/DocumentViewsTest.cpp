@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "workbench/documents/NamedParts.h"
+#include "workbench/views/PlainCharts.h"
 
 namespace quillara {
 namespace {
@@ -219,6 +220,40 @@ TEST(GraphViews, WhatWasNeverCountedHasNoNumber) {
     EXPECT_THAT(JsonView(Collection({Bars()})),
                 AllOf(HasSubstr("\"points\": [[1, 2.5], [null, null]]"), HasSubstr("{\"at\": 2, \"text\": \"M<\"}")));
     EXPECT_THAT(TextView(Collection({Bars()})), HasSubstr("Female      2.5\n\n"));
+}
+
+TEST(PlainCharts, TitlesSayWhatIsShownOfWhichCases) {
+    GraphDocument bars = Bars();
+    bars.About = Sex;
+    OutputCollection run;
+    run.Cases = 9;
+    run.Settings = {"Weight: w, rounded to whole numbers"};
+    run.Steps = {{StepKind::Down, "age", "30<x<=40", SubsetSize{3}}, {StepKind::Up, "age", {}, SubsetSize{9}}};
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(Titled(bars, run, 1, {}).Title, (Lines{"Sex: as answered", "3 of 9 cases", "age = 30<x<=40"}));
+    EXPECT_EQ(Titled(bars, run, 2, {"Own"}).Title, (Lines{"Own", "Sex: as answered", "9 of 9 cases"}));
+    EXPECT_EQ(Titled(bars, run, 0, {}).Title, (Lines{"Sex: as answered", "N Total: 8"}));  // not counted
+    EXPECT_EQ(Titled(bars, run, 2, {"Own", true}).Title, (Lines{"Own", bars.Title[0], bars.Title[1]}));
+    const GraphDocument plain = Titled(bars, run, 1, {});
+    EXPECT_EQ(SeriesOf(plain)->X.Caption + '/' + SeriesOf(plain)->Y.Caption, "sex/Weighted cases");
+    BoxPlot boxes;
+    for (const char* name : {"a", "b", "c"}) {
+        boxes.Boxes.emplace_back().Variable = name;
+    }
+    EXPECT_EQ(Titled(GraphDocument{{}, {}, boxes}, run, 0, {}).Title, (Lines{"a, b and c"}));
+}
+
+TEST(HtmlView, ReportsSayWhatTheyAreAndHowTheyWereMade) {
+    OutputCollection outputs = Collection({Column({})});
+    outputs.FileName = "a.csv";
+    outputs.Title = "Our <own>";
+    outputs.Made = "Made on 2024-02-29";
+    outputs.Call = "quillara drill 'a b.csv'";
+    const std::string page = HtmlView(outputs);
+    for (const char* text : {"<h1>Our &lt;own&gt;</h1><p>a.csv: 0 cases", "<title>Our &lt;own&gt; - ",
+                             "<p>Made on 2024-02-29</p>", "<code>quillara drill 'a b.csv'</code>"}) {
+        EXPECT_THAT(page, HasSubstr(text));
+    }
 }
 
 TEST(GraphViews, LayersWithoutANameAreTheirVariable) {
