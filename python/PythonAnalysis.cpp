@@ -10,7 +10,7 @@ using quillara::ScriptedAnalysis;
 
 PythonAnalysis::PythonAnalysis(const PythonTable& table, const std::string& formula, std::optional<std::size_t> weight)
     : Held(CallHost("drill", [&] {
-          const quillara::CasesInForce cases{formula, weight};
+          const quillara::CasesInForce cases{formula, weight, table.Notices};
           return std::make_unique<ScriptedAnalysis>(table.Held, cases, HostScope::Cancelled());
       })) {}
 

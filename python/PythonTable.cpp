@@ -15,6 +15,7 @@
 #include "python/StandingNumbers.h"
 #include "python/ValueCategories.h"
 #include "workbench/data/CaseSelection.h"
+#include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/Dictionary.h"
@@ -206,6 +207,16 @@ void CheckSelection(const PythonTable& table, const std::string& formula) {
     CallHost("select", [&] { return SelectCases(*table.Held, formula); });
 }
 
+/// The table with a variable more; its columns are the same.
+PythonTable Computed(const PythonTable& table, const std::string& name, const std::string& formula) {
+    return CallHost("compute", [&] {
+        DataTable computed = *table.Held;
+        std::vector<quillara::FormulaNotice> notices = table.Notices;
+        Derive(computed, {name, formula}, notices);
+        return PythonTable{std::make_shared<const DataTable>(std::move(computed)), std::move(notices)};
+    });
+}
+
 /// Two lists of variables, unless one stands there twice.
 std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
     return CallHost("Variables", [&] {
@@ -240,6 +251,7 @@ void PythonTable::Define(py::module_& module) {
         .def("texts", [](const PythonTable& table, std::size_t index) { return VariableAt(table, index).Texts; })
         .def("categories", TellCategories, "Names of the categories, and their places by case")
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
+        .def("compute", Computed, "The table with one more variable, by its name and formula")
         .def("check_selection", CheckSelection)
         .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
         .def("weight_index", WeightIndex);

@@ -5,8 +5,10 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/FormulaNotice.h"
 
 /// Labels by column and value.
 using ValueLabels = std::map<std::string, std::map<double, std::string>>;
@@ -14,6 +16,7 @@ using ValueLabels = std::map<std::string, std::map<double, std::string>>;
 /// A data table as `_quillara.Table`. Its cases never change.
 struct PythonTable {
     std::shared_ptr<const quillara::DataTable> Held;
+    std::vector<quillara::FormulaNotice> Notices{};  ///< about the formulas of its variables
 
     /// Of columns that have just been made. Throws DataError unless names differ and lengths don't, UsageError for
     /// labels of what isn't a column of numbers without any.

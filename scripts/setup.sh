@@ -8,7 +8,6 @@ run=(
     libreadstat-dev      # statistical data files
     zlib1g-dev libzstd-dev                     # packed text
     libzip-dev libexpat1-dev libsqlite3-dev    # workbooks and databases
-    libmuparser-dev      # case selection formulas
     libcli11-dev         # command line
     nlohmann-json3-dev   # JSON
     qt6-base-dev libqt6svg6-dev libqcustomplot-dev fonts-dejavu-core  # charts

@@ -52,11 +52,14 @@ class Table:
     __slots__ = ("_held", "_variables", "_names", "_selection", "_weight")
 
     def __init__(self, held):
+        self._hold(held)
+        self._selection = ""
+        self._weight = None
+
+    def _hold(self, held):
         self._held = held
         self._variables = [_variable_of(held, index) for index in range(len(held))]
         self._names = [variable.name for variable in self._variables]
-        self._selection = ""
-        self._weight = None
 
     @property
     def name(self) -> str:
@@ -106,6 +109,16 @@ class Table:
         if formula:
             self._held.check_selection(formula)
         self._selection = formula or ""
+        return self
+
+    def compute(self, name: str, formula: str) -> Table:
+        """Adds a variable that a formula makes of others, as `if(age >= 65, 'old', 'young')` or `hours / 40`.
+
+        It has the formula for its label. Analyses that began before don't have it. Gives the table itself.
+        """
+        _arguments.text(name, "A computed variable has a name")
+        _arguments.text(formula, "A variable is computed by a formula such as 'hours / 40'")
+        self._hold(self._held.compute(name, formula))
         return self
 
     @property

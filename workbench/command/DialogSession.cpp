@@ -4,6 +4,7 @@
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 
 namespace quillara {
 namespace {
@@ -20,6 +21,7 @@ DialogSession::DialogSession(const DataTable& table, CaseSettings settings, Anal
     Document.Services = std::move(services);
     Document.Services.MemoryLacked = [this] { LacksMemory = true; };
     Document.Services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };
+    Notice(&Document, settings.Notices);
     Document.Adopt(Library.NewAnalysis());
     if (!Document.RunSequence() || Document.StartupWindow() == nullptr) {
         throw DataError(NoMemory);

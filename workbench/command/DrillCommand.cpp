@@ -7,6 +7,7 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/command/CommandLine.h"
+#include "workbench/command/ComputeOption.h"
 #include "workbench/command/DrillFiles.h"
 #include "workbench/command/DrillOptions.h"
 #include "workbench/command/DrillRun.h"
@@ -31,11 +32,9 @@ constexpr const char* DrillNotes =
     "step:00:30@09:00.\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
-    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS.\n"
-    "FORMULA: comparisons (= <> < <= > >=, also == !=), arithmetic, and, or, not, brackets, missing(NAME). A text in "
-    "double quotes, a quote in it twice, is compared with the labels of a variable; a date is written "
-    "\"YYYY-MM-DD\"; a name that is no plain word stands in [square brackets]. They bind in the order arithmetic, "
-    "comparison, not, and, or.\n"
+    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS.\n";
+
+constexpr const char* ResultNotes =
     "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives (default: those of "
     "them that apply); the charts histograms, pies, stacked, review-histograms, review-pies, review-stacked, and of "
     "review variables box, scatter, hist3d; of open and review variables distribution (N, mean, deviation, minimum, "
@@ -106,6 +105,7 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
         "continuous ones")
         ->type_name("VAR=METHOD")
         ->group("Variables");
+    AddComputeOption(command, options.Derived);
     AddText(command, "--dictionary", options.DictionaryFile,
             "delimited file of labels with the columns variable, value, label, description; an empty value means the "
             "variable itself")
@@ -271,7 +271,7 @@ void AddDrillCommand(CLI::App& program, const std::string& call) {
     options->Results = DefaultResults();
     options->DefaultResults = options->Results.size();
     CLI::App* command = program.add_subcommand("drill", "drill without a screen and print results");
-    command->footer(DrillNotes);
+    command->footer(DrillNotes + FormulaNotes() + ResultNotes);
     AddDataFile(*command, "FILE", options->File);
     AddVariableOptions(*command, *options);
     AddCaseOptions(*command, *options);

@@ -8,7 +8,7 @@
 #include "workbench/command/Interruption.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/formats/ColumnFileReader.h"
-#include "workbench/formats/Dictionary.h"
+#include "workbench/formats/TablePreparation.h"
 #include "workbench/scripting/SettingTexts.h"
 
 namespace quillara {
@@ -18,7 +18,7 @@ namespace {
 /// Whether a drill uses no variables but those that it names and its weight.
 bool UsesNamedOnly(const DrillOptions& options) {
     return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile &&
-           options.Groups.Crosses.empty() && options.Groups.Each.empty();
+           options.Groups.Crosses.empty() && options.Groups.Each.empty() && options.Derived.empty();
 }
 
 /// Checks the columns that a drill names before it uses them. A name that isn't there is told of elsewhere.
@@ -49,16 +49,14 @@ void CheckNamedColumns(DataTable& table, const DrillOptions& options) {
 
 }  // namespace
 
-DataTable OpenData(const DrillOptions& options) {
+DataTable OpenData(const DrillOptions& options, std::vector<FormulaNotice>& notices) {
     ReadOptions reading = options.Reading;
     reading.ChecksColumns = !UsesNamedOnly(options);
     DataTable table = ReadDataWithProgress(options.File, reading);
     if (!reading.ChecksColumns) {
         CheckNamedColumns(table, options);
     }
-    if (options.DictionaryFile) {
-        ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
-    }
+    notices = PrepareTable(table, {options.DictionaryFile, options.Derived}, options.Reading.MaxMemory);
     return table;
 }
 
@@ -69,7 +67,7 @@ CaseSettings SettingsFor(const DataTable& table, const DrillOptions& options) {
         settings.Weight = WeightNamed(table, *options.Weight);
     }
     if (options.Formula) {
-        settings.Selection = SelectCases(table, *options.Formula);
+        settings.Selection = SelectCases(table, *options.Formula, &settings.Notices);
     }
     return settings;
 }

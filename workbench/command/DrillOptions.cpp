@@ -1,5 +1,6 @@
 #include "workbench/command/DrillOptions.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "workbench/data/WordTable.h"
@@ -55,6 +56,13 @@ std::pair<std::string, std::string_view> SplitAtEquals(std::string_view text, st
     return *parts;
 }
 
+std::string_view WithoutBlanks(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
+    text.remove_prefix(first);
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 constexpr WordTable<bool, 2> AfterWords{{
     {"each", true},
     {"last", false},
@@ -70,6 +78,11 @@ std::string ParseName(std::string_view text) {
 CategorizedVariable ParseCategorizedVariable(std::string_view text) {
     const auto [variable, method] = SplitAtEquals(text, "METHOD");
     return {variable, ParseCategorization(method)};
+}
+
+DerivedVariable ParseDerived(std::string_view text) {
+    const auto [name, formula] = SplitAtEquals(WithoutBlanks(text), "FORMULA");
+    return {std::string(WithoutBlanks(name)), std::string(WithoutBlanks(formula))};
 }
 
 DrillStep ParseDown(std::string_view text) {

@@ -10,6 +10,7 @@
 #include "workbench/command/GroupOptions.h"
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/SubsetColumns.h"
+#include "workbench/data/DerivedVariables.h"
 #include "workbench/formats/ReadOptions.h"
 #include "workbench/views/DocumentViews.h"
 
@@ -31,6 +32,7 @@ struct DrillOptions {
     std::string File;
     ReadOptions Reading;
     std::optional<std::string> DictionaryFile;
+    std::vector<DerivedVariable> Derived;
     std::optional<std::string> Formula;  ///< of the case selection; nothing: all cases
     std::optional<std::string> Weight;  ///< name of the weight variable; nothing: no weight is in force
 
@@ -63,6 +65,7 @@ struct DrillOptions {
 
 /// Each throws UsageError saying what is wrong with the text.
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
+[[nodiscard]] DerivedVariable ParseDerived(std::string_view text);  ///< NAME=FORMULA
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
 [[nodiscard]] bool ParseAfterEach(std::string_view text);  ///< each or last
 

@@ -52,7 +52,11 @@ bool IsAmong(const VariableChoice& chosen, short variable) {
 
 /// What a script of the same drill begins with.
 ScriptOpening OpeningOf(const DrillOptions& options) {
-    return {options.File, options.Reading, options.DictionaryFile, options.Formula.value_or(""),
+    return {options.File,
+            options.Reading,
+            options.DictionaryFile,
+            options.Derived,
+            options.Formula.value_or(""),
             options.Weight.value_or("")};
 }
 
@@ -415,8 +419,10 @@ VariableChoice VariablesFor(const DataTable& table, const DrillOptions& options)
 
 DrillOutcome RunDrill(const DrillOptions& asked) {
     DrillOptions options = asked;
-    const DataTable table = OpenData(options);
+    std::vector<FormulaNotice> notices;
+    const DataTable table = OpenData(options, notices);
     CaseSettings settings = SettingsFor(table, options);
+    settings.Notices.insert(settings.Notices.begin(), notices.begin(), notices.end());
     VariableChoice variables = VariablesFor(table, options);
     for (CategorizedVariable& categorized : options.Categorizations) {
         const Variable& variable = table.Variables[table.IndexOf(categorized.Variable)];

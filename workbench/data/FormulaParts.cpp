@@ -2,31 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <optional>
+#include <cmath>
 
 #include "workbench/data/Calendar.h"
 
 namespace quillara {
 namespace {
-
-struct RelationSign {
-    std::string_view Sign;
-    Relation Meaning;
-};
-
-constexpr std::array<RelationSign, 6> Relations = {{
-    {"=", Relation::Equal},
-    {"<>", Relation::NotEqual},
-    {"<", Relation::Less},
-    {"<=", Relation::LessOrEqual},
-    {">", Relation::Greater},
-    {">=", Relation::GreaterOrEqual},
-}};
-
-Relation RelationOf(const Token& sign) {
-    return std::ranges::find(Relations, sign.Text, &RelationSign::Sign)->Meaning;
-}
 
 /// How a point in time is written for a kind of variable.
 struct TimeNotation {
@@ -43,174 +24,107 @@ constexpr std::array<TimeNotation, 2> TimeNotations = {{
      "is a time: write it in quotes, as \"13:45:00\""},
 }};
 
-const TimeNotation* NotationOf(const Variable& variable) {
-    const auto* found = std::ranges::find(TimeNotations, variable.Kind, &TimeNotation::Kind);
+const TimeNotation* NotationOf(ValueKind kind) {
+    const auto* found = std::ranges::find(TimeNotations, kind, &TimeNotation::Kind);
     return found == TimeNotations.end() ? nullptr : found;
 }
 
-[[noreturn]] void Refuse(const FormulaContext& context, std::size_t offset, const std::string& reason) {
+/// What a table holds as long as the formula is read.
+template <class Held>
+std::shared_ptr<const Held> Lent(const Held& held) {
+    return {std::shared_ptr<const void>(), &held};
+}
+
+}  // namespace
+
+void Refuse(const FormulaContext& context, std::size_t offset, const std::string& reason) {
     throw UnreadableAt(context.Formula, offset, reason);
 }
 
-template <class Content>
-bool Is(const FormulaPart& part) {
-    return std::holds_alternative<Content>(part.Content);
+FormulaPart NumberPart(std::size_t offset, double number) {
+    return {.Offset = offset, .Term = ConstantTerm(number)};
 }
 
-const Variable* VariableOf(const FormulaContext& context, const FormulaPart& part) {
-    const auto* variable = std::get_if<VariablePart>(&part.Content);
-    const bool isKnown = variable != nullptr && variable->Variable != UnknownVariable;
-    return !isKnown ? nullptr : &context.Table.Variables[variable->Variable];
+FormulaPart VariablePart(std::size_t offset, const Variable& variable) {
+    return {.Offset = offset,
+            .Term = ColumnTerm(variable),
+            .Varies = true,
+            .Kind = variable.Kind,
+            .Plain = &variable,
+            .Labels = variable.Labels.empty() ? nullptr : Lent(variable.Labels),
+            .Texts = variable.Kind == ValueKind::Text ? Lent(variable.Texts) : nullptr};
 }
 
-std::string Shortest(double number) {
-    std::array<char, 32> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), end};
+FormulaPart MadeOf(std::initializer_list<const FormulaPart*> parts, PartRole role, ValueKind kind, TermPointer term) {
+    FormulaPart made{.Offset = (*parts.begin())->Offset, .Role = role, .Term = std::move(term), .Kind = kind};
+    for (const FormulaPart* part : parts) {
+        made.Varies = made.Varies || part->Varies;
+        if (part->Role == PartRole::Unknown && role != PartRole::Condition) {
+            made.Role = PartRole::Unknown;
+        }
+    }
+    return made;
 }
 
-void RefuseCondition(const FormulaContext& context, const FormulaPart& part) {
-    if (Is<ConditionPart>(part)) {
+void RequireCondition(const FormulaContext& context, const FormulaPart& part) {
+    if (part.Role != PartRole::Condition && part.Role != PartRole::Unknown) {
+        Refuse(context, part.Offset, "expected a condition such as age > 30, found a value that isn't compared");
+    }
+}
+
+void RequireValue(const FormulaContext& context, const FormulaPart& part) {
+    if (part.Role == PartRole::Condition) {
         Refuse(context, part.Offset, "expected a number, a variable or a quoted text, found a condition");
     }
+    if (part.Role == PartRole::Nothing) {
+        Refuse(context, part.Offset, "missing() is only of use as a result of if(condition, value, missing())");
+    }
 }
 
-void RefuseText(const FormulaContext& context, const FormulaPart& part) {
-    const Variable* variable = VariableOf(context, part);
-    if (variable != nullptr && variable->Kind == ValueKind::Text) {
-        Refuse(context, part.Offset,
-               variable->Name + " is a text variable: compare it with a text in \"quotes\", by = or <>");
+void RequireNumber(const FormulaContext& context, const FormulaPart& part) {
+    RequireValue(context, part);
+    if (part.IsText()) {
+        const std::string what = part.Plain == nullptr ? "this is a text" : part.Plain->Name + " is a text variable";
+        Refuse(context, part.Offset, what + ": compare it with a text in \"quotes\", by = or <>");
     }
-    if (Is<QuotedPart>(part)) {
+    if (part.Role == PartRole::Quoted) {
         Refuse(context, part.Offset,
                "expected a number, found a quoted text, which can only be compared with a variable");
     }
 }
 
-Operand OperandOf(const FormulaContext& context, const FormulaPart& part) {
-    const ArithmeticText number = NumberOf(context, part);
-    if (const auto* variable = std::get_if<VariablePart>(&part.Content)) {
-        return ColumnOperand{variable->Variable};
+std::optional<double> ConstantOf(const FormulaPart& part) {
+    if (!part.IsNumber() || part.Varies) {
+        return std::nullopt;
     }
-    if (const auto* constant = std::get_if<double>(&part.Content)) {
-        return *constant;
-    }
-    return Arithmetic(context.Table, number);
+    return ValuesOf(*part.Term, 1).front();
 }
 
-/// Every value that bears the label, whether or not a case has it, in rising order.
-std::vector<double> BearersOf(const Variable& variable, const std::string& label) {
-    std::vector<double> bearers;
-    const auto addBearer = [&](double value) {
-        const std::string* own = variable.LabelOf(value);
-        if (own != nullptr && *own == label) {
-            bearers.push_back(value);
-        }
-    };
-    if (variable.Kind == ValueKind::Text) {
-        for (std::size_t place = 1; place <= variable.Texts.size(); ++place) {
-            addBearer(static_cast<double>(place));
-        }
-    } else {
-        for (const auto& entry : variable.Labels) {
-            addBearer(entry.first);
-        }
-    }
-    return bearers;
+bool IsTime(ValueKind kind) {
+    return NotationOf(kind) != nullptr;
 }
 
-SelectionStep LabelTestOf(const FormulaContext& context, const VariablePart& part, const Token& relation,
-                          const std::string& label) {
-    const Variable& variable = context.Table.Variables[part.Variable];
-    const Relation between = RelationOf(relation);
-    if (between != Relation::Equal && between != Relation::NotEqual) {
-        Refuse(context, relation.Offset, "labels and texts are compared by = and <> only");
-    }
-    return LabelTest{part.Variable, BearersOf(variable, label), between == Relation::Equal};
-}
-
-bool HoldsVariable(const FormulaPart& part) {
-    const auto* arithmetic = std::get_if<ArithmeticText>(&part.Content);
-    return Is<VariablePart>(part) || (arithmetic != nullptr && !arithmetic->Variables.empty());
-}
-
-bool HoldsUnknown(const FormulaPart& part) {
-    const auto* variable = std::get_if<VariablePart>(&part.Content);
-    const auto* arithmetic = std::get_if<ArithmeticText>(&part.Content);
-    return (variable != nullptr && variable->Variable == UnknownVariable) ||
-           (arithmetic != nullptr && std::ranges::count(arithmetic->Variables, UnknownVariable) > 0);
-}
-
-/// A number beside a point in time is a mistake: 2020-01-01 without quotes is 2018.
-void RefuseNumberBesideTime(const FormulaContext& context, const FormulaPart& time, const FormulaPart& other) {
-    const Variable* variable = VariableOf(context, time);
-    const TimeNotation* notation = variable == nullptr ? nullptr : NotationOf(*variable);
-    if (notation != nullptr && !HoldsVariable(other)) {
-        Refuse(context, other.Offset, '"' + variable->Name + "\" " + std::string(notation->Request));
-    }
-}
-
-/// Puts the number of a point in time in place of its text.
-void ReadTime(const FormulaContext& context, const TimeNotation& notation, FormulaPart& quoted) {
-    const std::string& text = std::get<QuotedPart>(quoted.Content).Text;
-    const std::optional<double> value = notation.Read(text);
+FormulaPart TimeOf(const FormulaContext& context, ValueKind kind, const FormulaPart& quoted) {
+    const TimeNotation& notation = *NotationOf(kind);
+    const std::optional<double> value = notation.Read(quoted.Text);
     if (!value) {
-        Refuse(context, quoted.Offset, "the text " + text + " " + std::string(notation.Advice));
+        Refuse(context, quoted.Offset, "the text " + quoted.Text + " " + std::string(notation.Advice));
     }
-    quoted.Content = *value;
+    FormulaPart time = NumberPart(quoted.Offset, *value);
+    time.Kind = kind;
+    return time;
 }
 
-}  // namespace
-
-std::string Enclosed(const std::string& expression, const std::string& sign) {
-    std::string enclosed = "(";
-    return enclosed.append(sign).append(expression).append(")");
-}
-
-void RequireCondition(const FormulaContext& context, const FormulaPart& part) {
-    if (!Is<ConditionPart>(part)) {
-        Refuse(context, part.Offset, "expected a condition such as age > 30, found a value that isn't compared");
+void ReadQuotedTimes(const FormulaContext& context, FormulaPart& left, FormulaPart& right) {
+    FormulaPart& quoted = left.Role == PartRole::Quoted ? left : right;
+    const FormulaPart& other = left.Role == PartRole::Quoted ? right : left;
+    if (quoted.Role == PartRole::Quoted && other.IsNumber() && IsTime(other.Kind)) {
+        quoted = TimeOf(context, other.Kind, quoted);
     }
 }
 
-ArithmeticText NumberOf(const FormulaContext& context, const FormulaPart& part) {
-    RefuseCondition(context, part);
-    RefuseText(context, part);
-    if (const auto* variable = std::get_if<VariablePart>(&part.Content)) {
-        return {ArithmeticName(variable->Variable), {variable->Variable}};
-    }
-    if (const auto* number = std::get_if<double>(&part.Content)) {
-        return {Enclosed(Shortest(*number)), {}};
-    }
-    return std::get<ArithmeticText>(part.Content);
-}
-
-SelectionStep ComparisonOf(const FormulaContext& context, FormulaPart left, const Token& relation, FormulaPart right) {
-    RefuseCondition(context, left);
-    RefuseCondition(context, right);
-    if (HoldsUnknown(left) || HoldsUnknown(right)) {
-        return Comparison{RelationOf(relation), 0.0, 0.0};
-    }
-    FormulaPart& quoted = Is<QuotedPart>(left) ? left : right;
-    const FormulaPart& other = Is<QuotedPart>(left) ? right : left;
-    if (Is<QuotedPart>(quoted)) {
-        const Variable* variable = VariableOf(context, other);
-        if (variable == nullptr) {
-            Refuse(context, quoted.Offset, "a quoted text can only be compared with a variable");
-        }
-        if (const TimeNotation* notation = NotationOf(*variable)) {
-            ReadTime(context, *notation, quoted);
-        } else if (variable->HasLabels()) {
-            return LabelTestOf(context, std::get<VariablePart>(other.Content), relation,
-                               std::get<QuotedPart>(quoted.Content).Text);
-        } else {
-            Refuse(context, quoted.Offset, variable->Name + " has no labels: compare it with a number, without quotes");
-        }
-    } else {
-        RefuseNumberBesideTime(context, left, right);
-        RefuseNumberBesideTime(context, right, left);
-    }
-    return Comparison{RelationOf(relation), OperandOf(context, left), OperandOf(context, right)};
+std::string RequestFor(ValueKind kind) {
+    return std::string(NotationOf(kind)->Request);
 }
 
 }  // namespace quillara

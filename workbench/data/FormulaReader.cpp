@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "workbench/data/Errors.h"
-#include "workbench/data/FormulaParts.h"
+#include "workbench/data/FormulaFunctions.h"
+#include "workbench/data/FormulaOperators.h"
 #include "workbench/data/FormulaTokens.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
@@ -20,6 +23,8 @@ constexpr std::array<std::string_view, 6> RelationSigns = {"=", "<>", "<", "<=",
 constexpr std::array<std::string_view, 2> SumSigns = {"+", "-"};
 constexpr std::array<std::string_view, 2> ProductSigns = {"*", "/"};
 constexpr std::array<std::string_view, 3> Operators = {"and", "or", "not"};
+
+constexpr const char* ValueWanted = "a number, a variable or a quoted text";
 
 bool IsKeyword(const Token& token, std::string_view keyword) {
     return token.Kind == TokenKind::Word && EqualButForLetterCase(token.Text, keyword);
@@ -36,31 +41,34 @@ bool IsSign(const Token& token, std::string_view sign) {
 /// Reads a formula by recursive descent, one function a level of binding, from `or` down to a single value.
 class Reader {
   public:
-    Reader(const DataTable& table, std::string_view formula)
-        : Context{table, formula}, Tokens(TokensOf(formula)), Current(Tokens.begin()) {}
+    Reader(const DataTable& table, const FormulaText& text)
+        : Context{table, text, Result.Notices}, Tokens(TokensOf(text)), Current(Tokens.begin()) {}
 
-    SelectionProgram Read() {
-        const FormulaPart whole = Disjunction();
-        RequireCondition(Context, whole);
+    Formula Read() {
+        Result.Whole = Disjunction();
         if (Current->Kind != TokenKind::End) {
-            Expected("and, or, an operator or the end of the formula");
+            const bool isComma = IsSign(*Current, ",");
+            Expected(std::string("and, or, an operator or the end of the formula") +
+                     (isComma ? " (the decimal point is .)" : ""));
         }
         if (MissedName) {
-            throw DataError("The selection formula names a variable " + Quoted(*MissedName) +
+            throw DataError(Context.Formula.Role + " names a variable " + Quoted(*MissedName) +
                             " that the data don't have (names are compared exactly; a name that is no plain word "
                             "stands in [square brackets], a text in \"quotes\").");
         }
-        return std::move(Program);
+        return std::move(Result);
     }
 
   private:
     [[noreturn]] void Expected(const std::string& what) const {
         const std::string found =
             Current->Kind == TokenKind::End ? "the end of the formula" : std::string(Current->Source);
-        throw UnreadableAt(Context.Formula, Current->Offset, "expected " + what + ", found " + found);
+        Refuse(Context, Current->Offset, "expected " + what + ", found " + found);
     }
 
     const Token& Take() { return *Current++; }
+    // There is always a token behind another that isn't the end.
+    [[nodiscard]] const Token& Next() const { return *std::next(Current); }
 
     const Token& TakeSign(std::string_view sign) {
         if (!IsSign(*Current, sign)) {
@@ -69,23 +77,19 @@ class Reader {
         return Take();
     }
 
-    template <class Step>
-    FormulaPart Condition(std::size_t offset, Step step) {
-        Program.Steps.emplace_back(std::move(step));
-        return {offset, ConditionPart()};
-    }
-
     using Level = FormulaPart (Reader::*)();
 
     FormulaPart Connected(std::string_view keyword, Connective connective, Level next) {
-        FormulaPart left = (this->*next)();
+        std::vector<FormulaPart> conditions;
+        conditions.push_back((this->*next)());
         while (IsKeyword(*Current, keyword)) {
-            RequireCondition(Context, left);
+            RequireCondition(Context, conditions.back());
             Take();
-            RequireCondition(Context, (this->*next)());
-            left = Condition(left.Offset, connective);
+            conditions.push_back((this->*next)());
+            RequireCondition(Context, conditions.back());
+            Result.JoinsByOr = Result.JoinsByOr || connective == Connective::Or;
         }
-        return left;
+        return ConnectionOf(connective, std::move(conditions));
     }
 
     FormulaPart Disjunction() { return Connected("or", Connective::Or, &Reader::Conjunction); }
@@ -96,65 +100,95 @@ class Reader {
             return ComparisonOrValue();
         }
         const std::size_t offset = Take().Offset;
-        RequireCondition(Context, Nested(&Reader::Negation));
-        return Condition(offset, Connective::Not);
+        const FormulaPart condition = Nested(&Reader::Negation);
+        RequireCondition(Context, condition);
+        return NegationOf(condition, offset);
     }
 
     FormulaPart ComparisonOrValue() {
         FormulaPart left = Sum();
-        if (!IsSign(*Current, RelationSigns)) {
-            return left;
+        const bool isNegated = IsKeyword(*Current, "not");
+        const Token& test = isNegated ? Next() : *Current;
+        if (IsKeyword(test, "in") || IsKeyword(test, "between")) {
+            const std::size_t offset = left.Offset;
+            Current += isNegated ? 2 : 1;
+            const FormulaPart answer = IsKeyword(test, "in") ? Membership(std::move(left)) : Between(left);
+            return isNegated ? NegationOf(answer, offset) : answer;
         }
-        const std::size_t offset = left.Offset;
+        return IsSign(*Current, RelationSigns) ? Comparison(std::move(left)) : left;
+    }
+
+    FormulaPart Comparison(FormulaPart left) {
         const Token& relation = Take();
         FormulaPart right = Sum();
         if (IsSign(*Current, RelationSigns)) {
-            throw UnreadableAt(Context.Formula, Current->Offset,
-                               "comparisons can't be chained; write a < b and b < c instead of a < b < c");
+            Refuse(Context, Current->Offset,
+                   "comparisons can't be chained; write a < b and b < c instead of a < b < c");
         }
-        return Condition(offset, ComparisonOf(Context, std::move(left), relation, std::move(right)));
+        return ComparisonOf(Context, std::move(left), relation, std::move(right));
     }
 
-    FormulaPart Computed(std::span<const std::string_view> signs, Level next) {
-        FormulaPart left = (this->*next)();
-        if (!IsSign(*Current, signs)) {
-            return left;
+    FormulaPart Membership(FormulaPart part) {
+        const std::vector<FormulaPart> members = List(&Reader::Sum);
+        return MembershipOf(Context, std::move(part), members);
+    }
+
+    FormulaPart Between(const FormulaPart& part) {
+        FormulaPart lowest = Sum();
+        if (!IsKeyword(*Current, "and")) {
+            Expected("and (between a and b)");
         }
-        ArithmeticText arithmetic = NumberOf(Context, left);
+        Take();
+        return BetweenOf(Context, part, std::move(lowest), Sum());
+    }
+
+    /// Parts in brackets with commas between.
+    std::vector<FormulaPart> List(Level level) {
+        std::vector<FormulaPart> parts;
+        TakeSign("(");
+        do {
+            parts.push_back(Nested(level));
+        } while (IsSign(*Current, ",") && Current++ != Tokens.end());
+        if (!IsSign(*Current, ")")) {
+            Expected(", or )");
+        }
+        Take();
+        return parts;
+    }
+
+    FormulaPart Chain(std::span<const std::string_view> signs, Level next) {
+        FormulaPart first = (this->*next)();
+        std::vector<std::pair<Token, FormulaPart>> further;
         while (IsSign(*Current, signs)) {
-            arithmetic.Expression += Take().Text;
-            const ArithmeticText right = NumberOf(Context, (this->*next)());
-            arithmetic.Expression += right.Expression;
-            arithmetic.Variables.insert(arithmetic.Variables.end(), right.Variables.begin(), right.Variables.end());
+            const Token& sign = Take();
+            further.emplace_back(sign, (this->*next)());
         }
-        return {left.Offset, std::move(arithmetic)};
+        return ChainOf(Context, std::move(first), std::move(further));
     }
 
-    FormulaPart Sum() { return Computed(SumSigns, &Reader::Product); }
-    FormulaPart Product() { return Computed(ProductSigns, &Reader::Factor); }
+    FormulaPart Sum() { return Chain(SumSigns, &Reader::Product); }
+    FormulaPart Product() { return Chain(ProductSigns, &Reader::Factor); }
 
     FormulaPart Factor() {
         if (!IsSign(*Current, SumSigns)) {
             return Value();
         }
         const Token& sign = Take();
-        const FormulaPart operand = Nested(&Reader::Factor);
-        ArithmeticText arithmetic = NumberOf(Context, operand);
-        if (const auto* number = std::get_if<double>(&operand.Content)) {
-            return {sign.Offset, sign.Text == "-" ? -*number : *number};
-        }
-        arithmetic.Expression = Enclosed(arithmetic.Expression, sign.Text);
-        return {sign.Offset, std::move(arithmetic)};
+        return SignedPart(Context, sign, Nested(&Reader::Factor));
     }
 
     FormulaPart Value() {
         switch (Current->Kind) {
-            case TokenKind::Number:
-                return {Current->Offset, Take().Number};
-            case TokenKind::Text:
-                return {Current->Offset, QuotedPart{Take().Text}};
+            case TokenKind::Number: {
+                const Token& number = Take();
+                return NumberPart(number.Offset, number.Number);
+            }
+            case TokenKind::Text: {
+                const Token& text = Take();
+                return {.Offset = text.Offset, .Role = PartRole::Quoted, .Text = text.Text};
+            }
             case TokenKind::Name:
-                return RequiredVariable();
+                return NamedVariable();
             case TokenKind::Word:
                 return ValueOfWord();
             case TokenKind::Sign:
@@ -165,27 +199,35 @@ class Reader {
             case TokenKind::End:
                 break;
         }
-        Expected("a number, a variable or a quoted text");
+        Expected(ValueWanted);
     }
 
     FormulaPart ValueOfWord() {
-        // There is always a token behind a word, at least the end.
-        if (IsKeyword(*Current, "missing") && IsSign(*std::next(Current), "(")) {
-            return MissingCall();
+        if (IsSign(Next(), "(")) {
+            return Call();
         }
         if (std::ranges::any_of(Operators, [&](std::string_view keyword) { return IsKeyword(*Current, keyword); })) {
-            Expected("a number, a variable or a quoted text (a variable of this name stands in [square brackets])");
+            Expected(std::string(ValueWanted) + " (a variable of this name stands in [square brackets])");
         }
-        return RequiredVariable();
+        return NamedVariable();
+    }
+
+    FormulaPart Call() {
+        if (IsKeyword(*Current, "missing")) {
+            return MissingCall();
+        }
+        if (!IsFunction(Current->Text)) {
+            Refuse(Context, Current->Offset,
+                   "there is no function " + Current->Text + " (there are " + FunctionNames() + ")");
+        }
+        const Token& name = Take();
+        return CallOf(Context, name, List(&Reader::Disjunction));
     }
 
     FormulaPart Bracketed() {
         const std::size_t offset = Take().Offset;
         FormulaPart inner = Nested(&Reader::Disjunction);
         TakeSign(")");
-        if (auto* arithmetic = std::get_if<ArithmeticText>(&inner.Content)) {
-            arithmetic->Expression = Enclosed(arithmetic->Expression);
-        }
         inner.Offset = offset;
         return inner;
     }
@@ -193,51 +235,53 @@ class Reader {
     FormulaPart MissingCall() {
         const std::size_t offset = Take().Offset;
         Take();  // the bracket
+        if (IsSign(*Current, ")")) {
+            Take();
+            return {.Offset = offset,
+                    .Role = PartRole::Nothing,
+                    .Term = ConstantTerm(std::numeric_limits<double>::quiet_NaN())};
+        }
         if (Current->Kind != TokenKind::Word && Current->Kind != TokenKind::Name) {
             Expected("the name of a variable");
         }
-        const std::size_t variable = TakeVariable();
+        const FormulaPart variable = NamedVariable();
         TakeSign(")");
-        return Condition(offset, MissingTest{variable});
+        return {.Offset = offset,
+                .Role = PartRole::Condition,
+                .Term = variable.Plain == nullptr ? variable.Term : MissingTerm(*variable.Plain),
+                .Varies = true};
     }
 
-    FormulaPart RequiredVariable() {
-        const std::size_t offset = Current->Offset;
-        const std::size_t variable = TakeVariable();
-        Program.Required.insert(variable);
-        return {offset, VariablePart{variable}};
-    }
-
-    std::size_t TakeVariable() {
-        const std::string& name = Take().Text;
-        const std::optional<std::size_t> variable = Context.Table.Find(name);
-        if (!variable && !MissedName) {
-            MissedName = name;
+    FormulaPart NamedVariable() {
+        const Token& name = Take();
+        if (const std::optional<std::size_t> index = Context.Table.Find(name.Text)) {
+            return VariablePart(name.Offset, Context.Table.Variables[*index]);
         }
-        return variable.value_or(UnknownVariable);
+        MissedName = MissedName.value_or(name.Text);
+        return {.Offset = name.Offset, .Role = PartRole::Unknown, .Term = ConstantTerm(0), .Varies = true};
     }
 
     FormulaPart Nested(Level level) {
         if (++Depth > DeepestNesting) {
-            throw UnreadableAt(Context.Formula, Current->Offset, "brackets and signs are nested too deeply");
+            Refuse(Context, Current->Offset, "brackets and signs are nested too deeply");
         }
         FormulaPart part = (this->*level)();
         --Depth;
         return part;
     }
 
+    Formula Result;
     FormulaContext Context;
     std::vector<Token> Tokens;
     std::vector<Token>::const_iterator Current;
-    SelectionProgram Program;
     std::optional<std::string> MissedName;  // the first that is no variable
     int Depth = 0;
 };
 
 }  // namespace
 
-SelectionProgram ReadFormula(const DataTable& table, std::string_view formula) {
-    return Reader(table, formula).Read();
+Formula ReadFormula(const DataTable& table, const FormulaText& text) {
+    return Reader(table, text).Read();
 }
 
 }  // namespace quillara

@@ -1,13 +1,35 @@
 #pragma once
 
-#include <string_view>
+#include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/data/SelectionProgram.h"
+#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/FormulaParts.h"
 
 namespace quillara {
 
-/// Reads a selection formula for a table. Throws as SelectCases does.
-[[nodiscard]] SelectionProgram ReadFormula(const DataTable& table, std::string_view formula);
+/// A formula that has been read for a table, which must outlive it.
+struct Formula {
+    FormulaPart Whole;  ///< a condition, a value, or a quoted text
+    bool JoinsByOr = false;
+    std::vector<FormulaNotice> Notices;
+};
+
+/// Reads a formula for a table. Throws UsageError, saying where, when it can't be read; DataError when a variable isn't
+/// there.
+///
+/// Comparisons, in (...) and between a and b bind tighter than not, not tighter than and, and tighter than or;
+/// comparisons can't be chained (a < b < c). Numbers are compared as they are, without tolerance. Names count the case
+/// of letters, words of the language don't; a variable called And, Or or Not stands in brackets. A text stands in
+/// double or single quotes; it is compared with a text variable or with the labels of a variable, by = and <> and in
+/// only, and where no value bears it, with regard to nothing but the case of letters (FormulaNotice "text-other-case",
+/// "text-not-found"). Beside a date it is YYYY-MM-DD, beside a time of day HH:MM:SS.
+///
+/// What is made of missing values is missing; so is what isn't a finite number. Two exceptions: missing(NAME), and
+/// if(), which is what the result chosen by its condition is.
+///
+///   age > 30 and sex = 'Female'     not missing([marital status]) or income <> "<=50K"     day >= "2024-02-01"
+///   if(age between 18 and 65, hours / 40, missing())     cut(age, 25, 45, 65)     region in ('North', 'South')
+[[nodiscard]] Formula ReadFormula(const DataTable& table, const FormulaText& text);
 
 }  // namespace quillara

@@ -14,7 +14,7 @@ struct SignSpelling {
 };
 
 // The longer spelling stands before the one it begins with.
-constexpr std::array<SignSpelling, 14> Signs = {{
+constexpr std::array<SignSpelling, 15> Signs = {{
     {"==", "="},
     {"!=", "<>"},
     {"<>", "<>"},
@@ -29,17 +29,16 @@ constexpr std::array<SignSpelling, 14> Signs = {{
     {"/", "/"},
     {"(", "("},
     {")", ")"},
+    {",", ","},
 }};
 
 /// Signs of other languages, and what stands for them here.
-constexpr std::array<SignSpelling, 8> ForeignSigns = {{
-    {"'", "a text stands in \"double quotes\""},
+constexpr std::array<SignSpelling, 6> ForeignSigns = {{
     {"&&", "write and"},
     {"&", "write and"},
     {"||", "write or"},
     {"|", "write or"},
     {"!", "write not"},
-    {",", "the decimal point is ."},
     {"]", "the name begins with ["},
 }};
 
@@ -67,7 +66,7 @@ bool ContinuesCharacter(char letter) {
 
 class Scanner {
   public:
-    explicit Scanner(std::string_view formula) : Formula(formula) {}
+    explicit Scanner(const FormulaText& formula) : Whole(formula), Formula(formula.Text) {}
 
     Token Next() {
         Offset = static_cast<std::size_t>(
@@ -78,8 +77,8 @@ class Scanner {
             return Finished(TokenKind::End, "");
         }
         const char first = Formula[Offset];
-        if (first == '"') {
-            return Enclosed(TokenKind::Text, '"', "the text that begins here has no closing quote");
+        if (first == '"' || first == '\'') {
+            return Enclosed(TokenKind::Text, first, "the text that begins here has no closing quote");
         }
         if (first == '[') {
             return Enclosed(TokenKind::Name, ']', "the name that begins here has no closing bracket ]");
@@ -107,14 +106,14 @@ class Scanner {
             }
             content += Formula[Offset];
         }
-        throw UnreadableAt(Formula, Begin, unclosed);
+        throw UnreadableAt(Whole, Begin, unclosed);
     }
 
     Token Number() {
         double number = 0;
         const auto [end, error] = std::from_chars(Formula.data() + Offset, Formula.data() + Formula.size(), number);
         if (error != std::errc()) {
-            throw UnreadableAt(Formula, Begin, "the number that begins here is too large or too small");
+            throw UnreadableAt(Whole, Begin, "the number that begins here is too large or too small");
         }
         Offset = static_cast<std::size_t>(end - Formula.data());
         return Finished(TokenKind::Number, "", number);
@@ -150,9 +149,10 @@ class Scanner {
         const std::string advice(foreign == nullptr ? "a name that is no plain word stands in [square brackets], a "
                                                       "text in \"quotes\""
                                                     : foreign->Meant);
-        throw UnreadableAt(Formula, Begin, "unknown sign " + sign + " (" + advice + ")");
+        throw UnreadableAt(Whole, Begin, "unknown sign " + sign + " (" + advice + ")");
     }
 
+    const FormulaText& Whole;
     std::string_view Formula;
     std::size_t Offset = 0;
     std::size_t Begin = 0;
@@ -160,7 +160,7 @@ class Scanner {
 
 }  // namespace
 
-std::vector<Token> TokensOf(std::string_view formula) {
+std::vector<Token> TokensOf(const FormulaText& formula) {
     Scanner scanner(formula);
     std::vector<Token> tokens;
     do {
@@ -169,11 +169,10 @@ std::vector<Token> TokensOf(std::string_view formula) {
     return tokens;
 }
 
-UsageError UnreadableAt(std::string_view formula, std::size_t offset, const std::string& reason) {
-    const std::string_view before = formula.substr(0, offset);
+UsageError UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason) {
+    const std::string_view before = formula.Text.substr(0, offset);
     const auto character = std::ranges::count_if(before, [](char letter) { return !ContinuesCharacter(letter); }) + 1;
-    return UsageError("The selection formula can't be read at character " + std::to_string(character) + ": " + reason +
-                      ".");
+    return UsageError(formula.Role + " can't be read at character " + std::to_string(character) + ": " + reason + ".");
 }
 
 }  // namespace quillara

@@ -13,8 +13,8 @@ enum class TokenKind {
     Word,  ///< a plain name or a keyword: letters, digits, underscores and points, not led by a digit or point
     Name,  ///< a name in square brackets
     Number,  ///< a decimal number without a sign
-    Text,  ///< a text in double quotes
-    Sign,  ///< an operator or a bracket; == and != are given as = and <>
+    Text,  ///< a text in double or single quotes
+    Sign,  ///< an operator, a bracket or a comma; == and != are given as = and <>
     End,  ///< the end of the formula
 };
 
@@ -23,14 +23,22 @@ struct Token {
     std::string Text;  ///< without its brackets or quotes; empty at the end
     double Number = 0;  ///< Kind Number only
     std::size_t Offset = 0;  ///< where it begins in the formula, in bytes
-    std::string_view Source;  ///< as it stands in the formula
+    std::string_view Source{};  ///< as it stands in the formula
 };
 
-/// The tokens of a selection formula, ended by one of Kind End; they refer to `formula`.
+/// A formula, and what its user calls it.
+struct FormulaText {
+    std::string_view Text;
+    std::string Role;  ///< begins a sentence
+};
+
+inline constexpr const char* SelectionRole = "The selection formula";
+
+/// The tokens of a formula, ended by one of Kind End; they refer to its text.
 /// Throws UsageError where a sign is unknown, a number too large, or a quote or bracket isn't closed.
-[[nodiscard]] std::vector<Token> TokensOf(std::string_view formula);
+[[nodiscard]] std::vector<Token> TokensOf(const FormulaText& formula);
 
 /// The error of a formula that can't be read: says at which character, counted from 1, and why.
-[[nodiscard]] UsageError UnreadableAt(std::string_view formula, std::size_t offset, const std::string& reason);
+[[nodiscard]] UsageError UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason);
 
 }  // namespace quillara

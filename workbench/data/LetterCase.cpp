@@ -1,6 +1,8 @@
 #include "workbench/data/LetterCase.h"
 
 #include <algorithm>
+#include <array>
+#include <climits>
 #include <clocale>
 #include <cwchar>
 #include <cwctype>
@@ -32,7 +34,36 @@ class Utf8Locale {
     locale_t Before = nullptr;
 };
 
+/// The text with `change` made of every character.
+std::string Changed(std::string_view text, wint_t (*change)(wint_t character)) {
+    const Utf8Locale locale;
+    std::string changed;
+    while (!text.empty()) {
+        wchar_t character = 0;
+        std::mbstate_t state{};
+        std::size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
+        const bool isRead = length > 0 && length <= text.size();
+        length = isRead ? length : 1;
+        std::array<char, MB_LEN_MAX> bytes{};
+        state = {};
+        const auto other = static_cast<wchar_t>(change(static_cast<wint_t>(character)));
+        const std::size_t written = isRead ? std::wcrtomb(bytes.data(), other, &state) : bytes.size() + 1;
+        const bool isWritten = written <= bytes.size();
+        changed += isWritten ? std::string_view(bytes.data(), written) : text.substr(0, length);
+        text.remove_prefix(length);
+    }
+    return changed;
+}
+
 }  // namespace
+
+std::string InLowerCase(std::string_view text) {
+    return Changed(text, std::towlower);
+}
+
+std::string InUpperCase(std::string_view text) {
+    return Changed(text, std::towupper);
+}
 
 std::string InSmallLetters(std::string_view text) {
     std::string small(text);

@@ -20,4 +20,8 @@ namespace quillara {
 /// A text in UTF-8 with all its letters, of any script, in one case; for comparing only.
 [[nodiscard]] std::wstring WithoutLetterCase(std::string_view text);
 
+/// A text in UTF-8 with all its letters, of any script, small or as capitals. What isn't UTF-8 stays.
+[[nodiscard]] std::string InLowerCase(std::string_view text);
+[[nodiscard]] std::string InUpperCase(std::string_view text);
+
 }  // namespace quillara

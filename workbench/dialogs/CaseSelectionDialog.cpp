@@ -40,7 +40,8 @@ void CaseSelectionDialog::Accept() {
     Chosen = {};
     if (At(SelectedCases).Checked) {
         const std::string& formula = At(Formula).Text;
-        Chosen = {formula, SelectCases(Table, formula)};
+        Chosen.Formula = formula;
+        Chosen.Results = SelectCases(Table, formula, &Chosen.Notices);
     }
 }
 

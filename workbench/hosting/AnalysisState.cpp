@@ -91,6 +91,12 @@ void Notice(CAnalysisDoc* document, Remark remark) {
     }
 }
 
+void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices) {
+    for (const FormulaNotice& notice : notices) {
+        Notice(document, {notice.Code, notice.Text, notice.Advice});
+    }
+}
+
 const Remarks& RemarksOn(CAnalysisDoc* document) {
     return StateOf(document).Noticed;
 }

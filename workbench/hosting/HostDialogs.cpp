@@ -13,6 +13,7 @@
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/DialogState.h"
@@ -126,6 +127,7 @@ int CAnalysisDialog::DefineSelCond(int mode, HWND /*window*/) {
     }
     const CaseChoice& choice = dialog.Choice();
     data.Select(choice.Results, choice.Formula.value_or(""));
+    Notice(document, choice.Notices);
     return 1;
 }
 

@@ -80,6 +80,9 @@ std::string RecordedScript::NameResult(const std::string& name) {
 std::string RecordedScript::Text() const {
     std::string text = "import quillara\n\n";
     text += "table = quillara.open(" + PythonText(Begins.File) + ReadingArguments(Begins) + ")\n";
+    for (const DerivedVariable& derived : Begins.Derived) {
+        text += "table.compute(" + PythonText(derived.Name) + ", " + PythonText(derived.Formula) + ")\n";
+    }
     if (!Begins.Formula.empty()) {
         text += "table.select(" + PythonText(Begins.Formula) + ")\n";
     }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/DerivedVariables.h"
 #include "workbench/formats/ReadOptions.h"
 
 namespace quillara {
@@ -15,6 +16,7 @@ struct ScriptOpening {
     std::string File;
     ReadOptions Reading{};
     std::optional<std::string> DictionaryFile{};
+    std::vector<DerivedVariable> Derived{};
     std::string Formula{};  ///< of the case selection; empty: all cases
     std::string Weight{};  ///< name of the weight variable; empty: none
 };

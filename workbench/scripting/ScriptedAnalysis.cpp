@@ -9,6 +9,7 @@
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/Remarks.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
@@ -25,13 +26,15 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
                                    const std::atomic<bool>& cancelled)
     : Held(std::make_shared<Whole>(std::move(table))) {
     AnalysisDocument& document = Held->Document;
+    std::vector<FormulaNotice> notices = cases.Notices;
     if (!cases.Formula.empty()) {
-        TableOf(&document).Select(SelectCases(*Held->Table, cases.Formula), cases.Formula);
+        TableOf(&document).Select(SelectCases(*Held->Table, cases.Formula, &notices), cases.Formula);
     }
     document.SetWeight(cases.Weight);
     document.Services.BreakFlag = &cancelled;
     document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
     document.Services.HearRemark = [](const Remark& remark) { TheScriptDesk().Keep({remark.Line(), remark.Code}); };
+    Notice(&document, notices);
     document.Adopt(Held->Library.NewAnalysis());
     if (!document.RunSequence() || document.StartupWindow() == nullptr) {
         throw DataError("There is not enough memory for this analysis.");

@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/data/FormulaNotice.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
 #include "workbench/scripting/ScriptOutputs.h"
@@ -21,6 +23,7 @@ namespace quillara {
 struct CasesInForce {
     std::string Formula;  ///< of the selection; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
+    std::vector<FormulaNotice> Notices{};  ///< about formulas of the table
 };
 
 /// A drill-down analysis that a script begins and ends. Without an answer of the script (ScriptDesk) its dialogs are

@@ -1,0 +1,19 @@
+#include "workbench/formats/TablePreparation.h"
+
+#include "workbench/formats/Dictionary.h"
+
+namespace quillara {
+
+std::vector<FormulaNotice> PrepareTable(DataTable& table, const TablePreparation& preparation,
+                                        std::optional<std::size_t> maxMemory) {
+    if (preparation.DictionaryFile) {
+        ApplyDictionary(table, *preparation.DictionaryFile, maxMemory);
+    }
+    std::vector<FormulaNotice> notices;
+    for (const DerivedVariable& derived : preparation.Derived) {
+        Derive(table, derived, notices);
+    }
+    return notices;
+}
+
+}  // namespace quillara
