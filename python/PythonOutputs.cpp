@@ -1,6 +1,7 @@
 #include "python/PythonOutputs.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "python/HostCall.h"
@@ -8,6 +9,7 @@
 #include "workbench/scripting/ChartLibrary.h"
 #include "workbench/scripting/ScriptOutputs.h"
 #include "workbench/views/DocumentViews.h"
+#include "workbench/views/PlainCharts.h"
 
 namespace py = pybind11;
 using namespace quillara;
@@ -20,14 +22,25 @@ std::string Painted(const GraphDocument& graph, bool isDark) {
     return PaintChart(graph, look, ChartFormat::Svg);
 }
 
+/// The documents of all analyses, as drill shows them.
+std::string Shown(const std::string& format) {
+    const OutputFormat chosen = FormatNamed(format);
+    std::vector<OutputCollection> runs = ScriptOutputs::All();
+    if (chosen == OutputFormat::Html) {
+        for (OutputCollection& run : runs) {
+            run = Titled(std::move(run), {});
+        }
+    }
+    return ViewOf(runs, chosen, Painted);
+}
+
 py::bytes Outputs(const std::string& format) {
-    return CallHost("outputs", [&format] { return ViewOf(ScriptOutputs::All(), FormatNamed(format), Painted); });
+    return CallHost("outputs", [&format] { return Shown(format); });
 }
 
 void WriteOutputs(const std::string& format, const std::string& path) {
     CallHost("outputs", [&] {
-        ReplaceFile(path, ViewOf(ScriptOutputs::All(), FormatNamed(format), Painted),
-                    [] { return HostScope::Cancelled().load(); });
+        ReplaceFile(path, Shown(format), [] { return HostScope::Cancelled().load(); });
         return true;
     });
 }

@@ -46,7 +46,7 @@ def test_documents_have_the_shape_of_those_of_drill(script, tmp_path, form):
         assert json.loads(out)["documents"] == wanted
     else:
         assert "Step 1 - Down: sex = Female" in out or form != "text"
-        assert ("Selection: age &gt; 30" in out and "<svg" in out) == (form == "html")
+        assert ("Selection: age &gt; 30" in out and "<svg" in out and ">Cases</text>" in out) == (form == "html")
     assert run("--format", form, "--output", str(tmp_path / "out"), script(DRILLED)) == (0, "", "")
     assert (tmp_path / "out").read_text() == out
 

@@ -134,7 +134,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   }
   body { font-size: 10pt; }
   .contents { display: none; }
-  .layout { display: block; }
+  .layout, .beside { display: block; }
   .page-head, .page-foot, main, article { padding-left: 0; padding-right: 0; }
   .result { container-type: normal; overflow: visible; }
   .caption, th[scope=row] { position: static; }
@@ -142,7 +142,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   td.long { min-width: 0; }
   caption, h2, h3, thead { break-after: avoid; }
   thead { display: table-header-group; }
-  tr, .picture, figure { break-inside: avoid; }
+  tr, caption, .picture, .result, figure { break-inside: avoid; }
   tbody tr:nth-child(-n+2) { break-after: avoid; }
   details:not([open]) { display: none; }
 }
