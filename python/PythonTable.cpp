@@ -14,6 +14,7 @@
 #include "python/HostCall.h"
 #include "python/StandingNumbers.h"
 #include "python/ValueCategories.h"
+#include "workbench/data/CalendarCuts.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
@@ -225,6 +226,17 @@ std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
     });
 }
 
+/// The first day of the first period and the last days of all but the last, over the cases of a selection.
+std::pair<double, std::vector<double>> CutsByCalendar(const PythonTable& table, std::size_t index,
+                                                      const std::string& period, const std::string& formula) {
+    return CallHost("categorize", [&] {
+        const auto selection = formula.empty() ? std::vector<CaseResult>() : SelectCases(*table.Held, formula);
+        quillara::CalendarCuts cuts =
+            quillara::CutByCalendar(VariableAt(table, index), quillara::CalendarPeriodNamed(period), selection);
+        return std::pair(cuts.FirstDay, std::move(cuts.LastDays));
+    });
+}
+
 std::size_t WeightIndex(const PythonTable& table, const std::string& name) {
     return CallHost("weight", [&] { return WeightNamed(*table.Held, name); });
 }
@@ -253,6 +265,7 @@ void PythonTable::Define(py::module_& module) {
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
         .def("compute", Computed, "The table with one more variable, by its name and formula")
         .def("check_selection", CheckSelection)
+        .def("calendar_cuts", CutsByCalendar)
         .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
         .def("weight_index", WeightIndex);
     module.def("read", ReadTable, "Reads a data file");

@@ -8,6 +8,7 @@ import weakref
 from . import _quillara
 from ._arguments import shown, text, whole_number
 from ._documents import Document
+from ._categorize import METHOD, members_of
 from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
 
@@ -98,6 +99,17 @@ class Drill(Object, kind="DDNStartup"):
         self._make_current("DrillDownVariable", number, "down")
         self._analysis.down(number, name)
         warn_of_messages(level=3)
+
+    def categorize(self, variable: str | int, method: str) -> None:
+        """Cuts a continuous variable into categories, as `--categorize` does: "distinct", "integer", "exact:5", "neat:5",
+        "step:10", "step:10@5", "bounds:30,60" (upper bounds); of dates "week", "month", "quarter", "year", "step:7@2024-02-05",
+        "bounds:2024-02-29,2024-03-31", of times of day "bounds:09:00,17:30".
+        """
+        number = self._number(variable, "categorize")
+        lines = members_of(text(method, METHOD), self._table, number)
+        self._make_current("DrillDownVariable", number, "down")
+        for member, value in lines:
+            setattr(self, member, value)
 
     def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""

@@ -130,3 +130,24 @@ def test_intervals_are_cut_as_asked(drill):
     drill.UserDefinedBoundaries = "30 60"
     drill.down("age", 45)
     assert drill.cases.to_pandas()["age"].between(31, 60).all() and len(drill.cases) == 1180
+
+
+@pytest.mark.parametrize("variable, method", [
+    ("age", "distinct"), ("hours", "integer"), ("age", "exact:4"), ("age", "neat:4"), ("age", "step:20"),
+    ("age", "step:20@10"), ("age", "bounds:30,60.5"), ("interview_date", "week"), ("interview_date", "month"),
+    ("interview_date", "quarter"), ("interview_date", "year"), ("interview_date", "step:30@2024-01-31"),
+    ("interview_date", "bounds:2024-02-29,2024-04-01"), ("interview_start", "bounds:12:00,15:30:30"),
+    ("interview_start", "step:01:30@09:00"),
+])
+def test_variables_are_cut_as_by_the_command_line(variable, method):
+    lists = ["--continuous", variable, "--categorize", f"{variable}={method}", "--show", "frequencies"]
+    with quillara.open(SURVEY).drill(continuous=[variable]) as drill:
+        drill.categorize(variable, method)
+        assert [told(drill.Frequencies[variable])] == [printed(document) for document in program_documents(*lists)]
+
+
+@pytest.mark.parametrize("variable, method", [("age", "month"), ("age", "equal:3"), ("age", "bounds:2024-01-01"),
+                                              ("age", "exact:x"), ("interview_date", "bounds:2024-02-30")])
+def test_methods_that_cannot_be_used_are_refused(variable, method):
+    with quillara.open(SURVEY).drill(continuous=[variable]) as drill, pytest.raises((ValueError, quillara.Error)):
+        drill.categorize(variable, method)
