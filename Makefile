@@ -53,6 +53,7 @@ lint: setup check-format
 
 bench: build
 	build/release/bin/drill-bench
+	build/release/bin/paint-bench
 
 samples: build
 	cmake --build --preset release --target make-survey

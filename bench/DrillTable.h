@@ -8,6 +8,7 @@
 #include "bench/FloorColumns.h"
 #include "engine/DrillDown.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/AnalysisDocument.h"
 
 /// What one benchmark runs on.
@@ -50,6 +51,19 @@ class BenchAnalysis {
     void DrillUp(std::int16_t stepsAgo);
     /// Lets nothing be known of the cases, neither which ones meet a condition nor how many there are in a category.
     void Forget() { Document.SetSelection({}); }
+    /// The graphs that a command makes.
+    template <typename Run>
+    [[nodiscard]] std::vector<quillara::GraphDocument> GraphsOf(Run run) {
+        std::vector<quillara::GraphDocument> graphs;
+        Document.Services.TakeDocument = [&](quillara::ResultDocument& made) {
+            if (made.Graph() != nullptr) {
+                graphs.push_back(*made.Graph());
+            }
+        };
+        run();
+        Document.Services.TakeDocument = nullptr;
+        return graphs;
+    }
     /// Both passes of a step.
     void ReadBoth() {
         Analysis().ReadAfterDrill(0);

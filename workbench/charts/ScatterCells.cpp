@@ -54,18 +54,50 @@ class PointLayer {
     std::vector<float> Passing;
 };
 
-/// Colours of counts up to the largest; that of a single case stands out from the ground.
-std::vector<QRgb> ColorsOfCounts(std::uint32_t most, bool isDark) {
-    constexpr double faintest = 0.45;
-    constexpr std::size_t longest = 4096;
-    std::vector<QRgb> colors(std::min<std::size_t>(most, longest) + 1, qRgba(0, 0, 0, 0));
-    for (std::size_t i = 1; i < colors.size(); ++i) {
-        const double top = static_cast<double>(colors.size() - 1);
-        const double share = top > 1.0 ? std::log(static_cast<double>(i)) / std::log(top) : 1.0;
-        colors[i] = HeatColor(faintest + (1.0 - faintest) * share, isDark).rgba();
-    }
-    return colors;
+/// The pixel along a side in which a place lies.
+class PlaceToPixel {
+  public:
+    explicit PlaceToPixel(const PixelSide& side)
+        : Start(static_cast<float>(side.First)),
+          Length(static_cast<float>(side.Last - side.First)),
+          End(static_cast<float>(side.Pixels - 1)) {}
+
+    int operator()(float place) const { return static_cast<int>(std::clamp(Start + place * Length, 0.0F, End)); }
+
+  private:
+    float Start;
+    float Length;
+    float End;
+};
+
+PixelCounts NoneOf(int columns, int rows) {
+    return {columns, rows,
+            std::vector<std::uint32_t>(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows))};
 }
+
+/// Colours of counts up to the largest; that of a single case stands out from the ground.
+class CountColors {
+  public:
+    CountColors(std::uint32_t most, bool isDark)
+        : Colors(std::min<std::size_t>(most, Longest) + 1, qRgba(0, 0, 0, 0)), IsDark(isDark) {}
+
+    /// Of a count from 1. A cell has few of all counts, so that each colour is mixed when it is needed.
+    QRgb operator()(std::uint32_t count) {
+        const std::size_t place = std::min<std::size_t>(count, Colors.size() - 1);
+        if (qAlpha(Colors[place]) == 0) {
+            const double top = static_cast<double>(Colors.size() - 1);
+            const double share = top > 1.0 ? std::log(static_cast<double>(place)) / std::log(top) : 1.0;
+            Colors[place] = HeatColor(Faintest + (1.0 - Faintest) * share, IsDark).rgba();
+        }
+        return Colors[place];
+    }
+
+  private:
+    static constexpr double Faintest = 0.45;
+    static constexpr std::size_t Longest = 4096;
+    std::vector<QRgb> Colors;
+    bool IsDark;
+};
 
 /// Whether no pixel around another has cases.
 bool IsAlone(const PixelCounts& counts, int column, int row) {
@@ -104,31 +136,48 @@ void DrawPointsOnPixels(QPainter& painter, const std::vector<QPointF>& points, c
     painter.drawImage(pixels.topLeft(), layer.Image(look.Color));
 }
 
-PixelPlaces PixelPlacesOf(const std::vector<float>& places, double first, double last, int pixels) {
-    const auto none = static_cast<std::uint16_t>(pixels);
-    const auto start = static_cast<float>(first);
-    const auto length = static_cast<float>(last - first);
-    const auto end = static_cast<float>(pixels - 1);
-    PixelPlaces result(places.size());
-    std::ranges::transform(places, result.begin(), [&](float place) {
-        return place >= 0.0F ? static_cast<std::uint16_t>(std::clamp(start + place * length, 0.0F, end)) : none;
+PixelSteps PixelStepsOf(const std::vector<float>& places, const PixelSide& across, const PixelSide& up) {
+    const auto steps = static_cast<std::size_t>(across.Pixels) + static_cast<std::size_t>(up.Pixels) - 1;
+    const auto none = static_cast<std::uint16_t>(steps);
+    const PlaceToPixel toColumn(across);
+    const PlaceToPixel toRow(up);
+    PixelSteps result{std::vector<std::uint16_t>(places.size()), std::vector<std::uint16_t>(steps),
+                      std::vector<std::uint16_t>(steps), across.Pixels, up.Pixels};
+    // Both pixels move with the place, so that what they have moved together tells them apart.
+    const auto stepOf = [&](int column, int row) { return static_cast<std::uint16_t>(column + up.Pixels - 1 - row); };
+    std::ranges::transform(places, result.Cases.begin(), [&](float place) {
+        const float valid = place >= 0.0F ? place : 0.0F;  // without a branch, so that places are taken side by side
+        const std::uint16_t step = stepOf(toColumn(valid), toRow(valid));
+        return place >= 0.0F ? step : none;
     });
+    std::vector<float> examples(steps + 1, -1.0F);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        examples[result.Cases[i]] = places[i];
+    }
+    for (std::size_t step = 0; step < steps; ++step) {
+        if (examples[step] >= 0.0F) {
+            result.Across[step] = static_cast<std::uint16_t>(toColumn(examples[step]));
+            result.Up[step] = static_cast<std::uint16_t>(toRow(examples[step]));
+        }
+    }
     return result;
 }
 
-PixelCounts CountedCases(const PixelPlaces& x, int columns, const PixelPlaces& y, int rows) {
-    const auto width = static_cast<std::size_t>(columns) + 1;  // a column and a row more, for what isn't valid
-    std::vector<std::uint32_t> all(width * (static_cast<std::size_t>(rows) + 1));
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        ++all[y[i] * width + x[i]];
+CellCounts CountedCases(const PixelSteps& first, const PixelSteps& second) {
+    const std::size_t width = first.Across.size() + 1;  // a step more, for what isn't valid
+    std::vector<std::uint32_t> all(width * (second.Up.size() + 1));
+    for (std::size_t i = 0; i < first.Cases.size(); ++i) {
+        ++all[second.Cases[i] * width + first.Cases[i]];
     }
-    PixelCounts counts{columns, rows, {}};
-    counts.Counts.reserve(all.size());
-    for (std::size_t row = 0; row < static_cast<std::size_t>(rows); ++row) {
-        const auto line = all.begin() + static_cast<std::ptrdiff_t>(row * width);
-        counts.Counts.insert(counts.Counts.end(), line, line + columns);
+    CellCounts cells{NoneOf(first.Columns, second.Rows), NoneOf(second.Columns, first.Rows)};
+    for (std::size_t y = 0; y < second.Up.size(); ++y) {
+        for (std::size_t x = 0; x < first.Across.size(); ++x) {
+            const std::uint32_t count = all[y * width + x];
+            cells.SecondUp.At(first.Across[x], second.Up[y]) += count;
+            cells.FirstUp.At(second.Across[y], first.Up[x]) += count;
+        }
     }
-    return counts;
+    return cells;
 }
 
 void DrawCounts(QPainter& painter, const PixelCounts& counts, QPoint topLeft, bool isDark) {
@@ -136,7 +185,7 @@ void DrawCounts(QPainter& painter, const PixelCounts& counts, QPoint topLeft, bo
     if (most == 0) {
         return;
     }
-    const std::vector<QRgb> colors = ColorsOfCounts(most, isDark);
+    CountColors colorOf(most, isDark);
     QImage image(counts.Columns, counts.Rows, QImage::Format_ARGB32);
     image.fill(Qt::transparent);
     for (int row = 0; row < counts.Rows; ++row) {
@@ -145,7 +194,7 @@ void DrawCounts(QPainter& painter, const PixelCounts& counts, QPoint topLeft, bo
             if (count == 0) {
                 continue;
             }
-            const QRgb color = colors[std::min<std::size_t>(count, colors.size() - 1)];
+            const QRgb color = colorOf(count);
             image.setPixel(column, row, color);
             if (IsAlone(counts, column, row)) {
                 image.setPixel(Beside(column, counts.Columns), row, color);

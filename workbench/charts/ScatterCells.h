@@ -24,11 +24,25 @@ void DrawPoints(QPainter& painter, const std::vector<QPointF>& points, const Poi
 void DrawPointsOnPixels(QPainter& painter, const std::vector<QPointF>& points, const QRect& pixels,
                         const PointLook& look);
 
-/// In which of the pixels along a side of a cell each case lies, from 0; as many as there are: it isn't valid.
-using PixelPlaces = std::vector<std::uint16_t>;
+/// In which of the pixels of its column and its row each case of a variable lies: the places are cut where either has a
+/// bound, and a case is in one of these steps.
+struct PixelSteps {
+    std::vector<std::uint16_t> Cases;  ///< the step of each case, from 0; as many as there are: it isn't valid
+    std::vector<std::uint16_t> Across;  ///< the pixel of each step from the left of the column
+    std::vector<std::uint16_t> Up;  ///< and from the top of the row
+    int Columns = 0;  ///< pixels of the column
+    int Rows = 0;  ///< and of the row
+};
 
-/// The pixel of each place (see ScatterVariable::Places) when place 0 lies at `first` and place 1 at `last`.
-[[nodiscard]] PixelPlaces PixelPlacesOf(const std::vector<float>& places, double first, double last, int pixels);
+/// Where places 0 and 1 (see ScatterVariable::Places) lie along a side of so many pixels.
+struct PixelSide {
+    double First = 0.0;
+    double Last = 0.0;
+    int Pixels = 0;
+};
+
+/// Places rise across a column from left to right, and up a row from below.
+[[nodiscard]] PixelSteps PixelStepsOf(const std::vector<float>& places, const PixelSide& across, const PixelSide& up);
 
 /// How many cases lie in each pixel of a cell, row by row from above.
 struct PixelCounts {
@@ -36,14 +50,23 @@ struct PixelCounts {
     int Rows = 0;
     std::vector<std::uint32_t> Counts;
 
-    [[nodiscard]] std::uint32_t At(int column, int row) const {
-        return Counts[static_cast<std::size_t>(row) * static_cast<std::size_t>(Columns) +
-                      static_cast<std::size_t>(column)];
+    [[nodiscard]] std::uint32_t At(int column, int row) const { return Counts[PlaceOf(column, row)]; }
+    [[nodiscard]] std::uint32_t& At(int column, int row) { return Counts[PlaceOf(column, row)]; }
+
+  private:
+    [[nodiscard]] std::size_t PlaceOf(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(Columns) + static_cast<std::size_t>(column);
     }
 };
 
-/// The cases that are valid on both sides; each is counted.
-[[nodiscard]] PixelCounts CountedCases(const PixelPlaces& x, int columns, const PixelPlaces& y, int rows);
+/// The two cells of a pair of variables: the second against the first, and the first against the second.
+struct CellCounts {
+    PixelCounts SecondUp;
+    PixelCounts FirstUp;
+};
+
+/// Counts the cases that are valid on both sides, once for both cells.
+[[nodiscard]] CellCounts CountedCases(const PixelSteps& first, const PixelSteps& second);
 
 /// Paints each pixel that has cases, the darker the more; one without neighbours is painted two pixels wide and high.
 void DrawCounts(QPainter& painter, const PixelCounts& counts, QPoint topLeft, bool isDark);

@@ -42,6 +42,7 @@ class ScatterElement : public ChartElement {
     [[nodiscard]] bool ShowsCounts() const;
     [[nodiscard]] std::vector<QPointF> PointsOf(std::size_t row, std::size_t column) const;
     void DrawPointCells(QCPPainter& painter) const;
+    [[nodiscard]] PixelSteps StepsOf(std::size_t variable) const;
     void DrawCountCells(QCPPainter& painter) const;
     void DrawHistogram(QCPPainter& painter, std::size_t variable) const;
     void DrawLine(QCPPainter& painter, std::size_t row, std::size_t column) const;
@@ -322,23 +323,29 @@ void ScatterElement::DrawPointCells(QCPPainter& painter) const {
     }
 }
 
+PixelSteps ScatterElement::StepsOf(std::size_t variable) const {
+    const QRect pixels = PixelsOf(Grid.Cell(variable, variable));
+    const auto sideFrom = [](int start, int count, double first, double last) {
+        return PixelSide{first - start, last - start, count};
+    };
+    return PixelStepsOf(PlacesOf(Matrix.Variables[variable]),
+                        sideFrom(pixels.left(), pixels.width(), Grid.Across(variable, 0.0), Grid.Across(variable, 1.0)),
+                        sideFrom(pixels.top(), pixels.height(), Grid.Up(variable, 0.0), Grid.Up(variable, 1.0)));
+}
+
 void ScatterElement::DrawCountCells(QCPPainter& painter) const {
-    std::vector<PixelPlaces> across;
-    for (std::size_t column = 0; column < Count(); ++column) {
-        const QRect pixels = PixelsOf(Grid.Cell(0, column));
-        across.push_back(PixelPlacesOf(PlacesOf(Matrix.Variables[column]), Grid.Across(column, 0.0) - pixels.left(),
-                                       Grid.Across(column, 1.0) - pixels.left(), pixels.width()));
+    std::vector<PixelSteps> steps;
+    for (std::size_t variable = 0; variable < Count(); ++variable) {
+        steps.push_back(StepsOf(variable));
     }
+    const auto draw = [&](const PixelCounts& counts, std::size_t row, std::size_t column) {
+        DrawCounts(painter, counts, PixelsOf(Grid.Cell(row, column)).topLeft(), Style.IsDark);
+    };
     for (std::size_t row = 0; row < Count(); ++row) {
-        const QRect side = PixelsOf(Grid.Cell(row, 0));
-        const PixelPlaces up = PixelPlacesOf(PlacesOf(Matrix.Variables[row]), Grid.Up(row, 0.0) - side.top(),
-                                             Grid.Up(row, 1.0) - side.top(), side.height());
-        for (std::size_t column = 0; column < Count(); ++column) {
-            if (row != column) {
-                const QRect pixels = PixelsOf(Grid.Cell(row, column));
-                const PixelCounts counts = CountedCases(across[column], pixels.width(), up, pixels.height());
-                DrawCounts(painter, counts, pixels.topLeft(), Style.IsDark);
-            }
+        for (std::size_t column = 0; column < row; ++column) {
+            const CellCounts cells = CountedCases(steps[column], steps[row]);
+            draw(cells.SecondUp, row, column);
+            draw(cells.FirstUp, column, row);
         }
     }
 }

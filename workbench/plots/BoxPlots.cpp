@@ -25,15 +25,15 @@ void ShowMeans(BoxStatistics& box, const ValueMoments& moments, const BoxTypeFac
 }
 
 void SortOnce(std::vector<double>& values) {
-    std::ranges::sort(values);
+    SortByBits(values);
     values.erase(std::unique(values.begin(), values.end()), values.end());
 }
 
 void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
     const SampleQuantiles quantiles(sample);
-    box.Middle = quantiles.At(0.5);
-    box.BoxLow = quantiles.At(0.25);
-    box.BoxHigh = quantiles.At(0.75);
+    box.BoxLow = quantiles.At(Quartiles[0]);
+    box.Middle = quantiles.At(Quartiles[1]);
+    box.BoxHigh = quantiles.At(Quartiles[2]);
     const double length = box.BoxHigh / 2 - box.BoxLow / 2;  // halves, so that none is too large for a double
     const auto distance = [low = box.BoxLow / 2, high = box.BoxHigh / 2](double value) {
         return std::max(low - value / 2, value / 2 - high);
@@ -61,11 +61,20 @@ void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
 
 }  // namespace
 
-SampleQuantiles::SampleQuantiles(const WeightedValues& sample)
-    : Unweighted(sample.Values), Size(static_cast<double>(sample.Values.size())) {
-    if (sample.Weights.empty()) {
+SampleQuantiles::SampleQuantiles(const WeightedValues& sample, std::span<const double> shares)
+    : Size(static_cast<double>(sample.Values.size())) {
+    if (!sample.Weights.empty()) {
+        PutInOrder(sample);
         return;
     }
+    std::vector<std::size_t> places;
+    for (const double share : shares) {
+        places.push_back(static_cast<std::size_t>(share * (Size - 1.0)));
+    }
+    Unweighted.emplace(sample.Values, places);
+}
+
+void SampleQuantiles::PutInOrder(const WeightedValues& sample) {
     Values.resize(sample.Values.size());
     std::vector<std::size_t> order(Values.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
@@ -87,10 +96,8 @@ double SampleQuantiles::WeightedValueAt(double place) const {
 }
 
 std::pair<double, double> SampleQuantiles::ValuesAt(double place) const {
-    if (!Reached.empty()) {
-        return {WeightedValueAt(place), WeightedValueAt(place + 1.0)};
-    }
-    return Unweighted.At(static_cast<std::size_t>(place));
+    return Unweighted ? Unweighted->At(static_cast<std::size_t>(place))
+                      : std::pair(WeightedValueAt(place), WeightedValueAt(place + 1.0));
 }
 
 double SampleQuantiles::At(double share) const {

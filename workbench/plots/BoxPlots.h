@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -34,22 +36,25 @@ struct BoxRequest {
 /// taken as they are. Weights that sum to less than the number of cases, such as shares of 1, are scaled up to it.
 [[nodiscard]] BoxPlot BoxPlotOf(const BoxRequest& request);
 
+inline constexpr double Quartiles[] = {0.25, 0.5, 0.75};
+
 /// The quantiles of values, at least one, each of which stands as often as its weight says.
 class SampleQuantiles {
   public:
-    /// The sample must outlive it.
-    explicit SampleQuantiles(const WeightedValues& sample);
-    /// `share` from 0 to 1.
+    /// Finds those of some shares, from 0 to 1; no others can be asked for.
+    explicit SampleQuantiles(const WeightedValues& sample, std::span<const double> shares = Quartiles);
+    /// One of the shares.
     [[nodiscard]] double At(double share) const;
 
   private:
+    void PutInOrder(const WeightedValues& sample);
     /// The values at a whole place from 0 in the sample, and at the next.
     [[nodiscard]] std::pair<double, double> ValuesAt(double place) const;
     [[nodiscard]] double WeightedValueAt(double place) const;
 
-    OrderStatistics Unweighted;
+    std::optional<OrderStatistics> Unweighted;
     std::vector<double> Values;  // under weights: in ascending order
-    std::vector<double> Reached;  // running sum of the weights; empty: each is 1
+    std::vector<double> Reached;  // running sum of the weights
     double Size = 0.0;
 };
 

@@ -10,11 +10,14 @@
 
 #include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
+#include "workbench/plots/ColumnSweeps.h"
 
 namespace quillara {
 namespace {
 
 constexpr int HistogramParts = 10;
+constexpr double OnConstant = 0.5;  // the place of all values of a constant
+constexpr std::size_t CasesAPart = std::size_t{1} << 16;  // of the sums of pairs, whoever makes them
 constexpr double Undefined = std::numeric_limits<double>::quiet_NaN();
 
 /// Cases that are taken side by side, each to sums of its own, so that none waits for the one before.
@@ -30,58 +33,73 @@ struct PlottedVariable {
     double Scale = 1.0;
     double Low = 0.0;  ///< scaled
     double High = 0.0;
-    std::vector<double> Column;  ///< scaled values, one for each case of the plot; NaN: not valid, or behind the last
+    double Mean = 0.0;
+    std::vector<double>
+        Column;  ///< one value for each case of the plot, not scaled; NaN: not valid, or behind the last
 
-    [[nodiscard]] double PlaceOf(double scaled) const { return Low < High ? (scaled - Low) / (High - Low) : 0.5; }
+    [[nodiscard]] double PlaceOf(double scaled) const {
+        return Low < High ? (scaled - Low) / (High - Low) : OnConstant;
+    }
 };
 
-BinnedCounts HistogramOf(const std::vector<double>& values, const ValueMoments& moments) {
-    const NeatBins bins = NeatBinsOver(moments.Min, moments.Max, HistogramParts);
-    const std::size_t places = bins.UpperBounds.size();
-    std::vector<std::size_t> cases(2 * places);  // two tables by turns: most neighbours fall into one interval
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        ++cases[i % 2 * places + bins.PlaceOf(values[i])];
+/// The values of a column by the bounds that they lie above.
+BinnedCounts HistogramOf(std::span<const double> column, const ColumnRange& range) {
+    const NeatBins bins = NeatBinsOver(range.Min, range.Max, HistogramParts);
+    BinnedCounts counts{bins.Low, bins.Step, {}};
+    std::int64_t above = range.Cases;
+    for (const std::int64_t next : CasesAbove(column, std::span(bins.UpperBounds).first(bins.UpperBounds.size() - 1))) {
+        counts.Counts.push_back(static_cast<double>(above - next));
+        above = next;
     }
-    BinnedCounts counts{bins.Low, bins.Step, std::vector<double>(places)};
-    for (std::size_t place = 0; place < places; ++place) {
-        counts.Counts[place] = static_cast<double>(cases[place] + cases[places + place]);
-    }
+    counts.Counts.push_back(static_cast<double>(above));
     return counts;
 }
 
-ScatterVariable Described(const Variable& variable, const PlotRows& rows) {
-    ScatterVariable described{.Name = variable.Name, .LongName = variable.LongName, .Histogram = {}};
-    const WeightedValues valid = ValidValues(variable, rows);
-    const ValueMoments moments = MomentsOf(valid);
-    described.Cases = moments.Cases;
-    described.Min = moments.Min;
-    described.Max = moments.Max;
-    described.Mean = moments.Mean;
-    described.StandardDeviation = moments.StandardDeviation;
-    if (moments.Cases > 0) {
-        described.Histogram = HistogramOf(valid.Values, moments);
-    }
-    return described;
+std::vector<double> ValuesOf(const Column& column, const PlotRows& rows) {
+    std::vector<double> values((rows.Count() + CasesAtATime - 1) / CasesAtATime * CasesAtATime, Undefined);
+    rows.ForEachValue(column, [place = values.data()](double value) mutable { *place++ = value; });
+    return values;
 }
 
+std::shared_ptr<const std::vector<float>> PlacesOf(const PlottedVariable& plotted, std::size_t cases) {
+    std::vector<float> places(plotted.Column.size());
+    const double width = plotted.High - plotted.Low;
+    WritePlaces(plotted.Column, plotted.Scale, plotted.Low, width > 0.0 ? 1.0 / width : 0.0, places);
+    if (!(width > 0.0)) {
+        std::ranges::for_each(places, [](float& place) { place += static_cast<float>(OnConstant); });
+    }
+    places.resize(cases);
+    return std::make_shared<const std::vector<float>>(std::move(places));
+}
+
+/// All but the deviation, which comes with the pairs.
 PlottedVariable Plotted(const Variable& variable, const PlotRows& rows) {
-    PlottedVariable plotted{.Described = Described(variable, rows), .Column = {}};
-    plotted.Scale = ScaleFor(plotted.Described.Min, plotted.Described.Max);
-    plotted.Low = plotted.Described.Min * plotted.Scale;
-    plotted.High = plotted.Described.Max * plotted.Scale;
-    const NearlyEqualRange missing = RangeNearlyEqualTo(variable.MissingCode);
-    const std::size_t cases = rows.Count();
-    plotted.Column.resize((cases + CasesAtATime - 1) / CasesAtATime * CasesAtATime, Undefined);
-    rows.ForEachValue(variable.Values, [&, place = plotted.Column.data()](double value) mutable {
-        const bool isValid = std::isfinite(value) && !missing.Contains(value);
-        *place++ = isValid ? value * plotted.Scale : Undefined;
-    });
-    std::vector<float> places(cases);
-    std::ranges::transform(std::span(plotted.Column).first(cases), places.begin(), [&](double scaled) {
-        return static_cast<float>(std::isnan(scaled) ? Undefined : plotted.PlaceOf(scaled));
-    });
-    plotted.Described.Places = std::make_shared<const std::vector<float>>(std::move(places));
+    PlottedVariable plotted{.Described = {.Name = variable.Name, .LongName = variable.LongName, .Histogram = {}},
+                            .Column = ValuesOf(variable.Values, rows)};
+    const ColumnRange range = KeepValid(plotted.Column, RangeNearlyEqualTo(variable.MissingCode));
+    ScatterVariable& described = plotted.Described;
+    described.Cases = range.Cases;
+    described.Min = range.Min;
+    described.Max = range.Max;
+    plotted.Scale = ScaleFor(range.Min, range.Max);
+    plotted.Low = range.Min * plotted.Scale;
+    plotted.High = range.Max * plotted.Scale;
+    if (range.Cases > 0) {
+        plotted.Mean = ScaledSum(plotted.Column, plotted.Scale) / static_cast<double>(range.Cases);
+        described.Mean = plotted.Mean / plotted.Scale;
+        described.Histogram = HistogramOf(plotted.Column, range);
+    }
+    described.Places = PlacesOf(plotted, rows.Count());
     return plotted;
+}
+
+/// The root of the sum of squared deviations divided by the cases less 1.
+double StandardDeviationOf(const PlottedVariable& plotted, const PairSums& itself) {
+    if (itself.Cases <= 1.0) {
+        return 0.0;
+    }
+    const double squares = std::max(itself.XX - itself.X * itself.X / itself.Cases, 0.0);
+    return std::sqrt(squares / (itself.Cases - 1.0)) / plotted.Scale;
 }
 
 /// One variable of a pair, over the cases in which both are valid; scaled.
@@ -132,7 +150,7 @@ void ForEachPair(const PlottedVariable& x, const PlottedVariable& y, Take take) 
             std::memcpy(&a, &x.Column[i + part * LaneCount], sizeof(a));
             std::memcpy(&b, &y.Column[i + part * LaneCount], sizeof(b));
             const auto areValid = (a == a) & (b == b);
-            take(part, areValid ? a : undefined, areValid ? b : undefined);
+            take(part, areValid ? a * x.Scale : undefined, areValid ? b * y.Scale : undefined);
         }
     }
 }
@@ -160,6 +178,7 @@ struct SideSums {
     }
 };
 
+/// The moments by two sweeps over the cases: the means come first.
 PairMoments MomentsOfPair(const PlottedVariable& x, const PlottedVariable& y) {
     constexpr Lanes one = {1.0, 1.0};
     Sums cases{};
@@ -190,6 +209,25 @@ PairMoments MomentsOfPair(const PlottedVariable& x, const PlottedVariable& y) {
     return pair;
 }
 
+/// Whether the mean of a pair's cases is near enough to that of all cases that nothing is lost by deviations from this.
+bool IsNear(double sum, double squares, double cases) {
+    constexpr double farthest = 0.25;
+    return squares > 0.0 && sum * sum <= farthest * squares * cases;
+}
+
+SideMoments SideOf(const PlottedVariable& variable, double sum, double squares, double cases) {
+    return {variable.Low, variable.High, variable.Mean + sum / cases, squares - sum * sum / cases};
+}
+
+/// Few cases are taken in two sweeps, too, which round less: their line may be an exact one.
+PairMoments MomentsOfPair(const PlottedVariable& x, const PlottedVariable& y, const PairSums& sums) {
+    if (x.Column.size() <= CasesAPart || !IsNear(sums.X, sums.XX, sums.Cases) || !IsNear(sums.Y, sums.YY, sums.Cases)) {
+        return MomentsOfPair(x, y);
+    }
+    return {static_cast<std::int64_t>(sums.Cases), SideOf(x, sums.X, sums.XX, sums.Cases),
+            SideOf(y, sums.Y, sums.YY, sums.Cases), sums.XY - sums.X * sums.Y / sums.Cases};
+}
+
 PairMoments Turned(const PairMoments& pair) {
     return {pair.Cases, pair.Y, pair.X, pair.Products};
 }
@@ -216,6 +254,27 @@ void StopWhenCancelled(const ScatterRequest& request) {
     }
 }
 
+/// The sums of all pairs, made in parts of the cases and added in their order: the same with any number of threads.
+std::vector<PairSums> SumsOf(const std::vector<PlottedVariable>& plotted, const ScatterRequest& request) {
+    std::vector<CentredColumn> columns;
+    for (const PlottedVariable& variable : plotted) {
+        columns.push_back({variable.Column, variable.Scale, variable.Mean});
+    }
+    const std::size_t cases = plotted.empty() ? 0 : plotted.front().Column.size();
+    std::vector<std::vector<PairSums>> parts((cases + CasesAPart - 1) / CasesAPart);
+    RunParts(request.Runner, parts.size(), [&](std::size_t part) {
+        const std::size_t first = part * CasesAPart;
+        parts[part] = SumsOfPairs(columns, first, std::min(CasesAPart, cases - first));
+    });
+    std::vector<PairSums> sums(plotted.size() * (plotted.size() + 1) / 2);
+    for (const std::vector<PairSums>& part : parts) {
+        for (std::size_t pair = 0; pair < sums.size(); ++pair) {
+            sums[pair] += part[pair];
+        }
+    }
+    return sums;
+}
+
 }  // namespace
 
 ScatterMatrix ScatterMatrixOf(const ScatterRequest& request) {
@@ -224,16 +283,20 @@ ScatterMatrix ScatterMatrixOf(const ScatterRequest& request) {
     RunParts(request.Runner, plotted.size(), [&](std::size_t part) {
         plotted[part] = Plotted(request.Table.Variables[request.Variables[part]], request.Rows);
     });
+    StopWhenCancelled(request);
+    const std::vector<PairSums> sums = SumsOf(plotted, request);
     ScatterMatrix matrix;
     matrix.Flags = request.Flags;
     matrix.UnusedWeight = request.UnusedWeight;
     const std::size_t count = plotted.size();
     matrix.Cells.resize(count * count);
     for (std::size_t row = 0; row < count; ++row) {
-        matrix.Variables.push_back(plotted[row].Described);
         StopWhenCancelled(request);
+        const std::span<const PairSums> ofRow = std::span(sums).subspan(row * (row + 1) / 2);
+        plotted[row].Described.StandardDeviation = StandardDeviationOf(plotted[row], ofRow[row]);
+        matrix.Variables.push_back(plotted[row].Described);
         RunParts(request.Runner, row, [&](std::size_t column) {
-            const PairMoments pair = MomentsOfPair(plotted[column], plotted[row]);
+            const PairMoments pair = MomentsOfPair(plotted[column], plotted[row], ofRow[column]);
             matrix.Cells[row * count + column] = CellOf(plotted[column], plotted[row], pair);
             matrix.Cells[column * count + row] = CellOf(plotted[row], plotted[column], Turned(pair));
         });

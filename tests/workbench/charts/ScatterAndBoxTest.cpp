@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <map>
 #include <numeric>
 #include <random>
-#include <set>
 
 #include "tests/workbench/Tables.h"
 #include "tests/workbench/charts/Painted.h"
@@ -139,21 +139,27 @@ TEST(ScatterCounts, NoCaseIsLost) {
         std::vector<float> y(20000);
         std::ranges::generate(x, [&] { return random() % 9 == 0 ? std::nanf("") : share(random); });
         std::ranges::generate(y, [&] { return random() % 9 == 0 ? std::nanf("") : share(random) * share(random); });
-        const PixelCounts counts =
-            CountedCases(PixelPlacesOf(x, 3, width - 3, width), width, PixelPlacesOf(y, height - 3, 3, height), height);
-        std::int64_t cases = 0;
-        std::set<std::pair<int, int>> places;
+        const PixelSide across{3.0, width - 3.0, width};
+        const PixelSide up{height - 3.0, 3.0, height};
+        const CellCounts cells = CountedCases(PixelStepsOf(x, across, up), PixelStepsOf(y, across, up));
+        const auto pixelOf = [&](float right, float above) {
+            return std::pair(static_cast<int>(3 + right * static_cast<float>(width - 6)),
+                             static_cast<int>(static_cast<float>(height - 3) - above * static_cast<float>(height - 6)));
+        };
+        std::map<std::pair<int, int>, std::uint32_t> yUp;
+        std::map<std::pair<int, int>, std::uint32_t> xUp;
         for (std::size_t i = 0; i < x.size(); ++i) {
             if (!std::isnan(x[i]) && !std::isnan(y[i])) {
-                ++cases;
-                places.emplace(
-                    static_cast<int>(3 + x[i] * static_cast<float>(width - 6)),
-                    static_cast<int>(static_cast<float>(height - 3) - y[i] * static_cast<float>(height - 6)));
+                ++yUp[pixelOf(x[i], y[i])];
+                ++xUp[pixelOf(y[i], x[i])];
             }
         }
-        EXPECT_EQ(std::accumulate(counts.Counts.begin(), counts.Counts.end(), std::int64_t{0}), cases);
-        EXPECT_EQ(std::ranges::count_if(counts.Counts, [](std::uint32_t count) { return count > 0; }),
-                  static_cast<std::ptrdiff_t>(places.size()));
+        for (int row = 0; row < height; ++row) {
+            for (int column = 0; column < width; ++column) {
+                EXPECT_EQ(cells.SecondUp.At(column, row), yUp[std::pair(column, row)]);
+                EXPECT_EQ(cells.FirstUp.At(column, row), xUp[std::pair(column, row)]);
+            }
+        }
     }
 }
 

@@ -78,12 +78,19 @@ TEST(OrderStatistics, AreThoseOfTheSortedValues) {
         for (const std::size_t count : {1U, 2U, 3U, 10U, 1000U}) {
             std::vector<double> values(count);
             std::ranges::generate(values, shape);
-            const OrderStatistics statistics(values);
+            std::vector<std::size_t> places;
+            for (std::size_t place = 0; place < count; place += 1 + place / 3) {
+                places.push_back(place);
+            }
+            const OrderStatistics statistics(values, places);
             std::vector<double> sorted = values;
             std::ranges::sort(sorted);
+            std::vector<double> byBits = values;
+            SortByBits(byBits);
+            EXPECT_EQ(byBits, sorted);
             const auto [low, high] = RangeOf(values);
             EXPECT_TRUE(low == sorted.front() && high == sorted.back());
-            for (std::size_t place = 0; place < count; place += 1 + place / 3) {
+            for (const std::size_t place : places) {
                 const auto [at, next] = statistics.At(place);
                 EXPECT_EQ(at, sorted[place]);
                 EXPECT_EQ(next, sorted[std::min(place + 1, count - 1)]);
@@ -190,6 +197,30 @@ TEST(ScatterMatrices, AreTheSameAtEveryMagnitude) {
         EXPECT_NEAR(cell.LineAtMin, usual.LineAtMin, 1e-9) << scaleX;
         EXPECT_NEAR(cell.LineAtMax, usual.LineAtMax, 1e-9) << scaleX;
     }
+}
+
+// Deviations are summed from the mean of all cases of a variable, which the cases of a pair may be far from.
+TEST(ScatterMatrices, PairsFarFromTheirVariables) {
+    constexpr std::size_t count = 70000;
+    std::mt19937 random(5);
+    std::normal_distribution<double> normal;
+    std::vector<double> x(count);
+    std::vector<double> y(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        x[i] = normal(random);
+        y[i] = i % 5 == 0 ? Missing : 2.0 * x[i] + normal(random);
+    }
+    const auto cellOf = [&] {
+        const DataTable table = TableOf({Numbers("x", x), Numbers("y", y)});
+        return ScatterMatrixOf({table, {0, 1}, AllRows(table), 0, {}}).Cells[2];
+    };
+    const ScatterCell usual = cellOf();
+    EXPECT_NEAR(usual.Correlation, 2.0 / std::sqrt(5.0), 0.01);
+    x[0] = 1e9;  // y is missing there
+    const ScatterCell cell = cellOf();
+    EXPECT_EQ(cell.Cases, static_cast<std::int64_t>(count / 5 * 4));
+    EXPECT_NEAR(cell.Correlation, usual.Correlation, 1e-12);
+    EXPECT_NEAR(cell.Slope, usual.Slope, 1e-12);
 }
 
 TEST(Histograms3D, CountLabelsValuesAndIntervals) {
