@@ -4,6 +4,7 @@
 
 #include "python/HostCall.h"
 #include "python/PythonObject.h"
+#include "python/PythonStatistics.h"
 
 namespace py = pybind11;
 using quillara::ScriptedAnalysis;
@@ -34,5 +35,15 @@ void PythonAnalysis::Define(py::module_& module) {
              [](PythonAnalysis& own, std::size_t variable, const std::string& category) {
                  CallHost("down", [&] { return own.Held->Down(variable, category), true; });
              })
+        .def("down_row",
+             [](PythonAnalysis& own, std::size_t variable, std::size_t row) {
+                 const auto taken = CallHost("each", [&] { return own.Held->DownRow(variable, row); });
+                 return taken ? py::object(py::make_tuple(taken->Category, taken->Rows)) : py::object(py::none());
+             })
+        .def("counted", [](PythonAnalysis& own) { return TellCounted(*own.Held); })
+        .def("distributions", [](PythonAnalysis& own) { return TellDistributions(*own.Held); })
+        .def("differences", [](PythonAnalysis& own) { return TellDifferences(*own.Held); })
+        .def("cross", [](PythonAnalysis& own, const CutVariable& rows,
+                         const CutVariable& columns) { return TellCross(*own.Held, rows, columns); })
         .def("close", [](PythonAnalysis& own) { CallHost("close", [&own] { return own.Held->Close(), true; }); });
 }

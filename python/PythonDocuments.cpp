@@ -50,22 +50,8 @@ py::object CellOf(const SpreadsheetCell& cell) {
     return text == nullptr ? py::object(py::none()) : py::object(py::str(*text));
 }
 
-/// The corner, the columns (name, whether all numbers are whole, cells) and the names of the rows.
 py::tuple TellSpreadsheet(const PythonObject& object) {
-    const SpreadsheetDocument table = CallHost("to_pandas", [&object] { return SpreadsheetOf(object); });
-    py::list columns;
-    for (std::size_t i = 0; i < table.Columns.size(); ++i) {
-        py::list cells;
-        for (const SpreadsheetRow& row : table.Rows) {
-            cells.append(CellOf(row.Cells[i]));
-        }
-        columns.append(py::make_tuple(table.Columns[i].Name, table.Columns[i].Whole, cells));
-    }
-    py::list rows;
-    for (const SpreadsheetRow& row : table.Rows) {
-        rows.append(row.NameForPeople());
-    }
-    return py::make_tuple(table.Corner, columns, rows);
+    return TellTable(CallHost("to_pandas", [&object] { return SpreadsheetOf(object); }));
 }
 
 /// The names of the variables that a document shows.
@@ -120,6 +106,22 @@ PythonTable SavedTable(const PythonObject& object) {
 
 const SpreadsheetDocument& SpreadsheetOf(const PythonObject& object) {
     return ContentOf<SpreadsheetDocument>(object);
+}
+
+py::tuple TellTable(const SpreadsheetDocument& table) {
+    py::list columns;
+    for (std::size_t i = 0; i < table.Columns.size(); ++i) {
+        py::list cells;
+        for (const SpreadsheetRow& row : table.Rows) {
+            cells.append(CellOf(row.Cells[i]));
+        }
+        columns.append(py::make_tuple(table.Columns[i].Name, table.Columns[i].Whole, cells));
+    }
+    py::list rows;
+    for (const SpreadsheetRow& row : table.Rows) {
+        rows.append(row.NameForPeople());
+    }
+    return py::make_tuple(table.Corner, columns, rows);
 }
 
 void DefineDocuments(py::module_& module) {

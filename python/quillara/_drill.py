@@ -118,6 +118,64 @@ class Drill(Object, kind="DDNStartup"):
         self._make_current("DrillUpVariable", number, "up")
         self.DrillUp()
 
+    def each(self, variable: str | int, within: str | int | None = None) -> pandas.DataFrame:
+        """Groups side by side: steps down into every category of the variable and up again; a row for each.
+
+        Columns are the number of cases, their percent of those that remain now, of each continuous open or review
+        variable N, mean, deviation, median and quartiles, and of each categorical one the percents of its categories.
+        With a second variable a row for each of its categories within each of the first. Categories that leave no case
+        are passed over with a warning.
+        """
+        from . import _groups
+
+        variables = [variable] if within is None else [variable, within]
+        numbers = [self._number(each, "each") for each in variables]
+        return _groups.each(self, self._analysis, numbers, [self._table.names[number - 1] for number in numbers])
+
+    def crosstab(self, rows: str | int, columns: str | int, of: str = "counts", margins: bool = False,
+                 bounds: Mapping[str, Sequence[float]] | None = None) -> pandas.DataFrame:
+        """A cross table of two variables over the cases that remain, under the weight of the table.
+
+        of: "counts", percents of "rows", of "columns" or of the "total", or "expected" counts. margins: with totals.
+        bounds: where a continuous variable is cut, by its name. attrs of the frame has cases, left_out, chi_square,
+        degrees_of_freedom and cramers_v.
+        """
+        from . import _groups
+
+        if of not in _groups.MEASURES:
+            raise ValueError(f"of is one of {', '.join(_groups.MEASURES)}, not {shown(of)}.")
+        sides = [self._number(each, "crosstab") - 1 for each in (rows, columns)]
+        cuts = [sorted(map(float, (bounds or {}).get(self._table.names[side], []))) for side in sides]
+        return _groups.crosstab(self._analysis, *zip(sides, cuts), of, margins)
+
+    def distribution(self, variable: str | int | None = None) -> pandas.DataFrame:
+        """N, mean, deviation, minimum, quartiles, maximum, skewness and missing of the continuous open and review
+        variables; or of one categorical variable the counts and percents, of the valid cases too."""
+        from . import _groups
+
+        frames = _groups.distributions(self._analysis)
+        name = None if variable is None else self._table.names[self._number(variable, "distribution") - 1]
+        if name not in frames:
+            told = "No continuous" if name is None else f'"{name}" is no categorical'
+            raise Error(INVALID_ARGUMENT, f"{told} variable is chosen that has no step.", "distribution")
+        return frames[name]
+
+    def what_differs(self) -> pandas.DataFrame:
+        """The open and review variables by how much the cases that remain differ from the others that are selected."""
+        from . import _groups
+
+        frame = _groups.differences(self._analysis)
+        if frame is None:
+            raise Error(INVALID_ARGUMENT, "It takes a step that drops cases, and a variable without a step.", "what_differs")
+        return frame
+
+    def _down_row(self, number, row):
+        """The step into a row of the list: the category and the number of rows; None where the list is empty."""
+        self._make_current("DrillDownVariable", number, "down")
+        taken = self._analysis.down_row(number, row)
+        warn_of_messages(level=5)
+        return taken
+
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""
         self.Name  # fails once the dialog has closed

@@ -133,3 +133,33 @@ def test_groups_are_those_of_groupby():
     percents = pandas.crosstab(frame["species"], frame["sex"], normalize="index") * 100
     sexes = tables[-1].iloc[:, 3:]
     assert sexes.to_numpy(float) == close(percents.loc[sexes.index].to_numpy(), rel=1e-9)
+
+
+def test_python_has_the_same_frames():
+    frame = cases("penguins.csv")
+    with quillara.open(str(DATA / "penguins.csv")).drill("species island sex", "body_mass_g") as drill:
+        groups = drill.each("species")
+        mass = frame.groupby("species")["body_mass_g"]
+        assert list(groups["N", ""]) == list(frame["species"].value_counts()[groups.index])
+        assert list(groups["body_mass_g", "Median"]) == list(mass.median()[groups.index])
+        sexes = pandas.crosstab(frame["species"], frame["sex"], normalize="index") * 100
+        assert groups["sex"].to_numpy(float) == close(sexes.loc[groups.index, groups["sex"].columns].to_numpy(), rel=1e-9)
+        pairs = drill.each("species", "island")
+        assert pairs.loc[("Adelie", "Dream"), ("N", "")] == len(frame.query("species == 'Adelie' and island == 'Dream'"))
+        assert len(pairs) == 5 and "sex" in pairs
+
+        counts = drill.crosstab("species", "island")
+        assert (counts == pandas.crosstab(frame["species"], frame["island"])).all(axis=None)
+        assert counts.attrs["chi_square"] == close(stats.chi2_contingency(counts, correction=False)[0], rel=1e-9)
+        cut = drill.crosstab("body_mass_g", "sex", of="rows", margins=True, bounds={"body_mass_g": [4000, 3000]})
+        assert list(cut.index) == ["x<=3000", "3000<x<=4000", "4000<x", "Total"] and set(cut["Total"]) == {100}
+        assert drill.distribution().loc["body_mass_g", "Skewness"] == close(frame["body_mass_g"].skew(), rel=1e-9)
+        assert drill.distribution("sex").loc["Missing", "Count"] == frame["sex"].isna().sum()
+        with pytest.raises(quillara.Error, match="takes a step"):
+            drill.what_differs()
+        drill.down("species", "Gentoo")
+        assert drill.what_differs().index[0] == "body_mass_g"
+        with pytest.raises(quillara.Error, match="no categorical"):
+            drill.distribution("species")
+    with pytest.raises(quillara.Error):
+        drill.distribution()

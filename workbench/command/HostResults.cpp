@@ -4,11 +4,11 @@
 #include <iterator>
 #include <utility>
 
-#include "workbench/data/DateIntervals.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultNames.h"
 #include "workbench/hosting/AnalysisRemarks.h"
+#include "workbench/scripting/CategoryLookup.h"
 
 namespace quillara {
 namespace {
@@ -18,14 +18,6 @@ constexpr const char* CrossName = "crosstab";
 
 short NumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
-}
-
-/// A row of a category list as documents show it.
-std::string NameForPeople(const DataTable& table, const CategoryList& list, std::size_t row) {
-    const CategoryRow& shown = list.Rows[row];
-    const bool hasDates = list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay;
-    const bool isNamedByDates = hasDates && shown.Range && table.Variables[table.IndexOf(list.Variable)].Labels.empty();
-    return isNamedByDates ? NameInDates(list.Kind, shown.Name, shown.Range->Lower, shown.Range->Upper) : shown.Name;
 }
 
 /// Nothing: as the values of the variable say.
@@ -138,7 +130,7 @@ void HostResults::Descend(Walk& walk) {
             if (rows == 0) {
                 throw NoCategories();
             }
-            category = NameForPeople(Table, list, row);
+            category = NameForPeople(list, list.Rows[row]);
             return row;
         };
         try {

@@ -59,7 +59,7 @@ CountedPointer<IDispatch> ScriptedAnalysis::Analysis() {
     return Held == nullptr ? CountedPointer<IDispatch>() : Held->Document.AutomationObject();
 }
 
-void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
+void ScriptedAnalysis::StepDown(std::size_t variable, const RowChooser& chooseRow) {
     CAnalysisModelessDialog* dialog = StartupDialog();
     if (dialog == nullptr) {
         throw new COleException(CO_E_OBJNOTCONNECTED);
@@ -67,7 +67,7 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
     const Variable& chosen = Held->Document.Table().Variables.at(variable - 1);
     bool isAnswered = false;
     const auto answer = [&](Window& window) {
-        AnswerWithCategory(window, chosen, [&](const CategoryList& list) { return FindCategory(list, category); });
+        AnswerWithCategory(window, chosen, chooseRow);
         isAnswered = true;
     };
     const auto press = [](Window& window) { return window.Click(DownButton), 0; };
@@ -75,6 +75,38 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
     if (!isAnswered) {
         throw DataError(outcome.Record.Messages.empty() ? "The step was cancelled." : FailureOf(outcome.Record));
     }
+}
+
+void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
+    StepDown(variable, [&](const CategoryList& list) { return FindCategory(list, category); });
+}
+
+std::optional<ScriptedAnalysis::RowTaken> ScriptedAnalysis::DownRow(std::size_t variable, std::size_t row) {
+    RowTaken taken;
+    bool isEmpty = false;
+    try {
+        StepDown(variable, [&](const CategoryList& list) {
+            isEmpty = list.Rows.empty();
+            if (row >= list.Rows.size()) {
+                throw DataError("The list of categories has no such row.");
+            }
+            taken = {NameForPeople(list, list.Rows[row]), list.Rows.size()};
+            return row;
+        });
+    } catch (const DataError&) {
+        if (!isEmpty) {
+            throw;
+        }
+        return std::nullopt;
+    }
+    return taken;
+}
+
+AnalysisDocument& ScriptedAnalysis::Analysed() {
+    if (Held == nullptr) {
+        throw new COleException(CO_E_OBJNOTCONNECTED);
+    }
+    return Held->Document;
 }
 
 void ScriptedAnalysis::Close() {

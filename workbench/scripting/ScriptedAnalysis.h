@@ -13,6 +13,7 @@
 #include "workbench/data/FormulaNotice.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
+#include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/scripting/ScriptOutputs.h"
 
 class CAnalysisModelessDialog;
@@ -45,6 +46,14 @@ class ScriptedAnalysis {
     /// chooses the category from the dialog that opens, as FindCategory finds it. Throws DataError when no step can be
     /// taken or there is no such category, and as ActForScript.
     void Down(std::size_t variable, const std::string& category);
+    /// The same for a row of the list, from 0; nothing, and no step, when the list is empty.
+    struct RowTaken {
+        std::string Category;  ///< as people read it
+        std::size_t Rows = 0;  ///< of the list
+    };
+    [[nodiscard]] std::optional<RowTaken> DownRow(std::size_t variable, std::size_t row);
+    /// The analysis as the host sees it, for what the host computes. Throws as Down once it is closed.
+    [[nodiscard]] AnalysisDocument& Analysed();
     /// Closes the analysis with its windows; from within a command of it, at the end of that.
     void Close();
 
@@ -59,6 +68,7 @@ class ScriptedAnalysis {
     };
 
     [[nodiscard]] CAnalysisModelessDialog* StartupDialog() const;
+    void StepDown(std::size_t variable, const RowChooser& chooseRow);
 
     std::shared_ptr<Whole> Held;  // null once closed
     std::shared_ptr<ScriptOutputs> Kept;  // null: its results aren't kept

@@ -24,6 +24,7 @@ class SubsetStatistics {
     /// Open and review variables, each once, in their order.
     [[nodiscard]] const ComparedVariables& Open() const { return Variables; }
     [[nodiscard]] const RowSet& Subset() const { return Remaining; }
+    [[nodiscard]] CountedCases Counted() const { return CountCases(Remaining, Weights); }
     /// The table of the continuous ones, then one for each categorical one.
     [[nodiscard]] std::vector<SpreadsheetDocument> Distributions() const;
     /// The table of the variables, of which there is at least one; nothing where the steps drop no case.
