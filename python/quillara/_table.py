@@ -194,7 +194,7 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
     """Reads a data file of any kind that `quillara drill` reads.
 
     dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
-    the first. A table of a database is named as "sqlite:FILE?table=NAME" or "sqlite:FILE?query=SQL". The rest is about delimited text: the character between fields, found from
+    the first. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
     the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...
     """

@@ -72,7 +72,7 @@ std::vector<SoundFile> SoundFiles(const std::string& sample, const std::filesyst
         table.CaseNames.resize(static_cast<std::size_t>(table.Cases));
     }
     std::vector<SoundFile> files = {Foreign("por"), Foreign("xpt"), Foreign("sas7bdat")};
-    for (const char* const extension : {"sav", "zsav", "dta", "csv", "qtable"}) {
+    for (const char* const extension : {"sav", "zsav", "dta", "csv", "qtable", "xlsx"}) {
         const std::filesystem::path path = folder / (std::string("sound.") + extension);
         WriteDataFile(table, path);
         files.push_back({extension, BytesOf(path)});

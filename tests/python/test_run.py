@@ -177,7 +177,7 @@ def test_a_script_that_never_ends_is_interrupted(script):
     (["nowhere.py"], {}, 1, "nowhere.py"),
     (["."], {}, 1, "is a folder"),
     ([], {}, 2, "SCRIPT is required"),
-    (["--format", "xml", "script.py"], {}, 2, "choose from text, json, csv, csv-blocks, html"),
+    (["--format", "xml", "script.py"], {}, 2, "choose from text, json, csv, csv-blocks, html, xlsx"),
     (["--output", "script.py", "script.py"], {}, 2, "--output"),
     (["script.py"], {"QUILLARA_PYTHON": "/nowhere/python"}, 1, "Python can't be started"),
     (["--output", "no/folder", "script.py"], {}, 1, "no/folder"),

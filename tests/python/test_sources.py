@@ -5,6 +5,7 @@ import datetime
 import gzip
 import io
 import json
+import pathlib
 import random
 import sqlite3
 import subprocess
@@ -14,16 +15,16 @@ from xml.sax.saxutils import escape, quoteattr
 import openpyxl
 import pytest
 
-from conftest import PROGRAM
+from conftest import PROGRAM, SURVEY
 
 DAY = datetime.date
-ROWS = [
+ROWS = [  # numbers of 15 digits, as more don't come through the ODBC driver of SQLite
     ["name", "x", "count", "day", "text"],
-    ["Anna, B", 2 / 3, 1, DAY(2024, 2, 29), "two\nlines"],
+    ["Anna, B", 0.7, 1, DAY(2024, 2, 29), "two\nlines"],
     ["é \"q\"", 1e300, None, DAY(1900, 3, 1), None],
     [None, None, None, None, None],
     ["NA", -5e-324, 12345678901, DAY(9999, 12, 31), "a;b|c\td"],
-    ["Zoë", 1 / 3, 0, DAY(1970, 1, 1), " <&> "],
+    ["Zoë", 0.333333333333333, 0, DAY(1970, 1, 1), " <&> "],
 ]
 
 
@@ -115,10 +116,14 @@ def test_every_source_gives_the_same_table(sources):
         assert table_of(sources / source, sources) == wanted, source
         (sources / "nameless").write_bytes((sources / source).read_bytes())
         assert table_of(sources / "nameless", sources) == wanted, source
-    for source in (f"{database}?table=people", f"{database}?query=SELECT * FROM people;"):
+    odbc = f"odbc:Driver=SQLite3;Database={sources / 't.db'}"
+    for source in (f"{database}?table=people", f"{database}?query=SELECT * FROM people;", odbc, f"{odbc}?table=people",
+                   f"{odbc}?query=SELECT * FROM people"):
         assert table_of(source, sources) == wanted, source
     for piped in ("t.csv", "t.csv.gz", "t.tsv.zst"):
         assert table_of("-", sources, stdin=(sources / piped).read_bytes()) == wanted, piped
+    run("convert", sources / "t.csv", sources / "own.xlsx")
+    assert table_of(sources / "own.xlsx", sources) == wanted
     written = run("convert", sources / "t.xlsx", "-").stdout
     assert table_of("-", sources, stdin=written) == wanted
 
@@ -157,6 +162,41 @@ def test_sheets_are_chosen_and_cells_have_their_kinds(tmp_path):
     assert run("convert", tmp_path / "r.ods", "-").stdout == b"a,TRUE,TRUE_2\na,TRUE,TRUE\n"
 
 
+def test_workbooks_are_written(tmp_path):
+    """What a workbook can't tell is told as of csv; every result is a sheet that the list in front leads to."""
+    survey = pathlib.Path(SURVEY)
+    copy = tmp_path / "survey.xlsx"
+    assert run("convert", survey, copy).returncode == 0
+    assert run("convert", copy, "-").stdout == survey.with_suffix(".csv").read_bytes()
+    sheet = openpyxl.load_workbook(copy).active
+    assert (sheet.title, sheet.freeze_panes, sheet.max_row) == ("Data", "A2", 2001)
+    odd = tmp_path / "odd.csv"
+    odd.write_text('d,t,e,x\n1899-12-31,"_x000D_ <&>""",,0.30000000000000004\n2024-02-29,007 a,,-0\n,,,\n')
+    assert run("convert", odd, copy).stderr == b""
+    assert run("convert", copy, "-").stdout == odd.read_bytes()
+    results = tmp_path / "r.xlsx"
+    done = run("drill", survey, "--down", "sex=Female", "--show", "frequencies,descriptives,histograms", "--after", "each",
+               "--output", results)
+    assert done.returncode == 0, done.stderr
+    book = openpyxl.load_workbook(results)
+    listed = [row[0] for row in book["Contents"].iter_rows() if row[0].hyperlink]
+    assert [cell.value for cell in listed] == book.sheetnames[1:]
+    assert all(cell.hyperlink.location == f"'{cell.value}'!A1" for cell in listed)
+    sheet = book["frequencies region"]
+    assert [cell.value for cell in sheet[sheet.max_row]] == ["Southern Islands", 94, 1077, 94 / 1077 * 100, 100]
+    assert sheet.freeze_panes == "A6" and sheet["D6"].number_format == "0.00"
+
+
+def test_convert_takes_some_cases_and_labels(tmp_path):
+    (tmp_path / "t.csv").write_text("sex,n,name\n1,5,b\n2,7,a\n1,,c\n,9,a\n")
+    (tmp_path / "labels.csv").write_text("variable,value,label\nsex,1,Male\nsex,2,Female\nname,a,Anna\n")
+    options = ("--dictionary", tmp_path / "labels.csv", "--select", 'n > 5 or sex = "Female"')
+    assert run("convert", tmp_path / "t.csv", "-", *options).stdout == b"sex,n,name\nFemale,7,Anna\n"
+    run("convert", tmp_path / "t.csv", tmp_path / "t.sav", *options[:2], "--select", "n > 5 and missing(sex) or n = 7")
+    described = json.loads(run("info", tmp_path / "t.sav", "--format", "json").stdout)
+    assert described["data"]["cases"] == 2 and described["variables"][2]["type"] == "text"
+
+
 def test_databases_are_read_only_and_say_what_they_hold(tmp_path):
     path = tmp_path / "two.db"
     with sqlite3.connect(path) as base:
@@ -174,6 +214,9 @@ def test_databases_are_read_only_and_say_what_they_hold(tmp_path):
             (f"sqlite:{path}?table=c", 1, 'the column "bytes" holds bytes; name the others in a query.'),
             (f"sqlite:{path}?tables=b", 2, 'table=NAME or query=SQL, not "tables=b".'),
             (f"sqlite:{tmp_path / 'no.db'}", 1, "No such file or directory."),
+            ("odbc:none such", 1, "Data source name not found and no default driver specified."),
+            (f"odbc:Driver=SQLite3;Database={path};PWD=secret", 1, '"odbc" holds the tables "a", "b", "c"; choose one as "odbc:...?table=a".'),
+            (f"odbc:Driver=SQLite3;Database={path};PWD=secret?query=DELETE FROM b", 1, 'the query must be one SELECT.'),
             ("sqlite:", 2, "names no database.")):
         done = run("info", source)
         assert done.returncode == status and done.stderr.decode().splitlines()[0].endswith(text), done.stderr

@@ -143,7 +143,8 @@ void AddDataFile(CLI::App& command, const std::string& name, std::string& file) 
     const auto take = [&file](const std::string& value) { file = OrStandardInput(value); };
     AddValue(command, name, take,
              "data file: " + ReadFormats() +
-                 "; sqlite:FILE?table=NAME or sqlite:FILE?query=SQL, of a database; - for delimited text from standard "
+                 "; sqlite:FILE?table=NAME or sqlite:FILE?query=SQL, of a database, or odbc:NAME?query=SQL; - for "
+                 "delimited text from standard "
                  "input, also packed")
         ->type_name("")
         ->required();

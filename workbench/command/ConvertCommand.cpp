@@ -1,11 +1,16 @@
 // quillara convert: one data file into another format.
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/data/CaseSelection.h"
+#include "workbench/data/TableOfCases.h"
 #include "workbench/formats/DataFile.h"
+#include "workbench/formats/Dictionary.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 
@@ -13,8 +18,9 @@ namespace quillara {
 namespace {
 
 constexpr const char* HowItIsWritten =
-    "Names and labels that sav, zsav and dta don't admit are kept in the notes of the file. csv has no labels of "
-    "variables; what it loses of the values, as a text None that reads as missing data, is said in a line per "
+    "Names and labels that sav, zsav and dta don't admit are kept in the notes of the file. csv and xlsx have no "
+    "labels of "
+    "variables; what they lose of the values, as a text None that reads as missing data, is said in a line per "
     "variable.\n"
     "OUT is read back and compared before it takes its name. A file that stands there is replaced, or kept as it was "
     "when anything goes wrong.\n"
@@ -22,6 +28,7 @@ constexpr const char* HowItIsWritten =
     "Examples:\n"
     "  quillara convert survey.sav survey.csv\n"
     "  quillara convert survey.csv survey.dta\n"
+    "  quillara convert survey.csv women.xlsx --dictionary labels.csv --select 'sex = \"Female\"'\n"
     "  zcat orders.csv.gz | quillara convert - orders.qtable\n"
     "  quillara convert 'sqlite:shop.db?query=SELECT * FROM orders WHERE paid' orders.csv";
 
@@ -40,11 +47,24 @@ struct ConvertOptions {
     std::string Input;
     std::string Output;
     ReadOptions Reading;
+    std::optional<std::string> DictionaryFile;
+    std::optional<std::string> Formula;
 };
+
+DataTable TableToWrite(const ConvertOptions& options) {
+    DataTable table = ReadDataWithProgress(options.Input, options.Reading);
+    if (options.DictionaryFile) {
+        ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
+    }
+    return options.Formula ? TableOfCases(table, SelectCases(table, *options.Formula)) : table;
+}
 
 void Run(const ConvertOptions& options) {
     CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
-    const DataTable table = ReadDataWithProgress(options.Input, options.Reading);
+    if (options.DictionaryFile) {
+        CheckOutputIsAnother("OUT", options.Output, "dictionary", *options.DictionaryFile);
+    }
+    const DataTable table = TableToWrite(options);
     const FileWriting writing(options.Output);
     SaveDataFile(table, options.Output);
     IgnoreInterrupts();
@@ -64,6 +84,12 @@ void AddConvertCommand(CLI::App& program) {
     AddValue(*command, "OUT", take, "file to write: " + WrittenFormats() + "; - for csv to standard output")
         ->type_name("")
         ->required();
+    AddText(*command, "--dictionary", options->DictionaryFile,
+            "delimited file of labels with the columns variable, value, label, description")
+        ->type_name("FILE");
+    AddText(*command, "--select", options->Formula,
+            "write only the cases for which this formula holds, as drill has it")
+        ->type_name("FORMULA");
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
         TellReadingOptionsWithoutEffect(*command, options->Input);

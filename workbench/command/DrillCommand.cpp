@@ -156,9 +156,10 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         options.IsFormatNamed = true;
     };
     add("--format", takeFormat,
-        "text for reading, html for a report, json and csv (one tidy table) for programs, csv-blocks for the tables as "
+        "text for reading, html for a report, xlsx for a workbook, json and csv (one tidy table) for programs, "
+        "csv-blocks for the tables as "
         "they are laid out (default: as the name of --output ends, else text)")
-        ->type_name("text|json|csv|csv-blocks|html");
+        ->type_name("text|json|csv|csv-blocks|html|xlsx");
     AddText(
         command, "--output", options.OutputFile,
         "file for the results (default: standard output); a folder, which ends with / or is there, gets a file of each "

@@ -128,8 +128,10 @@ void WriteScript(const std::string& path, const std::string& script) {
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
-    if (GoToFolder(options) && options.IsFormatNamed && options.Format == OutputFormat::Html) {
-        throw UsageError("--output: a report is one file, not a folder; name a file, or choose another format.");
+    const bool isOneFile = options.Format == OutputFormat::Html || options.Format == OutputFormat::Workbook;
+    if (GoToFolder(options) && options.IsFormatNamed && isOneFile) {
+        const std::string what = options.Format == OutputFormat::Html ? "report" : "workbook";
+        throw UsageError("--output: a " + what + " is one file, not a folder; name a file, or choose another format.");
     }
     CheckFile("--record", options.RecordFile, options);
     CheckFile("--save", options.SaveFile, options);

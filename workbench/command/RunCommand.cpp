@@ -145,10 +145,10 @@ void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript)
         options->Format = word;
     };
     AddValue(*command, "--format", takeFormat,
-             "show the documents: as text, json, csv (one tidy table), csv-blocks or html")
-        ->type_name("text|json|csv|csv-blocks|html");
+             "show the documents: as text, json, csv (one tidy table), csv-blocks, html, or xlsx (a sheet for each)")
+        ->type_name("text|json|csv|csv-blocks|html|xlsx");
     AddText(*command, "--output", options->OutputFile,
-            "file for the documents; .json, .csv, .html give their format, any other name text")
+            "file for the documents; .json, .csv, .html, .xlsx give their format, any other name text")
         ->type_name("FILE");
     AddQuiet(*command, options->Quiet);
     AddValue(

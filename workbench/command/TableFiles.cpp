@@ -37,6 +37,8 @@ std::string EndOf(OutputFormat format) {
             return ".csv";
         case OutputFormat::Text:
             return ".txt";
+        case OutputFormat::Workbook:
+            return ".xlsx";
         case OutputFormat::Html:
             break;
     }

@@ -98,4 +98,15 @@ std::string TextOfSerialTime(double serial) {
     return TextFromSeconds(std::round(serial * SecondsPerDay));
 }
 
+std::optional<double> SerialOfDay(double days) {
+    constexpr double first = 61;
+    constexpr double last = 2958465;
+    const double serial = days + DaysTo1970;
+    return first <= serial && serial <= last ? std::optional(serial) : std::nullopt;
+}
+
+double SerialOfSeconds(double seconds) {
+    return seconds / SecondsPerDay;
+}
+
 }  // namespace quillara

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,5 +21,9 @@ enum class CellContent { Number, Date, TimeOfDay };
 
 /// A part of a day, or some days, as HH:MM:SS.
 [[nodiscard]] std::string TextOfSerialTime(double serial);
+
+/// The number of a day that is so many days after 1970-01-01, from 1900-03-01 to 9999-12-31; nothing for others.
+[[nodiscard]] std::optional<double> SerialOfDay(double days);
+[[nodiscard]] double SerialOfSeconds(double seconds);
 
 }  // namespace quillara

@@ -20,6 +20,7 @@
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/FileSignature.h"
+#include "workbench/formats/OdbcReader.h"
 #include "workbench/formats/ReadBack.h"
 #include "workbench/formats/SourceName.h"
 #include "workbench/formats/SqliteReader.h"
@@ -28,6 +29,7 @@
 #include "workbench/formats/StatisticalRules.h"
 #include "workbench/formats/StatisticalWriter.h"
 #include "workbench/formats/WorkbookReader.h"
+#include "workbench/formats/WorkbookTable.h"
 
 namespace quillara {
 namespace {
@@ -99,6 +101,10 @@ const StatisticalRules* FindRules(std::string_view extension) {
 
 ReadOptions ReadingBack(ProgressTaker progress, const std::function<bool()>& cancelled) {
     return {.MaxMemory = MemoryLimit::Unlimited, .Progress = std::move(progress), .Cancelled = cancelled};
+}
+
+std::size_t FieldsOf(const DataTable& table) {
+    return (table.Variables.size() + 1) * static_cast<std::size_t>(table.Cases);
 }
 
 /// How many bytes columns have as they are written.
@@ -182,31 +188,47 @@ std::vector<std::string> WriteDelimitedToDevice(const DataTable& table, const st
     return losses;
 }
 
+/// Replaces a file by one of a format that is read by the rules of delimited text; gives what is lost.
+template <typename Read>
+std::vector<std::string> WriteShown(const DataTable& table, const std::string& path, const FileWriter& writer,
+                                    WorkMonitor& monitor, const std::function<bool()>& cancelled, Read read) {
+    std::vector<std::string> losses;
+    ReplaceFile(path, writer, cancelled, [&](const std::string& temporary) {
+        const DataTable readBack = ReadBackFor(path, [&] { return read(temporary); });
+        monitor.Enter(ShareOfReading, 1, FieldsOf(table));
+        losses = DelimitedLosses(table, readBack, path, monitor);
+    });
+    return losses;
+}
+
 std::vector<std::string> WriteDelimited(const DataTable& table, const std::string& path,
                                         const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     WorkMonitor monitor(progress, cancelled);
-    const std::size_t fields = (table.Variables.size() + 1) * static_cast<std::size_t>(table.Cases);
-    monitor.Enter(0, ShareOfWriting, fields);
+    monitor.Enter(0, ShareOfWriting, FieldsOf(table));
     const ReadOptions readingBack = ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled);
     if (IsDeviceOrPipe(path)) {
         return WriteDelimitedToDevice(table, path, monitor, readingBack);
     }
-    std::vector<std::string> losses;
-    ReplaceFile(
-        path, [&](const ByteSink& write) { WriteDelimitedText(table, write, monitor); }, cancelled,
-        [&](const std::string& temporary) {
-            const DataTable readBack = ReadBackFor(path, [&] { return ReadDelimitedTable(temporary, readingBack); });
-            monitor.Enter(ShareOfReading, 1, fields);
-            losses = DelimitedLosses(table, readBack, path, monitor);
-        });
-    return losses;
+    return WriteShown(
+        table, path, [&](const ByteSink& write) { WriteDelimitedText(table, write, monitor); }, monitor, cancelled,
+        [&](const std::string& temporary) { return ReadDelimitedTable(temporary, readingBack); });
+}
+
+std::vector<std::string> WriteSheet(const DataTable& table, const std::string& path,
+                                    const std::function<bool()>& cancelled, const ProgressTaker& progress) {
+    WorkMonitor monitor(progress, cancelled);
+    monitor.Enter(0, ShareOfWriting, FieldsOf(table));
+    const ReadOptions readingBack = ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled);
+    return WriteShown(
+        table, path, [&](const ByteSink& write) { write(WorkbookOfTable(table, monitor)); }, monitor, cancelled,
+        [&](const std::string& temporary) { return ReadWorkbook(temporary, readingBack); });
 }
 
 }  // namespace
 
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
     if (const std::optional<DatabaseSource> source = DatabaseSourceOf(path)) {
-        return ReadSqlite(*source, options);
+        return source->Kind == DatabaseKind::Sqlite ? ReadSqlite(*source, options) : ReadOdbc(*source, options);
     }
     const std::string format = FormatOf(path);
     const FileFormat* found = FindFileFormat(format);
@@ -248,7 +270,8 @@ std::vector<std::string> WriteDataFile(const DataTable& table, const std::string
         WriteColumns(table, path, cancelled, progress);
         return {};
     }
-    return WriteDelimited(table, path, cancelled, progress);
+    const bool isWorkbook = FindFileFormat(WrittenExtension(path))->Kind == FormatKind::Workbook;
+    return isWorkbook ? WriteSheet(table, path, cancelled, progress) : WriteDelimited(table, path, cancelled, progress);
 }
 
 }  // namespace quillara

@@ -99,7 +99,7 @@ class ColumnComparison {
 
     void Require(bool isSame) const {
         if (!isSame) {
-            throw ReadBackDifference("Variable \"" + Column.Name() + "\"", " from a csv file");
+            throw ReadBackDifference("Variable \"" + Column.Name() + "\"", " from such a file");
         }
     }
 
@@ -175,7 +175,7 @@ std::vector<std::string> DelimitedLosses(const DataTable& table, const DataTable
                                          WorkMonitor& monitor) {
     std::vector<ShownColumn> columns = ShownColumns(table);
     if (readBack.Cases != table.Cases || readBack.Variables.size() != columns.size()) {
-        throw ReadBackDifference("The number of cases or variables", " from a csv file");
+        throw ReadBackDifference("The number of cases or variables", " from such a file");
     }
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < columns.size(); ++i) {

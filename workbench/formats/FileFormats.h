@@ -34,7 +34,7 @@ inline constexpr auto FileFormats = std::to_array<FileFormat>({
     {"qtable",   FormatKind::Columns,       true,  "columns of this program", "everything, and is opened at once, whatever its size"},
     {"gz",       FormatKind::PackedText,    false, "delimited text, packed by gzip: csv.gz, tsv.gz", ""},
     {"zst",      FormatKind::PackedText,    false, "delimited text, packed by zstd: csv.zst",        ""},
-    {"xlsx",     FormatKind::Workbook,      false, "a sheet of a workbook",   ""},
+    {"xlsx",     FormatKind::Workbook,      true,  "a sheet of a workbook",   "texts, numbers, dates and times as cells, and labels in place of codes"},
     {"xlsm",     FormatKind::Workbook,      false, "the same, with macros",   ""},
     {"ods",      FormatKind::Workbook,      false, "a sheet of an OpenDocument spreadsheet", ""},
     {"sqlite",   FormatKind::Database,      false, "a table of an SQLite database",          ""},
@@ -49,7 +49,7 @@ inline constexpr auto FileFormats = std::to_array<FileFormat>({
 /// "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable"
 [[nodiscard]] std::string ReadFormats();
 
-/// "csv, sav, zsav, dta or qtable"
+/// "csv, sav, zsav, dta, qtable or xlsx"
 [[nodiscard]] std::string WrittenFormats();
 
 /// The table of the README, a row a format.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileBytes.h"
 
 namespace quillara {
@@ -58,6 +59,18 @@ std::optional<DatabaseSource> DatabaseSourceOf(const std::string& path) {
         return source;
     }
     return std::nullopt;
+}
+
+void RefuseTables(const std::string& name, const std::string& place, const std::vector<std::string>& tables) {
+    if (tables.empty()) {
+        throw DataError("\"" + name + "\" holds no table.");
+    }
+    std::string names;
+    for (const std::string& table : tables) {
+        names += (names.empty() ? "" : ", ") + Quoted(table);
+    }
+    throw DataError("\"" + name + "\" holds the tables " + names + "; choose one as \"" + place +
+                    "?table=" + tables.front() + "\".");
 }
 
 }  // namespace quillara

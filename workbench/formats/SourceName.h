@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillara {
 
@@ -20,5 +21,9 @@ struct DatabaseSource {
 /// ?query=SQL behind it, all up to the end. Nothing for any other text. Throws UsageError when no place is named, or
 /// something else behind the question mark.
 [[nodiscard]] std::optional<DatabaseSource> DatabaseSourceOf(const std::string& path);
+
+/// The error of a database that hasn't exactly one table where none was named; `place` is what a table is named behind.
+[[noreturn]] void RefuseTables(const std::string& name, const std::string& place,
+                               const std::vector<std::string>& tables);
 
 }  // namespace quillara

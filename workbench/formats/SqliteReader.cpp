@@ -106,25 +106,13 @@ class SqliteConnection {
     std::unique_ptr<sqlite3, ConnectionCloser> Connection;
 };
 
-[[noreturn]] void RefuseTables(const std::string& path, const std::vector<std::string>& tables) {
-    if (tables.empty()) {
-        throw DataError("\"" + path + "\" holds no table.");
-    }
-    std::string names;
-    for (const std::string& table : tables) {
-        names += (names.empty() ? "" : ", ") + Quoted(table);
-    }
-    throw DataError("\"" + path + "\" holds the tables " + names + "; choose one as \"sqlite:" + path +
-                    "?table=" + tables.front() + "\".");
-}
-
 std::string QueryOf(const DatabaseSource& source, const SqliteConnection& connection) {
     if (source.Query) {
         return *source.Query;
     }
     const std::vector<std::string> tables = source.Table ? std::vector{*source.Table} : connection.Tables();
     if (tables.size() != 1) {
-        RefuseTables(source.Place, tables);
+        RefuseTables(source.Place, "sqlite:" + source.Place, tables);
     }
     return "SELECT * FROM " + QuotedName(tables.front());
 }

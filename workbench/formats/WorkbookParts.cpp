@@ -2,7 +2,9 @@
 
 #include <map>
 #include <optional>
+#include <utility>
 
+#include "workbench/formats/XmlText.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -89,6 +91,9 @@ class SharedTextsTaker : public XmlTaker {
         }
     }
     void End(std::string_view element) override {
+        if (element == "si" && !Texts.empty()) {
+            Texts.back() = WithoutEscapes(std::move(Texts.back()));
+        }
         IsText = false;
         IsPronunciation = IsPronunciation && element != "rPh";
     }

@@ -2,6 +2,9 @@
 
 #include <charconv>
 #include <optional>
+#include <utility>
+
+#include "workbench/formats/XmlText.h"
 
 namespace quillara {
 namespace {
@@ -101,7 +104,7 @@ class SheetTaker : public XmlTaker {
             }
             Rows.AddAt(Column, Parts.Texts[*text]);
         } else if (Type == "str" || Type == "inlineStr") {
-            Rows.AddAt(Column, Value);
+            Rows.AddAt(Column, WithoutEscapes(std::move(Value)));
         } else if (Type == "e") {
             Rows.AddAt(Column, {});
         } else if (Type == "b") {

@@ -28,12 +28,18 @@ using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark
 /// Several runs on one page, one below the other.
 [[nodiscard]] std::string HtmlView(std::span<const OutputCollection> runs, const GraphPainter& paint);
 
-enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html };
+/// The documents of runs as the bytes of an xlsx workbook: a sheet for each with its numbers, titles and headings in
+/// sight; in front a sheet that lists them, with what they were made from. Throws DataError for a text or a table
+/// larger than a sheet holds.
+[[nodiscard]] std::string WorkbookView(std::span<const OutputCollection> runs);
 
-/// The format of a word: text, json, csv, csv-blocks, html. Throws UsageError for another one.
+enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html, Workbook };
+
+/// The format of a word: text, json, csv, csv-blocks, html, xlsx. Throws UsageError for another one.
 [[nodiscard]] OutputFormat FormatNamed(std::string_view word);
 
-/// The format that the name of a file ends in: .json, .csv, .html or .htm, in letters of any case; text for any other.
+/// The format that the name of a file ends in: .json, .csv, .html, .htm or .xlsx, in letters of any case; text for any
+/// other.
 [[nodiscard]] OutputFormat FormatOfFile(std::string_view file);
 
 /// Its word.

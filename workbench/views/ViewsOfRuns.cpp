@@ -13,19 +13,21 @@ namespace {
 
 using Runs = std::span<const OutputCollection>;
 
-constexpr WordTable<OutputFormat, 5> FormatWords{{
+constexpr WordTable<OutputFormat, 6> FormatWords{{
     {"text", OutputFormat::Text},
     {"json", OutputFormat::Json},
     {"csv", OutputFormat::Csv},
     {"csv-blocks", OutputFormat::CsvBlocks},
     {"html", OutputFormat::Html},
+    {"xlsx", OutputFormat::Workbook},
 }};
 
-constexpr WordTable<OutputFormat, 4> FileEndings{{
+constexpr WordTable<OutputFormat, 5> FileEndings{{
     {".json", OutputFormat::Json},
     {".csv", OutputFormat::Csv},
     {".html", OutputFormat::Html},
     {".htm", OutputFormat::Html},
+    {".xlsx", OutputFormat::Workbook},
 }};
 
 std::string Heading(std::size_t place, const OutputCollection& run) {
@@ -94,6 +96,8 @@ std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, 
             return CsvView(runs);
         case OutputFormat::CsvBlocks:
             return CsvBlocksOf(runs);
+        case OutputFormat::Workbook:
+            return WorkbookView(runs);
         case OutputFormat::Html:
             break;
     }

@@ -173,7 +173,7 @@ TEST(FileFormats, TheReadmeHasTheirTable) {
     EXPECT_EQ(ReadFormats(),
               "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable, gz, zst, "
               "xlsx, xlsm, ods, sqlite, sqlite3, db");
-    EXPECT_EQ(WrittenFormats(), "csv, sav, zsav, dta or qtable");
+    EXPECT_EQ(WrittenFormats(), "csv, sav, zsav, dta, qtable or xlsx");
 }
 
 TEST(FileReplacement, KeepsLinksAndPermissionsAndOnFailureAllFiles) {

@@ -64,6 +64,7 @@ TEST(FormatOfFile, GoesByTheEnding) {
                                                                     {"A.CSV", "csv"},
                                                                     {"x/y.htm", "html"},
                                                                     {"y.html", "html"},
+                                                                    {"y.xlsx", "xlsx"},
                                                                     {"json", "text"},
                                                                     {"a.html.txt", "text"}}) {
         EXPECT_EQ(WordOf(FormatOfFile(file)), word) << file;
