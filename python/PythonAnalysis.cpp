@@ -45,5 +45,14 @@ void PythonAnalysis::Define(py::module_& module) {
         .def("differences", [](PythonAnalysis& own) { return TellDifferences(*own.Held); })
         .def("cross", [](PythonAnalysis& own, const CutVariable& rows,
                          const CutVariable& columns) { return TellCross(*own.Held, rows, columns); })
+        .def("categorize",
+             [](PythonAnalysis& own, std::size_t variable, const std::string& method) {
+                 CallHost("categorize", [&] { return own.Held->Categorize(variable, method), true; });
+             })
+        .def("store_page",
+             [](PythonAnalysis& own, const std::string& member) {
+                 CallHost(member, [&own] { return own.Held->StorePage(), true; });
+             })
+        .def("steps", [](PythonAnalysis& own) { return CallHost("steps", [&own] { return own.Held->Steps(); }); })
         .def("close", [](PythonAnalysis& own) { CallHost("close", [&own] { return own.Held->Close(), true; }); });
 }

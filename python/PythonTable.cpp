@@ -14,7 +14,6 @@
 #include "python/HostCall.h"
 #include "python/StandingNumbers.h"
 #include "python/ValueCategories.h"
-#include "workbench/data/CalendarCuts.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
@@ -53,11 +52,26 @@ bool HasOwnLabels(const Variable& variable) {
     return variable.Kind != ValueKind::Text || IsCategorical(variable);
 }
 
+/// Of texts by the texts that are stored, as their numbers mean nothing to people.
+py::dict LabelsByValue(const Variable& variable) {
+    py::dict labels;
+    if (!HasOwnLabels(variable)) {
+        return labels;
+    }
+    for (const auto& [value, label] : LabelledValues(variable)) {
+        if (variable.Kind == ValueKind::Text) {
+            labels[py::str(variable.Texts[static_cast<std::size_t>(value) - 1])] = label;
+        } else {
+            labels[py::float_(value)] = label;
+        }
+    }
+    return labels;
+}
+
 py::tuple Describe(const PythonTable& table, std::size_t index) {
     const Variable& variable = VariableAt(table, index);
     const char* kind = KindNames[static_cast<std::size_t>(variable.Kind)];
-    const auto labels = HasOwnLabels(variable) ? LabelledValues(variable) : decltype(LabelledValues(variable)){};
-    return py::make_tuple(variable.Name, variable.LongName, kind, labels);
+    return py::make_tuple(variable.Name, variable.LongName, kind, LabelsByValue(variable));
 }
 
 /// The names of the categories, and per case the place of its own as 32-bit numbers; nothing for a variable that frames
@@ -226,17 +240,6 @@ std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
     });
 }
 
-/// The first day of the first period and the last days of all but the last, over the cases of a selection.
-std::pair<double, std::vector<double>> CutsByCalendar(const PythonTable& table, std::size_t index,
-                                                      const std::string& period, const std::string& formula) {
-    return CallHost("categorize", [&] {
-        const auto selection = formula.empty() ? std::vector<CaseResult>() : SelectCases(*table.Held, formula);
-        quillara::CalendarCuts cuts =
-            quillara::CutByCalendar(VariableAt(table, index), quillara::CalendarPeriodNamed(period), selection);
-        return std::pair(cuts.FirstDay, std::move(cuts.LastDays));
-    });
-}
-
 std::size_t WeightIndex(const PythonTable& table, const std::string& name) {
     return CallHost("weight", [&] { return WeightNamed(*table.Held, name); });
 }
@@ -265,7 +268,6 @@ void PythonTable::Define(py::module_& module) {
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
         .def("compute", Computed, "The table with one more variable, by its name and formula")
         .def("check_selection", CheckSelection)
-        .def("calendar_cuts", CutsByCalendar)
         .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
         .def("weight_index", WeightIndex);
     module.def("read", ReadTable, "Reads a data file");

@@ -7,8 +7,8 @@ import html
 
 from . import _arguments, _quillara
 from ._arguments import shown, whole_number
-from ._errors import Error
-from ._objects import Object, wrap
+from ._errors import INVALID_ARGUMENT, Error
+from ._objects import METHOD, Object, call, wrap
 
 
 class Listener:
@@ -58,6 +58,12 @@ def _html(entry):
     return f"<p>{html.escape(repr(entry))}</p>"
 
 
+def _no_such(entries, name):
+    """What there is in place of a name that nothing has."""
+    names = [entry.variable or entry.Name for entry in entries if isinstance(entry, Document)]
+    return KeyError(f"There is nothing called {shown(name)}; there is: {', '.join(map(shown, names))}." if names else name)
+
+
 def _showing(entries, name):
     """The first document of this name, or that shows just this variable."""
     return next((entry for entry in entries if isinstance(entry, Document)
@@ -88,7 +94,7 @@ class Document(Object):
         if not isinstance(place, str):
             return _at(place, (self,))
         if not _showing((self,), place):
-            raise KeyError(place)
+            raise _no_such((self,), place)
         return self
 
     def __iter__(self) -> Iterator[Document]:
@@ -183,6 +189,12 @@ class DataDocument(Object, kind="DataDocument"):
         except Error:
             return "<quillara.DataDocument: closed>"
 
+    def _repr_html_(self) -> str:
+        """Its name, the number of its cases and the names of its variables, as a notebook shows them."""
+        names = "".join(f"<td>{html.escape(name)}</td>" for name in self.VariableNames)
+        caption = html.escape(f"{self.Name}, {self.Cases} cases")
+        return f"<table><caption>{caption}</caption><tr><th>Variables</th>{names}</tr></table>"
+
 
 class Collection(Object, kind="DocumentCollection"):
     """Objects of the host by their places from 0, or by name; documents also by the one variable that they show."""
@@ -202,7 +214,7 @@ class Collection(Object, kind="DocumentCollection"):
         try:
             return self.Item(name)
         except (Error, ValueError):
-            raise KeyError(name) from None
+            raise _no_such(self, name) from None
 
     def __iter__(self) -> Iterator[Any]:
         return (self.Item(place) for place in range(1, len(self) + 1))
@@ -230,7 +242,31 @@ class Analysis(Object, kind="Analysis"):
     __slots__ = ()
 
 
+WINDOW_CALLS = {"click": 1, "select": 2, "double_click": 2, "text": 2, "drag": 3, "close": 0, "command": 1}
+PICKS = {"pick": 2, "leave": 0}
+
+
+def _check_answer(calls):
+    """Refuses at once what the dialog would refuse once it is open."""
+    if not isinstance(calls, (list, tuple)):
+        return
+    known = WINDOW_CALLS | PICKS
+    for call in calls:
+        name = call[0] if isinstance(call, (list, tuple)) and call else None
+        if isinstance(name, str) and (name not in known or len(call) - 1 != known[name]):
+            raise Error(INVALID_ARGUMENT, f"The window call {shown(call)} isn't known or has other arguments; there are: "
+                                          f"{', '.join(f'{each} ({count})' for each, count in known.items())}.", "Answer")
+
+
 class Application(Object, kind="Application"):
     """The application."""
 
     __slots__ = ()
+
+    def Answer(self, calls: list[tuple]) -> None:
+        """Answers the next dialog that opens by window calls: a list of tuples of a name and arguments."""
+        _check_answer(calls)
+        member = next(each for each in self._face.tell()[2] if each[0] == "Answer")
+        call(self._face, member[1], METHOD, (calls,))
+
+    answer = Answer

@@ -8,7 +8,6 @@ import weakref
 from . import _quillara
 from ._arguments import shown, text, whole_number
 from ._documents import Document
-from ._categorize import METHOD, members_of
 from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
 
@@ -17,9 +16,12 @@ _open = weakref.WeakSet()
 
 LISTS = "Variables are given as a text such as 'sex education' or as a list of names and numbers"
 WHY_NOT = {
-    "down": 'The variable "{}" can\'t be drilled on: it is no drill variable, or a step was taken on it already.',
+    "down": 'The variable "{}" can\'t be drilled on: it is no drill variable; name it in table.drill(...) or in the member Variables.',
+    "categorize": 'The variable "{}" can\'t be categorized: it is no drill variable; name it in table.drill(...) or in the member Variables.',
     "up": 'There is no step on the variable "{}" to undo.',
 }
+TAKEN = 'The variable "{0}" has been drilled on already; undo that step first: drill.up("{0}").'
+METHOD = 'A categorization is a text such as "neat:10", "step:5", "bounds:30,60" or "distinct"'
 CATEGORY = "A category goes by its name, by a value of it, or by None for missing data"
 
 
@@ -47,6 +49,16 @@ def _text_of_entry(entry):
 
 def text_of_lists(first, second):
     return f"{text_of_list(first)} | {text_of_list(second)}" if second else text_of_list(first)
+
+
+def with_hint(error, lists, names):
+    """A failure of lists that were given as texts with names of several words in them, and how these are given."""
+    blank = next((name for each in lists if isinstance(each, str) for name in names
+                  if " " in name.strip() and name in each and quoted(name) not in each), None)
+    if blank is None:
+        return error
+    hint = f" Names with blanks stand in double quotes, or in a list: [{shown(blank)}]."
+    return Error(error.code, error.text + hint, error.member)
 
 
 def _text_of_category(category):
@@ -97,19 +109,28 @@ class Drill(Object, kind="DDNStartup"):
         name = _text_of_category(category)
         number = self._number(variable, "down")
         self._make_current("DrillDownVariable", number, "down")
-        self._analysis.down(number, name)
-        warn_of_messages(level=3)
+        self._work(self._analysis.down, number, name)
 
     def categorize(self, variable: str | int, method: str) -> None:
-        """Cuts a continuous variable into categories, as `--categorize` does: "distinct", "integer", "exact:5", "neat:5",
-        "step:10", "step:10@5", "bounds:30,60" (upper bounds); of dates "week", "month", "quarter", "year", "step:7@2024-02-05",
-        "bounds:2024-02-29,2024-03-31", of times of day "bounds:09:00,17:30".
+        """Sets how a continuous variable is cut into categories, in this step and later ones and in the results.
+
+        method: "distinct", "exact:N", "neat:N", "step:SIZE", "step:SIZE@START", "integer" or "bounds:B1,B2,...", of dates
+        also "week", "month", "quarter" or "year": as `quillara drill --categorize` takes it. Bounds belong to the interval
+        below them.
         """
+        text(method, METHOD)
         number = self._number(variable, "categorize")
-        lines = members_of(text(method, METHOD), self._table, number)
-        self._make_current("DrillDownVariable", number, "down")
-        for member, value in lines:
-            setattr(self, member, value)
+        self._make_current("DrillDownVariable", number, "categorize")
+        self.DrillDownVariable = number  # the row of a variable that is current by its name isn't selected
+        self._work(self._analysis.categorize, number, method)
+
+    def _work(self, called, *arguments):
+        try:
+            called(*arguments)
+        except Error as error:
+            warn_of_messages(error.text, level=4)
+            raise
+        warn_of_messages(level=4)
 
     def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""
@@ -178,7 +199,7 @@ class Drill(Object, kind="DDNStartup"):
 
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""
-        self.Name  # fails once the dialog has closed
+        self._check_open(member)
         names = self._table.names
         number = whole_number(variable)
         if number is not None:
@@ -190,13 +211,29 @@ class Drill(Object, kind="DDNStartup"):
             raise Error(INVALID_ARGUMENT, f'The data have no variable "{variable}".', member)
         return names.index(variable) + 1
 
+    def _check_open(self, member):
+        """Fails once the dialog has closed."""
+        try:
+            self.Name
+        except Error as error:
+            raise Error(error.code, error.text, member) from None
+
     def _make_current(self, member, number, called):
-        """One that is current already isn't written again: that would drop what the Categorization page shows."""
+        """One that is current already isn't written again: that would drop what the Categorization page shows; before
+        another one is, that is stored."""
         name = self._table.names[number - 1]
         if self._current(member) != name:
+            if member == "DrillDownVariable":
+                self._analysis.store_page(called)
             setattr(self, member, number)
             if self._current(member) != name:
-                raise Error(INVALID_ARGUMENT, WHY_NOT[called].format(name), called)
+                why = TAKEN if called != "up" and name in self._steps() else WHY_NOT[called]
+                raise Error(INVALID_ARGUMENT, why.format(name), called)
+
+    def _steps(self):
+        """The variables that steps were taken on."""
+        rows = self._analysis.steps()
+        return [name for name in self._table.names if any(row == name or row.startswith(f"{name} (") for row in rows)]
 
     def _current(self, member):
         try:
@@ -207,7 +244,10 @@ class Drill(Object, kind="DDNStartup"):
     @property
     def cases(self) -> DataDocument:
         """The cases that remain, with the variables that were chosen: presses Save."""
-        return self.Save
+        try:
+            return self.Save
+        except Error as error:
+            raise Error(error.code, error.text, "cases") from None
 
     def to_frame(self) -> pandas.DataFrame:
         """All that its open documents hold as one tidy frame of pandas: a row for each number, with its document, result,
@@ -233,6 +273,14 @@ class Drill(Object, kind="DDNStartup"):
     def close(self) -> None:
         """Closes the analysis. Documents that it made stay as they are; all else then fails with 0x800401FD."""
         self._analysis.close()
+
+    def __repr__(self):
+        try:
+            chosen, steps = self.Variables, self._analysis.steps()
+        except (Error, AttributeError):
+            return "<quillara.Drill: closed>" if hasattr(self, "_analysis") else "<quillara.Drill>"
+        down = f", down on {', '.join(steps)}" if steps else ""
+        return f"<quillara.Drill: {chosen or 'no variables'}{down}; {self._table!r}>"
 
     def __enter__(self) -> Drill:
         return self

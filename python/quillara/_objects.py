@@ -26,10 +26,25 @@ WHY = {
     ("DrillDownCategory", WRITE): "The variable that is drilled next has no category {}; a category goes by its name or by the "
                                   "number of its row, and drill.down finds values too.",
     ("CategorySelections", READ): NO_CATEGORY,
-    ("UserDefinedBoundaries", READ): "The variable that is drilled next has no boundaries; only user-specified categories have some, "
-                                     "once they are written.",
+    ("UserDefinedBoundaries", READ): "There are no boundaries to read for the variable that is drilled next: only user-specified categories "
+                                     "have some, and those that were written can be read once a step or a result has used them.",
     ("UserDefinedBoundaries", WRITE): "It takes numbers with blanks between, such as '18 25.5', at most 100, not {}.",
 }
+
+# Why a control is disabled, and what to do when a dialog has asked in vain; behind the host's own text.
+NEEDS_REVIEW = "there are no variables for review; ReviewVariables chooses some"
+REASONS = {
+    "ValueNoOfExactIntervals": "set NoOfExactIntervals = 1 first, of a continuous variable",
+    "ValueNeatIntervalsAppNo": "set NeatIntervalsAppNo = 1 first, of a continuous variable",
+    "ValueStepSize": "set StepSize = 1 first, of a continuous variable",
+    "ValueStartingFrom": "set StepSize = 1 first, of a continuous variable, and StartingAtMinimum = 0",
+    "StartingAtMinimum": "set StepSize = 1 first, of a continuous variable",
+    **dict.fromkeys(("NoOfExactIntervals", "NeatIntervalsAppNo", "StepSize", "IntegerCategories", "UserSpecifiedCategories",
+                     "AllDistinctValues"), "only continuous drill variables are categorized"),
+}
+DISABLED, DISABLED_TEXT = 0x80070005, "This control is disabled now."
+UNANSWERED, HOW_TO_ANSWER = "has opened and had no answer.", (
+    'Give the answer before the call: drill.Application.Answer([("click", 1)]) presses its OK.')
 
 _classes = {}
 _messages_known = 0
@@ -52,7 +67,16 @@ def warn_of_messages(failure="", level=4):
     _messages_known = _quillara.messages_so_far()
     for text, code in messages:
         if text not in failure:
-            warnings.warn(Remark(text, code) if code else Message(text), stacklevel=level)
+            warnings.warn(Remark(text, code) if code else Message(_with_advice(text)), stacklevel=level)
+
+
+def _with_advice(text):
+    return f"{text} {HOW_TO_ANSWER}" if text.endswith(UNANSWERED) else text
+
+
+def _why_disabled(member):
+    reason = REASONS.get(member) or (NEEDS_REVIEW if member.startswith("Review") else "")
+    return f"{DISABLED_TEXT} Why: {reason}." if reason else ""
 
 
 def call(face, number, use, arguments=()):
@@ -72,6 +96,10 @@ def _told_of(error, face, number, use, arguments):
     """What to tell in place of a message that only says what the code is; nothing where there is no more to say."""
     given = ", ".join(map(shown, arguments))
     standard = error.text.rstrip(".")
+    if error.text.endswith(UNANSWERED):
+        return _with_advice(error.text)
+    if error.code == DISABLED and error.text == DISABLED_TEXT:
+        return _why_disabled(error.member)
     if error.code == FAILED and standard == "Unspecified error":
         return WHY.get((error.member, use), "").format(given)
     if error.code == TYPE_MISMATCH and use == WRITE:

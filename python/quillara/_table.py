@@ -10,19 +10,19 @@ from collections.abc import Iterator
 from . import _arguments, _quillara
 from ._arguments import shown
 from ._documents import DataDocument
-from ._drill import Drill, text_of_lists
-from ._errors import INVALID_ARGUMENT, Message, WrongType, WrongValue
+from ._drill import Drill, text_of_lists, with_hint
+from ._errors import INVALID_ARGUMENT, Error, Message, WrongType, WrongValue
 
 
 class Variable:
-    """A variable of a table: name, label, kind ("number", "date", "time" or "text"), labels (by value), and
-    categories: its labels or texts in their order."""
+    """A variable of a table: name, label, kind ("number", "date", "time" or "text"), labels (by value; those of texts by
+    the text that is stored, as {"F": "Female"}), and categories: its labels or texts in their order."""
 
     __slots__ = ("name", "label", "kind", "labels", "categories")
     name: str
     label: str
     kind: str
-    labels: dict[float, str]
+    labels: dict[float, str] | dict[str, str]
     categories: list[str]
 
     def __init__(self, name, label, kind, labels, categories):
@@ -38,8 +38,7 @@ class Variable:
 
 def _variable_of(held, index):
     name, label, kind, labels = held.describe(index)
-    categories = [text for _, text in labels] or held.texts(index)
-    return Variable(name, label, kind, dict(labels), categories)
+    return Variable(name, label, kind, labels, list(labels.values()) or held.texts(index))
 
 
 def _shortened(text, most=100):
@@ -154,6 +153,9 @@ class Table:
         if categorical or continuous:
             try:
                 drill.Variables = self._held.without_repeats(text_of_lists(categorical, continuous))
+            except Error as error:
+                drill.close()
+                raise with_hint(error, (categorical, continuous), self._names) from None
             except BaseException:
                 drill.close()
                 raise
@@ -200,7 +202,11 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
     """
     options = _options(separator, decimal, encoding, header, missing)
     options["sheet"] = "" if sheet is None else str(sheet)
+    _warn_of_vain_options(path, separator, encoding, missing)
     return Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
+
+
+VAIN_ENDINGS = {".sav", ".zsav", ".dta"}
 
 
 def _path(path):
@@ -209,6 +215,15 @@ def _path(path):
     if b"\0" in name:
         raise ValueError(f"A path has no null character: {shown(path)}.")
     return name
+
+
+def _warn_of_vain_options(path, separator, encoding, missing):
+    """Files of statistics programs say themselves how they are read."""
+    ending = os.path.splitext(os.fsdecode(path))[1].lower()
+    given = [name for name, value in (("separator", separator), ("encoding", encoding), ("missing", missing)) if value]
+    if given and ending in VAIN_ENDINGS:
+        warnings.warn(f"{', '.join(given)}: this has no effect on a file of this kind ({ending}); it is for delimited text.",
+                      Message, stacklevel=3)
 
 
 def _options(separator, decimal, encoding, header, missing):

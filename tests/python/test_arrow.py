@@ -69,7 +69,7 @@ def test_results_and_remaining_cases_go_out(drill):
     sex, education, age = Consumer(drill.cases).columns
     assert set(sex[2]) == {"Male"} and len(age[2]) == 923
     left = quillara.table(drill.cases)
-    assert left["sex"].labels == {1: "Female", 2: "Male"} and left.cases == 923
+    assert left["sex"].labels == {"F": "Female", "M": "Male"} and left.cases == 923
     with left.drill("education") as further:
         assert sum(further.Frequencies.to_pandas()["Count"]) == 923
 

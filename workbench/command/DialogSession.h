@@ -10,6 +10,7 @@
 #include "workbench/data/FormulaNotice.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
+#include "workbench/scripting/DialogActions.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -25,29 +26,20 @@ struct CaseSettings {
 /// A drill-down analysis that is worked with as a user does, without a screen: acts on the controls of its startup
 /// dialog and answers the modal dialogs that they open. Controls that can't be used at the moment throw as those of a
 /// Window. An action for which the analysis lacks memory ends in a DataError; the session is then of no more use.
-class DialogSession {
+class DialogSession final : public DialogActions {
   public:
-    /// Works in a modal dialog until it is closed. When it throws or leaves the dialog open, the dialog is cancelled.
-    using Answer = std::function<void(Window&)>;
-
     /// An analysis of a table, which outlives the session. Of the services WorkIn is the session's own matter.
     /// Throws DataError when the module can't be loaded or has no memory.
     DialogSession(const DataTable& table, CaseSettings settings, AnalysisServices services);
-    DialogSession(const DialogSession&) = delete;
-    DialogSession& operator=(const DialogSession&) = delete;
 
-    /// Clicks a button or box of the startup dialog. Dialogs that it opens are cancelled.
-    void Press(int id);
-    /// Clicks a button that opens a modal dialog. What the answer throws comes out of here once the dialog is
-    /// cancelled; an answer that leaves the dialog open is a DataError, and so is a dialog that isn't opened.
-    void Press(int id, const Answer& answer);
+    void Press(int id) override;
+    void Press(int id, const Answer& answer) override;
     /// Runs the command of a control, whether or not it is enabled.
     void Command(int id);
-    void ClickRow(int list, int row);
-    void TypeNumber(int field, double number);
+    void ClickRow(int list, int row) override;
+    void TypeNumber(int field, double number) override;
 
-    /// A control of the startup dialog; there must be one.
-    [[nodiscard]] const Control& At(int id);
+    [[nodiscard]] const Control& At(int id) override;
     /// The analysis itself, for what isn't done by hand.
     [[nodiscard]] AnalysisDocument& Analysed() { return Document; }
 

@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/command/CategorizationOption.h"
 #include "workbench/command/ChartOptions.h"
 #include "workbench/command/GroupOptions.h"
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/formats/ReadOptions.h"
+#include "workbench/scripting/CategorizationOption.h"
 #include "workbench/views/DocumentViews.h"
 
 namespace quillara {

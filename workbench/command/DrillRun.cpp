@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
-#include "workbench/command/CategorizationInData.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/HostResults.h"
@@ -20,6 +19,7 @@
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/ResultNames.h"
 #include "workbench/recording/SessionRecorder.h"
+#include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryLookup.h"
 
 namespace quillara {
@@ -221,6 +221,9 @@ void DrillRun::Categorize(const CategorizedVariable& categorized) {
         throw DataError("The variable " + Quoted(categorized.Variable) + " can't be categorized: it " +
                         (isText ? "holds texts." : "is no continuous drill variable; name it in --continuous."));
     }
+    if (const auto remark = RemarkOn(categorized.How, Table.Variables[static_cast<std::size_t>(variable) - 1])) {
+        Notice(*remark);
+    }
     Session.Categorize(variable, categorized.How);
 }
 
@@ -272,6 +275,9 @@ void DrillRun::GoDown(const std::string& name, const std::string& category) {
     std::string chosen;
     Session.Down(variable, [&](const CategoryList& list) {
         const std::size_t row = FindCategory(list, category);
+        if (const auto remark = RemarkOnEqualNames(list, row, category)) {
+            Notice(*remark);
+        }
         chosen = NameForPeople(list, list.Rows[row]);
         return row;
     });

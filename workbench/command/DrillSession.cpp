@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
-#include "workbench/command/CategorizationEntry.h"
 #include "workbench/data/Errors.h"
 #include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/scripting/CategorizationEntry.h"
 
 namespace quillara {
 namespace {

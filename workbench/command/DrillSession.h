@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <vector>
 
-#include "workbench/command/CategorizationOption.h"
 #include "workbench/command/DialogSession.h"
 #include "workbench/command/NamedVariables.h"
+#include "workbench/scripting/CategorizationOption.h"
 #include "workbench/scripting/CategoryAnswer.h"
 
 namespace quillara {

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* GroupsName = "groups";
 constexpr const char* CrossName = "crosstab";
 
-short NumberOf(const DataTable& table, const std::string& name) {
+short VariableNumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
 }
 
@@ -83,7 +83,7 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
     }
     const SubsetStatistics statistics(Session.Analysed());
     const auto side = [&](const std::string& name) {
-        return CrossVariable{Table.IndexOf(name), CutOf(name, NumberOf(Table, name), options, chosen)};
+        return CrossVariable{Table.IndexOf(name), CutOf(name, VariableNumberOf(Table, name), options, chosen)};
     };
     int sequence = 0;
     for (const CrossNames& names : options.Groups.Crosses) {
@@ -97,7 +97,7 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
 /// The tables come before what is shown within the categories, as they are of the state before.
 void HostResults::ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll) {
     for (const std::string& name : variables) {
-        if (!Session.CanGoDown(NumberOf(Table, name))) {
+        if (!Session.CanGoDown(VariableNumberOf(Table, name))) {
             throw DataError("The variable " + Quoted(name) +
                             " has no categories to go through: it has a step already, or is no drill variable.");
         }
@@ -121,7 +121,7 @@ void HostResults::ShowEach(const std::vector<std::string>& variables, const std:
 
 void HostResults::Descend(Walk& walk) {
     const std::string& name = walk.Variables[walk.Categories.size()];
-    const short variable = NumberOf(Table, name);
+    const short variable = VariableNumberOf(Table, name);
     std::size_t rows = 1;
     for (std::size_t row = 0; row < rows; ++row) {
         std::string category;

@@ -138,4 +138,24 @@ std::size_t FindCategory(const CategoryList& list, std::string_view text) {
     throw ImpossibleStep(Refusal(list, text));
 }
 
+std::optional<Remark> RemarkOnEqualNames(const CategoryList& list, std::size_t taken, std::string_view text) {
+    const std::string& name = list.Rows[taken].Name;
+    if (name != text && WithoutLetterCase(name) != WithoutLetterCase(text)) {
+        return std::nullopt;
+    }
+    std::vector<std::string> rows;
+    for (std::size_t row = 0; row < list.Rows.size(); ++row) {
+        if (list.Rows[row].Name == name) {
+            rows.push_back("#" + std::to_string(row));
+        }
+    }
+    if (rows.size() < 2) {
+        return std::nullopt;
+    }
+    return Remark{"equal-names",
+                  std::to_string(rows.size()) + " categories of " + Quoted(list.Variable) + " are called " +
+                      Quoted(name) + "; the step takes the one of row #" + std::to_string(taken) + ".",
+                  "Rows go by their numbers too: " + QuotedList(rows) + "."};
+}
+
 }  // namespace quillara

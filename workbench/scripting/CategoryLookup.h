@@ -10,6 +10,7 @@
 #include "host/ListControls.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/data/Errors.h"
+#include "workbench/documents/Remarks.h"
 
 namespace quillara {
 
@@ -44,5 +45,10 @@ class ImpossibleStep : public DataError {
 /// decimal number that an interval of their numbers admits. Throws ImpossibleStep, listing what is shown, when there is
 /// none.
 [[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
+
+/// What to tell when a text names several rows of a list, of which a step takes the first: nothing else can be meant by
+/// a name, but rows can be told apart by `#K`.
+[[nodiscard]] std::optional<Remark> RemarkOnEqualNames(const CategoryList& list, std::size_t taken,
+                                                       std::string_view text);
 
 }  // namespace quillara

@@ -1,5 +1,7 @@
 #include "workbench/scripting/ScriptedAnalysis.h"
 
+#include <algorithm>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -8,16 +10,97 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/documents/Remarks.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ClosingAnalyses.h"
+#include "workbench/hosting/DialogHost.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
 #include "workbench/hosting/TableInUse.h"
+#include "workbench/scripting/CategorizationEntry.h"
+#include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
+
+namespace {
+
+/// Works in the dialog of a script as a person does.
+class ScriptActions final : public DialogActions {
+  public:
+    explicit ScriptActions(CAnalysisModelessDialog& dialog) : Dialog(dialog) {}
+
+    void Press(int id) override {
+        Act([id](Window& window) { window.Click(id); });
+    }
+
+    void Press(int id, const Answer& answer) override {
+        bool isAnswered = false;
+        Act([id](Window& window) { window.Click(id); },
+            [&](Window& window) {
+                answer(window);
+                isAnswered = window.IsClosed();
+            });
+        if (!isAnswered) {
+            throw DataError("The dialog doesn't accept what was entered.");
+        }
+    }
+
+    void ClickRow(int list, int row) override {
+        Act([=](Window& window) { window.ClickRow(list, row); });
+    }
+
+    void TypeNumber(int field, double number) override {
+        Act([=](Window& window) { window.TypeNumber(field, number); });
+    }
+
+    const Control& At(int id) override { return DialogHost::WindowOf(Dialog)->At(id); }
+
+  private:
+    void Act(const std::function<void(Window&)>& action, const Answer& answer = {}) {
+        const auto act = [&action](Window& window) { return action(window), 0; };
+        static_cast<void>(ActAsPerson(Dialog, act, answer));
+    }
+
+    CAnalysisModelessDialog& Dialog;
+};
+
+void CheckCanBeCategorized(DialogActions& actions, const Variable& variable) {
+    constexpr int methods = UserIntervalsRadio - DistinctValuesRadio + 1;
+    for (int method = 0; method < methods; ++method) {
+        if (!actions.At(DistinctValuesRadio + method).Enabled) {
+            throw DataError("The variable " + Quoted(variable.Name) + " can't be categorized: it " +
+                            (variable.Kind == ValueKind::Text ? "holds texts." : "is no continuous drill variable."));
+        }
+    }
+}
+
+/// The click has the page applied.
+void StoreShownPage(DialogActions& actions) {
+    const Control& list = actions.At(DrillDownListControl);
+    if (list.Enabled && !list.Rows.empty()) {
+        actions.ClickRow(DrillDownListControl, std::max(list.Selected, 0));
+    }
+}
+
+/// New boundaries of a variable that has some already would count with the next reading of the cases only.
+void LeaveBoundaries(DialogActions& actions) {
+    if (actions.At(UserIntervalsRadio).Checked) {
+        actions.Press(IntegerCategoriesRadio);
+        StoreShownPage(actions);
+    }
+}
+
+/// Of equal names only the first can be meant.
+void TellOfEqualNames(CAnalysisDoc& document, const CategoryList& list, std::size_t row, const std::string& category) {
+    if (auto remark = RemarkOnEqualNames(list, row, category)) {
+        Notice(&document, std::move(*remark));
+    }
+}
+
+}  // namespace
 
 ScriptedAnalysis::Whole::Whole(std::shared_ptr<const DataTable> table)
     : Table(std::move(table)), Library(AnalysisModule::DrillDownPath()), Document(*Table) {}
@@ -59,11 +142,16 @@ CountedPointer<IDispatch> ScriptedAnalysis::Analysis() {
     return Held == nullptr ? CountedPointer<IDispatch>() : Held->Document.AutomationObject();
 }
 
-void ScriptedAnalysis::StepDown(std::size_t variable, const RowChooser& chooseRow) {
+CAnalysisModelessDialog& ScriptedAnalysis::OpenDialog() const {
     CAnalysisModelessDialog* dialog = StartupDialog();
     if (dialog == nullptr) {
         throw new COleException(CO_E_OBJNOTCONNECTED);
     }
+    return *dialog;
+}
+
+void ScriptedAnalysis::StepDown(std::size_t variable, const RowChooser& chooseRow) {
+    CAnalysisModelessDialog& dialog = OpenDialog();
     const Variable& chosen = Held->Document.Table().Variables.at(variable - 1);
     bool isAnswered = false;
     const auto answer = [&](Window& window) {
@@ -71,14 +159,41 @@ void ScriptedAnalysis::StepDown(std::size_t variable, const RowChooser& chooseRo
         isAnswered = true;
     };
     const auto press = [](Window& window) { return window.Click(DownButton), 0; };
-    const PressOutcome outcome = ActAsPerson(*dialog, press, answer);
+    const PressOutcome outcome = ActAsPerson(dialog, press, answer);
     if (!isAnswered) {
         throw DataError(outcome.Record.Messages.empty() ? "The step was cancelled." : FailureOf(outcome.Record));
     }
 }
 
+void ScriptedAnalysis::StorePage() {
+    ScriptActions actions(OpenDialog());
+    StoreShownPage(actions);
+}
+
+void ScriptedAnalysis::Categorize(std::size_t variable, const std::string& method) {
+    ScriptActions actions(OpenDialog());
+    const Variable& chosen = Held->Document.Table().Variables.at(variable - 1);
+    const Categorization asked = ParseCategorization(method);
+    CheckCanBeCategorized(actions, chosen);
+    const Categorization entered = InData(asked, chosen, TableOf(&Held->Document).Selection);
+    if (auto remark = RemarkOn(asked, chosen)) {
+        Notice(&Held->Document, std::move(*remark));
+    }
+    LeaveBoundaries(actions);
+    EnterCategorization(actions, entered);
+    StoreShownPage(actions);
+}
+
+std::vector<std::string> ScriptedAnalysis::Steps() const {
+    return DialogHost::WindowOf(OpenDialog())->At(DrillUpListControl).Rows;
+}
+
 void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
-    StepDown(variable, [&](const CategoryList& list) { return FindCategory(list, category); });
+    StepDown(variable, [&](const CategoryList& list) {
+        const std::size_t row = FindCategory(list, category);
+        TellOfEqualNames(Held->Document, list, row, category);
+        return row;
+    });
 }
 
 std::optional<ScriptedAnalysis::RowTaken> ScriptedAnalysis::DownRow(std::size_t variable, std::size_t row) {

@@ -54,6 +54,16 @@ class ScriptedAnalysis {
     [[nodiscard]] std::optional<RowTaken> DownRow(std::size_t variable, std::size_t row);
     /// The analysis as the host sees it, for what the host computes. Throws as Down once it is closed.
     [[nodiscard]] AnalysisDocument& Analysed();
+    /// Stores what the Categorization page shows for the current drill-down variable, as the choice of another one in
+    /// the list does.
+    void StorePage();
+    /// Categorizes the drill-down variable whose row is selected, which is this one by its number from 1, by a method
+    /// as ParseCategorization reads it, and stores it. Throws UsageError when the method can't be read, DataError when
+    /// the variable can't be categorized so, and as ActForScript.
+    void Categorize(std::size_t variable, const std::string& method);
+    /// The drill-up list: the variables of the steps that are in force as it shows them. Throws as ActForScript once
+    /// closed.
+    [[nodiscard]] std::vector<std::string> Steps() const;
     /// Closes the analysis with its windows; from within a command of it, at the end of that.
     void Close();
 
@@ -69,6 +79,7 @@ class ScriptedAnalysis {
 
     [[nodiscard]] CAnalysisModelessDialog* StartupDialog() const;
     void StepDown(std::size_t variable, const RowChooser& chooseRow);
+    [[nodiscard]] CAnalysisModelessDialog& OpenDialog() const;
 
     std::shared_ptr<Whole> Held;  // null once closed
     std::shared_ptr<ScriptOutputs> Kept;  // null: its results aren't kept

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 
 #include "host/CaseBlocks.h"
-#include "workbench/command/CategorizationOption.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/documents/Remarks.h"
+#include "workbench/scripting/CategorizationOption.h"
 
 namespace quillara {
 
@@ -15,5 +17,8 @@ namespace quillara {
 /// none, and when there are more periods than intervals can be made.
 [[nodiscard]] Categorization InData(const Categorization& chosen, const Variable& variable,
                                     std::span<const CaseResult> selection);
+
+/// What to tell of a categorization that can be taken and leaves nothing to see.
+[[nodiscard]] std::optional<Remark> RemarkOn(const Categorization& chosen, const Variable& variable);
 
 }  // namespace quillara

@@ -1,7 +1,8 @@
-#include "workbench/command/CategorizationInData.h"
+#include "workbench/scripting/CategorizationInData.h"
 
 #include <utility>
 
+#include "resources/ControlIds.h"
 #include "workbench/data/CalendarCuts.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -35,6 +36,15 @@ Categorization InData(const Categorization& chosen, const Variable& variable, st
         made.Bounds = std::move(cuts.LastDays);
     }
     return made;
+}
+
+std::optional<Remark> RemarkOn(const Categorization& chosen, const Variable& variable) {
+    const bool isByStep = chosen.Method == StepIntervalsRadio - DistinctValuesRadio && !chosen.Period;
+    if (!isByStep || chosen.StepSize != 0.0) {
+        return std::nullopt;
+    }
+    return Remark{"no-step", "Steps of 0 make no intervals of the variable " + Quoted(variable.Name) + ".",
+                  "Choose a size above 0."};
 }
 
 }  // namespace quillara

@@ -1,4 +1,4 @@
-#include "workbench/command/CategorizationEntry.h"
+#include "workbench/scripting/CategorizationEntry.h"
 
 #include <string>
 
@@ -6,6 +6,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/numbers/ExactNumbers.h"
+#include "workbench/windows/Window.h"
 
 namespace quillara {
 namespace {
@@ -23,7 +24,7 @@ std::string BoundariesText(const std::vector<double>& bounds) {
     return text;
 }
 
-void EnterStep(DialogSession& dialogs, const Categorization& chosen) {
+void EnterStep(DialogActions& dialogs, const Categorization& chosen) {
     dialogs.TypeNumber(StepSizeField, chosen.StepSize);
     if (dialogs.At(StartAtMinimumBox).Checked != chosen.StartAtMin) {
         dialogs.Press(StartAtMinimumBox);
@@ -33,7 +34,7 @@ void EnterStep(DialogSession& dialogs, const Categorization& chosen) {
     }
 }
 
-void EnterBoundaries(DialogSession& dialogs, const Categorization& chosen) {
+void EnterBoundaries(DialogActions& dialogs, const Categorization& chosen) {
     const std::string text = BoundariesText(chosen.Bounds);
     dialogs.Press(BoundariesButton, [&text](Window& dialog) {
         dialog.Type(BoundariesEdit, text);
@@ -43,7 +44,7 @@ void EnterBoundaries(DialogSession& dialogs, const Categorization& chosen) {
 
 }  // namespace
 
-void EnterCategorization(DialogSession& dialogs, const Categorization& chosen) {
+void EnterCategorization(DialogActions& dialogs, const Categorization& chosen) {
     const int method = DistinctValuesRadio + chosen.Method;
     dialogs.Press(method);
     switch (method) {

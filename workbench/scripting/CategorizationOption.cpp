@@ -1,4 +1,4 @@
-#include "workbench/command/CategorizationOption.h"
+#include "workbench/scripting/CategorizationOption.h"
 
 #include <algorithm>
 #include <array>
