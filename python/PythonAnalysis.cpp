@@ -9,6 +9,23 @@
 namespace py = pybind11;
 using quillara::ScriptedAnalysis;
 
+namespace {
+
+/// Cases, weight, of how many cases, and of each step in force variable and category; None once it has closed.
+py::object SubsetOf(ScriptedAnalysis& analysis) {
+    const auto subset = CallHost("subset", [&analysis] { return analysis.Subset(); });
+    if (!subset) {
+        return py::none();
+    }
+    py::list steps;
+    for (const quillara::StepTaken& step : subset->Steps) {
+        steps.append(py::make_tuple(step.Variable, step.Category));
+    }
+    return py::make_tuple(subset->Left.Cases, subset->Left.Weight, subset->Of, steps);
+}
+
+}  // namespace
+
 PythonAnalysis::PythonAnalysis(const PythonTable& table, const std::string& formula, std::optional<std::size_t> weight)
     : Held(CallHost("drill", [&] {
           const quillara::CasesInForce cases{formula, weight, table.Notices};
@@ -54,5 +71,6 @@ void PythonAnalysis::Define(py::module_& module) {
                  CallHost(member, [&own] { return own.Held->StorePage(), true; });
              })
         .def("steps", [](PythonAnalysis& own) { return CallHost("steps", [&own] { return own.Held->Steps(); }); })
+        .def("subset", [](PythonAnalysis& own) { return SubsetOf(*own.Held); })
         .def("close", [](PythonAnalysis& own) { CallHost("close", [&own] { return own.Held->Close(), true; }); });
 }

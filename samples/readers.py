@@ -8,12 +8,14 @@ pandas; then the favourite kinds of book of those who read most, as a picture.
 
 import pathlib
 import sys
+import warnings
 
 import pandas
 
 import quillara
 
 SURVEY = pathlib.Path(__file__).with_name("survey.sav")
+warnings.simplefilter("ignore", quillara.Remark)  # readers are counted as they are, without the weight of the file
 
 
 def books_by_travel_and_schooling(table):

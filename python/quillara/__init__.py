@@ -15,11 +15,12 @@ from ._documents import (
 from ._drill import DialogWindow, Drill, close_all
 from ._errors import Error, Message, Remark
 from ._objects import Object, snake_case, wrap
+from ._subset import Step, Subset
 from ._table import Table, Variable, open, table
 
 __all__ = [
     "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph",
-    "GraphSeries", "Listener", "Message", "Object", "Remark", "Spreadsheet", "Table", "Variable", "Window", "application", "open",
+    "GraphSeries", "Listener", "Message", "Object", "Remark", "Spreadsheet", "Step", "Subset", "Table", "Variable", "Window", "application", "open",
     "snake_case", "table",
 ]
 

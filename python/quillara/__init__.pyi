@@ -149,6 +149,8 @@ class Drill(Object):
     def distribution(self, variable: str | int | None = None) -> pandas.DataFrame: ...
     def what_differs(self) -> pandas.DataFrame: ...
     @property
+    def subset(self) -> Subset: ...
+    @property
     def cases(self) -> DataDocument: ...
     def to_frame(self) -> pandas.DataFrame: ...
     @property
@@ -682,6 +684,17 @@ class Spreadsheet(Document):
     def Values(self) -> Any: ...
     @property
     def values(self) -> Any: ...
+
+class Step(tuple):
+    variable: str
+    category: str
+    kind: str
+
+class Subset(tuple):
+    cases: int
+    weight: float | None
+    of: int
+    steps: list[Step]
 
 class Table:
     @property

@@ -10,6 +10,7 @@ from ._arguments import shown, text, whole_number
 from ._documents import Document
 from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
+from ._subset import Step, Subset
 
 EPOCH = datetime.datetime(1970, 1, 1)
 _open = weakref.WeakSet()
@@ -240,6 +241,13 @@ class Drill(Object, kind="DDNStartup"):
             return getattr(self, member)
         except Error:  # there is none
             return None
+
+    @property
+    def subset(self) -> Subset:
+        """How much the steps in force leave: cases, weight, of how many cases, and these steps, the oldest first."""
+        self.Name  # fails once the dialog has closed
+        cases, weight, of, steps = self._analysis.subset()
+        return Subset(cases, weight, of, [Step(*step) for step in steps])
 
     @property
     def cases(self) -> DataDocument:

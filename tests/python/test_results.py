@@ -151,3 +151,28 @@ def test_variables_are_cut_as_by_the_command_line(variable, method):
 def test_methods_that_cannot_be_used_are_refused(variable, method):
     with quillara.open(SURVEY).drill(continuous=[variable]) as drill, pytest.raises((ValueError, quillara.Error)):
         drill.categorize(variable, method)
+
+
+def test_the_subset_goes_with_the_steps_and_their_weight():
+    table = quillara.open(SURVEY)
+    table.weight = "weight"
+    with table.drill("sex region", "age") as drill:
+        seen = [drill.subset]
+        for step in (lambda: drill.down("sex", "Female"), lambda: drill.down("region", "#0"), lambda: drill.up("sex")):
+            step()
+            seen.append(drill.subset)
+        drill.Variables = "sex"
+        seen.append(drill.subset)
+    command = [PROGRAM, "drill", SURVEY, "--format", "json", "--weight", "weight", "--categorical", "sex,region",
+               "--down", "sex=Female", "--down", "region=#0", "--up", "sex", "--quiet"]
+    steps = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)["steps"]
+    assert [{**left._asdict(), "steps": [step._asdict() for step in left.steps]} for left in seen[:-1]] == [
+        step["subset"] for step in steps]
+    assert seen[-1] == seen[0]
+
+
+def test_a_remark_is_a_warning_of_its_own():
+    with quillara.open(SURVEY).drill("sex") as drill, pytest.warns(quillara.Remark, match="isn't in force") as warned:
+        drill.Frequencies
+        drill.Frequencies
+    assert [(each.message.code, each.category) for each in warned] == [("weight-unused", quillara.Remark)]

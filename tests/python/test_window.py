@@ -37,6 +37,13 @@ def state(drill):
     return f"{read('DrillDownVariable')}: {' '.join(still)} | {' '.join(steps)} ({drill.cases.Cases})"
 
 
+def subset(drill):
+    """The steps in force and the cases as the host counts them."""
+    left = drill.subset
+    assert (left.weight, {step.kind for step in left.steps} - {"down"}) == (None, set())
+    return f"| {' '.join(f'{step.variable}={step.category}' for step in reversed(left.steps))} ({left.cases})"
+
+
 WORK = [
     # calls in the window, with the answers that each asks                       state
     ([("select", 9053, "age"), ("click", 9065), ("text", 9070, 5)],              "age: sex school age |  (5)"),
@@ -63,6 +70,7 @@ def test_the_window_is_worked_in_as_a_person_does(drill, calls, wanted):
             drill.Application.Answer(answer)
         getattr(drill.window, name)(*arguments[:len(arguments) - len(answers)])
     assert state(drill) == wanted
+    assert wanted.endswith(subset(drill))
 
 
 REFUSED = [

@@ -44,6 +44,8 @@ constexpr const char* ResultNotes =
     "scatter and hist3d.\n"
     "TYPES: the statistics of box plots, a plot for each: median (quartiles, range), se (mean, SE, SD), sd (mean, SD, "
     "1.96 SD), 1.96se (mean, SE, 1.96 SE).\n"
+    "Std.Dev. of the tables divides by the number of cases less 1, under a weight too: the weighted squares over the "
+    "plain count; box plots divide by the sum of the weights less 1.\n"
     "\n"
     "Without any of the four variable options, texts and labelled variables of at most 100 distinct values and whole "
     "numbers of at most 12 are categorical, all other numbers and dates continuous (quillara info shows which). "
@@ -148,9 +150,9 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "results, in the order of their documents; html shows the charts of a variable beside its tables")
         ->type_name("LIST");
     add(
-        "--after", [&](const std::string& text) { options.AfterEach = ParseAfterEach(text); },
-        "results after each step, or after the last (default)")
-        ->type_name("each|last");
+        "--after", [&](const std::string& text) { options.After = ParseAfter(text); },
+        "results after each step, after all (each, and before the first), or after the last (default)")
+        ->type_name("each|all|last");
     const auto takeFormat = [&options](const std::string& text) {
         options.Format = FormatNamed(text);
         options.IsFormatNamed = true;

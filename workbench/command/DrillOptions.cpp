@@ -63,9 +63,10 @@ std::string_view WithoutBlanks(std::string_view text) {
     return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-constexpr WordTable<bool, 2> AfterWords{{
-    {"each", true},
-    {"last", false},
+constexpr WordTable<ShownAfter, 3> AfterWords{{
+    {"each", ShownAfter::Each},
+    {"last", ShownAfter::Last},
+    {"all", ShownAfter::All},
 }};
 
 }  // namespace
@@ -90,7 +91,7 @@ DrillStep ParseDown(std::string_view text) {
     return {variable, std::string(category)};
 }
 
-bool ParseAfterEach(std::string_view text) {
+ShownAfter ParseAfter(std::string_view text) {
     return Choose(AfterWords, text);
 }
 

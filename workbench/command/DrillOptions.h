@@ -22,6 +22,13 @@ struct DrillStep {
     std::optional<std::string> Category;  ///< nothing: a step up
 };
 
+/// When results are shown.
+enum class ShownAfter {
+    Last,  ///< after the last step
+    Each,  ///< after each of them
+    All,  ///< the same, and before the first
+};
+
 struct CategorizedVariable {
     std::string Variable;
     Categorization How;
@@ -51,7 +58,7 @@ struct DrillOptions {
     ChartOptions Charts;
     std::string Call;  ///< of the program, as a shell takes it
     bool Quiet = false;  ///< remarks aren't told on standard error
-    bool AfterEach = false;  ///< results after every step, else after the last
+    ShownAfter After = ShownAfter::Last;
     OutputFormat Format = OutputFormat::Text;
     bool IsFormatNamed = false;  ///< else it goes by the name of the output
     std::optional<std::string> OutputFile;  ///< nothing: standard output
@@ -67,6 +74,6 @@ struct DrillOptions {
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
 [[nodiscard]] DerivedVariable ParseDerived(std::string_view text);  ///< NAME=FORMULA
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
-[[nodiscard]] bool ParseAfterEach(std::string_view text);  ///< each or last
+[[nodiscard]] ShownAfter ParseAfter(std::string_view text);  ///< last, each or all
 
 }  // namespace quillara

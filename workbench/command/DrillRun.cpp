@@ -9,6 +9,7 @@
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/HostResults.h"
 #include "workbench/command/LeftOutResults.h"
+#include "workbench/command/ListChecks.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/command/ReviewPairs.h"
@@ -18,6 +19,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/ResultNames.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryLookup.h"
@@ -161,9 +163,15 @@ DrillOutcome DrillRun::Run() {
     ChooseVariables();
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
+    Outcome.Outputs.Selected = CountSelected(Session.Document());
+    if (Options.After == ShownAfter::All) {
+        ShowResults();
+    }
     TakeSteps();
     const bool showsInGroups = !Options.Groups.Each.empty();
-    if (!showsInGroups && (!Options.AfterEach || Outcome.Outputs.Steps.empty())) {
+    const bool showsLast =
+        Options.After == ShownAfter::Last || (Options.After == ShownAfter::Each && Outcome.Outputs.Steps.empty());
+    if (!showsInGroups && showsLast) {
         ShowResults();
     }
     if (showsInGroups) {
@@ -229,7 +237,10 @@ void DrillRun::Categorize(const CategorizedVariable& categorized) {
 
 void DrillRun::TakeSteps() {
     for (const DrillStep& step : Options.Steps) {
-        if (TakesOrSkips(step) && Options.AfterEach) {
+        if (!TakesOrSkips(step)) {
+            continue;
+        }
+        if (Options.After != ShownAfter::Last) {
             ShowResults();
         }
     }
@@ -279,9 +290,12 @@ void DrillRun::GoDown(const std::string& name, const std::string& category) {
             Notice(*remark);
         }
         chosen = NameForPeople(list, list.Rows[row]);
+        if (const std::optional<Remark> remark = RemarkOnChoice(list, category, row)) {
+            Notice(*remark);
+        }
         return row;
     });
-    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen});
+    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen, CountRemaining(Session.Document())});
 }
 
 void DrillRun::GoUp(const std::string& name) {
@@ -290,7 +304,7 @@ void DrillRun::GoUp(const std::string& name) {
         throw ImpossibleStep("There is no step on the variable " + Quoted(name) + " to undo.");
     }
     Session.Up(variable);
-    Outcome.Outputs.Steps.push_back({StepKind::Up, name});
+    Outcome.Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Document())});
 }
 
 void DrillRun::ShowResults() {
@@ -434,6 +448,7 @@ DrillOutcome RunDrill(const DrillOptions& asked) {
         const Variable& variable = table.Variables[table.IndexOf(categorized.Variable)];
         categorized.How = InData(categorized.How, variable, settings.Selection);
     }
+    CheckTexts(table, variables);
     return DrillRun(options, table, std::move(settings), std::move(variables)).Run();
 }
 

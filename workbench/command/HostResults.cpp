@@ -8,6 +8,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultNames.h"
 #include "workbench/hosting/AnalysisRemarks.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/scripting/CategoryLookup.h"
 
 namespace quillara {
@@ -141,14 +142,14 @@ void HostResults::Descend(Walk& walk) {
             return;
         }
         if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Down, name, category});
+            Outputs.Steps.push_back({StepKind::Down, name, category, CountRemaining(Session.Document())});
         }
         walk.Categories.push_back(std::move(category));
         Arrive(walk);
         walk.Categories.pop_back();
         Session.Up(variable);
         if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Up, name});
+            Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Document())});
         }
     }
 }

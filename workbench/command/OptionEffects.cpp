@@ -15,7 +15,7 @@ bool HasWeight(const DrillOptions& options) {
 }
 
 bool IsAfterLastOrHasSteps(const DrillOptions& options) {
-    return !options.AfterEach || !options.Steps.empty();
+    return options.After == ShownAfter::Last || !options.Steps.empty();
 }
 
 bool HasSaveFile(const DrillOptions& options) {

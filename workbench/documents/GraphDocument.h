@@ -143,6 +143,7 @@ struct Histogram3DPlot {
     Histogram3DSide Y;
     std::vector<double> Counts;  ///< X.Labels x Y.Labels, row by row of y: the count of (x, y) stands at y * |X| + x
     std::int64_t Cases = 0;  ///< cases counted
+    std::string UnusedWeight{};  ///< as that of a ScatterMatrix
 };
 
 /// What a graph shows. The first three are handed over by an analysis; the others are computed by the host from the

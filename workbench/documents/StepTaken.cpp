@@ -6,12 +6,15 @@ std::string StepTaken::Text() const {
     if (Kind == StepKind::Up) {
         return "Up: " + Variable;
     }
-    return "Down: " + Variable + (Category.empty() ? "" : " = " + Category);
+    return "Down: " + Condition();
 }
 
 std::vector<StepTaken> StepsInForce(std::span<const StepTaken> steps, std::size_t count) {
     std::vector<StepTaken> inForce;
     for (const StepTaken& step : steps.first(count)) {
+        if (step.IsAnew) {
+            inForce.clear();
+        }
         if (step.Kind == StepKind::Down) {
             inForce.push_back(step);
         } else {

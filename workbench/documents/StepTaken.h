@@ -23,7 +23,10 @@ struct StepTaken {
     std::string Variable;
     std::string Category{};  ///< as the list of categories shows it; of a step up, and where it isn't known, empty
     std::optional<SubsetSize> Left{};  ///< what remained behind it; nothing: not counted
+    bool IsAnew = false;  ///< a new choice of variables has undone all steps before it
 
+    /// What a step down keeps: "sex = Female".
+    [[nodiscard]] std::string Condition() const { return Category.empty() ? Variable : Variable + " = " + Category; }
     /// For people: "Down: sex = Female", "Up: sex".
     [[nodiscard]] std::string Text() const;
 };

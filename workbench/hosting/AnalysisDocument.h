@@ -37,6 +37,7 @@ class AnalysisDocument : public CAnalysisDoc {
     bool RunSequence();
     /// The analysis that was adopted; there must be one.
     [[nodiscard]] CAnalysisSupport& Analysis();
+    [[nodiscard]] bool HasAnalysis() const { return Owned != nullptr; }
     /// Whether it is the document of an analysis, which may have been destroyed.
     [[nodiscard]] bool Owns(const CAnalysisSupport& analysis) const { return Owned.get() == &analysis; }
     /// The window of the startup dialog; null before the sequence has run and once the dialog is closed.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
+#include "host/ResultSubject.h"
 #include "workbench/data/FormulaNotice.h"
 #include "workbench/documents/Remarks.h"
 
@@ -9,11 +11,19 @@ class CAnalysisDoc;
 
 namespace quillara {
 
+class AnalysisDocument;
+
 /// Makes a remark on the analysis of a document; who listens hears it once.
 void Notice(CAnalysisDoc* document, Remark remark);
 
 /// Remarks on formulas that it begins with or is given.
 void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices);
+/// Remarks on what is in force when results are made: weights that are rounded, a declared weight that isn't used.
+void NoticeWeights(AnalysisDocument& document);
+/// Remarks on a result that counts no weights under a weight, by its name.
+void NoticeUnweighted(CAnalysisDoc* document, std::string_view result);
+/// Remarks on a result of categories: values that the analysis leaves out or counts in the first interval all the same.
+void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject);
 
 /// The remarks on it so far.
 [[nodiscard]] const Remarks& RemarksOn(CAnalysisDoc* document);

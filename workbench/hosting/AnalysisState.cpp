@@ -1,6 +1,7 @@
 #include "workbench/hosting/AnalysisState.h"
 
 #include <atomic>
+#include <utility>
 
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/StepRecorder.h"
@@ -30,7 +31,11 @@ AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& ser
             recorder->RecordClose(document);
         }
     };
-    Data.Changed = [this] {
+    Data.Changed = [this, known = &table]() mutable {
+        if (std::exchange(known, &Data.Table()) != &Data.Table()) {
+            Steps.Forget();
+            Noticed = {};
+        }
         Whole.Forget();
         Quick.Revision = Quick.Revision == 0 ? 0 : NewRevision();
     };
@@ -99,6 +104,10 @@ void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices) {
 
 const Remarks& RemarksOn(CAnalysisDoc* document) {
     return StateOf(document).Noticed;
+}
+
+StepHistory& StepsOf(CAnalysisDoc* document) {
+    return StateOf(document).Steps;
 }
 
 DocumentSettings& SettingsOf(CAnalysisDoc* document) {

@@ -9,6 +9,7 @@
 #include "workbench/hosting/DocumentSettings.h"
 #include "workbench/hosting/NewTables.h"
 #include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableCaseBlocks.h"
 #include "workbench/hosting/TableInUse.h"
@@ -41,6 +42,7 @@ struct AnalysisState {
     RoutedResults Results;
     DocumentSettings Settings;
     Remarks Noticed;  ///< of the table that is open
+    StepHistory Steps;  ///< the same
 };
 
 /// The state of a document; without a document that of an empty table.

@@ -8,9 +8,12 @@
 #include "host/ScriptValues.h"
 #include "platform/ModuleInstance.h"
 #include "platform/WindowMessages.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/NewTables.h"
 #include "workbench/hosting/NoMemory.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
@@ -115,7 +118,11 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
         const std::size_t outputs = OutputsOf(document);
         const std::int64_t result = dialog.EventHandler(window, message, wParam, lParam);
         if (scope.IsOuter() && OutputsOf(document) > outputs) {
+            quillara::NoticeWeights(static_cast<quillara::AnalysisDocument&>(*document));
             TellOfOutput(dialog, CommandOf(wParam));
+        }
+        if (scope.IsOuter() && document != nullptr) {
+            quillara::StepsOf(document).EndCommand(static_cast<quillara::AnalysisDocument&>(*document));
         }
         recorded->End();
         return result;

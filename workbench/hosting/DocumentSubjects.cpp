@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "workbench/data/DateIntervals.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/LongTexts.h"
 #include "workbench/hosting/RoutedResults.h"
 #include "workbench/hosting/TableInUse.h"
@@ -43,6 +44,7 @@ ShownVariable Shown(const TableInUse& data, int number) {
 Subject TakeSubject(CAnalysisDoc* document) {
     const TableInUse& data = TableOf(document);
     const ResultSubject told = std::exchange(ResultsOf(document).NextSubject, {});
+    NoticeCategories(document, told);
     Subject subject{told.Side, {}, {told.ValueColumns.begin(), told.ValueColumns.end()}};
     for (const SubjectVariable& variable : told.Variables) {
         ShownVariable shown = Shown(data, variable.Number);

@@ -11,6 +11,7 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/GraphDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/CaseRows.h"
 #include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
@@ -29,6 +30,7 @@
 
 using quillara::CaseRows;
 using quillara::GraphDocument;
+using quillara::Histogram3DPlot;
 using quillara::Interrupted;
 using quillara::PlotRows;
 using quillara::Surroundings;
@@ -208,6 +210,7 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
                                                const char* /*caseLine*/, CaseFilter filter, const std::string& title) {
     const TableInUse& data = quillara::TableOf(Document);
     const std::vector<std::size_t> shown = IndexesOf(data, variables, count);
+    quillara::NoticeUnweighted(Document, "scatter");
     return MakePlot(
         *this, {TitleOf(title), quillara::ReviewSubject(data, shown), {}}, {filter}, [&](const PlotRows& rows) {
             return quillara::ScatterMatrixOf({data.Table(), shown, rows, flags,
@@ -225,8 +228,12 @@ short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, s
     if (data.Find(x + 1) == nullptr || data.Find(y + 1) == nullptr) {
         return NotMade;
     }
+    quillara::NoticeUnweighted(Document, "hist3d");
     const std::vector<std::size_t> shown{static_cast<std::size_t>(x), static_cast<std::size_t>(y)};
     return MakePlot(*this, {TitleOf(title, caption), quillara::ReviewSubject(data, shown), {}},
-                    {filter, FilterUse::Pairs},
-                    [&](const PlotRows& rows) { return Histogram3DOf(data.Table(), shown[0], shown[1], rows); });
+                    {filter, FilterUse::Pairs}, [&](const PlotRows& rows) {
+                        Histogram3DPlot plot = Histogram3DOf(data.Table(), shown[0], shown[1], rows);
+                        plot.UnusedWeight = quillara::WeightsInForce(data).Variable;
+                        return plot;
+                    });
 }

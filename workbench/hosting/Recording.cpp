@@ -11,6 +11,7 @@
 #include "workbench/hosting/ControlRows.h"
 #include "workbench/hosting/ControlValues.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
@@ -68,9 +69,24 @@ void CAnalysisDialog::EarlyRecordState(int id) {
     }
 }
 
+namespace {
+
+/// The value of a control, the one kept early where there is one; empty when it has none.
+std::string TextNow(CAnalysisDialog& dialog, int control) {
+    const auto& early = DialogHost::Of(dialog).EarlyValues;
+    if (const auto known = early.find(control); known != early.end()) {
+        return known->second;
+    }
+    const auto now = ValueNow(dialog, control);
+    return now == nullptr ? std::string() : now->Value();
+}
+
+}  // namespace
+
 void CAnalysisModelessDialog::FinishRecordingDialog(int step, int kind, int control) {
     DialogHost::Trace(*this, "FinishRecordingDialog " + std::to_string(step) + " " + std::to_string(kind) + " " +
                                  std::to_string(control));
+    quillara::StepsOf(DialogHost::DocumentOf(*this)).Begin(control, [this](int list) { return TextNow(*this, list); });
     if (StepRecorder* recorder = RecorderOf(*this)) {
         recorder->RecordStep(*DialogHost::DocumentOf(*this), ValuesOf(*this), control);
         RecordActionMethod(control);

@@ -3,18 +3,99 @@
 #include <new>
 #include <vector>
 
+#include "platform/OrderedBits.h"
+#include "workbench/hosting/AllocationRecord.h"
 #include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TableServices.h"
 
 namespace quillara {
+namespace {
+
+using Conditions = std::vector<CaseCondition>;
+
+/// What the host asks for itself is no matter of what the analysis allocates.
+class UncountedAllocations {
+  public:
+    explicit UncountedAllocations(AnalysisDocument& document)
+        : Record(*MemoryOf(&document)), Calls(Record.Calls), FailingCall(Record.FailingCall) {
+        Record.FailingCall = 0;
+    }
+    UncountedAllocations(const UncountedAllocations&) = delete;
+    UncountedAllocations& operator=(const UncountedAllocations&) = delete;
+    ~UncountedAllocations() {
+        Record.Calls = Calls;
+        Record.FailingCall = FailingCall;
+    }
+
+  private:
+    AllocationRecord& Record;
+    const int Calls;
+    const int FailingCall;
+};
+
+/// Nothing when the analysis doesn't tell its steps.
+std::optional<Conditions> ConditionsOf(AnalysisDocument& document) {
+    if (!document.HasAnalysis()) {
+        return std::nullopt;
+    }
+    const UncountedAllocations uncounted(document);
+    Conditions conditions;
+    return document.Analysis().FindStepConditions(conditions) ? std::optional(conditions) : std::nullopt;
+}
+
+SubsetSize SizeOf(const RowSet& rows, const Column& weights) {
+    if (weights.empty()) {
+        return {static_cast<std::int32_t>(rows.Count()), std::nullopt};
+    }
+    SubsetSize size{0, 0.0};
+    rows.ForEachValue(weights, [&size](double weight) {
+        if (IsPositiveWeight(weight)) {
+            ++size.Cases;
+            *size.Weight += weight;
+        }
+    });
+    return size;
+}
+
+std::optional<SubsetSize> Count(AnalysisDocument& document, const Conditions& conditions) {
+    return SizeOf(TableServicesOf(&document).Find(conditions), TableOf(&document).Weights);
+}
+
+}  // namespace
 
 const RowSet* RemainingCases(AnalysisDocument& document) {
     try {
-        std::vector<CaseCondition> conditions;
-        return document.Analysis().FindStepConditions(conditions) ? &TableServicesOf(&document).Find(conditions)
-                                                                  : nullptr;
+        const std::optional<Conditions> conditions = ConditionsOf(document);
+        return conditions ? &TableServicesOf(&document).Find(*conditions) : nullptr;
     } catch (const std::bad_alloc&) {
         return nullptr;
+    }
+}
+
+std::optional<std::size_t> StepsInForceNow(AnalysisDocument& document) {
+    try {
+        const std::optional<Conditions> conditions = ConditionsOf(document);
+        return conditions ? std::optional(conditions->size()) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<SubsetSize> CountRemaining(AnalysisDocument& document) {
+    try {
+        const std::optional<Conditions> conditions = ConditionsOf(document);
+        return conditions ? Count(document, *conditions) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<SubsetSize> CountSelected(AnalysisDocument& document) {
+    try {
+        return ConditionsOf(document) ? Count(document, {}) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
     }
 }
 

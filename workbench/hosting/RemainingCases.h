@@ -1,6 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
 #include "workbench/data/RowSet.h"
+#include "workbench/documents/StepTaken.h"
 
 namespace quillara {
 
@@ -9,5 +13,15 @@ class AnalysisDocument;
 /// The cases of the selection that the steps in force leave, by the filter of the analysis itself; until the next
 /// step or pass. Null when the analysis doesn't tell its steps or there is no memory.
 [[nodiscard]] const RowSet* RemainingCases(AnalysisDocument& document);
+
+/// How many steps are in force; nothing when the analysis doesn't tell.
+[[nodiscard]] std::optional<std::size_t> StepsInForceNow(AnalysisDocument& document);
+
+/// How much these cases are: under a weight those of a positive one, and its sum, fractions as they are. Nothing as
+/// RemainingCases.
+[[nodiscard]] std::optional<SubsetSize> CountRemaining(AnalysisDocument& document);
+
+/// The same of all cases of the selection, before any step.
+[[nodiscard]] std::optional<SubsetSize> CountSelected(AnalysisDocument& document);
 
 }  // namespace quillara

@@ -158,4 +158,16 @@ std::optional<Remark> RemarkOnEqualNames(const CategoryList& list, std::size_t t
                   "Rows go by their numbers too: " + QuotedList(rows) + "."};
 }
 
+std::optional<Remark> RemarkOnChoice(const CategoryList& list, std::string_view text, std::size_t row) {
+    const CategoryRow& chosen = list.Rows[row];
+    const bool isNumber = list.Kind == ValueKind::Number && DecimalNumber(text).has_value();
+    if (!isNumber || !chosen.Range || IsSingleValue(*chosen.Range) || NamedRowInAnyCase(list, text)) {
+        return std::nullopt;
+    }
+    return Remark{"number-in-interval",
+                  Quoted(list.Variable + '=' + std::string(text)) + " is the interval " +
+                      Quoted(NameForPeople(list, chosen)) + '.',
+                  "For single values name the variable in --categorical, or cut it with distinct."};
+}
+
 }  // namespace quillara

@@ -50,5 +50,7 @@ class ImpossibleStep : public DataError {
 /// a name, but rows can be told apart by `#K`.
 [[nodiscard]] std::optional<Remark> RemarkOnEqualNames(const CategoryList& list, std::size_t taken,
                                                        std::string_view text);
+/// A remark on a row that a text names: that its number has picked an interval. Nothing for other rows and texts.
+[[nodiscard]] std::optional<Remark> RemarkOnChoice(const CategoryList& list, std::string_view text, std::size_t row);
 
 }  // namespace quillara

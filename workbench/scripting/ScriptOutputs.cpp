@@ -8,7 +8,8 @@
 #include "resources/ControlIds.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisRemarks.h"
-#include "workbench/hosting/ControlRows.h"
+#include "workbench/hosting/RemainingCases.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/scripting/SettingTexts.h"
 #include "workbench/windows/Window.h"
@@ -20,12 +21,6 @@ namespace {
 std::optional<std::vector<std::shared_ptr<ScriptOutputs>>>& Kept() {
     static auto& kept = *new std::optional<std::vector<std::shared_ptr<ScriptOutputs>>>;
     return kept;
-}
-
-std::string ValueOf(const std::vector<RecordedValue>& values, int control) {
-    const auto found =
-        std::ranges::find_if(values, [control](const RecordedValue& value) { return value.Row->Control == control; });
-    return found == values.end() ? "" : found->Text;
 }
 
 bool IsChecked(Window& window, int box) {
@@ -47,14 +42,6 @@ SettingsInForce SettingsOf(AnalysisDocument& analysis, Window& startup) {
     settings.ReviewCasewise = IsChecked(startup, ReviewCasewiseBox);
     settings.MissingNotCounted = !IsChecked(startup, CountMissingBox);
     return settings;
-}
-
-/// The category of the newest step: its row shows the variable with the category in brackets. Empty when it doesn't.
-std::string NewestCategory(Window& startup, const std::string& variable) {
-    const std::vector<std::string>& rows = startup.At(DrillUpListControl).Rows;
-    const std::string begin = variable + " (";
-    const bool isShown = !rows.empty() && rows.front().starts_with(begin) && rows.front().ends_with(')');
-    return isShown ? rows.front().substr(begin.size(), rows.front().size() - begin.size() - 1) : "";
 }
 
 }  // namespace
@@ -84,16 +71,14 @@ std::shared_ptr<ScriptOutputs> ScriptOutputs::Of(AnalysisDocument& analysis) {
 std::vector<OutputCollection> ScriptOutputs::All() {
     std::vector<OutputCollection> all;
     for (const auto& outputs : Kept() ? *Kept() : std::vector<std::shared_ptr<ScriptOutputs>>()) {
-        outputs->NameStep();
-        outputs->NoteRemarks();
+        outputs->NoteCourse();
         std::ranges::transform(outputs->Runs, std::back_inserter(all), Finished);
     }
     return all;
 }
 
 void ScriptOutputs::End() {
-    NameStep();
-    NoteRemarks();
+    NoteCourse();
     Analysis->Services.Recorder = nullptr;
     Analysis->Services.TakeDocument = nullptr;
     Analysis->Services.HearStandAlone = nullptr;
@@ -113,32 +98,26 @@ ScriptOutputs::Run& ScriptOutputs::Present() {
     return Runs.back();
 }
 
-void ScriptOutputs::RecordStep(CAnalysisDoc& /*document*/, const std::vector<RecordedValue>& values, int control) {
-    NameStep();
-    const bool isDown = control == DownButton;
-    const std::string variable = ValueOf(values, isDown ? DrillDownListControl : DrillUpListControl);
-    Present().Shown.Steps.push_back({isDown ? StepKind::Down : StepKind::Up, variable});
-    StepVariable = isDown ? variable : "";
-}
-
-/// The list shows a step only when it has been taken.
-void ScriptOutputs::NameStep() {
-    const std::string variable = std::exchange(StepVariable, {});
-    Window* startup = Analysis == nullptr ? nullptr : Analysis->StartupWindow();
-    if (variable.empty() || startup == nullptr || Runs.back().Table != &Analysis->Table()) {
+/// What the analysis has taken and noticed, for the run of its table; that of an earlier one is known already.
+void ScriptOutputs::NoteCourse() {
+    if (Analysis == nullptr) {
         return;
     }
-    Runs.back().Shown.Steps.back().Category = NewestCategory(*startup, variable);
+    OutputCollection& shown = Present().Shown;
+    shown.Selected = CountSelected(*Analysis);
+    shown.Steps = StepsOf(Analysis).Taken();
+    for (const Remark& remark : RemarksOn(Analysis).All()) {
+        shown.Noticed.Add(remark);
+    }
 }
 
 /// One that stands alone has had the content of an earlier step, or of another table.
 void ScriptOutputs::Take(ResultDocument& document, bool standsAlone) {
-    NameStep();
-    NoteRemarks();
     for (Run& run : Runs) {
         std::erase_if(run.Documents, [&](const KeptDocument& kept) { return kept.Document.Get() == &document; });
     }
     Run& run = Present();
+    run.Shown.Steps = StepsOf(Analysis).Taken();
     const auto step = static_cast<int>(run.Shown.Steps.size());
     const int earlier = standsAlone ? 0 : EarlierPairs(run, document);
     run.Documents.push_back({CountedPointer<ResultDocument>::Share(&document), step, earlier, standsAlone});
@@ -156,12 +135,6 @@ int ScriptOutputs::EarlierPairs(const Run& run, const ResultDocument& document) 
         }
     }
     return document.Origin().Command == Review3DHistogramsButton ? pairs : 0;
-}
-
-void ScriptOutputs::NoteRemarks() {
-    for (const Remark& remark : Analysis == nullptr ? std::vector<Remark>() : RemarksOn(Analysis).All()) {
-        Present().Shown.Noticed.Add(remark);
-    }
 }
 
 /// Settings apply to all documents of a run, or they aren't said of it.

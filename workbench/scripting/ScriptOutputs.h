@@ -30,9 +30,11 @@ class ScriptOutputs final : public StepRecorder {
     /// The analysis is about to close: what it has left open stays.
     void End();
 
-    void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
+    void RecordStep(CAnalysisDoc& /*document*/, const std::vector<RecordedValue>& /*values*/,
+                    int /*control*/) override {}
     void RecordMethod(CAnalysisDoc& /*document*/, int /*control*/) override {}
     void RecordOutput(CAnalysisDoc& /*document*/, int /*control*/) override {}
+    void EndCommand(CAnalysisDoc& /*document*/, int /*control*/) override { NoteCourse(); }
 
   private:
     struct KeptDocument {
@@ -55,13 +57,11 @@ class ScriptOutputs final : public StepRecorder {
     void Take(ResultDocument& document, bool standsAlone);
     [[nodiscard]] static int EarlierPairs(const Run& run, const ResultDocument& document);
     void NoteSettings(Run& run) const;
-    void NoteRemarks();
-    void NameStep();
+    void NoteCourse();
     [[nodiscard]] static OutputCollection Finished(const Run& run);
 
     AnalysisDocument* Analysis;  // null once it has closed
     std::vector<Run> Runs;
-    std::string StepVariable;  // of the last step, while its text lacks the category
 };
 
 }  // namespace quillara

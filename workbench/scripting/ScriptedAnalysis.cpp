@@ -15,8 +15,10 @@
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/DialogHost.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/ScriptPress.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/scripting/CategorizationEntry.h"
 #include "workbench/scripting/CategorizationInData.h"
@@ -192,6 +194,9 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
     StepDown(variable, [&](const CategoryList& list) {
         const std::size_t row = FindCategory(list, category);
         TellOfEqualNames(Held->Document, list, row, category);
+        if (std::optional<Remark> remark = RemarkOnChoice(list, category, row)) {
+            Notice(&Held->Document, std::move(*remark));
+        }
         return row;
     });
 }
@@ -222,6 +227,22 @@ AnalysisDocument& ScriptedAnalysis::Analysed() {
         throw new COleException(CO_E_OBJNOTCONNECTED);
     }
     return Held->Document;
+}
+
+std::optional<RemainingSubset> ScriptedAnalysis::Subset() {
+    if (Held == nullptr) {
+        return std::nullopt;
+    }
+    AnalysisDocument& document = Held->Document;
+    const std::optional<SubsetSize> left = CountRemaining(document);
+    const std::optional<SubsetSize> whole = CountSelected(document);
+    if (!left || !whole) {
+        return std::nullopt;
+    }
+    const std::vector<StepTaken>& taken = StepsOf(&document).Taken();
+    const bool hasSteps = StepsInForceNow(document).value_or(0) > 0;
+    return RemainingSubset{*left, whole->Cases,
+                           hasSteps ? StepsInForce(taken, taken.size()) : std::vector<StepTaken>()};
 }
 
 void ScriptedAnalysis::Close() {

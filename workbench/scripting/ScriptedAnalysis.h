@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "platform/CountedPointer.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/data/FormulaNotice.h"
+#include "workbench/documents/StepTaken.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
 #include "workbench/scripting/CategoryAnswer.h"
@@ -25,6 +27,13 @@ struct CasesInForce {
     std::string Formula;  ///< of the selection; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
     std::vector<FormulaNotice> Notices{};  ///< about formulas of the table
+};
+
+/// The cases that the steps in force leave.
+struct RemainingSubset {
+    SubsetSize Left;
+    std::int32_t Of = 0;  ///< the cases before the first step
+    std::vector<StepTaken> Steps;  ///< in force, in the order in which they were taken
 };
 
 /// A drill-down analysis that a script begins and ends. Without an answer of the script (ScriptDesk) its dialogs are
@@ -64,6 +73,8 @@ class ScriptedAnalysis {
     /// The drill-up list: the variables of the steps that are in force as it shows them. Throws as ActForScript once
     /// closed.
     [[nodiscard]] std::vector<std::string> Steps() const;
+    /// What remains now. Nothing once it has closed, and when the analysis doesn't tell its steps.
+    [[nodiscard]] std::optional<RemainingSubset> Subset();
     /// Closes the analysis with its windows; from within a command of it, at the end of that.
     void Close();
 

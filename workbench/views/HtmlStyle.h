@@ -55,6 +55,7 @@ main, article { min-width: 0; padding: 1.5rem 2rem 4rem; }
 section + section { margin-top: 3rem; }
 h2 { margin: 0 0 1.25rem; padding-bottom: .4rem; border-bottom: 2px solid var(--line); font-size: 1.25rem;
   overflow-wrap: anywhere; }
+.conditions { margin: -.75rem 0 1.25rem; padding: 0; list-style: none; color: var(--soft); font-size: .875rem; }
 .result { container-type: inline-size; margin: 0 0 2.25rem; overflow-x: auto; }
 table { border-collapse: collapse; font-variant-numeric: tabular-nums lining-nums; }
 caption { padding-bottom: .6rem; text-align: left; }

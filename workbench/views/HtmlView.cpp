@@ -138,12 +138,12 @@ std::string Contents(const RunOnPage& run) {
 
 /// One document; `group` is those that it stands with.
 std::string DocumentText(const RunOnPage& run, std::size_t entry, const ReportGroup& group, const GraphPainter& paint) {
-    const DocumentContent& content = run.Outputs.Entries[entry].Content;
+    const OutputEntry& shown = run.Outputs.Entries[entry];
     const std::string anchor = EntryAnchor(run, entry);
-    if (const auto* graph = std::get_if<GraphDocument>(&content)) {
+    if (const auto* graph = std::get_if<GraphDocument>(&shown.Content)) {
         return HtmlChart(*graph, anchor, paint, group.size() > 1);
     }
-    return HtmlTable(ShowTables(content).front(), "class=\"result\" id=\"" + anchor + '"');
+    return HtmlTable(ShowTables(run.Outputs, shown).front(), "class=\"result\" id=\"" + anchor + '"');
 }
 
 std::string GroupText(const RunOnPage& run, const ReportGroup& group, const GraphPainter& paint) {
@@ -154,10 +154,21 @@ std::string GroupText(const RunOnPage& run, const ReportGroup& group, const Grap
     return group.size() > 1 ? Element("div", "class=\"beside\"", '\n' + text) + '\n' : text;
 }
 
+/// The steps in force, one a line.
+std::string ConditionList(const OutputCollection& outputs, int step) {
+    std::string items;
+    for (const std::string& condition : StepsInForceText(outputs, step)) {
+        items += Element("li", "", Escaped(condition)) + '\n';
+    }
+    return items.empty() ? ""
+                         : Element("ul", "class=\"conditions\" aria-label=\"Steps in force\"", '\n' + items) + '\n';
+}
+
 std::string Sections(const RunOnPage& run, const GraphPainter& paint) {
     std::string sections;
     for (std::size_t i = 0; i < run.Steps.size(); ++i) {
         std::string text = '\n' + Element("h2", "", NumberedStep(run.Outputs, run.Steps[i].Step)) + '\n';
+        text += ConditionList(run.Outputs, run.Steps[i].Step);
         for (const ReportGroup& group : ReportGroups(run.Outputs, run.Steps[i])) {
             text += GroupText(run, group, paint);
         }

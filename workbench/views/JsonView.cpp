@@ -1,6 +1,7 @@
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/GraphJson.h"
 #include "workbench/views/JsonText.h"
+#include "workbench/views/ShownTable.h"
 #include "workbench/views/ShownText.h"
 
 namespace quillara {
@@ -73,12 +74,52 @@ std::string RemarkMembers(const OutputCollection& outputs) {
     return remarks.empty() ? "" : ",\n \"remarks\": " + Stacked(remarks, "  ", textOf);
 }
 
+Json KindOf(const StepTaken& step) {
+    return step.Kind == StepKind::Down ? "down" : "up";
+}
+
+/// What remains behind the first `count` steps; null when it isn't counted.
+Json SubsetValue(const OutputCollection& outputs, std::size_t count) {
+    const std::optional<SubsetSize> left = LeftBehind(outputs, static_cast<int>(count));
+    if (!left) {
+        return nullptr;
+    }
+    const auto stepOf = [](const StepTaken& step) {
+        return Json{
+            {"variable", TextValue(step.Variable)}, {"category", TextValue(step.Category)}, {"kind", KindOf(step)}};
+    };
+    return {{"cases", left->Cases},
+            {"weight", left->Weight ? NumberValue(*left->Weight) : Json(nullptr)},
+            {"of", outputs.Selected ? outputs.Selected->Cases : outputs.Cases},
+            {"steps", Array(StepsInForce(outputs.Steps, count), stepOf)}};
+}
+
+/// All states, that before the first step too.
+std::string StepMembers(const OutputCollection& outputs) {
+    if (!outputs.Selected) {
+        return {};
+    }
+    std::vector<std::string> steps;
+    for (std::size_t count = 0; count <= outputs.Steps.size(); ++count) {
+        Json step = {{"step", count}};
+        if (count > 0) {
+            const StepTaken& taken = outputs.Steps[count - 1];
+            step["kind"] = KindOf(taken);
+            step["variable"] = TextValue(taken.Variable);
+            step["category"] = taken.Kind == StepKind::Down ? TextValue(taken.Category) : Json(nullptr);
+        }
+        step["subset"] = SubsetValue(outputs, count);
+        steps.push_back(OneLine(step));
+    }
+    return ",\n \"steps\": " + Stacked(steps, "  ", [](const std::string& step) { return step; });
+}
+
 }  // namespace
 
 std::string JsonView(const OutputCollection& outputs) {
     const Json data = {
         {"file", TextValue(outputs.FileName)}, {"cases", outputs.Cases}, {"variables", outputs.Variables}};
-    return "{\"data\": " + OneLine(data) + RemarkMembers(outputs) +
+    return "{\"data\": " + OneLine(data) + RemarkMembers(outputs) + StepMembers(outputs) +
            ",\n \"documents\": " + Stacked(outputs.Entries, "  ", EntryText) + "}\n";
 }
 

@@ -82,6 +82,32 @@ void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTa
     }
 }
 
+/// What the analysis puts below the title of a result to say its subset.
+constexpr std::string_view CaptionBegin = "N Total: ";
+
+/// What all the cases were: those before the first step, and before it those of the file.
+SubsetSize Whole(const OutputCollection& outputs, int step) {
+    if (step == 0 || !outputs.Selected) {
+        return {outputs.Cases, std::nullopt};
+    }
+    return *outputs.Selected;
+}
+
+std::string WeightText(double weight) {
+    return NumberFormat({weight}, DecimalsOfNumbers).TextOf(weight);
+}
+
+/// "144 of 891 cases, weight 151.2 of 903.4".
+std::string SizeText(const SubsetSize& left, const SubsetSize& whole, bool isStep) {
+    const bool isAll = left.Cases == whole.Cases && !isStep;
+    std::string text = std::to_string(left.Cases) + (isAll ? "" : " of " + std::to_string(whole.Cases)) +
+                       (whole.Cases == 1 ? " case" : " cases");
+    if (left.Weight) {
+        text += ", weight " + WeightText(*left.Weight) + (whole.Weight ? " of " + WeightText(*whole.Weight) : "");
+    }
+    return text;
+}
+
 }  // namespace
 
 ShownTable ShowTable(const SpreadsheetDocument& document) {
@@ -103,13 +129,39 @@ ShownTable ShowTable(const SpreadsheetDocument& document) {
     return table;
 }
 
+namespace {
+
+/// Whether a document takes no weight where one is in force.
+bool IsUnweighted(const DocumentContent& content) {
+    const auto* graph = std::get_if<GraphDocument>(&content);
+    const auto* matrix = graph == nullptr ? nullptr : std::get_if<ScatterMatrix>(&graph->Content);
+    const auto* histogram = graph == nullptr ? nullptr : std::get_if<Histogram3DPlot>(&graph->Content);
+    return (matrix != nullptr && !matrix->UnusedWeight.empty()) ||
+           (histogram != nullptr && !histogram->UnusedWeight.empty());
+}
+
+}  // namespace
+
 std::vector<ShownTable> ShowTables(const DocumentContent& content) {
     std::vector<ShownTable> tables;
     for (const SpreadsheetDocument& table : TablesOf(content)) {
         tables.push_back(ShowTable(table));
         tables.back().IsContinued = tables.size() > 1;
     }
+    if (!tables.empty() && IsUnweighted(content)) {
+        tables.front().Title += " (unweighted)";
+    }
     return tables;
+}
+
+std::vector<ShownTable> ShowTables(const OutputCollection& outputs, const OutputEntry& entry) {
+    DocumentContent content = entry.Content;
+    std::vector<std::string>& title = std::visit(
+        [](auto& document) -> auto& { return document.Title; }, content);
+    if (outputs.Selected && entry.Command != 0 && title.size() > 1 && title[1].starts_with(CaptionBegin)) {
+        title.erase(title.begin() + 1);
+    }
+    return ShowTables(content);
 }
 
 std::vector<StepResults> ResultsByStep(const OutputCollection& outputs) {
@@ -124,12 +176,35 @@ std::vector<StepResults> ResultsByStep(const OutputCollection& outputs) {
     return steps;
 }
 
+std::optional<SubsetSize> LeftBehind(const OutputCollection& outputs, int step) {
+    const auto place = static_cast<std::size_t>(step);
+    return step == 0 ? outputs.Selected : place <= outputs.Steps.size() ? outputs.Steps[place - 1].Left : std::nullopt;
+}
+
 std::string StepText(const OutputCollection& outputs, int step) {
-    if (step == 0) {
-        return "All cases";
+    const auto place = static_cast<std::size_t>(step);
+    if (place > outputs.Steps.size()) {
+        return {};
     }
-    const auto place = static_cast<std::size_t>(step) - 1;
-    return place < outputs.Steps.size() ? ShownLine(outputs.Steps[place].Text()) : std::string();
+    const bool isWhole = step == 0 && (!outputs.Selected || outputs.Selected->Cases == outputs.Cases);
+    const std::string text = isWhole     ? "All cases"
+                             : step == 0 ? "Cases in use"
+                                         : ShownLine(outputs.Steps[place - 1].Text());
+    const std::optional<SubsetSize> left = LeftBehind(outputs, step);
+    return left ? text + ", " + SizeText(*left, Whole(outputs, step), step > 0) : text;
+}
+
+std::vector<std::string> StepsInForceText(const OutputCollection& outputs, int step) {
+    const auto place = static_cast<std::size_t>(step);
+    if (step == 0 || place > outputs.Steps.size()) {
+        return {};
+    }
+    std::vector<std::string> texts;
+    for (const StepTaken& down : StepsInForce(outputs.Steps, place)) {
+        texts.push_back(ShownLine(down.Condition()));
+    }
+    const bool isSaid = texts.size() == 1 && outputs.Steps[place - 1].Kind == StepKind::Down;
+    return isSaid ? std::vector<std::string>() : texts;
 }
 
 }  // namespace quillara

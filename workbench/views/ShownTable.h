@@ -39,6 +39,10 @@ struct ShownTable {
 /// The table of a spreadsheet, or those with the numbers of a graph: at least one, of which the first bears the title.
 [[nodiscard]] std::vector<ShownTable> ShowTables(const DocumentContent& content);
 
+/// The same of a document among others: without the caption of the analysis where the host tells the steps and the
+/// subset itself.
+[[nodiscard]] std::vector<ShownTable> ShowTables(const OutputCollection& outputs, const OutputEntry& entry);
+
 /// The results of one step: entries First up to, but without, Last of the collection.
 struct StepResults {
     int Step = 0;
@@ -49,7 +53,14 @@ struct StepResults {
 /// The entries in their order, cut wherever the step changes.
 [[nodiscard]] std::vector<StepResults> ResultsByStep(const OutputCollection& outputs);
 
-/// What a step is: "All cases" for step 0, else its text; empty for a step without one.
+/// What a step is and what it left: "All cases, 891 cases" for step 0, "Up: age, 144 of 891 cases" for another; empty
+/// for a step without a text.
 [[nodiscard]] std::string StepText(const OutputCollection& outputs, int step);
+
+/// The steps in force behind it, one each ("sex = female"), when its own text doesn't say them all.
+[[nodiscard]] std::vector<std::string> StepsInForceText(const OutputCollection& outputs, int step);
+
+/// What is left behind a step, 0 being before the first; nothing: not counted.
+[[nodiscard]] std::optional<SubsetSize> LeftBehind(const OutputCollection& outputs, int step);
 
 }  // namespace quillara

@@ -108,9 +108,12 @@ std::string TitleLines(const ShownTable& table) {
 
 std::string Heading(const OutputCollection& outputs, int step) {
     const std::string text = StepText(outputs, step);
-    std::string heading = "Step " + std::to_string(step) + (text.empty() ? "" : " - ") + text;
-    const std::string rule(DisplayWidth(heading), '=');
-    return heading + '\n' + rule + '\n';
+    const std::string heading = "Step " + std::to_string(step) + (text.empty() ? "" : " ") + text;
+    std::string lines = heading + '\n' + std::string(DisplayWidth(heading), '=') + '\n';
+    for (const std::string& condition : StepsInForceText(outputs, step)) {
+        lines += condition + '\n';
+    }
+    return lines;
 }
 
 }  // namespace
@@ -120,12 +123,12 @@ std::string TextView(const OutputCollection& outputs) {
     const auto begin = [&text] { text += text.empty() ? "" : "\n"; };
     const std::vector<StepResults> steps = ResultsByStep(outputs);
     for (const StepResults& step : steps) {
-        if (steps.size() > 1) {
+        if (steps.size() > 1 || outputs.Selected) {
             begin();
             text += Heading(outputs, step.Step);
         }
         for (std::size_t i = step.First; i < step.Last; ++i) {
-            for (const ShownTable& table : ShowTables(outputs.Entries[i].Content)) {
+            for (const ShownTable& table : ShowTables(outputs, outputs.Entries[i])) {
                 begin();
                 text += TitleLines(table) + Drawing(table);
             }

@@ -24,7 +24,7 @@ constexpr const char* People =
 
 /// The documents of a drill in JSON.
 json Documents(const TemporaryFolder& folder, const std::string& drill) {
-    const Outcome outcome = Quillara(folder, "drill " + drill + " --format json");
+    const Outcome outcome = Quillara(folder, "drill " + drill + " --quiet --format json");
     EXPECT_EQ(outcome.Status, 0) << drill << outcome.Errors;
     EXPECT_EQ(outcome.Errors, "") << drill;
     return json::parse(outcome.Out)["documents"];

@@ -1,6 +1,7 @@
 """Runs the recorded scripts of a folder, each in a process of its own, and compares the documents that they give with
 those of their sessions. Run by `quillara run` with the folder and how many there are."""
 
+import json
 import os
 import shutil
 import sys
@@ -18,6 +19,12 @@ def text_of(number, end):
         return file.read()
 
 
+def documents_of(outputs):
+    """The runs without what only one of the sides notes beside the documents."""
+    runs = json.loads(outputs)
+    return [[run["data"], run["documents"]] for run in (runs if isinstance(runs, list) else [runs])]
+
+
 def replay(number):
     """What is wrong with a script; nothing when it gives the documents."""
     try:
@@ -26,7 +33,7 @@ def replay(number):
         within = error.__traceback__.tb_next
         return f"line {within.tb_lineno if within else '?'}: {error}"
     found, wanted = HOST.outputs("json"), text_of(number, "json")
-    if found == wanted:
+    if documents_of(found) == documents_of(wanted):
         return ""
     with open(os.path.join(FOLDER, f"{number}.found.json"), "wb") as file:
         file.write(found)

@@ -1,0 +1,186 @@
+#include "workbench/hosting/AnalysisRemarks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "platform/OrderedBits.h"
+#include "resources/ControlIds.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/DialogState.h"
+#include "workbench/hosting/RemainingCases.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/TableServices.h"
+#include "workbench/numbers/NumberFormat.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostDistinctValues = 2048;  // that an analysis takes as categories
+constexpr int MostDecimals = 4;
+
+std::string Text(double number) {
+    return NumberFormat({number}, MostDecimals).TextOf(number);
+}
+
+std::string Counted(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " case" : " cases");
+}
+
+/// What rounding the weights to whole numbers changes.
+struct Rounding {
+    std::int64_t Cases = 0;  ///< of a positive weight
+    std::int64_t Dropped = 0;  ///< of these, those that round to nothing
+    double Exact = 0.0;
+    double Rounded = 0.0;
+    bool HasFractions = false;
+};
+
+Rounding RoundingOf(const TableInUse& data) {
+    Rounding sums;
+    for (std::int32_t row = 0; row < data.Table().Cases; ++row) {
+        const double weight = data.Weights[static_cast<std::size_t>(row)];
+        if (!IsPositiveWeight(weight) || data.ResultOf(row + 1) != CaseResult::Use) {
+            continue;
+        }
+        const double rounded = std::floor(weight + 0.5);
+        ++sums.Cases;
+        sums.Dropped += rounded == 0.0 ? 1 : 0;
+        sums.Exact += weight;
+        sums.Rounded += rounded;
+        sums.HasFractions = sums.HasFractions || rounded != weight;
+    }
+    return sums;
+}
+
+std::optional<Remark> RoundedWeights(const TableInUse& data) {
+    const Rounding sums = RoundingOf(data);
+    if (!sums.HasFractions) {
+        return std::nullopt;
+    }
+    const std::string dropped =
+        sums.Dropped == 0 ? "no case" : std::to_string(sums.Dropped) + " of " + Counted(sums.Cases);
+    return Remark{"weight-fractions",
+                  "The weights of " + Quoted(data.Table().Variables[*data.WeightVariable].Name) +
+                      " have fractions and are rounded to whole numbers: " + dropped + " drop" +
+                      (sums.Dropped > 1 ? "" : "s") + " out, and the weights add up to " + Text(sums.Rounded) +
+                      " in place of " + Text(sums.Exact) + '.',
+                  "--weighted-moments (WeightedMoments in scripts) takes fractions as they are."};
+}
+
+bool IsChecked(AnalysisDocument& document, int box) {
+    Window* startup = document.StartupWindow();
+    const Control* control = startup == nullptr ? nullptr : startup->Find(box);
+    return control != nullptr && control->Checked;
+}
+
+/// How many different valid values a variable has among the cases that remain.
+std::size_t DistinctValues(const Variable& variable, const RowSet& rows) {
+    std::unordered_set<double> distinct;
+    rows.ForEachValue(variable.Values, [&](double value) {
+        if (!variable.IsMissing(value)) {
+            distinct.insert(value);
+        }
+    });
+    return distinct.size();
+}
+
+std::int64_t CountBelow(const Variable& variable, const RowSet& rows, double bound) {
+    std::int64_t below = 0;
+    rows.ForEachValue(variable.Values,
+                      [&](double value) { below += value < bound && !variable.IsMissing(value) ? 1 : 0; });
+    return below;
+}
+
+/// Whether the categories are intervals of some width; single values have equal bounds.
+bool AreIntervals(const SubjectVariable& shown) {
+    return !shown.Bounds.empty() && shown.Bounds.front().Lower < shown.Bounds.front().Upper;
+}
+
+std::optional<Remark> BelowFirstInterval(const Variable& variable, const SubjectVariable& shown, const RowSet& rows) {
+    const std::int64_t below = CountBelow(variable, rows, shown.Bounds.front().Lower);
+    if (below == 0 || !std::isfinite(shown.Bounds.front().Lower)) {
+        return std::nullopt;
+    }
+    return Remark{"below-first-interval",
+                  Counted(below) + " of " + Quoted(variable.Name) + " below " + Text(shown.Bounds.front().Lower) +
+                      (below == 1 ? " is" : " are") + " counted in the first interval, " +
+                      Quoted(shown.Categories.front()) + "; a drill on that interval leaves " +
+                      (below == 1 ? "it" : "them") + " out.",
+                  "Let the intervals begin below the smallest value, as with --categorize VAR=step:SIZE."};
+}
+
+/// Whether a variable was chosen among the categorical ones of its side.
+bool IsChosenAsCategorical(CAnalysisDoc* document, ResultSide side, short variable) {
+    const int button = side == ResultSide::Review ? ReviewVariablesButton : DrillVariablesButton;
+    const std::vector<short> categorical = DialogsOf(document).Chosen.Of(button).front();
+    return std::ranges::find(categorical, variable) != categorical.end();
+}
+
+/// A categorical variable turns to intervals at the limit.
+std::optional<Remark> TooManyCategories(AnalysisDocument& document, const Variable& variable) {
+    const std::size_t values = DistinctValues(variable, TableServicesOf(&document).Find({}));
+    if (values < MostDistinctValues) {
+        return std::nullopt;
+    }
+    return Remark{"too-many-categories",
+                  Quoted(variable.Name) + " has " + std::to_string(values) +
+                      " different values, too many for categories (" + std::to_string(MostDistinctValues) +
+                      "), and is cut into intervals.",
+                  "Name it in --continuous and choose the intervals with --categorize, or group its values."};
+}
+
+}  // namespace
+
+void NoticeWeights(AnalysisDocument& document) {
+    const TableInUse& data = TableOf(&document);
+    const bool isInForce = data.IsWeighted && data.WeightVariable && !data.Weights.empty();
+    if (isInForce && !IsChecked(document, WeightedMomentsBox)) {
+        if (std::optional<Remark> remark = RoundedWeights(data)) {
+            Notice(&document, std::move(*remark));
+        }
+    }
+    if (!isInForce && data.Table().Weight) {
+        const std::string name = data.Table().Variables[*data.Table().Weight].Name;
+        Notice(&document, {"weight-unused", "The file declares the weight " + Quoted(name) + ", which isn't in force.",
+                           "--weight " + name + " (table.weight in Python) uses it."});
+    }
+}
+
+void NoticeUnweighted(CAnalysisDoc* document, std::string_view result) {
+    const TableInUse& data = TableOf(document);
+    if (data.IsWeighted && data.WeightVariable && !data.Weights.empty()) {
+        Notice(document, {"unweighted-result",
+                          Quoted(result) + " takes no weight: each case counts once, whatever " +
+                              Quoted(data.Table().Variables[*data.WeightVariable].Name) + " is.",
+                          "Read its counts as numbers of cases."});
+    }
+}
+
+void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject) {
+    auto* analysis = static_cast<AnalysisDocument*>(document);
+    for (const SubjectVariable& shown : subject.Variables) {
+        const Variable* variable = TableOf(document).Find(shown.Number);
+        if (variable == nullptr || !AreIntervals(shown)) {
+            continue;
+        }
+        if (IsChosenAsCategorical(document, subject.Side, shown.Number)) {
+            if (std::optional<Remark> remark = TooManyCategories(*analysis, *variable)) {
+                Notice(document, std::move(*remark));
+            }
+        }
+        const RowSet* rows = RemainingCases(*analysis);
+        std::optional<Remark> remark = rows == nullptr ? std::nullopt : BelowFirstInterval(*variable, shown, *rows);
+        if (remark) {
+            Notice(document, std::move(*remark));
+        }
+    }
+}
+
+}  // namespace quillara

@@ -1,0 +1,56 @@
+#include "workbench/hosting/StepHistory.h"
+
+#include <optional>
+#include <utility>
+
+#include "resources/ControlIds.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/RemainingCases.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+/// The category of the newest step: its row shows the variable with the category in brackets. Empty when it doesn't.
+std::string NewestCategory(Window* startup, const std::string& variable) {
+    const Control* list = startup == nullptr ? nullptr : startup->Find(DrillUpListControl);
+    const std::string begin = variable + " (";
+    if (list == nullptr || list->Rows.empty() || !list->Rows.front().starts_with(begin) ||
+        !list->Rows.front().ends_with(')')) {
+        return {};
+    }
+    const std::string& row = list->Rows.front();
+    return row.substr(begin.size(), row.size() - begin.size() - 1);
+}
+
+}  // namespace
+
+void StepHistory::Begin(int control, const ValueOfList& valueOf) {
+    if (control == DownButton || control == UpButton) {
+        const bool isDown = control == DownButton;
+        Steps.push_back(
+            {isDown ? StepKind::Down : StepKind::Up, valueOf(isDown ? DrillDownListControl : DrillUpListControl)});
+        IsPending = true;
+    }
+}
+
+void StepHistory::EndCommand(AnalysisDocument& document) {
+    const bool hasStep = std::exchange(IsPending, false);
+    const std::optional<std::size_t> inForce = StepsInForceNow(document);
+    const bool isDone = hasStep && (!inForce || *inForce != Before);
+    if (hasStep && !isDone) {
+        Steps.pop_back();
+    }
+    if (isDone) {
+        StepTaken& newest = Steps.back();
+        newest.Category =
+            newest.Kind == StepKind::Down ? NewestCategory(document.StartupWindow(), newest.Variable) : std::string();
+        newest.Left = CountRemaining(document);
+        newest.IsAnew = std::exchange(BeginsAnew, false);
+    } else if (inForce && *inForce == 0 && Before != 0) {
+        BeginsAnew = true;
+    }
+    Before = inForce.value_or(0);
+}
+
+}  // namespace quillara

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "workbench/documents/StepTaken.h"
+
+class CAnalysisDoc;
+
+namespace quillara {
+
+class AnalysisDocument;
+
+/// The steps of an analysis, by whatever road they come: buttons, bars that are picked, scripts.
+class StepHistory {
+  public:
+    /// Gives the variable that a list of the startup dialog has as its value.
+    using ValueOfList = std::function<std::string(int list)>;
+    /// What a control does is about to be done in the command that runs: a step by it counts as taken at once.
+    void Begin(int control, const ValueOfList& valueOf);
+    /// A command of the analysis has ended: its step gets what is known now, or goes if it hasn't been taken.
+    void EndCommand(AnalysisDocument& document);
+    /// The table is another one.
+    void Forget() { *this = {}; }
+
+    [[nodiscard]] const std::vector<StepTaken>& Taken() const { return Steps; }
+
+  private:
+    std::vector<StepTaken> Steps;
+    std::size_t Before = 0;  // conditions in force when the last command had ended
+    bool BeginsAnew = false;  // the steps have been undone by a new choice of variables
+    bool IsPending = false;  // the newest step isn't told whole
+};
+
+/// Those of a document.
+[[nodiscard]] StepHistory& StepsOf(CAnalysisDoc* document);
+
+}  // namespace quillara
