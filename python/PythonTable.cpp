@@ -15,6 +15,7 @@
 #include "python/StandingNumbers.h"
 #include "python/ValueCategories.h"
 #include "workbench/data/CaseSelection.h"
+#include "workbench/data/CategoryGroups.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
@@ -232,6 +233,13 @@ PythonTable Computed(const PythonTable& table, const std::string& name, const st
     });
 }
 
+/// Name and formula of the variable that brings some categories of another together, and the name of the category.
+py::tuple GroupedCategories(const PythonTable& table, std::size_t index, const std::vector<std::string>& categories) {
+    const quillara::CategoryGroup group =
+        CallHost("group", [&] { return GroupOf(*table.Held, VariableAt(table, index), categories); });
+    return py::make_tuple(group.Grouping.Name, group.Grouping.Formula, group.Category);
+}
+
 /// Two lists of variables, unless one stands there twice.
 std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
     return CallHost("Variables", [&] {
@@ -267,6 +275,7 @@ void PythonTable::Define(py::module_& module) {
         .def("categories", TellCategories, "Names of the categories, and their places by case")
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })
         .def("compute", Computed, "The table with one more variable, by its name and formula")
+        .def("group", GroupedCategories, "Several categories of a variable as one of another")
         .def("check_selection", CheckSelection)
         .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
         .def("weight_index", WeightIndex);

@@ -62,7 +62,7 @@ def with_hint(error, lists, names):
     return Error(error.code, error.text + hint, error.member)
 
 
-def _text_of_category(category):
+def text_of_category(category):
     """As the analysis looks it up; a value that is missing in a frame stands for missing data."""
     if isinstance(category, str):
         return text(category, CATEGORY)
@@ -101,14 +101,18 @@ class Drill(Object, kind="DDNStartup"):
         _open.add(self)
         return self
 
-    def down(self, variable: str | int, category: str | float | datetime.date | datetime.time | None) -> None:
+    def down(self, variable: str | int, category: str | float | datetime.date | datetime.time | None | Sequence[Any]) -> None:
         """Drills down: only the cases of this category of the variable remain.
 
         A category goes by its name, by the text behind its label, by its row ("#0"), by a value of it, a day or a time,
-        or by "Missing", None or NaN for missing data.
+        or by "Missing", None or NaN for missing data. A list of categories is a step on the variable that table.group
+        has made of them, which is to be among the variables of the analysis.
         """
-        name = _text_of_category(category)
         number = self._number(variable, "down")
+        if isinstance(category, (list, tuple)):
+            number, name = self._grouped(number, list(category))
+        else:
+            name = text_of_category(category)
         self._make_current("DrillDownVariable", number, "down")
         self._work(self._analysis.down, number, name)
 
@@ -132,6 +136,14 @@ class Drill(Object, kind="DDNStartup"):
             warn_of_messages(error.text, level=4)
             raise
         warn_of_messages(level=4)
+
+    def _grouped(self, number, categories):
+        variable = self._table.names[number - 1]
+        name, _, together = self._table._grouping(variable, categories)
+        if name not in self._table.names:
+            raise Error(INVALID_ARGUMENT, f'Several categories at once are a variable of their own: table.group("{variable}", '
+                                          f'{shown(categories)}) adds it before table.drill(...) begins with it.', "down")
+        return self._number(name, "down"), together
 
     def up(self, variable: str | int) -> None:
         """Undoes the step on this variable."""

@@ -10,7 +10,7 @@ from collections.abc import Iterator
 from . import _arguments, _quillara
 from ._arguments import shown
 from ._documents import DataDocument
-from ._drill import Drill, text_of_lists, with_hint
+from ._drill import Drill, text_of_category, text_of_lists, with_hint
 from ._errors import INVALID_ARGUMENT, Error, Message, WrongType, WrongValue
 
 
@@ -119,6 +119,21 @@ class Table:
         _arguments.text(formula, "A variable is computed by a formula such as 'hours / 40'")
         self._hold(self._held.compute(name, formula))
         return self
+
+    def group(self, variable: str, categories: Sequence[str | float | datetime.date | datetime.time | None]) -> str:
+        """Adds a variable of two categories, the ones named and all other, for analyses to step on several at once.
+
+        Gives its name. With it among the variables of an analysis, drill.down(variable, categories) steps on it.
+        """
+        name, formula, _ = self._grouping(variable, categories)
+        if name not in self._names:
+            self.compute(name, formula)
+        return name
+
+    def _grouping(self, variable, categories):
+        if variable not in self._names:
+            raise KeyError(variable)
+        return self._held.group(self._names.index(variable), [text_of_category(each) for each in categories])
 
     @property
     def selection(self) -> str:

@@ -84,3 +84,14 @@ def test_a_recorded_drill_with_formulas_gives_the_same_again(tmp_path):
     first = subprocess.run([*drill, "--record", script], capture_output=True, text=True, check=True)
     again = subprocess.run([PROGRAM, "run", "--format", "json", script], capture_output=True, text=True, check=True)
     assert "table.compute(" in script.read_text() and first.stdout == again.stdout and first.stderr == again.stderr
+
+
+def test_several_categories_are_one_step():
+    table = quillara.open(DATA / "adult.csv")
+    name = table.group("education", ["masters", "Doctorate"])
+    with table.drill(["sex", name]) as drill:
+        drill.down("education", ["Masters", "Doctorate"])
+        frame = pandas.read_csv(DATA / "adult.csv")
+        assert len(drill.cases) == frame.education.isin(["Masters", "Doctorate"]).sum()
+        assert failure_of(lambda: drill.down("sex", ["Male", "Female"]))[1].startswith(
+            "Several categories at once are a variable of their own: table.group(")

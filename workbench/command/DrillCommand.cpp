@@ -32,7 +32,9 @@ constexpr const char* DrillNotes =
     "step:00:30@09:00.\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
-    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS.\n";
+    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS. Several categories of a categorical "
+    "variable are one step, as A|B, on a derived variable "
+    "VAR_group; one with a bar in its name stands in double quotes.\n";
 
 constexpr const char* ResultNotes =
     "LIST: the tables summary, frequencies, descriptives, review-frequencies, review-descriptives (default: those of "

@@ -7,6 +7,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/command/DrillData.h"
 #include "workbench/command/DrillSession.h"
+#include "workbench/command/GroupedSteps.h"
 #include "workbench/command/HostResults.h"
 #include "workbench/command/LeftOutResults.h"
 #include "workbench/command/ListChecks.h"
@@ -163,7 +164,7 @@ DrillOutcome DrillRun::Run() {
     ChooseVariables();
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
-    Outcome.Outputs.Selected = CountSelected(Session.Document());
+    Outcome.Outputs.Selected = CountSelected(Session.Analysed());
     if (Options.After == ShownAfter::All) {
         ShowResults();
     }
@@ -295,7 +296,7 @@ void DrillRun::GoDown(const std::string& name, const std::string& category) {
         }
         return row;
     });
-    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen, CountRemaining(Session.Document())});
+    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen, CountRemaining(Session.Analysed())});
 }
 
 void DrillRun::GoUp(const std::string& name) {
@@ -304,7 +305,7 @@ void DrillRun::GoUp(const std::string& name) {
         throw ImpossibleStep("There is no step on the variable " + Quoted(name) + " to undo.");
     }
     Session.Up(variable);
-    Outcome.Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Document())});
+    Outcome.Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Analysed())});
 }
 
 void DrillRun::ShowResults() {
@@ -440,7 +441,8 @@ VariableChoice VariablesFor(const DataTable& table, const DrillOptions& options)
 DrillOutcome RunDrill(const DrillOptions& asked) {
     DrillOptions options = asked;
     std::vector<FormulaNotice> notices;
-    const DataTable table = OpenData(options, notices);
+    DataTable table = OpenData(options, notices);
+    GroupSteps(table, options, VariablesFor(table, options));
     CaseSettings settings = SettingsFor(table, options);
     settings.Notices.insert(settings.Notices.begin(), notices.begin(), notices.end());
     VariableChoice variables = VariablesFor(table, options);

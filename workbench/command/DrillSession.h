@@ -33,9 +33,6 @@ class DrillSession {
     /// Undoes the step on a variable that has been drilled on.
     void Up(short variable);
 
-    /// The document of the analysis.
-    [[nodiscard]] AnalysisDocument& Document() { return Dialogs.Analysed(); }
-
     /// Whether a button of the startup dialog is enabled.
     [[nodiscard]] bool CanPress(int button);
     /// Presses it; what it makes goes to the services.

@@ -142,14 +142,14 @@ void HostResults::Descend(Walk& walk) {
             return;
         }
         if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Down, name, category, CountRemaining(Session.Document())});
+            Outputs.Steps.push_back({StepKind::Down, name, category, CountRemaining(Session.Analysed())});
         }
         walk.Categories.push_back(std::move(category));
         Arrive(walk);
         walk.Categories.pop_back();
         Session.Up(variable);
         if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Document())});
+            Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Analysed())});
         }
     }
 }
