@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "workbench/recording/RecordedScript.h"
@@ -17,7 +18,10 @@ struct MadeDocument {
     std::uint64_t Number = 0;
     const DataTable* Table = nullptr;
 
-    auto operator<=>(const MadeDocument& other) const = default;
+    friend bool operator==(const MadeDocument&, const MadeDocument&) = default;
+    friend bool operator<(const MadeDocument& left, const MadeDocument& right) {
+        return std::tie(left.Number, left.Table) < std::tie(right.Number, right.Table);
+    }
 };
 
 /// Which lines of a script make the documents of its session, so that others can name these.
