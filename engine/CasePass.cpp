@@ -238,9 +238,9 @@ void CasePass::AddCategories(const Share& share, const WeightedRows& rows) {
 }
 
 void CasePass::AddInOrder(const Share& share, const WeightedRows& rows) {
-    std::array<OrderedSums, OrderedSumsLimit> sums;
-    std::array<IntervalPlaces, OrderedSumsLimit> places;
-    std::array<double, GatheredValuesLimit> ones;
+    std::array<OrderedSums, OrderedSumsLimit> sums{};
+    std::array<IntervalPlaces, OrderedSumsLimit> places{};
+    std::array<double, GatheredValuesLimit> ones{};
     ones.fill(1.0);
     for (std::size_t done = 0; done < rows.Count; done += GatheredValuesLimit) {
         const WeightedRows part = rows.Part(done, std::min(GatheredValuesLimit, rows.Count - done));

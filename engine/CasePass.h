@@ -54,10 +54,10 @@ class CasePass {
     /// of some in the order of the cases.
     struct Share {
         enum class Kind : std::uint8_t { Moments, Categories, OrderedCategories };
-        Kind What;
-        PassSide Side;
-        std::size_t First;  ///< place of the first variable; among the ordered ones
-        std::size_t Count;  ///< number of variables
+        Kind What = Kind::Moments;
+        PassSide Side = DrillSide;
+        std::size_t First = 0;  ///< place of the first variable; among the ordered ones
+        std::size_t Count = 0;  ///< number of variables
         std::size_t Part = 0;  ///< of the rows, of so many
         std::size_t Parts = 1;
     };

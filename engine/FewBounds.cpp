@@ -70,7 +70,7 @@ template <int Bounds, int Compare>
 void CountAbove(const Values& values, const double* bounds, std::uint64_t* counts) {
     const __m512i one = _mm512_set1_epi64(1);
     __m512i counted = _mm512_loadu_si512(counts);
-    Counters<Bounds> counters;
+    Counters<Bounds> counters{};
     counters.LoadFrom(counts + 8);
     for (std::size_t done = 0; done < values.Count; done += 8) {
         const __mmask8 there = LanesOf(values, done);

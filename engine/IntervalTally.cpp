@@ -134,7 +134,7 @@ void IntervalTally::Add(const TallyColumn& column, const WeightedRows& rows) con
 
 void IntervalTally::AddByBounds(const TallyColumn& column, const WeightedRows& rows) const {
     FewBounds counts(Bounds.data(), Intervals, column.Missing, ClosedBelow);
-    std::array<double, GatheredValuesRoom> room;
+    std::array<double, GatheredValuesRoom> room{};
     for (std::size_t done = 0; done < rows.Count; done += GatheredValuesLimit) {
         const WeightedRows part = rows.Part(done, std::min(GatheredValuesLimit, rows.Count - done));
         counts.Count(GatherValues(column.Entries, WithoutList(part), room.data()), part.Count);
@@ -153,7 +153,7 @@ void IntervalTally::CountPlaces(const IntervalPlaces& places, std::size_t count)
 }
 
 void IntervalTally::FindPlaces(const TallyColumn& column, const WeightedRows& rows, IntervalPlaces& places) const {
-    std::array<double, GatheredValuesRoom> room;
+    std::array<double, GatheredValuesRoom> room{};
     const std::span values(GatherValues(column.Entries, WithoutList(rows), room.data()), rows.Count);
     if (Intervals == 0) {
         places.fill(0);

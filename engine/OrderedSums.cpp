@@ -8,7 +8,7 @@ namespace {
 
 template <std::size_t Variables>
 void AddSideBySide(const OrderedSums* variables, const double* weights, std::size_t count) {
-    std::array<OrderedSums, Variables> all;
+    std::array<OrderedSums, Variables> all{};
     std::copy_n(variables, Variables, all.begin());
     for (std::size_t i = 0; i < count; ++i) {
         const double weight = weights[i];

@@ -58,9 +58,9 @@ constexpr CategoryCounting RecountOf(PassSide side) {
 
 /// One variable of a pass.
 struct PassVariable {
-    std::int16_t VarNo;
-    PassSide Side;
-    CategoryFeed Feed;
+    std::int16_t VarNo = 0;
+    PassSide Side = DrillSide;
+    CategoryFeed Feed{};
 };
 
 }  // namespace drilldown
