@@ -62,7 +62,7 @@ TEST(GatheredValues, AreThoseOfTheRowsInTheirOrder) {
         }
         const std::size_t begin = Pick(random, rows.Count);
         const WeightedRows part = rows.Part(begin, 1 + Pick(random, std::min(GatheredValuesLimit, rows.Count - begin)));
-        std::array<double, GatheredValuesRoom> room;
+        std::array<double, GatheredValuesRoom> room{};
         const double* values = GatherValues(column.Column(), WithoutList(part), room.data());
         for (std::size_t i = 0; i < part.Count; ++i) {
             ASSERT_EQ(values[i], column.Column().At(part.RowAt(i))) << "round " << round << ", place " << i;

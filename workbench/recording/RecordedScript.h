@@ -33,7 +33,7 @@ class RecordedScript {
     };
 
     /// A line that has been written stays where it is.
-    Line& Write(std::string text) { return Lines.emplace_back(std::move(text)); }
+    Line& Write(std::string text) { return Lines.emplace_back(Line{std::move(text)}); }
     void Write(const std::vector<std::string>& lines);
     /// Lines that are written here only when it turns out that they matter.
     void Offer(const std::vector<std::string>& lines);
