@@ -17,7 +17,7 @@ has() { grep -q -- "$1" "${@:2}" || { echo "\"$1\" isn't in ${*:2}"; exit 1; }; 
 
 "${alone[@]}" "$prefix/bin/quillara" drill "$samples/survey.sav" --categorical sex --down sex=Female \
     --show histograms,frequencies --continuous age --plots "$prefix/plots" --save "$prefix/women.csv" >"$prefix/text"
-has "Selected: 1077" "$prefix/text"
+has "1077 of 2000 cases" "$prefix/text"
 has "<svg" "$prefix"/plots/*.svg
 has Female "$prefix/women.csv"
 

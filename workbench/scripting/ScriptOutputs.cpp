@@ -100,8 +100,9 @@ ScriptOutputs::Run& ScriptOutputs::Present() {
 
 /// What the analysis has taken and noticed, for the run of its table; that of an earlier one is known already.
 void ScriptOutputs::NoteCourse() {
-    if (Analysis == nullptr) {
-        return;
+    const bool isClosed = Analysis == nullptr;
+    if (isClosed || (StepsOf(Analysis).Taken().empty() && Runs.back().Table != &Analysis->Table())) {
+        return;  // nothing has been done with the table
     }
     OutputCollection& shown = Present().Shown;
     shown.Selected = CountSelected(*Analysis);
