@@ -36,7 +36,7 @@ std::optional<std::int64_t> Digits(std::string_view text) {
 
 template <class... Numbers>
 std::string Formatted(const char* format, Numbers... numbers) {
-    std::array<char, 64> text;
+    std::array<char, 64> text{};
     const int length = std::snprintf(text.data(), text.size(), format, numbers...);
     return {text.data(), static_cast<std::size_t>(length)};
 }

@@ -47,7 +47,7 @@ class ScriptOutputs final : public StepRecorder {
 
     /// What is made of one table.
     struct Run {
-        const DataTable* Table;  // may have gone
+        const DataTable* Table = nullptr;  // may have gone
         OutputCollection Shown;  // without its documents
         std::vector<KeptDocument> Documents;
         bool HasSettings = false;

@@ -177,7 +177,11 @@ SpreadsheetDocument AssociationDocument(const CrossTable& cross) {
 }
 
 std::string ShareText(const SharePair& pair) {
-    const auto percent = [](double share) { return NumberFormat({share * 100.0}, 1).TextOf(share * 100.0); };
+    // Shares of the rest are differences of sums, so that none may come out as a little more.
+    const auto percent = [](double share) {
+        const double rounded = std::abs(std::round(share * 1000.0)) / 10.0;
+        return NumberFormat({rounded}, 1).TextOf(rounded);
+    };
     return pair.Name + " (" + percent(pair.InSubset) + "% against " + percent(pair.InRest) + "%)";
 }
 
