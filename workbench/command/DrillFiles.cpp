@@ -16,6 +16,7 @@
 #include "workbench/command/TableFiles.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/DocumentViews.h"
