@@ -134,7 +134,9 @@ QRegion PixelsOf(const QImage& image) {
 TEST(ScatterCounts, NoCaseIsLost) {
     std::mt19937 random(9);
     std::uniform_real_distribution<float> share;
-    for (const auto& [width, height] : {std::pair(20, 14), std::pair(150, 90), std::pair(600, 400)}) {
+    for (const QSize size : {QSize(20, 14), QSize(150, 90), QSize(600, 400)}) {
+        const int width = size.width();
+        const int height = size.height();
         std::vector<float> x(20000);
         std::vector<float> y(20000);
         std::ranges::generate(x, [&] { return random() % 9 == 0 ? std::nanf("") : share(random); });
