@@ -32,7 +32,7 @@ class CodesOfWhole {
             least = std::min<std::int64_t>(least, entries.Base);
             behind = std::max<std::int64_t>(behind, std::int64_t{entries.Base} + largestStep + 1);
         });
-        if (behind - least > mostNumbers && behind > least) {
+        if (behind > least && behind - least > mostNumbers) {
             return false;
         }
         Least = least;

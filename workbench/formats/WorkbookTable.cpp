@@ -29,9 +29,7 @@ void AddField(ShownColumn& column, std::size_t row, WorkbookWriter& writer) {
         writer.AddEmpty();
     } else if (kind == ValueKind::Number) {
         writer.Add(column.Source()->Values[row]);
-    } else if (kind == ValueKind::Text) {
-        writer.Add(field);
-    } else if (const std::optional<double> serial = SerialOf(kind, field)) {
+    } else if (const auto serial = kind == ValueKind::Text ? std::nullopt : SerialOf(kind, field)) {
         writer.Add(*serial, kind == ValueKind::Date ? CellStyle::Date : CellStyle::Time);
     } else {
         writer.Add(field);
