@@ -176,3 +176,10 @@ def test_a_remark_is_a_warning_of_its_own():
         drill.Frequencies
         drill.Frequencies
     assert [(each.message.code, each.category) for each in warned] == [("weight-unused", quillara.Remark)]
+
+
+def test_steps_on_dates_are_told_as_dates():
+    with quillara.open(SURVEY).drill(continuous=["interview_date"]) as drill:
+        drill.categorize("interview_date", "month")
+        drill.down("interview_date", "2024-03-15")
+        assert [step.category for step in drill.subset.steps] == ["2024-02-29<x<=2024-03-31"]

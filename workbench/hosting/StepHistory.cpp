@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "resources/ControlIds.h"
+#include "workbench/data/DateIntervals.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/windows/Window.h"
@@ -21,6 +22,14 @@ std::string NewestCategory(Window* startup, const std::string& variable) {
     }
     const std::string& row = list->Rows.front();
     return row.substr(begin.size(), row.size() - begin.size() - 1);
+}
+
+/// For people: of dates and times with them in place of numbers.
+std::string CategoryForPeople(AnalysisDocument& document, const std::string& variable) {
+    const std::string category = NewestCategory(document.StartupWindow(), variable);
+    const std::optional<std::size_t> place = document.Table().Find(variable);
+    const bool hasLabels = !place || !document.Table().Variables[*place].Labels.empty();
+    return hasLabels ? category : NameInDates(document.Table().Variables[*place].Kind, category);
 }
 
 }  // namespace
@@ -43,8 +52,7 @@ void StepHistory::EndCommand(AnalysisDocument& document) {
     }
     if (isDone) {
         StepTaken& newest = Steps.back();
-        newest.Category =
-            newest.Kind == StepKind::Down ? NewestCategory(document.StartupWindow(), newest.Variable) : std::string();
+        newest.Category = newest.Kind == StepKind::Down ? CategoryForPeople(document, newest.Variable) : std::string();
         newest.Left = CountRemaining(document);
         newest.IsAnew = std::exchange(BeginsAnew, false);
     } else if (inForce && *inForce == 0 && Before != 0) {
