@@ -15,6 +15,7 @@
 #include "workbench/command/ResultList.h"
 #include "workbench/command/ReviewPairs.h"
 #include "workbench/command/StandardStreams.h"
+#include "workbench/command/StepTaking.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -30,15 +31,6 @@ namespace {
 
 short NumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
-}
-
-/// The same for a step.
-short NumberForStep(const DataTable& table, const std::string& name) {
-    try {
-        return NumberOf(table, name);
-    } catch (const DataError& unknown) {
-        throw ImpossibleStep(unknown.what());
-    }
 }
 
 bool IsEmpty(const VariableLists& lists) {
@@ -79,10 +71,6 @@ class DrillRun {
     void PressBoxTypes();
     void Categorize(const CategorizedVariable& categorized);
     void TakeSteps();
-    [[nodiscard]] bool TakesOrSkips(const DrillStep& step);
-    void Take(const DrillStep& step);
-    void GoDown(const std::string& name, const std::string& category);
-    void GoUp(const std::string& name);
     void ShowResults();
     void ShowEach();
     [[nodiscard]] bool Applies(int button);
@@ -106,6 +94,7 @@ class DrillRun {
     SessionRecorder Recorder;
     DrillOutcome Outcome;
     DrillSession Session;
+    StepTaking Steps;
     HostResults OfHost;
 };
 
@@ -117,6 +106,7 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
       Columns(SubsetColumns(table, options.SavedNames, Variables, Weight)),
       Recorder(OpeningOf(options)),
       Session(table, std::move(settings), Services()),
+      Steps(Session, table, Outcome.Outputs, [this](const Remark& remark) { Notice(remark); }),
       OfHost(Session, table, Outcome.Outputs) {
     OutputCollection& outputs = Outcome.Outputs;
     outputs.FileName = table.FileName;
@@ -238,74 +228,13 @@ void DrillRun::Categorize(const CategorizedVariable& categorized) {
 
 void DrillRun::TakeSteps() {
     for (const DrillStep& step : Options.Steps) {
-        if (!TakesOrSkips(step)) {
+        if (!Steps.Take(step, Options.SkipImpossible)) {
             continue;
         }
         if (Options.After != ShownAfter::Last) {
             ShowResults();
         }
     }
-}
-
-/// Whether it was taken.
-bool DrillRun::TakesOrSkips(const DrillStep& step) {
-    if (!Options.SkipImpossible) {
-        Take(step);
-        return true;
-    }
-    try {
-        Take(step);
-        return true;
-    } catch (const ImpossibleStep& impossible) {
-        const StepKind kind = step.Category ? StepKind::Down : StepKind::Up;
-        Notice({"step-skipped", "The step " +
-                                    Quoted(StepTaken{kind, step.Variable, step.Category.value_or("")}.Text()) +
-                                    " is passed over: " + impossible.what()});
-        return false;
-    }
-}
-
-void DrillRun::Take(const DrillStep& step) {
-    if (step.Category) {
-        GoDown(step.Variable, *step.Category);
-    } else {
-        GoUp(step.Variable);
-    }
-}
-
-void DrillRun::GoDown(const std::string& name, const std::string& category) {
-    const short variable = NumberForStep(Table, name);
-    if (Session.CanGoUp(variable)) {
-        throw ImpossibleStep("The variable " + Quoted(name) +
-                             " has been drilled on already; undo that step first (--up " + name + ").");
-    }
-    if (!Session.CanGoDown(variable)) {
-        throw ImpossibleStep(
-            "The variable " + Quoted(name) +
-            " can't be drilled on: it is no drill variable; name it in --categorical or --continuous.");
-    }
-    std::string chosen;
-    Session.Down(variable, [&](const CategoryList& list) {
-        const std::size_t row = FindCategory(list, category);
-        if (const auto remark = RemarkOnEqualNames(list, row, category)) {
-            Notice(*remark);
-        }
-        chosen = NameForPeople(list, list.Rows[row]);
-        if (const std::optional<Remark> remark = RemarkOnChoice(list, category, row)) {
-            Notice(*remark);
-        }
-        return row;
-    });
-    Outcome.Outputs.Steps.push_back({StepKind::Down, name, chosen, CountRemaining(Session.Analysed())});
-}
-
-void DrillRun::GoUp(const std::string& name) {
-    const short variable = NumberForStep(Table, name);
-    if (!Session.CanGoUp(variable)) {
-        throw ImpossibleStep("There is no step on the variable " + Quoted(name) + " to undo.");
-    }
-    Session.Up(variable);
-    Outcome.Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Analysed())});
 }
 
 void DrillRun::ShowResults() {
