@@ -53,7 +53,7 @@ template <typename Type>
 
 /// One function of a member.
 struct MemberFunction {
-    DispatchFlag Use;
+    DispatchFlag Use{};
     ValueKind Kind = ValueKind::None;  ///< of the result of a getter or method, or of what a setter takes
     /// Calls it on an object that has the interface: with a value of its kind, or an empty one that gets its result.
     HRESULT (*Call)(IDispatch& object, VARIANT& value) = nullptr;

@@ -55,8 +55,8 @@ std::optional<int> StartCutting(Drill& record) {
 
 /// How a range is cut into intervals of one width.
 struct EqualCut {
-    Interval Range;
-    double Step;
+    Interval Range{};
+    double Step = 0;
     int Fewest = 0;
 };
 

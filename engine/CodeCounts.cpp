@@ -18,6 +18,7 @@ template <std::size_t Turns, typename Count, typename CodeOf, typename WeightOf>
 void CountByTurns(Count* table, std::size_t rows, CodeOf codeOf, WeightOf weightOf) {
     std::size_t i = 0;
     for (; i + Turns <= rows; i += Turns) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): all is written before it is read, for each row
         std::array<std::size_t, Turns> codes;
         for (std::size_t turn = 0; turn < Turns; ++turn) {
             codes[turn] = codeOf(i + turn);

@@ -72,6 +72,7 @@ void IntervalGrid::FindCells(std::span<const double> values, const NearlyEqualRa
     const IntervalCells grid = Cells;
     const NearlyEqualRange range = missing;
     const auto missingCell = static_cast<double>(MissingCell);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): all is written before it is read, for each block
     std::array<std::int32_t, GatheredValuesLimit> found;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const double value = values[i];

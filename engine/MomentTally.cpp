@@ -39,7 +39,7 @@ void MomentTally::Add(std::size_t first, std::span<const TallyColumn> columns, c
 }
 
 void MomentTally::AddLanes(std::size_t first, std::span<const TallyColumn> columns, const WeightedRows& rows) {
-    MomentLanes lanes;
+    MomentLanes lanes{};
     for (std::size_t lane = 0; lane < MomentLaneLimit; ++lane) {
         // Spare lanes repeat the last variable; what they come to isn't stored.
         const std::size_t place = std::min(lane, columns.size() - 1);

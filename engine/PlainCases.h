@@ -12,6 +12,7 @@ namespace drilldown {
 
 /// Some cases of some variables as the update of moments wants them: doubles without gaps. Columns that stand so in the
 /// table are taken from there; others are gathered here.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): all is written before it is read, for each few cases
 class PlainCases {
   public:
     /// Cases taken at a time at most.

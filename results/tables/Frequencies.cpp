@@ -39,7 +39,7 @@ constexpr const char* DescriptionName = "Description";
 /// Writes the rows of one table from the top down.
 struct TableRows {
     ResultTable& Table;
-    double Total;  ///< what the percents are of
+    double Total = 0;  ///< what the percents are of
     bool& AnyFractional;
     std::size_t Row = 0;
     double Cumulative = 0.0;

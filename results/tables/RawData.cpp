@@ -156,7 +156,7 @@ class NewTable {
 };
 
 bool NewTable::Begin(const ExportBuffers& buffers, int categoricals) {
-    std::array<char, HeaderTextWidth> header;
+    std::array<char, HeaderTextWidth> header{};
     std::copy_n(Analysis.Table.HeaderText, HeaderTextWidth, header.data());
     const auto create = [&](const auto&... columns) {
         // Intended: as many cases are announced as entered the last pass, unlike the rows that come, which also hold

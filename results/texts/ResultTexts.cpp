@@ -67,7 +67,7 @@ std::string CategoryName(const Drill& record, const Categories& category) {
 }
 
 std::string SixDecimals(double value) {
-    std::array<char, 400> text;  // the largest double has 309 digits before the point
+    std::array<char, 400> text{};  // the largest double has 309 digits before the point
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
     return {text.data(), end.ptr};
 }

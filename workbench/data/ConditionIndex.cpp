@@ -36,7 +36,7 @@ void FillSet(RowSet& cases, const Entry* entries, Test test) {
     const std::size_t rows = cases.TableRows();
     for (std::size_t word = 0; word < rows / RowsPerWord; ++word) {
         const Entry* run = entries + word * RowsPerWord;
-        std::array<unsigned char, RowsPerWord> flags;
+        std::array<unsigned char, RowsPerWord> flags{};
         for (std::size_t i = 0; i < RowsPerWord; ++i) {
             flags[i] = test(run[i]) ? 1 : 0;
         }

@@ -19,7 +19,7 @@ constexpr int ShortDigits = 6;
 constexpr int MostDecimals = 15;
 
 std::string Written(double number, std::chars_format form, int precision) {
-    std::array<char, 400> buffer;
+    std::array<char, 400> buffer{};
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, form, precision).ptr};
 }
 

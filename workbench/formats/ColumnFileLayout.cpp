@@ -46,7 +46,7 @@ const auto& RowOf(const Rows& rows, const Key& key, Column column) {
 }
 
 std::string HexText(std::uint64_t number) {
-    std::array<char, 16> digits;
+    std::array<char, 16> digits{};
     return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr};
 }
 

@@ -125,7 +125,7 @@ class Converter {
     [[nodiscard]] bool Append(std::string& bytes, std::string& text, WorkMonitor& monitor) {
         char* input = bytes.data();
         std::size_t inputLeft = bytes.size();
-        std::array<char, 1 << 16> piece;
+        std::array<char, 1 << 16> piece{};
         while (inputLeft > 0) {
             char* output = piece.data();
             std::size_t outputLeft = piece.size();

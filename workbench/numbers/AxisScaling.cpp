@@ -45,7 +45,7 @@ struct RoundStep {
 class ExactDecimal {
   public:
     explicit ExactDecimal(double value) : Value(value) {
-        std::array<char, LongestExpansion + 16> buffer;
+        std::array<char, LongestExpansion + 16> buffer{};
         const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
                                        std::chars_format::scientific, LongestExpansion - 1)
                              .ptr;

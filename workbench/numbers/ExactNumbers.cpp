@@ -24,7 +24,7 @@ std::string ExactNumberText(double number) {
     if (IsExactWhole(number)) {
         return std::to_string(static_cast<std::int64_t>(number));
     }
-    std::array<char, 32> buffer;
+    std::array<char, 32> buffer{};
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
 }
 

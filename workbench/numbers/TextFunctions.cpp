@@ -25,7 +25,7 @@ struct Digits {
 // Numbers are formatted by to_chars, which knows no locale: a program that sets one gets the same texts.
 
 Digits RoundedTo(int digits, double magnitude) {
-    std::array<char, 64> buffer;
+    std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
                                    std::chars_format::scientific, digits - 1)
                          .ptr;
@@ -63,7 +63,7 @@ struct Candidate {
 
 /// The fixed notation with the most decimals that has at most `room` characters.
 std::optional<Candidate> LongestFixed(double magnitude, int exponent, int room) {
-    std::array<char, 128> buffer;
+    std::array<char, 128> buffer{};
     for (int decimals = exponent < room ? room : -1; decimals >= 0; --decimals) {
         const auto end =
             std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, std::chars_format::fixed, decimals)
