@@ -28,7 +28,7 @@ py::object SubsetOf(ScriptedAnalysis& analysis) {
 
 PythonAnalysis::PythonAnalysis(const PythonTable& table, const std::string& formula, std::optional<std::size_t> weight)
     : Held(CallHost("drill", [&] {
-          const quillara::CasesInForce cases{formula, weight, table.Notices};
+          const quillara::CasesInForce cases{formula, weight, table.Notices, table.OnReading};
           return std::make_unique<ScriptedAnalysis>(table.Held, cases, HostScope::Cancelled());
       })) {}
 

@@ -20,6 +20,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/Dictionary.h"
+#include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/VariableNotation.h"
 
 namespace py = pybind11;
@@ -94,6 +95,7 @@ quillara::ReadOptions OptionsOf(const py::dict& given) {
     options.Decimal = given["decimal"].cast<char>();
     options.Encoding = given["encoding"].cast<std::string>();
     options.Sheet = given["sheet"].cast<std::string>();
+    options.KeepsTexts = given["keep_texts"].cast<bool>();
     options.HasHeader = given["header"].cast<bool>();
     options.MissingTexts = given["missing"].cast<std::optional<std::vector<std::string>>>();
     return options;
@@ -103,11 +105,16 @@ PythonTable ReadTable(const std::string& path, const py::dict& given, const std:
     quillara::ReadOptions options = OptionsOf(given);
     return CallHost("open", [&] {
         options.Cancelled = [] { return HostScope::Cancelled().load(); };
+        std::vector<quillara::Remark> noticed;
+        options.Noticed = [&noticed](const quillara::Remark& remark) { noticed.push_back(remark); };
         DataTable table = quillara::ReadDataFile(path, options);
         if (dictionary) {
             quillara::ApplyDictionary(table, *dictionary);
         }
-        return PythonTable{std::make_shared<const DataTable>(std::move(table))};
+        for (const quillara::Remark& remark : noticed) {
+            quillara::TheScriptDesk().Keep({remark.Line(), remark.Code});
+        }
+        return PythonTable{std::make_shared<const DataTable>(std::move(table)), {}, std::move(noticed)};
     });
 }
 
@@ -229,7 +236,7 @@ PythonTable Computed(const PythonTable& table, const std::string& name, const st
         DataTable computed = *table.Held;
         std::vector<quillara::FormulaNotice> notices = table.Notices;
         Derive(computed, {name, formula}, notices);
-        return PythonTable{std::make_shared<const DataTable>(std::move(computed)), std::move(notices)};
+        return PythonTable{std::make_shared<const DataTable>(std::move(computed)), std::move(notices), table.OnReading};
     });
 }
 

@@ -17,6 +17,7 @@ using ValueLabels = std::map<std::string, std::map<double, std::string>>;
 struct PythonTable {
     std::shared_ptr<const quillara::DataTable> Held;
     std::vector<quillara::FormulaNotice> Notices{};  ///< about the formulas of its variables
+    std::vector<quillara::Remark> OnReading{};  ///< about its file, which the script has been told
 
     /// Of columns that have just been made. Throws DataError unless names differ and lengths don't, UsageError for
     /// labels of what isn't a column of numbers without any.

@@ -12,6 +12,7 @@ from ._arguments import shown
 from ._documents import DataDocument
 from ._drill import Drill, text_of_category, text_of_lists, with_hint
 from ._errors import INVALID_ARGUMENT, Error, Message, WrongType, WrongValue
+from ._objects import warn_of_messages
 
 
 class Variable:
@@ -207,18 +208,24 @@ class Table:
 
 def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
          header: bool = True, missing: Sequence[str] | None = None,
-         dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None) -> Table:
+         dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None,
+         keep_texts: bool = False) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
     dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
     the first. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
-    the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...
+    the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
+    "1,234" or "10%" stay texts: otherwise they are read as numbers, "10%" as 0.1, where all of a column are written in one
+    way, and a warning says so. What looks odd about the file is a warning, too.
     """
     options = _options(separator, decimal, encoding, header, missing)
     options["sheet"] = "" if sheet is None else str(sheet)
+    options["keep_texts"] = bool(keep_texts)
     _warn_of_vain_options(path, separator, encoding, missing)
-    return Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
+    table = Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
+    warn_of_messages(level=3)
+    return table
 
 
 VAIN_ENDINGS = {".sav", ".zsav", ".dta"}

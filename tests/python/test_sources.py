@@ -9,11 +9,13 @@ import pathlib
 import random
 import sqlite3
 import subprocess
+import warnings
 import zipfile
 from xml.sax.saxutils import escape, quoteattr
 
 import openpyxl
 import pytest
+import quillara
 
 from conftest import PROGRAM, SURVEY
 
@@ -147,8 +149,11 @@ def test_sheets_are_chosen_and_cells_have_their_kinds(tmp_path):
     done = run("convert", path, "-")
     assert done.stdout.decode() == ("ok,at,clock,error,merged,Var6,sum,percent\n"
                                     "TRUE,2024-01-05T12:30:01,07:05:00,,m,,3,0.25\nFALSE,2024-01-05,23:00:00,1.5,n,,,\n")
-    assert done.stderr.decode() == ('"sheets.xlsx" has 3 sheets; "Cells" is read, --sheet takes another of "First, hidden", '
-                                    '"Cells", "2".\n')
+    assert done.stderr.decode() == ('"sheets.xlsx" has 3 sheets, of which "Cells" is read. --sheet (sheet in Python) takes another '
+                                    'of "First, hidden", "Cells", "2".\n')
+    with pytest.warns(quillara.Remark, match="further|3 sheets") as heard:
+        quillara.open(path)
+    assert [remark.message.code for remark in heard] == ["further-sheets"]
     for sheet in ("2", "3"):
         assert run("convert", path, "-", "--sheet", sheet).stdout == b"only\n"
     assert run("convert", path, "-", "--sheet", "Cells", "--no-header").stdout.startswith(b"Var1,")
@@ -235,7 +240,7 @@ def test_damaged_sources_are_one_line(sources):
             damaged.append(sound[:place] + chance.randbytes(8) + sound[place + 8:])
         for number, content in enumerate(damaged):
             (sources / name).write_bytes(content)
-            done = run("info", sources / name)
+            done = run("info", sources / name, "--quiet")
             where = (name, number, done.stderr)
             assert done.returncode in (0, 1), where
             assert done.stderr.count(b"\n") == done.returncode, where
@@ -259,3 +264,36 @@ def test_bombs_end_at_the_memory_limit(tmp_path):
     for name, text in (("b.csv.gz", "--max-memory"), ("b.xlsx", "--max-memory"), ("b.ods", "--max-memory"), ("e.xlsx", "damaged")):
         done = run("info", tmp_path / name, "--max-memory", "150M")
         assert done.returncode == 1 and text in done.stderr.decode() and done.stderr.count(b"\n") == 1, (name, done.stderr)
+
+
+def test_remarks_on_a_file_are_warnings_and_stand_in_the_results(tmp_path):
+    path = tmp_path / "odd.csv"
+    path.write_text('region,rate,rate,n\nN,10%,"1,234",1\nS,5.5%,"2,345",2\nTotal,,"3,579",3\n')
+    with pytest.warns(quillara.Remark) as heard:
+        table = quillara.open(path)
+    codes = ["names-repeated", "totals-row", "texts-as-numbers", "texts-as-numbers"]
+    assert [remark.message.code for remark in heard] == codes and heard[0].filename == __file__
+    assert [variable.kind for variable in table.variables] == ["text", "number", "number", "number"]
+    assert run("convert", path, "-").stdout.startswith(b"region,rate,rate_2,n\nN,0.1,1234,1\nS,0.055,2345,2\n")
+    with warnings.catch_warnings(record=True) as heard:
+        warnings.simplefilter("always")
+        kept = quillara.open(path, keep_texts=True)
+        drill = table.drill(categorical=["region"])
+    assert [remark.message.code for remark in heard] == codes[:2]
+    assert [variable.kind for variable in kept.variables] == ["text", "text", "text", "number"]
+    drill.close()
+    script = tmp_path / "drill.py"
+    direct = run("drill", path, "--categorical", "region", "--keep-texts", "--record", script, "--format", "json")
+    assert [remark["code"] for remark in json.loads(direct.stdout)["remarks"]] == codes[:2]
+    assert run("run", "--format", "json", script).stdout == direct.stdout
+
+
+def test_standard_output_takes_data_of_any_format(tmp_path):
+    saved = tmp_path / "saved.sav"
+    done = run("drill", SURVEY, "--categorical", "sex", "--down", "sex=Female", "--save", "-", "--save-format", "sav")
+    saved.write_bytes(done.stdout)
+    assert done.stderr.decode().endswith(' to the standard output.\n')
+    assert run("drill", SURVEY, "--categorical", "sex", "--down", "sex=Female", "--save", "-").stdout == \
+        run("convert", saved, "-").stdout
+    written = run("convert", SURVEY, "-", "--format", "xlsx").stdout
+    assert len(list(openpyxl.load_workbook(io.BytesIO(written)).active.rows)) == 2001

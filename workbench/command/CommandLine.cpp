@@ -125,6 +125,18 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<s
         command, name, [&text](const std::string& value) { text = value; }, help);
 }
 
+CLI::Option* AddStandardFormat(CLI::App& command, const std::string& name, std::optional<std::string>& format) {
+    const auto take = [&format](const std::string& text) {
+        const FileFormat* found = FindFileFormat(text);
+        if (found == nullptr || !found->IsWritten) {
+            throw UsageError(Quoted(text) + " can't be written; choose " + WrittenFormats() + ".");
+        }
+        format = text;
+    };
+    return AddValue(command, name, take, "format of data that go to the standard output (default: csv)")
+        ->type_name(WrittenFormats("|"));
+}
+
 CLI::Option* AddQuiet(CLI::App& command, bool& quiet) {
     return command.add_flag("--quiet", quiet, "no remarks on standard error")->disable_flag_override();
 }
@@ -177,6 +189,13 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
         ->disable_flag_override()
         ->group(group);
+    command
+        .add_flag(
+            "--keep-texts", reading.KeepsTexts,
+            "texts such as 1,234 or 10% stay texts; without this, those of a variable are read as numbers, 10% as "
+            "0.1, when all are written in one way, and a remark says so")
+        ->disable_flag_override()
+        ->group(group);
     AddValue(
         command, "--sheet", [&](const std::string& text) { reading.Sheet = text; },
         "sheet of a workbook, by its name or its number from 1 (default: the first)")
@@ -206,7 +225,7 @@ void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string&
     const std::string noText = Quoted(file) + " isn't delimited text";
     TellWithoutEffect(command, {"--separator", "--decimal"}, noText);
     if (kind != FormatKind::Workbook && kind != FormatKind::Database) {
-        TellWithoutEffect(command, {"--missing"}, noText);
+        TellWithoutEffect(command, {"--missing", "--keep-texts"}, noText);
     }
     if (kind != FormatKind::Workbook) {
         TellWithoutEffect(command, {"--no-header"}, noText);

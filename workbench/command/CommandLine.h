@@ -22,6 +22,9 @@ CLI::Option* AddValue(CLI::App& command, const std::string& name, const ValueTak
 /// --quiet: remarks of the host aren't told.
 CLI::Option* AddQuiet(CLI::App& command, bool& quiet);
 
+/// An option for the format, by its extension, of data that go to the standard output.
+CLI::Option* AddStandardFormat(CLI::App& command, const std::string& name, std::optional<std::string>& format);
+
 /// The same as AddValue with a value that any text is good for.
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& text,
                      const std::string& help);

@@ -1,18 +1,22 @@
 // quillara convert: one data file into another format.
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "workbench/command/CommandLine.h"
+#include "workbench/command/ComputeOption.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/Interruption.h"
+#include "workbench/command/StandardStreams.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/TableOfCases.h"
 #include "workbench/formats/DataFile.h"
-#include "workbench/formats/Dictionary.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
+#include "workbench/formats/TablePreparation.h"
 
 namespace quillara {
 namespace {
@@ -28,6 +32,7 @@ constexpr const char* HowItIsWritten =
     "Examples:\n"
     "  quillara convert survey.sav survey.csv\n"
     "  quillara convert survey.csv survey.dta\n"
+    "  quillara convert survey.csv - --format sav --compute 'young=age < 30' | ssh server 'cat > survey.sav'\n"
     "  quillara convert survey.csv women.xlsx --dictionary labels.csv --select 'sex = \"Female\"'\n"
     "  zcat orders.csv.gz | quillara convert - orders.qtable\n"
     "  quillara convert 'sqlite:shop.db?query=SELECT * FROM orders WHERE paid' orders.csv";
@@ -46,27 +51,39 @@ std::string ConvertNotes() {
 struct ConvertOptions {
     std::string Input;
     std::string Output;
+    std::optional<std::string> Format;  ///< of what goes to the standard output
     ReadOptions Reading;
-    std::optional<std::string> DictionaryFile;
+    TablePreparation Preparation;
     std::optional<std::string> Formula;
+    bool Quiet = false;
 };
 
-DataTable TableToWrite(const ConvertOptions& options) {
-    DataTable table = ReadDataWithProgress(options.Input, options.Reading);
-    if (options.DictionaryFile) {
-        ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
+DataTable TableToWrite(const ConvertOptions& options, std::vector<Remark>& noticed) {
+    DataTable table = ReadDataWithProgress(options.Input, options.Reading, noticed);
+    const std::vector<Remark> onFormulas = PrepareTable(table, options.Preparation, options.Reading.MaxMemory);
+    noticed.insert(noticed.end(), onFormulas.begin(), onFormulas.end());
+    return options.Formula ? TableOfCases(table, SelectCases(table, *options.Formula, &noticed)) : table;
+}
+
+void CheckOutput(const ConvertOptions& options) {
+    CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
+    if (options.Preparation.DictionaryFile) {
+        CheckOutputIsAnother("OUT", options.Output, "dictionary", *options.Preparation.DictionaryFile);
     }
-    return options.Formula ? TableOfCases(table, SelectCases(table, *options.Formula)) : table;
+    if (options.Output == StandardOutputPath) {
+        RequireNoTerminal("OUT", options.Format.value_or("csv"));
+    }
 }
 
 void Run(const ConvertOptions& options) {
-    CheckOutputIsAnother("OUT", options.Output, "data", options.Input);
-    if (options.DictionaryFile) {
-        CheckOutputIsAnother("OUT", options.Output, "dictionary", *options.DictionaryFile);
+    CheckOutput(options);
+    std::vector<Remark> noticed;
+    const DataTable table = TableToWrite(options, noticed);
+    if (!options.Quiet) {
+        std::ranges::for_each(noticed, WriteMessage, &Remark::Line);
     }
-    const DataTable table = TableToWrite(options);
     const FileWriting writing(options.Output);
-    SaveDataFile(table, options.Output);
+    SaveDataFile(table, options.Output, options.Format);
     IgnoreInterrupts();
 }
 
@@ -75,23 +92,29 @@ void Run(const ConvertOptions& options) {
 void AddConvertCommand(CLI::App& program) {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* command = program.add_subcommand("convert", "write a data file in another format");
-    command->footer(ConvertNotes());
+    command->footer(FormulaNotes() + "\n" + ConvertNotes());
     AddDataFile(*command, "IN", options->Input);
     const auto take = [options](const std::string& value) {
         options->Output = value == "-" ? StandardOutputPath : value;
         CheckCanBeWritten(options->Output);
     };
-    AddValue(*command, "OUT", take, "file to write: " + WrittenFormats() + "; - for csv to standard output")
+    AddValue(*command, "OUT", take, "file to write: " + WrittenFormats() + "; - for the standard output")
         ->type_name("")
         ->required();
-    AddText(*command, "--dictionary", options->DictionaryFile,
+    AddStandardFormat(*command, "--format", options->Format);
+    AddText(*command, "--dictionary", options->Preparation.DictionaryFile,
             "delimited file of labels with the columns variable, value, label, description")
         ->type_name("FILE");
+    AddComputeOption(*command, options->Preparation.Derived);
     AddText(*command, "--select", options->Formula,
             "write only the cases for which this formula holds, as drill has it")
         ->type_name("FORMULA");
+    AddQuiet(*command, options->Quiet);
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
+        if (options->Format && options->Output != StandardOutputPath) {
+            WriteMessage("--format has no effect: the name of OUT says the format.");
+        }
         TellReadingOptionsWithoutEffect(*command, options->Input);
         Run(*options);
     });

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "workbench/command/Interruption.h"
 #include "workbench/command/ProgressBar.h"
@@ -38,22 +38,27 @@ DataTable ReadWithBar(const std::string& path, ReadOptions options) {
 
 }  // namespace
 
-DataTable ReadDataWithProgress(const std::string& path, ReadOptions options) {
-    std::vector<std::string> noticed;
-    options.Noticed = [&noticed](const std::string& line) { noticed.push_back(line); };
-    DataTable table = ReadWithBar(path, options);
-    std::ranges::for_each(noticed, WriteMessage);
-    return table;
+DataTable ReadDataWithProgress(const std::string& path, ReadOptions options, std::vector<Remark>& noticed) {
+    options.Noticed = [&noticed](const Remark& remark) { noticed.push_back(remark); };
+    return ReadWithBar(path, std::move(options));
 }
 
-void SaveDataFile(const DataTable& table, const std::string& path) {
+void SaveDataFile(const DataTable& table, const std::string& path, const std::optional<std::string>& format) {
     const FileWriting writing(path);
     std::vector<std::string> losses;
     {
         ProgressBar progress;
-        losses = WriteDataFile(table, path, IsInterrupted, SharesFor(progress, "Writing data "));
+        const ProgressTaker shares = SharesFor(progress, "Writing data ");
+        losses = path == StandardOutputPath && format ? WriteDataFileAs(*format, table, path, IsInterrupted, shares)
+                                                      : WriteDataFile(table, path, IsInterrupted, shares);
     }
     std::ranges::for_each(losses, WriteMessage);
+}
+
+void RequireNoTerminal(const std::string& option, const std::string& format) {
+    if (format != "csv" && IsTerminal()) {
+        throw UsageError(option + ": " + format + " isn't for a terminal; send it on with > or |, or name a file.");
+    }
 }
 
 void CheckOutputIsAnother(const std::string& option, const std::string& output, const std::string& role,

@@ -17,6 +17,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileFormats.h"
+#include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
 namespace {
@@ -164,12 +165,14 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "csv-blocks for the tables as "
         "they are laid out (default: as the name of --output ends, else text)")
         ->type_name("text|json|csv|csv-blocks|html|xlsx");
-    AddText(
-        command, "--output", options.OutputFile,
-        "file for the results (default: standard output); a folder, which ends with / or is there, gets a file of each "
-        "table, in csv unless --format says json, text or csv-blocks")
-        ->type_name("FILE|FOLDER/")
-        ->group(group);
+    const auto takeOutput = [&options](const std::string& file) {
+        options.IsOutputStandard = file == "-";
+        options.OutputFile = options.IsOutputStandard ? std::nullopt : std::optional(file);
+    };
+    add("--output", takeOutput,
+        "file for the results (default: -, the standard output); a folder, which ends with / or is there, gets a file "
+        "of each table, in csv unless --format says json, text or csv-blocks")
+        ->type_name("FILE|FOLDER/|-");
     AddQuiet(command, options.Quiet)->group(group);
     AddText(command, "--record", options.RecordFile,
             "file for a Python script whose run (quillara run) gives the same documents, without the files of --save "
@@ -177,12 +180,14 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("SCRIPT")
         ->group(group);
     const auto takeSaveFile = [&options](const std::string& file) {
-        CheckCanBeWritten(file);
-        options.SaveFile = file;
+        options.SaveFile = file == "-" ? StandardOutputPath : file;
+        CheckCanBeWritten(*options.SaveFile);
     };
     add("--save", takeSaveFile,
-        "data file for the cases left after the last step: " + WrittenFormats() + "; a weight in force is kept")
-        ->type_name("FILE");
+        "data file for the cases left after the last step: " + WrittenFormats() +
+            "; a weight in force is kept; - is the standard output, and results go to --output only then")
+        ->type_name("FILE|-");
+    AddStandardFormat(command, "--save-format", options.SaveFormat)->group(group);
     add(
         "--save-variables", [&](const std::string& text) { options.SavedNames = ParseSavedVariables(text); },
         "variables of this file, in this order, or all (default: all drill and review variables)")

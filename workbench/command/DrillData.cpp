@@ -49,14 +49,16 @@ void CheckNamedColumns(DataTable& table, const DrillOptions& options) {
 
 }  // namespace
 
-DataTable OpenData(const DrillOptions& options, std::vector<FormulaNotice>& notices) {
+DataTable OpenData(const DrillOptions& options, std::vector<Remark>& notices) {
     ReadOptions reading = options.Reading;
     reading.ChecksColumns = !UsesNamedOnly(options);
-    DataTable table = ReadDataWithProgress(options.File, reading);
+    DataTable table = ReadDataWithProgress(options.File, reading, notices);
     if (!reading.ChecksColumns) {
         CheckNamedColumns(table, options);
     }
-    notices = PrepareTable(table, {options.DictionaryFile, options.Derived}, options.Reading.MaxMemory);
+    const std::vector<Remark> onFormulas =
+        PrepareTable(table, {options.DictionaryFile, options.Derived}, options.Reading.MaxMemory);
+    notices.insert(notices.end(), onFormulas.begin(), onFormulas.end());
     return table;
 }
 

@@ -11,7 +11,7 @@ namespace quillara {
 
 /// The data of a drill, with the texts of its dictionary and its derived variables; `notices` takes what is noticed
 /// meanwhile. Throws as ReadDataWithProgress and PrepareTable do.
-[[nodiscard]] DataTable OpenData(const DrillOptions& options, std::vector<FormulaNotice>& notices);
+[[nodiscard]] DataTable OpenData(const DrillOptions& options, std::vector<Remark>& notices);
 
 /// Selection and weight. Throws DataError for a variable that isn't there or can't be the weight, UsageError for a
 /// formula that can't be read.

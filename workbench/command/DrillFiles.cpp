@@ -110,14 +110,38 @@ std::string Counted(std::size_t count, const std::string& thing) {
     return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
 }
 
-std::string WhatWasSaved(const DataTable& subset, const std::string& file) {
-    const FileFormat* format = FindFileFormat(ExtensionOf(file));
+bool SavesToStandardOutput(const DrillOptions& options) {
+    return options.SaveFile == StandardOutputPath;
+}
+
+/// What takes the standard output alone, and what is for no terminal.
+void CheckStandardOutput(const DrillOptions& options) {
+    if (SavesToStandardOutput(options)) {
+        RequireNoTerminal("--save", options.SaveFormat.value_or("csv"));
+    }
+    if (SavesToStandardOutput(options) && !options.OutputFile) {
+        const bool isAskedFor =
+            options.IsFormatNamed || options.Results.size() > options.DefaultResults || options.Groups.IsAnyAskedFor();
+        if (options.IsOutputStandard || (isAskedFor && !options.Charts.Folder)) {
+            throw UsageError("Data of --save and results can't both go to the standard output; name a file in " +
+                             std::string(options.IsOutputStandard ? "one of them." : "--output."));
+        }
+    } else if (!options.OutputFile && options.Format == OutputFormat::Workbook) {
+        RequireNoTerminal("--format", "xlsx");
+    }
+}
+
+std::string WhatWasSaved(const DataTable& subset, const DrillOptions& options) {
+    const std::string& file = *options.SaveFile;
+    const bool isStandard = SavesToStandardOutput(options);
+    const FileFormat* format = FindFileFormat(isStandard ? options.SaveFormat.value_or("csv") : ExtensionOf(file));
     const bool keepsWeight = format != nullptr && format->Kind != FormatKind::DelimitedText;
     const std::string weight = subset.Weight ? ", weight " + Quoted(subset.Variables[*subset.Weight].Name) +
                                                    (keepsWeight ? "" : " as a variable only")
                                              : "";
     return "Saved " + Counted(static_cast<std::size_t>(subset.Cases), "case") + " and " +
-           Counted(subset.Variables.size(), "variable") + " to " + Quoted(file) + weight + ".";
+           Counted(subset.Variables.size(), "variable") + " to " + (isStandard ? "the standard output" : Quoted(file)) +
+           weight + ".";
 }
 
 void WriteScript(const std::string& path, const std::string& script) {
@@ -139,6 +163,7 @@ void CheckFiles(const DrillOptions& options) {
     CheckApart("--save", options.SaveFile, "--output", options.OutputFile);
     CheckApart("--record", options.RecordFile, "--output", options.OutputFile);
     CheckApart("--record", options.RecordFile, "--save", options.SaveFile);
+    CheckStandardOutput(options);
     CheckPlotsHitNoOther(options);
 }
 
@@ -149,9 +174,9 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
         CheckTables(options, results.Tables);
     }
     if (options.SaveFile) {
-        SaveDataFile(*outcome.Subset, *options.SaveFile);
+        SaveDataFile(*outcome.Subset, *options.SaveFile, options.SaveFormat);
         if (!options.Quiet) {
-            WriteMessage(WhatWasSaved(*outcome.Subset, *options.SaveFile));
+            WriteMessage(WhatWasSaved(*outcome.Subset, options));
         }
     }
     if (options.RecordFile) {
@@ -165,7 +190,9 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
         return;
     }
     if (!options.OutputFile) {
-        WriteToStandardOutput(results.Documents);
+        if (!SavesToStandardOutput(options)) {
+            WriteToStandardOutput(results.Documents);
+        }
         return;
     }
     const FileWriting writing(*options.OutputFile);

@@ -63,6 +63,8 @@ struct DrillOptions {
     bool IsFormatNamed = false;  ///< else it goes by the name of the output
     std::optional<std::string> OutputFile;  ///< nothing: standard output
     std::optional<std::string> RecordFile;  ///< for a script that does the same; nothing: it isn't written
+    bool IsOutputStandard = false;  ///< whether the results are asked for on the standard output
+    std::optional<std::string> SaveFormat;  ///< of what --save writes to the standard output; nothing: csv
     std::optional<std::string> SaveFile;  ///< for the cases left at the end; nothing: they aren't saved
     std::optional<SavedVariables> SavedNames;  ///< nothing: all drill and review variables
 };

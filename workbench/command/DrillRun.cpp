@@ -369,7 +369,7 @@ VariableChoice VariablesFor(const DataTable& table, const DrillOptions& options)
 
 DrillOutcome RunDrill(const DrillOptions& asked) {
     DrillOptions options = asked;
-    std::vector<FormulaNotice> notices;
+    std::vector<Remark> notices;
     DataTable table = OpenData(options, notices);
     GroupSteps(table, options, VariablesFor(table, options));
     CaseSettings settings = SettingsFor(table, options);

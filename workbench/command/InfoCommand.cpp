@@ -1,6 +1,10 @@
 // quillara info: the variables of a data file.
 
+#include <algorithm>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
@@ -9,9 +13,8 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/Suggestion.h"
-#include "workbench/documents/DataRemarks.h"
 #include "workbench/formats/Dictionary.h"
-#include "workbench/formats/FileFormats.h"
+#include "workbench/formats/TableShape.h"
 
 namespace quillara {
 namespace {
@@ -43,22 +46,17 @@ bool ParseAsJson(const std::string& text) {
     return text == "json";
 }
 
-std::vector<Remark> RemarksOn(const DataTable& table, const InfoOptions& options) {
-    const FormatKind kind = KindOfFile(options.File);
-    const bool isDelimited = kind == FormatKind::DelimitedText || kind == FormatKind::PackedText;
-    return isDelimited ? RemarksOnDelimited(table, options.Reading.HasHeader) : std::vector<Remark>();
-}
-
 void Run(const InfoOptions& options) {
-    DataTable table = ReadDataWithProgress(options.File, options.Reading);
+    std::vector<Remark> remarks;
+    DataTable table = ReadDataWithProgress(options.File, options.Reading, remarks);
     if (options.DictionaryFile) {
         ApplyDictionary(table, *options.DictionaryFile, options.Reading.MaxMemory);
     }
-    const std::vector<Remark> remarks = RemarksOn(table, options);
-    for (const Remark& remark : remarks) {
-        if (!options.Quiet) {
-            WriteMessage(remark.Line());
-        }
+    if (const std::optional<Remark> empty = RemarkOnEmptyVariables(table)) {
+        remarks.push_back(*empty);
+    }
+    if (!options.Quiet) {
+        std::ranges::for_each(remarks, WriteMessage, &Remark::Line);
     }
     WriteToStandardOutput(options.AsJson ? VariablesAsJson(table, remarks) : VariablesAsText(table, TerminalWidth()));
 }

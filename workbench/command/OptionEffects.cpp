@@ -6,6 +6,7 @@
 
 #include "workbench/command/ResultList.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/FileReplacement.h"
 
 namespace quillara {
 namespace {
@@ -20,6 +21,10 @@ bool IsAfterLastOrHasSteps(const DrillOptions& options) {
 
 bool HasSaveFile(const DrillOptions& options) {
     return options.SaveFile.has_value();
+}
+
+bool SavesToStandardOutput(const DrillOptions& options) {
+    return options.SaveFile == StandardOutputPath;
 }
 
 bool HasPlots(const DrillOptions& options) {
@@ -51,13 +56,14 @@ struct OptionEffect {
 };
 
 // clang-format off
-constexpr std::array<OptionEffect, 10> Effects{{
+constexpr std::array<OptionEffect, 11> Effects{{
     // Option              HasEffect            Lack
     {"--weighted-moments", HasWeight,           "no weight is named in --weight"},
     {"--casewise",         HasDrillVariables,   "there are no drill variables"},
     {"--review-casewise",  HasReviewVariables,  "there are no review variables"},
     {"--after",            IsAfterLastOrHasSteps, "there is no step"},
     {"--save-variables",   HasSaveFile,         "no file is named in --save"},
+    {"--save-format",      SavesToStandardOutput, "the name of --save says the format, but for --save -"},
     {"--plot-format",      HasPlots,            "no folder is named in --plots"},
     {"--size",             HasPictures,         "no charts are painted; --plots and --format html do that"},
     {"--title",            HasTitledFiles,      "it stands in reports and in files of charts; --format html and --plots make them"},

@@ -24,9 +24,13 @@ void WriteToStandardOutput(std::string_view text) {
     }
 }
 
+bool IsTerminal() {
+    return isatty(STDOUT_FILENO) == 1;
+}
+
 std::size_t TerminalWidth() {
     winsize size{};
-    if (isatty(STDOUT_FILENO) == 1 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) {
+    if (IsTerminal() && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) {
         return size.ws_col;
     }
     const char* columns = std::getenv("COLUMNS");

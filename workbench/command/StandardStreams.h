@@ -12,6 +12,9 @@ void WriteToStandardOutput(std::string_view text);
 /// where nothing limits them.
 [[nodiscard]] std::size_t TerminalWidth();
 
+/// Whether standard output is a terminal.
+[[nodiscard]] bool IsTerminal();
+
 /// Writes a message as one line to standard error, without characters that could steer a terminal.
 void WriteMessage(std::string_view text);
 

@@ -259,18 +259,23 @@ void CheckCanBeWritten(const std::string& path) {
 std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
                                        const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     CheckCanBeWritten(path);
+    return WriteDataFileAs(WrittenExtension(path), table, path, cancelled, progress);
+}
+
+std::vector<std::string> WriteDataFileAs(std::string_view format, const DataTable& table, const std::string& path,
+                                         const std::function<bool()>& cancelled, const ProgressTaker& progress) {
     if (table.Variables.empty()) {
         throw DataError("\"" + path + "\" can't be written: the table has no variables.");
     }
-    if (const StatisticalRules* rules = FindRules(WrittenExtension(path))) {
+    if (const StatisticalRules* rules = FindRules(format)) {
         WriteStatistical(table, path, *rules, cancelled, progress);
         return {};
     }
-    if (FindFileFormat(WrittenExtension(path))->Kind == FormatKind::Columns) {
+    if (FindFileFormat(format)->Kind == FormatKind::Columns) {
         WriteColumns(table, path, cancelled, progress);
         return {};
     }
-    const bool isWorkbook = FindFileFormat(WrittenExtension(path))->Kind == FormatKind::Workbook;
+    const bool isWorkbook = FindFileFormat(format)->Kind == FormatKind::Workbook;
     return isWorkbook ? WriteSheet(table, path, cancelled, progress) : WriteDelimited(table, path, cancelled, progress);
 }
 

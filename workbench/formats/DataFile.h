@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "workbench/data/DataTable.h"
@@ -42,5 +43,9 @@ void CheckCanBeWritten(const std::string& path);
 /// when cancelled.
 std::vector<std::string> WriteDataFile(const DataTable& table, const std::string& path,
                                        const std::function<bool()>& cancelled = {}, const ProgressTaker& progress = {});
+/// The same in the format of an extension, one that is written, whatever the path ends with: for the standard output.
+std::vector<std::string> WriteDataFileAs(std::string_view format, const DataTable& table, const std::string& path,
+                                         const std::function<bool()>& cancelled = {},
+                                         const ProgressTaker& progress = {});
 
 }  // namespace quillara

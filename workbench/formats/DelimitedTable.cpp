@@ -16,9 +16,11 @@
 #include "workbench/formats/ColumnAssembly.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/NumbersInTexts.h"
 #include "workbench/formats/PackedText.h"
 #include "workbench/formats/RecordReader.h"
 #include "workbench/formats/TableGathering.h"
+#include "workbench/formats/TableShape.h"
 #include "workbench/formats/TextFaults.h"
 #include "workbench/formats/TextLayout.h"
 #include "workbench/formats/TextOfFile.h"
@@ -42,6 +44,9 @@ RecordOptions RecordsOf(const ReadOptions& options) {
 /// Reads one text as a table.
 class TableReading {
   public:
+    /// Where a text comes from.
+    enum class Origin { File, Cells };
+
     /// The text begins at `begin` of the source.
     TableReading(const TextSource& source, std::size_t begin, const std::string& path, const ReadOptions& options,
                  WorkMonitor& monitor)
@@ -56,10 +61,12 @@ class TableReading {
     }
 
     /// Throws FileChanged where the text does.
-    [[nodiscard]] DataTable Read(double firstShare) {
+    [[nodiscard]] DataTable Read(double firstShare, Origin origin = Origin::File) {
         while (true) {
             try {
-                return ReadAsLaidOut(firstShare);
+                DataTable table = ReadAsLaidOut(firstShare);
+                LookAt(table, origin);
+                return table;
             } catch (const UnexpectedBytes& unexpected) {
                 TakeBack(unexpected.What);
             }
@@ -154,6 +161,7 @@ class TableReading {
         for (std::size_t i = 0; Options.HasHeader && i < names.size(); ++i) {
             names[i] = Rules.TextOf(Layout.FirstFields[i]);
         }
+        NamesInFile = Options.HasHeader ? names : std::vector<std::string>();
         names = VariableNames(std::move(names));
         table.Variables.resize(names.size());
         Monitor.Enter(ShareOfGatheringAnew, 1, names.size() * gathering.Cases());
@@ -170,6 +178,22 @@ class TableReading {
         return table;
     }
 
+    /// Reads the numbers that are no plain ones, and tells what is odd.
+    void LookAt(DataTable& table, Origin origin) const {
+        std::vector<Remark> remarks =
+            RemarksOnShape(table, {.Names = NamesInFile, .IsDelimited = origin == Origin::File});
+        if (!Options.KeepsTexts) {
+            const std::vector<Remark> onNumbers =
+                ReadNumbersInTexts(table, {.Separator = Layout.Separator.value_or('\0'),
+                                           .Decimal = Options.Decimal,
+                                           .TakesDecimal = origin == Origin::File});
+            remarks.insert(remarks.end(), onNumbers.begin(), onNumbers.end());
+        }
+        if (Options.Noticed) {
+            std::ranges::for_each(remarks, Options.Noticed);
+        }
+    }
+
     const TextSource& Source;
     const std::string& Path;
     const ReadOptions& Options;
@@ -178,6 +202,7 @@ class TableReading {
     FieldRules Rules;
     TextFaults Faults;
     TextLayout Layout;
+    std::vector<std::string> NamesInFile;
 };
 
 /// Whether a file can be read part by part: a pipe can't, nor can what must be brought into UTF-8 as a whole.
@@ -255,7 +280,7 @@ DataTable TableOfRows(std::string text, const std::string& path, const ReadOptio
     reading.Decimal = '.';
     reading.Encoding.clear();
     const TextSource source(std::move(text));
-    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText);
+    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText, TableReading::Origin::Cells);
 }
 
 }  // namespace quillara

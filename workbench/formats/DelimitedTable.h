@@ -10,10 +10,11 @@
 namespace quillara {
 
 /// Reads a file of delimited text as a table. A variable is numeric when all its fields that aren't missing are decimal
-/// numbers, or when it has none; a date when all are days YYYY-MM-DD; else text.
-/// Throws DataError, naming the file and the line, for a record with too many or too few fields, a quote that is
-/// never closed, a number too large for a double; also for a file without any record.
-/// Surprise: with --decimal "," a comma is the last choice as the separator that is found, not the first.
+/// numbers, or when it has none; a date when all are days YYYY-MM-DD; else text, unless all its texts are numbers in
+/// one notation (ReadNumbersInTexts). What is odd about the table is told to options.Noticed. Throws DataError, naming
+/// the file and the line, for a record with too many or too few fields, a quote that is never closed, a number too
+/// large for a double; also for a file without any record. Surprise: with --decimal "," a comma is the last choice as
+/// the separator that is found, not the first.
 [[nodiscard]] DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options);
 
 /// The same of bytes that are there already.

@@ -6,13 +6,24 @@
 namespace quillara {
 namespace {
 
-std::string Joined(const std::vector<std::string>& texts, std::string_view beforeLast) {
+std::string Joined(const std::vector<std::string>& texts, std::string_view beforeLast,
+                   std::string_view between = ", ") {
     std::string joined;
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        joined += i == 0 ? "" : i + 1 == texts.size() ? std::string(beforeLast) : ", ";
+        joined += i == 0 ? "" : i + 1 == texts.size() ? beforeLast : between;
         joined += texts[i];
     }
     return joined;
+}
+
+std::vector<std::string> WrittenExtensions() {
+    std::vector<std::string> formats;
+    for (const FileFormat& format : FileFormats) {
+        if (format.IsWritten) {
+            formats.emplace_back(format.Extension);
+        }
+    }
+    return formats;
 }
 
 }  // namespace
@@ -33,13 +44,11 @@ std::string ReadFormats() {
 }
 
 std::string WrittenFormats() {
-    std::vector<std::string> formats;
-    for (const FileFormat& format : FileFormats) {
-        if (format.IsWritten) {
-            formats.emplace_back(format.Extension);
-        }
-    }
-    return Joined(formats, " or ");
+    return Joined(WrittenExtensions(), " or ");
+}
+
+std::string WrittenFormats(std::string_view between) {
+    return Joined(WrittenExtensions(), between, between);
 }
 
 std::string FormatTable() {

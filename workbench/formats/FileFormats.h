@@ -51,6 +51,8 @@ inline constexpr auto FileFormats = std::to_array<FileFormat>({
 
 /// "csv, sav, zsav, dta, qtable or xlsx"
 [[nodiscard]] std::string WrittenFormats();
+/// The same with a text of one's own between them.
+[[nodiscard]] std::string WrittenFormats(std::string_view between);
 
 /// The table of the README, a row a format.
 [[nodiscard]] std::string FormatTable();

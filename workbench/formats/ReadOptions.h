@@ -6,15 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/Remark.h"
+
 namespace quillara {
 
-/// How a data file is to be read. Separator, Decimal, HasHeader and MissingTexts count for delimited text only.
+/// How a data file is to be read. Separator, Decimal, HasHeader, MissingTexts and KeepsTexts count for
+/// what is read as delimited text is.
 struct ReadOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
     char Decimal = '.';
     std::string Encoding{};  ///< empty: what the file says; delimited text: UTF-8, else Windows-1252
     bool HasHeader = true;
     std::optional<std::vector<std::string>> MissingTexts{};  ///< in place of NA, N/A, NaN, ...
+    bool KeepsTexts = false;  ///< whether "1,234" and "10%" stay texts (see ReadWrittenNumbers)
     std::string Sheet{};  ///< of a workbook, by its name or its number from 1; empty: the first that isn't hidden
     std::optional<std::size_t> MaxMemory{};  ///< bytes for the whole program; nothing: see MemoryLimit
     std::size_t Threads = 0;  ///< that read delimited text side by side; 0: as many as the processor runs at once
@@ -23,7 +27,8 @@ struct ReadOptions {
 
     std::function<void(double share)> Progress{};  ///< told now and then how much is done, rising from 0 to 1
     std::function<void(std::size_t bytes)> Received{};  ///< told the same of a pipe, whose length nobody knows
-    std::function<void(const std::string& line)> Noticed{};  ///< told what the user may want to know of the choice made
+    std::function<void(const Remark& remark)>
+        Noticed{};  ///< told what the user should know of the file and its reading
     std::function<bool()> Cancelled{};  ///< asked now and then; true ends the reading with Interrupted
 };
 

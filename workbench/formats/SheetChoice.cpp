@@ -43,8 +43,10 @@ std::size_t ChosenSheet(const std::vector<SheetEntry>& sheets, const std::string
     const auto shown = std::ranges::find(sheets, false, &SheetEntry::IsHidden);
     const std::size_t chosen = shown == sheets.end() ? 0 : static_cast<std::size_t>(shown - sheets.begin());
     if (sheets.size() > 1 && options.Noticed) {
-        options.Noticed(Quoted(NameOfFile(path)) + " has " + std::to_string(sheets.size()) + " sheets; " +
-                        Quoted(sheets[chosen].Name) + " is read, --sheet takes another of " + NamesOf(sheets) + ".");
+        options.Noticed({"further-sheets",
+                         Quoted(NameOfFile(path)) + " has " + std::to_string(sheets.size()) + " sheets, of which " +
+                             Quoted(sheets[chosen].Name) + " is read.",
+                         "--sheet (sheet in Python) takes another of " + NamesOf(sheets) + "."});
     }
     return chosen;
 }

@@ -34,6 +34,9 @@ std::string WrongCount(const FieldCounts& counts, std::optional<char> separator,
     if (!options.SeparatorOption.empty()) {
         advice.append("; ").append(options.SeparatorOption).append(" sets another");
     }
+    if (counts.Expected == 1 && counts.Fields > 1) {
+        advice += "; a title above the names has to go from the file";
+    }
     return CountOfFields(counts.Fields) + " instead of " + expected + "; the first record has " + expected + " (" +
            advice + ")";
 }

@@ -98,7 +98,7 @@ void Notice(CAnalysisDoc* document, Remark remark) {
 
 void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices) {
     for (const FormulaNotice& notice : notices) {
-        Notice(document, {notice.Code, notice.Text, notice.Advice});
+        Notice(document, notice);
     }
 }
 

@@ -34,6 +34,9 @@ std::string ReadingArguments(const ScriptOpening& opening) {
     if (reading.MissingTexts) {
         add("missing", MissingTexts(*reading.MissingTexts));
     }
+    if (reading.KeepsTexts) {
+        add("keep_texts", "True");
+    }
     if (!reading.Sheet.empty()) {
         add("sheet", PythonText(reading.Sheet));
     }

@@ -118,6 +118,7 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
     document.SetWeight(cases.Weight);
     document.Services.BreakFlag = &cancelled;
     document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
+    Notice(&document, cases.OnReading);
     document.Services.HearRemark = [](const Remark& remark) { TheScriptDesk().Keep({remark.Line(), remark.Code}); };
     Notice(&document, notices);
     document.Adopt(Held->Library.NewAnalysis());

@@ -27,6 +27,7 @@ struct CasesInForce {
     std::string Formula;  ///< of the selection; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
     std::vector<FormulaNotice> Notices{};  ///< about formulas of the table
+    std::vector<Remark> OnReading{};  ///< about its file; told already
 };
 
 /// The cases that the steps in force leave.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include <bit>
 #include <random>
 
@@ -80,7 +82,7 @@ TEST(DelimitedTable, OptionsOverride) {
         {"a;b\n1,5;x\n,5;y\n",    {.Decimal = ','},                     "a N 1.5 0.5; b T x y"},
         {"1,5;2,5\n",             {.Decimal = ',', .HasHeader = false}, "Var1 N 1.5; Var2 N 2.5"},
         {"a,b\n\"1,5\",1.5\n",    {.Decimal = ','},                     "a N 1.5; b T 1.5"},
-        {"a,b;c\n1,2;3\n",        {.Separator = ';'},                   "a,b T 1,2; c N 3"},
+        {"a,b;c\n1,2;3\n",        {.Separator = ';', .KeepsTexts = true}, "a,b T 1,2; c N 3"},
         {"a,b\n99,NA\n1,\n",      {.MissingTexts = {{"99"}}},           "a N - 1; b T NA -"},
         {"a,b\n\xE9,1\n",         {.Encoding = "Latin1"},               "a T é; b N 1"},
         {"a,b\n\x80,1\n",         {.Encoding = "cp1252"},               "a T €; b N 1"},
@@ -96,6 +98,53 @@ TEST(DelimitedTable, OptionsOverride) {
     const std::string path = folder.Put("data.csv", "a,b\n");
     EXPECT_THROW((void)ReadDataFile(path, {.Encoding = "klingon"}), UsageError);
     EXPECT_THROW((void)ReadDataFile(path, {.Separator = '"'}), UsageError);
+}
+
+TEST(DelimitedTable, NumbersInOneNotationAreRead) {
+    const struct {
+        const char* Fields;  // of one variable, with blanks between
+        const char* Read;  // in files that commas, semicolons and tabs separate
+    } cases[] = {
+        // In groups of thousands, and not
+        {"1,234 5",             "N 1234 5|T 1,234 5|N 1234 5"},
+        {"1,234,567 5",         "N 1234567 5|N 1234567 5|N 1234567 5"},
+        {"1,234.5 -7 +8.25",    "N 1234.5 -7 8.25|N 1234.5 -7 8.25|N 1234.5 -7 8.25"},
+        {"1,234 5678",          "T 1,234 5678|N 1.234 5678|N 1.234 5678"},
+        {"1,234 0.5 NA",        "N 1234 0.5 -|N 1234 0.5 -|N 1234 0.5 -"},
+        {"1,23 4,5",            "T 1,23 4,5|N 1.23 4.5|N 1.23 4.5"},
+        {"0,123 4",             "T 0,123 4|N 0.123 4|N 0.123 4"},
+        {"1.234,5 6",           "N 1234.5 6|N 1234.5 6|N 1234.5 6"},
+        {"1.234.567 8",         "N 1234567 8|N 1234567 8|N 1234567 8"},
+        {"1.234,5 1,234.5",     "T 1.234,5 1,234.5|T 1.234,5 1,234.5|T 1.234,5 1,234.5"},
+        {"1,2,3 4",             "T 1,2,3 4|T 1,2,3 4|T 1,2,3 4"},
+        {"1,234 x",             "T 1,234 x|T 1,234 x|T 1,234 x"},
+        // Percents are fractions, rounded once; signs stand at all or none
+        {"10% 5.5% -7%",        "N 0.1 0.055 -0.07|N 0.1 0.055 -0.07|N 0.1 0.055 -0.07"},
+        {"10,5% 1%",            "N 0.105 0.01|N 0.105 0.01|N 0.105 0.01"},
+        {"10% 0.1",             "T 10% 0.1|T 10% 0.1|T 10% 0.1"},
+        {"1e2% 50%",            "N 1 0.5|N 1 0.5|N 1 0.5"},
+        {"$5 -$1,000 $-2",      "N 5 -1000 -2|T $5 -$1,000 $-2|N 5 -1000 -2"},
+        {"€5 $5",               "T €5 $5|T €5 $5|T €5 $5"},
+        {"$ %",                 "T $ %|T $ %|T $ %"},
+        {"--5% 1%",             "T --5% 1%|T --5% 1%|T --5% 1%"},
+    };
+    for (const auto& [fields, shown] : cases) {
+        std::string read;
+        for (const char* separator : {",", ";", "\t"}) {
+            std::string text = std::string("v") + separator + "w\n";
+            std::istringstream stream(fields);
+            for (std::string field; stream >> field;) {
+                text += '"' + field + '"' + separator + "x\n";
+            }
+            const std::string both = Read(text);
+            read += (read.empty() ? "" : "|") + both.substr(2, both.find(';') - 2);
+        }
+        EXPECT_EQ(read, shown) << fields;
+    }
+    // A comma that is certain to be a decimal one tells of others; --decimal tells of all
+    EXPECT_EQ(Read("a\tb\n1,234\t0,5\n"), "a T 1,234; b N 0.5");
+    EXPECT_EQ(Read("a\tb\n1,234\t1.234\n", {.Decimal = ','}), "a N 1.234; b N 1234");
+    EXPECT_EQ(Read("a\tb\n1,234\t10%\n", {.KeepsTexts = true}), "a T 1,234; b T 10%");
 }
 // clang-format on
 

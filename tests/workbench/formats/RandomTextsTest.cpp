@@ -135,7 +135,7 @@ class TextMaker {
 };
 
 ReadOptions SomeOptions(TextMaker& maker) {
-    ReadOptions options{.HasHeader = !maker.OneIn(5)};
+    ReadOptions options{.HasHeader = !maker.OneIn(5), .KeepsTexts = true};
     options.Decimal = maker.OneIn(6) ? ',' : '.';
     if (maker.OneIn(4)) {
         options.Separator = std::string_view(",;\t|x\x01\"")[maker.Below(7)];
