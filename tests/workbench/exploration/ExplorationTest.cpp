@@ -1,0 +1,159 @@
+#include "workbench/exploration/Exploration.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host/Brushing.h"
+#include "resources/ControlIds.h"
+#include "tests/Locations.h"
+#include "workbench/data/Errors.h"
+#include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/exploration/ExplorationHistory.h"
+#include "workbench/formats/DataFile.h"
+#include "workbench/hosting/AnalysisServices.h"
+#include "workbench/scripting/CategoryLookup.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+using testing::ElementsAre;
+
+/// A person who answers dialogs in the order given, and notes what there is to see.
+struct Person : ExplorationListener {
+    bool WorkIn(Window& dialog) override {
+        if (Answers.empty()) {
+            return false;
+        }
+        const auto answer = Answers.front();
+        Answers.erase(Answers.begin());
+        answer(dialog);
+        return dialog.IsClosed();
+    }
+    bool Pick(BrushingRun& run) override {
+        if (Bars.empty()) {
+            return false;
+        }
+        run.Regions.setSelected(Bars.front());
+        Bars.erase(Bars.begin());
+        return true;
+    }
+    void ShowMessage(std::string_view text) override { Seen.emplace_back(text); }
+    void DocumentAppeared(ResultDocument& document) override { Seen.push_back("new " + document.Name()); }
+    void DocumentChanged(ResultDocument& document) override { Seen.push_back("changed " + document.Name()); }
+    void DocumentWent(ResultDocument& document) override { Seen.push_back("gone " + document.Name()); }
+    void TableMade(std::shared_ptr<const DataTable> table) override { Tables.push_back(std::move(table)); }
+    void RemarkMade(const Remark& /*remark*/) override {}
+    void Changed() override {}
+    void WorkBegan(std::string_view /*text*/, std::int32_t /*total*/) override {}
+    void WorkAdvanced(std::int32_t /*done*/) override {}
+    void WorkEnded() override {}
+
+    std::vector<std::function<void(Window&)>> Answers;
+    std::vector<int> Bars;
+    std::vector<std::string> Seen;
+    std::vector<std::shared_ptr<const DataTable>> Tables;
+};
+
+class ExplorationTest : public testing::Test {
+  protected:
+    ExplorationTest() {
+        Viewer.Answers.emplace_back([this](Window& dialog) {
+            ChooseVariables(dialog, {NumberOf("sex"), NumberOf("region")}, {NumberOf("age")});
+        });
+        Explored.Press(DrillVariablesButton);
+        Past.Follow(Explored);
+    }
+
+    [[nodiscard]] short NumberOf(const std::string& name) const {
+        return static_cast<short>(Explored.Table().IndexOf(name) + 1);
+    }
+    void Down(const std::string& variable, const std::string& category) {
+        Explored.Down(variable, category);
+        Past.Follow(Explored);
+    }
+    [[nodiscard]] std::vector<std::string> Steps() {
+        std::vector<std::string> steps;
+        for (const StepTaken& step : Explored.Steps()) {
+            steps.push_back(step.Condition());
+        }
+        return steps;
+    }
+
+    Person Viewer;
+    Exploration Explored{std::make_shared<DataTable>(ReadDataFile(testing_locations::Sample("survey.sav"))),
+                         {testing_locations::Sample("survey.sav")},
+                         Viewer,
+                         nullptr};
+    ExplorationHistory Past;
+};
+
+TEST_F(ExplorationTest, StepsGoByNameAndDocumentsFollowThem) {
+    Explored.Press(FrequenciesButton);
+    Explored.Press(AutoUpdateBox);
+    Explored.Press(HistogramsButton);
+    Viewer.Seen.clear();
+    Down("sex", "Female");
+    EXPECT_THAT(Steps(), ElementsAre("sex = Female"));
+    EXPECT_EQ(Explored.Remaining()->Cases, 1077);
+    // The histogram of the variable that was drilled on has no place among the others.
+    EXPECT_THAT(Viewer.Seen, testing::Contains(testing::StartsWith("changed Histogram")));
+    EXPECT_THAT(Viewer.Seen, testing::Not(testing::Contains(testing::HasSubstr("requency"))));
+    EXPECT_THROW(Explored.Down("sex", "Male"), ImpossibleStep);
+    EXPECT_THROW(Explored.Down("region", "Nowhere"), ImpossibleStep);
+    EXPECT_THROW(Explored.Up("age"), ImpossibleStep);
+    EXPECT_THAT(Steps(), ElementsAre("sex = Female"));
+    const auto closing = Explored.Documents().front();
+    Explored.Close(*closing);
+    EXPECT_EQ(Viewer.Seen.back(), "gone " + closing->Name());
+}
+
+TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {
+    Down("age", "40<x<=50");
+    Down("sex", "Female");
+    Down("region", "Central Plain");
+    const std::int32_t cases = Explored.Remaining()->Cases;
+    Explored.Up("sex");
+    Past.Follow(Explored);
+    ASSERT_EQ(Past.States().size(), 5U);
+    EXPECT_FALSE(Past.CanRedo());
+    Past.GoTo(Explored, 3);
+    EXPECT_THAT(Steps(), testing::UnorderedElementsAre("age = 40<x<=50", "sex = Female", "region = Central Plain"));
+    EXPECT_EQ(Explored.Remaining()->Cases, cases);
+    Past.GoTo(Explored, 0);
+    EXPECT_THAT(Steps(), ElementsAre());
+    Past.GoTo(Explored, 1);
+    EXPECT_THAT(Steps(), ElementsAre("age = 40<x<=50"));
+    EXPECT_TRUE(Past.CanRedo());
+    Down("sex", "Male");
+    EXPECT_FALSE(Past.CanRedo());
+    EXPECT_EQ(Past.States().size(), 3U);
+    EXPECT_EQ(Past.States().back().Text(), "age = 40<x<=50, sex = Male");
+}
+
+TEST_F(ExplorationTest, BrushingDrillsUntilItsUserLeaves) {
+    Viewer.Bars = {0, 1};
+    Explored.ClickRow(DrillDownListControl, 0);
+    Explored.Press(BrushButton);
+    EXPECT_EQ(Explored.Steps().size(), 2U);
+    EXPECT_FALSE(Explored.IsBusy());
+}
+
+TEST_F(ExplorationTest, NoCommandBeginsWithinAnother) {
+    Viewer.Answers.emplace_back([this](Window& dialog) {
+        EXPECT_TRUE(Explored.IsBusy());
+        EXPECT_THROW(Explored.Press(FrequenciesButton), UsageError);
+        Explored.Use(dialog, [](Window& window) { window.Click(2); });
+    });
+    Explored.Press(DownButton);
+    EXPECT_FALSE(Explored.IsBusy());
+    EXPECT_THAT(Steps(), ElementsAre());
+    Explored.Press(2);  // leaves
+    EXPECT_TRUE(Explored.HasEnded());
+}
+
+}  // namespace
+}  // namespace quillara

@@ -1,0 +1,233 @@
+#include "workbench/exploration/Exploration.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "resources/ControlIds.h"
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/hosting/RemainingCases.h"
+#include "workbench/hosting/StepHistory.h"
+#include "workbench/scripting/CategoryLookup.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+constexpr const char* NoMemory = "There is not enough memory for this analysis.";
+
+/// Holds a value for the time of a block.
+template <typename Value>
+class Holding {
+  public:
+    Holding(Value& place, Value value) : Place(place), Before(std::exchange(place, value)) {}
+    Holding(const Holding&) = delete;
+    Holding& operator=(const Holding&) = delete;
+    ~Holding() { Place = Before; }
+
+  private:
+    Value& Place;
+    const Value Before;
+};
+
+auto PlaceOf(std::vector<CountedPointer<ResultDocument>>& documents, const ResultDocument& document) {
+    return std::ranges::find(documents, &document, &CountedPointer<ResultDocument>::Get);
+}
+
+}  // namespace
+
+Exploration::Exploration(std::shared_ptr<const DataTable> table, ScriptOpening opening, ExplorationListener& listener,
+                         SettingsStore* settings)
+    : Listener(listener),
+      Tables{std::move(table)},
+      Recorder(std::move(opening)),
+      Library(AnalysisModule::DrillDownPath()),
+      Document(*Tables.front()) {
+    Document.Services = Services(settings);
+    Document.Adopt(Library.NewAnalysis());
+    if (!Document.RunSequence() || Document.StartupWindow() == nullptr) {
+        throw DataError(NoMemory);
+    }
+}
+
+Exploration::~Exploration() = default;
+
+AnalysisServices Exploration::Services(SettingsStore* settings) {
+    AnalysisServices services;
+    services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };
+    services.Brush = [this](BrushingRun& run) {
+        TellDocuments();
+        Listener.Changed();
+        return Listener.Pick(run);
+    };
+    services.ShowMessage = [this](std::string_view text) { Listener.ShowMessage(text); };
+    services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
+    services.MemoryLacked = [this] { LacksMemory = true; };
+    services.TakeDocument = [this](ResultDocument& document) { Take(document); };
+    services.HearStandAlone = [this](ResultDocument& document) { Take(document); };
+    services.TakeData = [this](std::shared_ptr<const DataTable> made) {
+        Tables.push_back(made);
+        Listener.TableMade(std::move(made));
+    };
+    services.BreakFlag = &BreakFlag;
+    services.ProgressStarted = [this](std::string_view text, std::int32_t total) { Listener.WorkBegan(text, total); };
+    services.ProgressAdvanced = [this](std::int32_t done) { Listener.WorkAdvanced(done); };
+    services.ProgressEnded = [this] { Listener.WorkEnded(); };
+    services.Recorder = &Recorder;
+    services.Settings = settings;
+    return services;
+}
+
+std::vector<StepTaken> Exploration::Steps() {
+    const std::vector<StepTaken>& taken = StepsOf(&Document).Taken();
+    return StepsInForce(taken, taken.size());
+}
+
+std::optional<SubsetSize> Exploration::Selected() {
+    return CountSelected(Document);
+}
+
+std::optional<SubsetSize> Exploration::Remaining() {
+    return CountRemaining(Document);
+}
+
+void Exploration::Use(Window& window, const std::function<void(Window&)>& action) {
+    if (std::ranges::find(Modal, &window) != Modal.end()) {
+        action(window);  // the command that has opened it goes on by itself
+    } else {
+        Act([&] { action(window); });
+    }
+}
+
+void Exploration::Press(int id) {
+    Act([&] { Startup().Click(id); });
+}
+
+void Exploration::Press(int id, const Answer& answer) {
+    Act([&] { Startup().Click(id); }, &answer);
+    if (std::exchange(NextAnswer, nullptr) != nullptr) {
+        throw DataError(NoMemory);  // the dialog hasn't been opened
+    }
+}
+
+void Exploration::ClickRow(int list, int row) {
+    Act([&] { Startup().ClickRow(list, row); });
+}
+
+void Exploration::TypeNumber(int field, double number) {
+    Act([&] { Startup().TypeNumber(field, number); });
+}
+
+const Control& Exploration::At(int id) {
+    return Startup().At(id);
+}
+
+void Exploration::Act(const std::function<void()>& action, const Answer* answer) {
+    if (IsBusy()) {
+        throw UsageError("Another command still runs; wait for its end, or cancel it.");
+    }
+    {
+        const Holding running(Running, true);
+        NextAnswer = answer;
+        BreakFlag = false;
+        LacksMemory = false;
+        action();
+        Document.RunMessages();
+    }
+    Document.RunMessages();  // lets closed windows go now that nothing runs
+    TellDocuments();
+    Listener.Changed();
+    if (LacksMemory) {
+        throw DataError(NoMemory);
+    }
+}
+
+bool Exploration::WorkIn(Window& dialog) {
+    TellDocuments();
+    Modal.push_back(&dialog);
+    const std::unique_ptr<void, std::function<void(void*)>> leave(this, [this](void*) { Modal.pop_back(); });
+    const Answer* answer = std::exchange(NextAnswer, nullptr);
+    if (answer == nullptr) {
+        Listener.Changed();
+        return Listener.WorkIn(dialog);
+    }
+    (*answer)(dialog);
+    if (!dialog.IsClosed()) {
+        throw DataError("The dialog " + Quoted(dialog.Resource().Title) + " doesn't accept what was entered.");
+    }
+    return true;
+}
+
+/// The analysis is in the midst of its result.
+void Exploration::Take(ResultDocument& document) {
+    if (PlaceOf(Fresh, document) == Fresh.end()) {
+        Fresh.push_back(CountedPointer<ResultDocument>::Share(&document));
+    }
+}
+
+void Exploration::TellDocuments() {
+    for (const CountedPointer<ResultDocument>& document : std::exchange(Fresh, {})) {
+        if (PlaceOf(Shown, *document) != Shown.end()) {
+            Listener.DocumentChanged(*document);
+        } else if (!document->IsClosed() && document->SetVisible(true)) {
+            Shown.push_back(document);
+            Listener.DocumentAppeared(*document);
+        }
+    }
+    const auto [gone, end] = std::ranges::stable_partition(
+        Shown, [](const auto& document) { return document->IsVisible() && !document->IsClosed(); });
+    const std::vector<CountedPointer<ResultDocument>> went(gone, end);
+    Shown.erase(gone, end);
+    for (const CountedPointer<ResultDocument>& document : went) {
+        Listener.DocumentWent(*document);
+    }
+}
+
+/// A row of the second list bears the category behind the name, in brackets.
+int Exploration::RowOf(int list, const std::string& variable) {
+    const std::vector<std::string>& rows = At(list).Rows;
+    const auto names = [&](const std::string& row) {
+        return row == variable || (list == DrillUpListControl && row.starts_with(variable + " ("));
+    };
+    const auto row = std::ranges::find_if(rows, names);
+    return row == rows.end() ? -1 : static_cast<int>(row - rows.begin());
+}
+
+bool Exploration::CanGoDown(const std::string& variable) {
+    return RowOf(DrillDownListControl, variable) >= 0;
+}
+
+bool Exploration::CanGoUp(const std::string& variable) {
+    return RowOf(DrillUpListControl, variable) >= 0;
+}
+
+void Exploration::Down(const std::string& variable, const RowChooser& chooseRow) {
+    const int row = RowOf(DrillDownListControl, variable);
+    if (row < 0) {
+        throw ImpossibleStep("The variable " + Quoted(variable) + " isn't among those that can be drilled on.");
+    }
+    const Variable& chosen = Table().Variables[Table().IndexOf(variable)];
+    ClickRow(DrillDownListControl, row);
+    Press(DownButton, [&](Window& dialog) { AnswerWithCategory(dialog, chosen, chooseRow); });
+}
+
+void Exploration::Down(const std::string& variable, const std::string& category) {
+    Down(variable, [&](const CategoryList& list) { return FindCategory(list, category); });
+}
+
+void Exploration::Up(const std::string& variable) {
+    const int row = RowOf(DrillUpListControl, variable);
+    if (row < 0) {
+        throw ImpossibleStep("There is no step on the variable " + Quoted(variable) + " to undo.");
+    }
+    ClickRow(DrillUpListControl, row);
+    Press(UpButton);
+}
+
+void Exploration::Close(ResultDocument& document) {
+    const auto held = CountedPointer<ResultDocument>::Share(&document);
+    held->Close();
+    TellDocuments();
+}
+
+}  // namespace quillara

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/CountedPointer.h"
+#include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/StepTaken.h"
+#include "workbench/exploration/ExplorationListener.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisModule.h"
+#include "workbench/recording/SessionRecorder.h"
+#include "workbench/scripting/CategoryAnswer.h"
+#include "workbench/scripting/DialogActions.h"
+
+namespace quillara {
+
+class SettingsStore;
+
+/// One drill-down analysis of a table, as a person works with it: its startup dialog is open from the start to the end.
+/// Whatever is done is done in that window, or in one that it has opened; the operations below press its buttons too.
+/// While a command runs no other can begin: operations throw UsageError then. One for which memory was lacking ends in
+/// a DataError. From one thread only.
+class Exploration final : public DialogActions {
+  public:
+    /// `listener` and `settings` outlive it; `opening` is how a recorded script begins. Throws DataError when the
+    /// module can't be loaded or has no memory.
+    Exploration(std::shared_ptr<const DataTable> table, ScriptOpening opening, ExplorationListener& listener,
+                SettingsStore* settings);
+    /// Documents that others hold live on, closed ones as closed.
+    ~Exploration() override;
+
+    // What is there
+
+    [[nodiscard]] Window& Startup() { return *Document.StartupWindow(); }
+    /// Whether the startup dialog has been left: nothing more can be done.
+    [[nodiscard]] bool HasEnded() { return Document.StartupWindow() == nullptr; }
+    [[nodiscard]] bool IsBusy() const { return Running || !Modal.empty(); }
+    /// The table as it is now; the startup dialog can open another.
+    [[nodiscard]] const DataTable& Table() const { return Document.Table(); }
+    [[nodiscard]] AnalysisDocument& Analysed() { return Document; }
+    /// The documents that stand in windows, the newest last.
+    [[nodiscard]] const std::vector<CountedPointer<ResultDocument>>& Documents() const { return Shown; }
+    /// The steps in force, in the order in which they were taken.
+    [[nodiscard]] std::vector<StepTaken> Steps();
+    /// The cases before the first step, and those that the steps leave; nothing: not known.
+    [[nodiscard]] std::optional<SubsetSize> Selected();
+    [[nodiscard]] std::optional<SubsetSize> Remaining();
+    [[nodiscard]] SessionRecorder& Recording() { return Recorder; }
+
+    // What a person does
+
+    /// Does something in a window of the exploration, then what follows from it.
+    void Use(Window& window, const std::function<void(Window&)>& action);
+    void Press(int id) override;
+    void Press(int id, const Answer& answer) override;
+    void ClickRow(int list, int row) override;
+    void TypeNumber(int field, double number) override;
+    [[nodiscard]] const Control& At(int id) override;
+
+    [[nodiscard]] bool CanGoDown(const std::string& variable);
+    [[nodiscard]] bool CanGoUp(const std::string& variable);
+    /// Selects the variable and presses Down; the category dialog is answered with a row. Throws ImpossibleStep when
+    /// there is no such variable among those that can be drilled on, and what `chooseRow` throws: no step is taken
+    /// then.
+    void Down(const std::string& variable, const RowChooser& chooseRow);
+    /// The same by the name of the category.
+    void Down(const std::string& variable, const std::string& category);
+    /// Throws ImpossibleStep when there is no step on the variable.
+    void Up(const std::string& variable);
+
+    /// Closes a document, as its window is closed.
+    void Close(ResultDocument& document);
+    /// What runs through the cases ends as soon as it can.
+    void Cancel() { BreakFlag = true; }
+
+  private:
+    AnalysisServices Services(SettingsStore* settings);
+    void Act(const std::function<void()>& action, const Answer* answer = nullptr);
+    bool WorkIn(Window& dialog);
+    void Take(ResultDocument& document);
+    void TellDocuments();
+    [[nodiscard]] int RowOf(int list, const std::string& variable);
+
+    ExplorationListener& Listener;
+    std::vector<std::shared_ptr<const DataTable>> Tables;  // that live as long as the analysis
+    SessionRecorder Recorder;
+    AnalysisModule Library;
+    AnalysisDocument Document;
+    std::atomic<bool> BreakFlag = false;
+    std::vector<CountedPointer<ResultDocument>> Fresh;  // their contents, not told yet
+    std::vector<CountedPointer<ResultDocument>> Shown;
+    std::vector<Window*> Modal;  // that stand open, the inmost last
+    const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers
+    bool Running = false;
+    bool LacksMemory = false;
+};
+
+}  // namespace quillara

@@ -1,0 +1,124 @@
+#include "workbench/exploration/ExplorationHistory.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+#include "resources/ControlIds.h"
+#include "workbench/exploration/Exploration.h"
+#include "workbench/scripting/CategoryLookup.h"
+#include "workbench/windows/Control.h"
+
+namespace quillara {
+namespace {
+
+bool AreSame(const StepTaken& one, const StepTaken& other) {
+    return one.Variable == other.Variable && one.Category == other.Category;
+}
+
+bool Has(const std::vector<StepTaken>& steps, const StepTaken& step) {
+    return std::ranges::any_of(steps, [&](const StepTaken& each) { return AreSame(each, step); });
+}
+
+bool AreSame(const std::vector<StepTaken>& one, const std::vector<StepTaken>& other) {
+    return std::ranges::equal(one, other, [](const auto& left, const auto& right) { return AreSame(left, right); });
+}
+
+/// What can be or has been drilled on.
+std::string VariablesOf(Exploration& exploration) {
+    std::multiset<std::string> names;
+    for (const StepTaken& step : exploration.Steps()) {
+        names.insert(step.Variable);
+    }
+    std::ranges::copy(exploration.At(DrillDownListControl).Rows, std::inserter(names, names.end()));
+    std::string text;
+    for (const std::string& name : names) {
+        text += name + '\n';
+    }
+    return text;
+}
+
+void TakeBack(Exploration& exploration, const std::vector<StepTaken>& steps) {
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        exploration.Up(step->Variable);
+    }
+}
+
+void Take(Exploration& exploration, const std::vector<StepTaken>& steps) {
+    for (const StepTaken& step : steps) {
+        exploration.Down(step.Variable, step.Category);
+    }
+}
+
+/// Those of one list that another hasn't.
+std::vector<StepTaken> Without(const std::vector<StepTaken>& steps, const std::vector<StepTaken>& other) {
+    std::vector<StepTaken> rest;
+    std::ranges::copy_if(steps, std::back_inserter(rest), [&](const StepTaken& step) { return !Has(other, step); });
+    return rest;
+}
+
+bool LeaveTheSame(const std::vector<StepTaken>& target, Exploration& exploration) {
+    const std::optional<SubsetSize> left = exploration.Remaining();
+    return target.empty() || !target.back().Left || !left || target.back().Left->Cases == left->Cases;
+}
+
+/// The intervals of a variable may depend on the steps that were in force when it was drilled on: where the shortest
+/// way doesn't lead to the same cases, all steps are taken anew in their order.
+void Reach(Exploration& exploration, const std::vector<StepTaken>& target) {
+    const std::vector<StepTaken> present = exploration.Steps();
+    TakeBack(exploration, Without(present, target));
+    try {
+        Take(exploration, Without(target, present));
+    } catch (const ImpossibleStep&) {
+        TakeBack(exploration, exploration.Steps());
+        Take(exploration, target);
+    }
+    if (!LeaveTheSame(target, exploration)) {
+        TakeBack(exploration, exploration.Steps());
+        Take(exploration, target);
+    }
+}
+
+}  // namespace
+
+std::string ExplorationHistory::State::Text() const {
+    std::string text;
+    for (const StepTaken& step : Steps) {
+        text += (text.empty() ? "" : ", ") + step.Condition();
+    }
+    return text.empty() ? "All cases" : text;
+}
+
+void ExplorationHistory::Follow(Exploration& exploration) {
+    if (IsGoing || exploration.HasEnded() || exploration.IsBusy()) {
+        return;
+    }
+    std::vector<StepTaken> steps = exploration.Steps();
+    std::string variables = VariablesOf(exploration);
+    if (variables != Variables || &exploration.Table() != Table) {
+        Variables = std::move(variables);
+        Table = &exploration.Table();
+        Known.assign(1, State{std::move(steps)});
+        Now = 0;
+    } else if (!AreSame(steps, Known[Now].Steps)) {
+        Known.resize(Now + 1);
+        Known.push_back(State{std::move(steps)});
+        ++Now;
+    }
+}
+
+void ExplorationHistory::GoTo(Exploration& exploration, std::size_t state) {
+    const std::vector<StepTaken> target = Known.at(state).Steps;
+    IsGoing = true;
+    try {
+        Reach(exploration, target);
+    } catch (...) {
+        IsGoing = false;
+        Follow(exploration);
+        throw;
+    }
+    IsGoing = false;
+    Now = state;
+}
+
+}  // namespace quillara
