@@ -133,12 +133,24 @@ void Exploration::Act(const std::function<void()>& action, const Answer* answer)
         LacksMemory = false;
         action();
         Document.RunMessages();
+        SelectAnyRow();
     }
     Document.RunMessages();  // lets closed windows go now that nothing runs
     TellDocuments();
     Listener.Changed();
     if (LacksMemory) {
         throw DataError(NoMemory);
+    }
+}
+
+/// A list that has been filled anew has no selected row; the commands that go by one would have no effect.
+void Exploration::SelectAnyRow() {
+    Window* startup = Document.StartupWindow();
+    for (const int list : {DrillDownListControl, DrillUpListControl}) {
+        if (startup != nullptr && startup->At(list).Selected < 0 && !startup->At(list).Rows.empty()) {
+            startup->ClickRow(list, 0);
+            Document.RunMessages();
+        }
     }
 }
 
@@ -174,10 +186,11 @@ void Exploration::TellDocuments() {
             Listener.DocumentAppeared(*document);
         }
     }
-    const auto [gone, end] = std::ranges::stable_partition(
-        Shown, [](const auto& document) { return document->IsVisible() && !document->IsClosed(); });
-    const std::vector<CountedPointer<ResultDocument>> went(gone, end);
-    Shown.erase(gone, end);
+    const auto gone = std::stable_partition(Shown.begin(), Shown.end(), [](const auto& document) {
+        return document->IsVisible() && !document->IsClosed();
+    });
+    const std::vector<CountedPointer<ResultDocument>> went(gone, Shown.end());
+    Shown.erase(gone, Shown.end());
     for (const CountedPointer<ResultDocument>& document : went) {
         Listener.DocumentWent(*document);
     }

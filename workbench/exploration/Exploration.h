@@ -23,7 +23,8 @@ class SettingsStore;
 /// One drill-down analysis of a table, as a person works with it: its startup dialog is open from the start to the end.
 /// Whatever is done is done in that window, or in one that it has opened; the operations below press its buttons too.
 /// While a command runs no other can begin: operations throw UsageError then. One for which memory was lacking ends in
-/// a DataError. From one thread only.
+/// a DataError. A list of drill variables in which no row is selected after a command gets its first one selected, as
+/// by a click. From one thread only.
 class Exploration final : public DialogActions {
   public:
     /// `listener` and `settings` outlive it; `opening` is how a recorded script begins. Throws DataError when the
@@ -80,6 +81,7 @@ class Exploration final : public DialogActions {
   private:
     AnalysisServices Services(SettingsStore* settings);
     void Act(const std::function<void()>& action, const Answer* answer = nullptr);
+    void SelectAnyRow();
     bool WorkIn(Window& dialog);
     void Take(ResultDocument& document);
     void TellDocuments();

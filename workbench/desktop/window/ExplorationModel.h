@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "workbench/exploration/Exploration.h"
+#include "workbench/exploration/ExplorationHistory.h"
+#include "workbench/exploration/ExplorationListener.h"
+
+namespace quillara {
+
+/// The exploration that a main window shows, if there is one, and what has happened to it as signals for its views.
+/// Views work on it by Do, which shows the user what goes wrong.
+class ExplorationModel : public QObject, public ExplorationListener {
+    Q_OBJECT
+
+  public:
+    /// How the user answers; set once, by the main window.
+    struct Answers {
+        std::function<bool(Window&)> WorkIn;
+        std::function<bool(BrushingRun&)> Pick;
+        std::function<void(const QString&)> ShowMessage;
+    };
+
+    /// `settings` outlives it; null: none are kept.
+    explicit ExplorationModel(SettingsStore* settings, QObject* parent = nullptr);
+    ~ExplorationModel() override;
+
+    void SetAnswers(Answers answers) { Answering = std::move(answers); }
+
+    /// Begins an exploration of a table in place of the one that is there. Throws as Exploration.
+    void Begin(std::shared_ptr<const DataTable> table, ScriptOpening opening);
+    /// Ends the exploration. Not while a command runs: false then.
+    bool End();
+
+    /// Null when there is none.
+    [[nodiscard]] Exploration* Present() { return Explored.get(); }
+    [[nodiscard]] ExplorationHistory& History() { return Past; }
+    /// Whether a command runs or a modal window is open, so that no other command can begin.
+    [[nodiscard]] bool IsBusy() const { return Explored != nullptr && Explored->IsBusy(); }
+
+    /// Works on the exploration and shows the user what it throws. False when there is none or it has thrown.
+    bool Do(const std::function<void(Exploration&)>& action);
+    /// Goes to a state of the history.
+    bool GoTo(std::size_t state);
+
+    bool WorkIn(Window& dialog) override { return Answering.WorkIn && Answering.WorkIn(dialog); }
+    bool Pick(BrushingRun& run) override { return Answering.Pick && Answering.Pick(run); }
+    void ShowMessage(std::string_view text) override;
+    void DocumentAppeared(ResultDocument& document) override { emit documentAppeared(&document); }
+    void DocumentChanged(ResultDocument& document) override { emit documentChanged(&document); }
+    void DocumentWent(ResultDocument& document) override { emit documentWent(&document); }
+    void TableMade(std::shared_ptr<const DataTable> table) override { emit tableMade(table); }
+    void RemarkMade(const Remark& remark) override { emit remarkMade(remark); }
+    void Changed() override;
+    void WorkBegan(std::string_view text, std::int32_t total) override;
+    void WorkAdvanced(std::int32_t done) override { emit workAdvanced(done); }
+    void WorkEnded() override { emit workEnded(); }
+
+  signals:
+    /// An exploration has begun, or the last one has ended.
+    void replaced();
+    /// Controls, steps or settings may be others.
+    void changed();
+    void documentAppeared(quillara::ResultDocument* document);
+    void documentChanged(quillara::ResultDocument* document);
+    void documentWent(quillara::ResultDocument* document);
+    void tableMade(std::shared_ptr<const quillara::DataTable> table);
+    void remarkMade(const quillara::Remark& remark);
+    void workBegan(const QString& text, int total);
+    void workAdvanced(int done);
+    void workEnded();
+
+  private:
+    SettingsStore* Settings;
+    Answers Answering;
+    std::unique_ptr<Exploration> Explored;
+    ExplorationHistory Past;
+};
+
+}  // namespace quillara
