@@ -8,6 +8,7 @@
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
+#include "tests/Shares.h"
 #include "tests/automation/OutputsBench.h"
 #include "tests/dialogs/DialogModel.h"
 #include "tests/workbench/Files.h"
@@ -285,12 +286,9 @@ class RandomWalk : public testing::TestWithParam<unsigned>, public OutputsBench 
             Command{"close",        3, 0,                       &RandomWalk::CloseDocument},
         };
         // clang-format on
-        const auto* command = commands.begin();
-        for (int drawn = Below(100); drawn >= command->Share; ++command) {
-            drawn -= command->Share;
-        }
-        Log.emplace_back(command->Name);
-        (this->*command->Run)(command->Control);
+        const Command& command = RowByShare(commands, Below(100));
+        Log.emplace_back(command.Name);
+        (this->*command.Run)(command.Control);
     }
 
     // What must be so afterwards

@@ -1,4 +1,5 @@
 #include "tests/workbench/recording/RandomSession.h"
+#include "tests/Shares.h"
 
 #include <gtest/gtest.h>
 
@@ -370,12 +371,9 @@ void RandomSession::Act() {
         Command{"open",              1, OpenDataButton,       &RandomSession::Click},
     };
     // clang-format on
-    const auto* command = commands.begin();
-    for (int drawn = Below(100); drawn >= command->Share; ++command) {
-        drawn -= command->Share;
-    }
-    Log += std::string(command->Name) + '\n';
-    (this->*command->Run)(command->Control);
+    const Command& command = RowByShare(commands, Below(100));
+    Log += std::string(command.Name) + '\n';
+    (this->*command.Run)(command.Control);
 }
 
 }  // namespace recordingtest
