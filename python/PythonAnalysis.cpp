@@ -24,6 +24,11 @@ py::object SubsetOf(ScriptedAnalysis& analysis) {
     return py::make_tuple(subset->Left.Cases, subset->Left.Weight, subset->Of, steps);
 }
 
+/// How many cases there were before the first step, then behind each, None where they weren't counted.
+std::vector<std::optional<std::int32_t>> SizesOf(ScriptedAnalysis& analysis) {
+    return CallHost("to_frame", [&analysis] { return analysis.Sizes(); });
+}
+
 }  // namespace
 
 PythonAnalysis::PythonAnalysis(const PythonTable& table, const std::string& formula, std::optional<std::size_t> weight)
@@ -66,6 +71,13 @@ void PythonAnalysis::Define(py::module_& module) {
              [](PythonAnalysis& own, std::size_t variable, const std::string& method) {
                  CallHost("categorize", [&] { return own.Held->Categorize(variable, method), true; });
              })
+        .def("group",
+             [](PythonAnalysis& own, std::size_t variable, const std::vector<std::string>& categories) {
+                 const auto group = CallHost("down", [&] { return own.Held->Group(variable, categories); });
+                 return py::make_tuple(group.Variable, group.Category);
+             })
+        .def("names", [](PythonAnalysis& own) { return CallHost("down", [&own] { return own.Held->Names(); }); })
+        .def("sizes", [](PythonAnalysis& own) { return SizesOf(*own.Held); })
         .def("store_page",
              [](PythonAnalysis& own, const std::string& member) {
                  CallHost(member, [&own] { return own.Held->StorePage(), true; });

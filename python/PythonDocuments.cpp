@@ -70,6 +70,11 @@ std::string ResultName(const PythonObject& object) {
     return CallHost("result", [&object] { return NamedResultOf(DocumentOf(object)); });
 }
 
+/// How many steps were taken before its content.
+int StepOf(const PythonObject& object) {
+    return CallHost("to_frame", [&object] { return DocumentOf(object).Step(); });
+}
+
 /// What a document holds as tidy rows: (result, variable, category, statistic, value).
 py::list TellTidyRows(const PythonObject& object) {
     const std::vector<TidyRow> rows = CallHost("to_frame", [&object] { return TidyRowsOf(DocumentOf(object)); });
@@ -128,6 +133,7 @@ void DefineDocuments(py::module_& module) {
     module.def("spreadsheet", TellSpreadsheet, "The corner, the columns and the names of the rows of a table");
     module.def("shown_variables", ShownVariables, "The names of the variables that a document shows");
     module.def("result_name", ResultName, "The kind of a document by its name");
+    module.def("step_of", StepOf, "How many drill steps, down and up, were taken before it");
     module.def("tidy_rows", TellTidyRows, "All that a document holds, each number with what it is");
     module.def("text", Text, "A document as aligned text");
     module.def("html", Html, "A table as HTML");

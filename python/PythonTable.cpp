@@ -18,10 +18,12 @@
 #include "workbench/data/CategoryGroups.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
+#include "workbench/documents/Remarks.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/Dictionary.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/VariableNotation.h"
+#include "workbench/scripting/ListChecks.h"
 
 namespace py = pybind11;
 using quillara::DataTable;
@@ -226,18 +228,31 @@ void DefineColumn(py::module_& module) {
         .def("__len__", [](const PythonColumn& column) { return column.Values.size(); });
 }
 
-void CheckSelection(const PythonTable& table, const std::string& formula) {
-    CallHost("select", [&] { return SelectCases(*table.Held, formula); });
+/// Texts and codes of what is noticed about a formula.
+py::list TellNotices(std::span<const quillara::FormulaNotice> notices) {
+    py::list told;
+    for (const quillara::FormulaNotice& notice : notices) {
+        told.append(py::make_tuple(quillara::Remark{notice.Code, notice.Text, notice.Advice}.Line(), notice.Code));
+    }
+    return told;
 }
 
-/// The table with a variable more; its columns are the same.
-PythonTable Computed(const PythonTable& table, const std::string& name, const std::string& formula) {
-    return CallHost("compute", [&] {
-        DataTable computed = *table.Held;
+py::list CheckSelection(const PythonTable& table, const std::string& formula) {
+    std::vector<quillara::FormulaNotice> notices;
+    CallHost("select", [&] { return SelectCases(*table.Held, formula, &notices); });
+    return TellNotices(notices);
+}
+
+/// The table with a variable more, whose columns are the same, and what is noticed about the formula.
+py::tuple Computed(const PythonTable& table, const std::string& name, const std::string& formula) {
+    PythonTable computed = CallHost("compute", [&] {
+        DataTable longer = *table.Held;
         std::vector<quillara::FormulaNotice> notices = table.Notices;
-        Derive(computed, {name, formula}, notices);
-        return PythonTable{std::make_shared<const DataTable>(std::move(computed)), std::move(notices), table.OnReading};
+        Derive(longer, {name, formula}, notices);
+        return PythonTable{std::make_shared<const DataTable>(std::move(longer)), std::move(notices), table.OnReading};
     });
+    const py::list told = TellNotices(std::span(computed.Notices).subspan(table.Notices.size()));
+    return py::make_tuple(std::move(computed), told);
 }
 
 /// Name and formula of the variable that brings some categories of another together, and the name of the category.
@@ -247,11 +262,13 @@ py::tuple GroupedCategories(const PythonTable& table, std::size_t index, const s
     return py::make_tuple(group.Grouping.Name, group.Grouping.Formula, group.Category);
 }
 
-/// Two lists of variables, unless one stands there twice.
-std::string WithoutRepeats(const PythonTable& table, const std::string& lists) {
+/// Two lists of variables, unless one stands there twice or holds texts that it can't take.
+std::string CheckedLists(const PythonTable& table, const std::string& text) {
     return CallHost("Variables", [&] {
-        CheckForRepeats(*table.Held, quillara::ListsIn(*table.Held, lists));
-        return lists;
+        const quillara::TwoLists lists = quillara::ListsIn(*table.Held, text);
+        CheckForRepeats(*table.Held, lists);
+        CheckTexts(*table.Held, lists, "among the categorical variables, the first list");
+        return text;
     });
 }
 
@@ -284,7 +301,8 @@ void PythonTable::Define(py::module_& module) {
         .def("compute", Computed, "The table with one more variable, by its name and formula")
         .def("group", GroupedCategories, "Several categories of a variable as one of another")
         .def("check_selection", CheckSelection)
-        .def("without_repeats", WithoutRepeats, "Two lists of variables, in which none may stand twice")
+        .def("checked_lists", CheckedLists,
+             "Two lists of variables, in which none may stand twice or be of the wrong kind")
         .def("weight_index", WeightIndex);
     module.def("read", ReadTable, "Reads a data file");
     module.def("make", MakeTable, "A table of columns: name, kind, values, labels by value, keeper of the values");

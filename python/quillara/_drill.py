@@ -85,7 +85,7 @@ class DialogWindow(Object, kind="DialogWindow"):
 class Drill(Object, kind="DDNStartup"):
     """A drill-down analysis by its startup dialog. With `with` it closes at the end."""
 
-    __slots__ = ("_analysis", "_table", "__weakref__")
+    __slots__ = ("_analysis", "_table", "_groupings", "__weakref__")
 
     @classmethod
     def _of(cls, face):
@@ -98,6 +98,7 @@ class Drill(Object, kind="DDNStartup"):
         self = wrap(analysis.dialog())
         self._analysis = analysis
         self._table = table
+        self._groupings = {}  # the variable of several categories that was drilled last, by the name of their own
         _open.add(self)
         return self
 
@@ -105,8 +106,8 @@ class Drill(Object, kind="DDNStartup"):
         """Drills down: only the cases of this category of the variable remain.
 
         A category goes by its name, by the text behind its label, by its row ("#0"), by a value of it, a day or a time,
-        or by "Missing", None or NaN for missing data. A list of categories is a step on the variable that table.group
-        has made of them, which is to be among the variables of the analysis.
+        or by "Missing", None or NaN for missing data. A list of categories of a categorical variable is one step, on a
+        variable VAR_group that brings them together and joins those of the analysis; steps in force stay.
         """
         number = self._number(variable, "down")
         if isinstance(category, (list, tuple)):
@@ -131,23 +132,31 @@ class Drill(Object, kind="DDNStartup"):
 
     def _work(self, called, *arguments):
         try:
-            called(*arguments)
+            given = called(*arguments)
         except Error as error:
             warn_of_messages(error.text, level=4)
             raise
         warn_of_messages(level=4)
+        return given
 
     def _grouped(self, number, categories):
-        variable = self._table.names[number - 1]
-        name, _, together = self._table._grouping(variable, categories)
-        if name not in self._table.names:
-            raise Error(INVALID_ARGUMENT, f'Several categories at once are a variable of their own: table.group("{variable}", '
-                                          f'{shown(categories)}) adds it before table.drill(...) begins with it.', "down")
-        return self._number(name, "down"), together
+        """Number and category of the variable that brings several categories of another together."""
+        if not categories:
+            raise ValueError("A list of categories has one at least.")
+        if len(categories) == 1:
+            return number, text_of_category(categories[0])
+        variable = self._names[number - 1]
+        grouped, together = self._work(self._analysis.group, number, [text_of_category(each) for each in categories])
+        self._groupings[variable] = self._names[grouped - 1]
+        return grouped, together
 
     def up(self, variable: str | int) -> None:
-        """Undoes the step on this variable."""
+        """Undoes the step on this variable, or on several of its categories."""
         number = self._number(variable, "up")
+        name = self._names[number - 1]
+        steps = self._steps()
+        if name not in steps and self._groupings.get(name) in steps:
+            number = self._number(self._groupings[name], "up")
         self.DrillUpVariable = number  # where none is current, what it reads as is the first one all the same
         self._make_current("DrillUpVariable", number, "up")
         self.DrillUp()
@@ -164,7 +173,7 @@ class Drill(Object, kind="DDNStartup"):
 
         variables = [variable] if within is None else [variable, within]
         numbers = [self._number(each, "each") for each in variables]
-        return _groups.each(self, self._analysis, numbers, [self._table.names[number - 1] for number in numbers])
+        return _groups.each(self, self._analysis, numbers, [self._names[number - 1] for number in numbers])
 
     def crosstab(self, rows: str | int, columns: str | int, of: str = "counts", margins: bool = False,
                  bounds: Mapping[str, Sequence[float]] | None = None) -> pandas.DataFrame:
@@ -179,7 +188,7 @@ class Drill(Object, kind="DDNStartup"):
         if of not in _groups.MEASURES:
             raise ValueError(f"of is one of {', '.join(_groups.MEASURES)}, not {shown(of)}.")
         sides = [self._number(each, "crosstab") - 1 for each in (rows, columns)]
-        cuts = [sorted(map(float, (bounds or {}).get(self._table.names[side], []))) for side in sides]
+        cuts = [sorted(map(float, (bounds or {}).get(self._names[side], []))) for side in sides]
         return _groups.crosstab(self._analysis, *zip(sides, cuts), of, margins)
 
     def distribution(self, variable: str | int | None = None) -> pandas.DataFrame:
@@ -188,7 +197,7 @@ class Drill(Object, kind="DDNStartup"):
         from . import _groups
 
         frames = _groups.distributions(self._analysis)
-        name = None if variable is None else self._table.names[self._number(variable, "distribution") - 1]
+        name = None if variable is None else self._names[self._number(variable, "distribution") - 1]
         if name not in frames:
             told = "No continuous" if name is None else f'"{name}" is no categorical'
             raise Error(INVALID_ARGUMENT, f"{told} variable is chosen that has no step.", "distribution")
@@ -213,7 +222,7 @@ class Drill(Object, kind="DDNStartup"):
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""
         self._check_open(member)
-        names = self._table.names
+        names = self._names
         number = whole_number(variable)
         if number is not None:
             if 0 < number <= len(names):
@@ -223,6 +232,11 @@ class Drill(Object, kind="DDNStartup"):
         if text(variable, "A variable goes by its name or its number") not in names:
             raise Error(INVALID_ARGUMENT, f'The data have no variable "{variable}".', member)
         return names.index(variable) + 1
+
+    @property
+    def _names(self):
+        """Of the variables of its table, to which groupings are added."""
+        return self._analysis.names()
 
     def _check_open(self, member):
         """Fails once the dialog has closed."""
@@ -234,7 +248,7 @@ class Drill(Object, kind="DDNStartup"):
     def _make_current(self, member, number, called):
         """One that is current already isn't written again: that would drop what the Categorization page shows; before
         another one is, that is stored."""
-        name = self._table.names[number - 1]
+        name = self._names[number - 1]
         if self._current(member) != name:
             if member == "DrillDownVariable":
                 self._analysis.store_page(called)
@@ -246,7 +260,7 @@ class Drill(Object, kind="DDNStartup"):
     def _steps(self):
         """The variables that steps were taken on."""
         rows = self._analysis.steps()
-        return [name for name in self._table.names if any(row == name or row.startswith(f"{name} (") for row in rows)]
+        return [name for name in self._names if any(row == name or row.startswith(f"{name} (") for row in rows)]
 
     def _current(self, member):
         try:
@@ -270,12 +284,12 @@ class Drill(Object, kind="DDNStartup"):
             raise Error(error.code, error.text, "cases") from None
 
     def to_frame(self) -> pandas.DataFrame:
-        """All that its open documents hold as one tidy frame of pandas: a row for each number, with its document, result,
-        variable, category and statistic."""
+        """All that its open documents hold as one tidy frame of pandas: a row for each number, with the number of steps
+        before it and the cases that these leave, its document, result, variable, category and statistic."""
         from . import _frames
 
         documents = [each for each in self.analysis.Outputs if isinstance(each, Document)]
-        return _frames.frame_of_documents(documents, lambda document: _quillara.tidy_rows(document._face))
+        return _frames.frame_of_documents(documents, self._analysis.sizes())
 
     @property
     def analysis(self) -> Analysis:

@@ -3,6 +3,7 @@
 import numpy
 import pandas
 
+from . import _quillara
 from ._arguments import texts as names_in
 
 
@@ -66,11 +67,17 @@ def _cells(cells, whole):
     return pandas.array(cells, dtype="Int64" if has_gaps else "int64") if whole else pandas.array(cells, dtype="float64")
 
 
-def frame_of_documents(documents, rows_of):
-    """All that documents hold, a number a row; values are numbers unless one of them is a text."""
-    columns = ["document", "result", "variable", "category", "statistic", "value"]
-    rows = [(document.Name, *row) for document in documents for row in rows_of(document)]
-    frame = pandas.DataFrame(rows, columns=columns)
+def frame_of_documents(documents, sizes):
+    """All that documents hold, a number a row; values are numbers unless one of them is a text. sizes: the cases behind
+    each step, None where they aren't known."""
+    columns = ["step", "cases", "document", "result", "variable", "category", "statistic", "value"]
+    rows = []
+    for document in documents:
+        step = _quillara.step_of(document._face)
+        cases = sizes[step] if step < len(sizes) else None
+        rows += [(step, cases, document.Name, *row) for row in _quillara.tidy_rows(document._face)]
+    frame = pandas.DataFrame(rows, columns=columns).astype({"step": "int64"})
+    frame["cases"] = pandas.array(frame["cases"], dtype="Int64" if frame["cases"].isna().any() else "int64")
     has_texts = any(isinstance(value, str) for value in frame["value"])
     return frame if has_texts else frame.astype({"value": "float64"})
 

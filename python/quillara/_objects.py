@@ -48,6 +48,7 @@ UNANSWERED, HOW_TO_ANSWER = "has opened and had no answer.", (
 
 _classes = {}
 _messages_known = 0
+_told_early = set()
 
 
 def snake_case(name: str) -> str:
@@ -66,8 +67,15 @@ def warn_of_messages(failure="", level=4):
     messages = _quillara.messages_behind(_messages_known)
     _messages_known = _quillara.messages_so_far()
     for text, code in messages:
-        if text not in failure:
+        if text not in failure and text not in _told_early:
             warnings.warn(Remark(text, code) if code else Message(_with_advice(text)), stacklevel=level)
+
+
+def warn_of_formula(notices):
+    """Tells at once what is noticed of a formula; the analyses that it applies to don't tell it again."""
+    for text, code in notices:
+        _told_early.add(text)
+        warnings.warn(Remark(text, code), stacklevel=3)
 
 
 def _with_advice(text):

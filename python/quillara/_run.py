@@ -1,5 +1,6 @@
-"""Runs a script for `quillara run`: its arguments are a format or nothing, a file or nothing, "quiet" or nothing, the
-script, and what the script gets. The exit status is that of the script; 1 after an exception, 130 after Ctrl-C."""
+"""Runs a script for `quillara run`: its arguments are a format or nothing, a file, a folder or nothing, "quiet" or
+nothing; the title of a report or nothing, when and by which call it is made; the script, and what the script gets. The
+exit status is that of the script; 1 after an exception, 130 after Ctrl-C."""
 
 import os
 import sys
@@ -85,13 +86,21 @@ def status_of(work):
         return 1
 
 
-def show(host, form, file):
+def write_folder(host, form, folder, script):
+    replaced = host.write_folder(form, folder, script)
+    if replaced:
+        print(replaced, file=sys.stderr)
+
+
+def show(host, form, file, report, script):
     """Prints or writes what the analyses have made, behind all that the script has printed. Gives the exit status."""
     try:
-        if file:
-            host.write_outputs(form, file)
+        if file and host.names_folder(file):
+            write_folder(host, form, file, script)
+        elif file:
+            host.write_outputs(form, file, *report)
         else:
-            text = host.outputs(form)
+            text = host.outputs(form, *report)
             sys.stdout.flush()
             sys.stdout.buffer.write(text)
             sys.stdout.buffer.flush()
@@ -107,7 +116,8 @@ def show(host, form, file):
 
 
 def main():
-    form, file, quiet, script, *arguments = sys.argv[1:]
+    form, file, quiet, *report, script = sys.argv[1:8]
+    arguments = sys.argv[8:]
     host = package()
     if quiet:
         hush()
@@ -115,7 +125,7 @@ def main():
         host.keep_outputs()
     status = run(script, arguments)
     if form and status == 0:
-        status = show(host, form, file)
+        status = show(host, form, file, report, script)
     sys.exit(status)
 
 

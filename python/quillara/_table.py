@@ -12,7 +12,7 @@ from ._arguments import shown
 from ._documents import DataDocument
 from ._drill import Drill, text_of_category, text_of_lists, with_hint
 from ._errors import INVALID_ARGUMENT, Error, Message, WrongType, WrongValue
-from ._objects import warn_of_messages
+from ._objects import warn_of_formula, warn_of_messages
 
 
 class Variable:
@@ -107,7 +107,7 @@ class Table:
         if formula is not None:
             _arguments.text(formula, "A selection is a formula such as 'age > 30', or None for all cases")
         if formula:
-            self._held.check_selection(formula)
+            warn_of_formula(self._held.check_selection(formula))
         self._selection = formula or ""
         return self
 
@@ -118,13 +118,16 @@ class Table:
         """
         _arguments.text(name, "A computed variable has a name")
         _arguments.text(formula, "A variable is computed by a formula such as 'hours / 40'")
-        self._hold(self._held.compute(name, formula))
+        held, notices = self._held.compute(name, formula)
+        self._hold(held)
+        warn_of_formula(notices)
         return self
 
     def group(self, variable: str, categories: Sequence[str | float | datetime.date | datetime.time | None]) -> str:
         """Adds a variable of two categories, the ones named and all other, for analyses to step on several at once.
 
-        Gives its name. With it among the variables of an analysis, drill.down(variable, categories) steps on it.
+        Gives its name. drill.down(variable, categories) steps on it, and adds such a variable to its analysis where there
+        is none.
         """
         name, formula, _ = self._grouping(variable, categories)
         if name not in self._names:
@@ -168,7 +171,7 @@ class Table:
         drill = Drill._begin(self, _quillara.Analysis(self._held, self._selection, weight))
         if categorical or continuous:
             try:
-                drill.Variables = self._held.without_repeats(text_of_lists(categorical, continuous))
+                drill.Variables = self._held.checked_lists(text_of_lists(categorical, continuous))
             except Error as error:
                 drill.close()
                 raise with_hint(error, (categorical, continuous), self._names) from None

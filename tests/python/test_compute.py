@@ -7,7 +7,7 @@ import subprocess
 import numpy
 import pandas
 import pytest
-from conftest import PROGRAM, failure_of
+from conftest import PROGRAM, SURVEY, failure_of
 
 import quillara
 
@@ -70,10 +70,16 @@ def test_texts_of_formulas_are_texts():
         'The data have a variable "place" already; a derived one takes another name.'
 
 
-def test_what_a_formula_notices_warns():
-    table = quillara.open(DATA / "penguins.csv").compute("x", "sex = 'mALE'")
-    with pytest.warns(quillara.Remark, match='"mALE" in these letters'):
-        table.drill("x").close()
+def test_what_a_formula_notices_warns_at_once_and_not_again(recwarn):
+    table = quillara.open(DATA / "penguins.csv")
+    for formula, text, code in (("sex = 'mALE'", '"mALE" in these letters', "text-other-case"),
+                                ("species = 'Gento'", 'is "Gento". Near to it: "Gentoo".', "text-not-found")):
+        with pytest.warns(quillara.Remark) as caught:
+            table.compute(f"x{code}", formula).select(formula)
+        assert [(text in str(each.message), each.message.code) for each in caught] == [(True, code)] * 2
+    recwarn.clear()
+    table.drill("species").close()
+    assert len(recwarn) == 0
 
 
 def test_a_recorded_drill_with_formulas_gives_the_same_again(tmp_path):
@@ -87,11 +93,48 @@ def test_a_recorded_drill_with_formulas_gives_the_same_again(tmp_path):
 
 
 def test_several_categories_are_one_step():
-    table = quillara.open(DATA / "adult.csv")
-    name = table.group("education", ["masters", "Doctorate"])
-    with table.drill(["sex", name]) as drill:
-        drill.down("education", ["Masters", "Doctorate"])
-        frame = pandas.read_csv(DATA / "adult.csv")
-        assert len(drill.cases) == frame.education.isin(["Masters", "Doctorate"]).sum()
-        assert failure_of(lambda: drill.down("sex", ["Male", "Female"]))[1].startswith(
-            "Several categories at once are a variable of their own: table.group(")
+    frame = pandas.read_csv(DATA / "adult.csv")
+    study = frame.education.isin(["Masters", "Doctorate"])
+    with quillara.open(DATA / "adult.csv").drill("sex education", "age") as drill:
+        drill.ReviewVariables = "race | fnlwgt"
+        drill.categorize("age", "bounds:30.123456789,60")
+        drill.down("sex", "Female")
+        drill.down("age", 45)
+        drill.down("education", ["masters", "Doctorate"])
+        rest = (frame.sex == "Female") & frame.age.between(31, 60)
+        assert [each.variable for each in drill.subset.steps] == ["sex", "age", "education_group"]
+        assert drill.subset.cases == (rest & study).sum() and len(drill.ReviewFrequencies) == 2
+        tidy = drill.to_frame()
+        assert set(zip(tidy["step"], tidy["cases"])) == {(3, drill.subset.cases)} and tidy["cases"].dtype == "int64"
+        drill.up("education")
+        assert drill.subset.cases == rest.sum()
+        drill.down("education", ["Masters"])
+        assert drill.subset.cases == (rest & (frame.education == "Masters")).sum()
+        assert "is continuous" in failure_of(lambda: drill.down("age", [20, 30]))[1]
+        assert "no category" in failure_of(lambda: drill.down("sex", ["Male", "none"]))[1]
+        with pytest.raises(ValueError, match="one at least"):
+            drill.down("sex", [])
+
+
+def test_several_categories_give_the_documents_of_the_command_line(tmp_path):
+    script = tmp_path / "several.py"
+    lines = ("table.weight = 'weight'", "drill = table.drill('sex education region', 'age income')",
+             "drill.ReviewVariables = 'commute | hours'", "drill.DrillDownVariable, drill.StepSize, drill.ValueStepSize = 'age', 1, 7",
+             "drill.down('sex', 'Female')", "drill.down('age', '#3')",
+             "drill.down('education', ['Vocational training', 'No certificate'])",
+             "drill.Frequencies, drill.ReviewFrequencies, drill.Descriptives, drill.Summary")
+    script.write_text(f"import quillara\ntable = quillara.open({SURVEY!r})\n" + "\n".join(lines))
+    drill = ["--weight", "weight", "--categorical", "sex,education,region", "--continuous", "age,income", "--review-categorical",
+             "commute", "--review-continuous", "hours", "--categorize", "age=step:7", "--down", "sex=Female", "--down", "age=#3",
+             "--down", "education=Vocational training|No certificate", "--show", "frequencies,review-frequencies,descriptives,summary"]
+    told = [subprocess.run([PROGRAM, *call, "--quiet", "--format", "json"], capture_output=True, text=True, check=True).stdout
+            for call in (["drill", SURVEY, *drill],)]
+    told.append(subprocess.run([PROGRAM, "run", "--quiet", "--format", "json", script], capture_output=True, text=True, check=True).stdout)
+    assert told[0] == told[1]
+
+
+def test_texts_among_the_continuous_variables_are_refused():
+    table = quillara.open(DATA / "penguins.csv")
+    assert failure_of(lambda: table.drill("sex", "island"))[1] == (
+        'The variable "island" holds texts (3 different ones), which have no mean and no intervals; '
+        "name it among the categorical variables, the first list.")

@@ -58,6 +58,17 @@ def test_a_categorization_of_the_variable_that_is_drilled_next_is_part_of_its_st
                                                  "drill.ValueNoOfExactIntervals = 3\n") in script.read_text()
 
 
+def test_paths_of_a_recorded_script_are_meant_from_the_folder_in_which_it_runs(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "data").mkdir()
+    (tmp_path / "data" / "survey.sav").write_bytes(pathlib.Path(SURVEY).read_bytes())
+    drilled = run("drill", "data/survey.sav", "--categorical", "sex", "--format", "json", "--record", "data/drill.py")[1]
+    assert run("run", "--format", "json", "data/drill.py")[:2] == (0, drilled)
+    monkeypatch.chdir(tmp_path / "data")
+    status, _, said = run("run", "--format", "json", "drill.py")
+    assert status == 1 and "data/survey.sav" in said.splitlines()[-1]
+
+
 @pytest.mark.parametrize("more, status, error", [
     (["--record", SURVEY],                                 2, "names the data file"),
     (["--record", "x.py", "--output", "./x.py"],           2, "--record and --output both name"),

@@ -13,12 +13,12 @@
 #include "workbench/command/ReportFacts.h"
 #include "workbench/command/ShownPainting.h"
 #include "workbench/command/StandardStreams.h"
-#include "workbench/command/TableFiles.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
+#include "workbench/scripting/TableFiles.h"
 #include "workbench/views/DocumentViews.h"
 
 namespace quillara {
@@ -67,7 +67,7 @@ Results Painted(const DrillOptions& options, const OutputCollection& outputs) {
     const ChartPainting paint = std::bind_front(&ShownPainting::Paint, &painting);
     Results results{PaintedPlots(options.Charts, outputs, paint), {}, {}};
     if (GoToFolder(options)) {
-        results.Tables = TableFiles(outputs, options.IsFormatNamed ? options.Format : OutputFormat::Csv);
+        results.Tables = TableFiles(std::span(&outputs, 1), options.IsFormatNamed ? options.Format : OutputFormat::Csv);
     } else {
         results.Documents = Shown(options, outputs, paint);
     }
@@ -84,9 +84,14 @@ void CheckTables(const DrillOptions& options, const std::vector<FolderFile>& tab
     CheckTablesHitNoOther(*options.OutputFile, tables, others);
 }
 
+void WriteOne(const std::string& path, const std::string& bytes) {
+    const FileWriting writing(path);
+    ReplaceFile(path, bytes, IsInterrupted);
+}
+
 void WriteTables(const std::string& folder, const std::vector<FolderFile>& tables) {
     const std::string replaced = WhatIsReplaced(folder, tables);
-    WriteFolder(folder, tables);
+    WriteFolder(folder, tables, WriteOne);
     if (!replaced.empty()) {
         WriteMessage(replaced);
     }
@@ -144,19 +149,12 @@ std::string WhatWasSaved(const DataTable& subset, const DrillOptions& options) {
            weight + ".";
 }
 
-void WriteScript(const std::string& path, const std::string& script) {
-    const FileWriting writing(path);
-    ReplaceFile(path, script, IsInterrupted);
-}
-
 }  // namespace
 
 void CheckFiles(const DrillOptions& options) {
     CheckFile("--output", options.OutputFile, options);
-    const bool isOneFile = options.Format == OutputFormat::Html || options.Format == OutputFormat::Workbook;
-    if (GoToFolder(options) && options.IsFormatNamed && isOneFile) {
-        const std::string what = options.Format == OutputFormat::Html ? "report" : "workbook";
-        throw UsageError("--output: a " + what + " is one file, not a folder; name a file, or choose another format.");
+    if (GoToFolder(options) && options.IsFormatNamed) {
+        CheckGoesToFolder(options.Format);
     }
     CheckFile("--record", options.RecordFile, options);
     CheckFile("--save", options.SaveFile, options);
@@ -180,10 +178,10 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
         }
     }
     if (options.RecordFile) {
-        WriteScript(*options.RecordFile, outcome.Script);
+        WriteOne(*options.RecordFile, outcome.Script);
     }
     if (options.Charts.Folder) {
-        WriteFolder(*options.Charts.Folder, results.Plots);
+        WriteFolder(*options.Charts.Folder, results.Plots, WriteOne);
     }
     if (GoToFolder(options)) {
         WriteTables(*options.OutputFile, results.Tables);

@@ -10,7 +10,6 @@
 #include "workbench/command/GroupedSteps.h"
 #include "workbench/command/HostResults.h"
 #include "workbench/command/LeftOutResults.h"
-#include "workbench/command/ListChecks.h"
 #include "workbench/command/ProgressBar.h"
 #include "workbench/command/ResultList.h"
 #include "workbench/command/ReviewPairs.h"
@@ -25,6 +24,7 @@
 #include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryLookup.h"
+#include "workbench/scripting/ListChecks.h"
 
 namespace quillara {
 namespace {
@@ -379,7 +379,9 @@ DrillOutcome RunDrill(const DrillOptions& asked) {
         const Variable& variable = table.Variables[table.IndexOf(categorized.Variable)];
         categorized.How = InData(categorized.How, variable, settings.Selection);
     }
-    CheckTexts(table, variables);
+    for (const VariableLists& lists : {variables.Drill, variables.Review}) {
+        CheckTexts(table, {lists.Categorical, lists.Continuous}, "in --categorical");
+    }
     return DrillRun(options, table, std::move(settings), std::move(variables)).Run();
 }
 

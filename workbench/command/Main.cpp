@@ -40,10 +40,12 @@ void AddOpenCommand(CLI::App& program) {
 
 void AddCommands(CLI::App& program, const std::vector<std::string>& own, const std::vector<std::string>& forScript) {
     program.require_subcommand(0, 1);
+    std::vector<std::string> whole = own;
+    whole.insert(whole.end(), forScript.begin(), forScript.end());
     AddDrillCommand(program, ShellCall(own));
     AddInfoCommand(program);
     AddConvertCommand(program);
-    AddRunCommand(program, forScript);
+    AddRunCommand(program, ShellCall(whole), forScript);
     AddOpenCommand(program);
     program.callback([&program] {
         if (program.get_subcommands().empty()) {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "workbench/command/ChartOptions.h"
-#include "workbench/command/FolderFiles.h"
 #include "workbench/documents/OutputCollection.h"
+#include "workbench/scripting/FolderFiles.h"
 
 namespace quillara {
 

@@ -11,13 +11,20 @@
 #include <optional>
 #include <string_view>
 
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
+#include "workbench/command/ReportFacts.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/formats/FileBytes.h"
+#include "workbench/formats/FileFormats.h"
 #include "workbench/hosting/AnalysisModule.h"
+#include "workbench/scripting/TableFiles.h"
 #include "workbench/views/DocumentViews.h"
 
 namespace quillara {
@@ -47,12 +54,13 @@ constexpr const char* RunNotes =
 struct RunOptions {
     std::optional<std::string> Format;
     std::optional<std::string> OutputFile;
+    std::string Title;
     bool Quiet = false;
     std::string Script;
 };
 
 bool TakesValue(std::string_view option) {
-    return option == "--format" || option == "--output";
+    return option == "--format" || option == "--output" || option == "--title";
 }
 
 /// Beside the libraries: in a build below python, installed below the folder of the interpreter's packages.
@@ -80,9 +88,41 @@ std::string RunnerOfPackage() {
     throw DataError("The Python package isn't installed beside this program; build it with -D QUILLARA_PYTHON=ON.");
 }
 
+/// Whether a program runs what is a test of Python to Python and an error to others; all that it prints is dropped.
+bool IsPython(const std::string& program) {
+    constexpr int proof = 42;
+    const std::string test = "import sys; sys.exit(" + std::to_string(proof) + " if sys.version_info > (3,) else 1)";
+    std::vector<std::string> words{program, "-c", test};
+    std::vector<char*> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    }
+    pid_t process = 0;
+    const int error = posix_spawnp(&process, words[0].c_str(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    return error == 0 && waitpid(process, &status, 0) == process && WIFEXITED(status) && WEXITSTATUS(status) == proof;
+}
+
+/// Throws DataError when the one that the environment names is no Python.
 std::string InterpreterInUse() {
     const char* named = std::getenv(InterpreterVariable);
-    return named != nullptr && *named != '\0' ? named : Interpreter;
+    if (named == nullptr || *named == '\0') {
+        return Interpreter;
+    }
+    if (!IsPython(named)) {
+        throw DataError("Python can't be started: " + std::string(InterpreterVariable) + " names " + Quoted(named) +
+                        ", which is no Python 3.");
+    }
+    return named;
+}
+
+/// By its name; a text may be a script, too.
+bool IsDataFile(const std::string& file) {
+    const std::string extension = ExtensionOf(file);
+    return extension != "txt" && FindFileFormat(extension) != nullptr;
 }
 
 void CheckScript(const std::string& script) {
@@ -91,6 +131,9 @@ void CheckScript(const std::string& script) {
     }
     if (fs::is_directory(script)) {
         throw DataError("The script " + Quoted(script) + " is a folder.");
+    }
+    if (IsDataFile(script)) {
+        throw DataError(Quoted(script) + " is a file of data, not a Python script; quillara drill shows its results.");
     }
 }
 
@@ -105,16 +148,34 @@ void CheckScript(const std::string& script) {
     throw DataError("Python can't be started: " + arguments.front() + ": " + std::strerror(errno) + ".");
 }
 
-void Run(const RunOptions& options, const std::vector<std::string>& forScript) {
+/// As the output's name says; a folder gets tidy tables.
+std::string FormatFor(const RunOptions& options) {
+    if (!options.OutputFile) {
+        return options.Format.value_or("");
+    }
+    const bool isFolder = NamesFolder(*options.OutputFile);
+    const OutputFormat byName = isFolder ? OutputFormat::Csv : FormatOfFile(*options.OutputFile);
+    if (isFolder && options.Format) {
+        CheckGoesToFolder(FormatNamed(*options.Format));
+    }
+    return options.Format.value_or(std::string(WordOf(byName)));
+}
+
+void Run(const RunOptions& options, const std::string& call, const std::vector<std::string>& forScript) {
     CheckScript(options.Script);
     if (options.OutputFile) {
         CheckOutputIsAnother("--output", *options.OutputFile, "script", options.Script);
     }
-    const std::string byName = options.OutputFile ? std::string(WordOf(FormatOfFile(*options.OutputFile))) : "";
-    const std::string format = options.Format.value_or(byName);
-    std::vector<std::string> arguments{
-        InterpreterInUse(),           RunnerOfPackage(), format, options.OutputFile.value_or(""),
-        options.Quiet ? "quiet" : "", options.Script};
+    const std::string format = FormatFor(options);
+    std::vector<std::string> arguments{InterpreterInUse(),
+                                       RunnerOfPackage(),
+                                       format,
+                                       options.OutputFile.value_or(""),
+                                       options.Quiet ? "quiet" : "",
+                                       options.Title,
+                                       MadeToday(),
+                                       call,
+                                       options.Script};
     arguments.insert(arguments.end(), forScript.begin(), forScript.end());
     Become(arguments);
 }
@@ -136,7 +197,7 @@ std::size_t OwnArguments(std::span<char* const> arguments) {
     return std::min(place + 1, arguments.size());
 }
 
-void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript) {
+void AddRunCommand(CLI::App& program, const std::string& call, const std::vector<std::string>& forScript) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* command = program.add_subcommand(std::string(CommandName), "run a Python script that drills");
     command->footer(RunNotes);
@@ -148,15 +209,20 @@ void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript)
              "show the documents: as text, json, csv (one tidy table), csv-blocks, html, or xlsx (a sheet for each)")
         ->type_name("text|json|csv|csv-blocks|html|xlsx");
     AddText(*command, "--output", options->OutputFile,
-            "file for the documents; .json, .csv, .html, .xlsx give their format, any other name text")
-        ->type_name("FILE");
+            "file for the documents; .json, .csv, .html, .xlsx give their format, any other name text; a folder, which "
+            "ends with / or is there, gets a file of each table, in csv unless --format says json, text or csv-blocks")
+        ->type_name("FILE|FOLDER/");
+    AddValue(
+        *command, "--title", [options](const std::string& title) { options->Title = title; },
+        "title of the report in html")
+        ->type_name("TEXT");
     AddQuiet(*command, options->Quiet);
     AddValue(
         *command, "SCRIPT", [options](const std::string& script) { options->Script = script; },
         "Python script, with its arguments behind it")
         ->type_name("")
         ->required();
-    command->callback([options, forScript] { Run(*options, forScript); });
+    command->callback([options, call, forScript] { Run(*options, call, forScript); });
 }
 
 }  // namespace quillara

@@ -13,7 +13,8 @@ namespace quillara {
 /// is the script's, whatever it looks like.
 [[nodiscard]] std::size_t OwnArguments(std::span<char* const> arguments);
 
-/// Adds `quillara run`. `forScript` is what stands behind the script.
-void AddRunCommand(CLI::App& program, const std::vector<std::string>& forScript);
+/// Adds `quillara run`. `call` is the whole call of the program, for reports; `forScript` is what stands behind the
+/// script.
+void AddRunCommand(CLI::App& program, const std::string& call, const std::vector<std::string>& forScript);
 
 }  // namespace quillara

@@ -7,6 +7,7 @@
 
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 
 namespace quillara {
 namespace {
@@ -70,12 +71,31 @@ std::string NameOf(const FormulaPart& part) {
     return part.Plain == nullptr ? "the value compared" : Quoted(part.Plain->Name);
 }
 
+/// The nearest of its texts; where none is near, all of a few.
+std::string WhatMayBeMeant(const FormulaPart& part, const std::string& text) {
+    constexpr std::size_t mostNamed = 3;
+    constexpr std::size_t few = 10;
+    constexpr std::size_t mostCompared = 10000;
+    TextList known;
+    VisitLabels(part, [&known](double, std::string_view label) {
+        if (!label.empty() && known.size() < mostCompared) {
+            known.emplace_back(label);
+        }
+    });
+    const TextList nearest = Suggestions(text, known, mostNamed);
+    if (!nearest.empty()) {
+        return "Near to it: " + QuotedList(nearest) + ".";
+    }
+    return known.empty() || known.size() > few ? "Look up its texts and labels (quillara info)."
+                                               : "It has " + QuotedList(known) + ".";
+}
+
 void Notice(const FormulaContext& context, const FormulaPart& part, const FormulaPart& quoted,
             const std::set<std::string>& found) {
     const std::string text = Quoted(quoted.Text);
     if (found.empty()) {
-        context.Notices.push_back({"text-not-found", "No value of " + NameOf(part) + " is " + text + ".",
-                                   "Look up its texts and labels (quillara info)."});
+        context.Notices.push_back(
+            {"text-not-found", "No value of " + NameOf(part) + " is " + text + ".", WhatMayBeMeant(part, quoted.Text)});
     } else {
         context.Notices.push_back(
             {"text-other-case", "No value of " + NameOf(part) + " is " + text + " in these letters; " +

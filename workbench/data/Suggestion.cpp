@@ -50,31 +50,43 @@ std::size_t MostMistakes(std::size_t letters) {
     return letters < ShortestMistyped ? 0 : std::max<std::size_t>(1, letters / LettersPerMistake);
 }
 
+/// Nothing when there are too many for one to be meant by the other.
+std::optional<std::size_t> MistakesBetween(std::wstring_view wanted, std::wstring_view candidate) {
+    const std::size_t longer = std::max(wanted.size(), candidate.size());
+    const std::size_t shorter = std::min(wanted.size(), candidate.size());
+    const std::size_t most = MostMistakes(shorter);
+    if (longer > LongestCompared || longer - shorter > most) {
+        return std::nullopt;
+    }
+    const std::size_t distance = Distance(wanted, candidate);
+    return distance <= most ? std::optional(distance) : std::nullopt;
+}
+
 }  // namespace
 
-std::optional<std::string> Suggestion(std::string_view text, const std::vector<std::string>& candidates) {
+std::vector<std::string> Suggestions(std::string_view text, std::span<const std::string> candidates, std::size_t most) {
     const std::wstring wanted = WithoutLetterCase(text);
-    const std::string* nearest = nullptr;
-    const std::string* begun = nullptr;
-    std::size_t least = std::numeric_limits<std::size_t>::max();
+    constexpr std::size_t begun = std::numeric_limits<std::size_t>::max();
+    std::vector<std::pair<std::size_t, const std::string*>> near;  // the mistakes of each
     for (const std::string& candidate : candidates) {
         const std::wstring folded = WithoutLetterCase(candidate);
-        const std::size_t longer = std::max(wanted.size(), folded.size());
-        const std::size_t most = MostMistakes(std::min(wanted.size(), folded.size()));
-        if (begun == nullptr && wanted.size() >= ShortestBeginning && folded.starts_with(wanted)) {
-            begun = &candidate;
-        }
-        if (longer > LongestCompared || longer - std::min(wanted.size(), folded.size()) > most) {
-            continue;
-        }
-        const std::size_t distance = Distance(wanted, folded);
-        if (distance <= most && distance < least) {
-            least = distance;
-            nearest = &candidate;
+        if (const std::optional<std::size_t> mistakes = MistakesBetween(wanted, folded)) {
+            near.emplace_back(*mistakes, &candidate);
+        } else if (wanted.size() >= ShortestBeginning && folded.starts_with(wanted)) {
+            near.emplace_back(begun, &candidate);
         }
     }
-    const std::string* found = nearest == nullptr ? begun : nearest;
-    return found == nullptr ? std::nullopt : std::optional(*found);
+    std::ranges::stable_sort(near, {}, [](const auto& each) { return each.first; });
+    std::vector<std::string> nearest;
+    for (std::size_t i = 0; i < std::min(near.size(), most); ++i) {
+        nearest.push_back(*near[i].second);
+    }
+    return nearest;
+}
+
+std::optional<std::string> Suggestion(std::string_view text, const std::vector<std::string>& candidates) {
+    std::vector<std::string> nearest = Suggestions(text, candidates, 1);
+    return nearest.empty() ? std::nullopt : std::optional(std::move(nearest.front()));
 }
 
 std::string EndWithSuggestion(std::string_view text, const std::vector<std::string>& candidates) {

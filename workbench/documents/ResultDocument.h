@@ -73,6 +73,8 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     bool TakeContentOf(ResultDocument& fresh);
     /// Tells listeners that its content has been replaced; for want of memory they don't hear of it.
     void TellChange() noexcept;
+    /// How many drill steps, down and up, were taken before its content was made.
+    void SetStep(int step) { MadeBehind = step; }
     /// Whether the bars of a graph can be picked.
     void SetBrushable(bool brushable) { Brushable = brushable; }
     /// The documents that it was entered in have gone.
@@ -92,6 +94,7 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     [[nodiscard]] const DocumentKind& Kind() const { return Graph() != nullptr ? GraphKind : SpreadsheetKind; }
     /// Its place among all documents made in this run, from 1.
     [[nodiscard]] std::uint64_t Number() const { return MadeAs; }
+    [[nodiscard]] int Step() const { return MadeBehind; }
     [[nodiscard]] bool IsSaved() const { return Saved; }
     [[nodiscard]] bool IsVisible() const { return Visible; }
     [[nodiscard]] bool IsMinimized() const { return State == WindowState::Minimized; }
@@ -128,6 +131,7 @@ class ResultDocument final : public ByMembers<IDispatch>, public IConnectionPoin
     DocumentContent Held;
     DocumentOrigin MadeBy;
     std::uint64_t MadeAs;
+    int MadeBehind = 0;
     OpenDocuments* Documents = nullptr;  // not owned; null once they have gone
     DocumentEvents Point;
     OutputWindow Window;

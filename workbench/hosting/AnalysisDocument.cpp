@@ -86,6 +86,7 @@ bool AnalysisDocument::RunSequence() {
         if ((Owned.get()->*step->Function)() == 0) {
             return false;
         }
+        Host->Data.TellVariables();
         if (step->NextId == 0 || !Owned->ForwardSequence(step->Id, step->NextId)) {
             break;
         }

@@ -31,8 +31,8 @@ AnalysisState::AnalysisState(const DataTable& table, const AnalysisServices& ser
             recorder->RecordClose(document);
         }
     };
-    Data.Changed = [this, known = &table]() mutable {
-        if (std::exchange(known, &Data.Table()) != &Data.Table()) {
+    Data.Changed = [this, known = 0]() mutable {
+        if (std::exchange(known, Data.OthersOpened()) != Data.OthersOpened()) {
             Steps.Forget();
             Noticed = {};
         }

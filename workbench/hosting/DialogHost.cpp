@@ -122,6 +122,7 @@ std::int64_t PassOn(CAnalysisDialog& dialog, HWND window, unsigned message, std:
             TellOfOutput(dialog, CommandOf(wParam));
         }
         if (scope.IsOuter() && document != nullptr) {
+            quillara::TableOf(document).TellVariables();  // another table may have been opened
             quillara::StepsOf(document).EndCommand(static_cast<quillara::AnalysisDocument&>(*document));
         }
         recorded->End();

@@ -9,6 +9,7 @@
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/RoutedResults.h"
+#include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
 
@@ -59,6 +60,7 @@ void RouteResult(CAnalysisSupport& analysis, DocumentContent content) {
     }
     const auto replaced = std::exchange(results.Replaced, {});
     const auto standing = replaced ? replaced : document;
+    standing->SetStep(static_cast<int>(StepsOf(analysis.GetDocument()).Taken().size()));
     TellOfDocument(analysis.GetDocument(), *standing);
     if (!isTaken) {
         results.LastRouted = document;

@@ -35,7 +35,7 @@ std::string CategoryForPeople(AnalysisDocument& document, const std::string& var
 }  // namespace
 
 void StepHistory::Begin(int control, const ValueOfList& valueOf) {
-    if (control == DownButton || control == UpButton) {
+    if (!IsAside && (control == DownButton || control == UpButton)) {
         const bool isDown = control == DownButton;
         Steps.push_back(
             {isDown ? StepKind::Down : StepKind::Up, valueOf(isDown ? DrillDownListControl : DrillUpListControl)});
@@ -44,6 +44,9 @@ void StepHistory::Begin(int control, const ValueOfList& valueOf) {
 }
 
 void StepHistory::EndCommand(AnalysisDocument& document) {
+    if (IsAside) {
+        return;
+    }
     const bool hasStep = std::exchange(IsPending, false);
     const std::optional<std::size_t> inForce = StepsInForceNow(document);
     const bool isDone = hasStep && (!inForce || *inForce != Before);

@@ -22,6 +22,8 @@ class StepHistory {
     void Begin(int control, const ValueOfList& valueOf);
     /// A command of the analysis has ended: its step gets what is known now, or goes if it hasn't been taken.
     void EndCommand(AnalysisDocument& document);
+    /// Whether steps that are taken from now on are left out. Whoever sets it leaves the steps in force as they were.
+    void SetAside(bool isAside) { IsAside = isAside; }
     /// The table is another one.
     void Forget() { *this = {}; }
 
@@ -31,6 +33,7 @@ class StepHistory {
     std::vector<StepTaken> Steps;
     std::size_t Before = 0;  // conditions in force when the last command had ended
     bool BeginsAnew = false;  // the steps have been undone by a new choice of variables
+    bool IsAside = false;
     bool IsPending = false;  // the newest step isn't told whole
 };
 

@@ -6,6 +6,8 @@
 #include <span>
 #include <utility>
 
+#include "workbench/data/Errors.h"
+
 namespace quillara {
 namespace {
 
@@ -30,12 +32,17 @@ Column UsableWeights(const Variable& variable) {
 }  // namespace
 
 void TableInUse::Exchange(std::shared_ptr<const DataTable> table) {
+    ++Opened;
+    Take(std::move(table));
+    Select({});
+    ChooseWeight(std::nullopt);
+}
+
+void TableInUse::Take(std::shared_ptr<const DataTable> table) {
     Labels.Forget();
     Rows = CaseRows(*table);
     Input = table.get();
     OwnedInput = std::move(table);
-    Select({});
-    ChooseWeight(std::nullopt);
 }
 
 void TableInUse::TellChange() const {
@@ -44,9 +51,28 @@ void TableInUse::TellChange() const {
     }
 }
 
+/// Of more an analysis can't number the variables.
+std::size_t TableInUse::MostVariables() const {
+    constexpr std::size_t mostNumbers = 32766;
+    return std::max(Table().Variables.size(), std::min(Table().Variables.size() + RoomForMore, mostNumbers));
+}
+
 void TableInUse::Share(const BoundCommons& commons) {
     Commons = commons;
     Commons.Fill(*this);
+    Room = MostVariables();
+    if (Commons.Table != nullptr) {
+        Commons.Table->Variables = static_cast<std::int16_t>(Room);
+    }
+}
+
+void TableInUse::Extend(std::shared_ptr<const DataTable> longer) {
+    if (longer->Variables.size() > Room) {
+        throw DataError("No more variables can join this analysis; begin another one.");
+    }
+    Take(std::move(longer));
+    Commons.Fill(*this);
+    TellChange();
 }
 
 const Variable* TableInUse::Find(int number) const {

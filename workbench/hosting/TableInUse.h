@@ -25,10 +25,18 @@ class TableInUse {
     explicit TableInUse(const DataTable& table) : Rows(table), Input(&table) {}
 
     [[nodiscard]] const DataTable& Table() const { return *Input; }
+    /// How many other tables have been opened since the first.
+    [[nodiscard]] int OthersOpened() const { return Opened; }
     /// Exchanges the table, with all cases selected and no weight.
     void Exchange(std::shared_ptr<const DataTable> table);
-    /// Shares structures with the analysis from now on.
+    /// Shares structures with the analysis from now on, which makes room for the variables that they tell: those that
+    /// may join the table are among them until TellVariables.
     void Share(const BoundCommons& commons);
+    /// Tells the analysis how many variables there are.
+    void TellVariables() const { Commons.Fill(*this); }
+    /// Exchanges the table for the same with more variables; selection and weight stay. Throws DataError when the
+    /// analysis has no room for them.
+    void Extend(std::shared_ptr<const DataTable> longer);
     /// The variable of a number counted from 1; null when there is none.
     [[nodiscard]] const Variable* Find(int number) const;
     /// The result of reading a case, numbered from 1, as far as the selection decides it.
@@ -41,6 +49,8 @@ class TableInUse {
     /// off.
     void ChooseWeight(std::optional<std::size_t> variable, bool isOn = true);
 
+    /// How many variables may join the table; to be set before the analysis shares its structures.
+    std::size_t RoomForMore = 0;
     std::vector<CaseResult> Selection;  ///< one per case, or empty for all
     std::string SelectionFormula;  ///< the formula that made it, when a formula did
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
@@ -52,9 +62,13 @@ class TableInUse {
     BoundCommons Commons;
 
   private:
+    void Take(std::shared_ptr<const DataTable> table);
     void TellChange() const;
+    [[nodiscard]] std::size_t MostVariables() const;
 
     const DataTable* Input;
+    int Opened = 0;
+    std::size_t Room = 0;  // variables that the analysis has room for
     std::shared_ptr<const DataTable> OwnedInput;  // keeps a table that the user has opened
 };
 

@@ -39,6 +39,13 @@ bool HaveCommon(const TwoLists& lists) {
         lists[0], [&lists](short variable) { return std::ranges::find(lists[1], variable) != lists[1].end(); });
 }
 
+/// `table.drill` refuses them among the continuous variables, unlike the member.
+bool HoldTexts(const DataTable& table, const std::vector<short>& list) {
+    return std::ranges::any_of(list, [&table](short number) {
+        return table.Variables[static_cast<std::size_t>(number) - 1].Kind == ValueKind::Text;
+    });
+}
+
 std::string ValueIn(const std::vector<RecordedValue>& values, int control) {
     const auto value = std::ranges::find(values, control, [](const RecordedValue& each) { return each.Row->Control; });
     return value == values.end() ? "" : value->Text;
@@ -143,11 +150,11 @@ void SessionRecorder::WriteVariables() {
     const TwoLists lists = ListsChosen();
     const bool areEmpty = lists[0].empty() && lists[1].empty();
     const std::string both = areEmpty ? "" : RecordedValueOf(*Dialog, Now.Control).value_or("");
+    const DataTable& table = TableOf(DialogHost::DocumentOf(*Dialog)).Table();
     Script.Accept();
     if (both.empty()) {
         WriteAnswered();
-    } else if (Now.Control == DrillVariablesButton && !HaveCommon(lists)) {
-        const DataTable& table = TableOf(DialogHost::DocumentOf(*Dialog)).Table();
+    } else if (Now.Control == DrillVariablesButton && !HaveCommon(lists) && !HoldTexts(table, lists[1])) {
         Script.ChooseVariables(TextOfLists(table, {lists[0], {}}), TextOfLists(table, {lists[1], {}}), both);
     } else {
         WriteMember(Now.Control, PythonText(both));

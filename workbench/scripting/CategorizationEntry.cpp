@@ -1,10 +1,12 @@
 #include "workbench/scripting/CategorizationEntry.h"
 
+#include <sstream>
 #include <string>
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
+#include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/ExactNumbers.h"
 #include "workbench/windows/Window.h"
 
@@ -42,7 +44,42 @@ void EnterBoundaries(DialogActions& dialogs, const Categorization& chosen) {
     });
 }
 
+std::vector<double> ShownBoundaries(DialogActions& dialogs) {
+    std::vector<double> bounds;
+    dialogs.Press(BoundariesButton, [&bounds](Window& dialog) {
+        std::istringstream text(dialog.At(BoundariesEdit).Text);
+        for (std::string bound; text >> bound;) {
+            bounds.push_back(DecimalNumber(bound).value_or(0.0));
+        }
+        dialog.Close(CancelCommand);
+    });
+    return bounds;
+}
+
 }  // namespace
+
+std::optional<Categorization> ReadCategorization(DialogActions& dialogs) {
+    int radio = DistinctValuesRadio;
+    while (radio < UserIntervalsRadio && !dialogs.At(radio).Checked) {
+        ++radio;
+    }
+    if (!dialogs.At(ExactIntervalsRadio).Enabled || !dialogs.At(radio).Checked) {
+        return std::nullopt;
+    }
+    Categorization shown;
+    shown.Method = radio - DistinctValuesRadio;
+    if (radio == ExactIntervalsRadio || radio == NeatIntervalsRadio) {
+        shown.Count =
+            static_cast<int>(dialogs.At(radio == ExactIntervalsRadio ? ExactCountField : NeatCountField).Number);
+    } else if (radio == StepIntervalsRadio) {
+        shown.StepSize = dialogs.At(StepSizeField).Number;
+        shown.StepStart = dialogs.At(StepStartField).Number;
+        shown.StartAtMin = dialogs.At(StartAtMinimumBox).Checked;
+    } else if (radio == UserIntervalsRadio) {
+        shown.Bounds = ShownBoundaries(dialogs);
+    }
+    return shown;
+}
 
 void EnterCategorization(DialogActions& dialogs, const Categorization& chosen) {
     const int method = DistinctValuesRadio + chosen.Method;

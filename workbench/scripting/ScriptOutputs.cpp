@@ -85,6 +85,11 @@ void ScriptOutputs::End() {
     Analysis = nullptr;
 }
 
+void ScriptOutputs::FollowTable() {
+    Runs.back().Table = &Analysis->Table();
+    Runs.back().Shown.Variables = static_cast<int>(Analysis->Table().Variables.size());
+}
+
 /// The run of the table that is open now.
 ScriptOutputs::Run& ScriptOutputs::Present() {
     const DataTable& table = Analysis->Table();

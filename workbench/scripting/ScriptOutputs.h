@@ -27,6 +27,8 @@ class ScriptOutputs final : public StepRecorder {
 
     explicit ScriptOutputs(AnalysisDocument& analysis) : Analysis(&analysis) {}
 
+    /// The table of the analysis is the same with more variables.
+    void FollowTable();
     /// The analysis is about to close: what it has left open stays.
     void End();
 

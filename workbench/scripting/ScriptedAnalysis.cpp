@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "host/Exceptions.h"
 #include "resources/ControlIds.h"
 #include "workbench/data/CaseSelection.h"
+#include "workbench/data/CategoryGroups.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/Remarks.h"
@@ -23,11 +25,14 @@
 #include "workbench/scripting/CategorizationEntry.h"
 #include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryAnswer.h"
+#include "workbench/scripting/JoinedVariables.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
 
 namespace {
+
+constexpr std::size_t MostGroupings = 64;  // of several categories, in one analysis
 
 /// Works in the dialog of a script as a person does.
 class ScriptActions final : public DialogActions {
@@ -116,6 +121,7 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
         TableOf(&document).Select(SelectCases(*Held->Table, cases.Formula, &notices), cases.Formula);
     }
     document.SetWeight(cases.Weight);
+    TableOf(&document).RoomForMore = MostGroupings;
     document.Services.BreakFlag = &cancelled;
     document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
     Notice(&document, cases.OnReading);
@@ -185,6 +191,39 @@ void ScriptedAnalysis::Categorize(std::size_t variable, const std::string& metho
     LeaveBoundaries(actions);
     EnterCategorization(actions, entered);
     StoreShownPage(actions);
+    Entered.insert_or_assign(static_cast<short>(variable), entered);
+}
+
+ScriptedAnalysis::Grouped ScriptedAnalysis::Group(std::size_t variable, const std::vector<std::string>& categories) {
+    ScriptActions actions(OpenDialog());
+    AnalysisDocument& document = Held->Document;
+    const std::string name = document.Table().Variables.at(variable - 1).Name;
+    const auto number = static_cast<short>(variable);
+    if (!IsDrillVariable(document, number) || IsContinuousDrillVariable(document, number)) {
+        throw DataError("Several categories at once are those of categorical drill variables; " + Quoted(name) +
+                        (IsDrillVariable(document, number)
+                             ? " is continuous; table.compute makes groups with cut or in."
+                             : " is none; name it in table.drill(...)."));
+    }
+    const CategoryGroup group = GroupOf(document.Table(), document.Table().Variables[variable - 1], categories);
+    if (!document.Table().Find(group.Grouping.Name)) {
+        ExtendTable(document, group.Grouping);
+        if (Kept != nullptr) {
+            Kept->FollowTable();
+        }
+    }
+    const std::size_t index = document.Table().IndexOf(group.Grouping.Name);
+    if (!IsDrillVariable(document, static_cast<short>(index + 1))) {
+        StoreShownPage(actions);
+        JoinDrillVariables(actions, document, static_cast<short>(index + 1), Entered);
+    }
+    return {index + 1, group.Category};
+}
+
+std::vector<std::string> ScriptedAnalysis::Names() {
+    std::vector<std::string> names;
+    std::ranges::transform(Analysed().Table().Variables, std::back_inserter(names), &Variable::Name);
+    return names;
 }
 
 std::vector<std::string> ScriptedAnalysis::Steps() const {
@@ -244,6 +283,17 @@ std::optional<RemainingSubset> ScriptedAnalysis::Subset() {
     const bool hasSteps = StepsInForceNow(document).value_or(0) > 0;
     return RemainingSubset{*left, whole->Cases,
                            hasSteps ? StepsInForce(taken, taken.size()) : std::vector<StepTaken>()};
+}
+
+std::vector<std::optional<std::int32_t>> ScriptedAnalysis::Sizes() {
+    const auto cases = [](const std::optional<SubsetSize>& size) {
+        return size ? std::optional(size->Cases) : std::nullopt;
+    };
+    std::vector<std::optional<std::int32_t>> sizes{cases(CountSelected(Analysed()))};
+    for (const StepTaken& step : StepsOf(&Analysed()).Taken()) {
+        sizes.push_back(cases(step.Left));
+    }
+    return sizes;
 }
 
 void ScriptedAnalysis::Close() {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@
 #include "workbench/documents/StepTaken.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
+#include "workbench/scripting/CategorizationOption.h"
 #include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/scripting/ScriptOutputs.h"
 
@@ -62,6 +64,16 @@ class ScriptedAnalysis {
         std::size_t Rows = 0;  ///< of the list
     };
     [[nodiscard]] std::optional<RowTaken> DownRow(std::size_t variable, std::size_t row);
+    /// Brings some categories of a variable, by its number from 1, together as a category of a derived drill variable,
+    /// which joins those of the analysis unless it is one already; steps in force stay. Throws DataError when the
+    /// variable has no such categories, is no drill variable or is continuous, and as ActForScript.
+    struct Grouped {
+        std::size_t Variable = 0;  ///< number of the derived one
+        std::string Category;
+    };
+    [[nodiscard]] Grouped Group(std::size_t variable, const std::vector<std::string>& categories);
+    /// The names of the variables of its table.
+    [[nodiscard]] std::vector<std::string> Names();
     /// The analysis as the host sees it, for what the host computes. Throws as Down once it is closed.
     [[nodiscard]] AnalysisDocument& Analysed();
     /// Stores what the Categorization page shows for the current drill-down variable, as the choice of another one in
@@ -76,6 +88,9 @@ class ScriptedAnalysis {
     [[nodiscard]] std::vector<std::string> Steps() const;
     /// What remains now. Nothing once it has closed, and when the analysis doesn't tell its steps.
     [[nodiscard]] std::optional<RemainingSubset> Subset();
+    /// The cases before the first step, then behind each step, up and down; nothing where they weren't counted. Throws
+    /// as Analysed.
+    [[nodiscard]] std::vector<std::optional<std::int32_t>> Sizes();
     /// Closes the analysis with its windows; from within a command of it, at the end of that.
     void Close();
 
@@ -94,6 +109,7 @@ class ScriptedAnalysis {
     [[nodiscard]] CAnalysisModelessDialog& OpenDialog() const;
 
     std::shared_ptr<Whole> Held;  // null once closed
+    std::map<short, Categorization> Entered;  // by the number of the variable, the last one of each
     std::shared_ptr<ScriptOutputs> Kept;  // null: its results aren't kept
 };
 

@@ -135,7 +135,7 @@ std::string Noticed(const std::string& formula) {
     static_cast<void>(SelectCases(Sample(), formula, &notices));
     std::string texts;
     for (const FormulaNotice& notice : notices) {
-        texts += notice.Code + ": " + notice.Text + "|";
+        texts += notice.Code + ": " + notice.Text + (notice.Code == "text-not-found" ? " " + notice.Advice : "") + "|";
     }
     return texts;
 }
@@ -145,7 +145,9 @@ TEST(CaseSelection, NoticesTextsThatNoCaseHasAndWhatAnOrLeavesOut) {
               "text-other-case: No value of \"degree\" is \"LOW\" in these letters; \"low\" is taken for it.|"
               "or-with-missing: 1 case isn't selected for a missing value, though another side of an or of the formula "
               "holds.|");
-    EXPECT_EQ(Noticed("sex in ('men', 'Male')"), "text-not-found: No value of \"sex\" is \"men\".|");
+    EXPECT_EQ(Noticed("sex in ('men', 'Male')"),
+              "text-not-found: No value of \"sex\" is \"men\". It has \"Female\", \"Male\", \"say \"x\"\".|");
+    EXPECT_EQ(Noticed("sex = 'Mael'"), "text-not-found: No value of \"sex\" is \"Mael\". Near to it: \"Male\".|");
     EXPECT_EQ(Noticed("a = 2 and b = 0 or a = 1 and not missing(gap)"), "");
 }
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "workbench/command/FolderFiles.h"
 #include "workbench/documents/OutputCollection.h"
+#include "workbench/scripting/FolderFiles.h"
 #include "workbench/views/DocumentViews.h"
 
 namespace quillara {
@@ -13,9 +13,12 @@ namespace quillara {
 /// Whether the name of an output means a folder: it ends with a slash, or is one.
 [[nodiscard]] bool NamesFolder(const std::string& output);
 
-/// A file for each table, and for the numbers of each graph: step1-frequencies-02-age.csv. No two have one name. In CSV
-/// a table is its header and its rows.
-[[nodiscard]] std::vector<FolderFile> TableFiles(const OutputCollection& outputs, OutputFormat format);
+/// Throws UsageError for a format of which all results are one file.
+void CheckGoesToFolder(OutputFormat format);
+
+/// A file for each table, and for the numbers of each graph: step1-frequencies-02-age.csv; of several runs
+/// analysis2-step1-frequencies-02-age.csv. No two have one name. In CSV a table is its header and its rows.
+[[nodiscard]] std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, OutputFormat format);
 
 /// Throws UsageError when one of them would take the place of a file of `others`.
 void CheckTablesHitNoOther(const std::string& folder, const std::vector<FolderFile>& files,

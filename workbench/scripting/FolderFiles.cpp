@@ -1,12 +1,10 @@
-#include "workbench/command/FolderFiles.h"
+#include "workbench/scripting/FolderFiles.h"
 
 #include <filesystem>
 
-#include "workbench/command/Interruption.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
-#include "workbench/formats/FileReplacement.h"
 #include "workbench/hosting/LongTexts.h"
 
 namespace quillara {
@@ -47,12 +45,10 @@ std::string TwoDigits(int number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
-void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files) {
+void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files, const FileWriter& write) {
     MakeFolder(folder);
     for (const FolderFile& file : files) {
-        const std::string path = (std::filesystem::path(folder) / file.Name).string();
-        const FileWriting writing(path);
-        ReplaceFile(path, file.Bytes, IsInterrupted);
+        write((std::filesystem::path(folder) / file.Name).string(), file.Bytes);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,8 +19,11 @@ struct FolderFile {
 /// A number in at least two digits.
 [[nodiscard]] std::string TwoDigits(int number);
 
+/// Writes one file.
+using FileWriter = std::function<void(const std::string& path, const std::string& bytes)>;
+
 /// Writes files into a folder, which is made when it isn't there; other files of the folder stay. Throws DataError when
-/// that fails and Interrupted when the user cancelled; the file at which that happened is then as it was.
-void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files);
+/// it can't be made, and what `write` throws.
+void WriteFolder(const std::string& folder, const std::vector<FolderFile>& files, const FileWriter& write);
 
 }  // namespace quillara

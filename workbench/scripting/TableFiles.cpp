@@ -1,4 +1,4 @@
-#include "workbench/command/TableFiles.h"
+#include "workbench/scripting/TableFiles.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -80,15 +80,25 @@ bool NamesFolder(const std::string& output) {
     return output.ends_with('/') || std::filesystem::is_directory(output, error);
 }
 
-std::vector<FolderFile> TableFiles(const OutputCollection& outputs, OutputFormat format) {
+void CheckGoesToFolder(OutputFormat format) {
+    if (format == OutputFormat::Html || format == OutputFormat::Workbook) {
+        const std::string what = format == OutputFormat::Html ? "report" : "workbook";
+        throw UsageError("--output: a " + what + " is one file, not a folder; name a file, or choose another format.");
+    }
+}
+
+std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, OutputFormat format) {
     const std::string end = EndOf(format);
-    OutputCollection head = outputs;
-    const std::vector<OutputEntry> entries = std::exchange(head.Entries, {});
     std::set<std::string> taken;
     std::vector<FolderFile> files;
-    for (const OutputEntry& entry : entries) {
-        for (std::string& text : TextsOf(head, entry, format)) {
-            files.push_back({FreeName(BaseName(entry), end, taken), std::move(text)});
+    for (std::size_t run = 0; run < runs.size(); ++run) {
+        const std::string begin = runs.size() == 1 ? "" : "analysis" + std::to_string(run + 1) + '-';
+        OutputCollection head = runs[run];
+        const std::vector<OutputEntry> entries = std::exchange(head.Entries, {});
+        for (const OutputEntry& entry : entries) {
+            for (std::string& text : TextsOf(head, entry, format)) {
+                files.push_back({FreeName(begin + BaseName(entry), end, taken), std::move(text)});
+            }
         }
     }
     return files;
