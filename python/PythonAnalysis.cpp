@@ -67,6 +67,10 @@ void PythonAnalysis::Define(py::module_& module) {
         .def("differences", [](PythonAnalysis& own) { return TellDifferences(*own.Held); })
         .def("cross", [](PythonAnalysis& own, const CutVariable& rows,
                          const CutVariable& columns) { return TellCross(*own.Held, rows, columns); })
+        .def("paint_cross", [](PythonAnalysis& own, const CutVariable& rows, const CutVariable& columns,
+                               const std::string& path) { PaintCross(*own.Held, rows, columns, path); })
+        .def("boxes", [](PythonAnalysis& own, std::size_t variable, const CutVariable& by, const std::string& type,
+                         const std::string& path) { return TellBoxes(*own.Held, variable, by, type, path); })
         .def("categorize",
              [](PythonAnalysis& own, std::size_t variable, const std::string& method) {
                  CallHost("categorize", [&] { return own.Held->Categorize(variable, method), true; });

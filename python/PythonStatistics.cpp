@@ -4,6 +4,9 @@
 
 #include "python/HostCall.h"
 #include "python/PythonDocuments.h"
+#include "workbench/data/Errors.h"
+#include "workbench/documents/BoxTypes.h"
+#include "workbench/scripting/DocumentWriting.h"
 #include "workbench/scripting/SubsetStatistics.h"
 
 namespace py = pybind11;
@@ -25,6 +28,15 @@ CrossVariable Wanted(const CutVariable& variable) {
         wanted.How = Cut{.Method = CutMethod::Bounds, .Bounds = variable.second};
     }
     return wanted;
+}
+
+BoxType BoxTypeNamed(const std::string& word) {
+    for (const BoxTypeFacts& facts : BoxTypes) {
+        if (facts.Word == word) {
+            return facts.Type;
+        }
+    }
+    throw UsageError("of is one of median, se, sd, 1.96se.");
 }
 
 }  // namespace
@@ -49,4 +61,25 @@ py::tuple TellCross(ScriptedAnalysis& analysis, const CutVariable& rows, const C
         "crosstab", [&] { return SubsetStatistics(analysis.Analysed()).CrossOf(Wanted(rows), Wanted(columns)); });
     return py::make_tuple(TellTables(TablesOfCross(cross, {})), cross.Cases, cross.LeftOut, cross.ChiSquare,
                           cross.Freedom, cross.CramersV);
+}
+
+void PaintCross(ScriptedAnalysis& analysis, const CutVariable& rows, const CutVariable& columns,
+                const std::string& path) {
+    CallHost("crosstab", [&] {
+        const SubsetStatistics statistics(analysis.Analysed());
+        WritePicture(MosaicOf(statistics.CrossOf(Wanted(rows), Wanted(columns)), statistics.Weight()), path);
+        return true;
+    });
+}
+
+py::tuple TellBoxes(ScriptedAnalysis& analysis, std::size_t variable, const CutVariable& by, const std::string& type,
+                    const std::string& path) {
+    const GraphDocument graph = CallHost("box", [&] {
+        GraphDocument made = SubsetStatistics(analysis.Analysed()).BoxesBy(variable, Wanted(by), BoxTypeNamed(type));
+        if (!path.empty()) {
+            WritePicture(made, path);
+        }
+        return made;
+    });
+    return TellTable(NumbersIn(graph));
 }

@@ -24,3 +24,12 @@ using CutVariable = std::pair<std::size_t, std::vector<double>>;
 /// The five tables, and what their titles say: cases, those left out, chi-square, its degrees of freedom, Cramer's V.
 [[nodiscard]] pybind11::tuple TellCross(quillara::ScriptedAnalysis& analysis, const CutVariable& rows,
                                         const CutVariable& columns);
+
+/// Writes the same as a mosaic to a file.
+void PaintCross(quillara::ScriptedAnalysis& analysis, const CutVariable& rows, const CutVariable& columns,
+                const std::string& path);
+
+/// The table of a variable's box plot by the categories of another, of a type by its word; written as a picture, too,
+/// where a file is named.
+[[nodiscard]] pybind11::tuple TellBoxes(quillara::ScriptedAnalysis& analysis, std::size_t variable,
+                                        const CutVariable& by, const std::string& type, const std::string& path);

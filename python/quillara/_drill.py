@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import datetime
+import os
 import weakref
 
 from . import _quillara
@@ -176,20 +177,40 @@ class Drill(Object, kind="DDNStartup"):
         return _groups.each(self, self._analysis, numbers, [self._names[number - 1] for number in numbers])
 
     def crosstab(self, rows: str | int, columns: str | int, of: str = "counts", margins: bool = False,
-                 bounds: Mapping[str, Sequence[float]] | None = None) -> pandas.DataFrame:
+                 bounds: Mapping[str, Sequence[float]] | None = None, picture: str | os.PathLike[str] | None = None,
+                 ) -> pandas.DataFrame:
         """A cross table of two variables over the cases that remain, under the weight of the table.
 
         of: "counts", percents of "rows", of "columns" or of the "total", or "expected" counts. margins: with totals.
         bounds: where a continuous variable is cut, by its name. attrs of the frame has cases, left_out, chi_square,
-        degrees_of_freedom and cramers_v.
+        degrees_of_freedom and cramers_v. picture: a file (.svg, .png, .pdf) for the table as a mosaic.
         """
         from . import _groups
 
         if of not in _groups.MEASURES:
             raise ValueError(f"of is one of {', '.join(_groups.MEASURES)}, not {shown(of)}.")
-        sides = [self._number(each, "crosstab") - 1 for each in (rows, columns)]
-        cuts = [sorted(map(float, (bounds or {}).get(self._names[side], []))) for side in sides]
-        return _groups.crosstab(self._analysis, *zip(sides, cuts), of, margins)
+        sides = [self._cut(each, bounds, "crosstab") for each in (rows, columns)]
+        if picture is not None:
+            self._analysis.paint_cross(*sides, os.fspath(picture))
+        return _groups.crosstab(self._analysis, *sides, of, margins)
+
+    def box(self, variable: str | int, by: str | int, of: str = "median",
+            bounds: Mapping[str, Sequence[float]] | None = None, picture: str | os.PathLike[str] | None = None,
+            ) -> pandas.DataFrame:
+        """What box plots of a variable by the categories of another show, over the cases that remain, under the weight
+        of the table: a row for each category.
+
+        of: "median" with quartiles, "se", "sd" or "1.96se" around the mean. bounds: where a continuous variable of
+        categories is cut, by its name. picture: a file (.svg, .png, .pdf) for the box plots.
+        """
+        from . import _groups
+
+        place = self._number(variable, "box") - 1
+        return _groups.box(self._analysis, place, self._cut(by, bounds, "box"), of, os.fspath(picture or ""))
+
+    def _cut(self, variable, bounds, member):
+        place = self._number(variable, member) - 1
+        return place, sorted(map(float, (bounds or {}).get(self._names[place], [])))
 
     def distribution(self, variable: str | int | None = None) -> pandas.DataFrame:
         """N, mean, deviation, minimum, quartiles, maximum, skewness and missing of the continuous open and review

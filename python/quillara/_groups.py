@@ -32,6 +32,10 @@ def crosstab(analysis, rows, columns, of, margins):
     return frame
 
 
+def box(analysis, variable, by, of, picture):
+    return frame_of_spreadsheet(*analysis.boxes(variable, by, of, picture))
+
+
 def _facts(analysis, whole, by):
     """One row: what is told of the cases that remain."""
     cases, weight = analysis.counted()

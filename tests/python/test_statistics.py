@@ -163,3 +163,18 @@ def test_python_has_the_same_frames():
             drill.distribution("species")
     with pytest.raises(quillara.Error):
         drill.distribution()
+
+
+def test_boxes_by_group_are_those_of_pandas(tmp_path):
+    frame = cases("penguins.csv")
+    drill = quillara.open(str(DATA / "penguins.csv")).drill(categorical="species", continuous="bill_depth_mm")
+    drill.down("species", "Gentoo")
+    shown = drill.box("body_mass_g", by="sex", picture=tmp_path / "boxes.svg")
+    masses = frame[frame["species"] == "Gentoo"].groupby("sex")["body_mass_g"]
+    reference = masses.describe()[["count", "50%", "25%", "75%"]]
+    assert (shown[["Cases", "Median", "Lower Quartile", "Upper Quartile"]].to_numpy() == close(reference.to_numpy(), rel=1e-9))
+    assert "n = 58" in (tmp_path / "boxes.svg").read_text().replace("\u00a0", " ")
+    drill.crosstab("species", "sex", picture=tmp_path / "mosaic.png")
+    assert (tmp_path / "mosaic.png").read_bytes().startswith(b"\x89PNG")
+    with pytest.raises(quillara.Error, match="median, se, sd"):
+        drill.box("body_mass_g", "sex", of="range")

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numbers>
+#include <numeric>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace quillara {
@@ -211,8 +214,31 @@ std::vector<AxisSpot> Thinned(const std::vector<AxisSpot>& spots, std::size_t st
     return kept;
 }
 
+std::vector<AxisSpot> LargestApart(const std::vector<AxisSpot>& spots, double distance) {
+    std::vector<std::size_t> order(spots.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, std::greater(), [&](std::size_t place) { return spots[place].Extent; });
+    std::set<double> taken;
+    std::vector<bool> stays(spots.size());
+    for (const std::size_t place : order) {
+        const auto next = taken.lower_bound(spots[place].At - distance);
+        stays[place] = next == taken.end() || *next >= spots[place].At + distance;
+        if (stays[place]) {
+            taken.insert(spots[place].At);
+        }
+    }
+    Spots kept;
+    for (std::size_t place = 0; place < spots.size(); ++place) {
+        if (stays[place]) {
+            kept.push_back(spots[place]);
+        }
+    }
+    return kept;
+}
+
 AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style) {
-    const Spots shown = WithText(spots);
+    const bool haveExtents = std::ranges::any_of(spots, [](const AxisSpot& spot) { return spot.Extent > 0.0; });
+    const Spots shown = WithText(haveExtents ? LargestApart(spots, LineHeight(style)) : spots);
     if (Attempt level = WholeOnes(Level(shown, room, style))) {
         return *level;
     }

@@ -16,8 +16,14 @@ double PlaceOf(std::size_t index) {
     return static_cast<double>(index) + 1.0;
 }
 
+QString NameWithLabel(const std::string& name, const std::string& longName) {
+    return longName.empty() ? Shown(name) : Shown(name) + QStringLiteral(": ") + Shown(longName);
+}
+
 AreaAxis VariableAxis(const BoxPlot& plot, const BoxPanel& panel) {
-    AreaAxis axis{.Caption = {}, .Range = {PlaceOf(0) - 0.75, PlaceOf(panel.Boxes.size() - 1) + 0.75}, .Labels = {}};
+    const QString caption = plot.Groups ? NameWithLabel(plot.Groups->By, plot.Groups->ByLongName) : QString();
+    AreaAxis axis{
+        .Caption = caption, .Range = {PlaceOf(0) - 0.75, PlaceOf(panel.Boxes.size() - 1) + 0.75}, .Labels = {}};
     for (std::size_t i = 0; i < panel.Boxes.size(); ++i) {
         const BoxStatistics& box = plot.Boxes[panel.Boxes[i]];
         axis.Labels.push_back({PlaceOf(i), Shown(box.Variable)});
@@ -27,8 +33,8 @@ AreaAxis VariableAxis(const BoxPlot& plot, const BoxPanel& panel) {
     return axis;
 }
 
-AreaAxis ValueAxis(const BoxPanel& panel) {
-    return {.Caption = {},
+AreaAxis ValueAxis(const BoxPlot& plot, const BoxPanel& panel) {
+    return {.Caption = plot.Groups ? NameWithLabel(plot.Groups->Variable, plot.Groups->LongName) : QString(),
             .Range = panel.Range,
             .Labels = {},
             .HasRoundNumbers = true,
@@ -38,8 +44,8 @@ AreaAxis ValueAxis(const BoxPanel& panel) {
 
 QString TipOf(const BoxStatistics& box, const BoxPlot& plot, ValueKind kind) {
     const BoxTypeFacts& facts = FactsOf(plot.Type);
-    const QString name =
-        box.LongName.empty() ? Shown(box.Variable) : Shown(box.Variable) + QStringLiteral(": ") + Shown(box.LongName);
+    const QString name = plot.Groups ? Shown(plot.Groups->By) + QStringLiteral(" = ") + Shown(box.Variable)
+                                     : NameWithLabel(box.Variable, box.LongName);
     const auto line = [&](const char* what, double low, double high) {
         return QStringLiteral("\n%1: %2 to %3")
             .arg(QString::fromUtf8(what), ValueText(low, kind), ValueText(high, kind));
@@ -75,12 +81,16 @@ QColor BoxFill(const ChartStyle& style) {
 }
 
 BoxArea::BoxArea(const ChartSheet& sheet, const BoxPlot& plot, const BoxPanel& panel)
-    : ChartArea(sheet.Plot, sheet.Style, VariableAxis(plot, panel), ValueAxis(panel)),
+    : ChartArea(sheet.Plot, sheet.Style, VariableAxis(plot, panel), ValueAxis(plot, panel)),
       Document(sheet.Document),
       Plot(plot),
       Panel(panel) {
     AddBoxes();
     AddPoints();
+}
+
+QString BoxArea::Note(double /*pixels*/) const {
+    return Plot.Groups ? Shown(Plot.Groups->Note) : QString();
 }
 
 void BoxArea::ArrangeMarks() {

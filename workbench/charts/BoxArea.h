@@ -24,6 +24,7 @@ class BoxArea : public ChartArea {
     [[nodiscard]] std::size_t Count() const { return Panel.Boxes.size(); }
 
   protected:
+    [[nodiscard]] QString Note(double pixels) const override;
     void ArrangeMarks() override;
 
   private:

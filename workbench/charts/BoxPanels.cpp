@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace quillara {
 namespace {
@@ -96,7 +97,28 @@ bool IsDrawn(const BoxStatistics& box) {
     return box.Cases > 0 && std::isfinite(box.Middle);
 }
 
+namespace {
+
+/// The boxes of groups are compared with each other, whatever their ranges, and groups without cases keep their places.
+BoxPanel PanelOfGroups(const BoxPlot& plot, ValueKind kind) {
+    Group group{.Panel = {.Boxes = {}, .Kind = kind, .Range = {}}, .Whole = {}};
+    for (std::size_t place = 0; place < plot.Boxes.size(); ++place) {
+        if (IsDrawn(plot.Boxes[place])) {
+            group.Add(place, ReachOf(plot.Boxes[place]));
+        }
+    }
+    group.Panel.Boxes.resize(plot.Boxes.size());
+    std::iota(group.Panel.Boxes.begin(), group.Panel.Boxes.end(), std::size_t{0});
+    return Finished(group);
+}
+
+}  // namespace
+
 std::vector<BoxPanel> PanelsOf(const BoxPlot& plot, const Subject& about) {
+    if (plot.Groups) {
+        return std::ranges::any_of(plot.Boxes, IsDrawn) ? std::vector{PanelOfGroups(plot, about.KindOf(0))}
+                                                        : std::vector<BoxPanel>();
+    }
     std::vector<Group> groups;
     std::vector<std::size_t> empty;
     for (std::size_t place = 0; place < plot.Boxes.size(); ++place) {

@@ -20,7 +20,8 @@ struct BoxPanel {
 
 /// The panels of a plot, in the order of their first boxes. Boxes of one kind of values stand together as long as the
 /// range of their panel is no more than ten times that of each of them; a box of no
-/// length counts as long as its distance from 0. Boxes without cases go to the first panel.
+/// length counts as long as its distance from 0. Boxes without cases go to the first panel. Those of groups all stand
+/// together.
 [[nodiscard]] std::vector<BoxPanel> PanelsOf(const BoxPlot& plot, const Subject& about);
 
 }  // namespace quillara

@@ -57,7 +57,7 @@ std::vector<AxisSpot> ShownSpots(const std::vector<AxisMark>& marks, const QCPAx
     std::vector<AxisSpot> spots;
     for (const AxisMark& mark : marks) {
         if (range.lower - slack <= mark.At && mark.At <= range.upper + slack) {
-            spots.push_back({scale.coordToPixel(mark.At), mark.Text, mark.IsKept});
+            spots.push_back({scale.coordToPixel(mark.At), mark.Text, mark.IsKept, mark.Extent});
         }
     }
     return spots;

@@ -11,6 +11,8 @@ constexpr double SignWidth = 22.0;
 constexpr double SignGap = 6.0;
 constexpr double EntryGap = 18.0;
 constexpr double KeyRoomAbove = 6.0;
+constexpr std::size_t FewEntries = 8;  // each as long as it is
+constexpr double MostOfPicture = 0.3;
 
 void DrawWhisker(QCPPainter& painter, const QRectF& place) {
     const double x = place.center().x();
@@ -52,7 +54,34 @@ double SignRoom(const KeyEntry& entry) {
 }  // namespace
 
 ChartKey::ChartKey(QCustomPlot* plot, ChartStyle style, std::vector<KeyEntry> entries)
-    : ChartElement(plot, style), Entries(std::move(entries)) {}
+    : ChartElement(plot, style), All(std::move(entries)), Entries(All) {}
+
+/// Of many entries two stand beside each other, whatever their names.
+double ChartKey::TextWidth(const KeyEntry& entry, double width) const {
+    const double whole = WidthOf(entry.Text, Style.Text());
+    return All.size() > FewEntries ? std::min(whole, width / 2 - EntryGap - SignRoom(entry)) : whole;
+}
+
+void ChartKey::update(UpdatePhase phase) {
+    if (phase == upPreparation) {
+        Fit();
+    }
+    ChartElement::update(phase);
+}
+
+void ChartKey::Fit() {
+    const QRect picture = parentPlot()->plotLayout()->rect();
+    const double most = MostOfPicture * picture.height() - LineHeight(Style.Text());
+    Entries = All;
+    for (std::size_t shown = All.size(); shown > FewEntries / 2 && All.size() > FewEntries; --shown) {
+        if (Places(picture.width()).back().y() <= most) {
+            return;
+        }
+        Entries.assign(All.begin(), All.begin() + static_cast<std::ptrdiff_t>(shown - 1));
+        Entries.push_back(
+            {KeyEntry::Sign::None, Style.Ink, {}, QStringLiteral("and %1 more").arg(All.size() - Entries.size())});
+    }
+}
 
 /// The left ends of the entries, in rows from y = 0 on; each row begins at x = 0.
 std::vector<QPointF> ChartKey::Places(double width) const {
@@ -60,7 +89,7 @@ std::vector<QPointF> ChartKey::Places(double width) const {
     std::vector<QPointF> places;
     QPointF at(0.0, 0.0);
     for (const KeyEntry& entry : Entries) {
-        const double needed = SignRoom(entry) + WidthOf(entry.Text, text);
+        const double needed = SignRoom(entry) + TextWidth(entry, width);
         if (at.x() > 0.0 && at.x() + needed > width) {
             at = {0.0, at.y() + LineHeight(text) + 2.0};
         }
@@ -88,7 +117,7 @@ void ChartKey::Arrange(const QRectF& place) {
     const std::vector<QPointF> places = Places(place.width());
     double end = 0.0;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        end = std::max(end, places[i].x() + SignRoom(Entries[i]) + WidthOf(Entries[i].Text, text));
+        end = std::max(end, places[i].x() + SignRoom(Entries[i]) + TextWidth(Entries[i], place.width()));
     }
     const double left = place.left() + std::max(0.0, (place.width() - end) / 2);
     const double height = LineHeight(text);
@@ -97,7 +126,8 @@ void ChartKey::Arrange(const QRectF& place) {
         Signs.push_back(QRectF(middle.x(), middle.y() - height * 0.3, SignWidth, height * 0.6));
         const QPointF pivot = middle + QPointF(SignRoom(Entries[i]), 0.0);
         PlacedTexts.push_back(
-            ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text, place.right() - pivot.x()));
+            ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text,
+                       std::min(TextWidth(Entries[i], place.width()) + 0.5, place.right() - pivot.x())));
     }
 }
 

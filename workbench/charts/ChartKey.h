@@ -15,10 +15,12 @@ struct KeyEntry {
     QString Text;
 };
 
-/// A legend below a plot: entries beside each other, in as many rows as it takes.
+/// A legend below a plot: entries beside each other, in as many rows as it takes. Of many entries those for which a
+/// third of the picture has no room are left out; the last line says how many.
 class ChartKey : public ChartElement {
   public:
     ChartKey(QCustomPlot* plot, ChartStyle style, std::vector<KeyEntry> entries);
+    void update(UpdatePhase phase) override;
     [[nodiscard]] QSize minimumOuterSizeHint() const override;
     [[nodiscard]] QSize maximumOuterSizeHint() const override;
 
@@ -28,8 +30,11 @@ class ChartKey : public ChartElement {
 
   private:
     [[nodiscard]] std::vector<QPointF> Places(double width) const;
+    [[nodiscard]] double TextWidth(const KeyEntry& entry, double width) const;
+    void Fit();
 
-    const std::vector<KeyEntry> Entries;
+    const std::vector<KeyEntry> All;
+    std::vector<KeyEntry> Entries;  // that are shown
     std::vector<QRectF> Signs;
 };
 

@@ -27,6 +27,7 @@ struct ChartBody {
 [[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const BoxPlot& plot);
 [[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const ScatterMatrix& matrix);
 [[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const Histogram3DPlot& plot);
+[[nodiscard]] ChartBody BodyOf(const ChartSheet& sheet, const MosaicPlot& plot);
 /// The counts of a 3D histogram as coloured fields, for more categories than bars can be told apart.
 [[nodiscard]] ChartBody HeatMapOf(const ChartSheet& sheet, const Histogram3DPlot& plot);
 

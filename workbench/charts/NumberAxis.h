@@ -12,6 +12,7 @@ struct AxisMark {
     double At = 0.0;
     QString Text{};
     bool IsKept = false;  ///< stays when labels are thinned
+    double Extent = 0.0;  ///< of what it names; where labels are too close those of the largest stay
 };
 
 /// Round numbers between two bounds, both included, at most `most` (2 or more) and evenly spaced, with their texts:

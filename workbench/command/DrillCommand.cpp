@@ -68,6 +68,7 @@ constexpr const char* ResultNotes =
 /// Results that are asked for beside --show.
 struct ImpliedResults {
     bool Box = false;
+    bool HasBoxTypes = false;
 };
 
 std::string FolderNamed(const std::string& text) {
@@ -200,14 +201,22 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
     const auto add = [&](const std::string& name, const ValueTaker& take, const std::string& help) {
         return AddValue(command, name, take, help)->group(group);
     };
-    command.add_flag("--box", implied.Box, "box plots too, behind the results of --show")
-        ->disable_flag_override()
+    const auto takeBox = [&](const std::string& names) {
+        const std::vector<std::string> grouped = ParseNames(names);
+        implied.Box = implied.Box || grouped.empty();
+        options.Groups.Boxes.insert(options.Groups.Boxes.end(), grouped.begin(), grouped.end());
+    };
+    AddRepeated(command, "--box", takeBox,
+                "box plots of the continuous review variables too, behind the results of --show; with NAMES, which any "
+                "variables of numbers can be, and --by VAR box plots by group (default statistics: median)")
+        ->expected(0, 1)
+        ->type_name("[NAMES]")
         ->group(group);
     const auto takeBoxTypes = [&](const std::string& text) {
         charts.BoxTypes = ParseBoxTypes(text);
-        implied.Box = true;
+        implied.HasBoxTypes = true;
     };
-    add("--box-type", takeBoxTypes, "the same, with these statistics: median, se (default), sd, 1.96se")
+    add("--box-type", takeBoxTypes, "box plots, with these statistics: median, se (default), sd, 1.96se")
         ->type_name("TYPES");
     add(
         "--hist3d", [&](const std::string& text) { charts.Pairs = ParsePairs(text); },
@@ -246,14 +255,15 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
 void CompleteResults(DrillOptions& options, const ImpliedResults& implied) {
     std::vector<int>& results = options.Results;
     const auto isShown = [&results](int button) { return std::ranges::find(results, button) != results.end(); };
-    if (implied.Box && !isShown(ReviewBoxWhiskerButton)) {
+    const bool hasReviewBoxes = implied.Box || (implied.HasBoxTypes && options.Groups.Boxes.empty());
+    if (hasReviewBoxes && !isShown(ReviewBoxWhiskerButton)) {
         results.push_back(ReviewBoxWhiskerButton);
     }
     if (options.Charts.Pairs && !isShown(Review3DHistogramsButton)) {
         results.push_back(Review3DHistogramsButton);
     }
     const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
-    if (options.Charts.Folder && std::ranges::none_of(results, isChart)) {
+    if (options.Charts.Folder && !options.Groups.HasGraphs() && std::ranges::none_of(results, isChart)) {
         throw UsageError("--plots: no chart is asked for; name some in --show, as: --show histograms,pies.");
     }
 }

@@ -248,11 +248,12 @@ void DrillRun::ShowResults() {
         }
     }
     OfHost.ShowCrosses(Options, Variables);
+    OfHost.ShowBoxes(Options, Variables);
 }
 
 /// Full documents within the categories are for who names some.
 void DrillRun::ShowEach() {
-    const bool showsAll = !Options.Results.empty() || !Options.Groups.Crosses.empty();
+    const bool showsAll = !Options.Results.empty() || Options.Groups.HasGraphs();
     OfHost.ShowEach(Options.Groups.Each, showsAll ? [this] { ShowResults(); } : std::function<void()>());
 }
 
@@ -310,7 +311,8 @@ void DrillRun::TellWhatIsLeftOut() {
     }
     if (Options.RecordFile && (Options.Groups.IsAnyAskedFor() || std::ranges::any_of(Options.Results, IsOfHost))) {
         Notice({"script-incomplete",
-                "The script of --record leaves out what isn't pressed: --each, --crosstab, distribution, what-differs.",
+                "The script of --record leaves out what isn't pressed: --each, --crosstab, --box with --by, "
+                "distribution, what-differs.",
                 ""});
     }
     const std::size_t pairs = PairsOf(Variables.Review).Count;

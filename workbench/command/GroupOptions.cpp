@@ -62,6 +62,12 @@ void AddGroupOptions(CLI::App& command, GroupOptions& groups) {
         "continuous drill variables; takes the place of the default results; repeatable")
         ->type_name("ROWS:COLUMNS")
         ->group(Group);
+    AddValue(
+        command, "--by", [&groups](const std::string& name) { groups.By = ParseName(name); },
+        "with --box VAR: box plots of the variables named there, with a box and n for each category of this one; "
+        "--categorize cuts it when it is a continuous drill variable; takes the place of the default results")
+        ->type_name("VAR")
+        ->group(Group);
     command
         .add_flag("--what-differs", groups.WhatDiffers,
                   "in which open and review variables the cases left differ most from the others that are selected; "
@@ -74,6 +80,14 @@ void CompleteGroups(DrillOptions& options) {
     const GroupOptions& groups = options.Groups;
     if (groups.Each.size() > MostEach || (groups.Each.size() == MostEach && groups.Each[0] == groups.Each[1])) {
         throw UsageError("--each takes one variable, or is given twice with two different ones.");
+    }
+    if (groups.By && groups.Boxes.empty()) {
+        throw UsageError("--by needs the variables whose box plots it divides, as: --box age --by sex.");
+    }
+    if (!groups.Boxes.empty() && !groups.By) {
+        throw UsageError("--box " + groups.Boxes.front() +
+                         " needs the variable whose categories have a box each, as: --by sex; --box alone shows the "
+                         "box plots of the continuous review variables.");
     }
     if (!groups.IsAnyAskedFor()) {
         return;

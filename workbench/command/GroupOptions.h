@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,9 +21,15 @@ struct GroupOptions {
     std::vector<std::string>
         Each;  ///< variables whose categories are stepped into one after the other, from the outside
     std::vector<CrossNames> Crosses;
+    std::vector<std::string> Boxes;  ///< variables of box plots that have a box for each category of By
+    std::optional<std::string> By;
     bool WhatDiffers = false;
 
-    [[nodiscard]] bool IsAnyAskedFor() const { return !Each.empty() || !Crosses.empty() || WhatDiffers; }
+    [[nodiscard]] bool IsAnyAskedFor() const {
+        return !Each.empty() || !Crosses.empty() || !Boxes.empty() || WhatDiffers;
+    }
+    /// Whether the host makes graphs itself.
+    [[nodiscard]] bool HasGraphs() const { return !Crosses.empty() || !Boxes.empty(); }
 };
 
 /// Adds these options to the command.

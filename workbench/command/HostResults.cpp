@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/documents/BoxTypes.h"
 #include "workbench/documents/ResultNames.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/RemainingCases.h"
@@ -16,6 +18,8 @@ namespace {
 
 constexpr const char* GroupsName = "groups";
 constexpr const char* CrossName = "crosstab";
+constexpr const char* MosaicName = "mosaic";
+constexpr const char* BoxesName = "box-by-group";
 
 short VariableNumberOf(const DataTable& table, const std::string& name) {
     return static_cast<short>(table.IndexOf(name) + 1);
@@ -87,10 +91,32 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
         return CrossVariable{Table.IndexOf(name), CutOf(name, VariableNumberOf(Table, name), options, chosen)};
     };
     int sequence = 0;
+    int mosaics = 0;
     for (const CrossNames& names : options.Groups.Crosses) {
         const CrossTable cross = statistics.CrossOf(side(names.Rows), side(names.Columns));
         for (SpreadsheetDocument& document : TablesOfCross(cross, statistics.Weight())) {
             Add(std::move(document), ++sequence, CrossName);
+        }
+        if (options.Charts.Folder || options.Format == OutputFormat::Html) {
+            Outputs.Add(MosaicOf(cross, statistics.Weight()), {0, ++mosaics, MosaicName});
+        }
+    }
+}
+
+void HostResults::ShowBoxes(const DrillOptions& options, const VariableChoice& chosen) {
+    if (options.Groups.Boxes.empty()) {
+        return;
+    }
+    const SubsetStatistics statistics(Session.Analysed());
+    const std::string& by = *options.Groups.By;
+    const CrossVariable groups{Table.IndexOf(by), CutOf(by, VariableNumberOf(Table, by), options, chosen)};
+    int sequence = 0;
+    for (const std::string& name : options.Groups.Boxes) {
+        for (const BoxTypeFacts& facts : BoxTypes) {
+            const std::set<int>& wanted = options.Charts.BoxTypes;
+            if (wanted.empty() ? facts.ShowsMedian() : wanted.contains(facts.CheckBox)) {
+                Outputs.Add(statistics.BoxesBy(Table.IndexOf(name), groups, facts.Type), {0, ++sequence, BoxesName});
+            }
         }
     }
 }

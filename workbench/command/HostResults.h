@@ -25,6 +25,8 @@ class HostResults {
     /// one that is chosen as categorical is shown value by value. Throws DataError for a variable that isn't there or
     /// has too many categories.
     void ShowCrosses(const DrillOptions& options, const VariableChoice& chosen);
+    /// Makes the box plots by group that are asked for; cut and refused as the cross tables.
+    void ShowBoxes(const DrillOptions& options, const VariableChoice& chosen);
     /// Steps into every category of the variables, from the outside, and up again, and makes the tables of them;
     /// `showAll`, where there is one, makes full documents within each category. Throws DataError when a variable can't
     /// be drilled on.

@@ -33,7 +33,8 @@ bool HasPlots(const DrillOptions& options) {
 
 bool HasPictures(const DrillOptions& options) {
     const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
-    return HasPlots(options) || (options.Format == OutputFormat::Html && std::ranges::any_of(options.Results, isChart));
+    const bool makesCharts = options.Groups.HasGraphs() || std::ranges::any_of(options.Results, isChart);
+    return HasPlots(options) || (options.Format == OutputFormat::Html && makesCharts);
 }
 
 bool HasTitledFiles(const DrillOptions& options) {

@@ -32,6 +32,12 @@ bool CouldBePlot(std::string_view name, const DrillOptions& options) {
         !SkipDigits(name) || !Skip(name, "-")) {
         return false;
     }
+    if (std::string_view rest = name; Skip(rest, "mosaic-") && SkipDigits(rest)) {
+        return !options.Groups.Crosses.empty();
+    }
+    if (std::string_view rest = name; Skip(rest, "box-by-group-") && SkipDigits(rest)) {
+        return !options.Groups.Boxes.empty();
+    }
     return std::ranges::any_of(options.Results, [name](int button) {
         std::string_view rest = name;
         return Skip(rest, ChartFileName(button)) && Skip(rest, "-") && SkipDigits(rest);

@@ -4,6 +4,7 @@
 
 #include "workbench/command/ResultList.h"
 #include "workbench/documents/BoxTypes.h"
+#include "workbench/views/GraphJson.h"
 
 namespace quillara {
 namespace {
@@ -15,6 +16,9 @@ std::string SubjectOf(const SeriesChart& chart) {
 }
 
 std::string SubjectOf(const BoxPlot& plot) {
+    if (plot.Groups) {
+        return plot.Groups->Variable + " " + plot.Groups->By + " " + std::string(FactsOf(plot.Type).Word);
+    }
     return std::string(FactsOf(plot.Type).Word);
 }
 
@@ -26,11 +30,23 @@ std::string SubjectOf(const Histogram3DPlot& plot) {
     return plot.X.Variable + " " + plot.Y.Variable;
 }
 
+std::string SubjectOf(const MosaicPlot& plot) {
+    return plot.Columns.Variable + " " + plot.Layers.Variable;
+}
+
+/// What the host makes itself comes from no button.
+std::string KindOf(const OutputEntry& entry, const GraphDocument& graph) {
+    const bool isByGroup = std::holds_alternative<BoxPlot>(graph.Content);
+    return entry.Command != 0 ? std::string(ChartFileName(entry.Command))
+           : isByGroup        ? "box-by-group"
+                              : ChartName(graph);
+}
+
 std::string FileNameOf(const OutputEntry& entry, const GraphDocument& graph, ChartFormat format) {
     const std::string subject =
         PlainFileName(std::visit([](const auto& shown) { return SubjectOf(shown); }, graph.Content));
-    return "step" + std::to_string(entry.Step) + '-' + std::string(ChartFileName(entry.Command)) + '-' +
-           TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
+    return "step" + std::to_string(entry.Step) + '-' + KindOf(entry, graph) + '-' + TwoDigits(entry.Sequence) +
+           (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -71,9 +72,9 @@ struct PieChart : SeriesChart {};
 /// point at x = 0.
 struct StackedPlot : SeriesChart {};
 
-/// The box of one variable in a box-whisker plot.
+/// The box of one variable, or of one category of another, in a box-whisker plot.
 struct BoxStatistics {
-    std::string Variable;  ///< name
+    std::string Variable;  ///< name; of a category, that of the category
     std::string LongName;  ///< may be empty
     std::int64_t Cases = 0;  ///< valid cases, those without a positive weight left out; 0: nothing is drawn
     double Middle = 0.0;  ///< median or mean
@@ -86,10 +87,20 @@ struct BoxStatistics {
     double WeightedCases = 0.0;  ///< sum of the weights of the cases; their number when no weight is in force
 };
 
+/// A box-whisker plot of one variable has a box for each category of another.
+struct BoxGroups {
+    std::string Variable;
+    std::string LongName;  ///< may be empty
+    std::string By;  ///< the variable of the categories
+    std::string ByLongName;  ///< may be empty
+    std::string Note;  ///< which cases are left out; may be empty
+};
+
 struct BoxPlot {
     BoxType Type = BoxType::MeanSEAndSD;
     std::vector<BoxStatistics> Boxes;
     std::string Weight{};  ///< name of the variable that weights the cases; empty: none
+    std::optional<BoxGroups> Groups{};  ///< nothing: a box for each variable
 };
 
 /// Counts of values in intervals of one width; the first begins at Low.
@@ -146,9 +157,19 @@ struct Histogram3DPlot {
     std::string UnusedWeight{};  ///< as that of a ScatterMatrix
 };
 
+/// The cells of a cross table as tiles: a column for each category of one variable, as wide as its share of all,
+/// divided into the shares of the categories of the other.
+struct MosaicPlot {
+    Histogram3DSide Columns;
+    Histogram3DSide Layers;
+    std::vector<double> Counts;  ///< column by column: that of a layer stands at column * |Layers.Labels| + layer
+    std::string Note{};  ///< what else is to be known of the table; may be empty
+};
+
 /// What a graph shows. The first three are handed over by an analysis; the others are computed by the host from the
 /// cases. Who shows graphs visits them all.
-using GraphContent = std::variant<Histogram, PieChart, StackedPlot, BoxPlot, ScatterMatrix, Histogram3DPlot>;
+using GraphContent =
+    std::variant<Histogram, PieChart, StackedPlot, BoxPlot, ScatterMatrix, Histogram3DPlot, MosaicPlot>;
 
 /// A graph as plain data: all that the call of the analysis gave, or what the host has computed. All texts are whole:
 /// no key of a long text is left in them, but in axis labels that were cut to their field.

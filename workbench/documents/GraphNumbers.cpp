@@ -111,9 +111,21 @@ AllSeries SeriesIn(const Histogram3DPlot& plot) {
     return all;
 }
 
+/// A series for each column.
+AllSeries SeriesIn(const MosaicPlot& plot) {
+    const std::size_t width = plot.Layers.Labels.size();
+    AllSeries all;
+    for (std::size_t column = 0; column < plot.Columns.Labels.size(); ++column) {
+        const auto first = plot.Counts.begin() + static_cast<std::ptrdiff_t>(column * width);
+        all.push_back(InOrder(plot.Columns.Labels[column], plot.Layers.Labels,
+                              {first, first + static_cast<std::ptrdiff_t>(width)}));
+    }
+    return all;
+}
+
 /// In the order of GraphContent.
 constexpr std::array<const char*, std::variant_size_v<GraphContent>> KindNames{
-    "histogram", "pie chart", "stacked plot", "box-whisker plot", "scatterplot matrix", "3D histogram"};
+    "histogram", "pie chart", "stacked plot", "box-whisker plot", "scatterplot matrix", "3D histogram", "mosaic"};
 
 }  // namespace
 

@@ -92,6 +92,7 @@ void NameAll(StackedPlot& chart, const Subject& about) {
 void NameAll(BoxPlot& /*plot*/, const Subject& /*about*/) {}
 void NameAll(ScatterMatrix& /*plot*/, const Subject& /*about*/) {}
 void NameAll(Histogram3DPlot& /*plot*/, const Subject& /*about*/) {}
+void NameAll(MosaicPlot& /*plot*/, const Subject& /*about*/) {}
 
 }  // namespace
 

@@ -107,12 +107,9 @@ double SampleQuantiles::At(double share) const {
     return std::lerp(low, high, place - lower);
 }
 
-namespace {
-
-void FillBox(BoxStatistics& box, const Variable& variable, const BoxRequest& request, const BoxTypeFacts& facts) {
-    const WeightedValues sample = ValidValues(variable, request.Rows, request.Weights);
-    box.Variable = variable.Name;
-    box.LongName = variable.LongName;
+BoxStatistics BoxOf(const WeightedValues& sample, BoxType type) {
+    const BoxTypeFacts& facts = FactsOf(type);
+    BoxStatistics box;
     box.Cases = static_cast<std::int64_t>(sample.Values.size());
     box.WeightedCases = SumOfWeights(sample);
     if (!sample.Values.empty() && facts.ShowsMedian()) {
@@ -120,18 +117,20 @@ void FillBox(BoxStatistics& box, const Variable& variable, const BoxRequest& req
     } else if (!sample.Values.empty()) {
         ShowMeans(box, MomentsOf(sample), facts);
     }
+    return box;
 }
-
-}  // namespace
 
 BoxPlot BoxPlotOf(const BoxRequest& request) {
     BoxPlot plot;
     plot.Type = request.Type;
     plot.Weight = request.Weights.Variable;
-    const BoxTypeFacts& facts = FactsOf(request.Type);
     plot.Boxes.resize(request.Variables.size());
     RunParts(request.Runner, plot.Boxes.size(), [&](std::size_t part) {
-        FillBox(plot.Boxes[part], request.Table.Variables[request.Variables[part]], request, facts);
+        const Variable& variable = request.Table.Variables[request.Variables[part]];
+        BoxStatistics& box = plot.Boxes[part];
+        box = BoxOf(ValidValues(variable, request.Rows, request.Weights), request.Type);
+        box.Variable = variable.Name;
+        box.LongName = variable.LongName;
     });
     return plot;
 }

@@ -36,6 +36,9 @@ struct BoxRequest {
 /// taken as they are. Weights that sum to less than the number of cases, such as shares of 1, are scaled up to it.
 [[nodiscard]] BoxPlot BoxPlotOf(const BoxRequest& request);
 
+/// The box of some values, without a name.
+[[nodiscard]] BoxStatistics BoxOf(const WeightedValues& sample, BoxType type);
+
 inline constexpr double Quartiles[] = {0.25, 0.5, 0.75};
 
 /// The quantiles of values, at least one, each of which stands as often as its weight says.

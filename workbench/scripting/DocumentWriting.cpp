@@ -15,6 +15,7 @@
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/scripting/ChartLibrary.h"
 #include "workbench/views/DocumentViews.h"
+#include "workbench/views/GraphTables.h"
 #include "workbench/views/HtmlTable.h"
 
 namespace quillara {
@@ -49,6 +50,13 @@ constexpr std::array<PictureFile, 3> PictureFiles{{
     {".pdf", ChartFormat::Pdf},
 }};
 
+const PictureFile* PictureNamed(const std::string& path) {
+    std::string end = std::filesystem::path(path).extension().string();
+    std::ranges::transform(end, end.begin(), SmallLetter);
+    const auto* picture = std::ranges::find(PictureFiles, end, &PictureFile::End);
+    return picture == PictureFiles.end() ? nullptr : picture;
+}
+
 [[noreturn]] void Refuse(const std::string& path, bool isGraph) {
     throw UsageError("A document can't be written to " + Quoted(path) + ": its name must end with " +
                      (isGraph ? ".svg, .png, .pdf, " : "") + ".txt or .csv.");
@@ -64,8 +72,8 @@ OutputCollection Alone(const ResultDocument& document) {
 std::string Bytes(const ResultDocument& document, const std::string& path) {
     std::string end = std::filesystem::path(path).extension().string();
     std::ranges::transform(end, end.begin(), SmallLetter);
-    const auto* picture = std::ranges::find(PictureFiles, end, &PictureFile::End);
-    if (document.Graph() != nullptr && picture != PictureFiles.end()) {
+    const PictureFile* picture = PictureNamed(path);
+    if (document.Graph() != nullptr && picture != nullptr) {
         return Painted(*document.Graph(), picture->Format);
     }
     const auto* view = std::ranges::find(ViewFiles, end, &ViewFile::End);
@@ -91,6 +99,19 @@ std::string NamedResultOf(const ResultDocument& document) {
 
 std::vector<TidyRow> TidyRowsOf(const ResultDocument& document) {
     return TidyRows(Alone(document));
+}
+
+void WritePicture(const GraphDocument& graph, const std::string& path) {
+    const PictureFile* picture = PictureNamed(path);
+    if (picture == nullptr) {
+        throw UsageError("A picture can't be written to " + Quoted(path) +
+                         ": its name must end with .svg, .png or .pdf.");
+    }
+    ReplaceFile(path, Painted(graph, picture->Format));
+}
+
+SpreadsheetDocument NumbersIn(const GraphDocument& graph) {
+    return TablesOf(graph).front();
 }
 
 std::string TextOf(const ResultDocument& document) {

@@ -18,6 +18,13 @@ void OfferDocumentFiles();
 /// All that a document holds; steps and cases aren't known of it alone.
 [[nodiscard]] std::vector<TidyRow> TidyRowsOf(const ResultDocument& document);
 
+/// Writes a graph as a picture to a file, as it is named: .svg, .png or .pdf. Throws UsageError for another name,
+/// DataError as SvgOf or when it can't be written.
+void WritePicture(const GraphDocument& graph, const std::string& path);
+
+/// What a graph shows as numbers.
+[[nodiscard]] SpreadsheetDocument NumbersIn(const GraphDocument& graph);
+
 /// A document as aligned text for a terminal; a graph as its numbers.
 [[nodiscard]] std::string TextOf(const ResultDocument& document);
 

@@ -93,6 +93,10 @@ CrossTable SubsetStatistics::CrossOf(const CrossVariable& rows, const CrossVaria
     return CrossTableOf(Table, rows, columns, Remaining, Weights);
 }
 
+GraphDocument SubsetStatistics::BoxesBy(std::size_t variable, const CrossVariable& by, BoxType type) const {
+    return BoxesByGroup(Scope(), variable, by, type);
+}
+
 GroupTables SubsetStatistics::GroupsBy(const std::vector<std::string>& names) const {
     ComparedVariables others = Variables;
     for (const std::string& name : names) {

@@ -7,6 +7,7 @@
 
 #include "workbench/data/RowSet.h"
 #include "workbench/statistics/GroupTables.h"
+#include "workbench/statistics/GroupedBoxes.h"
 
 namespace quillara {
 
@@ -31,6 +32,9 @@ class SubsetStatistics {
     [[nodiscard]] std::optional<SpreadsheetDocument> WhatDiffers() const;
     /// Throws as CrossTableOf.
     [[nodiscard]] CrossTable CrossOf(const CrossVariable& rows, const CrossVariable& columns) const;
+    /// Throws as BoxesByGroup.
+    [[nodiscard]] GraphDocument BoxesBy(std::size_t variable, const CrossVariable& by,
+                                        BoxType type = BoxType::MedianQuartilesRange) const;
     /// Tables of groups by these variables, of those that are open beside them. They must not outlive this.
     [[nodiscard]] GroupTables GroupsBy(const std::vector<std::string>& names) const;
     /// Name of the variable that weights the cases; empty: none does.

@@ -141,7 +141,7 @@ SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& m
 }
 
 std::string CasesText(const CrossTable& cross) {
-    std::string text = std::to_string(cross.Cases) + " cases";
+    std::string text = std::to_string(cross.Cases) + (cross.Cases == 1 ? " case" : " cases");
     if (cross.LeftOut > 0) {
         text += "; " + std::to_string(cross.LeftOut) + " that lack a value or belong to no category are left out";
     }
@@ -153,7 +153,8 @@ std::string ChiSquareText(const CrossTable& cross) {
         return "No chi-square: it takes two rows and two columns with cases";
     }
     std::string text = "Chi-square " + Written(cross.ChiSquare) + " with " + std::to_string(cross.Freedom) +
-                       " degrees of freedom, Cramer's V " + Written(cross.CramersV);
+                       (cross.Freedom == 1 ? " degree" : " degrees") + " of freedom, Cramer's V " +
+                       Written(cross.CramersV);
     if (cross.SmallestExpected() < SmallestFit) {
         text += "; the smallest expected count is " + Written(cross.SmallestExpected()) +
                 ", too few for chi-square to be relied on";
@@ -319,6 +320,17 @@ std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const st
     tables.back().Title = {"Cross table of " + cross.Rows.Variable + " by " + cross.Columns.Variable + ": association" +
                            WeightedBy(weight)};
     return tables;
+}
+
+GraphDocument MosaicOf(const CrossTable& cross, const std::string& weight) {
+    GraphDocument graph;
+    graph.Title = {"Mosaic of " + cross.Rows.Variable + " by " + cross.Columns.Variable + WeightedBy(weight),
+                   CasesText(cross)};
+    graph.Content = MosaicPlot{{cross.Rows.Variable, cross.Rows.LongName, cross.Rows.Names},
+                               {cross.Columns.Variable, cross.Columns.LongName, cross.Columns.Names},
+                               cross.Counts,
+                               (cross.LeftOut > 0 ? CasesText(cross) + ". " : "") + ChiSquareText(cross)};
+    return graph;
 }
 
 SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts, const std::string& weight) {

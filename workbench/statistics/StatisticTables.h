@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/documents/GraphDocument.h"
 #include "workbench/documents/SpreadsheetDocument.h"
 #include "workbench/statistics/CrossTable.h"
 #include "workbench/statistics/Distribution.h"
@@ -29,6 +30,9 @@ struct StatisticsScope {
 /// Counts with their totals; percents of the row, of the column and of all; what would be expected; chi-square and
 /// Cramer's V in one row.
 [[nodiscard]] std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const std::string& weight);
+
+/// The same as a picture: a column for each row of the table.
+[[nodiscard]] GraphDocument MosaicOf(const CrossTable& cross, const std::string& weight);
 
 /// One row for each variable, in the order given.
 [[nodiscard]] SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts,

@@ -47,15 +47,22 @@ Values SeriesValues(const BoxPlot& plot) {
     Values values;
     for (const BoxStatistics& box : plot.Boxes) {
         const auto drawn = [&box](Json value) { return box.Cases > 0 ? std::move(value) : Json(nullptr); };
-        values.push_back({{"kind", static_cast<int>(plot.Type)},
-                          {"variable", TextValue(box.Variable)},
-                          {"label", TextValue(box.LongName)},
-                          {"cases", box.Cases},
-                          {"middle", drawn(NumberValue(box.Middle))},
-                          {"box", drawn(Pair(box.BoxLow, box.BoxHigh))},
-                          {"whiskers", drawn(Pair(box.WhiskerLow, box.WhiskerHigh))},
-                          {"outliers", Array(box.Outliers, NumberValue)},
-                          {"extremes", Array(box.Extremes, NumberValue)}});
+        Json value = {{"kind", static_cast<int>(plot.Type)}};
+        if (plot.Groups) {
+            value.update({{"variable", TextValue(plot.Groups->Variable)},
+                          {"label", TextValue(plot.Groups->LongName)},
+                          {"by", TextValue(plot.Groups->By)},
+                          {"category", TextValue(box.Variable)}});
+        } else {
+            value.update({{"variable", TextValue(box.Variable)}, {"label", TextValue(box.LongName)}});
+        }
+        value.update({{"cases", box.Cases},
+                      {"middle", drawn(NumberValue(box.Middle))},
+                      {"box", drawn(Pair(box.BoxLow, box.BoxHigh))},
+                      {"whiskers", drawn(Pair(box.WhiskerLow, box.WhiskerHigh))},
+                      {"outliers", Array(box.Outliers, NumberValue)},
+                      {"extremes", Array(box.Extremes, NumberValue)}});
+        values.push_back(std::move(value));
         if (!plot.Weight.empty()) {
             values.back()["weight"] = TextValue(plot.Weight);
             values.back()["weighted"] = NumberValue(box.WeightedCases);
@@ -119,6 +126,19 @@ Values SeriesValues(const Histogram3DPlot& plot) {
     return {{{"x", SideValue(plot.X)}, {"y", SideValue(plot.Y)}, {"cases", plot.Cases}, {"counts", std::move(rows)}}};
 }
 
+Values SeriesValues(const MosaicPlot& plot) {
+    Json columns = Json::array();
+    const std::size_t width = plot.Layers.Labels.size();
+    for (std::size_t column = 0; column < plot.Columns.Labels.size(); ++column) {
+        Json counts = Json::array();
+        for (std::size_t layer = 0; layer < width; ++layer) {
+            counts.push_back(NumberValue(plot.Counts[column * width + layer]));
+        }
+        columns.push_back(std::move(counts));
+    }
+    return {{{"columns", SideValue(plot.Columns)}, {"layers", SideValue(plot.Layers)}, {"counts", std::move(columns)}}};
+}
+
 // Every kind of graph has a name.
 const char* NameOf(const Histogram& /*graph*/) {
     return "histogram";
@@ -137,6 +157,10 @@ const char* NameOf(const ScatterMatrix& /*graph*/) {
 }
 const char* NameOf(const Histogram3DPlot& /*graph*/) {
     return "hist3d";
+}
+
+const char* NameOf(const MosaicPlot& /*graph*/) {
+    return "mosaic";
 }
 
 /// What a graph has as a chart of series has it; a computed one has no axes and few words of its own.

@@ -6,7 +6,7 @@
 
 namespace quillara {
 
-/// histogram, pie, stacked, box, scatter or hist3d.
+/// histogram, pie, stacked, box, scatter, hist3d or mosaic.
 [[nodiscard]] std::string ChartName(const GraphDocument& graph);
 
 /// The members of a graph document behind its origin and its kind of chart, as docs/json.md documents them.

@@ -107,7 +107,8 @@ SpreadsheetCell ValueCell(ValueKind kind, double value) {
 
 SpreadsheetRow BoxRow(const BoxPlot& plot, const BoxStatistics& box, ValueKind kind) {
     SpreadsheetRow row{box.Variable, {static_cast<double>(box.Cases)}};
-    row.About = {box.Variable};
+    row.About = plot.Groups ? RowSubject{plot.Groups->Variable + " by " + plot.Groups->By, box.Variable}
+                            : RowSubject{box.Variable};
     if (!plot.Weight.empty()) {
         row.Cells.push_back(box.WeightedCases);
     }
@@ -124,7 +125,7 @@ SpreadsheetRow BoxRow(const BoxPlot& plot, const BoxStatistics& box, ValueKind k
 Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
     const BoxTypeFacts& facts = FactsOf(plot.Type);
     const bool hasOutliers = facts.ShowsMedian();
-    SpreadsheetDocument table = Untitled("Variable", {{"Cases", true}});
+    SpreadsheetDocument table = Untitled(plot.Groups ? plot.Groups->By : "Variable", {{"Cases", true}});
     if (!plot.Weight.empty()) {
         table.Columns.push_back({"Weighted\nCases", false});
     }
@@ -137,7 +138,7 @@ Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
         table.Columns.push_back({"Extreme\nValues", true});
     }
     for (std::size_t i = 0; i < plot.Boxes.size(); ++i) {
-        table.Rows.push_back(BoxRow(plot, plot.Boxes[i], about.KindOf(i)));
+        table.Rows.push_back(BoxRow(plot, plot.Boxes[i], about.KindOf(plot.Groups ? 0 : i)));
     }
     return {table};
 }
@@ -193,6 +194,25 @@ Tables NumbersOf(const Histogram3DPlot& plot, const Subject& /*about*/) {
     return {table};
 }
 
+Tables NumbersOf(const MosaicPlot& plot, const Subject& /*about*/) {
+    const std::string variables = plot.Columns.Variable + " by " + plot.Layers.Variable;
+    SpreadsheetDocument table = Untitled(variables, {});
+    const std::size_t width = plot.Layers.Labels.size();
+    for (const std::string& label : plot.Layers.Labels) {
+        table.Columns.push_back({label, false});
+    }
+    for (std::size_t column = 0; column < plot.Columns.Labels.size(); ++column) {
+        SpreadsheetRow row{plot.Columns.Labels[column], {}};
+        for (std::size_t layer = 0; layer < width; ++layer) {
+            row.Cells.emplace_back(plot.Counts[column * width + layer]);
+        }
+        row.About = {variables, row.Name};
+        table.Rows.push_back(std::move(row));
+    }
+    MarkWholeColumns(table);
+    return {table};
+}
+
 double CasesOf(const SeriesChart& chart) {
     double cases = 0.0;
     for (const GraphSeries& series : chart.Series) {
@@ -221,6 +241,14 @@ double CasesOf(const ScatterMatrix& matrix) {
 
 double CasesOf(const Histogram3DPlot& plot) {
     return static_cast<double>(plot.Cases);
+}
+
+double CasesOf(const MosaicPlot& plot) {
+    double cases = 0.0;
+    for (const double count : plot.Counts) {
+        cases += count;
+    }
+    return cases;
 }
 
 /// A table with the values of variables as people write them.

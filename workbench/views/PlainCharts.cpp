@@ -69,6 +69,9 @@ std::string Name(StackedPlot& chart, const Subject& about, bool isWeighted) {
 }
 
 std::string Name(BoxPlot& plot, const Subject& /*about*/, bool /*isWeighted*/) {
+    if (const std::optional<BoxGroups>& groups = plot.Groups) {
+        return LabelOf(groups->Variable, groups->LongName) + " by " + LabelOf(groups->By, groups->ByLongName);
+    }
     return Listed(NamesOf(plot.Boxes, &BoxStatistics::Variable));
 }
 
@@ -78,6 +81,11 @@ std::string Name(ScatterMatrix& matrix, const Subject& /*about*/, bool /*isWeigh
 
 std::string Name(Histogram3DPlot& plot, const Subject& /*about*/, bool /*isWeighted*/) {
     return LabelOf(plot.Y.Variable, plot.Y.LongName) + " by " + LabelOf(plot.X.Variable, plot.X.LongName);
+}
+
+std::string Name(MosaicPlot& plot, const Subject& /*about*/, bool isWeighted) {
+    return LabelOf(plot.Columns.Variable, plot.Columns.LongName) + " by " +
+           LabelOf(plot.Layers.Variable, plot.Layers.LongName) + (isWeighted ? ", weighted" : "");
 }
 
 std::string CasesText(const SubsetSize& size, std::int32_t all) {

@@ -8,6 +8,7 @@
 
 #include "tests/workbench/charts/Painted.h"
 #include "tests/workbench/charts/TestGraphs.h"
+#include "workbench/charts/AxisLabels.h"
 
 namespace quillara {
 namespace {
@@ -54,6 +55,11 @@ std::vector<LayoutCase> EveryKind() {
         {"twenty variables", Matrix(20, "a rather long name ")},
         {"2 x 2", Bars3D({"Female", "Male"}, {"<=50K", ">50K"})},
         {"20 x 20", Bars3D(Numbered(20, "Category "), Numbered(20, longName))},
+        {"tiles", Mosaic({"Female", "Male"}, {"<=50K", ">50K", "unknown"})},
+        {"40 x 60 tiles", Mosaic(Numbered(40, longName), Numbered(60, longName))},
+        {"300 x 2 tiles", Mosaic(Numbered(300, "Occupation no. "), {"a", "b"})},
+        {"boxes by group", BoxesBy({"Bachelors", longName, "c"})},
+        {"150 boxes by group", BoxesBy(Numbered(150, longName))},
         {"60 x 30", Bars3D(Numbered(60, "Category "), Numbered(30, longName))},
     };
 }
@@ -148,6 +154,14 @@ TEST(ChartLayout, SaysWhatIsShownAndThatNothingIs) {
         {Boxes(1, BoxType::MedianQuartilesRange),
          {"Median", "25%-75%", "Range without outliers", "Outliers", "Extremes"}},
         {Boxes(1, BoxType::MeanSEAnd196SE), {"Mean", "Mean \u00B1 SE", "Mean \u00B1 1.96*SE"}},
+        {BoxesBy({"Bachelors", "Some-college", "none"}),
+         {"Bachelors", "n\u00A0=\u00A010", "n\u00A0=\u00A00", "age: Age in years", "education",
+          "3 cases without a value of both are left out"}},
+        {Mosaic({"Female", "Male"}, {"low", "high"}),
+         {"Female", "Male", "low", "high", "Chi-square 2.5", "100.0%", "Percent of column by its long name"}},
+        {Mosaic({"a", "b"}, Numbered(20, "layer ")), {"8 others", "layer 9"}},
+        {Mosaic({}, {}), {"No cases"}},
+        {BoxesBy({}), {"No cases"}},
         {Bars({"a"}, {0}, 1), {"No cases"}},
         {Bars({}, {}, 1), {"No cases"}},
         {Pie({"a", "b"}, {0, 0}), {"No cases"}},
@@ -182,6 +196,23 @@ TEST(ChartSpots, SlicesLeaveOutTheEmptyPointAndGatherSmallOnes) {
     EXPECT_THAT(tips, Contains("n8: 100 (25.1%)"));
     EXPECT_THAT(tips, Contains(testing::StartsWith("Other (")));
     EXPECT_LT(tips.size(), 100U);
+}
+
+TEST(ChartSpots, TilesAreSharesOfTheirColumns) {
+    EXPECT_THAT(Painted(Mosaic({"a", "b"}, {"c", "d"})).Tips(),
+                ElementsAre("a, d: 700 (100.0%)", "b, c: 28 (68.3%)", "b, d: 13 (31.7%)"));
+}
+
+TEST(AxisLabels, OfTheWidestColumnsWhereAllHaveNoRoom) {
+    std::vector<AxisSpot> spots;
+    for (int i = 0; i < 10; ++i) {
+        spots.push_back({i * 5.0, QString::number(i), false, i == 4 ? 9.0 : static_cast<double>(i)});
+    }
+    std::string kept;
+    for (const AxisSpot& spot : LargestApart(spots, 11.0)) {
+        kept += spot.Text.toStdString();
+    }
+    EXPECT_EQ(kept, "149");
 }
 
 TEST(ChartSpots, ForemostBarOfA3DHistogramIsFound) {

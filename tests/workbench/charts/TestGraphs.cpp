@@ -135,6 +135,29 @@ GraphDocument Bars3D(const Names& columns, const Names& rows) {
     return Graph(plot);
 }
 
+GraphDocument Mosaic(const Names& columns, const Names& layers) {
+    MosaicPlot plot{{"education", "", columns}, {"workclass", "its long name", layers}, {}, "Chi-square 2.5"};
+    for (std::size_t i = 0; i < columns.size() * layers.size(); ++i) {
+        plot.Counts.push_back(static_cast<double>(i * i * 7 % 50) * (i < layers.size() ? 100.0 : 1.0));
+    }
+    return Graph(plot);
+}
+
+GraphDocument BoxesBy(const Names& categories) {
+    GraphDocument graph = Boxes(static_cast<int>(categories.size()), BoxType::MedianQuartilesRange);
+    auto& plot = std::get<BoxPlot>(graph.Content);
+    plot.Groups = BoxGroups{"age", "Age in years", "education", "", "3 cases without a value of both are left out"};
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        plot.Boxes[i].Variable = categories[i];
+    }
+    if (categories.size() > 1) {
+        plot.Boxes.back() = BoxStatistics();
+        plot.Boxes.back().Variable = categories.back();
+        plot.Boxes.front().WhiskerHigh = 1000.0;  // a range of its own, on the same axis
+    }
+    return graph;
+}
+
 GraphDocument Titled(GraphDocument document, const std::vector<std::string>& title) {
     document.Title = title;
     return document;

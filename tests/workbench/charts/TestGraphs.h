@@ -23,6 +23,11 @@ GraphDocument Boxes(int count, BoxType type);
 GraphDocument Matrix(int variables, const std::string& name);
 GraphDocument Bars3D(const Names& columns, const Names& rows);
 
+/// A mosaic of any counts, some of which are 0.
+GraphDocument Mosaic(const Names& columns, const Names& layers);
+/// A box for each category; the last has no case.
+GraphDocument BoxesBy(const Names& categories);
+
 GraphDocument Titled(GraphDocument document, const std::vector<std::string>& title);
 
 }  // namespace quillara
