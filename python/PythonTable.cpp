@@ -18,9 +18,10 @@
 #include "workbench/data/CategoryGroups.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/documents/Remarks.h"
 #include "workbench/formats/DataFile.h"
-#include "workbench/formats/Dictionary.h"
+#include "workbench/formats/TablePreparation.h"
 #include "workbench/hosting/ScriptDesk.h"
 #include "workbench/hosting/VariableNotation.h"
 #include "workbench/scripting/ListChecks.h"
@@ -72,10 +73,25 @@ py::dict LabelsByValue(const Variable& variable) {
     return labels;
 }
 
+/// The missing values that are told apart, with their labels or None: numbers, or texts and marks; points in time as
+/// they are written.
+py::dict MissingValues(const Variable& variable) {
+    py::dict values;
+    const std::size_t count = variable.Reasons ? variable.Reasons->Reasons.size() : 0;
+    for (std::size_t place = 0; place < count; ++place) {
+        const quillara::MissingReason& reason = variable.Reasons->Reasons[place];
+        const bool isNumber = reason.Number && variable.Kind == ValueKind::Number;
+        const py::object value =
+            isNumber ? py::object(py::float_(*reason.Number)) : py::object(py::str(CodeOfReason(variable, reason)));
+        values[value] = reason.Label.empty() ? py::object(py::none()) : py::object(py::str(reason.Label));
+    }
+    return values;
+}
+
 py::tuple Describe(const PythonTable& table, std::size_t index) {
     const Variable& variable = VariableAt(table, index);
     const char* kind = KindNames[static_cast<std::size_t>(variable.Kind)];
-    return py::make_tuple(variable.Name, variable.LongName, kind, LabelsByValue(variable));
+    return py::make_tuple(variable.Name, variable.LongName, kind, LabelsByValue(variable), MissingValues(variable));
 }
 
 /// The names of the categories, and per case the place of its own as 32-bit numbers; nothing for a variable that frames
@@ -103,16 +119,26 @@ quillara::ReadOptions OptionsOf(const py::dict& given) {
     return options;
 }
 
-PythonTable ReadTable(const std::string& path, const py::dict& given, const std::optional<std::string>& dictionary) {
+/// Pairs of a variable and its codes.
+using ValidByVariable = std::vector<std::pair<std::string, std::vector<std::string>>>;
+
+quillara::TablePreparation PreparationOf(const std::optional<std::string>& dictionary, const ValidByVariable& valid) {
+    quillara::TablePreparation preparation{.DictionaryFile = dictionary};
+    for (const auto& [variable, codes] : valid) {
+        preparation.Valid.push_back({variable, codes});
+    }
+    return preparation;
+}
+
+PythonTable ReadTable(const std::string& path, const py::dict& given, const std::optional<std::string>& dictionary,
+                      const ValidByVariable& valid) {
     quillara::ReadOptions options = OptionsOf(given);
     return CallHost("open", [&] {
         options.Cancelled = [] { return HostScope::Cancelled().load(); };
         std::vector<quillara::Remark> noticed;
         options.Noticed = [&noticed](const quillara::Remark& remark) { noticed.push_back(remark); };
         DataTable table = quillara::ReadDataFile(path, options);
-        if (dictionary) {
-            quillara::ApplyDictionary(table, *dictionary);
-        }
+        PrepareTable(table, PreparationOf(dictionary, valid));
         for (const quillara::Remark& remark : noticed) {
             quillara::TheScriptDesk().Keep({remark.Line(), remark.Code});
         }
@@ -294,7 +320,7 @@ void PythonTable::Define(py::module_& module) {
         .def_property_readonly("case_names", [](const PythonTable& table) { return table.Held->CaseNames; })
         .def_property_readonly("declared_weight", [](const PythonTable& table) { return table.Held->Weight; })
         .def("__len__", [](const PythonTable& table) { return table.Held->Variables.size(); })
-        .def("describe", Describe, "Name, label, kind, and its own labels by value")
+        .def("describe", Describe, "Name, label, kind, its own labels by value, and its missing values")
         .def("texts", [](const PythonTable& table, std::size_t index) { return VariableAt(table, index).Texts; })
         .def("categories", TellCategories, "Names of the categories, and their places by case")
         .def("column", [](const PythonTable& table, std::size_t index) { return ColumnOf(VariableAt(table, index)); })

@@ -732,6 +732,7 @@ class Variable:
     kind: str
     labels: dict[float, str] | dict[str, str]
     categories: list[str]
+    missing_values: dict[float | str, str | None]
 
 class Window(Object):
     @property
@@ -745,7 +746,7 @@ class Window(Object):
 
 def application() -> Application: ...
 
-def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "", header: bool = True, missing: Sequence[str] | None = None, dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None, keep_texts: bool = False) -> Table: ...
+def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "", header: bool = True, missing: Sequence[str] | None = None, dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None, keep_texts: bool = False, valid: Mapping[str, bool | Sequence[str | float]] | None = None) -> Table: ...
 
 def snake_case(name: str) -> str: ...
 

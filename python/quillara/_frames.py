@@ -29,7 +29,7 @@ def _times(values, unit, kind):
 
 
 def _column(held, index, wants_labels):
-    name, _, kind, _ = held.describe(index)
+    name, _, kind, *_ = held.describe(index)
     categories = held.categories(index) if wants_labels(name) else None
     if categories is not None:
         return _categorical(*categories)

@@ -17,29 +17,32 @@ from ._objects import warn_of_formula, warn_of_messages
 
 class Variable:
     """A variable of a table: name, label, kind ("number", "date", "time" or "text"), labels (by value; those of texts by
-    the text that is stored, as {"F": "Female"}), and categories: its labels or texts in their order."""
+    the text that is stored, as {"F": "Female"}), categories: its labels or texts in their order, and missing_values: those
+    that the file tells apart, with their labels or None, as {99.0: "Not stated", ".a": None}."""
 
-    __slots__ = ("name", "label", "kind", "labels", "categories")
+    __slots__ = ("name", "label", "kind", "labels", "categories", "missing_values")
     name: str
     label: str
     kind: str
     labels: dict[float, str] | dict[str, str]
     categories: list[str]
+    missing_values: dict[float | str, str | None]
 
-    def __init__(self, name, label, kind, labels, categories):
+    def __init__(self, name, label, kind, labels, categories, missing_values):
         self.name = name
         self.label = label
         self.kind = kind
         self.labels = labels
         self.categories = categories
+        self.missing_values = missing_values
 
     def __repr__(self):
         return f"<quillara.Variable: {self.name}, {self.kind}>"
 
 
 def _variable_of(held, index):
-    name, label, kind, labels = held.describe(index)
-    return Variable(name, label, kind, labels, list(labels.values()) or held.texts(index))
+    name, label, kind, labels, missing_values = held.describe(index)
+    return Variable(name, label, kind, labels, list(labels.values()) or held.texts(index), missing_values)
 
 
 def _shortened(text, most=100):
@@ -212,11 +215,13 @@ class Table:
 def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
          header: bool = True, missing: Sequence[str] | None = None,
          dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None,
-         keep_texts: bool = False) -> Table:
+         keep_texts: bool = False,
+         valid: Mapping[str, bool | Sequence[str | float]] | None = None) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
     dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
-    the first. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". The rest is about delimited text: the character between fields, found from
+    the first. valid names missing values of the file that are to be values, by code or label, or True for all of a
+    variable, as {"q1": [99, "Refused"], "q2": True}. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
     the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
     "1,234" or "10%" stay texts: otherwise they are read as numbers, "10%" as 0.1, where all of a column are written in one
@@ -226,9 +231,30 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
     options["sheet"] = "" if sheet is None else str(sheet)
     options["keep_texts"] = bool(keep_texts)
     _warn_of_vain_options(path, separator, encoding, missing)
-    table = Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary)))
+    table = Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary),
+                                 _valid(valid)))
     warn_of_messages(level=3)
     return table
+
+
+def _valid(valid):
+    """Variables with the texts of their codes; of all of them none."""
+    wanted = 'valid is given as {"q1": [99, "Refused"], "q2": True}'
+    if valid is None:
+        return []
+    try:
+        return [(_arguments.text_of(name, wanted), [] if codes is True else _codes(codes, wanted))
+                for name, codes in valid.items()]
+    except AttributeError:
+        raise TypeError(f"{wanted}, not as {shown(valid)}.") from None
+
+
+def _codes(codes, wanted):
+    if isinstance(codes, (str, bytes)) or not hasattr(codes, "__iter__"):
+        raise TypeError(f"{wanted}, not {shown(codes)}.")
+    if not (texts := [_arguments.text_of(code, wanted) for code in codes]):
+        raise ValueError(f"{wanted}; a list of codes has at least one.")
+    return texts
 
 
 VAIN_ENDINGS = {".sav", ".zsav", ".dta"}

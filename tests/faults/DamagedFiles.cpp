@@ -14,6 +14,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
+#include <memory>
+#include <numeric>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -22,6 +25,7 @@
 #include "tests/workbench/formats/StatisticalMaker.h"
 #include "workbench/data/DataTable.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/DataFile.h"
 
 namespace quillara {
@@ -60,6 +64,28 @@ SoundFile Foreign(const std::string& extension) {
     return {extension, maker.Bytes()};
 }
 
+/// Numbers of which every third is missing for a reason.
+Variable WithMissingValues(const std::string& name, const MissingReason& reason, std::int32_t cases) {
+    MissingReasons missing;
+    missing.Reasons = {reason};
+    if (reason.Number) {
+        missing.Ranges = {{*reason.Number, *reason.Number}, {-std::numeric_limits<double>::infinity(), 0}};
+        std::ranges::reverse(missing.Ranges);
+    }
+    std::vector<double> values;
+    ReasonPlaces places;
+    for (std::int32_t row = 0; row < cases; ++row) {
+        values.push_back(row % 3 == 0 ? std::numeric_limits<double>::quiet_NaN() : 1 + row);
+        places.Append(row % 3 == 0 ? 1 : 0);
+    }
+    Variable variable;
+    variable.Name = name;
+    EncodeNumbers(variable, std::move(values));
+    missing.Places = places.Finish(1);
+    variable.Reasons = std::make_shared<const MissingReasons>(std::move(missing));
+    return variable;
+}
+
 /// A sound file of each format, from the first cases of a sample.
 std::vector<SoundFile> SoundFiles(const std::string& sample, const std::filesystem::path& folder) {
     DataTable table = ReadDataFile(sample);
@@ -67,10 +93,13 @@ std::vector<SoundFile> SoundFiles(const std::string& sample, const std::filesyst
     for (Variable& variable : table.Variables) {
         const std::vector<double> values(variable.Values.begin(), variable.Values.end());
         variable.Values = std::vector(values.begin(), values.begin() + table.Cases);
+        variable.Reasons = nullptr;
     }
     if (!table.CaseNames.empty()) {
         table.CaseNames.resize(static_cast<std::size_t>(table.Cases));
     }
+    table.Variables.push_back(WithMissingValues("codes", {.Number = 99, .Label = "Not stated"}, table.Cases));
+    table.Variables.push_back(WithMissingValues("marks", {.Text = ".a", .Label = "Refused"}, table.Cases));
     std::vector<SoundFile> files = {Foreign("por"), Foreign("xpt"), Foreign("sas7bdat")};
     for (const char* const extension : {"sav", "zsav", "dta", "csv", "qtable", "xlsx"}) {
         const std::filesystem::path path = folder / (std::string("sound.") + extension);
@@ -126,6 +155,10 @@ void CheckWhole(const DataTable& table) {
         for (const double value : variable.Values) {
             isWhole = isWhole && (variable.Kind != ValueKind::Text || variable.IsMissing(value) ||
                                   (value >= 1 && value <= static_cast<double>(variable.Texts.size())));
+        }
+        if (variable.Reasons && !variable.Reasons->Places.empty()) {
+            const std::vector<std::size_t> counts = variable.Reasons->Counts();
+            isWhole = isWhole && std::accumulate(counts.begin(), counts.end(), std::size_t{0}) == cases;
         }
         if (!isWhole) {
             throw std::logic_error("a column that isn't whole");

@@ -18,7 +18,17 @@ std::string FormulaNotes() {
            ". if(CONDITION, A, B) is A or B, missing() a missing value; cut(X, B1, B2, ...) gives "
            "the labelled intervals x<=B1, B1<x<=B2, ...; log is the natural logarithm; weekday is 1 to 7 from Monday. "
            "What "
-           "is made of a missing value is missing.\n";
+           "is made of a missing value is missing. missing(NAME, 98, \"Not stated\") holds for these of its missing "
+           "values only, by code or label.\n";
+}
+
+CLI::Option* AddValidOption(CLI::App& command, std::vector<ValidCodes>& valid) {
+    return AddRepeated(
+               command, "--valid", [&valid](const std::string& text) { valid.push_back(ParseValid(text)); },
+               "missing values of a file (quillara info shows them) that are to count as values, by code or label, "
+               "comma separated; without codes all of the variable; repeatable")
+        ->type_name("VAR[=CODES]")
+        ->group("Variables");
 }
 
 CLI::Option* AddComputeOption(CLI::App& command, std::vector<DerivedVariable>& derived) {

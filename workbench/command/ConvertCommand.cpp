@@ -109,6 +109,7 @@ void AddConvertCommand(CLI::App& program) {
     AddText(*command, "--select", options->Formula,
             "write only the cases for which this formula holds, as drill has it")
         ->type_name("FORMULA");
+    AddValidOption(*command, options->Preparation.Valid);
     AddQuiet(*command, options->Quiet);
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {

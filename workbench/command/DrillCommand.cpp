@@ -112,6 +112,7 @@ void AddVariableOptions(CLI::App& command, DrillOptions& options) {
         ->type_name("VAR=METHOD")
         ->group("Variables");
     AddComputeOption(command, options.Derived);
+    AddValidOption(command, options.Valid);
     AddText(command, "--dictionary", options.DictionaryFile,
             "delimited file of labels with the columns variable, value, label, description; an empty value means the "
             "variable itself")

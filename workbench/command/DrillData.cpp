@@ -18,7 +18,8 @@ namespace {
 /// Whether a drill uses no variables but those that it names and its weight.
 bool UsesNamedOnly(const DrillOptions& options) {
     return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile &&
-           options.Groups.Crosses.empty() && options.Groups.Each.empty() && options.Derived.empty();
+           options.Groups.Crosses.empty() && options.Groups.Each.empty() && options.Derived.empty() &&
+           options.Valid.empty();
 }
 
 /// Checks the columns that a drill names before it uses them. A name that isn't there is told of elsewhere.
@@ -57,7 +58,7 @@ DataTable OpenData(const DrillOptions& options, std::vector<Remark>& notices) {
         CheckNamedColumns(table, options);
     }
     const std::vector<Remark> onFormulas =
-        PrepareTable(table, {options.DictionaryFile, options.Derived}, options.Reading.MaxMemory);
+        PrepareTable(table, {options.Valid, options.DictionaryFile, options.Derived}, options.Reading.MaxMemory);
     notices.insert(notices.end(), onFormulas.begin(), onFormulas.end());
     return table;
 }

@@ -81,6 +81,16 @@ CategorizedVariable ParseCategorizedVariable(std::string_view text) {
     return {variable, ParseCategorization(method)};
 }
 
+ValidCodes ParseValid(std::string_view text) {
+    const bool namesAll = text.find('=') == std::string_view::npos ||
+                          (!QuotedNameAtEquals(text) && QuotedName(text) && QuotedName(text)->second.empty());
+    if (namesAll) {
+        return {ParseName(text)};
+    }
+    const auto [name, codes] = SplitAtEquals(text, "CODES");
+    return {name, ParseNames(std::string(codes))};
+}
+
 DerivedVariable ParseDerived(std::string_view text) {
     const auto [name, formula] = SplitAtEquals(WithoutBlanks(text), "FORMULA");
     return {std::string(WithoutBlanks(name)), std::string(WithoutBlanks(formula))};

@@ -10,6 +10,7 @@
 #include "workbench/command/NamedVariables.h"
 #include "workbench/command/SubsetColumns.h"
 #include "workbench/data/DerivedVariables.h"
+#include "workbench/data/ValidCodes.h"
 #include "workbench/formats/ReadOptions.h"
 #include "workbench/scripting/CategorizationOption.h"
 #include "workbench/views/DocumentViews.h"
@@ -38,6 +39,7 @@ struct CategorizedVariable {
 struct DrillOptions {
     std::string File;
     ReadOptions Reading;
+    std::vector<ValidCodes> Valid;
     std::optional<std::string> DictionaryFile;
     std::vector<DerivedVariable> Derived;
     std::optional<std::string> Formula;  ///< of the case selection; nothing: all cases
@@ -75,6 +77,7 @@ struct DrillOptions {
 /// Each throws UsageError saying what is wrong with the text.
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
 [[nodiscard]] DerivedVariable ParseDerived(std::string_view text);  ///< NAME=FORMULA
+[[nodiscard]] ValidCodes ParseValid(std::string_view text);  ///< VAR, or VAR=CODES as NAMES
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
 [[nodiscard]] ShownAfter ParseAfter(std::string_view text);  ///< last, each or all
 

@@ -49,6 +49,7 @@ bool IsAmong(const VariableChoice& chosen, short variable) {
 ScriptOpening OpeningOf(const DrillOptions& options) {
     return {options.File,
             options.Reading,
+            options.Valid,
             options.DictionaryFile,
             options.Derived,
             options.Formula.value_or(""),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -90,21 +91,40 @@ Json JsonOf(const Remark& remark) {
     return {{"code", remark.Code}, {"text", remark.Text}, {"advice", remark.Advice}};
 }
 
+/// Ranges from null, for the lowest number, or to null, for the highest.
+Json MissingValuesOf(const VariableSummary& summary) {
+    Json json = {{"ranges", Json::array()}, {"values", Json::array()}};
+    for (const MissingRange& range : summary.MissingRanges) {
+        json["ranges"].push_back({NumberValue(range.Lowest), NumberValue(range.Highest)});
+    }
+    for (const MissingCode& code : summary.MissingCodes) {
+        const bool isNumber = summary.Type == "number" && code.Reason.Number;
+        json["values"].push_back({{"value", isNumber ? NumberValue(*code.Reason.Number) : Json(code.Text)},
+                                  {"label", code.Reason.Label},
+                                  {"cases", code.Cases}});
+    }
+    return json;
+}
+
 Json JsonOf(const VariableSummary& summary) {
     Json labels = Json::array();
     for (const LabelledValue& value : summary.Values) {
         labels.push_back(JsonOf(value, summary.Type));
     }
-    return {{"name", summary.Name},
-            {"type", summary.Type},
-            {"role", RoleValue(summary.Role)},
-            {"label", summary.Label},
-            {"format", summary.Format},
-            {"missing", summary.Spread.Missing},
-            {"distinct", summary.Spread.Distinct},
-            {"quantiles", QuantilesOf(summary)},
-            {"bars", summary.Spread.Bars},
-            {"labels", std::move(labels)}};
+    Json json = {{"name", summary.Name},
+                 {"type", summary.Type},
+                 {"role", RoleValue(summary.Role)},
+                 {"label", summary.Label},
+                 {"format", summary.Format},
+                 {"missing", summary.Spread.Missing},
+                 {"distinct", summary.Spread.Distinct},
+                 {"quantiles", QuantilesOf(summary)},
+                 {"bars", summary.Spread.Bars},
+                 {"labels", std::move(labels)}};
+    if (!summary.MissingCodes.empty() || !summary.MissingRanges.empty()) {
+        json["missingValues"] = MissingValuesOf(summary);
+    }
+    return json;
 }
 
 void TakeSpread(VariableSummary& summary, const Variable& variable) {
@@ -119,6 +139,19 @@ void TakeSpread(VariableSummary& summary, const Variable& variable) {
     }
 }
 
+void TakeMissing(VariableSummary& summary, const Variable& variable) {
+    if (!variable.Reasons) {
+        return;
+    }
+    std::ranges::copy_if(variable.Reasons->Ranges, std::back_inserter(summary.MissingRanges),
+                         [](const MissingRange& range) { return range.Lowest != range.Highest; });
+    const std::vector<std::size_t> counts = variable.Reasons->Counts();
+    for (std::size_t place = 1; place < counts.size(); ++place) {
+        const MissingReason& reason = variable.Reasons->Reasons[place - 1];
+        summary.MissingCodes.push_back({reason, CodeOfReason(variable, reason), counts[place]});
+    }
+}
+
 }  // namespace
 
 VariableSummary SummaryOf(const Variable& variable) {
@@ -128,6 +161,7 @@ VariableSummary SummaryOf(const Variable& variable) {
     summary.Label = variable.LongName;
     summary.Format = variable.Format;
     TakeSpread(summary, variable);
+    TakeMissing(summary, variable);
     for (const double value : ValuesOf(variable)) {
         summary.Values.push_back(
             {value, TextOf(variable, value), Copy(variable.LabelOf(value)), Copy(variable.DescriptionOf(value))});

@@ -8,6 +8,7 @@
 
 #include "workbench/data/DataTable.h"
 #include "workbench/data/DefaultRole.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/data/ValueSpread.h"
 #include "workbench/documents/Remarks.h"
 
@@ -21,6 +22,13 @@ struct LabelledValue {
     std::string Description;
 };
 
+/// A missing value that is told from others.
+struct MissingCode {
+    MissingReason Reason;
+    std::string Text;  ///< as it is written
+    std::size_t Cases = 0;
+};
+
 /// What is told about a variable.
 struct VariableSummary {
     std::string Name;
@@ -32,6 +40,8 @@ struct VariableSummary {
     /// The five numbers of the spread for people; empty for texts, and when there is no value.
     std::vector<std::string> Quantiles;
     std::vector<LabelledValue> Values;  ///< ascending
+    std::vector<MissingRange> MissingRanges;  ///< declared, of more than one number
+    std::vector<MissingCode> MissingCodes;
 };
 
 [[nodiscard]] VariableSummary SummaryOf(const Variable& variable);

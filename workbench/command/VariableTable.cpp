@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <string_view>
 
 #include "workbench/command/VariableSummary.h"
 #include "workbench/formats/DelimitedText.h"
+#include "workbench/views/JsonText.h"
 #include "workbench/views/ShownText.h"
 
 namespace quillara {
@@ -85,6 +87,36 @@ std::string ShownValuesOf(const VariableSummary& summary) {
     return more == 0 ? shown : shown + ", and " + std::to_string(more) + " more";
 }
 
+/// "missing: lowest to 0, 98 = Refused (2)": what is declared, with the cases that have it.
+std::string ShownMissingOf(const VariableSummary& summary) {
+    std::vector<std::string> parts;
+    for (const MissingRange& range : summary.MissingRanges) {
+        parts.push_back((std::isfinite(range.Lowest) ? NumberValue(range.Lowest).dump() : "lowest") + " to " +
+                        (std::isfinite(range.Highest) ? NumberValue(range.Highest).dump() : "highest"));
+    }
+    const std::size_t count = std::min(summary.MissingCodes.size(), ShownValues);
+    for (std::size_t place = 0; place < count; ++place) {
+        const MissingCode& code = summary.MissingCodes[place];
+        const std::string label = code.Reason.Label.empty() ? "" : " = " + ListedText(code.Reason.Label);
+        parts.push_back(ListedText(code.Text) + label + " (" + std::to_string(code.Cases) + ")");
+    }
+    if (const std::size_t more = summary.MissingCodes.size() - count; more > 0) {
+        parts.push_back("and " + std::to_string(more) + " more");
+    }
+    std::string shown;
+    for (const std::string& part : parts) {
+        shown += (shown.empty() ? "missing: " : ", ") + part;
+    }
+    return shown;
+}
+
+/// Values, and missing ones behind them.
+std::string ShownContentOf(const VariableSummary& summary) {
+    const std::string values = ShownValuesOf(summary);
+    const std::string missing = ShownMissingOf(summary);
+    return values + (values.empty() || missing.empty() ? "" : "; ") + missing;
+}
+
 /// Bars of eight heights; a part with few cases still has the lowest, one without any is a dot.
 std::string DrawingOf(const std::vector<std::size_t>& bars) {
     constexpr std::array<std::string_view, 8> heights = {"\u2581", "\u2582", "\u2583", "\u2584",
@@ -118,7 +150,7 @@ Line LineOf(std::size_t number, const VariableSummary& summary) {
             std::to_string(summary.Spread.Distinct),
             DrawingOf(summary.Spread.Bars),
             Shortened(summary.Label),
-            ShownValuesOf(summary)};
+            ShownContentOf(summary)};
 }
 
 using Widths = std::array<std::size_t, ColumnCount>;

@@ -14,6 +14,7 @@
 namespace quillara {
 
 class ColumnBuilder;
+struct MissingReasons;
 
 /// What the numbers of a variable stand for.
 enum class ValueKind {
@@ -39,6 +40,8 @@ struct Variable {
     std::vector<std::string> Texts;  ///< Kind Text only: the text of value i stands at i - 1
     std::map<double, ValueTexts> Labels;  ///< labels and descriptions by value; before Texts
     Column Values;  ///< one per case; missing data is MissingCode
+    /// Which missing values of the file the cases have (MissingReasons.h); null: missing data aren't told apart.
+    std::shared_ptr<const MissingReasons> Reasons{};
 
     /// The label of exactly this value (its text, for a text value without a label of its own); null when it has none
     /// or an empty one.

@@ -12,7 +12,9 @@
 #include "workbench/data/FormulaOperators.h"
 #include "workbench/data/FormulaTokens.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {
@@ -245,11 +247,48 @@ class Reader {
             Expected("the name of a variable");
         }
         const FormulaPart variable = NamedVariable();
-        TakeSign(")");
+        const bool namesReasons = IsSign(*Current, ",");
+        const std::vector<std::size_t> places = Reasons(variable.Plain);
+        if (!IsSign(*Current, ")")) {
+            Expected(", or )");
+        }
+        Take();
         return {.Offset = offset,
                 .Role = PartRole::Condition,
-                .Term = variable.Plain == nullptr ? variable.Term : MissingTerm(*variable.Plain),
+                .Term = variable.Plain == nullptr ? variable.Term
+                        : namesReasons            ? ReasonTerm(*variable.Plain, places)
+                                                  : MissingTerm(*variable.Plain),
                 .Varies = true};
+    }
+
+    /// The places of missing values behind the name of a variable, each behind a comma.
+    std::vector<std::size_t> Reasons(const Variable* variable) {
+        std::vector<std::size_t> places;
+        while (IsSign(*Current, ",")) {
+            Take();
+            const std::size_t offset = Current->Offset;
+            const std::string code = Reason();
+            const std::size_t place = variable == nullptr ? 0 : ReasonNamed(*variable, code);
+            if (variable != nullptr && place == 0) {
+                const std::string list = ListOfReasons(*variable);
+                Refuse(Context, offset,
+                       Quoted(variable->Name) + " has no missing value " + Quoted(code) +
+                           (list.empty() ? "" : " (it has " + list + ")"));
+            }
+            places.push_back(place);
+        }
+        return places;
+    }
+
+    /// A missing value: a number, or a quoted text or label.
+    std::string Reason() {
+        const bool isNegative = IsSign(*Current, "-");
+        const Token& token = isNegative ? Next() : *Current;
+        if (token.Kind != TokenKind::Number && (isNegative || token.Kind != TokenKind::Text)) {
+            Expected("a missing value, as 99 or \"Not stated\"");
+        }
+        Current += isNegative ? 2 : 1;
+        return token.Kind == TokenKind::Text ? token.Text : ExactNumberText(isNegative ? -token.Number : token.Number);
     }
 
     FormulaPart NamedVariable() {

@@ -25,8 +25,9 @@ struct Formula {
 /// only, and where no value bears it, with regard to nothing but the case of letters (FormulaNotice "text-other-case",
 /// "text-not-found"). Beside a date it is YYYY-MM-DD, beside a time of day HH:MM:SS.
 ///
-/// What is made of missing values is missing; so is what isn't a finite number. Two exceptions: missing(NAME), and
-/// if(), which is what the result chosen by its condition is.
+/// What is made of missing values is missing; so is what isn't a finite number. Two exceptions: missing(NAME), with
+/// missing values behind the name, as missing(q, 98, "Not stated"), only where it is one of these; and if(), which is
+/// what the result chosen by its condition is.
 ///
 ///   age > 30 and sex = 'Female'     not missing([marital status]) or income <> "<=50K"     day >= "2024-02-01"
 ///   if(age between 18 and 65, hours / 40, missing())     cut(age, 25, 45, 65)     region in ('North', 'South')

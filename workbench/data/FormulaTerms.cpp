@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/OrderedBits.h"
+#include "workbench/data/MissingReasons.h"
 
 namespace quillara {
 namespace {
@@ -35,6 +36,26 @@ class ColumnOf : public FormulaTerm {
   private:
     Column Values;
     NearlyEqualRange Missing;
+};
+
+class HasReason : public FormulaTerm {
+  public:
+    HasReason(std::shared_ptr<const MissingReasons> reasons, const std::vector<std::size_t>& places)
+        : Reasons(std::move(reasons)), IsMeant(Reasons->Reasons.size() + 1) {
+        for (const std::size_t place : places) {
+            IsMeant[place] = true;
+        }
+    }
+
+    void Compute(const FormulaBlock& block, std::span<double> values) const override {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] = IsMeant[Reasons->PlaceAt(block.First + i)] ? 1.0 : 0.0;
+        }
+    }
+
+  private:
+    std::shared_ptr<const MissingReasons> Reasons;
+    std::vector<bool> IsMeant;  // by place
 };
 
 class Changed : public FormulaTerm {
@@ -105,6 +126,10 @@ TermPointer ColumnTerm(const Variable& variable) {
 
 TermPointer MissingTerm(const Variable& variable) {
     return ChangedTerm(ColumnTerm(variable), ChangeEach([](double value) { return std::isnan(value) ? 1.0 : 0.0; }));
+}
+
+TermPointer ReasonTerm(const Variable& variable, const std::vector<std::size_t>& places) {
+    return std::make_shared<HasReason>(variable.Reasons, places);
 }
 
 TermPointer ChangedTerm(TermPointer term, BlockChange change) {

@@ -52,6 +52,8 @@ struct JoinRule {
 [[nodiscard]] TermPointer ColumnTerm(const Variable& variable);
 /// 1 where the variable is missing, 0 elsewhere.
 [[nodiscard]] TermPointer MissingTerm(const Variable& variable);
+/// 1 where it is missing for one of these reasons, by their places; 0 elsewhere.
+[[nodiscard]] TermPointer ReasonTerm(const Variable& variable, const std::vector<std::size_t>& places);
 [[nodiscard]] TermPointer ChangedTerm(TermPointer term, BlockChange change);
 /// A chain from left to right.
 [[nodiscard]] TermPointer JoinedTerm(TermPointer first, std::vector<std::pair<JoinRule, TermPointer>> further);

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "workbench/data/MissingReasons.h"
+
 namespace quillara {
 namespace {
 
@@ -52,6 +54,7 @@ Variable WithCases(const Variable& source, const std::vector<std::size_t>& rows)
     } else {
         TakeNumbers(source, rows, taken);
     }
+    taken.Reasons = ReasonsOfRows(source.Reasons, rows);
     return taken;
 }
 

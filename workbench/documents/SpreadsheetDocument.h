@@ -33,6 +33,15 @@ struct SpreadsheetRow {
     [[nodiscard]] const std::string& NameForPeople() const { return Whole.empty() ? Name : Whole; }
 };
 
+/// How many cases of a frequency table lack a value for one reason.
+struct MissingCount {
+    std::string Code;  ///< the missing value as it is written; empty: none
+    std::string Label;  ///< of the value, or what it is without one; may be empty
+    double Count = 0.0;  ///< as the table counts, weighted or not
+
+    [[nodiscard]] const std::string& Name() const { return Label.empty() ? Code : Label; }
+};
+
 /// A table of results as plain data. All texts are whole: no key of a long text is left in them.
 struct SpreadsheetDocument {
     std::vector<std::string> Title;  ///< title lines up to the last that isn't empty
@@ -40,6 +49,7 @@ struct SpreadsheetDocument {
     std::vector<SpreadsheetColumn> Columns;
     std::vector<SpreadsheetRow> Rows;
     Subject About{};
+    std::vector<MissingCount> Missing{};  ///< what the host says of missing data beside the table; empty: nothing
 };
 
 }  // namespace quillara

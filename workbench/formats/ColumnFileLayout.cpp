@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
+#include <memory>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 
 namespace quillara {
 namespace {
@@ -99,24 +102,86 @@ std::map<double, ValueTexts> LabelsOf(const Json& json) {
     return labels;
 }
 
+/// Puts where a column stands to what else an object has.
+void Add(Json& json, const StoredColumn& column) {
+    json["form"] = RowOf(FormWords, column.Form, &FormName::Form).Name;
+    json["entries"] = JsonOf(column.Entries);
+    if (column.ValueCount > 0) {
+        json["valueCount"] = column.ValueCount;
+        json["values"] = JsonOf(column.Values);
+    }
+}
+
+StoredColumn ColumnOf(const Json& json) {
+    StoredColumn column;
+    column.Form = RowOf(FormWords, json.at("form").get<std::string>(), &FormName::Name).Form;
+    column.Entries = SectionOf(json.at("entries"));
+    if (json.contains("values")) {
+        column.ValueCount = json.at("valueCount").get<std::uint64_t>();
+        column.Values = SectionOf(json.at("values"));
+    }
+    return column;
+}
+
+/// The end of a range; null for none.
+Json JsonOfEnd(double end) {
+    return std::isfinite(end) ? Json(end) : Json();
+}
+
+double EndOf(const Json& json, double none) {
+    return json.is_null() ? none : json.get<double>();
+}
+
+Json JsonOf(const MissingReasons& missing, const std::optional<StoredColumn>& places) {
+    Json json = {{"ranges", Json::array()}, {"reasons", Json::array()}};
+    for (const MissingRange& range : missing.Ranges) {
+        json["ranges"].push_back({JsonOfEnd(range.Lowest), JsonOfEnd(range.Highest)});
+    }
+    for (const MissingReason& reason : missing.Reasons) {
+        Json& entry = json["reasons"].emplace_back(Json::object());
+        entry[reason.Number ? "number" : "text"] = reason.Number ? Json(*reason.Number) : Json(reason.Text);
+        entry["label"] = reason.Label;
+    }
+    if (places) {
+        Add(json["places"], *places);
+    }
+    return json;
+}
+
+std::shared_ptr<const MissingReasons> ReasonsOf(const Json& json) {
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    auto missing = std::make_shared<MissingReasons>();
+    for (const Json& range : json.at("ranges")) {
+        missing->Ranges.push_back({EndOf(range.at(0), -endless), EndOf(range.at(1), endless)});
+    }
+    for (const Json& entry : json.at("reasons")) {
+        MissingReason& reason = missing->Reasons.emplace_back();
+        if (entry.contains("number")) {
+            reason.Number = entry.at("number").get<double>();
+        } else {
+            reason.Text = entry.at("text").get<std::string>();
+        }
+        reason.Label = entry.at("label").get<std::string>();
+    }
+    return missing;
+}
+
 Json JsonOf(const StoredVariable& variable) {
     const Variable& words = variable.Words;
     Json json = {{"name", words.Name},
                  {"longName", words.LongName},
                  {"kind", RowOf(KindWords, words.Kind, &std::pair<ValueKind, std::string_view>::first).second},
                  {"format", words.Format},
-                 {"missing", words.MissingCode},
-                 {"form", RowOf(FormWords, variable.Form, &FormName::Form).Name},
-                 {"entries", JsonOf(variable.Entries)}};
-    if (variable.ValueCount > 0) {
-        json["valueCount"] = variable.ValueCount;
-        json["values"] = JsonOf(variable.Values);
-    }
+                 {"missing", words.MissingCode}};
+    Add(json, variable.Values);
     if (variable.Texts.Count > 0) {
         json["texts"] = JsonOf(variable.Texts);
     }
     if (!words.Labels.empty()) {
         json["labels"] = JsonOf(words.Labels);
+    }
+    if (words.Reasons) {
+        json["missingValues"] = JsonOf(*words.Reasons, variable.Places);
     }
     return json;
 }
@@ -129,17 +194,17 @@ StoredVariable VariableOf(const Json& json) {
         RowOf(KindWords, json.at("kind").get<std::string>(), &std::pair<ValueKind, std::string_view>::second).first;
     variable.Words.Format = json.at("format").get<std::string>();
     variable.Words.MissingCode = json.at("missing").get<double>();
-    variable.Form = RowOf(FormWords, json.at("form").get<std::string>(), &FormName::Name).Form;
-    variable.Entries = SectionOf(json.at("entries"));
-    if (json.contains("values")) {
-        variable.ValueCount = json.at("valueCount").get<std::uint64_t>();
-        variable.Values = SectionOf(json.at("values"));
-    }
+    variable.Values = ColumnOf(json);
     if (json.contains("texts")) {
         variable.Texts = TextsOf(json.at("texts"));
     }
     if (json.contains("labels")) {
         variable.Words.Labels = LabelsOf(json.at("labels"));
+    }
+    if (json.contains("missingValues")) {
+        const Json& missing = json.at("missingValues");
+        variable.Words.Reasons = ReasonsOf(missing);
+        variable.Places = missing.contains("places") ? std::optional(ColumnOf(missing.at("places"))) : std::nullopt;
     }
     return variable;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,13 +49,19 @@ struct TextSection {
     FileSection Where;
 };
 
-/// What the dictionary says of a variable and where its column stands.
-struct StoredVariable {
-    Variable Words;  ///< without values and texts
+/// Where a column stands.
+struct StoredColumn {
     ColumnForm Form = ColumnForm::Doubles;
     FileSection Entries;
     std::uint64_t ValueCount = 0;  ///< of codes
     FileSection Values;  ///< of codes: their values as doubles
+};
+
+/// What the dictionary says of a variable and where its column stands.
+struct StoredVariable {
+    Variable Words;  ///< without values, texts and the places of reasons
+    StoredColumn Values;
+    std::optional<StoredColumn> Places;  ///< of the reasons of missing data; nothing: no case has one
     TextSection Texts;
 };
 

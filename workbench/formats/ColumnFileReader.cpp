@@ -7,12 +7,14 @@
 #include <limits>
 #include <memory>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/Checksum.h"
 #include "workbench/formats/ColumnFileLayout.h"
 #include "workbench/formats/FileBytes.h"
@@ -174,34 +176,47 @@ struct ColumnOfFile {
     }
 };
 
-ColumnOfFile ColumnOf(const StoredVariable& variable, const Sections& sections, std::uint64_t cases,
+ColumnOfFile ColumnOf(const StoredColumn& stored, const Sections& sections, std::uint64_t cases,
                       std::shared_ptr<const void> owner) {
-    ColumnOfFile column{.Section = variable.Entries,
-                        .Entries = sections.At(variable.Entries, cases, BytesOfEntry(variable.Form)),
-                        .Form = variable.Form,
+    ColumnOfFile column{.Section = stored.Entries,
+                        .Entries = sections.At(stored.Entries, cases, BytesOfEntry(stored.Form)),
+                        .Form = stored.Form,
                         .Owner = std::move(owner)};
-    const std::size_t most = MostCodesOf(variable.Form);
+    const std::size_t most = MostCodesOf(stored.Form);
     if (most > 0) {
-        Demand(variable.ValueCount <= most && (variable.ValueCount > 0 || cases == 0), OutOfPlace);
-        const std::string_view values = sections.At(variable.Values, variable.ValueCount, sizeof(double));
-        if (variable.ValueCount > 0) {
-            Sections::RequireSound(values, variable.Values);
+        Demand(stored.ValueCount <= most && (stored.ValueCount > 0 || cases == 0), OutOfPlace);
+        const std::string_view values = sections.At(stored.Values, stored.ValueCount, sizeof(double));
+        if (stored.ValueCount > 0) {
+            Sections::RequireSound(values, stored.Values);
         }
-        column.Values = {reinterpret_cast<const double*>(values.data()), variable.ValueCount};
+        column.Values = {reinterpret_cast<const double*>(values.data()), stored.ValueCount};
     }
     return column;
+}
+
+/// The values of a variable, and the places of its reasons for missing data.
+using ColumnsOfVariable = std::pair<ColumnOfFile, std::optional<ColumnOfFile>>;
+
+std::shared_ptr<const MissingReasons> WithPlaces(MissingReasons reasons, Column places) {
+    reasons.Places = std::move(places);
+    return std::make_shared<const MissingReasons>(std::move(reasons));
 }
 
 /// Checks columns of a file before their first use.
 class ColumnChecks : public ColumnGuard {
   public:
-    ColumnChecks(std::string path, std::vector<ColumnOfFile> columns)
+    ColumnChecks(std::string path, std::vector<ColumnsOfVariable> columns)
         : Path(std::move(path)), Columns(std::move(columns)) {}
 
     void Check(DataTable& table, std::size_t variable) const override {
         const auto cases = static_cast<std::size_t>(table.Cases);
+        const auto& [values, places] = Columns[variable];
+        Variable& checked = table.Variables[variable];
         try {
-            table.Variables[variable].Values = Columns[variable].Checked(cases);
+            checked.Values = values.Checked(cases);
+            if (places && checked.Reasons) {
+                checked.Reasons = WithPlaces(*checked.Reasons, places->Checked(cases));
+            }
         } catch (const DataError& error) {
             RefuseColumnFile(Path, error.what());
         }
@@ -209,7 +224,7 @@ class ColumnChecks : public ColumnGuard {
 
   private:
     std::string Path;
-    std::vector<ColumnOfFile> Columns;
+    std::vector<ColumnsOfVariable> Columns;
 };
 
 DataTable TableOf(const FileImage& file, const std::string& path) {
@@ -224,11 +239,16 @@ DataTable TableOf(const FileImage& file, const std::string& path) {
         Demand(stored.CaseNames.Count == cases, OutOfPlace);
         table.CaseNames = sections.Texts(stored.CaseNames);
     }
-    std::vector<ColumnOfFile> columns;
+    std::vector<ColumnsOfVariable> columns;
     for (StoredVariable& variable : stored.Variables) {
-        columns.push_back(ColumnOf(variable, sections, cases, file.Owner));
+        auto& [values, places] =
+            columns.emplace_back(ColumnOf(variable.Values, sections, cases, file.Owner), std::nullopt);
         Variable& read = table.Variables.emplace_back(std::move(variable.Words));
-        read.Values = columns.back().Unchecked(cases);
+        read.Values = values.Unchecked(cases);
+        if (variable.Places) {
+            places = ColumnOf(*variable.Places, sections, cases, file.Owner);
+            read.Reasons = WithPlaces(*read.Reasons, places->Unchecked(cases));
+        }
         if (variable.Texts.Count > 0) {
             read.Texts = sections.Texts(variable.Texts);
         }

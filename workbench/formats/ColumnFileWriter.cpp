@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/Checksum.h"
 #include "workbench/formats/ColumnFileLayout.h"
 
@@ -68,8 +69,10 @@ class ColumnFileWriter {
             WriteSection(PackedTexts(Table.CaseNames), write, monitor);
         }
         for (const Variable& variable : Table.Variables) {
-            WriteSection(EntriesOf(variable.Values), write, monitor);
-            WriteSection(BytesOf(variable.Values.ValuesOfCodes()), write, monitor);
+            WriteColumn(variable.Values, write, monitor);
+            if (HasPlaces(variable)) {
+                WriteColumn(variable.Reasons->Places, write, monitor);
+            }
             if (!variable.Texts.empty()) {
                 WriteSection(PackedTexts(variable.Texts), write, monitor);
             }
@@ -85,14 +88,31 @@ class ColumnFileWriter {
         stored.Words.Format = variable.Format;
         stored.Words.MissingCode = variable.MissingCode;
         stored.Words.Labels = variable.Labels;
-        stored.Form = variable.Values.Stored().Form;
-        stored.Entries = SectionOf(EntriesOf(variable.Values));
-        const std::span<const double> values = variable.Values.ValuesOfCodes();
-        stored.ValueCount = values.size();
-        stored.Values = SectionOf(BytesOf(values));
+        stored.Words.Reasons = variable.Reasons;
+        stored.Values = PlaceOf(variable.Values);
+        if (HasPlaces(variable)) {
+            stored.Places = PlaceOf(variable.Reasons->Places);
+        }
         if (!variable.Texts.empty()) {
             stored.Texts = TextsOf(variable.Texts);
         }
+    }
+
+    static bool HasPlaces(const Variable& variable) { return variable.Reasons && !variable.Reasons->Places.empty(); }
+
+    StoredColumn PlaceOf(const Column& column) {
+        const std::span<const double> values = column.ValuesOfCodes();
+        StoredColumn stored;
+        stored.Form = column.Stored().Form;
+        stored.Entries = SectionOf(EntriesOf(column));
+        stored.ValueCount = values.size();
+        stored.Values = SectionOf(BytesOf(values));
+        return stored;
+    }
+
+    static void WriteColumn(const Column& column, const ByteSink& write, WorkMonitor& monitor) {
+        WriteSection(EntriesOf(column), write, monitor);
+        WriteSection(BytesOf(column.ValuesOfCodes()), write, monitor);
     }
 
     FileSection SectionOf(std::string_view bytes) {

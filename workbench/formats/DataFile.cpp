@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/ColumnFileLayout.h"
 #include "workbench/formats/ColumnFileReader.h"
 #include "workbench/formats/ColumnFileWriter.h"
@@ -22,6 +23,7 @@
 #include "workbench/formats/FileSignature.h"
 #include "workbench/formats/OdbcReader.h"
 #include "workbench/formats/ReadBack.h"
+#include "workbench/formats/ReasonLosses.h"
 #include "workbench/formats/SourceName.h"
 #include "workbench/formats/SqliteReader.h"
 #include "workbench/formats/StatisticalFile.h"
@@ -112,6 +114,7 @@ std::size_t BytesOfColumns(const DataTable& table) {
     std::size_t bytes = 0;
     for (const Variable& variable : table.Variables) {
         bytes += variable.Values.size() * BytesOfEntry(variable.Values.Stored().Form);
+        bytes += variable.Reasons ? variable.Reasons->Places.size() : 0;
     }
     return bytes;
 }
@@ -145,14 +148,16 @@ void WriteWhole(const std::string& path, const ExpectedTable& expected, const Fi
     });
 }
 
-void WriteStatistical(const DataTable& table, const std::string& path, const StatisticalRules& rules,
-                      const std::function<bool()>& cancelled, const ProgressTaker& progress) {
+std::vector<std::string> WriteStatistical(const DataTable& table, const std::string& path,
+                                          const StatisticalRules& rules, const std::function<bool()>& cancelled,
+                                          const ProgressTaker& progress) {
     WorkMonitor monitor(progress, cancelled);
     const StatisticalLayout layout = LayOut(table, rules);
     monitor.Enter(0, ShareOfWriting, static_cast<std::size_t>(table.Cases) * layout.Columns.size());
     ExpectedTable expected{.Table = table, .Variables = {}, .KeepsNegativeZero = rules.KeepsNegativeZero};
     for (std::size_t i = layout.HasCaseNames ? 1 : 0; i < layout.Columns.size(); ++i) {
         expected.Variables.push_back(layout.Columns[i].Content);
+        expected.Reasons.push_back(layout.Columns[i].Reasons);
     }
     WriteWhole(
         path, expected, [&](const ByteSink& write) { WriteStatisticalFile(layout, rules, write, monitor); }, monitor,
@@ -161,6 +166,7 @@ void WriteStatistical(const DataTable& table, const std::string& path, const Sta
             return ReadStatisticalFile(temporary, rules.Extension,
                                        ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled));
         });
+    return layout.Losses;
 }
 
 void WriteColumns(const DataTable& table, const std::string& path, const std::function<bool()>& cancelled,
@@ -170,11 +176,21 @@ void WriteColumns(const DataTable& table, const std::string& path, const std::fu
     ExpectedTable expected{.Table = table, .Variables = {}};
     std::ranges::transform(table.Variables, std::back_inserter(expected.Variables),
                            [](const Variable& variable) { return &variable; });
+    std::ranges::transform(table.Variables, std::back_inserter(expected.Reasons),
+                           [](const Variable& variable) { return variable.Reasons.get(); });
     WriteWhole(
         path, expected, [&](const ByteSink& write) { WriteColumnFile(table, write, monitor); }, monitor, cancelled,
         [&](const std::string& temporary) {
             return ReadColumnFile(temporary, ReadingBack(PartOf(progress, ShareOfWriting, ShareOfReading), cancelled));
         });
+}
+
+/// What a file without labels and declared missing values loses.
+std::vector<std::string> LossesOf(const DataTable& table, const DataTable& readBack, const std::string& path,
+                                  WorkMonitor& monitor) {
+    std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
+    std::ranges::move(LostReasonsOf(table, "this format"), std::back_inserter(losses));
+    return losses;
 }
 
 /// To a device or pipe: the text can't be read there, so it is read in memory.
@@ -183,7 +199,7 @@ std::vector<std::string> WriteDelimitedToDevice(const DataTable& table, const st
     const std::string text = TextOfTable(table, monitor);
     const DataTable readBack = ReadBackFor(path, [&] { return TableOfDelimitedText(text, readingBack); });
     monitor.Enter(ShareOfReading, 1, readBack.Variables.size() * static_cast<std::size_t>(table.Cases));
-    std::vector<std::string> losses = DelimitedLosses(table, readBack, path, monitor);
+    std::vector<std::string> losses = LossesOf(table, readBack, path, monitor);
     ReplaceFile(path, text, readingBack.Cancelled);
     return losses;
 }
@@ -196,7 +212,7 @@ std::vector<std::string> WriteShown(const DataTable& table, const std::string& p
     ReplaceFile(path, writer, cancelled, [&](const std::string& temporary) {
         const DataTable readBack = ReadBackFor(path, [&] { return read(temporary); });
         monitor.Enter(ShareOfReading, 1, FieldsOf(table));
-        losses = DelimitedLosses(table, readBack, path, monitor);
+        losses = LossesOf(table, readBack, path, monitor);
     });
     return losses;
 }
@@ -268,8 +284,7 @@ std::vector<std::string> WriteDataFileAs(std::string_view format, const DataTabl
         throw DataError("\"" + path + "\" can't be written: the table has no variables.");
     }
     if (const StatisticalRules* rules = FindRules(format)) {
-        WriteStatistical(table, path, *rules, cancelled, progress);
-        return {};
+        return WriteStatistical(table, path, *rules, cancelled, progress);
     }
     if (FindFileFormat(format)->Kind == FormatKind::Columns) {
         WriteColumns(table, path, cancelled, progress);

@@ -30,9 +30,10 @@ void CheckCanBeWritten(const std::string& path);
 /// FileNotes.h): original names (NamesInFile tells which are changed), which variable holds the case names, whole
 /// labels, descriptions; in dta also the weight and labels of numbers that aren't whole. A text variable with labels of
 /// its own is written to dta as numbers with labels: its texts aren't kept, what they were shown as is. zsav takes a
-/// negative zero for 0. qtable keeps everything. csv keeps what TextOfTable says, xlsx what WorkbookOfTable says, and
-/// what they lose of the values is the result, a line per variable (see DelimitedLosses). The missing code isn't kept:
-/// reading chooses one.
+/// negative zero for 0. sav and zsav keep the missing values of a file as it declared them, dta keeps .a to .z, and
+/// where they have no room for them a line per variable is among the results. qtable keeps everything. csv keeps what
+/// TextOfTable says, xlsx what WorkbookOfTable says, and what they lose of the values is the result, a line per
+/// variable (see DelimitedLosses). The missing code isn't kept: reading chooses one.
 ///
 /// The new file is read back before it takes its name, and compared with the table as far as the format can hold it. A
 /// file that stands there already is replaced as a whole or, after a failure, left as it was; no other file is left. A

@@ -7,6 +7,7 @@
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/VariableIndex.h"
 #include "workbench/formats/DelimitedText.h"
@@ -76,7 +77,9 @@ void DescribeValue(Variable& variable, const Row& row) {
     const std::optional<double> value = variable.Kind == ValueKind::Text
                                             ? ValueOfText(variable, row.Value)
                                             : std::optional(ValueOfNumberOrDate(variable, row.Value));
-    if (value && !(row.Label.empty() && row.Description.empty())) {
+    const bool isReason = !row.Label.empty() && (value ? LabelReason(variable, *value, row.Label)
+                                                       : LabelReason(variable, row.Value, row.Label));
+    if (value && !isReason && !(row.Label.empty() && row.Description.empty())) {
         ValueTexts& texts = variable.Labels[*value];
         Replace(texts.Label, row.Label);
         Replace(texts.Description, row.Description);

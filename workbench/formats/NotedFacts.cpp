@@ -10,6 +10,7 @@
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileNotes.h"
 #include "workbench/formats/NoteKinds.h"
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {
@@ -32,6 +33,16 @@ std::optional<double> ValueCalled(const Variable& variable, const std::string& k
     const auto read = std::from_chars(key.data(), end, value);
     const bool isNumber = read.ec == std::errc() && read.ptr == end && std::isfinite(value);
     return isNumber && !variable.IsMissing(value) ? std::optional(value) : std::nullopt;
+}
+
+/// The reason of missing data that a note calls so; null for another value.
+const MissingReason* ReasonCalled(const Variable& variable, const std::string& key) {
+    if (!variable.Reasons) {
+        return nullptr;
+    }
+    const auto& reasons = variable.Reasons->Reasons;
+    const auto found = std::ranges::find(reasons, key, KeyOfReason);
+    return found == reasons.end() ? nullptr : &*found;
 }
 
 /// Takes a text variable out of the table as the names of its cases.
@@ -84,6 +95,8 @@ class NoteReader {
             Table.Weight = place;
         } else if (note.Kind == noteKinds::CaseNames) {
             CaseNames = place;
+        } else if (const MissingReason* reason = ReasonCalled(variable, note.Value)) {
+            CompleteReason(variable, *reason, note);
         } else if (const std::optional<double> value = ValueCalled(variable, note.Value)) {
             ApplyToValue(variable, *value, note);
         }
@@ -92,6 +105,15 @@ class NoteReader {
     void Rename(Variable& variable, const std::string& name) {
         if (Names.insert(name).second) {
             variable.Name = name;
+        }
+    }
+
+    static void CompleteReason(Variable& variable, const MissingReason& reason, const FileNote& note) {
+        std::string label = reason.Label;
+        if (note.Kind == noteKinds::ValueLabel) {
+            Complete(label, note.Text);
+            static_cast<void>(reason.Number ? LabelReason(variable, *reason.Number, label)
+                                            : LabelReason(variable, std::string(reason.Text), label));
         }
     }
 
@@ -110,6 +132,10 @@ class NoteReader {
 };
 
 }  // namespace
+
+std::string KeyOfReason(const MissingReason& reason) {
+    return reason.Number ? ExactNumberText(*reason.Number) : reason.Text;
+}
 
 void ApplyNotes(DataTable& table, const std::vector<std::string>& lines) {
     NoteReader reader(table);

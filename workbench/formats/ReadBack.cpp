@@ -1,8 +1,11 @@
 #include "workbench/formats/ReadBack.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
+
+#include "workbench/data/MissingReasons.h"
 
 namespace quillara {
 namespace {
@@ -19,8 +22,9 @@ const std::string& OrNone(const std::string* text) {
 /// Compares one variable with what was read.
 class VariableComparison {
   public:
-    VariableComparison(const Variable& expected, const Variable& readBack, bool keepsNegativeZero)
-        : Expected(expected), ReadBack(readBack), KeepsNegativeZero(keepsNegativeZero) {}
+    VariableComparison(const Variable& expected, const MissingReasons* reasons, const Variable& readBack,
+                       bool keepsNegativeZero)
+        : Expected(expected), Reasons(reasons), ReadBack(readBack), KeepsNegativeZero(keepsNegativeZero) {}
 
     void Check(WorkMonitor& monitor) const {
         Require(Expected.Name == ReadBack.Name, "its name");
@@ -37,6 +41,9 @@ class VariableComparison {
         } else {
             CheckLabelsOf(Expected);
             CheckLabelsOf(ReadBack);
+        }
+        if (Reasons != nullptr) {
+            CheckReasons();
         }
     }
 
@@ -87,7 +94,28 @@ class VariableComparison {
         }
     }
 
+    void CheckReasons() const {
+        static const MissingReasons none;
+        const MissingReasons& readBack = ReadBack.Reasons ? *ReadBack.Reasons : none;
+        Require(Reasons->Ranges == readBack.Ranges, "which values are declared missing");
+        for (std::size_t row = 0; row < Expected.Values.size() && !Reasons->Places.empty(); ++row) {
+            const MissingReason* reason = Reasons->At(row);
+            const MissingReason* same = readBack.At(row);
+            const bool isSame =
+                (reason == nullptr) == (same == nullptr) && (reason == nullptr || reason->IsSameValue(*same));
+            Require(isSame || !Expected.IsMissing(Expected.Values[row]), "a missing value");
+        }
+        for (const MissingReason& reason : Reasons->Reasons) {
+            const auto isIt = [&](const MissingReason& other) {
+                return reason.IsSameValue(other) && reason.Label == other.Label;
+            };
+            Require(reason.Label.empty() || std::ranges::any_of(readBack.Reasons, isIt),
+                    "the label of a missing value");
+        }
+    }
+
     const Variable& Expected;
+    const MissingReasons* Reasons;
     const Variable& ReadBack;
     bool KeepsNegativeZero;
 };
@@ -104,7 +132,9 @@ void CheckReadBack(const ExpectedTable& expected, const DataTable& readBack, Wor
     Require(expected.Table.Cases == readBack.Cases, "number of cases");
     Require(expected.Variables.size() == readBack.Variables.size(), "number of variables");
     for (std::size_t i = 0; i < expected.Variables.size(); ++i) {
-        VariableComparison(*expected.Variables[i], readBack.Variables[i], expected.KeepsNegativeZero).Check(monitor);
+        const MissingReasons* reasons = i < expected.Reasons.size() ? expected.Reasons[i] : nullptr;
+        VariableComparison(*expected.Variables[i], reasons, readBack.Variables[i], expected.KeepsNegativeZero)
+            .Check(monitor);
     }
     Require(expected.Table.Weight == readBack.Weight, "weight variable");
     Require(expected.Table.CaseNames == readBack.CaseNames, "names of the cases");

@@ -22,14 +22,14 @@ struct ExpectedTable {
     const DataTable& Table;  ///< title text, weight and case names
     std::vector<const Variable*> Variables;  ///< in place of those of Table
     bool KeepsNegativeZero = true;
+    std::vector<const MissingReasons*> Reasons{};  ///< of the missing data of each variable; null: not kept
 };
 
 /// Compares what was read from a file with what it must hold: cases and their names, the declared weight, the title
 /// text, and of each variable name, long name, kind, values (bit for bit; a text by itself, not by its number), missing
-/// data, labels and descriptions. A label counts where a value can have one: missing data have none, nor do texts that
-/// no case has.
-/// Throws ReadBackDifference naming the variable at the first difference, Interrupted when the monitor's work was
-/// cancelled.
+/// data with their reasons, labels and descriptions. A label counts where a value can have one: missing data have none,
+/// nor do texts that no case has. Throws ReadBackDifference naming the variable at the first difference, Interrupted
+/// when the monitor's work was cancelled.
 void CheckReadBack(const ExpectedTable& expected, const DataTable& readBack, WorkMonitor& monitor);
 
 }  // namespace quillara

@@ -14,6 +14,7 @@
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
+#include "workbench/formats/StatisticalReasons.h"
 #include "workbench/formats/StatisticalTable.h"
 
 namespace quillara {
@@ -127,6 +128,11 @@ int CollectWeight(readstat_variable_t* variable, void* context) {
     });
 }
 
+/// The mark of missing data; some formats have capital ones.
+char InSmallLetter(char mark) {
+    return 'A' <= mark && mark <= 'Z' ? static_cast<char>(mark - 'A' + 'a') : mark;
+}
+
 int CollectLabel(const char* labelSetName, readstat_value_t value, const char* label, void* context) {
     return Collect(context, [&](StatisticalContent& content) {
         const std::string text = TextFrom(label);
@@ -136,7 +142,9 @@ int CollectLabel(const char* labelSetName, readstat_value_t value, const char* l
         }
         if (readstat_value_type_class(value) == READSTAT_TYPE_CLASS_STRING) {
             labels.OfTexts[TextFrom(readstat_string_value(value))] = text;
-        } else if (!readstat_value_is_system_missing(value) && !readstat_value_is_tagged_missing(value)) {
+        } else if (readstat_value_is_tagged_missing(value)) {
+            labels.OfMarks[InSmallLetter(readstat_value_tag(value))] = text;
+        } else if (!readstat_value_is_system_missing(value)) {
             labels.OfNumbers[readstat_double_value(value)] = text;
         }
     });
@@ -147,7 +155,10 @@ int CollectNote(int /*index*/, const char* note, void* context) {
 }
 
 double NumberFrom(readstat_value_t value) {
-    const bool isMissing = readstat_value_is_system_missing(value) || readstat_value_is_tagged_missing(value);
+    if (readstat_value_is_tagged_missing(value)) {
+        return MarkedMissing(InSmallLetter(readstat_value_tag(value)));
+    }
+    const bool isMissing = readstat_value_is_system_missing(value) != 0;
     return isMissing ? std::numeric_limits<double>::quiet_NaN() : readstat_double_value(value);
 }
 
@@ -245,7 +256,7 @@ DataTable ReadStatisticalFile(const std::string& path, std::string_view extensio
     }
     monitor.Enter(ShareOfParsing, 1,
                   collection.Content.Columns.size() * static_cast<std::size_t>(collection.Content.Cases));
-    DataTable table = TableOf(std::move(collection.Content), extension, monitor);
+    DataTable table = TableOf(std::move(collection.Content), extension, monitor, options.Noticed);
     table.FileName = NameOfFile(path);
     monitor.Finish();
     return table;

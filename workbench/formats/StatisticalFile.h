@@ -14,10 +14,10 @@ namespace quillara {
 /// Reads a sav, zsav, por, dta, sas7bdat or xpt file: names, labels, value labels, formats, the declared weight, and
 /// what WriteDataFile had no room for and noted in the file (see NotedFacts.h). What the file marks as missing (system
 /// missing, tagged missing, each user-missing value or range, a blank text), and what is no finite number, becomes the
-/// missing code; the label of a user-missing value goes with the value.
+/// missing code; which of the file's own missing values a case has stands in Variable::Reasons, with their labels.
 /// Dates become ValueKind::Date, times TimeOfDay, as ForeignTime.h says. The texts of a text variable are numbered in
 /// byte order; a value label of a text becomes the label of its number. options.Encoding, unless empty, overrides the
-/// file's own; of the others Progress and Cancelled count.
+/// file's own; of the others Progress, Noticed and Cancelled count.
 /// Throws DataError, naming the file, when it can't be read, is damaged or has fewer cases than it declares;
 /// UsageError when the encoding isn't known; Interrupted when options.Cancelled says so.
 [[nodiscard]] DataTable ReadStatisticalFile(const std::string& path, std::string_view extension,

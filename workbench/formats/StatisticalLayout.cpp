@@ -6,6 +6,8 @@
 
 #include "workbench/data/Errors.h"
 #include "workbench/formats/NoteKinds.h"
+#include "workbench/formats/NotedFacts.h"
+#include "workbench/formats/ReasonLosses.h"
 #include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
@@ -58,6 +60,7 @@ Variable AsLabelledNumbers(const Variable& texts) {
     numbers.Kind = ValueKind::Number;
     numbers.Format.clear();
     numbers.Texts.clear();
+    numbers.Reasons = nullptr;
     for (std::size_t i = 1; i <= texts.Texts.size(); ++i) {
         const auto number = static_cast<double>(i);
         if (const std::string* label = texts.LabelOf(number)) {
@@ -94,6 +97,12 @@ class ColumnLayout {
         for (const auto& [value, texts] : Content.Labels) {
             if (const std::optional<std::string> key = KeyOf(value)) {
                 AddLabel(value, *key, texts);
+            }
+        }
+        if (Column.Reasons != nullptr) {
+            for (const MissingReason& reason : Column.Reasons->Reasons) {
+                Column.ReasonLabels.push_back(
+                    Kept(reason.Label, Rules.ValueLabel, noteKinds::ValueLabel, KeyOfReason(reason)));
             }
         }
     }
@@ -147,12 +156,15 @@ class ColumnLayout {
     std::vector<FileNote>& Notes;
 };
 
-std::size_t LongestText(const Variable& variable) {
+std::size_t LongestText(const FileColumn& column) {
     std::size_t longest = 1;
-    for (const std::string& text : variable.Texts) {
+    for (const std::string& text : column.Content->Texts) {
         longest = std::max(longest, text.size());
     }
-    return variable.Kind == ValueKind::Text ? longest : 0;
+    for (std::size_t i = 0; column.Reasons != nullptr && i < column.Reasons->Reasons.size(); ++i) {
+        longest = std::max(longest, column.Reasons->Reasons[i].Text.size());
+    }
+    return column.Content->Kind == ValueKind::Text ? longest : 0;
 }
 
 void AddColumns(StatisticalLayout& layout, const DataTable& table, const StatisticalRules& rules) {
@@ -160,13 +172,18 @@ void AddColumns(StatisticalLayout& layout, const DataTable& table, const Statist
         layout.Columns.emplace_back().Content = &layout.Made.emplace_back(NamesAsVariable(table));
     }
     for (const Variable& variable : table.Variables) {
+        const bool keepsReasons = HasRoomForReasons(variable, rules.DeclaresMissing);
+        if (!keepsReasons && !variable.Reasons->Places.empty()) {
+            layout.Losses.push_back(LostReasons(variable, rules.Extension));
+        }
         const bool isOther = !rules.LabelsTexts && HasLabelsBesideTexts(variable);
         layout.Columns.emplace_back().Content =
             isOther ? &layout.Made.emplace_back(AsLabelledNumbers(variable)) : &variable;
+        layout.Columns.back().Reasons = keepsReasons ? variable.Reasons.get() : nullptr;
     }
     std::vector<NamedColumn> wanted;
     for (FileColumn& column : layout.Columns) {
-        column.TextBytes = LongestText(*column.Content);
+        column.TextBytes = LongestText(column);
         wanted.push_back({column.Content->Name, column.TextBytes});
     }
     const std::vector<std::string> names = NamesInFile(wanted, rules.Names);

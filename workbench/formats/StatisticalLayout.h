@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/DisplayFormats.h"
 #include "workbench/formats/FileNotes.h"
 #include "workbench/formats/StatisticalRules.h"
@@ -22,6 +23,8 @@ struct FileColumn {
     DisplayFormat Format;  ///< of numbers
     std::size_t TextBytes = 0;  ///< of the longest text, at least 1; 0 for numbers
     std::vector<std::pair<double, std::string>> Labels;  ///< of values in the units of Content
+    const MissingReasons* Reasons = nullptr;  ///< of its missing data, in the same units; null: none are kept
+    std::vector<std::string> ReasonLabels;  ///< one for each reason; may be empty
 
     /// A value as it stands in the file. Throws DataError naming the variable when a date or time isn't one there.
     [[nodiscard]] double NumberInFile(double value) const;
@@ -35,11 +38,13 @@ struct StatisticalLayout {
     std::vector<FileNote> Notes;
     bool HasCaseNames = false;  ///< the first column holds the names of the cases
     std::deque<Variable> Made;  ///< columns that the table holds in another form
+    std::vector<std::string> Losses;  ///< what the format can't keep, a line per variable
 };
 
 /// Lays a table out for a format. The layout refers to the table. Names of cases become a text variable; where texts
 /// have no value labels, a text variable with labels of its own becomes numbers, labelled with what each was shown as.
-/// Texts too long for a field stand there cut, and whole in the notes.
+/// Texts too long for a field stand there cut, and whole in the notes. Reasons of missing data that the format has no
+/// room for are lost.
 /// Throws DataError naming the variable when it holds a text that neither has room for: too long, empty without being
 /// missing, with blanks at its end or with a null byte.
 [[nodiscard]] StatisticalLayout LayOut(const DataTable& table, const StatisticalRules& rules);

@@ -4,18 +4,14 @@
 #include <cmath>
 #include <limits>
 
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/ForeignTime.h"
 #include "workbench/formats/NotedFacts.h"
+#include "workbench/formats/StatisticalReasons.h"
 
 namespace quillara {
 namespace {
-
-template <typename Value>
-bool IsWithinAny(const std::vector<std::pair<Value, Value>>& ranges, const Value& value) {
-    return std::ranges::any_of(ranges,
-                               [&](const auto& range) { return range.first <= value && value <= range.second; });
-}
 
 /// Replaces values and label keys by their converted ones; false, with nothing changed, when a value rules that out.
 bool ConvertAll(const ForeignTime& time, std::vector<double>& values, std::map<double, std::string>& labels) {
@@ -41,20 +37,35 @@ bool ConvertAll(const ForeignTime& time, std::vector<double>& values, std::map<d
     return true;
 }
 
-void FillNumbers(Variable& variable, StatisticalColumn& column, const LabelSet& labelSet, std::string_view extension) {
-    for (double& value : column.Numbers) {
-        if (!std::isfinite(value) || IsWithinAny(column.MissingNumbers, value)) {
-            value = std::numeric_limits<double>::quiet_NaN();
-        }
+/// Gives a variable the reasons of its missing data, as they stand in the file. Those that a point in time can't stand
+/// for are lost.
+void TakeReasons(Variable& variable, std::shared_ptr<MissingReasons> reasons, const ForeignTime* time,
+                 const std::function<void(const Remark&)>& notice) {
+    if (!reasons || time == nullptr || ConvertReasons(*time, *reasons)) {
+        variable.Reasons = std::move(reasons);
+    } else if (notice) {
+        notice({"missing-values-lost",
+                "The missing values of " + Quoted(variable.Name) +
+                    " are no whole days or times of day, as its values are; they become blank fields.",
+                ""});
     }
+}
+
+void FillNumbers(Variable& variable, StatisticalColumn& column, const LabelSet& labelSet, std::string_view extension,
+                 const std::function<void(const Remark&)>& notice) {
+    std::shared_ptr<MissingReasons> reasons = TakeReasonsOfNumbers(column, labelSet);
+    std::ranges::replace_if(
+        column.Numbers, [](double value) { return !std::isfinite(value); }, std::numeric_limits<double>::quiet_NaN());
     std::map<double, std::string> labels = labelSet.OfNumbers;
     std::erase_if(labels, [&](const auto& entry) {
         return !std::isfinite(entry.first) || IsWithinAny(column.MissingNumbers, entry.first);
     });
     const std::optional<ForeignTime> time = ForeignTime::Find(extension, column.Format);
-    if (time && ConvertAll(*time, column.Numbers, labels)) {
+    const bool isTime = time && ConvertAll(*time, column.Numbers, labels);
+    if (isTime) {
         variable.Kind = time->Kind();
     }
+    TakeReasons(variable, std::move(reasons), isTime ? &*time : nullptr, notice);
     EncodeNumbers(variable, std::move(column.Numbers));
     for (auto& [value, label] : labels) {
         // A label of a value that no case has may stand where the missing code came to lie.
@@ -72,19 +83,26 @@ void FillTexts(Variable& variable, StatisticalColumn& column, const LabelSet& la
             variable.Labels[static_cast<double>(i + 1)].Label = label->second;
         }
     }
+    variable.Reasons = TakeReasonsOfTexts(column, labelSet);
 }
 
 }  // namespace
 
 void AppendText(StatisticalColumn& column, const std::string& text) {
-    if (text.empty() || IsWithinAny(column.MissingTexts, text)) {
+    const bool isReason = !text.empty() && IsWithinAny(column.MissingTexts, text);
+    if (text.empty() || isReason) {
         column.Texts.AppendMissing();
     } else {
         column.Texts.Append(text);
     }
+    if (!column.MissingTexts.empty()) {
+        const std::size_t next = column.ReasonCodes.size() + 1;
+        column.ReasonRows.Append(isReason ? column.ReasonCodes.try_emplace(text, next).first->second : 0);
+    }
 }
 
-DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor) {
+DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMonitor& monitor,
+                  const std::function<void(const Remark&)>& notice) {
     CheckSize(content.Columns.size(), static_cast<std::size_t>(content.Cases));
     std::vector<std::string> names;
     for (const StatisticalColumn& column : content.Columns) {
@@ -106,7 +124,7 @@ DataTable TableOf(StatisticalContent content, std::string_view extension, WorkMo
         if (column.IsText) {
             FillTexts(variable, column, labelSet);
         } else {
-            FillNumbers(variable, column, labelSet, extension);
+            FillNumbers(variable, column, labelSet, extension, notice);
         }
         monitor.Advance(static_cast<std::size_t>(content.Cases));
     }

@@ -123,9 +123,34 @@ class StatisticalWriter {
         readstat_variable_set_label(added.Handle, column.LongName.c_str());
         readstat_variable_set_format(added.Handle, column.Format.Text.c_str());
         readstat_variable_set_measure(added.Handle, MeasureOf(column));
-        if (!column.Labels.empty()) {
+        const bool labelsReasons = !std::ranges::all_of(column.ReasonLabels, &std::string::empty);
+        if (!column.Labels.empty() || labelsReasons) {
             AddLabels(column, added.Handle);
         }
+        if (column.Reasons != nullptr && Rules.DeclaresMissing) {
+            DeclareMissing(column, added.Handle);
+        }
+    }
+
+    static void DeclareMissing(const FileColumn& column, readstat_variable_t* variable) {
+        for (const MissingRange& range : column.Reasons->Ranges) {
+            const double lowest = InFile(column, range.Lowest);
+            if (range.Lowest == range.Highest) {
+                readstat_variable_add_missing_double_value(variable, lowest);
+            } else {
+                readstat_variable_add_missing_double_range(variable, lowest, InFile(column, range.Highest));
+            }
+        }
+        for (const MissingReason& reason : column.Reasons->Reasons) {
+            if (!reason.Number) {
+                readstat_variable_add_missing_string_value(variable, reason.Text.c_str());
+            }
+        }
+    }
+
+    /// The end of a range, which may be endless.
+    static double InFile(const FileColumn& column, double end) {
+        return std::isfinite(end) ? column.NumberInFile(end) : end;
     }
 
     void AddLabels(const FileColumn& column, readstat_variable_t* variable) {
@@ -144,7 +169,23 @@ class StatisticalWriter {
                 readstat_label_int32_value(set, static_cast<std::int32_t>(column.NumberInFile(value)), label.c_str());
             }
         }
+        for (std::size_t i = 0; i < column.ReasonLabels.size(); ++i) {
+            if (!column.ReasonLabels[i].empty()) {
+                AddReasonLabel(column, column.Reasons->Reasons[i], column.ReasonLabels[i], set);
+            }
+        }
         readstat_variable_set_label_set(variable, set);
+    }
+
+    void AddReasonLabel(const FileColumn& column, const MissingReason& reason, const std::string& label,
+                        readstat_label_set_t* set) const {
+        if (reason.Number) {
+            readstat_label_double_value(set, column.NumberInFile(*reason.Number), label.c_str());
+        } else if (Rules.DeclaresMissing) {
+            readstat_label_string_value(set, reason.Text.c_str(), label.c_str());
+        } else {
+            readstat_label_tagged_value(set, reason.Text[1], label.c_str());
+        }
     }
 
     void Begin(long cases) {
@@ -161,7 +202,11 @@ class StatisticalWriter {
 
     void Insert(const FileColumn& column, const OpenVariable& variable, std::size_t row) const {
         const double value = column.Content->Values[row];
-        if (column.Content->IsMissing(value)) {
+        const bool isMissing = column.Content->IsMissing(value);
+        const MissingReason* reason = isMissing && column.Reasons != nullptr ? column.Reasons->At(row) : nullptr;
+        if (reason != nullptr) {
+            InsertReason(column, variable, *reason);
+        } else if (isMissing) {
             // A field that refers to no long text is blank without more ado.
             if (variable.LongTexts.empty()) {
                 Check(readstat_insert_missing_value(Writer.get(), variable.Handle), &column);
@@ -173,6 +218,17 @@ class StatisticalWriter {
         } else {
             readstat_string_ref_t* text = variable.LongTexts[static_cast<std::size_t>(value) - 1];
             Check(readstat_insert_string_ref(Writer.get(), variable.Handle, text), &column);
+        }
+    }
+
+    void InsertReason(const FileColumn& column, const OpenVariable& variable, const MissingReason& reason) const {
+        if (reason.Number) {
+            Check(readstat_insert_double_value(Writer.get(), variable.Handle, column.NumberInFile(*reason.Number)),
+                  &column);
+        } else if (Rules.DeclaresMissing) {
+            Check(readstat_insert_string_value(Writer.get(), variable.Handle, reason.Text.c_str()), &column);
+        } else {
+            Check(readstat_insert_tagged_missing_value(Writer.get(), variable.Handle, reason.Text[1]), &column);
         }
     }
 

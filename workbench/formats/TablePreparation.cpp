@@ -6,6 +6,9 @@ namespace quillara {
 
 std::vector<FormulaNotice> PrepareTable(DataTable& table, const TablePreparation& preparation,
                                         std::optional<std::size_t> maxMemory) {
+    for (const ValidCodes& valid : preparation.Valid) {
+        TakeAsValid(table, valid);
+    }
     if (preparation.DictionaryFile) {
         ApplyDictionary(table, *preparation.DictionaryFile, maxMemory);
     }

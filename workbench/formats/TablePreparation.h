@@ -8,17 +8,19 @@
 #include "workbench/data/DataTable.h"
 #include "workbench/data/DerivedVariables.h"
 #include "workbench/data/FormulaNotice.h"
+#include "workbench/data/ValidCodes.h"
 
 namespace quillara {
 
 /// What is done with a table before it is used, in this order.
 struct TablePreparation {
+    std::vector<ValidCodes> Valid{};
     std::optional<std::string> DictionaryFile{};
     std::vector<DerivedVariable> Derived{};
 };
 
 /// Prepares a table that has been read, and gives what is noticed. `maxMemory` is as in ReadOptions. Throws as
-/// ApplyDictionary and Derive do.
+/// TakeAsValid, ApplyDictionary and Derive do.
 std::vector<FormulaNotice> PrepareTable(DataTable& table, const TablePreparation& preparation,
                                         std::optional<std::size_t> maxMemory = {});
 

@@ -1,11 +1,13 @@
 #include "workbench/hosting/NewTable.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <new>
 #include <string_view>
 #include <utility>
 
+#include "workbench/data/MissingReasons.h"
 #include "workbench/hosting/LongTexts.h"
 
 namespace quillara {
@@ -22,6 +24,25 @@ Variable DictionaryEntryOf(const Variable& source) {
     entry.Texts = source.Texts;
     entry.Labels = source.Labels;
     return entry;
+}
+
+/// Which of some cases the rows of a table are, whose variables come from these sources; fewer when they don't fit. An
+/// analysis may pass over cases that are equal in none of the variables to one that it takes.
+std::vector<std::size_t> RowsFrom(const DataTable& table, const DataTable& input,
+                                  const std::vector<std::size_t>& sources, const RowSet& cases) {
+    std::vector<std::size_t> rows;
+    const auto count = static_cast<std::size_t>(table.Cases);
+    cases.ForEach([&](std::size_t row) {
+        bool isNext = rows.size() < count;
+        for (std::size_t i = 0; i < sources.size() && isNext; ++i) {
+            isNext = std::bit_cast<std::uint64_t>(table.Variables[i].Values[rows.size()]) ==
+                     std::bit_cast<std::uint64_t>(input.Variables[sources[i]].Values[row]);
+        }
+        if (isNext) {
+            rows.push_back(row);
+        }
+    });
+    return rows;
 }
 
 /// The text in a field that is padded with blanks or zeros, and may hold the key of a long text.
@@ -58,6 +79,7 @@ void NewTable::AddColumn(const DataTable& input, int number, std::size_t cases) 
         Table->Weight = Table->Variables.size();
     }
     Table->Variables.push_back(DictionaryEntryOf(input.Variables[source]));
+    Sources.push_back(source);
     Values.emplace_back(input.Variables[source].Values.Stored().Form).Reserve(cases);
 }
 
@@ -104,14 +126,28 @@ void NewTable::TakeRow() {
     ++Table->Cases;
 }
 
-std::shared_ptr<const DataTable> NewTable::Finish() {
+void NewTable::TakeReasons(const DataTable& input, const RowSet& cases) {
+    const auto hasReasons = [&](std::size_t source) { return input.Variables[source].Reasons != nullptr; };
+    if (std::ranges::none_of(Sources, hasReasons)) {
+        return;
+    }
+    const std::vector<std::size_t> rows = RowsFrom(*Table, input, Sources, cases);
+    for (std::size_t i = 0; i < Sources.size() && rows.size() == static_cast<std::size_t>(Table->Cases); ++i) {
+        Table->Variables[i].Reasons = ReasonsOfRows(input.Variables[Sources[i]].Reasons, rows);
+    }
+}
+
+std::shared_ptr<const DataTable> NewTable::Finish(const DataTable& input, const RowSet* cases) {
     IsEnded = true;
-    const auto cases = static_cast<std::size_t>(Table->Cases);
+    const auto count = static_cast<std::size_t>(Table->Cases);
     for (std::size_t i = 0; i < Values.size(); ++i) {
-        Values[i].Shorten(cases);  // a row that wasn't whole
+        Values[i].Shorten(count);  // a row that wasn't whole
         Table->Variables[i].Values = Values[i].Finish();
     }
-    Table->CaseNames.resize(std::min(cases, Table->CaseNames.size()));
+    Table->CaseNames.resize(std::min(count, Table->CaseNames.size()));
+    if (cases != nullptr) {
+        TakeReasons(input, *cases);
+    }
     return std::move(Table);
 }
 

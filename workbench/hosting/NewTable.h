@@ -10,6 +10,7 @@
 
 #include "workbench/data/ColumnBuilder.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/data/RowSet.h"
 
 namespace quillara {
 
@@ -36,16 +37,19 @@ class NewTable {
     /// that is whole.
     [[nodiscard]] bool Write(std::span<const char> bytes, std::uint32_t position) noexcept;
 
-    /// The table of the rows that are whole; nothing can be written any more.
-    [[nodiscard]] std::shared_ptr<const DataTable> Finish();
+    /// The table of the rows that are whole; nothing can be written any more. Its missing data has the reasons that it
+    /// has in the input table, where the rows come from some of these cases, in their order; `cases` null: none.
+    [[nodiscard]] std::shared_ptr<const DataTable> Finish(const DataTable& input, const RowSet* cases);
 
   private:
     void AddColumn(const DataTable& input, int number, std::size_t cases);
     void TakeBytes(std::span<const char> bytes);
     void TakeRow();
+    void TakeReasons(const DataTable& input, const RowSet& cases);
 
     std::shared_ptr<DataTable> Table;
     std::vector<ColumnBuilder> Values;  // one per variable
+    std::vector<std::size_t> Sources;  // of each variable, its index in the input table
     std::vector<std::optional<std::size_t>> Columns;  // index of the variable that a column becomes; nothing: dropped
     std::size_t NameWidth;
     std::vector<char> Row;  // the row that is coming in

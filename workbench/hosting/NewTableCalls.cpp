@@ -4,10 +4,12 @@
 #include <new>
 
 #include "host/AnalysisSupport.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/DataDocument.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/NewTable.h"
 #include "workbench/hosting/NewTables.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/Surroundings.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TextFields.h"
@@ -16,6 +18,7 @@ using quillara::DataTable;
 using quillara::NewTable;
 using quillara::NewTableRequest;
 using quillara::NewTables;
+using quillara::RowSet;
 
 namespace {
 
@@ -77,7 +80,8 @@ void CAnalysisSupport::MatClo(short table) {
     if (written == nullptr) {
         return;
     }
-    const auto finished = written->Finish();
+    const RowSet* cases = quillara::RemainingCases(*static_cast<quillara::AnalysisDocument*>(Document));
+    const auto finished = written->Finish(quillara::TableOf(Document).Table(), cases);
     tables.Keep(finished);
     if (quillara::PressRecord* press = quillara::DialogsOf(Document).Script.Press) {
         press->Add(CountedPointer<IDispatch>::Adopt(new quillara::DataDocument(finished, tables.LettingGo(finished))));

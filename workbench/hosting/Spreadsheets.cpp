@@ -7,6 +7,7 @@
 #include "host/AnalysisSupport.h"
 #include "workbench/documents/NamedParts.h"
 #include "workbench/hosting/DocumentSubjects.h"
+#include "workbench/hosting/MissingNotes.h"
 #include "workbench/hosting/ResultRouting.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/TextFields.h"
@@ -98,6 +99,7 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
         }
         document.About = quillara::TakeSubject(Document);
         quillara::NameParts(document);
+        document.Missing = quillara::MissingIn(Document, document);
         quillara::RouteResult(*this, std::move(document));
     }
     for (short* status : {status1, status2, status3}) {

@@ -1,16 +1,39 @@
 #include "workbench/recording/RecordedScript.h"
 
+#include <algorithm>
+
 #include "workbench/recording/PythonText.h"
 
 namespace quillara {
 namespace {
 
-std::string MissingTexts(const std::vector<std::string>& texts) {
+std::string ListOf(const std::vector<std::string>& texts) {
     std::string items;
     for (const std::string& text : texts) {
         items += (items.empty() ? "" : ", ") + PythonText(text);
     }
     return "[" + items + "]";
+}
+
+/// {"q1": ["98"], "q2": True}
+std::string ValidArgument(const std::vector<ValidCodes>& valid) {
+    std::vector<ValidCodes> joined;
+    for (const ValidCodes& each : valid) {
+        const auto known = std::ranges::find(joined, each.Variable, &ValidCodes::Variable);
+        if (known == joined.end()) {
+            joined.push_back(each);
+        } else if (each.Codes.empty()) {
+            known->Codes.clear();
+        } else {
+            known->Codes.insert(known->Codes.end(), each.Codes.begin(), each.Codes.end());
+        }
+    }
+    std::string items;
+    for (const ValidCodes& each : joined) {
+        items += (items.empty() ? "" : ", ") + PythonText(each.Variable) + ": " +
+                 (each.Codes.empty() ? "True" : ListOf(each.Codes));
+    }
+    return "{" + items + "}";
 }
 
 std::string ReadingArguments(const ScriptOpening& opening) {
@@ -32,13 +55,16 @@ std::string ReadingArguments(const ScriptOpening& opening) {
         add("header", "False");
     }
     if (reading.MissingTexts) {
-        add("missing", MissingTexts(*reading.MissingTexts));
+        add("missing", ListOf(*reading.MissingTexts));
     }
     if (reading.KeepsTexts) {
         add("keep_texts", "True");
     }
     if (!reading.Sheet.empty()) {
         add("sheet", PythonText(reading.Sheet));
+    }
+    if (!opening.Valid.empty()) {
+        add("valid", ValidArgument(opening.Valid));
     }
     if (opening.DictionaryFile) {
         add("dictionary", PythonText(*opening.DictionaryFile));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/data/DerivedVariables.h"
+#include "workbench/data/ValidCodes.h"
 #include "workbench/formats/ReadOptions.h"
 
 namespace quillara {
@@ -15,6 +16,7 @@ namespace quillara {
 struct ScriptOpening {
     std::string File;
     ReadOptions Reading{};
+    std::vector<ValidCodes> Valid{};
     std::optional<std::string> DictionaryFile{};
     std::vector<DerivedVariable> Derived{};
     std::string Formula{};  ///< of the case selection; empty: all cases

@@ -9,6 +9,7 @@
 #include "platform/OrderedBits.h"
 #include "workbench/numbers/ExactNumbers.h"
 #include "workbench/numbers/NumberFormat.h"
+#include "workbench/statistics/ReasonCounts.h"
 
 namespace quillara {
 namespace {
@@ -302,6 +303,7 @@ SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variabl
                                       : CellOf(Percent(counts.Weights[group], all - counts.Weights.back())));
         table.Rows.push_back(std::move(row));
     }
+    table.Missing = CountReasons(shown, scope.Rows, scope.Weights, WeightCounting::AsTheyAre);
     return table;
 }
 

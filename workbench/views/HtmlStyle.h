@@ -81,6 +81,7 @@ td.share {
 }
 tbody tr:hover > * { background-color: var(--panel); }
 .none { color: var(--soft); }
+.note { margin: .35rem 0 0; color: var(--soft); font-size: .875rem; overflow-wrap: anywhere; }
 .chart { margin: 0 0 2.25rem; max-width: 56rem; }
 .picture {
   display: block; width: 100%; height: auto; border: 1px solid var(--line); border-radius: .4rem;

@@ -98,7 +98,8 @@ std::string HtmlTable(const ShownTable& table, const std::string& attributes) {
     const std::string region = "role=\"region\" tabindex=\"0\" aria-label=\"" + TitleOf(table) + '"';
     const std::string contents = CaptionOf(table) + HeaderRow(table) + Body(table);
     const std::string box = attributes + (attributes.empty() ? "" : " ") + region;
-    return Element("div", box, Element("table", "", '\n' + contents)) + '\n';
+    const std::string note = table.Note.empty() ? "" : Element("p", "class=\"note\"", Escaped(table.Note)) + '\n';
+    return Element("div", box, Element("table", "", '\n' + contents) + note) + '\n';
 }
 
 }  // namespace quillara

@@ -19,6 +19,16 @@ std::string RowText(const SpreadsheetRow& row) {
     return OneLine({{"name", TextValue(row.Name)}, {"cells", Array(row.Cells, CellValue)}});
 }
 
+/// Only where the host tells missing data apart.
+std::string MissingMember(const SpreadsheetDocument& document) {
+    const auto valueOf = [](const MissingCount& count) {
+        return Json{{"code", count.Code.empty() ? Json(nullptr) : TextValue(count.Code)},
+                    {"label", TextValue(count.Label)},
+                    {"count", NumberValue(count.Count)}};
+    };
+    return document.Missing.empty() ? "" : Member("missing", OneLine(Array(document.Missing, valueOf)));
+}
+
 std::string SheetMembers(const SpreadsheetDocument& document) {
     const auto nameOf = [](const SpreadsheetColumn& column) { return TextValue(column.Name); };
     const auto isWhole = [](const SpreadsheetColumn& column) { return Json(column.Whole); };
@@ -28,7 +38,7 @@ std::string SheetMembers(const SpreadsheetDocument& document) {
            Member("columns", OneLine(Array(document.Columns, nameOf))) +
            Member("names", OneLine(Array(document.Columns, plainNameOf))) +
            Member("whole", OneLine(Array(document.Columns, isWhole))) +
-           Member("rows", Stacked(document.Rows, "    ", RowText));
+           Member("rows", Stacked(document.Rows, "    ", RowText)) + MissingMember(document);
 }
 
 Json SideName(ResultSide side) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string_view>
 
 #include "workbench/data/DateIntervals.h"
@@ -108,6 +109,26 @@ std::string SizeText(const SubsetSize& left, const SubsetSize& whole, bool isSte
     return text;
 }
 
+/// "Missing: Not stated 12, blank 3"; of many the most frequent ones, and how many the others have.
+std::string MissingText(const SpreadsheetDocument& document) {
+    constexpr std::size_t most = 8;
+    std::vector<MissingCount> counts = document.Missing;
+    if (counts.size() > most) {
+        std::ranges::stable_sort(counts, std::ranges::greater(), &MissingCount::Count);
+        MissingCount others{"", std::to_string(counts.size() - most + 1) + " others", 0.0};
+        std::for_each(counts.begin() + most - 1, counts.end(),
+                      [&](const MissingCount& each) { others.Count += each.Count; });
+        counts.resize(most - 1);
+        counts.push_back(std::move(others));
+    }
+    std::string text;
+    for (const MissingCount& each : counts) {
+        text += (text.empty() ? "Missing: " : ", ") + ShownLine(each.Name()) + " " +
+                NumberFormat({each.Count}, DecimalsOfNumbers).TextOf(each.Count);
+    }
+    return text;
+}
+
 }  // namespace
 
 ShownTable ShowTable(const SpreadsheetDocument& document) {
@@ -126,6 +147,7 @@ ShownTable ShowTable(const SpreadsheetDocument& document) {
     for (std::size_t column = 0; column < document.Columns.size(); ++column) {
         ShowColumn(document, column, table);
     }
+    table.Note = MissingText(document);
     return table;
 }
 

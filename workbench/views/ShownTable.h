@@ -31,6 +31,7 @@ struct ShownTable {
     std::string Corner;
     std::vector<ShownColumn> Columns;
     std::vector<ShownRow> Rows;
+    std::string Note;  ///< a line below the table; may be empty
     bool IsContinued = false;  ///< a further table of the document before it, without a title of its own
 };
 

@@ -91,7 +91,8 @@ std::string Drawing(const ShownTable& table) {
     for (std::size_t i = 0; i < table.Rows.size(); ++i) {
         text += Line(columns, [i](const DrawnColumn& column) { return column.Cells[i]; });
     }
-    return table.Rows.empty() ? text + "(no rows)\n" : text;
+    text += table.Rows.empty() ? "(no rows)\n" : "";
+    return table.Note.empty() ? text : text + table.Note + '\n';
 }
 
 /// With an empty line behind them; none above the later ones of several tables of a graph.

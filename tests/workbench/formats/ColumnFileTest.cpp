@@ -13,6 +13,7 @@
 #include "tests/Locations.h"
 #include "tests/workbench/formats/FormatsTesting.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/MissingReasons.h"
 #include "workbench/formats/ColumnFileReader.h"
 #include "workbench/formats/DataFile.h"
 
@@ -22,6 +23,29 @@ namespace {
 std::string BytesOfFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// So many reasons for every seventh or other case.
+std::shared_ptr<const MissingReasons> ReasonsOfEvery(std::size_t step, std::size_t cases, std::size_t count) {
+    MissingReasons reasons;
+    reasons.Ranges = {{-Infinity, -1}, {99, 99}};
+    for (std::size_t i = 0; i < count; ++i) {
+        reasons.Reasons.push_back({.Number = 99.5 + static_cast<double>(i), .Label = i % 2 == 0 ? "Not stated" : ""});
+    }
+    reasons.Reasons.push_back({.Text = ".a"});
+    ReasonPlaces places;
+    for (std::size_t i = 0; i < cases; ++i) {
+        places.Append(i % step == 0 ? i / step % (count + 2) : 0);
+    }
+    reasons.Places = places.Finish(count + 1);
+    return std::make_shared<const MissingReasons>(std::move(reasons));
+}
+
+bool AreSame(const MissingReasons& left, const MissingReasons& right) {
+    return left.Ranges == right.Ranges && left.Places == right.Places &&
+           std::ranges::equal(left.Reasons, right.Reasons, [](const MissingReason& one, const MissingReason& other) {
+               return one.IsSameValue(other) && one.Label == other.Label;
+           });
 }
 
 /// Columns of all forms, with and without missing data, texts and labels.
@@ -46,6 +70,8 @@ DataTable TableOfAllForms(std::size_t cases) {
     table.Variables[1].LongName = "many = viele";
     table.Variables[1].Format = "F8.2";
     table.Variables[1].Labels = {{3, {"three", "a description"}}, {0.1, {"", "no label"}}, {-0.0, {"zero", ""}}};
+    table.Variables[0].Reasons = ReasonsOfEvery(7, cases, 1);
+    table.Variables[5].Reasons = ReasonsOfEvery(5, cases, 300);
     table.CaseNames.assign(cases, "");
     if (cases > 2) {
         table.CaseNames[2] = "the third";
@@ -68,6 +94,8 @@ void ExpectSame(const DataTable& table, const DataTable& read) {
                     variable.Texts == other.Texts)
             << variable.Name;
         EXPECT_TRUE(variable.Values == other.Values) << variable.Name;
+        ASSERT_EQ(variable.Reasons == nullptr, other.Reasons == nullptr) << variable.Name;
+        EXPECT_TRUE(variable.Reasons == nullptr || AreSame(*variable.Reasons, *other.Reasons)) << variable.Name;
         EXPECT_EQ(variable.Values.Stored().Form, other.Values.Stored().Form) << variable.Name;
         EXPECT_TRUE(std::ranges::equal(variable.Labels, other.Labels, [](const auto& left, const auto& right) {
             return left.first == right.first && left.second.Label == right.second.Label &&
@@ -115,6 +143,7 @@ std::string Complaint(const std::string& path, bool checksColumns) {
             for (const double value : variable.Values) {
                 (void)variable.LabelOf(value);
             }
+            (void)(variable.Reasons ? variable.Reasons->Counts() : std::vector<std::size_t>());
         }
         WorkMonitor monitor;
         CheckAllColumns(table, 1, monitor);

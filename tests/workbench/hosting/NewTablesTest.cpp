@@ -122,7 +122,7 @@ TEST_F(WrittenTables, KeepTheirColumnsInTheFormOfTheirVariables) {
     const std::array<short, 4> all{1, 2, 3, 4};
     NewTable written(table, {"", "", all, 0, table.Cases});
     EXPECT_TRUE(written.Write(stream + Row("", {9, 9, 9}), 0));
-    const auto made = written.Finish();
+    const auto made = written.Finish(table, nullptr);
     for (std::size_t i = 0; i < 4; ++i) {
         values[i].resize(90'000);
         EXPECT_TRUE(std::ranges::equal(made->Variables[i].Values, values[i]));
