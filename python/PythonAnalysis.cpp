@@ -57,13 +57,10 @@ void PythonAnalysis::Define(py::module_& module) {
              [](PythonAnalysis& own, std::size_t variable, const std::string& category) {
                  CallHost("down", [&] { return own.Held->Down(variable, category), true; });
              })
-        .def("down_row",
-             [](PythonAnalysis& own, std::size_t variable, std::size_t row) {
-                 const auto taken = CallHost("each", [&] { return own.Held->DownRow(variable, row); });
-                 return taken ? py::object(py::make_tuple(taken->Category, taken->Rows)) : py::object(py::none());
-             })
-        .def("counted", [](PythonAnalysis& own) { return TellCounted(*own.Held); })
-        .def("distributions", [](PythonAnalysis& own) { return TellDistributions(*own.Held); })
+        .def("each", [](PythonAnalysis& own,
+                        const std::vector<std::string>& variables) { return TellGroups(*own.Held, variables); })
+        .def("distribution", [](PythonAnalysis& own,
+                                std::optional<std::size_t> variable) { return TellDistribution(*own.Held, variable); })
         .def("differences", [](PythonAnalysis& own) { return TellDifferences(*own.Held); })
         .def("cross", [](PythonAnalysis& own, const CutVariable& rows,
                          const CutVariable& columns) { return TellCross(*own.Held, rows, columns); })

@@ -22,10 +22,13 @@ py::list TellTables(const std::vector<SpreadsheetDocument>& tables) {
     return told;
 }
 
-CrossVariable Wanted(const CutVariable& variable) {
-    CrossVariable wanted{variable.first};
-    if (!variable.second.empty()) {
-        wanted.How = Cut{.Method = CutMethod::Bounds, .Bounds = variable.second};
+CrossVariable Wanted(ScriptedAnalysis& analysis, const CutVariable& variable) {
+    const auto& [place, bounds, method] = variable;
+    CrossVariable wanted{place};
+    if (!bounds.empty()) {
+        wanted.How = Cut{.Method = CutMethod::Bounds, .Bounds = bounds};
+    } else if (!method.empty()) {
+        wanted.How = analysis.CutBy(place, method);
     }
     return wanted;
 }
@@ -39,26 +42,55 @@ BoxType BoxTypeNamed(const std::string& word) {
     throw UsageError("of is one of median, se, sd, 1.96se.");
 }
 
-}  // namespace
-
-std::pair<double, double> TellCounted(ScriptedAnalysis& analysis) {
-    const CountedCases counted = CallHost("each", [&] { return SubsetStatistics(analysis.Analysed()).Counted(); });
-    return {static_cast<double>(counted.Cases), counted.Weight};
+py::tuple TellSideBySide(const SpreadsheetDocument& table) {
+    const py::tuple told = TellTable(table);
+    py::list columns;
+    const py::list plain = told[1];
+    for (std::size_t i = 0; i < table.Columns.size(); ++i) {
+        const SpreadsheetColumn& column = table.Columns[i];
+        const bool isOfVariable = !column.Variable.empty();
+        columns.append(py::make_tuple(isOfVariable ? column.Variable : "",
+                                      isOfVariable ? column.Statistic : column.Name, column.Whole,
+                                      py::tuple(plain[i])[2]));
+    }
+    return py::make_tuple(told[2], columns);
 }
 
-py::list TellDistributions(ScriptedAnalysis& analysis) {
-    return TellTables(CallHost("distribution", [&] { return SubsetStatistics(analysis.Analysed()).Distributions(); }));
+}  // namespace
+
+py::list TellGroups(ScriptedAnalysis& analysis, const std::vector<std::string>& variables) {
+    py::list told;
+    for (const SpreadsheetDocument& table : CallHost("each", [&] { return analysis.Each(variables); })) {
+        told.append(TellSideBySide(table));
+    }
+    return told;
+}
+
+py::object TellDistribution(ScriptedAnalysis& analysis, std::optional<std::size_t> variable) {
+    const std::optional<SpreadsheetDocument> table = CallHost("distribution", [&] {
+        auto found = SubsetStatistics(analysis.Analysed()).DistributionOf(variable);
+        analysis.Keep(found ? std::vector{*found} : std::vector<SpreadsheetDocument>(), "distribution");
+        return found;
+    });
+    return table ? py::object(TellTable(*table)) : py::object(py::none());
 }
 
 py::object TellDifferences(ScriptedAnalysis& analysis) {
-    const std::optional<SpreadsheetDocument> table =
-        CallHost("what_differs", [&] { return SubsetStatistics(analysis.Analysed()).WhatDiffers(); });
+    const std::optional<SpreadsheetDocument> table = CallHost("what_differs", [&] {
+        auto found = SubsetStatistics(analysis.Analysed()).WhatDiffers();
+        analysis.Keep(found ? std::vector{*found} : std::vector<SpreadsheetDocument>(), "what-differs");
+        return found;
+    });
     return table ? py::object(TellTable(*table)) : py::object(py::none());
 }
 
 py::tuple TellCross(ScriptedAnalysis& analysis, const CutVariable& rows, const CutVariable& columns) {
-    const CrossTable cross = CallHost(
-        "crosstab", [&] { return SubsetStatistics(analysis.Analysed()).CrossOf(Wanted(rows), Wanted(columns)); });
+    const CrossTable cross = CallHost("crosstab", [&] {
+        const SubsetStatistics statistics(analysis.Analysed());
+        CrossTable found = statistics.CrossOf(Wanted(analysis, rows), Wanted(analysis, columns));
+        analysis.Keep(TablesOfCross(found, statistics.Weight()), "crosstab");
+        return found;
+    });
     return py::make_tuple(TellTables(TablesOfCross(cross, {})), cross.Cases, cross.LeftOut, cross.ChiSquare,
                           cross.Freedom, cross.CramersV);
 }
@@ -67,7 +99,8 @@ void PaintCross(ScriptedAnalysis& analysis, const CutVariable& rows, const CutVa
                 const std::string& path) {
     CallHost("crosstab", [&] {
         const SubsetStatistics statistics(analysis.Analysed());
-        WritePicture(MosaicOf(statistics.CrossOf(Wanted(rows), Wanted(columns)), statistics.Weight()), path);
+        WritePicture(
+            MosaicOf(statistics.CrossOf(Wanted(analysis, rows), Wanted(analysis, columns)), statistics.Weight()), path);
         return true;
     });
 }
@@ -75,7 +108,8 @@ void PaintCross(ScriptedAnalysis& analysis, const CutVariable& rows, const CutVa
 py::tuple TellBoxes(ScriptedAnalysis& analysis, std::size_t variable, const CutVariable& by, const std::string& type,
                     const std::string& path) {
     const GraphDocument graph = CallHost("box", [&] {
-        GraphDocument made = SubsetStatistics(analysis.Analysed()).BoxesBy(variable, Wanted(by), BoxTypeNamed(type));
+        GraphDocument made =
+            SubsetStatistics(analysis.Analysed()).BoxesBy(variable, Wanted(analysis, by), BoxTypeNamed(type));
         if (!path.empty()) {
             WritePicture(made, path);
         }

@@ -3,23 +3,28 @@
 #include <pybind11/pybind11.h>
 
 #include <cstddef>
+#include <optional>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "workbench/scripting/ScriptedAnalysis.h"
 
 // Statistics of the cases that remain in an analysis, as what frames are made of (TellTable).
 
-/// The number of cases that count, and the sum of their weights.
-[[nodiscard]] std::pair<double, double> TellCounted(quillara::ScriptedAnalysis& analysis);
-/// The table of the continuous open and review variables, if there are some, then that of each categorical one.
-[[nodiscard]] pybind11::list TellDistributions(quillara::ScriptedAnalysis& analysis);
+/// Of each table of groups side by side the names of the rows and the columns: variable, statistic, whether it is
+/// whole, cells.
+[[nodiscard]] pybind11::list TellGroups(quillara::ScriptedAnalysis& analysis,
+                                        const std::vector<std::string>& variables);
+/// The table of the continuous open and review variables, or that of a categorical one; None where it isn't open.
+[[nodiscard]] pybind11::object TellDistribution(quillara::ScriptedAnalysis& analysis,
+                                                std::optional<std::size_t> variable);
 /// None where no case is dropped.
 [[nodiscard]] pybind11::object TellDifferences(quillara::ScriptedAnalysis& analysis);
 
-/// A variable of a cross table, by its place in the table, and the bounds that it is cut at; none: as it is.
-using CutVariable = std::pair<std::size_t, std::vector<double>>;
+/// A variable of a cross table, by its place in the table, the bounds that it is cut at, or else the method; neither:
+/// as it is.
+using CutVariable = std::tuple<std::size_t, std::vector<double>, std::string>;
 
 /// The five tables, and what their titles say: cases, those left out, chi-square, its degrees of freedom, Cramer's V.
 [[nodiscard]] pybind11::tuple TellCross(quillara::ScriptedAnalysis& analysis, const CutVariable& rows,

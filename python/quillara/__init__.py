@@ -13,15 +13,15 @@ from ._documents import (
     Analysis, Application, Collection, DataDocument, Document, Graph, GraphSeries, Listener, Spreadsheet, Window,
 )
 from ._drill import DialogWindow, Drill, close_all
-from ._errors import Error, Message, Remark
+from ._errors import Error, Message, Remark, WrongType, WrongValue
 from ._objects import Object, snake_case, wrap
 from ._subset import Step, Subset
 from ._table import Table, Variable, open, table
 
 __all__ = [
     "Analysis", "Application", "Collection", "DataDocument", "DialogWindow", "Document", "Drill", "Error", "Graph",
-    "GraphSeries", "Listener", "Message", "Object", "Remark", "Spreadsheet", "Step", "Subset", "Table", "Variable", "Window", "application", "open",
-    "snake_case", "table",
+    "GraphSeries", "Listener", "Message", "Object", "Remark", "Spreadsheet", "Step", "Subset", "Table", "Variable", "Window",
+    "WrongType", "WrongValue", "application", "open", "snake_case", "table",
 ]
 
 

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import datetime
+import html
 import os
 import weakref
 
@@ -174,22 +175,24 @@ class Drill(Object, kind="DDNStartup"):
 
         variables = [variable] if within is None else [variable, within]
         numbers = [self._number(each, "each") for each in variables]
-        return _groups.each(self, self._analysis, numbers, [self._names[number - 1] for number in numbers])
+        names = self._names
+        return self._work(_groups.each, self._analysis, [names[number - 1] for number in numbers])
 
     def crosstab(self, rows: str | int, columns: str | int, of: str = "counts", margins: bool = False,
                  bounds: Mapping[str, Sequence[float]] | None = None, picture: str | os.PathLike[str] | None = None,
-                 ) -> pandas.DataFrame:
+                 categorize: Mapping[str, str] | None = None) -> pandas.DataFrame:
         """A cross table of two variables over the cases that remain, under the weight of the table.
 
         of: "counts", percents of "rows", of "columns" or of the "total", or "expected" counts. margins: with totals.
-        bounds: where a continuous variable is cut, by its name. attrs of the frame has cases, left_out, chi_square,
-        degrees_of_freedom and cramers_v. picture: a file (.svg, .png, .pdf) for the table as a mosaic.
+        bounds: where a continuous variable is cut, by its name; categorize: how it is, as the method of that name takes
+        it. attrs of the frame has cases, left_out, chi_square, degrees_of_freedom and cramers_v. picture: a file (.svg,
+        .png, .pdf) for the table as a mosaic.
         """
         from . import _groups
 
         if of not in _groups.MEASURES:
             raise ValueError(f"of is one of {', '.join(_groups.MEASURES)}, not {shown(of)}.")
-        sides = [self._cut(each, bounds, "crosstab") for each in (rows, columns)]
+        sides = [self._cut(each, bounds, "crosstab", categorize) for each in (rows, columns)]
         if picture is not None:
             self._analysis.paint_cross(*sides, os.fspath(picture))
         return _groups.crosstab(self._analysis, *sides, of, margins)
@@ -208,21 +211,23 @@ class Drill(Object, kind="DDNStartup"):
         place = self._number(variable, "box") - 1
         return _groups.box(self._analysis, place, self._cut(by, bounds, "box"), of, os.fspath(picture or ""))
 
-    def _cut(self, variable, bounds, member):
+    def _cut(self, variable, bounds, member, methods=None):
+        """A side of a table as the extension takes it: its place, bounds, or else a method."""
         place = self._number(variable, member) - 1
-        return place, sorted(map(float, (bounds or {}).get(self._names[place], [])))
+        name = self._names[place]
+        return place, sorted(map(float, (bounds or {}).get(name, []))), text((methods or {}).get(name, ""), METHOD)
 
     def distribution(self, variable: str | int | None = None) -> pandas.DataFrame:
         """N, mean, deviation, minimum, quartiles, maximum, skewness and missing of the continuous open and review
         variables; or of one categorical variable the counts and percents, of the valid cases too."""
         from . import _groups
 
-        frames = _groups.distributions(self._analysis)
-        name = None if variable is None else self._names[self._number(variable, "distribution") - 1]
-        if name not in frames:
-            told = "No continuous" if name is None else f'"{name}" is no categorical'
+        place = None if variable is None else self._number(variable, "distribution") - 1
+        frame = _groups.distribution(self._analysis, place)
+        if frame is None:
+            told = "No continuous" if place is None else f'"{self._names[place]}" is no categorical'
             raise Error(INVALID_ARGUMENT, f"{told} variable is chosen that has no step.", "distribution")
-        return frames[name]
+        return frame
 
     def what_differs(self) -> pandas.DataFrame:
         """The open and review variables by how much the cases that remain differ from the others that are selected."""
@@ -232,13 +237,6 @@ class Drill(Object, kind="DDNStartup"):
         if frame is None:
             raise Error(INVALID_ARGUMENT, "It takes a step that drops cases, and a variable without a step.", "what_differs")
         return frame
-
-    def _down_row(self, number, row):
-        """The step into a row of the list: the category and the number of rows; None where the list is empty."""
-        self._make_current("DrillDownVariable", number, "down")
-        taken = self._analysis.down_row(number, row)
-        warn_of_messages(level=5)
-        return taken
 
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""
@@ -336,6 +334,19 @@ class Drill(Object, kind="DDNStartup"):
             return "<quillara.Drill: closed>" if hasattr(self, "_analysis") else "<quillara.Drill>"
         down = f", down on {', '.join(steps)}" if steps else ""
         return f"<quillara.Drill: {chosen or 'no variables'}{down}; {self._table!r}>"
+
+    def _repr_html_(self) -> str:
+        """Its variables, and the steps in force with the cases that they leave, as a notebook shows them."""
+        try:
+            left, chosen, reviews = self.subset, self.Variables, self.ReviewVariables
+        except (Error, AttributeError):
+            return f"<p>{html.escape(repr(self))}</p>"
+        weight = "" if left.weight is None else f", weight {left.weight:g}"
+        rows = [("Variables", chosen), ("Review variables", reviews),
+                *((f"Step {place}", f"{step.variable} = {step.category}") for place, step in enumerate(left.steps, 1))]
+        lines = "".join(f"<tr><th>{head}</th><td>{html.escape(text)}</td></tr>" for head, text in rows if text)
+        caption = html.escape(f"{self._table.name or 'Table'}, {left.cases} of {left.of} cases{weight}")
+        return f"<table><caption>{caption}</caption>{lines}</table>"
 
     def __enter__(self) -> Drill:
         return self

@@ -60,7 +60,7 @@ def frame_of_table(held, labels=True):
     return pandas.DataFrame(columns, index=index)
 
 
-def _cells(cells, whole):
+def cells_of(cells, whole):
     if any(isinstance(cell, str) for cell in cells):
         return pandas.array(cells, dtype=object)
     has_gaps = any(cell is None for cell in cells)
@@ -84,7 +84,7 @@ def frame_of_documents(documents, sizes):
 
 def frame_of_spreadsheet(corner, columns, rows):
     names = [" ".join(name.split()) for name, _, _ in columns]
-    series = [pandas.Series(_cells(cells, whole)) for _, whole, cells in columns]
+    series = [pandas.Series(cells_of(cells, whole)) for _, whole, cells in columns]
     frame = pandas.concat(series, axis=1) if series else pandas.DataFrame(index=range(len(rows)))
     frame.columns = names
     frame.index = pandas.Index(rows, name=corner or None)

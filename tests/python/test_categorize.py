@@ -106,3 +106,12 @@ def test_data_hint_at_what_is_meant():
     assert "['my group']" in failure_of(lambda: quillara.table({"my group": [1, 2]}).drill("my group"))[1]
     with pytest.warns(quillara.Message, match="separator: this has no effect"):
         quillara.open(SURVEY, separator=";")
+
+
+def test_numbers_with_too_many_values_for_categories_are_remarked(recwarn):
+    for values, codes in ((2047, []), (3000, ["too-many-categories"])):
+        recwarn.clear()
+        with quillara.table({"n": [float(place) for place in range(values)]}).drill("n") as drill:
+            counts = drill.Frequencies.RowNames
+            assert (len(counts) < values) == bool(codes)
+        assert [each.message.code for each in recwarn] == codes

@@ -27,6 +27,11 @@ DRILLS = [
     [SURVEY, *REVIEWS, "--no-count-missing", "--show", "review-frequencies,box", "--box-type", "sd"],
     [str(SAMPLES / "survey.csv"), "--dictionary", str(SAMPLES / "survey-dictionary.csv"), "--separator", ",", "--decimal",
      ".", "--encoding", "UTF-8", "--missing", "none,-", "--categorical", "sex", "--continuous", "age", "--down", "sex=#1"],
+    [SURVEY, *NAMED, *REVIEWS, "--weight", "weight", "--down", "sex=Female", "--each", "education", "--categorize", "age=neat:4"],
+    [SURVEY, *NAMED, "--categorize", "age=bounds:30.123456789,60", "--each", "sex", "--each", "age", "--crosstab", "region:age",
+     "--show", "frequencies,distribution,what-differs", "--no-count-missing"],
+    [SURVEY, *NAMED, "--categorize", "interview_date=month", "--crosstab", "sex:interview_date,income", "--down", "sex=Female", "--down",
+     "age=#1", "--show", "what-differs,histograms,distribution", "--after", "all"],
     [str(SAMPLES / "survey.csv"), "--no-header", "--categorical", "Var3,Var1", "--down", "Var3=#0"],
 ]
 

@@ -82,6 +82,8 @@ def test_documents_and_collections_are_used_alike(drill, tmp_path):
     assert frame.loc["Female"].tolist() == pytest.approx([1077, 1077, 53.85, 53.85])
     assert [str(each) for each in frame.dtypes] == ["int64", "int64", "float64", "float64"]
     assert "<table" in tables[0]._repr_html_() and "1077" in tables[0]._repr_html_()
+    assert "<caption>survey.sav, 923 of 2000 cases</caption>" in drill._repr_html_()
+    assert "<th>Step 1</th><td>sex = Male</td>" in drill._repr_html_()
     assert str(tables[0]).startswith("Frequency table of sex") and "\nFemale   1077" in str(tables[0])
     assert str(tables).count("Frequency table") == 3 and tables._repr_html_().count("<table") == 3
     assert drill.pie_charts._repr_html_().count("<svg") == 2 and "<p>" in drill.Application.Analyses._repr_html_()

@@ -59,6 +59,9 @@ def test_reports_have_titles_and_folders_files(script, tmp_path):
     report = tmp_path / "report.html"
     assert run("--quiet", "--title", "A <b>", "--output", str(report), script(two))[0] == 0
     assert report.read_text().count("<h1>A &lt;b&gt;</h1>") == 2 and "<code>quillara run --quiet --title" in report.read_text()
+    weighted = "quillara.open('survey.sav')\ntable.weight = 'weight'\ntable.drill('', 'age').Descriptives".replace("quillara", "table = quillara")
+    told = run("--quiet", "--format", "html", script(weighted.replace("'survey.sav'", repr(SURVEY))))[1]
+    assert "<p>Std.Dev. of descriptives: the weighted squares over the number of cases less 1</p>" in told
     folder = tmp_path / "tables"
     assert run("--quiet", "--output", f"{folder}/", script(DRILLED)) == (0, "", "")
     names = {each.name for each in folder.iterdir()}

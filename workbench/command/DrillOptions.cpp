@@ -78,7 +78,7 @@ std::string ParseName(std::string_view text) {
 
 CategorizedVariable ParseCategorizedVariable(std::string_view text) {
     const auto [variable, method] = SplitAtEquals(text, "METHOD");
-    return {variable, ParseCategorization(method)};
+    return {variable, ParseCategorization(method), std::string(method)};
 }
 
 ValidCodes ParseValid(std::string_view text) {

@@ -33,6 +33,7 @@ enum class ShownAfter {
 struct CategorizedVariable {
     std::string Variable;
     Categorization How;
+    std::string Text{};  ///< how it is written: "neat:5"
 };
 
 /// What `quillara drill` is asked to do.

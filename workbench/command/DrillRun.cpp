@@ -108,7 +108,7 @@ DrillRun::DrillRun(const DrillOptions& options, const DataTable& table, CaseSett
       Recorder(OpeningOf(options)),
       Session(table, std::move(settings), Services()),
       Steps(Session, table, Outcome.Outputs, [this](const Remark& remark) { Notice(remark); }),
-      OfHost(Session, table, Outcome.Outputs) {
+      OfHost(Session, table, Outcome.Outputs, options.RecordFile ? &Recorder : nullptr) {
     OutputCollection& outputs = Outcome.Outputs;
     outputs.FileName = table.FileName;
     outputs.Cases = table.Cases;
@@ -310,11 +310,8 @@ void DrillRun::TellWhatIsLeftOut() {
         Notice({"no-variable", "No variable is chosen, so that nothing is shown.",
                 "Name some in --categorical and --continuous."});
     }
-    if (Options.RecordFile && (Options.Groups.IsAnyAskedFor() || std::ranges::any_of(Options.Results, IsOfHost))) {
-        Notice({"script-incomplete",
-                "The script of --record leaves out what isn't pressed: --each, --crosstab, --box with --by, "
-                "distribution, what-differs.",
-                ""});
+    if (Options.RecordFile && !Options.Groups.Boxes.empty()) {
+        Notice({"script-incomplete", "The script of --record leaves out the plots of --box with --by.", ""});
     }
     const std::size_t pairs = PairsOf(Variables.Review).Count;
     const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();

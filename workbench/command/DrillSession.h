@@ -7,12 +7,13 @@
 #include "workbench/command/NamedVariables.h"
 #include "workbench/scripting/CategorizationOption.h"
 #include "workbench/scripting/CategoryAnswer.h"
+#include "workbench/scripting/GroupWalk.h"
 
 namespace quillara {
 
 /// One drill through the dialogs of its analysis. Variables go by their numbers, from 1; a list of the dialog may show
 /// several of them by the same text.
-class DrillSession {
+class DrillSession final : public StepTaker {
   public:
     /// As DialogSession.
     DrillSession(const DataTable& table, CaseSettings settings, AnalysisServices services);
@@ -26,12 +27,12 @@ class DrillSession {
     void Categorize(short variable, const Categorization& chosen);
 
     /// Whether a step on the variable can be taken, or undone.
-    [[nodiscard]] bool CanGoDown(short variable) const;
+    [[nodiscard]] bool CanGoDown(short variable) const override;
     [[nodiscard]] bool CanGoUp(short variable) const;
     /// Takes a step on a variable that can be drilled on.
-    void Down(short variable, const RowChooser& chooseRow);
+    void Down(short variable, const RowChooser& chooseRow) override;
     /// Undoes the step on a variable that has been drilled on.
-    void Up(short variable);
+    void Up(short variable) override;
 
     /// Whether a button of the startup dialog is enabled.
     [[nodiscard]] bool CanPress(int button);

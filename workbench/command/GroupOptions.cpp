@@ -48,9 +48,10 @@ void TakeCrosses(GroupOptions& groups, const std::string& text) {
 void AddGroupOptions(CLI::App& command, GroupOptions& groups) {
     AddRepeated(
         command, "--each", [&groups](const std::string& name) { groups.Each.push_back(ParseName(name)); },
-        "for every category of VAR, behind the steps, a step down and up again: a table for each other variable, with "
-        "a "
-        "row for each category (N, percent; mean, deviation, median, quartiles; percents of categories); given twice, "
+        "for every category of VAR, behind the steps, a step down and up again: a row for each category (N, percent) "
+        "in "
+        "a table of the continuous variables (mean, deviation, median, quartiles) and one of the categorical ones "
+        "(percents of categories); given twice, "
         "for every category of the second within the first; takes the place of the default results; with --show the "
         "results named there too, in full for every category")
         ->type_name("VAR")

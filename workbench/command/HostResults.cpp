@@ -1,17 +1,13 @@
 #include "workbench/command/HostResults.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <utility>
 
-#include "workbench/data/Errors.h"
-#include "workbench/data/QuotedText.h"
 #include "workbench/documents/BoxTypes.h"
 #include "workbench/documents/ResultNames.h"
-#include "workbench/hosting/AnalysisRemarks.h"
-#include "workbench/hosting/RemainingCases.h"
-#include "workbench/scripting/CategoryLookup.h"
+#include "workbench/recording/PythonText.h"
+#include "workbench/scripting/GroupWalk.h"
 
 namespace quillara {
 namespace {
@@ -30,9 +26,7 @@ std::optional<Cut> CutOf(const std::string& name, short number, const DrillOptio
                          const VariableChoice& chosen) {
     for (auto one = options.Categorizations.rbegin(); one != options.Categorizations.rend(); ++one) {
         if (one->Variable == name) {
-            const Categorization& how = one->How;
-            return Cut{
-                static_cast<CutMethod>(how.Method), how.Count, how.StepSize, how.StepStart, how.StartAtMin, how.Bounds};
+            return CutBy(one->How);
         }
     }
     const auto holds = [number](const std::vector<short>& list) {
@@ -42,29 +36,38 @@ std::optional<Cut> CutOf(const std::string& name, short number, const DrillOptio
     return isCategorical ? std::optional(Cut{}) : std::nullopt;
 }
 
-/// " where cut = Fair and color = D"; nothing without a step.
-std::string Where(const std::vector<std::string>& variables, const std::vector<std::string>& categories) {
-    std::string text;
-    for (std::size_t i = 0; i < categories.size(); ++i) {
-        text += (text.empty() ? " where " : " and ") + variables[i] + " = " + categories[i];
+std::string EachLine(const std::vector<std::string>& variables) {
+    std::string names;
+    for (const std::string& name : variables) {
+        names += (names.empty() ? "" : ", ") + PythonText(name);
     }
-    return text;
+    return "drill.each(" + names + ")";
 }
 
-/// A list of categories is empty.
-struct NoCategories {};
+/// As the categorization is written, where it isn't plain from the variable how it is cut.
+std::string CutText(const Variable& variable, const std::optional<Cut>& cut, const DrillOptions& options) {
+    for (auto one = options.Categorizations.rbegin(); one != options.Categorizations.rend(); ++one) {
+        if (one->Variable == variable.Name) {
+            return one->Text;
+        }
+    }
+    return cut && !variable.HasLabels() ? "distinct" : "";
+}
 
 }  // namespace
 
-HostResults::HostResults(DrillSession& session, const DataTable& table, OutputCollection& outputs)
-    : Session(session), Table(table), Outputs(outputs) {}
+HostResults::HostResults(DrillSession& session, const DataTable& table, OutputCollection& outputs,
+                         SessionRecorder* recorder)
+    : Session(session), Table(table), Outputs(outputs), Recorder(recorder) {}
 
 void HostResults::Add(SpreadsheetDocument document, int sequence, const char* result) {
     Outputs.Add(std::move(document), {0, sequence, result});
 }
 
-void HostResults::Tell(Remark remark) {
-    Notice(&Session.Analysed(), std::move(remark));
+void HostResults::Record(const std::string& line) {
+    if (Recorder != nullptr) {
+        Recorder->RecordLine(line);
+    }
 }
 
 bool HostResults::Show(int result) {
@@ -72,14 +75,40 @@ bool HostResults::Show(int result) {
     std::vector<SpreadsheetDocument> documents;
     if (result == DistributionResult) {
         documents = statistics.Distributions();
+        RecordDistributions(statistics.Open());
     } else if (std::optional<SpreadsheetDocument> contrast = statistics.WhatDiffers()) {
         documents.push_back(std::move(*contrast));
+        Record("drill.what_differs()");
     }
     int sequence = 0;
     for (SpreadsheetDocument& document : documents) {
         Add(std::move(document), ++sequence, NameOfResult(result).data());
     }
     return sequence > 0;
+}
+
+/// A call for each table.
+void HostResults::RecordDistributions(const ComparedVariables& open) {
+    if (!open.Continuous.empty()) {
+        Record("drill.distribution()");
+    }
+    for (const std::size_t variable : open.Categorical) {
+        Record("drill.distribution(" + PythonText(Table.Variables[variable].Name) + ")");
+    }
+}
+
+void HostResults::RecordCross(const CrossNames& names, const DrillOptions& options, const VariableChoice& chosen) {
+    std::string cuts;
+    for (const std::string& name : {names.Rows, names.Columns}) {
+        const Variable& variable = Table.Variables[Table.IndexOf(name)];
+        const std::string cut = CutText(variable, CutOf(name, VariableNumberOf(Table, name), options, chosen), options);
+        const std::string entry = PythonText(name) + ": " + PythonText(cut);
+        if (!cut.empty() && cuts != entry) {
+            cuts += (cuts.empty() ? "" : ", ") + entry;
+        }
+    }
+    Record("drill.crosstab(" + PythonText(names.Rows) + ", " + PythonText(names.Columns) +
+           (cuts.empty() ? "" : ", categorize={" + cuts + "}") + ")");
 }
 
 void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice& chosen) {
@@ -94,6 +123,7 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
     int mosaics = 0;
     for (const CrossNames& names : options.Groups.Crosses) {
         const CrossTable cross = statistics.CrossOf(side(names.Rows), side(names.Columns));
+        RecordCross(names, options, chosen);
         for (SpreadsheetDocument& document : TablesOfCross(cross, statistics.Weight())) {
             Add(std::move(document), ++sequence, CrossName);
         }
@@ -121,92 +151,21 @@ void HostResults::ShowBoxes(const DrillOptions& options, const VariableChoice& c
     }
 }
 
-/// The tables come before what is shown within the categories, as they are of the state before.
 void HostResults::ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll) {
-    for (const std::string& name : variables) {
-        if (!Session.CanGoDown(VariableNumberOf(Table, name))) {
-            throw DataError("The variable " + Quoted(name) +
-                            " has no categories to go through: it has a step already, or is no drill variable.");
-        }
-    }
-    const SubsetStatistics statistics(Session.Analysed());
-    const std::size_t place = Outputs.Entries.size();
-    const int step = static_cast<int>(Outputs.Steps.size());
-    Walk walk{variables, showAll, statistics.GroupsBy(variables), {}};
-    Descend(walk);
-    TellOfRest(walk, static_cast<std::int64_t>(statistics.Subset().Count()));
-    OutputCollection tables;
-    tables.Step = step;
+    const auto work = [&] { return GroupsSideBySide(Session, Session.Analysed(), variables); };
+    const std::vector<SpreadsheetDocument> tables =
+        Recorder == nullptr ? work() : Recorder->RecordAside(EachLine(variables), work);
+    Outputs.Step = static_cast<int>(Outputs.Steps.size());
     int sequence = 0;
-    for (SpreadsheetDocument& document : walk.Tables.Documents()) {
-        tables.Add(std::move(document), {0, ++sequence, GroupsName});
+    for (const SpreadsheetDocument& table : tables) {
+        Add(table, ++sequence, GroupsName);
     }
-    Outputs.Entries.insert(Outputs.Entries.begin() + static_cast<std::ptrdiff_t>(place),
-                           std::make_move_iterator(tables.Entries.begin()),
-                           std::make_move_iterator(tables.Entries.end()));
-}
-
-void HostResults::Descend(Walk& walk) {
-    const std::string& name = walk.Variables[walk.Categories.size()];
-    const short variable = VariableNumberOf(Table, name);
-    std::size_t rows = 1;
-    for (std::size_t row = 0; row < rows; ++row) {
-        std::string category;
-        const auto chooseRow = [&](const CategoryList& list) {
-            rows = list.Rows.size();
-            if (rows == 0) {
-                throw NoCategories();
-            }
-            category = NameForPeople(list, list.Rows[row]);
-            return row;
-        };
-        try {
-            Session.Down(variable, chooseRow);
-        } catch (const NoCategories&) {
-            Tell({"group-without-categories", "The variable " + Quoted(name) + " has no category with cases" +
-                                                  Where(walk.Variables, walk.Categories) + "; that is passed over."});
-            return;
-        }
-        if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Down, name, category, CountRemaining(Session.Analysed())});
-        }
-        walk.Categories.push_back(std::move(category));
-        Arrive(walk);
-        walk.Categories.pop_back();
-        Session.Up(variable);
-        if (walk.ShowAll) {
-            Outputs.Steps.push_back({StepKind::Up, name, {}, CountRemaining(Session.Analysed())});
-        }
+    if (showAll) {
+        GroupWalk walk(Session, Session.Analysed(), variables);
+        walk.Stepped = [this](StepTaken step) { Outputs.Steps.push_back(std::move(step)); };
+        walk.Arrived = [&showAll](const auto&, const auto&) { showAll(); };
+        walk.Run();
     }
-}
-
-/// A category may be shown with cases that its own step leaves out.
-void HostResults::Arrive(Walk& walk) {
-    const SubsetStatistics statistics(Session.Analysed());
-    if (statistics.Subset().IsEmpty()) {
-        Tell({"group-without-cases",
-              "No case is left" + Where(walk.Variables, walk.Categories) + "; that is passed over."});
-    } else if (walk.Categories.size() < walk.Variables.size()) {
-        Descend(walk);
-    } else {
-        walk.Tables.Add(walk.Categories, statistics.Subset());
-        walk.Cases += static_cast<std::int64_t>(statistics.Subset().Count());
-        if (walk.ShowAll) {
-            walk.ShowAll();
-        }
-    }
-}
-
-void HostResults::TellOfRest(const Walk& walk, std::int64_t cases) {
-    if (walk.Cases >= cases) {
-        return;
-    }
-    std::string names;
-    for (const std::string& name : walk.Variables) {
-        names += (names.empty() ? "" : " and ") + Quoted(name);
-    }
-    Tell({"groups-leave-out", std::to_string(cases - walk.Cases) + " of " + std::to_string(cases) +
-                                  " cases are in no category of " + names + " and so in no group."});
 }
 
 }  // namespace quillara

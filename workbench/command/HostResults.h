@@ -8,6 +8,7 @@
 #include "workbench/command/DrillSession.h"
 #include "workbench/command/NamedVariables.h"
 #include "workbench/documents/OutputCollection.h"
+#include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/SubsetStatistics.h"
 
 namespace quillara {
@@ -16,8 +17,8 @@ namespace quillara {
 /// side.
 class HostResults {
   public:
-    /// All outlive it. Documents and remarks go to `outputs`.
-    HostResults(DrillSession& session, const DataTable& table, OutputCollection& outputs);
+    /// All outlive it. Documents go to `outputs`, and what makes them in a script to the recorder, unless it is null.
+    HostResults(DrillSession& session, const DataTable& table, OutputCollection& outputs, SessionRecorder* recorder);
 
     /// Makes the documents of a result of the host; false: it has nothing to show.
     bool Show(int result);
@@ -28,29 +29,20 @@ class HostResults {
     /// Makes the box plots by group that are asked for; cut and refused as the cross tables.
     void ShowBoxes(const DrillOptions& options, const VariableChoice& chosen);
     /// Steps into every category of the variables, from the outside, and up again, and makes the tables of them;
-    /// `showAll`, where there is one, makes full documents within each category. Throws DataError when a variable can't
-    /// be drilled on.
+    /// `showAll`, where there is one, makes full documents within each category, behind these, on a walk of its own.
+    /// Throws DataError when a variable can't be drilled on.
     void ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll);
 
   private:
-    /// A walk through the categories of variables.
-    struct Walk {
-        std::vector<std::string> Variables;
-        const std::function<void()>& ShowAll;
-        GroupTables Tables;
-        std::vector<std::string> Categories;  ///< of the steps that are taken
-        std::int64_t Cases = 0;  ///< in the categories walked through so far
-    };
-
-    void Descend(Walk& walk);
-    void Arrive(Walk& walk);
-    void TellOfRest(const Walk& walk, std::int64_t cases);
-    void Tell(Remark remark);
+    void Record(const std::string& line);
+    void RecordDistributions(const ComparedVariables& open);
+    void RecordCross(const CrossNames& names, const DrillOptions& options, const VariableChoice& chosen);
     void Add(SpreadsheetDocument document, int sequence, const char* result);
 
     DrillSession& Session;
     const DataTable& Table;
     OutputCollection& Outputs;
+    SessionRecorder* Recorder;
 };
 
 }  // namespace quillara

@@ -15,6 +15,11 @@ using SpreadsheetCell = std::variant<std::monostate, double, std::string>;
 struct SpreadsheetColumn {
     std::string Name;  ///< may hold line feeds
     bool Whole = false;  ///< all numbers of the column are whole and shown so
+    /// Of a table with several variables side by side: whose numbers it holds, what they are (the name without the
+    /// variable's), and how they are written where they are values of it.
+    std::string Variable{};
+    std::string Statistic{};
+    ValueKind Kind = ValueKind::Number;
 };
 
 /// What a row is about, for programs.

@@ -64,4 +64,8 @@ void StepHistory::EndCommand(AnalysisDocument& document) {
     Before = inForce.value_or(0);
 }
 
+StepsAside::StepsAside(AnalysisDocument& document) : History(StepsOf(&document)) {
+    History.SetAside(true);
+}
+
 }  // namespace quillara

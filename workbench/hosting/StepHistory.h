@@ -40,4 +40,16 @@ class StepHistory {
 /// Those of a document.
 [[nodiscard]] StepHistory& StepsOf(CAnalysisDoc* document);
 
+/// As long as it lives, steps of an analysis are no part of its history.
+class StepsAside {
+  public:
+    explicit StepsAside(AnalysisDocument& document);
+    StepsAside(const StepsAside&) = delete;
+    StepsAside& operator=(const StepsAside&) = delete;
+    ~StepsAside() { History.SetAside(false); }
+
+  private:
+    StepHistory& History;
+};
+
 }  // namespace quillara

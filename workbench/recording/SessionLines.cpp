@@ -345,6 +345,31 @@ std::string SessionRecorder::Text() {
     return Script.Text();
 }
 
+void SessionRecorder::RecordLine(const std::string& line) {
+    Held.Write();
+    Script.Write(line);
+}
+
+void SessionRecorder::BeginAside(const std::string& line) {
+    Held.Write();
+    Script.Accept();
+    Script.Write(Pending.TakeListClicks());
+    if (Dialog != nullptr) {
+        Script.Write(Pending.TakeStored(CurrentVariable()));
+    }
+    Script.Write(line);
+    IsAside = true;
+}
+
+void SessionRecorder::EndAside() {
+    IsAside = false;
+    if (Dialog != nullptr) {
+        Pending.Read();
+        Pending.Settle(Page());
+        Pending.SetVariable(CurrentVariable());
+    }
+}
+
 void SessionRecorder::BeginHere() {
     Held.Write();
     Script.Write(Pending.TakeListClicks());

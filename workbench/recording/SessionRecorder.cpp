@@ -63,7 +63,7 @@ const std::array<SessionRecorder::CommandRow, 20> SessionRecorder::Commands{{
 
 void SessionRecorder::BeginCommand(CAnalysisDoc& document, int control) {
     Dialog = DialogsOf(&document).Startup.get();
-    if (Dialog == nullptr) {
+    if (Dialog == nullptr || IsAside) {
         return;
     }
     Pending.Watch(*Dialog);
@@ -90,7 +90,7 @@ void SessionRecorder::BeginCommand(CAnalysisDoc& document, int control) {
 }
 
 void SessionRecorder::EndCommand(CAnalysisDoc& /*document*/, int control) {
-    if (Dialog == nullptr) {
+    if (Dialog == nullptr || IsAside) {
         return;
     }
     TakeTable();
@@ -112,7 +112,7 @@ void SessionRecorder::EndCommand(CAnalysisDoc& /*document*/, int control) {
 
 /// A step has been told when nothing stood in its way any more: its move is done, whatever memory lacked for then.
 void SessionRecorder::FailCommand(CAnalysisDoc& /*document*/, int /*control*/) {
-    if (Dialog != nullptr && Now.StepControl != 0) {
+    if (Dialog != nullptr && !IsAside && Now.StepControl != 0) {
         EndStep();
     }
     Now = {};
@@ -134,6 +134,9 @@ void SessionRecorder::RecordSent(int control) {
 }
 
 void SessionRecorder::RecordCall(const Window& window, const WindowCall& call) {
+    if (IsAside) {
+        return;
+    }
     if (window.Resource().Id != StartupDialog) {
         Calls.push_back(call);
         return;
@@ -161,6 +164,9 @@ void SessionRecorder::WriteDrag(const WindowCall& call) {
 }
 
 void SessionRecorder::RecordAnswer(Window& window) {
+    if (IsAside) {
+        return;
+    }
     const int dialog = window.Resource().Id;
     Now.Answers.push_back({dialog, window.CloseResult() == OkCommand, std::exchange(Calls, {})});
     if (IsVerbatim) {
@@ -189,7 +195,7 @@ void SessionRecorder::RecordPick(const BrushingRun& run) {
 }
 
 void SessionRecorder::RecordStep(CAnalysisDoc& /*document*/, const std::vector<RecordedValue>& values, int control) {
-    if (IsVerbatim) {
+    if (IsVerbatim || IsAside) {
         return;
     }
     if (Now.Control == BrushButton) {

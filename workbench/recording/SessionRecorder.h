@@ -35,6 +35,17 @@ class SessionRecorder : public StepRecorder {
     /// command runs.
     void BeginHere();
 
+    /// Writes a line that changes nothing in the dialog.
+    void RecordLine(const std::string& line);
+    /// Does work in the dialog that one line of the script does; gives what it gives. Not while a command runs.
+    template <class Work>
+    auto RecordAside(const std::string& line, Work work) {
+        BeginAside(line);
+        auto result = work();
+        EndAside();
+        return result;
+    }
+
     void RecordStep(CAnalysisDoc& document, const std::vector<RecordedValue>& values, int control) override;
     void RecordMethod(CAnalysisDoc& /*document*/, int /*control*/) override {}  // RecordStep ends in it
     void RecordOutput(CAnalysisDoc& document, int control) override;
@@ -86,6 +97,8 @@ class SessionRecorder : public StepRecorder {
     };
     static const std::array<CommandRow, 20> Commands;
 
+    void BeginAside(const std::string& line);
+    void EndAside();
     void Start();
     [[nodiscard]] Window& Startup() const;
     [[nodiscard]] ShownCategorization Page() const;
@@ -137,6 +150,7 @@ class SessionRecorder : public StepRecorder {
     // A variable that stands in both lists of drill variables is two records, of which members know one: with such all
     // is written as calls of the window.
     bool IsVerbatim = false;
+    bool IsAside = false;  // what is done is written already
     HeldCall Held;
     bool HasBrushingGraph = false;  // one that stands alone has been left on the screen
 };

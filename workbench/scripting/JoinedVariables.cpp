@@ -20,7 +20,7 @@
 #include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/scripting/CategorizationEntry.h"
-#include "workbench/scripting/CategoryAnswer.h"
+#include "workbench/scripting/ListedSteps.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -33,18 +33,6 @@ TwoLists DrillVariablesOf(AnalysisDocument& document) {
 bool Holds(const std::vector<short>& list, short variable) {
     return std::ranges::find(list, variable) != list.end();
 }
-
-/// Steps that are taken meanwhile are no part of the history.
-class StepsAside {
-  public:
-    explicit StepsAside(AnalysisDocument& document) : History(StepsOf(&document)) { History.SetAside(true); }
-    StepsAside(const StepsAside&) = delete;
-    StepsAside& operator=(const StepsAside&) = delete;
-    ~StepsAside() { History.SetAside(false); }
-
-  private:
-    StepHistory& History;
-};
 
 /// A value in the middle of a range.
 double ValueIn(const RowRange& range) {
@@ -77,7 +65,8 @@ std::size_t RowMeeting(const CategoryList& list, const CaseCondition& condition)
 /// One analysis while its drill variables are chosen anew.
 class NewChoice {
   public:
-    NewChoice(DialogActions& actions, AnalysisDocument& document) : Actions(actions), Document(document) {}
+    NewChoice(DialogActions& actions, AnalysisDocument& document)
+        : Actions(actions), Document(document), List(actions, document) {}
 
     /// The newest first. Throws DataError unless the analysis tells each.
     void UndoSteps() {
@@ -94,7 +83,7 @@ class NewChoice {
     void NotePages(const std::map<short, Categorization>& entered) {
         const std::vector<short> continuous = DrillVariablesOf(Document)[1];
         for (const short variable : continuous) {
-            ClickDown(variable);
+            List.ClickDown(variable);
             const std::optional<Categorization> shown = ReadCategorization(Actions);
             const auto known = entered.find(variable);
             const bool isKnown = shown && known != entered.end() && known->second.Method == shown->Method;
@@ -118,38 +107,22 @@ class NewChoice {
 
     void EnterPages() {
         for (const auto& [variable, how] : Pages) {
-            ClickDown(variable);
+            List.ClickDown(variable);
             EnterCategorization(Actions, how);
-            ClickDown(variable);
+            List.ClickDown(variable);
         }
     }
 
     void TakeSteps() {
         for (auto step = Steps.rbegin(); step != Steps.rend(); ++step) {
-            ClickDown(step->Variable);
-            Actions.Press(DownButton, [&](Window& dialog) {
-                AnswerWithCategory(dialog, VariableOf(step->Variable),
-                                   [&](const CategoryList& list) { return RowMeeting(list, *step); });
-            });
+            List.Down(step->Variable, [&](const CategoryList& list) { return RowMeeting(list, *step); });
         }
     }
 
   private:
-    [[nodiscard]] const Variable& VariableOf(short variable) const {
-        return Document.Table().Variables[static_cast<std::size_t>(variable) - 1];
-    }
-
-    void ClickDown(short variable) {
-        const std::vector<std::string>& rows = Actions.At(DrillDownListControl).Rows;
-        const auto row = std::ranges::find(rows, VariableOf(variable).Name);
-        if (row == rows.end()) {
-            throw DataError("The variable " + Quoted(VariableOf(variable).Name) + " isn't in the list.");
-        }
-        Actions.ClickRow(DrillDownListControl, static_cast<int>(row - rows.begin()));
-    }
-
     DialogActions& Actions;
     AnalysisDocument& Document;
+    ListedSteps List;
     std::vector<CaseCondition> Steps;  // the newest first
     std::vector<std::pair<short, Categorization>> Pages;
 };

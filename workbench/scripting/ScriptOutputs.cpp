@@ -90,6 +90,19 @@ void ScriptOutputs::FollowTable() {
     Runs.back().Shown.Variables = static_cast<int>(Analysis->Table().Variables.size());
 }
 
+void ScriptOutputs::Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result) {
+    Run& run = Present();
+    run.Shown.Steps = StepsOf(Analysis).Taken();
+    const auto step = static_cast<int>(run.Shown.Steps.size());
+    int sequence = static_cast<int>(std::ranges::count_if(run.Documents, [&](const KeptDocument& kept) {
+        return kept.Step == step && kept.Document->Origin().Result == result;
+    }));
+    for (const SpreadsheetDocument& table : tables) {
+        run.Documents.push_back({ResultDocument::Create(table, {0, ++sequence, result}, OfHost), step, 0, false});
+    }
+    NoteSettings(run);
+}
+
 /// The run of the table that is open now.
 ScriptOutputs::Run& ScriptOutputs::Present() {
     const DataTable& table = Analysis->Table();

@@ -6,6 +6,7 @@
 
 #include "platform/CountedPointer.h"
 #include "workbench/data/DataTable.h"
+#include "workbench/documents/OpenDocuments.h"
 #include "workbench/documents/OutputCollection.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/hosting/StepRecorder.h"
@@ -27,6 +28,8 @@ class ScriptOutputs final : public StepRecorder {
 
     explicit ScriptOutputs(AnalysisDocument& analysis) : Analysis(&analysis) {}
 
+    /// Keeps tables that the host has computed itself, as a result of this name.
+    void Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result);
     /// The table of the analysis is the same with more variables.
     void FollowTable();
     /// The analysis is about to close: what it has left open stays.
@@ -63,6 +66,7 @@ class ScriptOutputs final : public StepRecorder {
     [[nodiscard]] static OutputCollection Finished(const Run& run);
 
     AnalysisDocument* Analysis;  // null once it has closed
+    OpenDocuments OfHost;  // what the host has computed itself
     std::vector<Run> Runs;
 };
 

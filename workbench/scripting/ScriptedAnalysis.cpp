@@ -26,6 +26,7 @@
 #include "workbench/scripting/CategorizationInData.h"
 #include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/scripting/JoinedVariables.h"
+#include "workbench/scripting/ListedSteps.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -241,25 +242,23 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
     });
 }
 
-std::optional<ScriptedAnalysis::RowTaken> ScriptedAnalysis::DownRow(std::size_t variable, std::size_t row) {
-    RowTaken taken;
-    bool isEmpty = false;
-    try {
-        StepDown(variable, [&](const CategoryList& list) {
-            isEmpty = list.Rows.empty();
-            if (row >= list.Rows.size()) {
-                throw DataError("The list of categories has no such row.");
-            }
-            taken = {NameForPeople(list, list.Rows[row]), list.Rows.size()};
-            return row;
-        });
-    } catch (const DataError&) {
-        if (!isEmpty) {
-            throw;
-        }
-        return std::nullopt;
+std::vector<SpreadsheetDocument> ScriptedAnalysis::Each(const std::vector<std::string>& variables) {
+    ScriptActions actions(OpenDialog());
+    ListedSteps steps(actions, Held->Document);
+    std::vector<SpreadsheetDocument> tables = GroupsSideBySide(steps, Held->Document, variables);
+    Keep(tables, "groups");
+    return tables;
+}
+
+void ScriptedAnalysis::Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result) {
+    if (Kept != nullptr) {
+        Kept->Keep(tables, result);
     }
-    return taken;
+}
+
+Cut ScriptedAnalysis::CutBy(std::size_t variable, const std::string& method) {
+    const Variable& chosen = Analysed().Table().Variables.at(variable);
+    return quillara::CutBy(InData(ParseCategorization(method), chosen, TableOf(&Analysed()).Selection));
 }
 
 AnalysisDocument& ScriptedAnalysis::Analysed() {

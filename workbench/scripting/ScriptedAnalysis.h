@@ -19,6 +19,7 @@
 #include "workbench/scripting/CategorizationOption.h"
 #include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/scripting/ScriptOutputs.h"
+#include "workbench/scripting/SubsetStatistics.h"
 
 class CAnalysisModelessDialog;
 
@@ -58,12 +59,13 @@ class ScriptedAnalysis {
     /// chooses the category from the dialog that opens, as FindCategory finds it. Throws DataError when no step can be
     /// taken or there is no such category, and as ActForScript.
     void Down(std::size_t variable, const std::string& category);
-    /// The same for a row of the list, from 0; nothing, and no step, when the list is empty.
-    struct RowTaken {
-        std::string Category;  ///< as people read it
-        std::size_t Rows = 0;  ///< of the list
-    };
-    [[nodiscard]] std::optional<RowTaken> DownRow(std::size_t variable, std::size_t row);
+    /// The tables of groups by these variables (GroupWalk.h), which are kept with the results. Throws as Down.
+    [[nodiscard]] std::vector<SpreadsheetDocument> Each(const std::vector<std::string>& variables);
+    /// Keeps tables that the host has computed with the results, under the name of a result.
+    void Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result);
+    /// A categorization by a method as ParseCategorization reads it, in the cases of the selection. Throws UsageError,
+    /// and DataError as InData.
+    [[nodiscard]] Cut CutBy(std::size_t variable, const std::string& method);
     /// Brings some categories of a variable, by its number from 1, together as a category of a derived drill variable,
     /// which joins those of the analysis unless it is one already; steps in force stay. Throws DataError when the
     /// variable has no such categories, is no drill variable or is continuous, and as ActForScript.

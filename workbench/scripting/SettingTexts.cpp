@@ -10,6 +10,7 @@ std::vector<std::string> SettingTexts(const SettingsInForce& settings) {
     if (settings.Weight) {
         const std::string manner = settings.WeightedMoments ? ", fractions as they are" : ", rounded to whole numbers";
         texts.push_back("Weight: " + *settings.Weight + manner);
+        texts.emplace_back("Std.Dev. of descriptives: the weighted squares over the number of cases less 1");
     }
     if (settings.Formula) {
         texts.push_back("Selection: " + *settings.Formula);

@@ -57,6 +57,10 @@ ComparedVariables OpenIn(AnalysisDocument& document) {
 
 }  // namespace
 
+Cut CutBy(const Categorization& how) {
+    return {static_cast<CutMethod>(how.Method), how.Count, how.StepSize, how.StepStart, how.StartAtMin, how.Bounds};
+}
+
 SubsetStatistics::SubsetStatistics(AnalysisDocument& document)
     : Document(document),
       Table(document.Table()),
@@ -73,6 +77,14 @@ std::vector<SpreadsheetDocument> SubsetStatistics::Distributions() const {
         tables.push_back(ShareTable(Scope(), variable));
     }
     return tables;
+}
+
+std::optional<SpreadsheetDocument> SubsetStatistics::DistributionOf(std::optional<std::size_t> variable) const {
+    if (!variable) {
+        return Variables.Continuous.empty() ? std::nullopt
+                                            : std::optional(DistributionTable(Scope(), Variables.Continuous));
+    }
+    return Holds(Variables.Categorical, *variable) ? std::optional(ShareTable(Scope(), *variable)) : std::nullopt;
 }
 
 std::optional<SpreadsheetDocument> SubsetStatistics::WhatDiffers() const {

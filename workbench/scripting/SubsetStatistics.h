@@ -6,12 +6,16 @@
 #include <vector>
 
 #include "workbench/data/RowSet.h"
+#include "workbench/scripting/CategorizationOption.h"
 #include "workbench/statistics/GroupTables.h"
 #include "workbench/statistics/GroupedBoxes.h"
 
 namespace quillara {
 
 class AnalysisDocument;
+
+/// A categorization as statistics take it.
+[[nodiscard]] Cut CutBy(const Categorization& how);
 
 /// What the host itself says of the cases that remain in an analysis: the cases as the filter of the analysis leaves
 /// them now, its weight, and the variables chosen there. It is of no use once the table is another.
@@ -28,6 +32,8 @@ class SubsetStatistics {
     [[nodiscard]] CountedCases Counted() const { return CountCases(Remaining, Weights); }
     /// The table of the continuous ones, then one for each categorical one.
     [[nodiscard]] std::vector<SpreadsheetDocument> Distributions() const;
+    /// The table of the continuous ones alone, or of a categorical one; nothing where it isn't open.
+    [[nodiscard]] std::optional<SpreadsheetDocument> DistributionOf(std::optional<std::size_t> variable) const;
     /// The table of the variables, of which there is at least one; nothing where the steps drop no case.
     [[nodiscard]] std::optional<SpreadsheetDocument> WhatDiffers() const;
     /// Throws as CrossTableOf.

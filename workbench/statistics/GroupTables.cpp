@@ -1,6 +1,8 @@
 #include "workbench/statistics/GroupTables.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "platform/OrderedBits.h"
@@ -36,6 +38,16 @@ std::string Joined(const std::vector<std::string>& names) {
         text += (text.empty() ? "" : " by ") + name;
     }
     return text;
+}
+
+/// The columns of one variable behind the others, under its name where there are several.
+void Append(std::vector<SpreadsheetColumn> columns, bool areNamed, SpreadsheetDocument& table) {
+    for (SpreadsheetColumn& column : columns) {
+        if (areNamed) {
+            column.Name = column.Variable + '\n' + column.Statistic;
+        }
+        table.Columns.push_back(std::move(column));
+    }
 }
 
 }  // namespace
@@ -82,53 +94,74 @@ SpreadsheetDocument GroupTables::Begun(const std::string& title) const {
     return table;
 }
 
-SpreadsheetRow GroupTables::RowOf(const Group& group, const std::string& variable) const {
+SpreadsheetRow GroupTables::RowOf(const Group& group) const {
     SpreadsheetRow row{group.Categories.front(), {group.Categories.begin() + 1, group.Categories.end()}};
     row.Cells.emplace_back(static_cast<double>(group.Counted.Cases));
     if (!Weights.Variable.empty()) {
         row.Cells.emplace_back(group.Counted.Weight);
     }
     row.Cells.push_back(CellOf(group.Counted.Weight / Whole.Weight * 100.0));
-    row.About = {variable.empty() ? Joined(By) : variable + " by " + Joined(By), Joined(group.Categories)};
+    row.About = {Joined(By), Joined(group.Categories)};
     return row;
 }
 
-SpreadsheetDocument GroupTables::NumberTable(std::size_t place) const {
+/// Of one variable by its name.
+std::string GroupTables::TitleOf(const std::vector<std::size_t>& variables, const std::string& several) const {
+    return (variables.size() == 1 ? Table.Variables[variables.front()].Name : several) + " by " + Joined(By);
+}
+
+std::vector<SpreadsheetColumn> GroupTables::NumberColumns(std::size_t place) const {
     const Variable& variable = Table.Variables[Variables.Continuous[place]];
-    SpreadsheetDocument table = Begun(variable.Name + " by " + Joined(By));
-    const std::size_t first = table.Columns.size();
-    for (const char* name : {"Valid\nN", "Mean", "Std.Dev.", "Lower\nquartile", "Median", "Upper\nquartile"}) {
-        table.Columns.push_back({name, false});
+    const auto column = [&variable](const char* statistic, ValueKind kind) {
+        return SpreadsheetColumn{statistic, false, variable.Name, statistic, kind};
+    };
+    std::vector<SpreadsheetColumn> columns{
+        column("Valid\nN", ValueKind::Number), column("Mean", variable.Kind),
+        column("Std.Dev.", ValueKind::Number), column("Lower\nquartile", variable.Kind),
+        column("Median", variable.Kind),       column("Upper\nquartile", variable.Kind)};
+    columns.front().Whole = true;
+    return columns;
+}
+
+std::vector<SpreadsheetColumn> GroupTables::PercentColumns(std::size_t place) const {
+    const std::string& variable = Table.Variables[Variables.Categorical[place]].Name;
+    std::vector<SpreadsheetColumn> columns{{"Valid\nN", true, variable, "Valid\nN"}};
+    for (const std::string& name : Categories[place].Names()) {
+        const std::string statistic = name + "\nPercent";
+        columns.push_back({statistic, false, variable, statistic});
     }
-    table.Columns[first].Whole = true;
-    table.About.ValueColumns = {first + 1, first + 3, first + 4, first + 5};
+    return columns;
+}
+
+SpreadsheetDocument GroupTables::NumberTable() const {
+    SpreadsheetDocument table = Begun(TitleOf(Variables.Continuous, "Continuous variables"));
+    for (std::size_t place = 0; place < Variables.Continuous.size(); ++place) {
+        Append(NumberColumns(place), Variables.Continuous.size() > 1, table);
+    }
     for (const Group& group : Groups) {
-        const Distribution& found = group.Distributions[place];
-        SpreadsheetRow row = RowOf(group, variable.Name);
-        row.Cells.emplace_back(static_cast<double>(found.Cases));
-        for (const double number :
-             {found.Mean, found.StandardDeviation, found.LowerQuartile, found.Median, found.UpperQuartile}) {
-            row.Cells.push_back(CellOf(number));
+        SpreadsheetRow row = RowOf(group);
+        for (const Distribution& found : group.Distributions) {
+            row.Cells.emplace_back(static_cast<double>(found.Cases));
+            for (const double number :
+                 {found.Mean, found.StandardDeviation, found.LowerQuartile, found.Median, found.UpperQuartile}) {
+                row.Cells.push_back(CellOf(number));
+            }
         }
         table.Rows.push_back(std::move(row));
-        table.About.Variables.push_back(
-            {static_cast<int>(Variables.Continuous[place]) + 1, variable.Name, variable.LongName, variable.Kind, {}});
     }
     return table;
 }
 
-SpreadsheetDocument GroupTables::PercentTable(std::size_t place) const {
-    const Variable& variable = Table.Variables[Variables.Categorical[place]];
-    SpreadsheetDocument table = Begun(variable.Name + " by " + Joined(By) + ": row percents");
-    table.Columns.push_back({"Valid\nN", true});
-    for (const std::string& name : Categories[place].Names()) {
-        table.Columns.push_back({name + "\nPercent", false});
+SpreadsheetDocument GroupTables::PercentTable() const {
+    SpreadsheetDocument table = Begun(TitleOf(Variables.Categorical, "Categorical variables") + ": row percents");
+    for (std::size_t place = 0; place < Variables.Categorical.size(); ++place) {
+        Append(PercentColumns(place), Variables.Categorical.size() > 1, table);
     }
     for (const Group& group : Groups) {
-        SpreadsheetRow row = RowOf(group, variable.Name);
-        row.Cells.emplace_back(group.Valid[place]);
-        for (const double percent : group.Percents[place]) {
-            row.Cells.push_back(CellOf(percent));
+        SpreadsheetRow row = RowOf(group);
+        for (std::size_t place = 0; place < group.Percents.size(); ++place) {
+            row.Cells.emplace_back(group.Valid[place]);
+            std::ranges::transform(group.Percents[place], std::back_inserter(row.Cells), CellOf);
         }
         table.Rows.push_back(std::move(row));
     }
@@ -137,16 +170,16 @@ SpreadsheetDocument GroupTables::PercentTable(std::size_t place) const {
 
 std::vector<SpreadsheetDocument> GroupTables::Documents() const {
     std::vector<SpreadsheetDocument> documents;
-    for (std::size_t place = 0; place < Variables.Continuous.size(); ++place) {
-        documents.push_back(NumberTable(place));
+    if (!Variables.Continuous.empty()) {
+        documents.push_back(NumberTable());
     }
-    for (std::size_t place = 0; place < Variables.Categorical.size(); ++place) {
-        documents.push_back(PercentTable(place));
+    if (!Variables.Categorical.empty()) {
+        documents.push_back(PercentTable());
     }
     if (documents.empty()) {
         SpreadsheetDocument& groups = documents.emplace_back(Begun("Categories of " + Joined(By)));
         for (const Group& group : Groups) {
-            groups.Rows.push_back(RowOf(group, {}));
+            groups.Rows.push_back(RowOf(group));
         }
     }
     return documents;

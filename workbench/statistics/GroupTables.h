@@ -18,8 +18,9 @@ class GroupTables {
     /// Adds the group of a category of each of these variables; its rows are looked at now and not kept.
     void Add(std::vector<std::string> categories, const RowSet& rows);
 
-    /// A table for each continuous variable: mean, deviation, median and quartiles; then one for each categorical one:
-    /// the percents of its categories among the valid cases of each group. Without variables the groups alone.
+    /// A table of the continuous variables side by side: mean, deviation, median and quartiles; then one of the
+    /// categorical ones: the percents of their categories among the valid cases of each group. Without variables the
+    /// groups alone.
     [[nodiscard]] std::vector<SpreadsheetDocument> Documents() const;
 
   private:
@@ -32,9 +33,12 @@ class GroupTables {
     };
 
     [[nodiscard]] SpreadsheetDocument Begun(const std::string& title) const;
-    [[nodiscard]] SpreadsheetRow RowOf(const Group& group, const std::string& variable) const;
-    [[nodiscard]] SpreadsheetDocument NumberTable(std::size_t place) const;
-    [[nodiscard]] SpreadsheetDocument PercentTable(std::size_t place) const;
+    [[nodiscard]] SpreadsheetRow RowOf(const Group& group) const;
+    [[nodiscard]] SpreadsheetDocument NumberTable() const;
+    [[nodiscard]] SpreadsheetDocument PercentTable() const;
+    [[nodiscard]] std::vector<SpreadsheetColumn> NumberColumns(std::size_t place) const;
+    [[nodiscard]] std::vector<SpreadsheetColumn> PercentColumns(std::size_t place) const;
+    [[nodiscard]] std::string TitleOf(const std::vector<std::size_t>& variables, const std::string& several) const;
 
     const std::vector<std::string> By;
     const ComparedVariables Variables;

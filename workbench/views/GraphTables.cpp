@@ -253,11 +253,19 @@ double CasesOf(const MosaicPlot& plot) {
 
 /// A table with the values of variables as people write them.
 SpreadsheetDocument InWords(SpreadsheetDocument sheet) {
+    const auto write = [](SpreadsheetCell& cell, ValueKind kind) {
+        if (const double* value = std::get_if<double>(&cell)) {
+            cell = ValueCell(kind, *value);
+        }
+    };
     for (std::size_t row = 0; row < sheet.Rows.size(); ++row) {
+        std::vector<SpreadsheetCell>& cells = sheet.Rows[row].Cells;
         for (const std::size_t column : sheet.About.ValueColumns) {
-            SpreadsheetCell& cell = sheet.Rows[row].Cells.at(column);
-            if (const double* value = std::get_if<double>(&cell)) {
-                cell = ValueCell(sheet.About.KindOf(row), *value);
+            write(cells.at(column), sheet.About.KindOf(row));
+        }
+        for (std::size_t column = 0; column < std::min(cells.size(), sheet.Columns.size()); ++column) {
+            if (sheet.Columns[column].Kind != ValueKind::Number) {
+                write(cells[column], sheet.Columns[column].Kind);
             }
         }
     }

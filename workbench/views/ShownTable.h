@@ -12,6 +12,7 @@ namespace quillara {
 struct ShownColumn {
     std::vector<std::string> NameLines;
     bool HoldsTexts = false;  ///< shown on the left, not on the right as numbers are
+    std::string Variable{};  ///< whose numbers it holds, in a table of several variables side by side
 };
 
 struct ShownCell {

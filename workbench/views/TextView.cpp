@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <span>
+#include <utility>
 
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/ShownTable.h"
@@ -44,15 +46,20 @@ DrawnColumn ColumnAt(const ShownTable& table, std::size_t index) {
     return column;
 }
 
-/// All columns, their names filled up from above to the same number of lines.
+/// All columns.
 std::vector<DrawnColumn> Drawn(const ShownTable& table) {
     std::vector<DrawnColumn> columns = {RowNames(table)};
     for (std::size_t i = 0; i < table.Columns.size(); ++i) {
         columns.push_back(ColumnAt(table, i));
     }
+    std::ranges::for_each(columns, Measure);
+    return columns;
+}
+
+/// Columns side by side, their names filled up from above to the same number of lines.
+std::vector<DrawnColumn> Levelled(std::vector<DrawnColumn> columns) {
     std::size_t height = 0;
-    for (DrawnColumn& column : columns) {
-        Measure(column);
+    for (const DrawnColumn& column : columns) {
         height = std::max(height, column.NameLines.size());
     }
     for (DrawnColumn& column : columns) {
@@ -81,8 +88,76 @@ std::string Rule(const DrawnColumn& column) {
     return std::string(column.HoldsTexts ? std::min(column.Width, LongestRule) : column.Width, '-');
 }
 
-std::string Drawing(const ShownTable& table) {
-    const std::vector<DrawnColumn> columns = Drawn(table);
+std::size_t WidthOf(std::span<const DrawnColumn> columns) {
+    std::size_t width = 0;
+    for (const DrawnColumn& column : columns) {
+        width += column.Width + ColumnGap.size();
+    }
+    return width;
+}
+
+/// The columns of a table of several variables side by side as blocks that aren't too wide, each behind the names of
+/// the rows; a variable stays in one block where it can. Another table is one block.
+class Blocks {
+  public:
+    explicit Blocks(const ShownTable& table) : Table(table), Columns(Drawn(table)) {
+        Begin();
+        for (std::size_t i = 0; i < table.Columns.size();) {
+            const std::size_t end = EndOfVariable(i);
+            if (WidthOf(std::span(Columns).subspan(i + 1, end - i)) > RoomLeft() && !IsNew && end > i + 1) {
+                Begin();
+            }
+            for (; i < end; ++i) {
+                Put(i);
+            }
+        }
+    }
+
+    std::vector<std::vector<DrawnColumn>> Made;
+
+  private:
+    static constexpr std::size_t Widest = 120;
+
+    /// Texts without a variable name the rows further.
+    void Begin() {
+        Made.push_back({Columns.front()});
+        for (std::size_t i = 0; Made.size() > 1 && i < Table.Columns.size(); ++i) {
+            if (Table.Columns[i].HoldsTexts && Table.Columns[i].Variable.empty()) {
+                Made.back().push_back(Columns[i + 1]);
+            }
+        }
+        IsNew = true;
+    }
+
+    void Put(std::size_t column) {
+        const bool isOfVariable = !Table.Columns[column].Variable.empty();
+        if (isOfVariable && !IsNew && WidthOf(std::span(Columns).subspan(column + 1, 1)) > RoomLeft()) {
+            Begin();
+        }
+        Made.back().push_back(Columns[column + 1]);
+        IsNew = IsNew && !isOfVariable;
+    }
+
+    [[nodiscard]] std::size_t EndOfVariable(std::size_t column) const {
+        std::size_t end = column + 1;
+        const std::string& variable = Table.Columns[column].Variable;
+        while (!variable.empty() && end < Table.Columns.size() && Table.Columns[end].Variable == variable) {
+            ++end;
+        }
+        return end;
+    }
+
+    [[nodiscard]] std::size_t RoomLeft() const {
+        const std::size_t taken = WidthOf(Made.back());
+        return taken < Widest ? Widest - taken : 0;
+    }
+
+    const ShownTable& Table;
+    std::vector<DrawnColumn> Columns;  // the row names first
+    bool IsNew = true;  // the block has no variable yet
+};
+
+std::string Drawing(const ShownTable& table, const std::vector<DrawnColumn>& columns) {
     std::string text;
     for (std::size_t i = 0; i < columns.front().NameLines.size(); ++i) {
         text += Line(columns, [i](const DrawnColumn& column) { return column.NameLines[i]; });
@@ -93,6 +168,14 @@ std::string Drawing(const ShownTable& table) {
     }
     text += table.Rows.empty() ? "(no rows)\n" : "";
     return table.Note.empty() ? text : text + table.Note + '\n';
+}
+
+std::string Drawing(const ShownTable& table) {
+    std::string text;
+    for (std::vector<DrawnColumn>& block : Blocks(table).Made) {
+        text += (text.empty() ? "" : "\n") + Drawing(table, Levelled(std::move(block)));
+    }
+    return text;
 }
 
 /// With an empty line behind them; none above the later ones of several tables of a graph.

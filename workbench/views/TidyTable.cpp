@@ -100,7 +100,13 @@ class TidyRowsOf {
             const RowSubject about = SubjectOf(table, row);
             const std::vector<SpreadsheetCell>& cells = table.Rows[row].Cells;
             for (std::size_t column = firstColumn; column < cells.size() && column < table.Columns.size(); ++column) {
-                Add(about, table.Columns[column].Name, ValueOf(cells[column]));
+                const SpreadsheetColumn& shown = table.Columns[column];
+                if (shown.Variable.empty()) {
+                    Add(about, shown.Name, ValueOf(cells[column]));
+                } else {
+                    Add({shown.Variable + " by " + about.Variable, about.Category}, shown.Statistic,
+                        ValueOf(cells[column]));
+                }
             }
         }
     }
