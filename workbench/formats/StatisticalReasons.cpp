@@ -28,7 +28,9 @@ char MarkOf(double value) {
 struct Key {
     char Mark = '\0';
     double Number = 0.0;
-    friend auto operator<=>(const Key&, const Key&) = default;
+    friend bool operator<(const Key& left, const Key& right) {
+        return left.Mark != right.Mark ? left.Mark < right.Mark : left.Number < right.Number;
+    }
 };
 
 /// The reasons of a column of numbers, with the place of each.

@@ -101,6 +101,18 @@ TEST(MissingReasons, AreReadAndWrittenWithTheirLabelsWhole) {
     }
 }
 
+TEST(MissingReasons, AreReadFromPortableFiles) {
+    StatisticalMaker maker("por");
+    readstat_variable_t* number = maker.Number("Q", {1, 98, 99, Missing, -3});
+    readstat_variable_add_missing_double_range(number, -Infinity, 0);
+    readstat_variable_add_missing_double_value(number, 99);
+    readstat_label_double_value(maker.Labels(number, READSTAT_TYPE_DOUBLE), 99, "Not stated");
+    readstat_variable_add_missing_string_value(maker.Text("T", {"a", "XX", "", "b", "XX"}), "XX");
+    const TemporaryFolder folder;
+    EXPECT_EQ(ShowMissing(ReadDataFile(folder.Put("t.por", maker.Bytes()))),
+              "Q [-inf..0] -3 99=Not stated | 1 98 (99) - (-3); T XX | a (XX) - b (XX)");
+}
+
 TEST(MissingReasons, MarksComeThroughDta) {
     StatisticalMaker maker("dta");
     readstat_label_set_t* labels = maker.Labels(maker.Number("n", {1, Missing, 2}), READSTAT_TYPE_INT32);
@@ -175,7 +187,7 @@ TEST(MissingReasons, GoWithTheCasesAndAreAskedForInFormulas) {
 TEST(MissingReasons, SomeMayBeTakenAsValues) {
     struct Taken {
         ValidCodes Valid;
-        const char* Shown;
+        const char* Shown = "";
     };
     const Taken cases[] = {
         {{"q", {"98"}}, "q 97=Nobody 97.5 99 | 1=Yes 98=Refused (99) - (97.5) 98=Refused"},
