@@ -221,7 +221,7 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
 
     dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
     the first. valid names missing values of the file that are to be values, by code or label, or True for all of a
-    variable, as {"q1": [99, "Refused"], "q2": True}. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". The rest is about delimited text: the character between fields, found from
+    variable, as {"q1": [99, "Refused"], "q2": True}. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". Parquet files need the library of DuckDB. The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
     the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
     "1,234" or "10%" stay texts: otherwise they are read as numbers, "10%" as 0.1, where all of a column are written in one

@@ -1,10 +1,12 @@
 """Tables in workbooks, databases and packed text: the same as from csv, bit by bit; damaged ones are one line."""
 
 import csv
+import ctypes
 import datetime
 import gzip
 import io
 import json
+import os
 import pathlib
 import random
 import sqlite3
@@ -297,3 +299,77 @@ def test_standard_output_takes_data_of_any_format(tmp_path):
         run("convert", saved, "-").stdout
     written = run("convert", SURVEY, "-", "--format", "xlsx").stdout
     assert len(list(openpyxl.load_workbook(io.BytesIO(written)).active.rows)) == 2001
+
+
+def test_a_part_that_unpacks_without_end_is_refused(tmp_path):
+    path = tmp_path / "bomb.xlsx"
+    done = run("convert", SURVEY, path)
+    sound = zipfile.ZipFile(path)
+    parts = {name: sound.read(name) for name in sound.namelist()}
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as bomb:
+        for name, content in parts.items():
+            filler = b" " * (300 << 20) if name.endswith("sheet1.xml") else b""
+            bomb.writestr(name, content.replace(b"<sheetData>", b"<sheetData>" + filler))
+    done = run("info", path)
+    assert (done.returncode, done.stdout) == (1, b"") and done.stderr.decode() == (
+        f'quillara: "{path}" can\'t be read: a part of it unpacks to more than 200 times its size, as that of no workbook does.\n')
+
+
+def duckdb_library():
+    """The library, where the system or QUILLARA_DUCKDB offers it."""
+    try:
+        return ctypes.CDLL(os.environ.get("QUILLARA_DUCKDB") or "libduckdb.so")
+    except OSError:
+        return None
+
+
+def make_parquet(library, path, query):
+    database, connection = ctypes.c_void_p(), ctypes.c_void_p()
+    assert library.duckdb_open(None, ctypes.byref(database)) == 0
+    assert library.duckdb_connect(database, ctypes.byref(connection)) == 0
+    copy = f"COPY ({query}) TO '{path}' (FORMAT parquet)".encode()
+    assert library.duckdb_query(connection, copy, None) == 0
+    library.duckdb_disconnect(ctypes.byref(connection))
+    library.duckdb_close(ctypes.byref(database))
+
+
+def test_parquet_without_the_library_says_what_to_install(tmp_path, monkeypatch):
+    path = tmp_path / "t.parquet"
+    path.write_bytes(b"PAR1 PAR1")
+    for place, which in (("", "isn't installed"), ("/nowhere/l.so", "isn't there as /nowhere/l.so, which QUILLARA_DUCKDB names")):
+        monkeypatch.setenv("QUILLARA_DUCKDB", place)
+        if not place and duckdb_library():
+            continue
+        for name in (path, f"parquet:{path}"):
+            done = run("info", name)
+            assert (done.returncode, done.stdout, done.stderr.decode()) == (1, b"", (
+                f'quillara: "{path}" is a Parquet file, which is read by the library of DuckDB (libduckdb.so), which {which}; '
+                "get it from duckdb.org and put it where the system finds libraries, or name its file in QUILLARA_DUCKDB.\n"))
+    path.write_bytes(b"a,b")
+    assert run("info", f"parquet:{path}").stderr.decode() == f'quillara: "{path}" is no Parquet file.\n'
+
+
+@pytest.mark.skipif(not duckdb_library(), reason="the library of DuckDB isn't there; QUILLARA_DUCKDB may name it")
+def test_parquet_is_the_same_table_as_csv(tmp_path):
+    path = tmp_path / "it's [1].parquet"
+    make_parquet(duckdb_library(), str(path).replace("'", "''"), """
+        SELECT i AS "Id, 1", i / 3.0::DOUBLE AS third, CASE WHEN i <> 1 THEN 'é, "' || i END AS text, i = 1 AS even,
+            DATE '2024-01-31' + i::INTEGER AS day, TIMESTAMP '2024-01-01' + INTERVAL (i * 12) HOUR AS moment,
+            TIMESTAMPTZ '2024-01-01 10:30:00+02' AS zone, TIME '10:30:00' AS clock, (i / 4)::DECIMAL(9,2) AS money, [i, 1] AS list,
+            'x'::BLOB AS raw, (i * 1.1)::FLOAT AS f, CASE WHEN i = 1 THEN 'nan'::DOUBLE ELSE i END AS n FROM range(3) t(i)""")
+    done = run("convert", path, "-")
+    assert done.stderr.decode() == 'Columns of "it\'s [1].parquet" that hold bytes are left out: "raw".\n'
+    assert done.stdout.decode() == (
+        '"Id, 1",third,text,even,day,moment,zone,clock,money,list,f,n\n'
+        '0,0,"é, ""0",FALSE,2024-01-31,2024-01-01,2024-01-01T08:30:00+00:00,10:30:00,0,"[0, 1]",0,0\n'
+        '1,0.3333333333333333,,TRUE,2024-02-01,2024-01-01T12:00:00,2024-01-01T08:30:00+00:00,10:30:00,0.25,"[1, 1]",1.1,\n'
+        '2,0.6666666666666666,"é, ""2",FALSE,2024-02-02,2024-01-02,2024-01-01T08:30:00+00:00,10:30:00,0.5,"[2, 1]",2.2,2\n')
+    for query, text in (("SELECT 'inf'::DOUBLE AS x", "infinite number"), ("SELECT 'x'::BLOB AS x", "nothing but bytes")):
+        make_parquet(duckdb_library(), tmp_path / "odd.parquet", query)
+        done = run("info", tmp_path / "odd.parquet")
+        assert done.returncode == 1 and text in done.stderr.decode()
+    sound = path.read_bytes()
+    for place in range(0, len(sound), 97):
+        path.write_bytes(sound[:place])
+        done = run("info", path, "--quiet")
+        assert (done.returncode, done.stdout, done.stderr.count(b"\n")) == (1, b"", 1), (place, done)

@@ -155,7 +155,8 @@ void AddDataFile(CLI::App& command, const std::string& name, std::string& file) 
     const auto take = [&file](const std::string& value) { file = OrStandardInput(value); };
     AddValue(command, name, take,
              "data file: " + ReadFormats() +
-                 "; sqlite:FILE?table=NAME or sqlite:FILE?query=SQL, of a database, or odbc:NAME?query=SQL; - for "
+                 "; sqlite:FILE?table=NAME or sqlite:FILE?query=SQL, of a database, odbc:NAME?query=SQL or "
+                 "parquet:FILE; - for "
                  "delimited text from standard "
                  "input, also packed")
         ->type_name("")

@@ -22,6 +22,7 @@
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/formats/FileSignature.h"
 #include "workbench/formats/OdbcReader.h"
+#include "workbench/formats/ParquetReader.h"
 #include "workbench/formats/ReadBack.h"
 #include "workbench/formats/ReasonLosses.h"
 #include "workbench/formats/SourceName.h"
@@ -240,11 +241,23 @@ std::vector<std::string> WriteSheet(const DataTable& table, const std::string& p
         [&](const std::string& temporary) { return ReadWorkbook(temporary, readingBack); });
 }
 
+DataTable ReadDatabase(const DatabaseSource& source, const ReadOptions& options) {
+    switch (source.Kind) {
+        case DatabaseKind::Parquet:
+            return ReadParquet(source.Place, options);
+        case DatabaseKind::Odbc:
+            return ReadOdbc(source, options);
+        case DatabaseKind::Sqlite:
+            break;
+    }
+    return ReadSqlite(source, options);
+}
+
 }  // namespace
 
 DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
     if (const std::optional<DatabaseSource> source = DatabaseSourceOf(path)) {
-        return source->Kind == DatabaseKind::Sqlite ? ReadSqlite(*source, options) : ReadOdbc(*source, options);
+        return ReadDatabase(*source, options);
     }
     const std::string format = FormatOf(path);
     const FileFormat* found = FindFileFormat(format);
@@ -255,8 +268,10 @@ DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
             return ReadColumnFile(path, options);
         case FormatKind::Workbook:
             return ReadWorkbook(path, options);
-        case FormatKind::Database:
-            return ReadSqlite({.Place = path, .Name = NameOfFile(path)}, options);
+        case FormatKind::Database: {
+            const DatabaseKind kind = format == "parquet" ? DatabaseKind::Parquet : DatabaseKind::Sqlite;
+            return ReadDatabase({.Kind = kind, .Place = path, .Name = NameOfFile(path)}, options);
+        }
         case FormatKind::DelimitedText:
         case FormatKind::PackedText:
             break;

@@ -40,6 +40,7 @@ inline constexpr auto FileFormats = std::to_array<FileFormat>({
     {"sqlite",   FormatKind::Database,      false, "a table of an SQLite database",          ""},
     {"sqlite3",  FormatKind::Database,      false, "the same",                ""},
     {"db",       FormatKind::Database,      false, "the same",                ""},
+    {"parquet",  FormatKind::Database,      false, "columns, where the library of DuckDB is installed", ""},
 });
 // clang-format on
 

@@ -41,7 +41,7 @@ constexpr auto Signatures = std::to_array<Signature>({
     {"BZh",                     "1AY&SY",                   {"bz2", "a bzip2 archive", Unpack}},
     {"\xFD" "7zXZ",             "",                         {"xz", "an xz archive", Unpack}},
     {"7z\xBC\xAF",              "",                         {"7z", "a 7z archive", Unpack}},
-    {"PAR1",                    "",                         {"parquet", "a Parquet file", SaveAsCsv}},
+    {"PAR1",                    "",                         {"parquet"}},
     {"ARROW1",                  "",                         {"feather", "an Arrow file", SaveAsCsv}},
     {"SQLite format 3",         "",                         {"sqlite"}},
     {"%PDF-",                   "",                         {"pdf", "a PDF document", SaveAsCsv}},

@@ -12,9 +12,10 @@
 namespace quillara {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, DatabaseKind>, 2> SchemesOfDatabases{{
+constexpr std::array<std::pair<std::string_view, DatabaseKind>, 3> SchemesOfDatabases{{
     {"sqlite:", DatabaseKind::Sqlite},
     {"odbc:", DatabaseKind::Odbc},
+    {"parquet:", DatabaseKind::Parquet},
 }};
 
 void TakePart(std::string_view part, DatabaseSource& source) {
@@ -46,7 +47,7 @@ std::optional<DatabaseSource> DatabaseSourceOf(const std::string& path) {
         if (!path.starts_with(scheme)) {
             continue;
         }
-        const std::size_t question = path.find('?');
+        const std::size_t question = kind == DatabaseKind::Parquet ? std::string::npos : path.find('?');
         const std::size_t end = std::min(question, path.size());
         DatabaseSource source{.Kind = kind, .Place = path.substr(scheme.size(), end - scheme.size())};
         if (source.Place.empty()) {

@@ -6,7 +6,7 @@
 
 namespace quillara {
 
-enum class DatabaseKind { Sqlite, Odbc };
+enum class DatabaseKind { Sqlite, Odbc, Parquet };
 
 /// A database and what is read of it.
 struct DatabaseSource {
@@ -18,8 +18,8 @@ struct DatabaseSource {
 };
 
 /// What stands for a database in place of a data file: sqlite:FILE, odbc:NAME or odbc:CONNECTION, with ?table=NAME or
-/// ?query=SQL behind it, all up to the end. Nothing for any other text. Throws UsageError when no place is named, or
-/// something else behind the question mark.
+/// ?query=SQL behind it, all up to the end; parquet:FILE, a file that is one table. Nothing for any other text. Throws
+/// UsageError when no place is named, or something else behind the question mark.
 [[nodiscard]] std::optional<DatabaseSource> DatabaseSourceOf(const std::string& path);
 
 /// The error of a database that hasn't exactly one table where none was named; `place` is what a table is named behind.

@@ -2,8 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "workbench/data/Errors.h"
@@ -156,6 +159,24 @@ std::string TextOfQuery(const SqliteConnection& connection, const std::string& q
     return rows.Take();
 }
 
+std::uint64_t NumberIn(std::string_view header, std::size_t place, std::size_t bytes) {
+    std::uint64_t number = 0;
+    for (const char byte : header.substr(place, bytes)) {
+        number = number << 8U | static_cast<unsigned char>(byte);
+    }
+    return number;
+}
+
+/// Where a file ends within its last page, SQLite reads zeros in place of what is gone.
+bool IsCutShort(const std::string& path, std::string_view header) {
+    constexpr std::size_t lengthOfHeader = 100;
+    const bool knowsPages = header.size() >= lengthOfHeader && NumberIn(header, 24, 4) == NumberIn(header, 92, 4);
+    const std::uint64_t bytesOfPage = header.size() < lengthOfHeader ? 0 : NumberIn(header, 16, 2);
+    std::error_code error;
+    const std::uint64_t size = std::filesystem::file_size(path, error);
+    return !error && knowsPages && size < NumberIn(header, 28, 4) * (bytesOfPage == 1 ? 65536 : bytesOfPage);
+}
+
 }  // namespace
 
 DataTable ReadSqlite(const DatabaseSource& source, const ReadOptions& options) {
@@ -165,6 +186,9 @@ DataTable ReadSqlite(const DatabaseSource& source, const ReadOptions& options) {
     const std::string beginning = ReadBytes(source.Place, monitor, SignatureLength);
     if (FileContentOf(beginning, "").Extension != "sqlite") {
         throw DataError("\"" + source.Place + "\" is no SQLite database.");
+    }
+    if (IsCutShort(source.Place, beginning)) {
+        throw DataError("\"" + source.Place + "\" can't be read; it is damaged or cut short.");
     }
     const SqliteConnection connection(source.Place, options.Cancelled);
     std::string text = TextOfQuery(connection, QueryOf(source, connection), source.Place, monitor);

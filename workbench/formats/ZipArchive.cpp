@@ -2,7 +2,9 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -10,6 +12,10 @@
 
 namespace quillara {
 namespace {
+
+// What no workbook does: parts that unpack to so much, and to so many times what they are packed.
+constexpr std::uint64_t MostUnpacked = std::uint64_t{256} << 20U;
+constexpr std::uint64_t MostTimes = 200;
 
 struct EntryCloser {
     void operator()(zip_file_t* entry) const { zip_fclose(entry); }
@@ -47,6 +53,11 @@ void ZipArchive::Read(const std::string& entry, WorkMonitor& monitor,
         }
         RefuseDamaged();
     }
+    zip_stat_t facts{};
+    const bool isKnown = zip_stat_index(Archive.get(), static_cast<zip_uint64_t>(place), 0, &facts) == 0 &&
+                         (facts.valid & ZIP_STAT_COMP_SIZE) != 0;
+    const std::uint64_t most = std::max(MostUnpacked, isKnown ? facts.comp_size * MostTimes : 0);
+    std::uint64_t unpacked = 0;
     std::string room(std::size_t{64} * 1024, '\0');
     while (true) {
         const zip_int64_t got = zip_fread(opened.get(), room.data(), room.size());
@@ -55,6 +66,11 @@ void ZipArchive::Read(const std::string& entry, WorkMonitor& monitor,
         }
         if (got == 0) {
             return;
+        }
+        unpacked += static_cast<std::uint64_t>(got);
+        if (unpacked > most) {
+            throw DataError("\"" + File + "\" can't be read: a part of it unpacks to more than " +
+                            std::to_string(MostTimes) + " times its size, as that of no workbook does.");
         }
         take(std::string_view(room).substr(0, static_cast<std::size_t>(got)));
         monitor.Advance(static_cast<std::size_t>(got));

@@ -21,7 +21,8 @@ class ZipArchive {
     [[nodiscard]] const std::string& Path() const { return File; }
     [[nodiscard]] bool Has(const std::string& entry) const;
     /// Gives the bytes of an entry to `take`, piece by piece. Throws DataError,
-    /// naming the file, when there is no such entry or it is damaged.
+    /// naming the file, when there is no such entry, when it is damaged, and when it unpacks to more than 256 MiB and
+    /// 200 times its size.
     void Read(const std::string& entry, WorkMonitor& monitor,
               const std::function<void(std::string_view piece)>& take) const;
 

@@ -172,7 +172,7 @@ TEST(FileFormats, TheReadmeHasTheirTable) {
         << FormatTable();
     EXPECT_EQ(ReadFormats(),
               "csv and other delimited text, sav, zsav, por, dta, sas7bdat, xpt, qtable, gz, zst, "
-              "xlsx, xlsm, ods, sqlite, sqlite3, db");
+              "xlsx, xlsm, ods, sqlite, sqlite3, db, parquet");
     EXPECT_EQ(WrittenFormats(), "csv, sav, zsav, dta, qtable or xlsx");
 }
 

@@ -1,0 +1,293 @@
+#include "workbench/formats/ParquetReader.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/formats/DelimitedTable.h"
+#include "workbench/formats/DuckDbLibrary.h"
+#include "workbench/formats/FieldRows.h"
+#include "workbench/formats/FileBytes.h"
+#include "workbench/formats/FileSignature.h"
+
+namespace quillara {
+namespace {
+
+using Duck = DuckDbLibrary;
+
+/// The first line of what the library says, without its end.
+std::string FirstLineOf(const char* message) {
+    std::string line = message == nullptr ? "it is damaged" : message;
+    line.resize(std::min(line.find_first_of("\r\n"), line.size()));
+    line.erase(line.find_last_not_of(" .:") + 1);
+    return line;
+}
+
+/// A text as it stands in a query.
+std::string TextInQuery(std::string_view text) {
+    std::string quoted = "'";
+    for (const char character : text) {
+        quoted.append(character == '\'' ? 2 : 1, character);
+    }
+    return quoted + '\'';
+}
+
+/// A handle of the library, let go by one of its functions.
+class DuckHandle {
+  public:
+    explicit DuckHandle(void (*letGo)(Duck::Handle*)) : LetGo(letGo) {}
+    DuckHandle(const DuckHandle&) = delete;
+    DuckHandle& operator=(const DuckHandle&) = delete;
+    ~DuckHandle() {
+        if (Held != nullptr) {
+            LetGo(&Held);
+        }
+    }
+
+    [[nodiscard]] Duck::Handle Get() const { return Held; }
+    [[nodiscard]] Duck::Handle* Room() { return &Held; }
+
+  private:
+    void (*LetGo)(Duck::Handle*);
+    Duck::Handle Held = nullptr;
+};
+
+/// What a query has given.
+class DuckResult {
+  public:
+    explicit DuckResult(const Duck& library) : Library(library) {}
+    DuckResult(const DuckResult&) = delete;
+    DuckResult& operator=(const DuckResult&) = delete;
+    ~DuckResult() { Library.DestroyResult(&Held); }
+
+    [[nodiscard]] Duck::Result& Get() { return Held; }
+
+  private:
+    const Duck& Library;
+    Duck::Result Held{};
+};
+
+/// Takes the texts of one row; an empty pointer is NULL.
+using RowTaker = std::function<void(const std::vector<const Duck::Text*>& row)>;
+
+std::string_view TextIn(const Duck::Text& text) {
+    constexpr std::uint32_t mostInPlace = 12;
+    return {text.Length <= mostInPlace ? text.Front : text.Whole, text.Length};
+}
+
+/// A database in memory that reads a file.
+class DuckSession {
+  public:
+    DuckSession(std::string path, const ReadOptions& options, WorkMonitor& monitor)
+        : Path(std::move(path)),
+          Monitor(monitor),
+          Library(Duck::Get("\"" + Path + "\" is a Parquet file, which is read")),
+          Database(Library.Close),
+          Connection(Library.Disconnect) {
+        DuckHandle config(Library.DestroyConfig);
+        Require(Library.CreateConfig(config.Room()), nullptr);
+        const auto set = [&](const char* name, const std::string& value) {
+            Require(Library.SetConfig(config.Get(), name, value.c_str()), nullptr);
+        };
+        set("autoinstall_known_extensions", "false");  // nothing is fetched
+        set("autoload_known_extensions", "false");
+        set("temp_directory", "");  // no files beside the data
+        if (options.Threads > 0) {
+            set("threads", std::to_string(options.Threads));
+        }
+        char* error = nullptr;
+        const Duck::State state = Library.OpenExtended(nullptr, Database.Room(), config.Get(), &error);
+        const std::string told = FirstLineOf(error);
+        Library.Free(error);
+        Require(state, told.c_str());
+        Require(Library.Connect(Database.Get(), Connection.Room()), nullptr);
+    }
+
+    /// Gives the rows of a query whose columns are all texts.
+    void Ask(const std::string& query, std::size_t columns, const RowTaker& take) {
+        DuckHandle statement(Library.DestroyPrepare);
+        const Duck::State state = Library.Prepare(Connection.Get(), query.c_str(), statement.Room());
+        Require(state, Library.PrepareError(statement.Get()));
+        DuckResult result(Library);
+        Run(statement.Get(), result);
+        std::vector<const Duck::Text*> row(columns);
+        while (true) {
+            DuckHandle chunk(Library.DestroyChunk);
+            *chunk.Room() = Library.FetchChunk(result.Get());
+            if (chunk.Get() == nullptr) {
+                return;
+            }
+            TakeChunk(chunk.Get(), row, take);
+        }
+    }
+
+  private:
+    void Require(Duck::State state, const char* message) const {
+        if (state != Duck::Done) {
+            throw DataError("\"" + Path + "\" can't be read: " + FirstLineOf(message) + ".");
+        }
+    }
+
+    void Run(Duck::Handle statement, DuckResult& result) {
+        DuckHandle pending(Library.DestroyPending);
+        const Duck::State state = Library.PendingPrepared(statement, pending.Room());
+        Require(state, Library.PendingError(pending.Get()));
+        constexpr int tasksPerLook = 16;
+        Duck::Pending progress = Duck::NotReady;
+        for (int task = 0; progress == Duck::NotReady || progress == Duck::NoTask; ++task) {
+            progress = Library.PendingExecuteTask(pending.Get());
+            if (progress == Duck::NoTask) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+            if (task % tasksPerLook == 0) {
+                Monitor.RequireMemory(0);
+            }
+            Monitor.Check();
+        }
+        Require(progress == Duck::Ready ? Duck::Done : Duck::Failed, Library.PendingError(pending.Get()));
+        const Duck::State done = Library.ExecutePending(pending.Get(), &result.Get());
+        Require(done, Library.ResultError(&result.Get()));
+    }
+
+    void TakeChunk(Duck::Handle chunk, std::vector<const Duck::Text*>& row, const RowTaker& take) const {
+        struct TextVector {
+            const Duck::Text* Texts;
+            const std::uint64_t* Validity;  // a bit each; null: all are valid
+        };
+        std::vector<TextVector> vectors;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            const Duck::Handle vector = Library.ChunkVector(chunk, column);
+            vectors.push_back(
+                {static_cast<const Duck::Text*>(Library.VectorData(vector)), Library.VectorValidity(vector)});
+        }
+        const Duck::Index rows = Library.ChunkSize(chunk);
+        for (Duck::Index i = 0; i < rows; ++i) {
+            for (std::size_t column = 0; column < row.size(); ++column) {
+                const auto& [texts, validity] = vectors[column];
+                const bool isValid = validity == nullptr || (validity[i / 64] >> i % 64 & 1U) != 0;
+                row[column] = isValid ? &texts[i] : nullptr;
+            }
+            take(row);
+        }
+    }
+
+    std::string Path;
+    WorkMonitor& Monitor;
+    const Duck& Library;
+    DuckHandle Database;
+    DuckHandle Connection;
+};
+
+struct ParquetColumn {
+    std::string Name;
+    std::string Type;  // as SQL calls it
+
+    [[nodiscard]] bool HoldsBytes() const { return Type == "BLOB"; }
+    [[nodiscard]] bool IsFloating() const { return Type == "DOUBLE" || Type == "FLOAT"; }
+};
+
+std::string SourceInQuery(const std::string& path) {
+    return "read_parquet(" + TextInQuery(path) + ")";
+}
+
+std::vector<ParquetColumn> ColumnsOf(DuckSession& session, const std::string& path) {
+    std::vector<ParquetColumn> columns;
+    session.Ask("SELECT column_name, column_type FROM (DESCRIBE SELECT * FROM " + SourceInQuery(path) + ")", 2,
+                [&](const std::vector<const Duck::Text*>& row) {
+                    columns.push_back({std::string(TextIn(*row[0])), std::string(TextIn(*row[1]))});
+                });
+    return columns;
+}
+
+/// The text of a column in a query that calls it `name`.
+std::string TextOfColumn(const ParquetColumn& column, const std::string& name) {
+    const std::string text = "CAST(" + name + " AS VARCHAR)";
+    if (column.Type == "BOOLEAN") {
+        return "upper(" + text + ")";
+    }
+    if (column.IsFloating()) {
+        return "CASE WHEN isnan(" + name + ") THEN NULL ELSE " + text + " END";
+    }
+    if (column.Type.starts_with("TIMESTAMP")) {
+        const std::string withoutMidnight = "regexp_replace(" + text + ", ' 00:00:00$', '')";
+        return "regexp_replace(replace(" + withoutMidnight + ", ' ', 'T'), '(T.*[+-][0-9]{2})$', '\\1:00')";
+    }
+    return text;
+}
+
+/// The query for the texts of all columns but those of bytes; by their places, whatever their names are.
+std::string QueryFor(const std::vector<ParquetColumn>& columns, const std::string& path) {
+    std::string texts;
+    std::string names;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::string name = "c" + std::to_string(i);
+        names += (i == 0 ? "" : ", ") + name;
+        if (!columns[i].HoldsBytes()) {
+            texts += (texts.empty() ? "" : ", ") + TextOfColumn(columns[i], name);
+        }
+    }
+    return "SELECT " + texts + " FROM " + SourceInQuery(path) + " AS t(" + names + ")";
+}
+
+std::vector<ParquetColumn> WithoutBytes(const std::vector<ParquetColumn>& columns, const std::string& path,
+                                        const ReadOptions& options) {
+    std::vector<ParquetColumn> kept;
+    std::vector<std::string> leftOut;
+    for (const ParquetColumn& column : columns) {
+        column.HoldsBytes() ? leftOut.push_back(column.Name) : kept.push_back(column);
+    }
+    if (kept.empty()) {
+        throw DataError("\"" + path + "\" can't be read: its columns hold nothing but bytes.");
+    }
+    if (!leftOut.empty() && options.Noticed) {
+        options.Noticed({"bytes-left-out", "Columns of " + Quoted(NameOfFile(path)) +
+                                               " that hold bytes are left out: " + QuotedList(leftOut) + "."});
+    }
+    return kept;
+}
+
+std::string TextOfParquet(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    DuckSession session(path, options, monitor);
+    const std::vector<ParquetColumn> all = ColumnsOf(session, path);
+    const std::vector<ParquetColumn> columns = WithoutBytes(all, path, options);
+    FieldRows rows(path, monitor);
+    for (const ParquetColumn& column : columns) {
+        rows.Add(column.Name);
+    }
+    rows.EndRow();
+    session.Ask(QueryFor(all, path), columns.size(), [&](const std::vector<const Duck::Text*>& row) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const std::string_view text = row[i] == nullptr ? std::string_view() : TextIn(*row[i]);
+            if (columns[i].IsFloating() && text.ends_with("inf")) {
+                rows.AddNumber(std::numeric_limits<double>::infinity());
+            } else {
+                rows.Add(text);
+            }
+        }
+        rows.EndRow();
+    });
+    return rows.Take();
+}
+
+}  // namespace
+
+DataTable ReadParquet(const std::string& path, const ReadOptions& options) {
+    WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
+    monitor.TellCountsTo(options.Received);
+    if (FileContentOf(ReadBytes(path, monitor, SignatureLength), "").Extension != "parquet") {
+        throw DataError("\"" + path + "\" is no Parquet file.");
+    }
+    DataTable table = TableOfRows(TextOfParquet(path, options, monitor), path, options, monitor);
+    table.FileName = NameOfFile(path);
+    return table;
+}
+
+}  // namespace quillara
