@@ -19,10 +19,10 @@ using namespace quillara;
 
 namespace {
 
-std::string Painted(const GraphDocument& graph, bool isDark) {
+std::string Painted(const GraphDocument& graph, PictureUse use) {
     ChartLook look;
-    look.Dark = isDark;
-    return PaintChart(graph, look, ChartFormat::Svg);
+    look.Dark = use == PictureUse::DarkPage;
+    return PaintChart(graph, look, use == PictureUse::Workbook ? ChartFormat::Png : ChartFormat::Svg);
 }
 
 /// What a report says beside its documents.
@@ -35,7 +35,7 @@ struct ReportTexts {
 /// The documents of all analyses, as drill shows them.
 std::string Shown(OutputFormat format, const ReportTexts& report) {
     std::vector<OutputCollection> runs = ScriptOutputs::All();
-    if (format == OutputFormat::Html) {
+    if (HasPictures(format)) {
         for (OutputCollection& run : runs) {
             run = Titled(std::move(run), {});
             run.Title = report.Title;

@@ -9,6 +9,7 @@ import json
 import os
 import pathlib
 import random
+import re
 import sqlite3
 import subprocess
 import warnings
@@ -192,6 +193,17 @@ def test_workbooks_are_written(tmp_path):
     sheet = book["frequencies region"]
     assert [cell.value for cell in sheet[sheet.max_row]] == ["Southern Islands", 94, 1077, 94 / 1077 * 100, 100]
     assert sheet.freeze_panes == "A6" and sheet["D6"].number_format == "0.00"
+    with zipfile.ZipFile(results) as archive:
+        for i, name in enumerate(book.sheetnames, 1):
+            drawing = f"xl/drawings/drawing{i}.xml"
+            assert name.startswith("histograms") == (drawing in archive.namelist())
+            if name.startswith("histograms"):
+                relations = [archive.read(part).decode() for part in (f"xl/worksheets/_rels/sheet{i}.xml.rels",
+                                                                       f"xl/drawings/_rels/drawing{i}.xml.rels")]
+                assert f"../drawings/drawing{i}.xml" in relations[0]
+                image = re.search(r"\.\./(media/image\d+\.png)", relations[1]).group(1)
+                assert archive.read("xl/" + image).startswith(b"\x89PNG")
+                assert f'cx="{900 * 9525}" cy="{600 * 9525}"' in archive.read(drawing).decode()
 
 
 def test_convert_takes_some_cases_and_labels(tmp_path):

@@ -69,18 +69,30 @@ void ChartKey::update(UpdatePhase phase) {
     ChartElement::update(phase);
 }
 
-void ChartKey::Fit() {
-    const QRect picture = parentPlot()->plotLayout()->rect();
-    const double most = MostOfPicture * picture.height() - LineHeight(Style.Text());
-    Entries = All;
-    for (std::size_t shown = All.size(); shown > FewEntries / 2 && All.size() > FewEntries; --shown) {
-        if (Places(picture.width()).back().y() <= most) {
-            return;
-        }
-        Entries.assign(All.begin(), All.begin() + static_cast<std::ptrdiff_t>(shown - 1));
-        Entries.push_back(
-            {KeyEntry::Sign::None, Style.Ink, {}, QStringLiteral("and %1 more").arg(All.size() - Entries.size())});
+/// So many of all, and how many more there are.
+std::vector<KeyEntry> ChartKey::First(std::size_t shown) const {
+    std::vector<KeyEntry> first(All.begin(), All.begin() + static_cast<std::ptrdiff_t>(shown));
+    if (shown < All.size()) {
+        first.push_back({KeyEntry::Sign::None, Style.Ink, {}, QStringLiteral("and %1 more").arg(All.size() - shown)});
     }
+    return first;
+}
+
+void ChartKey::Fit() {
+    const QSize picture = parentPlot()->plotLayout()->rect().size();
+    if (All.size() <= FewEntries || picture == FittedTo) {
+        return;
+    }
+    FittedTo = picture;
+    const double most = MostOfPicture * picture.height() - LineHeight(Style.Text());
+    std::size_t fitting = FewEntries / 2;
+    std::size_t beyond = All.size() + 1;
+    while (fitting + 1 < beyond) {
+        const std::size_t middle = (fitting + beyond) / 2;
+        Entries = First(middle);
+        (Places(picture.width()).back().y() <= most ? fitting : beyond) = middle;
+    }
+    Entries = First(fitting);
 }
 
 /// The left ends of the entries, in rows from y = 0 on; each row begins at x = 0.
@@ -88,9 +100,12 @@ std::vector<QPointF> ChartKey::Places(double width) const {
     const TextStyle text = Style.Text();
     std::vector<QPointF> places;
     QPointF at(0.0, 0.0);
-    for (const KeyEntry& entry : Entries) {
-        const double needed = SignRoom(entry) + TextWidth(entry, width);
-        if (at.x() > 0.0 && at.x() + needed > width) {
+    for (auto entry = Entries.begin(); entry != Entries.end(); ++entry) {
+        const auto roomFor = [&](const KeyEntry& one) { return SignRoom(one) + TextWidth(one, width); };
+        const double needed = roomFor(*entry);
+        const bool hasNext = entry->IsHeading && entry + 1 != Entries.end();
+        const double together = needed + (hasNext ? EntryGap + roomFor(*(entry + 1)) : 0.0);
+        if (at.x() > 0.0 && at.x() + together > width) {
             at = {0.0, at.y() + LineHeight(text) + 2.0};
         }
         places.push_back(at);

@@ -13,6 +13,7 @@ struct KeyEntry {
     QColor Color;
     QCPScatterStyle Marker;  ///< of the kind Marker
     QString Text;
+    bool IsHeading = false;  ///< of the entries behind it: stays beside the next one
 };
 
 /// A legend below a plot: entries beside each other, in as many rows as it takes. Of many entries those for which a
@@ -31,10 +32,12 @@ class ChartKey : public ChartElement {
   private:
     [[nodiscard]] std::vector<QPointF> Places(double width) const;
     [[nodiscard]] double TextWidth(const KeyEntry& entry, double width) const;
+    [[nodiscard]] std::vector<KeyEntry> First(std::size_t shown) const;
     void Fit();
 
     const std::vector<KeyEntry> All;
     std::vector<KeyEntry> Entries;  // that are shown
+    QSize FittedTo;
     std::vector<QRectF> Signs;
 };
 

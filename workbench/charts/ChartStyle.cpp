@@ -57,6 +57,7 @@ ChartStyle StyleOf(const ChartLook& look) {
     style.MissingHatch = look.Dark ? QColor(0xA0, 0xA4, 0xAA) : QColor(0x80, 0x80, 0x80);
     style.OtherFill = look.Dark ? QColor(0x6C, 0x71, 0x78) : QColor(0xBC, 0xBC, 0xBC);
     style.TextSize = TextSizeOf(look);
+    style.Picture = QSizeF(look.Width, look.Height);
     return style;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QSizeF>
 
 #include "workbench/charts/ChartFile.h"
 #include "workbench/charts/ChartTexts.h"
@@ -20,6 +21,7 @@ struct ChartStyle {
     QColor MissingHatch;  ///< slanted lines of this colour
     QColor OtherFill;  ///< of categories that were gathered
     double TextSize = 12.0;  ///< pixels
+    QSizeF Picture;  ///< pixels
 
     [[nodiscard]] TextStyle Heading() const;
     [[nodiscard]] TextStyle Text() const;

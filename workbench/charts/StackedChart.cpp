@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
+#include <utility>
 
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartArea.h"
 #include "workbench/charts/ChartColors.h"
+#include "workbench/charts/ChartKey.h"
 #include "workbench/charts/ChartKinds.h"
 #include "workbench/charts/StackedLayers.h"
 
@@ -14,6 +17,10 @@ namespace {
 constexpr double LeastEdgedHeight = 3.0;  // pixels; thinner layers would be nothing but edge
 constexpr double TextRoom = 8.0;  // pixels around the text of a layer
 constexpr int MostLabels = 20;
+// Of the picture, what the columns have at least: layers that have no room for their names there are named in the key.
+constexpr double LeastAreaWidth = 0.8;
+constexpr double LeastAreaHeight = 0.5;
+constexpr std::size_t MostKeysOfColumn = 8;
 
 class StackedArea : public ChartArea {
   public:
@@ -129,10 +136,75 @@ void StackedArea::ArrangeMarks() {
     }
 }
 
+/// Of what a column is at least as wide and the area as high.
+QSizeF LeastRoomOf(const StackedPlot& chart, const ChartStyle& style) {
+    const double width = chart.Series.front().Width * LeastAreaWidth * style.Picture.width();
+    return {width / std::max(1.0, chart.X.Max - chart.X.Min), LeastAreaHeight * style.Picture.height()};
+}
+
+/// The layers of a column that are too thin for their names, the largest first.
+std::vector<StackedLayer> UnnamedLayers(const StackedPlot& chart, std::size_t column, const ChartStyle& style) {
+    const QSizeF area = LeastRoomOf(chart, style);
+    std::vector<StackedLayer> unnamed;
+    for (const StackedLayer& layer : LayersOf(chart, column, 100.0 / std::max(1.0, area.height()))) {
+        const QSizeF room(area.width() - TextRoom, layer.Share() / 100.0 * area.height() - 2.0);
+        const QString percent = PercentText(layer.Share(), 100.0);
+        const QStringList lines = LayerLines(layer, style.Text(), room);
+        if (!NameOf(layer).isEmpty() && (lines.isEmpty() || lines == QStringList{percent})) {
+            unnamed.push_back(layer);
+        }
+    }
+    std::ranges::stable_sort(unnamed, std::greater(), &StackedLayer::Share);
+    return unnamed;
+}
+
+QColor LayerFill(const StackedLayer& layer, std::size_t column, const ChartStyle& style) {
+    return layer.IsMissing ? style.MissingFill : LayerColor(static_cast<int>(column), layer.Shade, style.IsDark);
+}
+
+/// The entries of a column: its name, its layers, and how many more there are.
+void AddUnnamed(std::vector<KeyEntry>& entries, const QString& variable, std::size_t column,
+                const std::vector<StackedLayer>& unnamed, const ChartStyle& style) {
+    if (unnamed.empty()) {
+        return;
+    }
+    using Sign = KeyEntry::Sign;
+    entries.push_back({Sign::None, {}, {}, variable + QStringLiteral(":"), true});
+    double rest = 0.0;
+    int more = 0;
+    for (std::size_t i = 0; i < unnamed.size(); ++i) {
+        if (i < MostKeysOfColumn) {
+            const QString share = PercentText(unnamed[i].Share(), 100.0);
+            entries.push_back({Sign::Box,
+                               LayerFill(unnamed[i], column, style),
+                               {},
+                               Isolated(NameOf(unnamed[i])) + QStringLiteral(": ") + share});
+        } else {
+            rest += unnamed[i].Share();
+            more += unnamed[i].Categories;
+        }
+    }
+    if (more > 0) {
+        entries.push_back({Sign::None, {}, {}, QStringLiteral("%1 more: %2").arg(more).arg(PercentText(rest, 100.0))});
+    }
+}
+
+std::vector<KeyEntry> UnnamedEntries(const StackedPlot& chart, const ChartStyle& style) {
+    std::vector<KeyEntry> entries;
+    const std::size_t columns = chart.Series.empty() ? 0 : chart.Series.front().Points.size();
+    for (std::size_t column = 0; column < columns; ++column) {
+        const QString variable = LabelAt(chart.X, chart.Series.front().Points[column].X);
+        AddUnnamed(entries, variable, column, UnnamedLayers(chart, column, style), style);
+    }
+    return entries;
+}
+
 }  // namespace
 
 ChartBody BodyOf(const ChartSheet& sheet, const StackedPlot& chart) {
-    return {new StackedArea(sheet, chart)};
+    std::vector<KeyEntry> entries = UnnamedEntries(chart, sheet.Style);
+    return {new StackedArea(sheet, chart),
+            entries.empty() ? nullptr : new ChartKey(sheet.Plot, sheet.Style, std::move(entries))};
 }
 
 }  // namespace quillara

@@ -235,7 +235,7 @@ void AddChartOptions(CLI::App& command, DrillOptions& options, ImpliedResults& i
         ->type_name("svg|png|pdf");
     add(
         "--size", [&](const std::string& text) { std::tie(charts.Look.Width, charts.Look.Height) = ParseSize(text); },
-        "pixels of charts in files and in html (default: 900x600)")
+        "pixels of charts in files, html and xlsx (default: 900x600)")
         ->type_name("WIDTHxHEIGHT");
     add(
         "--title", [&](const std::string& text) { charts.Titles.Own = text; },

@@ -24,11 +24,12 @@
 namespace quillara {
 namespace {
 
-/// How many times charts are painted: for files, and for either theme of a report.
+/// How many times charts are painted: for files, for a workbook, and for either theme of a report.
 std::int32_t Paintings(const DrillOptions& options, const OutputCollection& outputs) {
     const auto graphs = std::ranges::count_if(
         outputs.Entries, [](const auto& entry) { return std::holds_alternative<GraphDocument>(entry.Content); });
-    const int perGraph = (options.Charts.Folder ? 1 : 0) + (options.Format == OutputFormat::Html ? 2 : 0);
+    const int perGraph = (options.Charts.Folder ? 1 : 0) + (options.Format == OutputFormat::Html ? 2 : 0) +
+                         (options.Format == OutputFormat::Workbook ? 1 : 0);
     return static_cast<std::int32_t>(graphs) * perGraph;
 }
 
@@ -42,12 +43,11 @@ OutputCollection Report(const DrillOptions& options, const OutputCollection& out
 }
 
 std::string Shown(const DrillOptions& options, const OutputCollection& outputs, const ChartPainting& paint) {
-    const bool isReport = options.Format == OutputFormat::Html;
-    const OutputCollection shown = isReport ? Report(options, outputs) : outputs;
-    return ViewOf(std::span(&shown, 1), options.Format, [&](const GraphDocument& graph, bool isDark) {
+    const OutputCollection shown = HasPictures(options.Format) ? Report(options, outputs) : outputs;
+    return ViewOf(std::span(&shown, 1), options.Format, [&](const GraphDocument& graph, PictureUse use) {
         ChartLook look = options.Charts.Look;
-        look.Dark = isDark;
-        return paint(graph, look, ChartFormat::Svg);
+        look.Dark = use == PictureUse::DarkPage;
+        return paint(graph, look, use == PictureUse::Workbook ? ChartFormat::Png : ChartFormat::Svg);
     });
 }
 

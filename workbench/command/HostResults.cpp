@@ -8,6 +8,7 @@
 #include "workbench/documents/ResultNames.h"
 #include "workbench/recording/PythonText.h"
 #include "workbench/scripting/GroupWalk.h"
+#include "workbench/views/DocumentViews.h"
 
 namespace quillara {
 namespace {
@@ -127,7 +128,7 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
         for (SpreadsheetDocument& document : TablesOfCross(cross, statistics.Weight())) {
             Add(std::move(document), ++sequence, CrossName);
         }
-        if (options.Charts.Folder || options.Format == OutputFormat::Html) {
+        if (options.Charts.Folder || HasPictures(options.Format)) {
             Outputs.Add(MosaicOf(cross, statistics.Weight()), {0, ++mosaics, MosaicName});
         }
     }

@@ -31,10 +31,10 @@ bool HasPlots(const DrillOptions& options) {
     return options.Charts.Folder.has_value();
 }
 
-bool HasPictures(const DrillOptions& options) {
+bool PaintsCharts(const DrillOptions& options) {
     const auto isChart = [](int button) { return !ChartFileName(button).empty(); };
     const bool makesCharts = options.Groups.HasGraphs() || std::ranges::any_of(options.Results, isChart);
-    return HasPlots(options) || (options.Format == OutputFormat::Html && makesCharts);
+    return HasPlots(options) || (HasPictures(options.Format) && makesCharts);
 }
 
 bool HasTitledFiles(const DrillOptions& options) {
@@ -66,9 +66,9 @@ constexpr std::array<OptionEffect, 11> Effects{{
     {"--save-variables",   HasSaveFile,         "no file is named in --save"},
     {"--save-format",      SavesToStandardOutput, "the name of --save says the format, but for --save -"},
     {"--plot-format",      HasPlots,            "no folder is named in --plots"},
-    {"--size",             HasPictures,         "no charts are painted; --plots and --format html do that"},
+    {"--size",             PaintsCharts,        "no charts are painted; --plots and --format html or xlsx do that"},
     {"--title",            HasTitledFiles,      "it stands in reports and in files of charts; --format html and --plots make them"},
-    {"--raw-titles",       HasPictures,         "no charts are painted; --plots and --format html do that"},
+    {"--raw-titles",       PaintsCharts,        "no charts are painted; --plots and --format html or xlsx do that"},
     {"--theme",            HasPlots,            "no folder is named in --plots; a report follows its reader's theme"},
 }};
 // clang-format on

@@ -18,10 +18,14 @@ constexpr std::size_t MostCells = 16384;
 constexpr std::size_t MostRowsOfSheet = 1048576;
 constexpr std::size_t LongestName = 31;
 constexpr std::size_t WidestColumn = 60;
+constexpr std::size_t PixelsOfRow = 20;
+constexpr std::size_t UnitsOfPixel = 9525;  // as drawings measure
 
 constexpr std::string_view XmlHead = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 constexpr std::string_view Namespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 constexpr std::string_view Kinds = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+constexpr std::string_view DrawingNamespace = "http://schemas.openxmlformats.org/drawingml/2006/";
+constexpr std::string_view DrawingContent = "application/vnd.openxmlformats-officedocument.drawing+xml";
 constexpr std::string_view PackageKinds = "http://schemas.openxmlformats.org/package/2006/relationships";
 constexpr std::string_view ContentTypes = "http://schemas.openxmlformats.org/package/2006/content-types";
 constexpr std::string_view MainContent = "application/vnd.openxmlformats-officedocument.spreadsheetml";
@@ -131,9 +135,11 @@ std::string WorkbookWriter::BeginSheet(std::string_view name, std::size_t frozen
         const std::string behind = " " + std::to_string(number);
         chosen = PossibleName(wanted.substr(0, LongestName - behind.size())) + behind;
     }
-    Sheet sheet{.Name = chosen, .Cells = std::string(XmlHead), .Links = {}};
+    Sheet sheet{.Name = chosen, .Cells = std::string(XmlHead), .Links = {}, .Pictures = {}};
     sheet.Cells.append("<worksheet xmlns=\"")
         .append(Namespace)
+        .append("\" xmlns:r=\"")
+        .append(Kinds)
         .append("\"><sheetViews><sheetView workbookViewId=\"0\">");
     if (frozenRows > 0) {
         sheet.Cells += "<pane ySplit=\"" + std::to_string(frozenRows) + "\" topLeftCell=\"A" +
@@ -210,12 +216,65 @@ void WorkbookWriter::EndRow() {
     ++Row;
 }
 
+void WorkbookWriter::AddPicture(std::string png, std::size_t width, std::size_t height) {
+    Sheets.back().Pictures.push_back({std::move(png), Row - 1, width, height});
+    Row += height / PixelsOfRow + 2;
+}
+
+struct WorkbookWriter::DrawingParts {
+    std::string Drawing;
+    std::string Relations;  ///< of the drawing to its images
+};
+
+WorkbookWriter::DrawingParts WorkbookWriter::PartsOf(const Sheet& sheet, std::size_t firstImage) {
+    DrawingParts parts{std::string(XmlHead), std::string(XmlHead)};
+    const std::string space(DrawingNamespace);
+    parts.Drawing += "<xdr:wsDr xmlns:xdr=\"" + space + "spreadsheetDrawing\" xmlns:a=\"" + space +
+                     "main\" xmlns:r=\"" + std::string(Kinds) + "\">";
+    parts.Relations += "<Relationships xmlns=\"" + std::string(PackageKinds) + "\">";
+    for (std::size_t i = 0; i < sheet.Pictures.size(); ++i) {
+        const Picture& picture = sheet.Pictures[i];
+        const std::string number = std::to_string(i + 1);
+        const std::string extent = " cx=\"" + std::to_string(picture.Width * UnitsOfPixel) + "\" cy=\"" +
+                                   std::to_string(picture.Height * UnitsOfPixel) + "\"/>";
+        parts.Drawing +=
+            "<xdr:oneCellAnchor><xdr:from><xdr:col>0</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
+            std::to_string(picture.Row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:from><xdr:ext" + extent +
+            "<xdr:pic><xdr:nvPicPr><xdr:cNvPr id=\"" + number + "\" name=\"Chart " + number +
+            "\"/><xdr:cNvPicPr/></xdr:nvPicPr><xdr:blipFill><a:blip r:embed=\"i" + number +
+            "\"/><a:stretch><a:fillRect/></a:stretch></xdr:blipFill><xdr:spPr><a:xfrm><a:off x=\"0\" y=\"0\"/><a:ext" +
+            extent +
+            "</a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom></xdr:spPr></xdr:pic>"
+            "<xdr:clientData/></xdr:oneCellAnchor>";
+        parts.Relations += "<Relationship Id=\"i" + number + "\" Type=\"" + std::string(Kinds) +
+                           "/image\" Target=\"../media/image" + std::to_string(firstImage + i) + ".png\"/>";
+    }
+    parts.Drawing += "</xdr:wsDr>";
+    parts.Relations += "</Relationships>";
+    return parts;
+}
+
+void WorkbookWriter::AddDrawing(ZipMaker& zip, Sheet& sheet, std::size_t place, std::size_t images) {
+    const std::string drawing = "drawing" + std::to_string(place + 1) + ".xml";
+    DrawingParts parts = PartsOf(sheet, images + 1);
+    std::string relation(XmlHead);
+    relation.append("<Relationships xmlns=\"").append(PackageKinds).append("\"><Relationship Id=\"d\" Type=\"");
+    relation.append(Kinds).append("/drawing\" Target=\"../drawings/" + drawing + "\"/></Relationships>");
+    zip.Add("xl/worksheets/_rels/sheet" + std::to_string(place + 1) + ".xml.rels", std::move(relation));
+    zip.Add("xl/drawings/" + drawing, std::move(parts.Drawing));
+    zip.Add("xl/drawings/_rels/" + drawing + ".rels", std::move(parts.Relations));
+    for (Picture& picture : sheet.Pictures) {
+        zip.Add("xl/media/image" + std::to_string(++images) + ".png", std::move(picture.Png));
+    }
+}
+
 std::string WorkbookWriter::Finish() {
     ZipMaker zip;
     std::string types(XmlHead);
     types.append("<Types xmlns=\"").append(ContentTypes).append("\">");
     types.append(
         "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>");
+    types.append("<Default Extension=\"png\" ContentType=\"image/png\"/>");
     types.append("<Override PartName=\"/xl/workbook.xml\" ContentType=\"")
         .append(MainContent)
         .append(".sheet.main+xml\"/>");
@@ -232,6 +291,10 @@ std::string WorkbookWriter::Finish() {
         const std::string key = "s" + std::to_string(i + 1);
         types.append("<Override PartName=\"/xl/").append(NameOfPart(i)).append("\" ContentType=\"");
         types.append(MainContent).append(".worksheet+xml\"/>");
+        if (!Sheets[i].Pictures.empty()) {
+            types.append("<Override PartName=\"/xl/drawings/drawing" + std::to_string(i + 1) + ".xml\" ContentType=\"");
+            types.append(DrawingContent).append("\"/>");
+        }
         book += "<sheet name=\"";
         AppendXmlText(book, Sheets[i].Name);
         book += "\" sheetId=\"" + std::to_string(i + 1) + "\" r:id=\"" + key + "\"/>";
@@ -245,10 +308,16 @@ std::string WorkbookWriter::Finish() {
     zip.Add("xl/workbook.xml", book + "</sheets></workbook>");
     zip.Add("xl/_rels/workbook.xml.rels", places + "</Relationships>");
     zip.Add("xl/styles.xml", StylesText());
+    std::size_t images = 0;
     for (std::size_t i = 0; i < Sheets.size(); ++i) {
         Sheet& sheet = Sheets[i];
         sheet.Cells += "</sheetData>";
         sheet.Cells += sheet.Links.empty() ? "" : "<hyperlinks>" + sheet.Links + "</hyperlinks>";
+        if (!sheet.Pictures.empty()) {
+            sheet.Cells += "<drawing r:id=\"d\"/>";
+            AddDrawing(zip, sheet, i, images);
+            images += sheet.Pictures.size();
+        }
         sheet.Cells += "</worksheet>";
         zip.Add("xl/" + NameOfPart(i), std::move(sheet.Cells));
     }

@@ -9,6 +9,8 @@
 
 namespace quillara {
 
+class ZipMaker;
+
 /// How a cell of a workbook is shown.
 enum class CellStyle { Plain, Heading, Title, Whole, Percent, Decimals, Date, Time, Link };
 
@@ -28,6 +30,8 @@ class WorkbookWriter {
     void AddEmpty() { ++Column; }
     /// A cell that leads to a sheet.
     void AddLink(std::string_view text, const std::string& sheet);
+    /// A picture in PNG over the rows from here on, of so many pixels; the next row stands below it.
+    void AddPicture(std::string png, std::size_t width, std::size_t height);
     /// Throws DataError when the sheet has more rows or the row more cells than sheets hold; Interrupted.
     void EndRow();
 
@@ -35,12 +39,24 @@ class WorkbookWriter {
     [[nodiscard]] std::string Finish();
 
   private:
+    struct Picture {
+        std::string Png;
+        std::size_t Row = 0;  ///< from 0
+        std::size_t Width = 0;  ///< pixels
+        std::size_t Height = 0;
+    };
     struct Sheet {
         std::string Name;
         std::string Cells;
         std::string Links;
+        std::vector<Picture> Pictures;
     };
+    /// What a sheet's pictures are in the file: its drawing and their files.
+    struct DrawingParts;
 
+    [[nodiscard]] static DrawingParts PartsOf(const Sheet& sheet, std::size_t firstImage);
+    /// Behind so many images of other sheets.
+    static void AddDrawing(ZipMaker& zip, Sheet& sheet, std::size_t place, std::size_t images);
     void BeginCell(CellStyle style, std::string_view type);
     [[nodiscard]] std::string Place() const;
 

@@ -20,8 +20,9 @@ namespace quillara {
 /// The documents as delimited text as they are laid out, one block of records per document with an empty record
 /// between.
 [[nodiscard]] std::string CsvBlocksView(const OutputCollection& outputs);
-/// Paints a graph as SVG, for a light or a dark ground.
-using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark)>;
+/// What a picture is for: SVG on the light or the dark ground of a page, PNG in a workbook.
+enum class PictureUse { LightPage, DarkPage, Workbook };
+using GraphPainter = std::function<std::string(const GraphDocument&, PictureUse use)>;
 /// The documents as one HTML page that needs no other file. Graphs stand beside the frequency tables of their
 /// variables, each as a picture in the colours of its reader's theme; without a painter as its numbers.
 [[nodiscard]] std::string HtmlView(const OutputCollection& outputs, const GraphPainter& paint = {});
@@ -29,9 +30,9 @@ using GraphPainter = std::function<std::string(const GraphDocument&, bool isDark
 [[nodiscard]] std::string HtmlView(std::span<const OutputCollection> runs, const GraphPainter& paint);
 
 /// The documents of runs as the bytes of an xlsx workbook: a sheet for each with its numbers, titles and headings in
-/// sight; in front a sheet that lists them, with what they were made from. Throws DataError for a text or a table
-/// larger than a sheet holds.
-[[nodiscard]] std::string WorkbookView(std::span<const OutputCollection> runs);
+/// sight, and the picture of a graph above them; in front a sheet that lists them, with what they were made from.
+/// Throws DataError for a text or a table larger than a sheet holds.
+[[nodiscard]] std::string WorkbookView(std::span<const OutputCollection> runs, const GraphPainter& paint = {});
 
 enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html, Workbook };
 
@@ -42,11 +43,16 @@ enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html, Workbook };
 /// other.
 [[nodiscard]] OutputFormat FormatOfFile(std::string_view file);
 
+/// Whether documents in it have the pictures of graphs.
+[[nodiscard]] constexpr bool HasPictures(OutputFormat format) {
+    return format == OutputFormat::Html || format == OutputFormat::Workbook;
+}
+
 /// Its word.
 [[nodiscard]] std::string_view WordOf(OutputFormat format);
 
 /// The documents of a run, or of several in their order: in JSON as a list, as text each under a heading. The painter
-/// is that of HtmlView.
+/// is for pages and workbooks.
 [[nodiscard]] std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format,
                                  const GraphPainter& paint = {});
 

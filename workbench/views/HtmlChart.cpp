@@ -18,8 +18,8 @@ std::string TablesInHtml(const GraphDocument& graph) {
 
 /// A picture in the colours of the reader's theme; two of which the page shows one where they differ in more.
 std::string PictureOf(const GraphDocument& graph, const PictureFrame& frame, const GraphPainter& paint) {
-    const std::string light = paint(graph, false);
-    const std::string dark = paint(graph, true);
+    const std::string light = paint(graph, PictureUse::LightPage);
+    const std::string dark = paint(graph, PictureUse::DarkPage);
     if (const std::optional<std::string> both = InBothThemes(light, dark)) {
         return HtmlPicture(*both, frame);
     }

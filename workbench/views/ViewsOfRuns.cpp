@@ -97,7 +97,7 @@ std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, 
         case OutputFormat::CsvBlocks:
             return CsvBlocksOf(runs);
         case OutputFormat::Workbook:
-            return WorkbookView(runs);
+            return WorkbookView(runs, paint);
         case OutputFormat::Html:
             break;
     }

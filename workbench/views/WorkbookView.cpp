@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/formats/WorkbookWriter.h"
@@ -62,7 +63,7 @@ std::vector<SheetOfDocument> SheetsOf(std::span<const OutputCollection> runs) {
 
 class WorkbookDrawing {
   public:
-    explicit WorkbookDrawing(WorkbookWriter& book) : Book(book) {}
+    WorkbookDrawing(WorkbookWriter& book, const GraphPainter& paint) : Book(book), Paint(paint) {}
 
     void AddContents(std::span<const OutputCollection> runs, const std::vector<SheetOfDocument>& sheets) {
         Book.BeginSheet(ContentsName, 0, {WidthOfTexts, WidthOfTexts, 2 * WidthOfTexts});
@@ -83,12 +84,18 @@ class WorkbookDrawing {
 
     void AddSheet(const SheetOfDocument& sheet) {
         const std::vector<std::string> titles = TitlesOf(sheet.Tables.front());
-        Book.BeginSheet(sheet.Name, titles.size() + (titles.empty() ? 1 : 2), WidthsOf(sheet.Tables.front()));
+        const auto* graph = std::get_if<GraphDocument>(&sheet.Entry->Content);
+        const bool hasPicture = graph != nullptr && Paint;
+        const std::size_t frozen = hasPicture ? 0 : titles.size() + (titles.empty() ? 1 : 2);
+        Book.BeginSheet(sheet.Name, frozen, WidthsOf(sheet.Tables.front()));
         for (const std::string& line : titles) {
             Row({line}, &line == &titles.front() ? CellStyle::Title : CellStyle::Plain);
         }
         if (!titles.empty()) {
             Book.EndRow();
+        }
+        if (hasPicture) {
+            AddPicture(Paint(*graph, PictureUse::Workbook));
         }
         for (const SpreadsheetDocument& table : sheet.Tables) {
             if (&table != &sheet.Tables.front()) {
@@ -99,6 +106,22 @@ class WorkbookDrawing {
     }
 
   private:
+    /// A PNG holds its size at its front.
+    void AddPicture(std::string png) {
+        constexpr std::size_t widthAt = 16;
+        constexpr std::size_t heightAt = 20;
+        const auto numberAt = [&png](std::size_t place) {
+            std::size_t number = 0;
+            for (std::size_t i = 0; i < 4; ++i) {
+                number = number * 256 + static_cast<unsigned char>(png.at(place + i));
+            }
+            return number;
+        };
+        const std::size_t width = numberAt(widthAt);
+        const std::size_t height = numberAt(heightAt);
+        Book.AddPicture(std::move(png), width, height);
+    }
+
     void AddRun(const OutputCollection& run) {
         Row({ShownLine(run.FileName)}, CellStyle::Title);
         Row({std::to_string(run.Cases) + (run.Cases == 1 ? " case" : " cases")}, CellStyle::Plain);
@@ -173,15 +196,16 @@ class WorkbookDrawing {
     }
 
     WorkbookWriter& Book;
+    const GraphPainter& Paint;
 };
 
 }  // namespace
 
-std::string WorkbookView(std::span<const OutputCollection> runs) {
+std::string WorkbookView(std::span<const OutputCollection> runs, const GraphPainter& paint) {
     const std::vector<SheetOfDocument> sheets = SheetsOf(runs);
     WorkMonitor monitor;
     WorkbookWriter book(monitor);
-    WorkbookDrawing drawing(book);
+    WorkbookDrawing drawing(book, paint);
     drawing.AddContents(runs, sheets);
     for (const SheetOfDocument& sheet : sheets) {
         drawing.AddSheet(sheet);

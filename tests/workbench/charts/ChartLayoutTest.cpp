@@ -215,6 +215,20 @@ TEST(AxisLabels, OfTheWidestColumnsWhereAllHaveNoRoom) {
     EXPECT_EQ(kept, "149");
 }
 
+TEST(StackedPlots, LayersTooThinForTheirNamesAreNamedInTheKey) {
+    GraphDocument graph = Stacked({"sex", "race"}, {{40, 60}, {0.2, 1.3, 98.5}});
+    const Names names[] = {{"Male", "White"}, {"Female", "Black"}, {"", "Other"}};
+    auto& series = std::get<StackedPlot>(graph.Content).Series;
+    for (std::size_t layer = 0; layer < 3; ++layer) {
+        for (std::size_t column = 0; column < 2; ++column) {
+            series[layer].Points[column].Name = names[layer][column];
+        }
+    }
+    EXPECT_THAT(Painted(graph).Texts(),
+                testing::IsSupersetOf({"Male: 60.0%", "White: 98.5%", "race:", "Black: 1.3%", "Other: 0.2%"}));
+    EXPECT_THAT(Painted(graph).Texts(), testing::Not(Contains("sex:")));
+}
+
 TEST(ChartSpots, ForemostBarOfA3DHistogramIsFound) {
     const Painted chart(Bars3D({"a", "b"}, {"c"}));
     EXPECT_EQ(chart.UnderMark(2), "-1/1 b, c: 7 (100.0%)");

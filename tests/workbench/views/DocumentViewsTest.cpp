@@ -271,14 +271,15 @@ TEST(GraphViews, LayersWithoutANameAreTheirVariable) {
 }
 
 TEST(GraphViews, HtmlHasThePictureBesideItsTable) {
-    const auto paint = [](const GraphDocument& graph, bool isDark) {
+    const auto paint = [](const GraphDocument& graph, PictureUse use) {
         return "<?xml?>\n<svg width=\"1mm\"\n viewBox=\"0 0 9 6\"\n "
                "xmlns=\"http://x\">\n<title>t</title>\n<defs>\n</defs>\n"
                "<g fill=\"none\" stroke-width=\"1\" >\n\n<g fill=\"none\" stroke-opacity=\"1\" "
                "transform=\"matrix(1,0,0,1,0,0)\"\n"
                "font-size=\"12\" \n>\n</g>\n<g fill=\"" +
-               std::string(isDark ? "#101010" : "#ffffff") + "\" fill-opacity=\"1\"\nfont-size=\"12\" \n>\n<text>" +
-               graph.Title.back() + "</text>\n</g>\n</g>\n</svg>\n";
+               std::string(use == PictureUse::DarkPage ? "#101010" : "#ffffff") +
+               "\" fill-opacity=\"1\"\nfont-size=\"12\" \n>\n<text>" + graph.Title.back() +
+               "</text>\n</g>\n</g>\n</svg>\n";
     };
     GraphDocument bars = Bars();
     bars.About = Sex;
