@@ -2,7 +2,7 @@
 
 JOBS ?= 2
 
-.PHONY: run test test-release test-asan faults build setup format check-format lint bench samples images clean
+.PHONY: run test test-release test-asan faults build setup format check-format lint bench samples images package clean
 
 # Without the tests, so that neither their libraries nor their sources are needed; with the Python package.
 run:
@@ -61,6 +61,10 @@ samples: build
 
 images: build
 	scripts/make-images.sh build/release/bin/quillara
+
+package: build
+	scripts/setup.sh package
+	cmake --build --preset release --target package
 
 clean:
 	rm -rf build

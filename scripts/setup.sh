@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages of some groups. Safe to repeat; asks for rights only when something is missing.
-#   scripts/setup.sh run|fonts|test|lint...
+#   scripts/setup.sh run|fonts|python|test|lint|package...
 set -euo pipefail
 
 run=(
@@ -19,6 +19,7 @@ test=(
     mingw-w64-tools      # compiles the type library
 )
 lint=(clang-format clang-tidy)
+package=(dpkg-dev file)
 
 packages=()
 for group in "$@"; do

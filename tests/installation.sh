@@ -34,6 +34,9 @@ with quillara.table({'a': ['x', 'y', 'y']}).drill('a') as drill:
 has "^$prefix/.*2" "$prefix/text"
 [ -s pie.png ]
 
+for file in man/man1/quillara-drill.1 applications/quillara.desktop icons/hicolor/scalable/apps/quillara.svg; do
+    has . "$prefix/share/$file"
+done
 for file in README.md docs/python.md samples/first-look.ipynb; do has . "$prefix/share/doc/quillara/$file"; done
 has libqladrilldown "$prefix"/loaded*
 if grep -l -F "$build" "$prefix"/loaded*; then
