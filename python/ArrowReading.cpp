@@ -1,5 +1,6 @@
 #include "python/ArrowReading.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -10,6 +11,7 @@
 
 #include "python/ArrowValues.h"
 #include "python/StandingNumbers.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 
@@ -87,6 +89,7 @@ class ColumnReader {
         } else if (Standing.Owner) {
             UseNumbers(variable, Standing.Values, Standing.Owner);
         } else {
+            MakeDatesOfMidnights(variable);
             EncodeNumbers(variable, std::move(Read.Numbers));
         }
         return variable;
@@ -98,6 +101,17 @@ class ColumnReader {
         std::span<const double> Values;
         Chunk Owner;
     };
+
+    /// Points in time that are all midnight are dates.
+    void MakeDatesOfMidnights(Variable& variable) {
+        const auto isMidnight = [](double seconds) {
+            return std::isnan(seconds) || std::fmod(seconds, SecondsOfDay) == 0.0;
+        };
+        if (variable.Kind == ValueKind::DateTime && std::ranges::all_of(Read.Numbers, isMidnight)) {
+            variable.Kind = ValueKind::Date;
+            std::ranges::for_each(Read.Numbers, [](double& seconds) { seconds /= SecondsOfDay; });
+        }
+    }
 
     void Copy() {
         Read.Numbers.insert(Read.Numbers.end(), Standing.Values.begin(), Standing.Values.end());

@@ -11,12 +11,12 @@
 
 #include "python/ArrowStream.h"
 #include "python/ValueCategories.h"
+#include "workbench/data/DateTimes.h"
 
 using namespace quillara;
 
 namespace {
 
-constexpr double SecondsOfDay = 86400;
 constexpr double MicrosecondsOfSecond = 1e6;
 
 /// A buffer, of a vector or a text, that others may keep.
@@ -128,6 +128,11 @@ ArrowColumn TimeColumn(const Variable& variable) {
                                          [](double seconds) { return std::round(seconds * MicrosecondsOfSecond); });
 }
 
+ArrowColumn DateTimeColumn(const Variable& variable) {
+    return ConvertedColumn<std::int64_t>(
+        variable, "tsu:", [](double seconds) { return std::round(seconds * MicrosecondsOfSecond); });
+}
+
 ArrowColumn PlainTextColumn(const Variable& variable) {
     const auto isGap = [&variable](std::size_t i) { return IsGap(variable, variable.Values[i]); };
     const auto textAt = [&](std::size_t i) -> std::string_view {
@@ -163,6 +168,8 @@ ArrowColumn ColumnOf(const std::shared_ptr<const DataTable>& table, const Variab
             return DateColumn(variable);
         case ValueKind::TimeOfDay:
             return TimeColumn(variable);
+        case ValueKind::DateTime:
+            return DateTimeColumn(variable);
         case ValueKind::Text:
             return PlainTextColumn(variable);
         default:

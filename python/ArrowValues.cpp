@@ -60,6 +60,16 @@ void AddWhole(ArrowValues& values, const ArrowArray& array, const ArrowKind& kin
     });
 }
 
+/// Whole seconds and the part of one behind them, each exact, so that the sum is the nearest double.
+void AddMoments(ArrowValues& values, const ArrowArray& array, const ArrowKind& kind, std::int64_t begin,
+                std::int64_t count) {
+    const auto unit = static_cast<std::int64_t>(kind.Unit);
+    AddNumbers(values, array, begin, count, [unit, items = Buffer<std::int64_t>(array, 1)](std::int64_t row) {
+        const std::int64_t part = (items[row] % unit + unit) % unit;
+        return static_cast<double>((items[row] - part) / unit) + static_cast<double>(part) / static_cast<double>(unit);
+    });
+}
+
 template <typename Item>
 void AddReal(ArrowValues& values, const ArrowArray& array, const ArrowKind&, std::int64_t begin, std::int64_t count) {
     AddNumbers(values, array, begin, count,
@@ -149,10 +159,10 @@ constexpr FormatRow Formats[] = {
     {"vu",    {ValueKind::Text,       false, 1,                  0,     AddTextViews}},
     {"tdD",   {ValueKind::Date,       false, 1,                  0,     AddWhole<std::int32_t>}},
     {"tdm",   {ValueKind::Date,       false, DaySeconds * 1e3, 0,     AddWhole<std::int64_t>}},
-    {"tss:",  {ValueKind::Date,       false, DaySeconds,       0,     AddWhole<std::int64_t>}},
-    {"tsm:",  {ValueKind::Date,       false, DaySeconds * 1e3, 0,     AddWhole<std::int64_t>}},
-    {"tsu:",  {ValueKind::Date,       false, DaySeconds * 1e6, 0,     AddWhole<std::int64_t>}},
-    {"tsn:",  {ValueKind::Date,       false, DaySeconds * 1e9, 0,     AddWhole<std::int64_t>}},
+    {"tss:",  {ValueKind::DateTime,   false, 1,                  0,     AddMoments}},
+    {"tsm:",  {ValueKind::DateTime,   false, 1e3,                0,     AddMoments}},
+    {"tsu:",  {ValueKind::DateTime,   false, 1e6,                0,     AddMoments}},
+    {"tsn:",  {ValueKind::DateTime,   false, 1e9,                0,     AddMoments}},
     {"tts",   {ValueKind::TimeOfDay,  false, 1,                  0,     AddWhole<std::int32_t>}},
     {"ttm",   {ValueKind::TimeOfDay,  false, 1e3,                0,     AddWhole<std::int32_t>}},
     {"ttu",   {ValueKind::TimeOfDay,  false, 1e6,                0,     AddWhole<std::int64_t>}},

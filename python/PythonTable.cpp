@@ -33,7 +33,7 @@ using quillara::Variable;
 
 namespace {
 
-constexpr const char* KindNames[] = {"number", "date", "time", "text"};
+constexpr const char* KindNames[] = {"number", "date", "time", "datetime", "text"};
 
 /// The values of a variable for numpy: missing ones are NaN.
 struct PythonColumn {

@@ -23,10 +23,18 @@ def _is_missing(value):
 
 
 def _days(value):
-    day = (datetime.date(value.year, value.month, value.day) - EPOCH).days
+    return (datetime.date(value.year, value.month, value.day) - EPOCH).days
+
+
+def _moment(value):
+    """Whole seconds and the part of one behind them, each exact, so that the sum is the nearest double."""
     if not isinstance(value, datetime.datetime):
-        return day
-    return day + (_seconds(value.time()) / 86400)
+        return _days(value) * 86400
+    return _days(value) * 86400 + value.hour * 3600 + value.minute * 60 + value.second + value.microsecond / 1e6
+
+
+def _is_day(value):
+    return not isinstance(value, datetime.datetime) or value.time() == datetime.time()
 
 
 def _seconds(value):
@@ -50,6 +58,8 @@ def _plain_column(name, values):
     if any(getattr(value, "tzinfo", None) is not None for value in present):
         raise TypeError(ZONE.format(name))
     for kind, types, convert, labels in PLAIN_KINDS:
+        if kind == "date" and not all(map(_is_day, present)):
+            kind, convert = "datetime", _moment
         if present and all(isinstance(value, types) for value in present):
             if convert is None:
                 return name, kind, values, labels, None
@@ -109,7 +119,19 @@ def _time_column(name, series, kind, unit):
         raise TypeError(ZONE.format(name))
     values = series.to_numpy()
     numbers = (values - values.dtype.type(0, "ns")) / numpy.timedelta64(1, unit)
+    if kind == "date" and numpy.any(numbers % 1 > 0):
+        kind, numbers = "datetime", _moments(values)
     return name, kind, numpy.ascontiguousarray(numbers, dtype=float), {}, None
+
+
+def _moments(values):
+    """Seconds since 1970, put together as in _moment."""
+    import numpy
+
+    unit, steps = numpy.datetime_data(values.dtype)
+    parts = {"s": 1, "ms": 10**3, "us": 10**6, "ns": 10**9}[unit] // steps
+    whole, part = numpy.divmod(values.view("int64"), parts)
+    return numpy.where(numpy.isnat(values), numpy.nan, whole + part / parts)
 
 
 def _copies_on_write(pandas):

@@ -14,7 +14,6 @@ from ._errors import INVALID_ARGUMENT, Error
 from ._objects import Object, warn_of_messages, wrap
 from ._subset import Step, Subset
 
-EPOCH = datetime.datetime(1970, 1, 1)
 _open = weakref.WeakSet()
 
 LISTS = "Variables are given as a text such as 'sex education' or as a list of names and numbers"
@@ -71,8 +70,8 @@ def text_of_category(category):
     try:
         if category is None or category != category:
             return "Missing"
-        if isinstance(category, datetime.datetime):
-            return f"{(category - EPOCH).total_seconds() / 86400:.17g}"
+        if isinstance(category, datetime.datetime) and category.time() == datetime.time() and category.tzinfo is None:
+            return category.date().isoformat()
         return category.isoformat() if isinstance(category, (datetime.date, datetime.time)) else f"{float(category):.17g}"
     except Exception:
         raise TypeError(f"{CATEGORY}, not {shown(category)}.") from None
@@ -123,8 +122,8 @@ class Drill(Object, kind="DDNStartup"):
         """Sets how a continuous variable is cut into categories, in this step and later ones and in the results.
 
         method: "distinct", "exact:N", "neat:N", "step:SIZE", "step:SIZE@START", "integer" or "bounds:B1,B2,...", of dates
-        also "week", "month", "quarter" or "year": as `quillara drill --categorize` takes it. Bounds belong to the interval
-        below them.
+        also "day", "week", "month", "quarter" or "year", with times "hour": as `quillara drill --categorize` takes it.
+        Bounds belong to the interval below them.
         """
         text(method, METHOD)
         number = self._number(variable, "categorize")

@@ -36,6 +36,8 @@ def _column(held, index, wants_labels):
     values = numpy.asarray(held.column(index))
     if kind == "date":
         return _times(values, 86400e6, "datetime64")
+    if kind == "datetime":
+        return _times(values, 1e6, "datetime64")
     if kind == "time":
         return _times(values, 1e6, "timedelta64")
     return _texts(values, held.texts(index)) if kind == "text" else values

@@ -16,8 +16,8 @@ from ._objects import warn_of_formula, warn_of_messages
 
 
 class Variable:
-    """A variable of a table: name, label, kind ("number", "date", "time" or "text"), labels (by value; those of texts by
-    the text that is stored, as {"F": "Female"}), categories: its labels or texts in their order, and missing_values: those
+    """A variable of a table: name, label, kind ("number", "date", "time", "datetime" or "text"), labels (by value; those
+    of texts by the text that is stored, as {"F": "Female"}), categories: its labels or texts in their order, and missing_values: those
     that the file tells apart, with their labels or None, as {99.0: "Not stated", ".a": None}."""
 
     __slots__ = ("name", "label", "kind", "labels", "categories", "missing_values")

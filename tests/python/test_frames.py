@@ -26,7 +26,7 @@ FRAME = pandas.DataFrame({
 
 def test_frames_come_back_as_they_went_in():
     table = quillara.table(FRAME)
-    kinds = ["number", "number", "number", "text", "date", "time", "number"]
+    kinds = ["number", "number", "number", "text", "datetime", "time", "number"]
     assert (table.cases, [variable.kind for variable in table.variables]) == (4, kinds)
     assert table["size"].labels == {1: "small", 2: "medium", 3: "large"} and table["text"].labels == {}
     back = table.to_pandas()
@@ -42,7 +42,7 @@ def test_plain_columns_need_no_pandas():
         "d": [datetime.date(2024, 2, 29), None, datetime.datetime(2024, 3, 1, 12)],
         "c": [datetime.time(1, 2, 3), datetime.timedelta(seconds=5), None],
     }, name="plain")
-    assert [variable.kind for variable in table.variables] == ["number", "text", "number", "date", "time"]
+    assert [variable.kind for variable in table.variables] == ["number", "text", "number", "datetime", "time"]
     frame = table.to_pandas()
     assert frame["d"].astype(str).tolist() == ["2024-02-29 00:00:00", "NaT", "2024-03-01 12:00:00"]
     assert frame["c"].dt.total_seconds().tolist()[:2] == [3723, 5] and frame.isna().sum().tolist() == [1] * 5
@@ -221,3 +221,44 @@ def test_selection_weight_and_remaining_cases(survey):
     assert left["age"].tolist() == chosen["age"].tolist() and len(left)
     mean = numpy.average(chosen["age"], weights=chosen["weight"])
     assert descriptives.iloc[0, 0] == pytest.approx(mean, rel=1e-12)
+
+
+MOMENTS = ["2024-02-29 23:59:59.123456", None, "1969-12-31 06:30:00.25", "2024-03-01", "1700-01-01 00:00:01"]
+
+
+@pytest.mark.parametrize("format", ["sav", "zsav", "dta", "csv", "xlsx", "qtable"])
+def test_dates_with_times_go_through_files(tmp_path, format):
+    path = tmp_path / f"t.{format}"
+    # Days before 1900 stand as texts in a sheet.
+    moments = pandas.to_datetime(pandas.Series(MOMENTS[:4] if format == "xlsx" else MOMENTS))
+    with quillara.table({"t": moments, "x": list(range(len(moments)))}).drill("x", "t") as drill:
+        losses = drill.cases.save(path)
+    back = quillara.open(path)
+    precise = format in ("dta", "csv", "qtable")
+    assert back["t"].kind == "datetime" and bool(losses) == (not precise)
+    frame = back.to_pandas()
+    assert ((frame["t"] - moments).abs().dropna() <= pandas.Timedelta("0us" if precise else "1ms")).all()
+    assert frame["t"].isna().tolist() == moments.isna().tolist()
+    theirs = {"dta": lambda: pandas.read_stata(path)["t"], "xlsx": lambda: pandas.read_excel(path)["t"],
+              "csv": lambda: pandas.read_csv(path, parse_dates=["t"])["t"]}.get(format)
+    if theirs:
+        assert ((theirs() - moments).abs().dropna() <= pandas.Timedelta("1ms")).all()
+
+
+def test_dates_with_times_are_stepped_on_and_come_by_pandas(tmp_path):
+    moments = pandas.to_datetime(pandas.Series(MOMENTS[:4]))
+    path = tmp_path / "t.dta"
+    pandas.DataFrame({"t": moments.dt.floor("ms")}).to_stata(path, convert_dates={"t": "tc"}, write_index=False)
+    assert quillara.open(path).to_pandas()["t"].equals(moments.dt.floor("ms"))
+    moments[2] = pandas.Timestamp("2024-03-02 06:30:00.25")
+    table = quillara.table({"t": moments, "day": moments.dt.normalize()})
+    assert [variable.kind for variable in table.variables] == ["datetime", "date"]
+    with table.drill(continuous=["t"]) as drill:
+        drill.categorize("t", "day")
+        for category in (datetime.datetime(2024, 3, 1), datetime.date(2024, 3, 1), "2024-03-01 12:00", moments[3]):
+            drill.down("t", category)
+            assert [step.category for step in drill.subset.steps] == ["2024-03-01<=x<2024-03-02"]
+            assert drill.cases.to_pandas()["t"].tolist() == [moments[3]]
+            drill.up("t")
+        drill.down("t", datetime.datetime(2024, 2, 29, 12))
+        assert [step.category for step in drill.subset.steps] == ["2024-02-29<=x<2024-03-01"]

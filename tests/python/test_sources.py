@@ -151,7 +151,7 @@ def test_sheets_are_chosen_and_cells_have_their_kinds(tmp_path):
     book.save(path)
     done = run("convert", path, "-")
     assert done.stdout.decode() == ("ok,at,clock,error,merged,Var6,sum,percent\n"
-                                    "TRUE,2024-01-05T12:30:01,07:05:00,,m,,3,0.25\nFALSE,2024-01-05,23:00:00,1.5,n,,,\n")
+                                    "TRUE,2024-01-05T12:30:01,07:05:00,,m,,3,0.25\nFALSE,2024-01-05T00:00:00,23:00:00,1.5,n,,,\n")
     assert done.stderr.decode() == ('"sheets.xlsx" has 3 sheets, of which "Cells" is read. --sheet (sheet in Python) takes another '
                                     'of "First, hidden", "Cells", "2".\n')
     with pytest.warns(quillara.Remark, match="further|3 sheets") as heard:

@@ -74,7 +74,9 @@ struct Group {
 };
 
 NumberRange RoomAround(NumberRange range, ValueKind kind) {
-    const double around = kind == ValueKind::Date ? DaysAround : kind == ValueKind::TimeOfDay ? SecondsAround : 0.0;
+    const double around = kind == ValueKind::Date                                       ? DaysAround
+                          : kind == ValueKind::TimeOfDay || kind == ValueKind::DateTime ? SecondsAround
+                                                                                        : 0.0;
     return range.Low == range.High && around > 0.0 ? NumberRange{range.Low - around, range.High + around}
                                                    : Widened(range, RangeRoom);
 }

@@ -1,11 +1,13 @@
 #include "workbench/charts/CalendarAxis.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
 #include <limits>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 
 namespace quillara {
 namespace {
@@ -125,6 +127,29 @@ std::vector<AxisMark> RoundDates(double low, double high, int most) {
     }
     std::vector<AxisMark> marks = YearsOrMonths(low, high, static_cast<std::size_t>(most));
     return marks.empty() ? DaysEvery(static_cast<int>((high - low) / most) + 1, low, high) : marks;
+}
+
+std::vector<AxisMark> RoundDateTimes(double low, double high, int most) {
+    const double step = TimeStepFor(high - low, most);
+    if (step > HalfDay || step <= 0.0) {
+        std::vector<AxisMark> marks = RoundDates(low / SecondsOfDay, high / SecondsOfDay, most);
+        std::ranges::for_each(marks, [](AxisMark& mark) { mark.At *= SecondsOfDay; });
+        return marks;
+    }
+    if (high - low < 1.0) {
+        return {};
+    }
+    std::vector<AxisMark> marks;
+    constexpr qsizetype beginOfClock = 11;
+    QString day;
+    for (double k = std::ceil(low / step); k * step <= high; ++k) {
+        const auto precision = step < 60.0 ? DateTimePrecision::Second : DateTimePrecision::Minute;
+        const QString text = QString::fromStdString(TextFromDateTime(k * step, ' ', precision));
+        const bool isSameDay = !marks.empty() && text.startsWith(day);
+        day = text.first(std::min(text.size(), beginOfClock));
+        marks.push_back({k * step, isSameDay ? text.sliced(beginOfClock) : text});
+    }
+    return marks;
 }
 
 std::vector<AxisMark> RoundTimes(double low, double high, int most) {

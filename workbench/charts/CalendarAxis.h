@@ -16,4 +16,8 @@ namespace quillara {
 /// None where seconds can't be told.
 [[nodiscard]] std::vector<AxisMark> RoundTimes(double low, double high, int most);
 
+/// Seconds since 1970-01-01T00:00:00 at round seconds, minutes or hours, as 08:30 with the day where it begins, or at
+/// round dates. None where the calendar ends.
+[[nodiscard]] std::vector<AxisMark> RoundDateTimes(double low, double high, int most);
+
 }  // namespace quillara

@@ -7,6 +7,7 @@
 
 #include "workbench/charts/CalendarAxis.h"
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 
 namespace quillara {
 namespace {
@@ -106,6 +107,8 @@ std::vector<AxisMark> RoundValues(double low, double high, int most, ValueKind k
         marks = RoundDates(low, high, most);
     } else if (!isOne && kind == ValueKind::TimeOfDay) {
         marks = RoundTimes(low, high, most);
+    } else if (!isOne && kind == ValueKind::DateTime) {
+        marks = RoundDateTimes(low, high, most);
     } else if (isOne) {
         return OneValue(low, high, kind);
     }
@@ -128,12 +131,19 @@ QString NumberText(double number, int digits) {
 QString ValueText(double value, ValueKind kind) {
     const std::string text = kind == ValueKind::Date        ? TextFromDays(value)
                              : kind == ValueKind::TimeOfDay ? TextFromSeconds(value)
-                                                            : std::string();
+                             : kind == ValueKind::DateTime
+                                 ? TextFromDateTime(value, ' ', std::min(PrecisionOf(value), DateTimePrecision::Second))
+                                 : std::string();
     return text.empty() ? NumberText(value) : QString::fromStdString(text);
 }
 
 QString DistanceText(double distance, ValueKind kind) {
-    return kind == ValueKind::Date ? NumberText(distance) + QStringLiteral(" days") : ValueText(distance, kind);
+    constexpr double longest = 2 * SecondsOfDay;
+    if (kind == ValueKind::DateTime && std::fabs(distance) >= longest) {
+        return NumberText(distance / SecondsOfDay, 3) + QStringLiteral(" days");
+    }
+    return kind == ValueKind::Date ? NumberText(distance) + QStringLiteral(" days")
+                                   : ValueText(distance, kind == ValueKind::DateTime ? ValueKind::TimeOfDay : kind);
 }
 
 NumberRange Widened(NumberRange range, double share) {

@@ -11,8 +11,10 @@ std::string FormulaNotes() {
     return "FORMULA: comparisons (= <> < <= > >=, also == !=), in (...), between a and b, arithmetic, and, or, not, "
            "brackets, functions, missing(NAME). A text in double or single quotes, a quote of the same kind in it "
            "twice, is "
-           "compared with the texts or labels of a variable; a date is written \"YYYY-MM-DD\"; a name that is no plain "
-           "word stands in [square brackets]. They bind in the order arithmetic, comparison, not, and, or. "
+           "compared with the texts or labels of a variable; a date is written \"YYYY-MM-DD\", with a time "
+           "\"YYYY-MM-DD HH:MM:SS\", of which seconds can be added and date(X) and time(X) are the parts; a name that "
+           "is "
+           "no plain word stands in [square brackets]. They bind in the order arithmetic, comparison, not, and, or. "
            "Functions: " +
            FunctionNames() +
            ". if(CONDITION, A, B) is A or B, missing() a missing value; cut(X, B1, B2, ...) gives "

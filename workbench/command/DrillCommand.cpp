@@ -27,13 +27,14 @@ constexpr const char* DrillNotes =
     "VAR: a name, which ends at the first =; one with a = stands in double quotes as in NAMES.\n"
     "METHOD: distinct, exact:N, neat:N (N from 2 to 999), step:SIZE (from the smallest value), step:SIZE@START (what "
     "lies below START counts in the first interval), integer, bounds:B1,B2,... (1 to 99 rising upper bounds of at most "
-    "2047 characters in all), and of dates week (from Monday), month, quarter, year. Bounds and START of dates are "
-    "days "
-    "YYYY-MM-DD, of times of day HH:MM or HH:MM:SS, and SIZE is days, or seconds or a time: step:7@2019-03-04, "
+    "2047 characters in all), and of dates day, week (from Monday), month, quarter, year, with times hour. Bounds "
+    "and START of dates are days YYYY-MM-DD, with times YYYY-MM-DD HH:MM:SS, of times of day HH:MM or HH:MM:SS, and "
+    "SIZE is days, or seconds or a time, of dates with times days if START is a day: step:7@2019-03-04, "
     "step:00:30@09:00.\n"
     "CATEGORY: the first of these that the category list has: Missing (the missing data); #K, row K from 0; a row's "
     "name, then the same in letters of any case; a number, for the row whose interval it lies in or whose value it is; "
-    "a text behind a label; of dates a day YYYY-MM-DD, of times HH:MM or HH:MM:SS. Several categories of a categorical "
+    "a text behind a label; of dates a day YYYY-MM-DD, with times YYYY-MM-DD HH:MM, of times HH:MM or HH:MM:SS. "
+    "Several categories of a categorical "
     "variable are one step, as A|B, on a derived variable "
     "VAR_group; one with a bar in its name stands in double quotes.\n";
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/ValueText.h"
 #include "workbench/views/JsonText.h"
 
@@ -15,10 +16,11 @@ namespace {
 
 constexpr std::size_t MostBars = 10;
 
-constexpr std::array<std::pair<ValueKind, const char*>, 4> TypeNames{{
+constexpr std::array<std::pair<ValueKind, const char*>, 5> TypeNames{{
     {ValueKind::Number, "number"},
     {ValueKind::Date, "date"},
     {ValueKind::TimeOfDay, "time"},
+    {ValueKind::DateTime, "datetime"},
     {ValueKind::Text, "text"},
 }};
 
@@ -32,6 +34,8 @@ std::string TextOf(const Variable& variable, double value) {
             return TextFromDays(value);
         case ValueKind::TimeOfDay:
             return TextFromSeconds(value);
+        case ValueKind::DateTime:
+            return TextFromDateTime(value);
         case ValueKind::Text:
             return variable.Texts[static_cast<std::size_t>(value) - 1];
         case ValueKind::Number:
@@ -133,7 +137,8 @@ void TakeSpread(VariableSummary& summary, const Variable& variable) {
     if (const std::optional<FiveNumbers>& numbers = summary.Spread.Numbers) {
         for (const double value : ValuesOf(*numbers)) {
             const bool isInner = value != numbers->Smallest && value != numbers->Largest;
-            const bool isRounded = isInner && variable.Kind == ValueKind::Number;
+            const bool isTold = variable.Kind == ValueKind::Number || variable.Kind == ValueKind::DateTime;
+            const bool isRounded = isInner && isTold;
             summary.Quantiles.push_back(isRounded ? TextOfValue(variable.Kind, value) : TextOf(variable, value));
         }
     }

@@ -8,40 +8,61 @@
 namespace quillara {
 namespace {
 
-constexpr int DaysOfWeek = 7;
 constexpr int MonthsOfYear = 12;
+constexpr double HoursADay = 24.0;
 
-/// Of the periods in the order of CalendarPeriod; 0: it isn't made of months.
-constexpr std::array<int, 4> MonthsOf{0, 1, 3, MonthsOfYear};
+/// Either the months of a period or its length and where the one with 1970-01-01 begins.
+struct PeriodRule {
+    int Months;
+    double Days;
+    double FirstDay;
+};
 
-int MonthsIn(CalendarPeriod period) {
-    return MonthsOf[static_cast<std::size_t>(period)];
+// clang-format off
+constexpr std::array<PeriodRule, 6> PeriodRules{{  // in the order of CalendarPeriod
+    {0,            1.0 / HoursADay, 0.0},
+    {0,            1.0,              0.0},
+    {0,            7.0,             -3.0},  // Monday
+    {1,            0.0,              0.0},
+    {3,            0.0,              0.0},
+    {MonthsOfYear, 0.0,              0.0},
+}};
+// clang-format on
+
+const PeriodRule& PeriodRuleOf(CalendarPeriod period) {
+    return PeriodRules[static_cast<std::size_t>(period)];
 }
 
-/// Weeks since the one of 1969-12-29, months since January of the year 0 by the period's number of them.
+/// Hours, days or weeks since the one of 1970-01-01, months since January of the year 0 by the period's number of them.
 std::int64_t PlaceOf(CalendarPeriod period, double day) {
     using namespace std::chrono;
-    const auto whole = static_cast<std::int64_t>(std::floor(day));
-    if (period == CalendarPeriod::Week) {
-        constexpr std::int64_t mondayBefore = -3;
-        return static_cast<std::int64_t>(std::floor(static_cast<double>(whole - mondayBefore) / DaysOfWeek));
+    const PeriodRule& rule = PeriodRuleOf(period);
+    if (rule.Months == 0) {
+        constexpr double rounding = 1e-9;  // of days that were seconds
+        return static_cast<std::int64_t>(std::floor((day - rule.FirstDay) / rule.Days + rounding));
     }
+    const auto whole = static_cast<std::int64_t>(std::floor(day));
     const year_month_day date{sys_days{days{whole}}};
     const int months = static_cast<int>(date.year()) * MonthsOfYear + static_cast<int>(unsigned{date.month()}) - 1;
-    return static_cast<std::int64_t>(std::floor(static_cast<double>(months) / MonthsIn(period)));
+    return static_cast<std::int64_t>(std::floor(static_cast<double>(months) / rule.Months));
 }
 
 double FirstDayAt(CalendarPeriod period, std::int64_t place) {
     using namespace std::chrono;
-    if (period == CalendarPeriod::Week) {
-        return static_cast<double>(place * DaysOfWeek - 3);
+    const PeriodRule& rule = PeriodRuleOf(period);
+    if (rule.Months == 0) {
+        return static_cast<double>(place) * rule.Days + rule.FirstDay;
     }
     const year_month january{year{0}, January};
     return static_cast<double>(
-        sys_days{(january + months{static_cast<int>(place) * MonthsIn(period)}) / 1}.time_since_epoch().count());
+        sys_days{(january + months{static_cast<int>(place) * rule.Months}) / 1}.time_since_epoch().count());
 }
 
 }  // namespace
+
+double DaysIn(CalendarPeriod period) {
+    return PeriodRuleOf(period).Days;
+}
 
 double FirstDayOf(CalendarPeriod period, double day) {
     return FirstDayAt(period, PlaceOf(period, day));
@@ -51,14 +72,14 @@ std::size_t CountPeriods(CalendarPeriod period, double first, double last) {
     return static_cast<std::size_t>(PlaceOf(period, last) - PlaceOf(period, first)) + 1;
 }
 
-std::vector<double> PeriodEnds(CalendarPeriod period, double first, double last) {
+std::vector<double> PeriodBegins(CalendarPeriod period, double first, double last) {
     const std::int64_t begin = PlaceOf(period, first);
     const std::int64_t end = std::max(PlaceOf(period, last), begin + 1);
-    std::vector<double> ends;
+    std::vector<double> begins;
     for (std::int64_t place = begin + 1; place <= end; ++place) {
-        ends.push_back(FirstDayAt(period, place) - 1.0);
+        begins.push_back(FirstDayAt(period, place));
     }
-    return ends;
+    return begins;
 }
 
 }  // namespace quillara

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/FormulaTexts.h"
 #include "workbench/data/QuotedText.h"
@@ -58,7 +59,8 @@ struct Member {
 
 bool IsTimeText(const Variable& variable, const std::string& text) {
     return (variable.Kind == ValueKind::Date && DaysFromText(text)) ||
-           (variable.Kind == ValueKind::TimeOfDay && SecondsFromText(text));
+           (variable.Kind == ValueKind::TimeOfDay && SecondsFromText(text)) ||
+           (variable.Kind == ValueKind::DateTime && SecondsFromDateTime(text));
 }
 
 Member MemberOf(const Variable& variable, const std::string& category) {

@@ -21,8 +21,14 @@ enum class ValueKind {
     Number,
     Date,  ///< days since 1970-01-01
     TimeOfDay,  ///< seconds since midnight
+    DateTime,  ///< seconds since 1970-01-01T00:00:00 UTC
     Text,  ///< 1, 2, ...: the place of the text among the distinct texts in byte order
 };
+
+/// Whether values of this kind are points in time.
+[[nodiscard]] constexpr bool IsTimeKind(ValueKind kind) {
+    return kind == ValueKind::Date || kind == ValueKind::TimeOfDay || kind == ValueKind::DateTime;
+}
 
 /// The texts of one value; either may be empty.
 struct ValueTexts {

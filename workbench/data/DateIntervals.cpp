@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/ValueText.h"
 #include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/ExactNumbers.h"
@@ -20,6 +21,7 @@ constexpr double MinuteOfDay = Day / (24 * 60);
 constexpr double SecondOfDay = MinuteOfDay / 60;
 constexpr double Second = 1.0;
 constexpr double Rounding = 1e-9;  ///< of bounds that were added up
+constexpr double RoundingOfDateTimes = 1e-5;
 
 /// The forms of names that an analysis gives to intervals, with a hash for each bound.
 enum class Bounds : std::uint8_t { Both, Lower, Upper };
@@ -73,6 +75,41 @@ std::string BoundText(const TimeUnit& unit, double bound, bool countsAsNext) {
     return TextOfValue(unit.Kind, (countsAsNext ? std::ceil(units) : std::floor(units)) * unit.Length, unit.Length);
 }
 
+/// How many parts of a second tell the bounds of date-times from each other; 0 where none do.
+double PartsFor(double width) {
+    constexpr std::array<double, 3> partsOfSecond{1.0, 1e3, 1e6};
+    const auto* found = std::ranges::find_if(
+        partsOfSecond, [width](double parts) { return width * parts >= 1.0 - RoundingOfDateTimes; });
+    return found == partsOfSecond.end() ? 0.0 : *found;
+}
+
+/// The whole part of a second that gives an interval the same date-times.
+double RoundedBound(double parts, double bound, bool countsAsNext) {
+    const double nearest = std::round(bound * parts) / parts;
+    if (std::fabs(bound - nearest) <= RoundingOfDateTimes) {
+        return nearest;
+    }
+    return (countsAsNext ? std::ceil(bound * parts) : std::floor(bound * parts)) / parts;
+}
+
+std::string NameInDateTimes(const IntervalForm& form, double lower, double upper) {
+    const double parts = form.Named == Bounds::Both ? PartsFor(upper - lower) : 1.0;
+    const bool hasLower = form.Named != Bounds::Upper;
+    const bool hasUpper = form.Named != Bounds::Lower;
+    const auto rounded = [&](double bound) {
+        return parts == 0.0 ? bound : RoundedBound(parts, bound, form.ExcludesUpper);
+    };
+    DateTimePrecision precision = DateTimePrecision::Day;
+    for (const auto& [isThere, bound] : {std::pair(hasLower, lower), std::pair(hasUpper, upper)}) {
+        precision = isThere ? std::max(precision, PrecisionOf(rounded(bound))) : precision;
+    }
+    const auto text = [&](double bound) {
+        const std::string dateTime = parts == 0.0 ? "" : TextFromDateTime(rounded(bound), ' ', precision);
+        return dateTime.empty() ? ExactNumberText(bound) : dateTime;
+    };
+    return (hasLower ? text(lower) : "") + std::string(form.Sign) + (hasUpper ? text(upper) : "");
+}
+
 /// A bound as it stands in a name; nothing when that is no number, or a text where the form has none.
 std::optional<double> BoundIn(const IntervalForm& form, Bounds side, std::string_view text) {
     if (form.Named != Bounds::Both && form.Named != side) {
@@ -97,7 +134,12 @@ std::string NameInDates(ValueKind kind, const std::string& name, double lower, d
     const auto* form = std::ranges::find_if(
         IntervalForms, [&name](const IntervalForm& each) { return name.find(each.Sign) != std::string::npos; });
     if (form == IntervalForms.end()) {
-        return TextOfValue(kind, upper);
+        // Values that differ by less than is shown of others have names of their own.
+        const std::string whole = kind == ValueKind::DateTime ? TextFromDateTime(upper) : std::string();
+        return whole.empty() ? TextOfValue(kind, upper) : whole;
+    }
+    if (kind == ValueKind::DateTime) {
+        return NameInDateTimes(*form, lower, upper);
     }
     const double width = form->Named == Bounds::Both ? upper - lower : Day;
     const TimeUnit unit = UnitFor(kind, width);

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "workbench/data/CalendarParts.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/FormulaTexts.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/ValueText.h"
@@ -98,11 +99,29 @@ FormulaPart Extreme(const Call& call) {
     return call.Make(whole.Kind, JoinedTerm(whole.Term, std::move(further)), whole);
 }
 
-void RequireKind(const Call& call, ValueKind kind, const std::string& what) {
+/// Throws unless the argument is of the kind or a date with a time.
+void RequireTime(const Call& call, ValueKind kind, const std::string& what) {
     const FormulaPart& argument = call.Given[0];
-    if (argument.Role != PartRole::Unknown && (argument.Role != PartRole::Value || argument.Kind != kind)) {
+    const bool isOfKind =
+        argument.Role == PartRole::Value && (argument.Kind == kind || argument.Kind == ValueKind::DateTime);
+    if (argument.Role != PartRole::Unknown && !isOfKind) {
         Refuse(call.Context, argument.Offset, call.Name.Text + " takes " + what);
     }
+}
+
+double DayOf(double dateTime) {
+    return std::floor(dateTime / SecondsOfDay);
+}
+
+double ClockOf(double dateTime) {
+    return dateTime - DayOf(dateTime) * SecondsOfDay;
+}
+
+/// The argument, or of a date with a time the one of its parts that `part` gives.
+template <double (*Part)(double)>
+FormulaPart PartOf(const Call& call) {
+    const FormulaPart& argument = call.Given[0];
+    return argument.Kind == ValueKind::DateTime ? ChangedNumber(call, argument, Part) : argument;
 }
 
 std::shared_ptr<const Labels> NamesFrom1(std::span<const std::string_view> names) {
@@ -115,8 +134,8 @@ std::shared_ptr<const Labels> NamesFrom1(std::span<const std::string_view> names
 
 template <double (*Part)(double)>
 FormulaPart OfDate(const Call& call) {
-    RequireKind(call, ValueKind::Date, "a date");
-    return OfNumber<Part>(call);
+    RequireTime(call, ValueKind::Date, "a date");
+    return ChangedNumber(call, PartOf<DayOf>(call), Part);
 }
 
 FormulaPart Weekday(const Call& call) {
@@ -133,8 +152,22 @@ FormulaPart Month(const Call& call) {
 
 template <double (*Part)(double)>
 FormulaPart OfTime(const Call& call) {
-    RequireKind(call, ValueKind::TimeOfDay, "a time of day");
-    return OfNumber<Part>(call);
+    RequireTime(call, ValueKind::TimeOfDay, "a time of day");
+    return ChangedNumber(call, PartOf<ClockOf>(call), Part);
+}
+
+FormulaPart DateOf(const Call& call) {
+    RequireTime(call, ValueKind::Date, "a date with a time");
+    FormulaPart part = PartOf<DayOf>(call);
+    part.Kind = ValueKind::Date;
+    return part;
+}
+
+FormulaPart TimeOfDayOf(const Call& call) {
+    RequireTime(call, ValueKind::TimeOfDay, "a date with a time");
+    FormulaPart part = PartOf<ClockOf>(call);
+    part.Kind = ValueKind::TimeOfDay;
+    return part;
 }
 
 FormulaPart TextArgument(const Call& call) {
@@ -180,7 +213,7 @@ std::vector<double> BoundsOf(const Call& call) {
         const std::optional<double> number = ConstantOf(bound);
         const bool isOfKind = value.Role == PartRole::Unknown || bound.Kind == value.Kind;
         if (!number || !std::isfinite(*number) || !isOfKind || (!bounds.empty() && *number <= bounds.back())) {
-            const std::string what = IsTime(value.Kind) ? "quoted points in time" : "numbers";
+            const std::string what = IsTimeKind(value.Kind) ? "quoted points in time" : "numbers";
             Refuse(call.Context, bound.Offset, "the bounds of cut are " + what + " that rise");
         }
         bounds.push_back(*number);
@@ -189,6 +222,9 @@ std::vector<double> BoundsOf(const Call& call) {
 }
 
 std::string BoundText(ValueKind kind, double bound) {
+    if (kind == ValueKind::DateTime) {
+        return TextFromDateTime(bound, ' ', PrecisionOf(bound));
+    }
     return kind == ValueKind::Number ? ExactNumberText(bound) : TextOfValue(kind, bound);
 }
 
@@ -220,6 +256,7 @@ FormulaPart Cut(const Call& call) {
 /// Makes two results of one kind.
 void Reconcile(const Call& call, FormulaPart& left, FormulaPart& right) {
     ReadQuotedTimes(call.Context, left, right);
+    MakeDatesAlike(left, right);
     left = AsText(left);
     right = AsText(right);
     for (auto [side, other] : {std::pair(&left, &right), std::pair(&right, &left)}) {
@@ -290,6 +327,8 @@ constexpr std::array FunctionRows{
     FunctionRow{"weekday", 1,     1,         Weekday},
     FunctionRow{"hour",    1,     1,         OfTime<HourOfSeconds>},
     FunctionRow{"minute",  1,     1,         OfTime<MinuteOfSeconds>},
+    FunctionRow{"date",    1,     1,         DateOf},
+    FunctionRow{"time",    1,     1,         TimeOfDayOf},
     FunctionRow{"length",  1,     1,         Length},
     FunctionRow{"lower",   1,     1,         OfText<InLowerCase>},
     FunctionRow{"upper",   1,     1,         OfText<InUpperCase>},

@@ -92,7 +92,7 @@ TermPointer Pair(const TermPointer& left, JoinRule rule, const TermPointer& righ
 
 /// A number beside a point in time is a mistake: 2020-01-01 without quotes is 2018.
 void RefuseNumberBesideTime(const FormulaContext& context, const FormulaPart& time, const FormulaPart& other) {
-    if (time.Plain != nullptr && IsTime(time.Kind) && !other.Varies && !IsTime(other.Kind)) {
+    if (time.Plain != nullptr && IsTimeKind(time.Kind) && !other.Varies && !IsTimeKind(other.Kind)) {
         Refuse(context, other.Offset, '"' + time.Plain->Name + "\" " + RequestFor(time.Kind));
     }
 }
@@ -142,10 +142,19 @@ FormulaPart NumberComparison(const FormulaContext& context, const FormulaPart& l
 
 /// The kind of a sum or difference: a point in time moved by a number stays one, the distance of two is a number.
 ValueKind KindOfSum(const FormulaPart& left, const Token& sign, const FormulaPart& right) {
-    if (IsTime(left.Kind) && right.Kind == ValueKind::Number) {
+    if (IsTimeKind(left.Kind) && right.Kind == ValueKind::Number) {
         return left.Kind;
     }
-    return IsTime(right.Kind) && left.Kind == ValueKind::Number && sign.Text == "+" ? right.Kind : ValueKind::Number;
+    return IsTimeKind(right.Kind) && left.Kind == ValueKind::Number && sign.Text == "+" ? right.Kind
+                                                                                        : ValueKind::Number;
+}
+
+/// Days and seconds can't be added.
+void RefuseDifferentDates(const FormulaContext& context, const FormulaPart& left, const FormulaPart& right) {
+    const bool isDayLeft = left.Kind == ValueKind::Date && right.Kind == ValueKind::DateTime;
+    if (isDayLeft || (left.Kind == ValueKind::DateTime && right.Kind == ValueKind::Date)) {
+        Refuse(context, right.Offset, "one of these is a date and one has a time: take the date of that, as date(t)");
+    }
 }
 
 bool IsSum(const Token& sign) {
@@ -186,6 +195,7 @@ FormulaPart ComparisonOf(const FormulaContext& context, FormulaPart left, const 
         RequireEquality(context, relation);
         return IsOneOf(other, BearersOf(context, other, quoted), relation.Text == "=");
     }
+    MakeDatesAlike(left, right);
     if (left.IsText() && right.IsText()) {
         return TextComparison(context, std::move(left), relation, std::move(right));
     }
@@ -226,6 +236,7 @@ FormulaPart ChainOf(const FormulaContext& context, FormulaPart first,
     for (auto& [sign, part] : further) {
         if (IsSum(sign)) {
             ReadQuotedTimes(context, chain, part);
+            RefuseDifferentDates(context, chain, part);
         }
         RequireNumber(context, chain);
         RequireNumber(context, part);

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 
 namespace quillara {
 namespace {
@@ -17,11 +19,13 @@ struct TimeNotation {
     std::string_view Request;  ///< how it is asked for where a number stands
 };
 
-constexpr std::array<TimeNotation, 2> TimeNotations = {{
+constexpr std::array<TimeNotation, 3> TimeNotations = {{
     {ValueKind::Date, DaysFromText, "isn't a day of the calendar written as YYYY-MM-DD",
      "is a date: write the day in quotes, as \"2020-01-01\""},
     {ValueKind::TimeOfDay, SecondsFromText, "isn't a time written as HH:MM:SS",
      "is a time: write it in quotes, as \"13:45:00\""},
+    {ValueKind::DateTime, SecondsFromDateTime, "isn't a date with a time written as YYYY-MM-DD HH:MM:SS",
+     "is a date with a time: write it in quotes, as \"2020-01-01 13:45:00\""},
 }};
 
 const TimeNotation* NotationOf(ValueKind kind) {
@@ -100,10 +104,6 @@ std::optional<double> ConstantOf(const FormulaPart& part) {
     return ValuesOf(*part.Term, 1).front();
 }
 
-bool IsTime(ValueKind kind) {
-    return NotationOf(kind) != nullptr;
-}
-
 FormulaPart TimeOf(const FormulaContext& context, ValueKind kind, const FormulaPart& quoted) {
     const TimeNotation& notation = *NotationOf(kind);
     const std::optional<double> value = notation.Read(quoted.Text);
@@ -118,8 +118,22 @@ FormulaPart TimeOf(const FormulaContext& context, ValueKind kind, const FormulaP
 void ReadQuotedTimes(const FormulaContext& context, FormulaPart& left, FormulaPart& right) {
     FormulaPart& quoted = left.Role == PartRole::Quoted ? left : right;
     const FormulaPart& other = left.Role == PartRole::Quoted ? right : left;
-    if (quoted.Role == PartRole::Quoted && other.IsNumber() && IsTime(other.Kind)) {
+    if (quoted.Role == PartRole::Quoted && other.IsNumber() && IsTimeKind(other.Kind)) {
         quoted = TimeOf(context, other.Kind, quoted);
+    }
+}
+
+void MakeDatesAlike(FormulaPart& left, FormulaPart& right) {
+    if (!left.IsNumber() || !right.IsNumber()) {
+        return;
+    }
+    for (auto [day, other] : {std::pair(&left, &right), std::pair(&right, &left)}) {
+        if (day->Kind == ValueKind::Date && other->Kind == ValueKind::DateTime) {
+            day->Term = ChangedTerm(day->Term, ChangeEach([](double days) { return days * SecondsOfDay; }));
+            day->Kind = ValueKind::DateTime;
+            day->Plain = nullptr;
+            day->Labels = nullptr;
+        }
     }
 }
 

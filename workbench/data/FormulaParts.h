@@ -64,12 +64,12 @@ void RequireValue(const FormulaContext& context, const FormulaPart& part);
 /// The value of a number without variables; nothing for other parts.
 [[nodiscard]] std::optional<double> ConstantOf(const FormulaPart& part);
 
-/// Whether points in time of this kind are written as quoted texts.
-[[nodiscard]] bool IsTime(ValueKind kind);
 /// A quoted text as a point in time. Throws UsageError when it is none.
 [[nodiscard]] FormulaPart TimeOf(const FormulaContext& context, ValueKind kind, const FormulaPart& quoted);
 /// A quoted text beside a point in time as such; other parts stay.
 void ReadQuotedTimes(const FormulaContext& context, FormulaPart& left, FormulaPart& right);
+/// Of a date and a date with a time the first as the second: its midnight; other parts stay.
+void MakeDatesAlike(FormulaPart& left, FormulaPart& right);
 /// How a point in time is asked for where a number stands: "is a date: write ...".
 [[nodiscard]] std::string RequestFor(ValueKind kind);
 

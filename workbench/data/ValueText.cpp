@@ -6,11 +6,11 @@
 #include <cmath>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 
 namespace quillara {
 namespace {
 
-constexpr double SecondsOfDay = 86400.0;
 constexpr double SecondsOfMinute = 60.0;
 constexpr std::size_t SecondsPart = 3;  // of HH:MM:SS
 constexpr double LeastPlain = 1e-5;
@@ -71,12 +71,21 @@ std::string TextOfTime(double seconds, double step) {
     return isWholeMinutes && !time.empty() ? time.substr(0, time.size() - SecondsPart) : time;
 }
 
+std::string TextOfDateTime(double seconds, double step) {
+    const bool isToldByStep = step > 0.0 && std::floor(step) == step;
+    constexpr double parts = 1000.0;
+    return isToldByStep ? TextFromDateTime(seconds, ' ', std::max(PrecisionOf(seconds), PrecisionOf(step)))
+                        : TextFromDateTime(std::round(seconds * parts) / parts);
+}
+
 std::string SpecialText(ValueKind kind, double value, double step) {
     switch (kind) {
         case ValueKind::Date:
             return TextOfDate(value, step);
         case ValueKind::TimeOfDay:
             return TextOfTime(value, step);
+        case ValueKind::DateTime:
+            return TextOfDateTime(value, step);
         case ValueKind::Number:
         case ValueKind::Text:
             break;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -15,6 +16,9 @@ std::optional<double> TimeFromText(std::string_view text) {
 std::optional<WrittenValue> ReadWrittenValue(std::string_view text) {
     if (const std::optional<double> day = DaysFromText(text)) {
         return WrittenValue{*day, ValueKind::Date};
+    }
+    if (const std::optional<WrittenDateTime> moment = ReadDateTime(text)) {
+        return WrittenValue{moment->Seconds, ValueKind::DateTime};
     }
     if (const std::optional<double> time = TimeFromText(text)) {
         return WrittenValue{*time, ValueKind::TimeOfDay};

@@ -16,7 +16,8 @@ struct WrittenValue {
 /// A time of day HH:MM:SS or HH:MM.
 [[nodiscard]] std::optional<double> TimeFromText(std::string_view text);
 
-/// A day YYYY-MM-DD, a time of day HH:MM or HH:MM:SS, or a decimal number; nothing for any other text.
+/// A day YYYY-MM-DD, a day with a time (DateTimes.h), a time of day HH:MM or HH:MM:SS, or a decimal number; nothing for
+/// any other text.
 [[nodiscard]] std::optional<WrittenValue> ReadWrittenValue(std::string_view text);
 
 }  // namespace quillara

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ struct ShownVariable {
     ValueKind Kind = ValueKind::Number;  ///< how its values are written
     /// Whole names for people, dates as YYYY-MM-DD, without missing data; empty: not known.
     std::vector<std::string> Categories;
+    /// Of a date with a time: the bounds of the step that was taken on it, which its category has lost digits of.
+    std::optional<CategoryBounds> Step{};
     bool HasMissing = false;  ///< behind the categories one more row, bar, slice or layer stands for missing data
 
     /// Rows, bars, slices or layers that show it; 0 when they aren't known.

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/LetterCase.h"
 
 namespace quillara {
@@ -45,7 +46,7 @@ struct BuiltInFormats {
 constexpr auto BuiltIn = std::to_array<BuiltInFormats>({
     {14, 17, CellContent::Date},
     {18, 21, CellContent::TimeOfDay},
-    {22, 22, CellContent::Date},
+    {22, 22, CellContent::DateTime},
     {27, 31, CellContent::Date},  // of East Asian languages
     {32, 35, CellContent::TimeOfDay},
     {36, 36, CellContent::Date},
@@ -63,10 +64,11 @@ CellContent ContentByCode(std::string_view code) {
     if (letters.starts_with("general") || letters.starts_with("standard")) {
         return CellContent::Number;
     }
+    const bool showsTime = letters.find_first_of("hs") != std::string::npos;
     if (letters.find_first_of("yd") != std::string::npos) {
-        return CellContent::Date;
+        return showsTime ? CellContent::DateTime : CellContent::Date;
     }
-    if (letters.find_first_of("hs") != std::string::npos) {
+    if (showsTime) {
         return CellContent::TimeOfDay;
     }
     return letters.find('m') != std::string::npos ? CellContent::Date : CellContent::Number;
@@ -78,20 +80,15 @@ CellContent ContentByNumber(int format) {
     return found == BuiltIn.end() ? CellContent::Number : found->Content;
 }
 
-std::string TextOfSerialDay(double serial, bool begins1904) {
+std::string TextOfSerialDay(double serial, bool begins1904, bool showsTime) {
     constexpr double dayThatWasNot = 60;
     const double offset = begins1904 ? DaysFrom1904To1970 : serial < dayThatWasNot ? DaysTo1970 - 1 : DaysTo1970;
-    double day = std::floor(serial);
-    double seconds = std::round((serial - day) * SecondsPerDay);
-    if (seconds == SecondsPerDay) {
-        ++day;
-        seconds = 0;
-    }
-    std::string text = TextFromDays(day - offset);
-    if (!text.empty() && seconds > 0) {
-        text += "T" + TextFromSeconds(seconds);
-    }
-    return text;
+    constexpr double partsOfSecond = 1000;
+    const double day = std::floor(serial);
+    const double parts = std::round((serial - day) * SecondsPerDay * partsOfSecond);
+    const bool isDay = parts == 0 || parts == SecondsPerDay * partsOfSecond;
+    const double seconds = ((day - offset) * SecondsPerDay * partsOfSecond + parts) / partsOfSecond;
+    return TextFromDateTime(seconds, 'T', isDay && !showsTime ? DateTimePrecision::Day : DateTimePrecision::Exact);
 }
 
 std::string TextOfSerialTime(double serial) {
@@ -103,6 +100,12 @@ std::optional<double> SerialOfDay(double days) {
     constexpr double last = 2958465;
     const double serial = days + DaysTo1970;
     return first <= serial && serial <= last ? std::optional(serial) : std::nullopt;
+}
+
+std::optional<double> SerialOfDateTime(double seconds) {
+    const double day = std::floor(seconds / SecondsPerDay);
+    const std::optional<double> serial = SerialOfDay(day);
+    return serial ? std::optional(*serial + (seconds - day * SecondsPerDay) / SecondsPerDay) : std::nullopt;
 }
 
 double SerialOfSeconds(double seconds) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/MissingCodes.h"
 #include "workbench/formats/NumberAssembly.h"
 #include "workbench/formats/PieceCodes.h"
@@ -161,7 +162,12 @@ std::optional<FieldKind> KindInPlaceOf(const GatheredColumn& column, const Field
     }
     const bool areDates =
         AllTexts(column, rules, [](std::string_view field) { return DaysFromText(field).has_value(); });
-    return areDates ? std::optional(FieldKind::Date) : std::nullopt;
+    if (areDates) {
+        return FieldKind::Date;
+    }
+    const bool areDateTimes =
+        AllTexts(column, rules, [](std::string_view field) { return SecondsFromDateTime(field).has_value(); });
+    return areDateTimes ? std::optional(FieldKind::DateTime) : std::nullopt;
 }
 
 std::optional<ColumnGatherer::TooLarge> FirstTooLarge(const GatheredColumn& column) {

@@ -35,6 +35,7 @@ constexpr auto KindWords = std::to_array<std::pair<ValueKind, std::string_view>>
     {ValueKind::Number,    "number"},
     {ValueKind::Date,      "date"},
     {ValueKind::TimeOfDay, "time of day"},
+    {ValueKind::DateTime,  "date with time"},
     {ValueKind::Text,      "text"},
 });
 // clang-format on

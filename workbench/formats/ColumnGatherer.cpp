@@ -57,6 +57,8 @@ bool ColumnGatherer::Take(const FieldRun& run, std::size_t variable) {
             return TakeNumbers(run, variable);
         case FieldKind::Date:
             return TakeDates(run, variable);
+        case FieldKind::DateTime:
+            return TakeDateTimes(run, variable);
         case FieldKind::Text:
             for (std::size_t record = 0; record < run.Records(); ++record) {
                 TakeText(run.At(record, variable));
@@ -114,6 +116,25 @@ bool ColumnGatherer::TakeDates(const FieldRun& run, std::size_t variable) {
     return true;
 }
 
+/// A day without a time among them is the midnight that it begins with.
+bool ColumnGatherer::TakeDateTimes(const FieldRun& run, std::size_t variable) {
+    const bool valuesMayBeMissing = Rules->ValuesMayBeMissing();
+    for (std::size_t record = 0; record < run.Records(); ++record) {
+        const std::string_view field = run.At(record, variable);
+        const bool isGap = field.empty() || (valuesMayBeMissing && Rules->IsMissing(field));
+        const std::optional<WrittenDateTime> read = isGap ? std::nullopt : ReadDateTime(field);
+        const std::int32_t day = isGap || read ? NoDay : DayNumber(field);
+        if (!isGap && !read && day == NoDay && !Rules->IsMissing(field)) {
+            return false;
+        }
+        if (read) {
+            ZonesOfTimes.Add(read->Zone);
+        }
+        Values.push_back(read ? read->Seconds : day == NoDay ? NoValue : day * SecondsOfDay);
+    }
+    return true;
+}
+
 void ColumnGatherer::TakeText(std::string_view field) {
     if (field.empty()) {
         TextNumbers.push_back(0);
@@ -142,6 +163,7 @@ ColumnPiece ColumnGatherer::Finish() {
     ColumnPiece piece;
     switch (Kind) {
         case FieldKind::Number:
+        case FieldKind::DateTime:
             piece = MakeWhole(Values, Whole) ? FinishWhole() : FinishNumbers();
             break;
         case FieldKind::Date:

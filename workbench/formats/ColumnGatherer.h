@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/ColumnPiece.h"
 #include "workbench/formats/FieldRules.h"
 #include "workbench/formats/FieldRun.h"
@@ -17,7 +18,7 @@
 namespace quillara {
 
 /// As what the fields of a variable are read.
-enum class FieldKind : unsigned char { Number, Date, Text, PassedOver };
+enum class FieldKind : unsigned char { Number, Date, DateTime, Text, PassedOver };
 
 /// Turns the fields of one variable into values, part by part of the text.
 class ColumnGatherer {
@@ -48,11 +49,14 @@ class ColumnGatherer {
         std::string Field;
     };
     [[nodiscard]] const std::optional<TooLarge>& FirstTooLarge() const { return Large; }
+    /// Of date-times.
+    [[nodiscard]] const ZonesMet& Zones() const { return ZonesOfTimes; }
 
   private:
     bool TakeNumbers(const FieldRun& run, std::size_t variable);
     bool TakeUnusual(std::string_view field, std::size_t place, double& value);
     bool TakeDates(const FieldRun& run, std::size_t variable);
+    bool TakeDateTimes(const FieldRun& run, std::size_t variable);
     void TakeText(std::string_view field);
 
     [[nodiscard]] ColumnPiece FinishTexts() const;
@@ -63,13 +67,14 @@ class ColumnGatherer {
 
     FieldKind Kind;
     const FieldRules* Rules;
-    std::vector<double> Values;  // of numbers
+    std::vector<double> Values;  // of numbers and date-times
     std::vector<std::int32_t> Whole;  // of dates, and numbers that are all whole ones
     std::vector<std::uint32_t> TextNumbers;  // 0: missing; else 1 more than the code
     TextCodes TextsMet;
     std::vector<bool> IsMissingText;  // by code
     NumberCodes NumbersMet;
     std::optional<TooLarge> Large;
+    ZonesMet ZonesOfTimes;
 };
 
 }  // namespace quillara

@@ -149,6 +149,7 @@ void WriteWhole(const std::string& path, const ExpectedTable& expected, const Fi
     });
 }
 
+/// Gives what is lost.
 std::vector<std::string> WriteStatistical(const DataTable& table, const std::string& path,
                                           const StatisticalRules& rules, const std::function<bool()>& cancelled,
                                           const ProgressTaker& progress) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/NamesInFile.h"
 #include "workbench/numbers/ExactNumbers.h"
 
@@ -73,6 +74,8 @@ std::string ShownColumn::TextOf(double value) const {
             return TextFromDays(value);
         case ValueKind::TimeOfDay:
             return TextFromSeconds(value);
+        case ValueKind::DateTime:
+            return TextFromDateTime(value, 'T');
         case ValueKind::Text:  // shown as they stand
         case ValueKind::Number:
             break;

@@ -34,7 +34,7 @@ constexpr auto LossTexts = std::to_array<LossText>({  // in the order of Loss
     {"parts of a day or second are dropped",        "write sav"},
     {"become ",                                     "write sav"},
 });
-constexpr auto KindNames = std::to_array<std::string_view>({"numbers", "dates", "times of day", "texts"});  // of ValueKind
+constexpr auto KindNames = std::to_array<std::string_view>({"numbers", "dates", "times of day", "dates with times", "texts"});  // of ValueKind
 // clang-format on
 
 std::string_view NameOf(ValueKind kind) {
@@ -125,6 +125,8 @@ class ColumnComparison {
         if (Column.Kind() == ValueKind::Date && ReadBack.Kind == ValueKind::Date) {
             Require(number == std::floor(Column.Source()->Values[row]));
             CompareWhole(row);
+        } else if (Column.Kind() == ValueKind::DateTime && ReadBack.Kind == ValueKind::DateTime) {
+            CompareDateTime(number, Column.Source()->Values[row]);
         } else if (Column.Kind() == ReadBack.Kind) {
             Require(IsSameNumber(number, Column.Source()->Values[row]));
         } else {
@@ -135,6 +137,15 @@ class ColumnComparison {
     void CompareKind() {
         if (Column.Kind() != ReadBack.Kind) {
             Lost[Index(Loss::Kind)].insert("");
+        }
+    }
+
+    /// What a sheet counts in days loses what is shorter than a thousandth of a second.
+    void CompareDateTime(double number, double value) {
+        constexpr double mostLost = 0.0006;
+        Require(std::fabs(number - value) <= mostLost);
+        if (number != value) {
+            Lost[Index(Loss::Fraction)].insert("");
         }
     }
 

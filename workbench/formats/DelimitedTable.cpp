@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <map>
 #include <mutex>
 #include <numeric>
@@ -24,6 +25,7 @@
 #include "workbench/formats/TextFaults.h"
 #include "workbench/formats/TextLayout.h"
 #include "workbench/formats/TextOfFile.h"
+#include "workbench/formats/TimeZones.h"
 
 namespace quillara {
 namespace {
@@ -39,6 +41,14 @@ RecordOptions RecordsOf(const ReadOptions& options) {
         records.Separators = ";\t|,";
     }
     return records;
+}
+
+ZonesMet ZonesOf(const GatheredColumn& column) {
+    ZonesMet zones;
+    for (const ColumnGatherer& worker : column.Workers) {
+        zones.Add(worker.Zones());
+    }
+    return zones;
 }
 
 /// Reads one text as a table.
@@ -164,6 +174,8 @@ class TableReading {
         NamesInFile = Options.HasHeader ? names : std::vector<std::string>();
         names = VariableNames(std::move(names));
         table.Variables.resize(names.size());
+        Zones.clear();
+        std::ranges::transform(gathering.Columns(), std::back_inserter(Zones), ZonesOf);
         Monitor.Enter(ShareOfGatheringAnew, 1, names.size() * gathering.Cases());
         std::mutex trimming;
         Crew.Do(names.size(), gathering.Cases(), [&](std::size_t variable, std::size_t /*worker*/) {
@@ -189,6 +201,11 @@ class TableReading {
                                            .TakesDecimal = origin == Origin::File});
             remarks.insert(remarks.end(), onNumbers.begin(), onNumbers.end());
         }
+        for (std::size_t i = 0; i < table.Variables.size(); ++i) {
+            if (std::optional<Remark> remark = RemarkOnZones(table.Variables[i].Name, Zones[i])) {
+                remarks.push_back(std::move(*remark));
+            }
+        }
         if (Options.Noticed) {
             std::ranges::for_each(remarks, Options.Noticed);
         }
@@ -203,6 +220,7 @@ class TableReading {
     TextFaults Faults;
     TextLayout Layout;
     std::vector<std::string> NamesInFile;
+    std::vector<ZonesMet> Zones;  // by variable
 };
 
 /// Whether a file can be read part by part: a pipe can't, nor can what must be brought into UTF-8 as a whole.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/MissingReasons.h"
 #include "workbench/data/QuotedText.h"
@@ -59,10 +60,15 @@ std::optional<double> ValueOfText(const Variable& variable, const std::string& t
 
 double ValueOfNumberOrDate(const Variable& variable, const std::string& text) {
     const bool isDate = variable.Kind == ValueKind::Date;
-    const std::optional<double> value = isDate ? DaysFromText(text) : DecimalNumber(text);
+    const bool hasTime = variable.Kind == ValueKind::DateTime;
+    const std::optional<double> value = isDate    ? DaysFromText(text)
+                                        : hasTime ? SecondsFromDateTime(text)
+                                                  : DecimalNumber(text);
     if (!value) {
         throw DataError(Quoted(text) + " is no value of the variable " + Quoted(variable.Name) + ", which holds " +
-                        (isDate ? "dates as YYYY-MM-DD." : "numbers."));
+                        (isDate    ? "dates as YYYY-MM-DD."
+                         : hasTime ? "dates with times as YYYY-MM-DD HH:MM:SS."
+                                   : "numbers."));
     }
     return *value;
 }

@@ -106,9 +106,16 @@ DisplayFormat FormatOfNumber(const Variable& variable, std::string_view extensio
     }
     // A format of dates would make the numbers dates on reading.
     const std::optional<ForeignTime> time = ForeignTime::Find(extension, variable.Format);
-    const bool wouldBecomeTimes =
-        time && ConvertsEach(variable, [&](double value) { return time->Convert(value).has_value(); });
+    const auto wouldBecome = [&](const std::optional<ForeignTime>& kind) {
+        return kind && ConvertsEach(variable, [&](double value) { return kind->Convert(value).has_value(); });
+    };
+    const bool wouldBecomeTimes = wouldBecome(time) || (time && wouldBecome(time->WithTimes()));
     return {wouldBecomeTimes ? "" : variable.Format, {}};
+}
+
+std::optional<ForeignTime> TimeFor(ValueKind kind, std::string_view extension, std::string_view format) {
+    const std::optional<ForeignTime> time = ForeignTime::Find(extension, format);
+    return time && kind == ValueKind::DateTime ? time->WithTimes() : time;
 }
 
 }  // namespace
@@ -117,12 +124,12 @@ DisplayFormat FormatInFile(const Variable& variable, std::string_view extension,
     if (variable.Kind == ValueKind::Number) {
         return FormatOfNumber(variable, extension);
     }
-    const std::optional<ForeignTime> own = ForeignTime::Find(extension, variable.Format);
+    const std::optional<ForeignTime> own = TimeFor(variable.Kind, extension, variable.Format);
     if (own && own->Kind() == variable.Kind && IsFormatOf(extension, variable.Format) &&
         ConvertsEach(variable, [&](double value) { return own->Invert(value).has_value(); })) {
         return {variable.Format, own};
     }
-    return {std::string(ordinary), ForeignTime::Find(extension, ordinary)};
+    return {std::string(ordinary), TimeFor(variable.Kind, extension, ordinary)};
 }
 
 }  // namespace quillara

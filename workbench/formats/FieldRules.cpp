@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/numbers/DecimalNumber.h"
 
@@ -23,7 +23,7 @@ FieldRules::FieldRules(const ReadOptions& options)
     : Point(options.Decimal), MissingTexts(options.MissingTexts.value_or(DefaultMissingTexts())) {
     MissingTextsMayBeValues = std::ranges::any_of(MissingTexts, [&](const std::string& text) {
         double value = 0;
-        return ReadDecimal(text, Point, value) != DecimalOutcome::NoNumber || DaysFromText(text);
+        return ReadDecimal(text, Point, value) != DecimalOutcome::NoNumber || SecondsFromDateTime(text);
     });
 }
 

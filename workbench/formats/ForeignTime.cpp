@@ -115,6 +115,7 @@ constexpr std::array DtaFormats = std::to_array<NamedFormat>({
     {"td", Scale::Days},
     {"d",  Scale::Days},
     {"tc", Scale::DateAndTimeOfMilliseconds},
+    {"tC", Scale::DateAndTimeOfLeapMilliseconds},
     {"tw", Scale::Weeks},
     {"tm", Scale::Months},
     {"tq", Scale::Quarters},
@@ -139,12 +140,16 @@ bool ShowsClockOnly(std::string_view pattern) {
     return !pattern.empty() && pattern.find_first_not_of("HhMmSs:_.aApP!0123456789") == std::string_view::npos;
 }
 
+bool IsOfMilliseconds(std::optional<Scale> scale) {
+    return scale == Scale::DateAndTimeOfMilliseconds || scale == Scale::DateAndTimeOfLeapMilliseconds;
+}
+
 std::optional<Scale> FindInDta(std::string_view format) {
     format.remove_prefix(std::min(format.find_first_not_of("%-"), format.size()));
     // %9.0g begins with its width, so a format that begins with d is the old form of td.
     const std::size_t length = format.starts_with('t') ? 2 : 1;
     const std::optional<Scale> scale = FindByName(DtaFormats, format.substr(0, length));
-    if (scale == Scale::DateAndTimeOfMilliseconds && ShowsClockOnly(format.substr(length))) {
+    if (IsOfMilliseconds(scale) && ShowsClockOnly(format.substr(length))) {
         return Scale::ClockOfDateMilliseconds;
     }
     return scale;
@@ -171,6 +176,49 @@ std::optional<double> FirstDayOfWeek(double weeksSince1960) {
     return newYear ? std::optional(*newYear + 7 * std::floor(weeksSince1960 - 52 * years)) : std::nullopt;
 }
 
+/// The first days behind leap seconds, as days since 1970-01-01.
+constexpr auto DaysBehindLeapSeconds =
+    std::to_array<double>({912,  1096, 1461, 1826, 2191, 2557, 2922,  3287,  3652,  4199,  4564,  4929,  5660, 6574,
+                           7305, 7670, 8217, 8582, 8947, 9496, 10043, 10592, 13149, 14245, 15522, 16617, 17167});
+
+/// Leap seconds before a moment of clocks that count them, or of those that don't.
+double LeapSecondsBefore(double seconds, bool areCounted) {
+    double leaps = 0;
+    for (const double day : DaysBehindLeapSeconds) {
+        const double begin = day * SecondsPerDay + (areCounted ? leaps + 1 : 0);
+        leaps += begin <= seconds ? 1 : 0;
+    }
+    return leaps;
+}
+
+/// How far a double is from the next one.
+double LastDigit(double value) {
+    return std::nextafter(std::abs(value), HUGE_VAL) - std::abs(value);
+}
+
+/// Seconds since 1970 of a value that counts parts of a second from an epoch: whole thousandths or millionths where the
+/// value is the double next to them.
+double MomentOf(double value, double partsOfSecond, double epoch) {
+    const double seconds = value / partsOfSecond + epoch * SecondsPerDay;
+    const double digit = std::max(LastDigit(value) / partsOfSecond, LastDigit(seconds));
+    for (const double parts : {1e3, 1e6}) {
+        const double rounded = std::round(seconds * parts) / parts;
+        if (std::abs(rounded - seconds) <= digit) {
+            return rounded;
+        }
+    }
+    return seconds;
+}
+
+/// Those that a value in milliseconds counts.
+double LeapSecondsOf(double value, double epoch) {
+    return LeapSecondsBefore(value / 1000 + epoch * SecondsPerDay, true);
+}
+
+std::optional<double> MomentWithinCalendar(double seconds) {
+    return WithinCalendar(std::floor(seconds / SecondsPerDay)) ? std::optional(seconds) : std::nullopt;
+}
+
 std::optional<double> WithinDay(double seconds) {
     return 0 <= seconds && seconds < SecondsPerDay ? std::optional(seconds) : std::nullopt;
 }
@@ -195,6 +243,14 @@ std::optional<double> InverseOf(Scale scale, double ours, double epoch) {
             return (ours - epoch) * SecondsPerDay;
         case Scale::DateAndTimeOfMilliseconds:
             return (ours - epoch) * MillisecondsPerDay;
+        case Scale::DateAndTimeOfLeapMilliseconds:
+            return (ours - epoch) * MillisecondsPerDay + 1000 * LeapSecondsBefore(ours * SecondsPerDay, false);
+        case Scale::MomentOfSeconds:
+            return ours - epoch * SecondsPerDay;
+        case Scale::MomentOfMilliseconds:
+            return MillisecondsOf(ours - epoch * SecondsPerDay);
+        case Scale::MomentOfLeapMilliseconds:
+            return MillisecondsOf(ours + LeapSecondsBefore(ours, false) - epoch * SecondsPerDay);
         case Scale::ClockOfSeconds:
             return ours;
         case Scale::ClockOfDateMilliseconds:
@@ -220,7 +276,22 @@ std::optional<ForeignTime> ForeignTime::Find(std::string_view extension, std::st
 
 ValueKind ForeignTime::Kind() const {
     const bool isClock = Shown == Scale::ClockOfSeconds || Shown == Scale::ClockOfDateMilliseconds;
-    return isClock ? ValueKind::TimeOfDay : ValueKind::Date;
+    const bool isMoment = Shown == Scale::MomentOfSeconds || Shown == Scale::MomentOfMilliseconds ||
+                          Shown == Scale::MomentOfLeapMilliseconds;
+    return isClock ? ValueKind::TimeOfDay : isMoment ? ValueKind::DateTime : ValueKind::Date;
+}
+
+std::optional<ForeignTime> ForeignTime::WithTimes() const {
+    switch (Shown) {
+        case Scale::DateAndTimeOfSeconds:
+            return ForeignTime(Scale::MomentOfSeconds, Epoch);
+        case Scale::DateAndTimeOfMilliseconds:
+            return ForeignTime(Scale::MomentOfMilliseconds, Epoch);
+        case Scale::DateAndTimeOfLeapMilliseconds:
+            return ForeignTime(Scale::MomentOfLeapMilliseconds, Epoch);
+        default:
+            return {};
+    }
 }
 
 std::optional<double> ForeignTime::Convert(double value) const {
@@ -233,6 +304,14 @@ std::optional<double> ForeignTime::Convert(double value) const {
             return WholeDays(value, SecondsPerDay, Epoch);
         case Scale::DateAndTimeOfMilliseconds:
             return WholeDays(value, MillisecondsPerDay, Epoch);
+        case Scale::DateAndTimeOfLeapMilliseconds:
+            return WholeDays(value - 1000 * LeapSecondsOf(value, Epoch), MillisecondsPerDay, Epoch);
+        case Scale::MomentOfSeconds:
+            return MomentWithinCalendar(MomentOf(value, 1, Epoch));
+        case Scale::MomentOfMilliseconds:
+            return MomentWithinCalendar(MomentOf(value, 1000, Epoch));
+        case Scale::MomentOfLeapMilliseconds:
+            return MomentWithinCalendar(MomentOf(value - 1000 * LeapSecondsOf(value, Epoch), 1000, Epoch));
         case Scale::Weeks:
             return FirstDayOfWeek(value);
         case Scale::Months:
@@ -249,9 +328,14 @@ std::optional<double> ForeignTime::Convert(double value) const {
     return {};
 }
 
-std::optional<double> ForeignTime::Invert(double ours) const {
+std::optional<double> ForeignTime::Nearest(double ours) const {
     const std::optional<double> value = InverseOf(Shown, ours, Epoch);
-    return value && std::isfinite(*value) && Convert(*value) == ours ? value : std::nullopt;
+    return value && std::isfinite(*value) && Convert(*value) ? value : std::nullopt;
+}
+
+std::optional<double> ForeignTime::Invert(double ours) const {
+    const std::optional<double> value = Nearest(ours);
+    return value && Convert(*value) == ours ? value : std::nullopt;
 }
 
 }  // namespace quillara

@@ -12,6 +12,7 @@ inline constexpr std::string_view ValueLabel  = "value-label";  ///< VARIABLE VA
 inline constexpr std::string_view Description = "description";  ///< VARIABLE VALUE: the description
 inline constexpr std::string_view CaseNames   = "case-names";   ///< VARIABLE: holds the names of the cases; no text
 inline constexpr std::string_view Weight      = "weight";       ///< VARIABLE: the declared weight; no text
+inline constexpr std::string_view DateTime    = "date-time";    ///< VARIABLE: its dates have times, all midnight; no text
 inline constexpr std::string_view Header      = "header";       ///< the whole title text of the file, cut in the file
 // clang-format on
 

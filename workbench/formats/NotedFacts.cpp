@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
 
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileNotes.h"
 #include "workbench/formats/NoteKinds.h"
@@ -61,6 +63,25 @@ void MakeCaseNames(DataTable& table, std::size_t index) {
     }
 }
 
+/// Dates become the midnights that they begin with.
+void MakeDateTimes(Variable& variable) {
+    if (variable.Kind != ValueKind::Date) {
+        return;
+    }
+    std::vector<double> seconds;
+    for (const double day : variable.Values) {
+        const bool isMissing = variable.IsMissing(day);
+        seconds.push_back(isMissing ? std::numeric_limits<double>::quiet_NaN() : day * SecondsOfDay);
+    }
+    std::map<double, ValueTexts> labels;
+    for (auto& [day, texts] : variable.Labels) {
+        labels[day * SecondsOfDay] = std::move(texts);
+    }
+    variable.Kind = ValueKind::DateTime;
+    variable.Labels = std::move(labels);
+    EncodeNumbers(variable, std::move(seconds));
+}
+
 class NoteReader {
   public:
     explicit NoteReader(DataTable& table) : Table(table) {
@@ -93,6 +114,8 @@ class NoteReader {
             Complete(variable.LongName, note.Text);
         } else if (note.Kind == noteKinds::Weight && !Table.Weight) {
             Table.Weight = place;
+        } else if (note.Kind == noteKinds::DateTime) {
+            MakeDateTimes(variable);
         } else if (note.Kind == noteKinds::CaseNames) {
             CaseNames = place;
         } else if (const MissingReason* reason = ReasonCalled(variable, note.Value)) {

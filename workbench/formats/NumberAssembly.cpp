@@ -182,10 +182,16 @@ bool AreTooManyForCodes(const GatheredColumn& column) {
     });
 }
 
+ValueKind KindOfNumbers(FieldKind kind) {
+    return kind == FieldKind::Date       ? ValueKind::Date
+           : kind == FieldKind::DateTime ? ValueKind::DateTime
+                                         : ValueKind::Number;
+}
+
 }  // namespace
 
 void AssembleNumbers(GatheredColumn& column, Variable& variable) {
-    variable.Kind = column.Kind == FieldKind::Date ? ValueKind::Date : ValueKind::Number;
+    variable.Kind = KindOfNumbers(column.Kind);
     const std::size_t cases = CasesOf(column.Pieces);
     if (JoinedNumbers numbers(column); numbers.AreCodes(cases)) {
         variable.MissingCode = numbers.EncodeMissing();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/NoteKinds.h"
 #include "workbench/formats/NotedFacts.h"
@@ -12,6 +13,8 @@
 
 namespace quillara {
 namespace {
+
+constexpr double NoValue = std::numeric_limits<double>::quiet_NaN();
 
 [[noreturn]] void Refuse(const std::string& variable, const std::string& reason) {
     throw DataError("Variable \"" + variable + "\" " + reason);
@@ -91,8 +94,12 @@ class ColumnLayout {
         if (Content.Kind == ValueKind::Text) {
             CheckTexts(Content, Rules);
         } else {
-            const bool isTime = Content.Kind == ValueKind::TimeOfDay;
-            Column.Format = FormatInFile(Content, Rules.Extension, isTime ? Rules.TimeFormat : Rules.DateFormat);
+            Column.Format = FormatInFile(Content, Rules.Extension, OrdinaryFormat());
+            if (Content.Kind == ValueKind::DateTime && HoldsForAll(Content.Values, [&](double value) {
+                    return Content.IsMissing(value) || std::fmod(value, SecondsOfDay) == 0.0;
+                })) {
+                AddNote(noteKinds::DateTime, "", "");
+            }
         }
         for (const auto& [value, texts] : Content.Labels) {
             if (const std::optional<std::string> key = KeyOf(value)) {
@@ -108,6 +115,14 @@ class ColumnLayout {
     }
 
   private:
+    [[nodiscard]] std::string_view OrdinaryFormat() const {
+        if (Content.Kind != ValueKind::DateTime) {
+            return Content.Kind == ValueKind::TimeOfDay ? Rules.TimeFormat : Rules.DateFormat;
+        }
+        const bool isWhole = HoldsForAll(Content.Values, [](double value) { return std::floor(value) == value; });
+        return isWhole ? Rules.DateTimeFormat : Rules.PreciseDateTimeFormat;
+    }
+
     void AddNote(std::string_view kind, const std::string& value, const std::string& text) {
         Notes.push_back({std::string(kind), Column.Name, value, text});
     }
@@ -156,6 +171,32 @@ class ColumnLayout {
     std::vector<FileNote>& Notes;
 };
 
+/// Dates with times as the file can tell them; nothing where it can tell all as they are.
+std::optional<Variable> AsTheFileTells(const Variable& variable, const StatisticalRules& rules) {
+    if (variable.Kind != ValueKind::DateTime) {
+        return {};
+    }
+    const ForeignTime time = *ForeignTime::Find(rules.Extension, rules.DateTimeFormat)->WithTimes();
+    const auto isTold = [&](double value) { return variable.IsMissing(value) || time.Invert(value); };
+    if (HoldsForAll(variable.Values, isTold)) {
+        return {};
+    }
+    Variable told = variable;
+    std::vector<double> values;
+    for (const double value : variable.Values) {
+        const std::optional<double> nearest = time.Nearest(value);
+        const bool isKept = variable.IsMissing(value) || !nearest;
+        values.push_back(variable.IsMissing(value) ? NoValue : isKept ? value : *time.Convert(*nearest));
+    }
+    EncodeNumbers(told, std::move(values));
+    return told;
+}
+
+std::string LostParts(const Variable& variable, const StatisticalRules& rules) {
+    return "Variable \"" + variable.Name + "\": parts of a second are rounded to what a " +
+           std::string(rules.Extension) + " file can tell (write csv).";
+}
+
 std::size_t LongestText(const FileColumn& column) {
     std::size_t longest = 1;
     for (const std::string& text : column.Content->Texts) {
@@ -177,8 +218,11 @@ void AddColumns(StatisticalLayout& layout, const DataTable& table, const Statist
             layout.Losses.push_back(LostReasons(variable, rules.Extension));
         }
         const bool isOther = !rules.LabelsTexts && HasLabelsBesideTexts(variable);
-        layout.Columns.emplace_back().Content =
-            isOther ? &layout.Made.emplace_back(AsLabelledNumbers(variable)) : &variable;
+        std::optional<Variable> made = isOther ? AsLabelledNumbers(variable) : AsTheFileTells(variable, rules);
+        if (made && !isOther) {
+            layout.Losses.push_back(LostParts(variable, rules));
+        }
+        layout.Columns.emplace_back().Content = made ? &layout.Made.emplace_back(std::move(*made)) : &variable;
         layout.Columns.back().Reasons = keepsReasons ? variable.Reasons.get() : nullptr;
     }
     std::vector<NamedColumn> wanted;

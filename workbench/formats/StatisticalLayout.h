@@ -43,8 +43,8 @@ struct StatisticalLayout {
 
 /// Lays a table out for a format. The layout refers to the table. Names of cases become a text variable; where texts
 /// have no value labels, a text variable with labels of its own becomes numbers, labelled with what each was shown as.
-/// Texts too long for a field stand there cut, and whole in the notes. Reasons of missing data that the format has no
-/// room for are lost.
+/// Texts too long for a field stand there cut, and whole in the notes. Dates with times become what the file can tell.
+/// Reasons of missing data that the format has no room for are lost.
 /// Throws DataError naming the variable when it holds a text that neither has room for: too long, empty without being
 /// missing, with blanks at its end or with a null byte.
 [[nodiscard]] StatisticalLayout LayOut(const DataTable& table, const StatisticalRules& rules);

@@ -20,6 +20,8 @@ struct StatisticalRules {
     std::size_t NoteBytes;  ///< of a line of the notes
     std::string_view DateFormat;
     std::string_view TimeFormat;
+    std::string_view DateTimeFormat;
+    std::string_view PreciseDateTimeFormat;  ///< where there are parts of a second
     bool DeclaresMissing;  ///< has codes and ranges of missing values; else marks, .a to .z
     bool LabelsTexts;  ///< has value labels of texts
     bool LabelsAllNumbers;  ///< has value labels of numbers other than whole ones of 32 bits
@@ -53,9 +55,9 @@ inline constexpr NameRules Names = {
 // clang-format off
 /// A text of sav could have a byte more, but a field as wide as its longest text loses that byte on reading.
 inline constexpr auto RulesOfFormats = std::to_array<StatisticalRules>({
-    {"sav",  savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       true,  true,  true,  true,  true},
-    {"zsav", savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       true,  true,  true,  true,  false},
-    {"dta",  dtaRules::Names, {255, 80}, {320, 80},  {32'000, 32'000}, 2'000'000'000, 8'000, "%td",    "%tcHH:MM:SS", false, false, false, false, true},
+    {"sav",  savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       "DATETIME20", "DATETIME23.3",             true,  true,  true,  true,  true},
+    {"zsav", savRules::Names, {64, 64},  {256, 256}, {120, 120},     32'766,        80,    "DATE11", "TIME8",       "DATETIME20", "DATETIME23.3",             true,  true,  true,  true,  false},
+    {"dta",  dtaRules::Names, {255, 80}, {320, 80},  {32'000, 32'000}, 2'000'000'000, 8'000, "%td",    "%tcHH:MM:SS", "%tc",        "%tcDDmonCCYY_HH:MM:SS.sss", false, false, false, false, true},
 });
 // clang-format on
 

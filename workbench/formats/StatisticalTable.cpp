@@ -61,11 +61,17 @@ void FillNumbers(Variable& variable, StatisticalColumn& column, const LabelSet& 
         return !std::isfinite(entry.first) || IsWithinAny(column.MissingNumbers, entry.first);
     });
     const std::optional<ForeignTime> time = ForeignTime::Find(extension, column.Format);
-    const bool isTime = time && ConvertAll(*time, column.Numbers, labels);
-    if (isTime) {
-        variable.Kind = time->Kind();
+    const std::optional<ForeignTime> withTimes = time ? time->WithTimes() : std::nullopt;
+    const ForeignTime* used = nullptr;
+    if (time && ConvertAll(*time, column.Numbers, labels)) {
+        used = &*time;
+    } else if (withTimes && ConvertAll(*withTimes, column.Numbers, labels)) {
+        used = &*withTimes;
     }
-    TakeReasons(variable, std::move(reasons), isTime ? &*time : nullptr, notice);
+    if (used != nullptr) {
+        variable.Kind = used->Kind();
+    }
+    TakeReasons(variable, std::move(reasons), used, notice);
     EncodeNumbers(variable, std::move(column.Numbers));
     for (auto& [value, label] : labels) {
         // A label of a value that no case has may stand where the missing code came to lie.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -32,7 +33,10 @@ FieldKind KindWith(FieldKind kind, std::string_view field, const FieldRules& rul
         (kind == FieldKind::Number && ReadDecimal(field, rules.Decimal(), value) != DecimalOutcome::NoNumber)) {
         return kind;
     }
-    return DaysFromText(field) ? FieldKind::Date : FieldKind::Text;
+    if (DaysFromText(field)) {
+        return kind == FieldKind::DateTime ? kind : FieldKind::Date;
+    }
+    return ReadDateTime(field) ? FieldKind::DateTime : FieldKind::Text;
 }
 
 }  // namespace

@@ -130,6 +130,9 @@ class SheetTaker : public XmlTaker {
             case CellContent::Date:
                 Rows.AddAt(Column, TextOfSerialDay(*number, Parts.Begins1904));
                 break;
+            case CellContent::DateTime:
+                Rows.AddAt(Column, TextOfSerialDay(*number, Parts.Begins1904, true));
+                break;
             case CellContent::TimeOfDay:
                 Rows.AddAt(Column, TextOfSerialTime(*number));
                 break;

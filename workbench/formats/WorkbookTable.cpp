@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/CellFormats.h"
 #include "workbench/formats/DelimitedColumns.h"
 #include "workbench/formats/WorkbookWriter.h"
@@ -18,8 +19,18 @@ std::optional<double> SerialOf(ValueKind kind, const std::string& field) {
         const std::optional<double> seconds = SecondsFromText(field);
         return seconds ? std::optional(SerialOfSeconds(*seconds)) : std::nullopt;
     }
+    if (kind == ValueKind::DateTime) {
+        const std::optional<double> seconds = SecondsFromDateTime(field);
+        return seconds ? SerialOfDateTime(*seconds) : std::nullopt;
+    }
     const std::optional<double> days = DaysFromText(field);
     return days ? SerialOfDay(*days) : std::nullopt;
+}
+
+CellStyle StyleOf(ValueKind kind) {
+    return kind == ValueKind::Date       ? CellStyle::Date
+           : kind == ValueKind::DateTime ? CellStyle::DateTime
+                                         : CellStyle::Time;
 }
 
 void AddField(ShownColumn& column, std::size_t row, WorkbookWriter& writer) {
@@ -30,7 +41,7 @@ void AddField(ShownColumn& column, std::size_t row, WorkbookWriter& writer) {
     } else if (kind == ValueKind::Number) {
         writer.Add(column.Source()->Values[row]);
     } else if (const auto serial = kind == ValueKind::Text ? std::nullopt : SerialOf(kind, field)) {
-        writer.Add(*serial, kind == ValueKind::Date ? CellStyle::Date : CellStyle::Time);
+        writer.Add(*serial, StyleOf(kind));
     } else {
         writer.Add(field);
     }

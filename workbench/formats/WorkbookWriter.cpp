@@ -48,6 +48,7 @@ constexpr auto StylesInFile = std::to_array<StyleInFile>({
     {CellStyle::Decimals, 164, 0, false},
     {CellStyle::Date,     165, 0, false},
     {CellStyle::Time,     166, 0, false},
+    {CellStyle::DateTime, 167, 0, false},
     {CellStyle::Link,       0, 3, false},
 });
 // clang-format on
@@ -56,8 +57,9 @@ std::string StylesText() {
     std::string text(XmlHead);
     text.append("<styleSheet xmlns=\"").append(Namespace).append("\">");
     text +=
-        "<numFmts count=\"3\"><numFmt numFmtId=\"164\" formatCode=\"0.0000\"/>"
+        "<numFmts count=\"4\"><numFmt numFmtId=\"164\" formatCode=\"0.0000\"/>"
         "<numFmt numFmtId=\"165\" formatCode=\"yyyy\\-mm\\-dd\"/><numFmt numFmtId=\"166\" formatCode=\"[hh]:mm:ss\"/>"
+        "<numFmt numFmtId=\"167\" formatCode=\"yyyy\\-mm\\-dd\\ hh:mm:ss\"/>"
         "</numFmts><fonts count=\"4\"><font><sz val=\"11\"/><name val=\"Calibri\"/></font>"
         "<font><b/><sz val=\"11\"/><name val=\"Calibri\"/></font>"
         "<font><b/><sz val=\"14\"/><name val=\"Calibri\"/></font>"

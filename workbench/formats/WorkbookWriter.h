@@ -12,7 +12,7 @@ namespace quillara {
 class ZipMaker;
 
 /// How a cell of a workbook is shown.
-enum class CellStyle { Plain, Heading, Title, Whole, Percent, Decimals, Date, Time, Link };
+enum class CellStyle { Plain, Heading, Title, Whole, Percent, Decimals, Date, Time, DateTime, Link };
 
 /// Makes an xlsx workbook, sheet by sheet, row by row.
 class WorkbookWriter {

@@ -10,7 +10,9 @@
 
 #include "platform/OrderedBits.h"
 #include "resources/ControlIds.h"
+#include "workbench/data/DateIntervals.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/ValueText.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/RemainingCases.h"
@@ -108,10 +110,14 @@ std::optional<Remark> BelowFirstInterval(const Variable& variable, const Subject
     if (below == 0 || !std::isfinite(shown.Bounds.front().Lower)) {
         return std::nullopt;
     }
+    const CategoryBounds& bounds = shown.Bounds.front();
+    const bool isTime = IsTimeKind(variable.Kind);
+    const std::string lower = isTime ? TextOfValue(variable.Kind, bounds.Lower) : Text(bounds.Lower);
+    const std::string& name = shown.Categories.front();
+    const std::string first = isTime ? NameInDates(variable.Kind, name, bounds.Lower, bounds.Upper) : name;
     return Remark{"below-first-interval",
-                  Counted(below) + " of " + Quoted(variable.Name) + " below " + Text(shown.Bounds.front().Lower) +
-                      (below == 1 ? " is" : " are") + " counted in the first interval, " +
-                      Quoted(shown.Categories.front()) + "; a drill on that interval leaves " +
+                  Counted(below) + " of " + Quoted(variable.Name) + " below " + lower + (below == 1 ? " is" : " are") +
+                      " counted in the first interval, " + Quoted(first) + "; a drill on that interval leaves " +
                       (below == 1 ? "it" : "them") + " out.",
                   "Let the intervals begin below the smallest value, as with --categorize VAR=step:SIZE."};
 }

@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "workbench/data/DateIntervals.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/RoutedResults.h"
 #include "workbench/hosting/TableInUse.h"
 
@@ -13,8 +15,7 @@ namespace {
 
 /// Whether an analysis makes the names of categories from dates or times: not where values have labels.
 bool HasDateNames(const Variable* variable) {
-    return variable != nullptr && variable->Labels.empty() &&
-           (variable->Kind == ValueKind::Date || variable->Kind == ValueKind::TimeOfDay);
+    return variable != nullptr && variable->Labels.empty() && IsTimeKind(variable->Kind);
 }
 
 std::vector<std::string> NamesForPeople(const Variable* variable, const SubjectVariable& told) {
@@ -39,6 +40,15 @@ ShownVariable Shown(const TableInUse& data, int number) {
     return shown;
 }
 
+std::optional<CategoryBounds> StepOn(CAnalysisDoc* document, const Variable* variable, int number) {
+    if (variable == nullptr || variable->Kind != ValueKind::DateTime || !variable->Labels.empty()) {
+        return std::nullopt;
+    }
+    const std::optional<CaseCondition> step = ConditionOn(*static_cast<AnalysisDocument*>(document), number);
+    const bool isShown = step && !variable->IsMissing(step->Upper);
+    return isShown ? std::optional(CategoryBounds{step->Lower, step->Upper}) : std::nullopt;
+}
+
 }  // namespace
 
 Subject TakeSubject(CAnalysisDoc* document) {
@@ -50,6 +60,7 @@ Subject TakeSubject(CAnalysisDoc* document) {
         ShownVariable shown = Shown(data, variable.Number);
         shown.Categories = NamesForPeople(data.Find(variable.Number), variable);
         shown.HasMissing = variable.HasMissing;
+        shown.Step = StepOn(document, data.Find(variable.Number), variable.Number);
         subject.Variables.push_back(std::move(shown));
     }
     return subject;

@@ -1,5 +1,6 @@
 #include "workbench/hosting/RemainingCases.h"
 
+#include <algorithm>
 #include <new>
 #include <vector>
 
@@ -44,6 +45,18 @@ std::optional<Conditions> ConditionsOf(AnalysisDocument& document) {
     return document.Analysis().FindStepConditions(conditions) ? std::optional(conditions) : std::nullopt;
 }
 
+/// Of the newest step first.
+template <typename Test>
+std::optional<CaseCondition> FirstCondition(AnalysisDocument& document, Test test) {
+    try {
+        const Conditions conditions = ConditionsOf(document).value_or(Conditions());
+        const auto found = std::ranges::find_if(conditions, test);
+        return found == conditions.end() ? std::nullopt : std::optional(*found);
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 SubsetSize SizeOf(const RowSet& rows, const Column& weights) {
     if (weights.empty()) {
         return {static_cast<std::int32_t>(rows.Count()), std::nullopt};
@@ -80,6 +93,15 @@ std::optional<std::size_t> StepsInForceNow(AnalysisDocument& document) {
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }
+}
+
+std::optional<CaseCondition> NewestCondition(AnalysisDocument& document) {
+    return FirstCondition(document, [](const CaseCondition&) { return true; });
+}
+
+std::optional<CaseCondition> ConditionOn(AnalysisDocument& document, int variable) {
+    return FirstCondition(document,
+                          [variable](const CaseCondition& condition) { return condition.Variable == variable; });
 }
 
 std::optional<SubsetSize> CountRemaining(AnalysisDocument& document) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "host/CaseConditions.h"
 #include "workbench/data/RowSet.h"
 #include "workbench/documents/StepTaken.h"
 
@@ -16,6 +17,12 @@ class AnalysisDocument;
 
 /// How many steps are in force; nothing when the analysis doesn't tell.
 [[nodiscard]] std::optional<std::size_t> StepsInForceNow(AnalysisDocument& document);
+
+/// The condition of the newest step in force; nothing where none is or the analysis doesn't tell.
+[[nodiscard]] std::optional<CaseCondition> NewestCondition(AnalysisDocument& document);
+
+/// The condition of the newest step on a variable, by its number from 1.
+[[nodiscard]] std::optional<CaseCondition> ConditionOn(AnalysisDocument& document, int variable);
 
 /// How much these cases are: under a weight those of a positive one, and its sum, fractions as they are. Nothing as
 /// RemainingCases.

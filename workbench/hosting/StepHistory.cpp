@@ -26,10 +26,17 @@ std::string NewestCategory(Window* startup, const std::string& variable) {
 
 /// For people: of dates and times with them in place of numbers.
 std::string CategoryForPeople(AnalysisDocument& document, const std::string& variable) {
-    const std::string category = NewestCategory(document.StartupWindow(), variable);
+    std::string category = NewestCategory(document.StartupWindow(), variable);
     const std::optional<std::size_t> place = document.Table().Find(variable);
-    const bool hasLabels = !place || !document.Table().Variables[*place].Labels.empty();
-    return hasLabels ? category : NameInDates(document.Table().Variables[*place].Kind, category);
+    if (!place || !document.Table().Variables[*place].Labels.empty()) {
+        return category;
+    }
+    const Variable& stepped = document.Table().Variables[*place];
+    const std::optional<CaseCondition> newest = NewestCondition(document);
+    // The number of a date-time has more digits than the name of a category.
+    const bool isCut = stepped.Kind == ValueKind::DateTime && newest && !stepped.IsMissing(newest->Upper);
+    return isCut ? NameInDates(stepped.Kind, category, newest->Lower, newest->Upper)
+                 : NameInDates(stepped.Kind, category);
 }
 
 }  // namespace

@@ -4,37 +4,53 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/data/CalendarCuts.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 
 namespace quillara {
 namespace {
 
+/// Steps of some time from the smallest date-time on.
+bool IsLengthOfTime(const Categorization& chosen) {
+    return chosen.WrittenAs == ValueKind::TimeOfDay && chosen.Bounds.empty() && chosen.StartAtMin;
+}
+
 void CheckKind(const Categorization& chosen, const Variable& variable) {
-    if (chosen.WrittenAs == ValueKind::Number || chosen.WrittenAs == variable.Kind) {
+    const bool takesDates = variable.Kind == ValueKind::DateTime;
+    if (chosen.WrittenAs == ValueKind::Number || chosen.WrittenAs == variable.Kind ||
+        (takesDates && (chosen.WrittenAs == ValueKind::Date || IsLengthOfTime(chosen)))) {
         return;
     }
-    const bool isDate = chosen.WrittenAs == ValueKind::Date;
-    throw DataError("The variable " + Quoted(variable.Name) + " can't be categorized so: it holds no " +
-                    (isDate ? "dates." : "times of day."));
+    const char* what = chosen.WrittenAs == ValueKind::Date       ? "dates."
+                       : chosen.WrittenAs == ValueKind::DateTime ? "dates with times."
+                                                                 : "times of day.";
+    throw DataError("The variable " + Quoted(variable.Name) + " can't be categorized so: it holds no " + what);
+}
+
+/// Days as date-times: bounds and start as the midnights that they begin with, and the size of steps in days.
+Categorization InSeconds(Categorization chosen) {
+    for (double& bound : chosen.Bounds) {
+        bound *= SecondsOfDay;
+    }
+    chosen.StepStart *= SecondsOfDay;
+    chosen.StepSize *= SecondsOfDay;
+    return chosen;
 }
 
 }  // namespace
 
 Categorization InData(const Categorization& chosen, const Variable& variable, std::span<const CaseResult> selection) {
-    CheckKind(chosen, variable);
     if (!chosen.Period) {
-        return chosen;
+        CheckKind(chosen, variable);
+        const bool isInDays = chosen.WrittenAs == ValueKind::Date && variable.Kind == ValueKind::DateTime;
+        return isInDays ? InSeconds(chosen) : chosen;
     }
-    constexpr double daysOfWeek = 7.0;
     CalendarCuts cuts = CutByCalendar(variable, *chosen.Period, selection);
     Categorization made = chosen;
-    if (chosen.Period == CalendarPeriod::Week) {
-        made.StepSize = daysOfWeek;
-        made.StepStart = cuts.FirstDay;
-    } else {
-        made.Bounds = std::move(cuts.LastDays);
-    }
+    made.StepSize = cuts.Step;
+    made.StepStart = cuts.Start;
+    made.Bounds = std::move(cuts.Ends);
     return made;
 }
 

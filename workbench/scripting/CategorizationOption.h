@@ -24,8 +24,8 @@ struct Categorization {
 };
 
 /// A categorization from the way people write it: distinct | exact:N | neat:N | step:SIZE | step:SIZE@START | integer |
-/// bounds:B1,B2,... | week | month | quarter | year. START and boundaries may be days YYYY-MM-DD or times HH:MM or
-/// HH:MM:SS, SIZE a time. Throws UsageError saying what is wrong with it.
+/// bounds:B1,B2,... | hour | day | week | month | quarter | year. START and boundaries may be days YYYY-MM-DD, days
+/// with times or times HH:MM or HH:MM:SS, SIZE a time. Throws UsageError saying what is wrong with it.
 [[nodiscard]] Categorization ParseCategorization(std::string_view text);
 
 }  // namespace quillara

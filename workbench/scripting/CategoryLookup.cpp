@@ -8,6 +8,7 @@
 
 #include "workbench/data/Calendar.h"
 #include "workbench/data/DateIntervals.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
@@ -74,6 +75,8 @@ std::optional<double> ValueOf(const CategoryList& list, std::string_view text) {
         value = DaysFromText(text);
     } else if (list.Kind == ValueKind::TimeOfDay) {
         value = TimeFromText(text);
+    } else if (list.Kind == ValueKind::DateTime) {
+        value = SecondsFromDateTime(text);
     }
     return value ? value : DecimalNumber(text);
 }
@@ -124,7 +127,7 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
 }  // namespace
 
 std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
-    const bool isInDates = !list.HasLabels && (list.Kind == ValueKind::Date || list.Kind == ValueKind::TimeOfDay);
+    const bool isInDates = !list.HasLabels && IsTimeKind(list.Kind);
     return row.Range && isInDates ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
 }
 

@@ -40,10 +40,10 @@ class ImpossibleStep : public DataError {
 
 /// The row that a text names. Tried in this order: `Missing`, when the list has that row; `#K`, row K from 0; the first
 /// row with exactly that name; the first without regard to case; the one that documents show under that name; of a date
-/// variable a day YYYY-MM-DD, of times of day a time HH:MM:SS or HH:MM, and of both, as of numbers, a decimal number,
-/// that an interval admits or that is the value of a row; of texts with labels the text itself, and of all texts a
-/// decimal number that an interval of their numbers admits. Throws ImpossibleStep, listing what is shown, when there is
-/// none.
+/// variable a day YYYY-MM-DD, of date-times one (DateTimes.h) or such a day, of times of day a time HH:MM:SS or HH:MM,
+/// and of both, as of numbers, a decimal number, that an interval admits or that is the value of a row; of texts with
+/// labels the text itself, and of all texts a decimal number that an interval of their numbers admits. Throws
+/// ImpossibleStep, listing what is shown, when there is none.
 [[nodiscard]] std::size_t FindCategory(const CategoryList& list, std::string_view text);
 
 /// What to tell when a text names several rows of a list, of which a step takes the first: nothing else can be meant by

@@ -162,15 +162,11 @@ void ValueGroups::TakeBounds(const std::vector<double>& bounds, const Cut& cut) 
 
 std::string ValueGroups::NameOf(double lower, double upper) const {
     const char* between = IsOpenAbove ? "<=x<" : "<x<=";
-    const auto text = [&](double bound) { return TextOfValue(Source.Kind, bound); };
-    if (lower == -Infinite) {
-        return "x<=" + text(upper);
-    }
-    if (upper == Infinite) {
-        return text(lower) + "<x";
-    }
-    const std::string name = TextOfValue(ValueKind::Number, lower) + between + TextOfValue(ValueKind::Number, upper);
-    const bool isCalendar = Source.Kind == ValueKind::Date || Source.Kind == ValueKind::TimeOfDay;
+    const auto text = [&](double bound) { return TextOfValue(ValueKind::Number, bound); };
+    const std::string name = lower == -Infinite  ? "x<=" + text(upper)
+                             : upper == Infinite ? text(lower) + "<x"
+                                                 : text(lower) + between + text(upper);
+    const bool isCalendar = IsTimeKind(Source.Kind);
     return isCalendar ? NameInDates(Source.Kind, name, lower, upper) : name;
 }
 

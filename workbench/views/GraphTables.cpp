@@ -101,7 +101,7 @@ Tables NumbersOf(const StackedPlot& graph, const Subject& /*about*/) {
 
 /// A value of a variable: a date or a time in words.
 SpreadsheetCell ValueCell(ValueKind kind, double value) {
-    const bool hasWords = kind == ValueKind::Date || kind == ValueKind::TimeOfDay;
+    const bool hasWords = IsTimeKind(kind);
     return hasWords ? SpreadsheetCell(TextOfValue(kind, value)) : SpreadsheetCell(value);
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "workbench/data/DateIntervals.h"
+#include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/NumberFormat.h"
 #include "workbench/views/GraphTables.h"
 #include "workbench/views/ShownText.h"
@@ -63,6 +64,17 @@ ValueKind RowKind(const SpreadsheetDocument& document, std::size_t row) {
     return isByVariable ? document.About.KindOf(row) : ValueKind::Number;
 }
 
+/// The text of a row's cell with dates in place of numbers.
+std::string InDates(const SpreadsheetDocument& document, std::size_t row, const std::string& text) {
+    const ValueKind kind = RowKind(document, row);
+    if (kind != ValueKind::DateTime) {
+        return NameInDates(kind, text);
+    }
+    const std::optional<CategoryBounds>& step = document.About.Variables[row].Step;
+    const bool isCategory = text.find('x') != std::string::npos || DecimalNumber(text);
+    return step && isCategory ? NameInDates(kind, text, step->Lower, step->Upper) : text;
+}
+
 /// Adds the cells of one column to the rows.
 void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTable& table) {
     const SpreadsheetColumn& source = document.Columns[column];
@@ -72,7 +84,7 @@ void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTa
     for (std::size_t i = 0; i < document.Rows.size(); ++i) {
         ShownCell cell;
         if (const std::string* text = TextAt(document.Rows[i], column)) {
-            cell.Text = ShownLine(NameInDates(RowKind(document, i), *text));
+            cell.Text = ShownLine(InDates(document, i, *text));
         } else if (const double* number = NumberAt(document.Rows[i], column)) {
             cell.Text = format.TextOf(*number);
             if (isPercent && std::isfinite(*number)) {

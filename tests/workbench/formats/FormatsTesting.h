@@ -7,6 +7,7 @@
 #include "tests/workbench/Files.h"
 #include "tests/workbench/Tables.h"
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/formats/DataFile.h"
 
 namespace quillara {
@@ -24,6 +25,8 @@ inline std::string Show(const Variable& variable, double value) {
             return TextFromDays(value);
         case ValueKind::TimeOfDay:
             return TextFromSeconds(value);
+        case ValueKind::DateTime:
+            return TextFromDateTime(value) + label;
         case ValueKind::Text:
             return variable.Texts.at(static_cast<std::size_t>(value) - 1) + label;
         default:
@@ -31,11 +34,12 @@ inline std::string Show(const Variable& variable, double value) {
     }
 }
 
-/// "a N 1 2.5 -; b T x y z": name, kind (Number, Date, Clock, Text) and values of each variable; "-" is missing.
+/// "a N 1 2.5 -; b T x y z": name, kind (Number, Date, Clock, Moment, Text) and values of each variable; "-" is
+/// missing.
 inline std::string Show(const DataTable& table) {
     std::string shown;
     for (const Variable& variable : table.Variables) {
-        shown += (shown.empty() ? "" : "; ") + variable.Name + " " + "NDCT"[static_cast<int>(variable.Kind)];
+        shown += (shown.empty() ? "" : "; ") + variable.Name + " " + "NDCMT"[static_cast<int>(variable.Kind)];
         for (const double value : variable.Values) {
             shown += " " + Show(variable, value);
         }

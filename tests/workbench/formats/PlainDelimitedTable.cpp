@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/Encoding.h"
@@ -205,8 +206,11 @@ class PlainReader {
         std::vector<double> values;
         if (ReadNumbers(index, values)) {
             EncodeNumbers(variable, std::move(values));
-        } else if (ReadDates(index, values)) {
+        } else if (ReadWith(DaysFromText, index, values)) {
             variable.Kind = ValueKind::Date;
+            EncodeNumbers(variable, std::move(values));
+        } else if (ReadWith(SecondsFromDateTime, index, values)) {
+            variable.Kind = ValueKind::DateTime;
             EncodeNumbers(variable, std::move(values));
         } else {
             std::vector<std::optional<std::string>> texts;
@@ -245,14 +249,15 @@ class PlainReader {
         return true;
     }
 
-    bool ReadDates(std::size_t index, std::vector<double>& values) const {
+    bool ReadWith(std::optional<double> (*read)(std::string_view), std::size_t index,
+                  std::vector<double>& values) const {
         values.clear();
         for (const std::string& field : Columns[index]) {
-            const std::optional<double> days = IsMissing(field) ? NoValue : DaysFromText(field);
-            if (!days) {
+            const std::optional<double> value = IsMissing(field) ? NoValue : read(field);
+            if (!value) {
                 return false;
             }
-            values.push_back(*days);
+            values.push_back(*value);
         }
         return true;
     }

@@ -160,6 +160,9 @@ TEST_P(EveryWrittenFormat, DisplayFormatsStayWhereTheyCan) {
         {ValueKind::Date, "DATE5", "DATE11", "%td"},
         {ValueKind::TimeOfDay, "TIME5", "TIME5", "%tcHH:MM:SS"},
         {ValueKind::TimeOfDay, "", "TIME8", "%tcHH:MM:SS"},
+        {ValueKind::DateTime, "DATETIME17", "DATETIME17", "%tc"},
+        {ValueKind::DateTime, "%tcCCYY-NN-DD_HH:MM", "DATETIME20", "%tcCCYY-NN-DD_HH:MM"},
+        {ValueKind::DateTime, "", "DATETIME20", "%tc"},
     };
     for (const auto& test : cases) {
         DataTable table = TableOf({Numbers("v", {3600, 7200}, test.Kind)});
@@ -168,10 +171,37 @@ TEST_P(EveryWrittenFormat, DisplayFormatsStayWhereTheyCan) {
         EXPECT_EQ(readBack.Variables[0].Format, isSav ? test.InSav : test.InDta) << test.Format;
         EXPECT_EQ(Show(readBack), Show(table)) << test.Format;
     }
-    // A date and a time stay the number that they were.
-    DataTable table = TableOf({Numbers("v", {0.5, 86400.0 * 200'000})});
+    // Numbers of a format of dates stay numbers where one is no date.
+    DataTable table = TableOf({Numbers("v", {0.5, 1e15})});
     table.Variables[0].Format = "DATETIME20";
     EXPECT_EQ(Show(Through(GetParam(), table)), Show(table));
+}
+
+TEST_P(EveryWrittenFormat, DatesWithTimes) {
+    const double leap = SecondsFromDateTime("2024-02-29T23:59:59.125").value();
+    const double first = SecondsFromDateTime("0001-01-01").value();
+    const double last = SecondsFromDateTime("9999-12-31T23:59:59").value();
+    DataTable table = TableOf({Numbers("some", {leap, Missing, first, last, -0.5}, ValueKind::DateTime),
+                               Numbers("midnights", {0, -86400, Missing, 86400, 172800}, ValueKind::DateTime),
+                               Numbers("none", {Missing, Missing, Missing, Missing, Missing}, ValueKind::DateTime)});
+    table.Variables[1].Labels = {{86400, {"second", "described"}}};
+    for (const DataTable& readBack : {Through(GetParam(), table), Through("qtable", table)}) {
+        EXPECT_EQ(Show(readBack), Show(table));
+        EXPECT_EQ(readBack.Variables[1].Labels.at(86400).Description, "described");
+    }
+    // Beyond what the number of a file tells, the nearest that it does, with a word.
+    table = TableOf({Numbers("v", {leap, leap + 1e-6, Missing}, ValueKind::DateTime)});
+    const TemporaryFolder folder;
+    const std::string path = folder.Path(std::string("t.") + GetParam());
+    const bool isDta = std::string(GetParam()) == "dta";
+    EXPECT_EQ(WriteDataFile(table, path).size(), isDta ? 0 : 1);
+    EXPECT_NEAR(ReadDataFile(path).Variables[0].Values[1], leap + 1e-6, isDta ? 0.0 : 2e-6);
+    for (const char* extension : {"csv", "xlsx"}) {
+        const std::string shown = folder.Path(std::string("t.") + extension);
+        EXPECT_EQ(WriteDataFile(table, shown).size(), std::string(extension) == "xlsx" ? 1 : 0);
+        EXPECT_NEAR(ReadDataFile(shown).Variables[0].Values[1], leap + 1e-6, extension[0] == 'c' ? 0.0 : 1e-3);
+        EXPECT_EQ(ReadDataFile(shown).Variables[0].Kind, ValueKind::DateTime);
+    }
 }
 
 TEST_P(EveryWrittenFormat, WhatCannotBeHeldIsRefusedByName) {

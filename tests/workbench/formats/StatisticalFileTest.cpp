@@ -44,8 +44,10 @@ TEST_P(EveryFormat, DatesAndTimesBecomeOurs) {
     maker.Number("PART", {perDay, perDay / 2}, isDta ? "%tc" : "DATETIME20");
     maker.Number("T", {perDay / 2, 0}, isDta ? "%tcHH:MM:SS" : "TIME8");
     maker.Number("N", {1, 2}, isDta ? "%9.2f" : "F8.2");
-    EXPECT_EQ(Show(Read(maker)), "D D 2024-02-29 -; WHOLE D 2024-02-29 -; PART N " +
-                                     std::string(isDta ? "86400000 43200000" : "86400 43200") +
+    const std::string begin = isDta || isSas ? "1960-01-" : "1582-10-";
+    EXPECT_EQ(Show(Read(maker)), "D D 2024-02-29 -; WHOLE D 2024-02-29 -; PART M " + begin +
+                                     (isDta || isSas ? "02 00:00:00 " : "15 00:00:00 ") + begin +
+                                     (isDta || isSas ? "01 12:00:00" : "14 12:00:00") +
                                      "; T C 12:00:00 00:00:00; N N 1 2");
 }
 
@@ -188,12 +190,57 @@ TEST(ForeignTime, ConvertsByTheFormatOfTheFile) {
         EXPECT_EQ(Converted(test.Extension, test.Format, test.Value), test.Shown) << test.Format << " " << test.Value;
     }
     const std::pair<const char*, const char*> noTimes[] = {
-        {"sav", "F8.2"}, {"sav", "WKDAY3"}, {"sav", "MONTH3"}, {"sav", ""},       {"dta", "%tC"},
+        {"sav", "F8.2"}, {"sav", "WKDAY3"}, {"sav", "MONTH3"}, {"sav", ""},       {"dta", "%tX"},
         {"dta", "%ty"},  {"dta", "%9.0g"},  {"dta", "%-10s"},  {"xpt", "BEST12"}, {"xpt", "SDATE10"},
     };
     for (const auto& [extension, format] : noTimes) {
         EXPECT_FALSE(ForeignTime::Find(extension, format)) << format;
     }
+}
+
+TEST(ForeignTime, DatesWithTimesComeBackAsFarAsTheFileTells) {
+    struct Case {
+        const char* Extension = "";
+        const char* Format = "";
+        const char* Shown = "";
+        double Value = 0;
+        bool IsExact = true;  ///< whether the file can hold what is shown
+    };
+    constexpr double sav1970 = 12219379200;
+    constexpr double dta1970 = 315619200000;
+    // clang-format off
+    constexpr Case cases[] = {
+        {"sav", "DATETIME20",   "1970-01-01 00:00:01",        sav1970 + 1},
+        {"sav", "DATETIME23.3", "2024-02-29 23:59:59.123",    sav1970 + 1709251199.123},
+        {"sav", "YMDHMS20",     "1600-02-29 12:00:00",        sav1970 - 11670998400 + 43200},
+        {"sav", "DATETIME20",   "9999-12-31 23:59:59.999",    sav1970 + 253402300799.999},
+        {"sav", "DATETIME23.3", "2024-02-29 23:59:59.123456", sav1970 + 1709251199.123456, false},
+        {"por", "DATETIME20",   "1582-10-14 00:00:01",        1},
+        {"dta", "%tc",          "1969-12-31 23:59:59.5",      dta1970 - 500},
+        {"dta", "%tc",          "2024-02-29 23:59:59.123456", dta1970 + 1709251199123.456},
+        {"dta", "%tC",          "1972-06-30 23:59:59",        dta1970 + 78796799000},
+        {"dta", "%tC",          "1972-07-01 00:00:00",        dta1970 + 78796801000},
+        {"dta", "%tC",          "2016-12-31 23:59:59",        dta1970 + 1483228825000},
+        {"dta", "%tC",          "2017-01-01 00:00:00.25",     dta1970 + 1483228827250},
+        {"sas7bdat", "DATETIME", "1960-01-02 00:00:01",       86401},
+        {"xpt", "E8601DT",      "1959-12-31 23:59:59",        -1},
+    };
+    // clang-format on
+    for (const Case& test : cases) {
+        const ForeignTime time = *ForeignTime::Find(test.Extension, test.Format)->WithTimes();
+        const double ours = SecondsFromDateTime(test.Shown).value();
+        EXPECT_EQ(time.Kind(), ValueKind::DateTime);
+        EXPECT_NEAR(time.Convert(test.Value).value(), ours, test.IsExact ? 0.0 : 1e-5) << test.Shown;
+        EXPECT_EQ(time.Invert(ours).has_value(), test.IsExact) << test.Shown;
+        EXPECT_NEAR(time.Nearest(ours).value(), test.Value, 1e-3) << test.Shown;
+        EXPECT_EQ(time.Convert(*time.Nearest(ours)), time.Convert(test.Value)) << test.Shown;
+    }
+    // A leap second itself is the beginning of the next day.
+    EXPECT_EQ(ForeignTime::Find("dta", "%tC")->WithTimes()->Convert(dta1970 + 78796800000), 78796800.0);
+    for (const double beyond : {1e15, -1e300}) {
+        EXPECT_FALSE(ForeignTime::Find("sav", "DATETIME20")->WithTimes()->Convert(beyond)) << beyond;
+    }
+    EXPECT_FALSE(ForeignTime::Find("sav", "DATE11")->WithTimes());
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ SpreadsheetDocument Column(const Cells& cells, SpreadsheetColumn column = {"Valu
 }
 
 /// About a review variable with a long name, which charts' titles have and those of tables haven't.
-const Subject Sex{ResultSide::Review, {{2, "sex", "Sex: as answered", ValueKind::Number, {"Female", "Male"}, false}}};
+const Subject Sex{ResultSide::Review, {{2, "sex", "Sex: as answered", ValueKind::Number, {"Female", "Male"}}}};
 const SpreadsheetDocument AboutSex{{"Counts of sex"}, "", {{"Count", true}}, {{"Female", {2.5}}}, Sex};
 
 OutputCollection Collection(const std::vector<DocumentContent>& documents) {
