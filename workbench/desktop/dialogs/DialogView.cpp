@@ -1,165 +1,211 @@
 #include "workbench/desktop/dialogs/DialogView.h"
 
-#include <QCheckBox>
-#include <QDoubleSpinBox>
-#include <QFontMetrics>
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QFocusEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSignalBlocker>
+#include <QSpinBox>
 #include <QTabWidget>
-#include <QTreeWidget>
+#include <algorithm>
 #include <utility>
 
-#include "workbench/exploration/ControlCaption.h"
+#include "platform/WindowMessages.h"
+#include "workbench/desktop/dialogs/ControlWidgets.h"
+#include "workbench/desktop/dialogs/ReorderList.h"
+#include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/ShownControls.h"
 
 namespace quillara {
 namespace {
 
-QString TextOf(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-/// What dialog units measure: a quarter of the mean width of a letter, an eighth of the height of a line.
-struct DialogUnits {
-    double Across;
-    double Down;
-};
-
-DialogUnits UnitsOf(const QWidget& widget) {
-    static const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-    const QFontMetricsF metrics(widget.font());
-    constexpr double heightShare = 1.4;  // controls of this toolkit have wider edges
-    return {metrics.horizontalAdvance(letters) / static_cast<double>(letters.size()) / 4 * 1.15,
-            metrics.height() * heightShare / 10};
-}
-
-QRect PixelsOf(const DialogRectangle& place, const DialogUnits& units) {
-    return QRectF(place.X * units.Across, place.Y * units.Down, place.Width * units.Across, place.Height * units.Down)
-        .toRect();
+bool IsCommand(ControlKind kind) {
+    return kind == ControlKind::Button || kind == ControlKind::DefaultButton || kind == ControlKind::CheckBox ||
+           kind == ControlKind::RadioButton;
 }
 
 }  // namespace
 
 DialogView::DialogView(Window& window, Act act, QWidget* parent)
     : QWidget(parent), Shown(&window), ActIn(std::move(act)) {
-    const DialogUnits units = UnitsOf(*this);
-    const DialogResource& resource = window.Resource();
-    AddControls(resource, this);
-    setFixedSize(PixelsOf({0, 0, resource.Width, resource.Height}, units).size());
-    setWindowTitle(QString::fromUtf8(resource.Title));
-    Refresh();
+    setWindowTitle(QString::fromUtf8(window.Resource().Title));
+    setAccessibleName(windowTitle());
+    Build();
 }
 
-void DialogView::AddControls(const DialogResource& resource, QWidget* page) {
-    const DialogUnits units = UnitsOf(*this);
-    for (const ControlResource& row : resource.Controls) {
-        QWidget* widget = Make(row, page);
-        widget->setGeometry(PixelsOf(row.Place, units));
-        widget->setObjectName(QStringLiteral("control%1").arg(row.Id));
-        Widgets.emplace(row.Id, widget);
-        if (row.Kind == ControlKind::GroupBox) {
+void DialogView::Build() {
+    AddPage(Shown->Resource(), this);
+    if (auto* button = qobject_cast<QPushButton*>(Find(OkCommand))) {
+        button->setDefault(true);
+    }
+    DialogView::Refresh();
+    PlaceAll();
+    resize(Least);
+}
+
+void DialogView::AddPage(const DialogResource& resource, QWidget* content) {
+    const std::size_t place = Pages.size();
+    Pages.push_back({&resource, content, {}});
+    QLabel* caption = nullptr;
+    QButtonGroup* radios = nullptr;
+    for (const ControlResource& control : resource.Controls) {
+        QWidget* widget = MakeControlWidget(Shown->Resource().Id, control, content);
+        Pages[place].Widgets.push_back({&control, widget});
+        Made.push_back({&control, widget});
+        Widgets.emplace(control.Id, widget);
+        if (caption != nullptr && widget->focusPolicy() != Qt::NoFocus) {
+            std::exchange(caption, nullptr)->setBuddy(widget);
+        }
+        if (auto* label = qobject_cast<QLabel*>(widget); label != nullptr && label->text().contains(u'&')) {
+            caption = label;
+        }
+        if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+            radios = radios == nullptr ? new QButtonGroup(content) : radios;
+            radios->addButton(radio);
+        }
+        Connect(control, *widget);
+    }
+    for (const auto& [control, widget] : Pages[place].Widgets) {
+        if (control->Kind == ControlKind::GroupBox) {
             widget->lower();
         }
     }
 }
 
-QWidget* DialogView::Make(const ControlResource& row, QWidget* page) {
-    switch (row.Kind) {
-        case ControlKind::Button:
-        case ControlKind::DefaultButton:
-        case ControlKind::CheckBox:
-        case ControlKind::RadioButton:
-            return MakeButton(row, page);
-        case ControlKind::GroupBox:
-            return new QGroupBox(TextOf(CaptionOf(row.Caption).Text), page);
-        case ControlKind::ListBox:
-            return MakeList(row, page);
-        case ControlKind::ReportList:
-            return MakeReport(row, page);
-        case ControlKind::Edit:
-        case ControlKind::MultiLineEdit:
-        case ControlKind::IntegerField:
-        case ControlKind::RealField:
-            return MakeField(row, page);
-        case ControlKind::TabControl:
-            Tabs = new QTabWidget(page);
-            for (const DialogResource* resource : Shown->Pages()) {
-                auto* content = new QWidget;
-                Tabs->addTab(content, QString::fromUtf8(resource->Title));
-                AddControls(*resource, content);
-            }
-            return Tabs;
-        default: {
-            auto* label = new QLabel(QString::fromUtf8(row.Caption), page);
-            label->setWordWrap(row.Kind == ControlKind::HelpText);
-            return label;
-        }
+void DialogView::AddTabs(QTabWidget& tabs) {
+    Tabs = &tabs;
+    for (const DialogResource* resource : Shown->Pages()) {
+        auto* content = new QWidget;
+        tabs.addTab(content, QString::fromUtf8(resource->Title));
+        AddPage(*resource, content);
+        content->installEventFilter(this);
     }
 }
 
-QWidget* DialogView::MakeButton(const ControlResource& row, QWidget* page) {
-    const QString text = TextOf(CaptionOf(row.Caption).Text);
-    QAbstractButton* button = nullptr;
-    if (row.Kind == ControlKind::CheckBox) {
-        button = new QCheckBox(text, page);
-    } else if (row.Kind == ControlKind::RadioButton) {
-        button = new QRadioButton(text, page);
+void DialogView::Connect(const ControlResource& control, QWidget& widget) {
+    if (IsCommand(control.Kind)) {
+        connect(static_cast<QAbstractButton*>(&widget), &QAbstractButton::clicked, this,
+                [this, id = control.Id] { Click(id); });
+    } else if (control.Kind == ControlKind::TabControl) {
+        AddTabs(static_cast<QTabWidget&>(widget));
+    } else if (control.Kind == ControlKind::ListBox || control.Kind == ControlKind::ReportList) {
+        ConnectList(control.Id, widget);
     } else {
-        button = new QPushButton(text, page);
+        ConnectField(control.Id, widget);
     }
-    connect(button, &QAbstractButton::clicked, this,
-            [this, id = row.Id] { Do([id](Window& window) { window.Click(id); }); });
-    return button;
 }
 
-QWidget* DialogView::MakeList(const ControlResource& row, QWidget* page) {
-    auto* list = new QListWidget(page);
-    connect(list, &QListWidget::currentRowChanged, this, [this, id = row.Id](int place) {
-        if (place >= 0) {
-            Do([=](Window& window) { window.ClickRow(id, place); });
+void DialogView::ConnectList(int id, QWidget& widget) {
+    auto* view = static_cast<QAbstractItemView*>(&widget);
+    // Looking for the first row when the focus comes makes it current and doesn't select it: it isn't chosen.
+    const auto choose = [this, view, id] {
+        const QModelIndex index = view->currentIndex();
+        if (index.isValid() && view->selectionModel()->isSelected(index)) {
+            ChooseRow(id, index.row());
         }
-    });
-    return list;
-}
-
-QWidget* DialogView::MakeReport(const ControlResource& row, QWidget* page) {
-    auto* list = new QTreeWidget(page);
-    list->setRootIsDecorated(false);
-    connect(list, &QTreeWidget::currentItemChanged, this, [this, list, id = row.Id](QTreeWidgetItem* item) {
-        if (item != nullptr) {
-            Do([=](Window& window) { window.ClickRow(id, list->indexOfTopLevelItem(item)); });
-        }
-    });
-    connect(list, &QTreeWidget::itemDoubleClicked, this, [this, list, id = row.Id](QTreeWidgetItem* item) {
-        Do([=](Window& window) { window.DoubleClickRow(id, list->indexOfTopLevelItem(item)); });
-    });
-    return list;
-}
-
-QWidget* DialogView::MakeField(const ControlResource& row, QWidget* page) {
-    const int id = row.Id;
-    if (row.Kind == ControlKind::MultiLineEdit) {
-        auto* edit = new QPlainTextEdit(page);
-        connect(edit, &QPlainTextEdit::textChanged, this,
-                [this, edit, id] { Do([=](Window& window) { window.Type(id, edit->toPlainText().toStdString()); }); });
-        return edit;
+    };
+    if (auto* list = qobject_cast<ReorderList*>(view)) {
+        connect(list, &QListWidget::itemSelectionChanged, this, choose);
+        connect(list, &QListWidget::currentItemChanged, this, choose);
+        connect(list, &ReorderList::rowMoved, this,
+                [this, id](int target) { Do([=](Window& window) { window.Drag(id, target); }); });
+    } else if (auto* report = qobject_cast<ReportList*>(view)) {
+        connect(report, &QTreeWidget::itemSelectionChanged, this, choose);
+        connect(report, &QTreeWidget::currentItemChanged, this, choose);
+        connect(report, &QTreeWidget::itemDoubleClicked, this,
+                [this, report, id](QTreeWidgetItem* item) { DoubleClickRow(id, report->indexOfTopLevelItem(item)); });
     }
-    auto* edit = new QLineEdit(page);
-    connect(edit, &QLineEdit::editingFinished, this, [this, edit, id, kind = row.Kind] {
+}
+
+void DialogView::ConnectField(int id, QWidget& widget) {
+    if (auto* whole = qobject_cast<QSpinBox*>(&widget)) {
+        connect(whole, &QSpinBox::valueChanged, this, [this, id](int number) { TypeNumber(id, number); });
+        connect(whole, &QSpinBox::editingFinished, this, &DialogView::Refresh);
+        return;
+    }
+    auto* line = qobject_cast<QLineEdit*>(&widget);
+    if (line == nullptr) {
+        return;
+    }
+    if (!Shown->At(id).IsNumberField()) {
+        connect(line, &QLineEdit::editingFinished, this, &DialogView::Commit);
+        return;
+    }
+    connect(line, &QLineEdit::textEdited, this, [this, id, line] {
         bool isNumber = false;
-        const double number = locale().toDouble(edit->text(), &isNumber);
-        if (kind == ControlKind::Edit) {
-            Do([=](Window& window) { window.Type(id, edit->text().toStdString()); });
-        } else if (isNumber && edit->isModified()) {
-            Do([=](Window& window) { window.TypeNumber(id, number); });
+        const double number = line->locale().toDouble(line->text(), &isNumber);
+        if (isNumber && line->hasAcceptableInput()) {
+            TypeNumber(id, number);
         }
     });
-    return edit;
+    connect(line, &QLineEdit::editingFinished, this, [this, line] { EndTyping(*line); });
+    line->installEventFilter(this);
+}
+
+/// The field shows what has become of what was typed.
+void DialogView::EndTyping(QLineEdit& field) {
+    field.setModified(false);
+    Refresh();
+}
+
+void DialogView::TypeNumber(int id, double number) {
+    if (Shown != nullptr && !IsRefreshing) {
+        ActIn([=](Window& window) { window.TypeNumber(id, number); });
+    }
+}
+
+void DialogView::Commit() {
+    if (Shown == nullptr || IsRefreshing) {
+        return;
+    }
+    for (const auto& [control, widget] : Made) {
+        if (auto* whole = qobject_cast<QSpinBox*>(widget)) {
+            whole->interpretText();
+        } else if (control->Kind == ControlKind::RealField) {
+            qobject_cast<QLineEdit*>(widget)->setModified(false);
+        } else if (auto* lines = qobject_cast<QPlainTextEdit*>(widget)) {
+            Type(control->Id, lines->toPlainText().toStdString());
+        } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+            Type(control->Id, line->text().toStdString());
+        }
+    }
+}
+
+void DialogView::Type(int id, const std::string& text) {
+    const Control& edit = Shown->At(id);
+    if (edit.Enabled && edit.Text != text) {
+        ActIn([&](Window& window) { window.Type(id, text); });
+    }
+}
+
+void DialogView::Do(const std::function<void(Window&)>& action) {
+    const QPointer<DialogView> isThere(this);
+    Commit();
+    if (Shown != nullptr && !IsRefreshing) {
+        ActIn(action);
+    }
+    if (isThere) {
+        Refresh();
+    }
+}
+
+void DialogView::Click(int id) {
+    Do([id](Window& window) { window.Click(id); });
+}
+
+void DialogView::ChooseRow(int id, int row) {
+    if (Shown != nullptr && Shown->At(id).Selected != row) {
+        Do([=](Window& window) { window.ClickRow(id, row); });
+    }
+}
+
+void DialogView::DoubleClickRow(int id, int row) {
+    Do([=](Window& window) { window.DoubleClickRow(id, row); });
 }
 
 void DialogView::Refresh() {
@@ -169,58 +215,58 @@ void DialogView::Refresh() {
     IsRefreshing = true;
     for (const auto& [id, widget] : Widgets) {
         if (const Control* control = Shown->Find(id)) {
-            const QSignalBlocker quiet(widget);
-            Show(*control, *widget);
+            ShowControl(*control, *widget);
         }
     }
     IsRefreshing = false;
 }
 
-void DialogView::Show(const Control& control, QWidget& widget) {
-    widget.setVisible(control.Visible);
-    widget.setEnabled(control.Enabled);
-    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
-        if (control.IsCheck()) {
-            button->setCheckable(true);
-            button->setAutoExclusive(false);
-            button->setChecked(control.Checked);
-        }
-    } else if (auto* label = qobject_cast<QLabel*>(&widget)) {
-        label->setText(TextOf(control.Text));
-    } else if (auto* list = qobject_cast<QListWidget*>(&widget)) {
-        list->clear();
-        for (const std::string& row : control.Rows) {
-            list->addItem(TextOf(row));
-        }
-        list->setCurrentRow(control.Selected);
-    } else if (auto* report = qobject_cast<QTreeWidget*>(&widget)) {
-        QStringList headings;
-        for (const ReportColumn& column : control.Columns) {
-            headings.append(TextOf(column.Heading));
-        }
-        report->clear();
-        report->setColumnCount(static_cast<int>(headings.size()));
-        report->setHeaderLabels(headings);
-        for (const ReportRow& row : control.ReportRows) {
-            auto* item = new QTreeWidgetItem(report);
-            for (std::size_t cell = 0; cell < row.Cells.size(); ++cell) {
-                item->setText(static_cast<int>(cell), TextOf(row.Cells[cell]));
-            }
-        }
-        report->setCurrentItem(report->topLevelItem(control.Selected));
-    } else if (auto* text = qobject_cast<QPlainTextEdit*>(&widget)) {
-        if (text->toPlainText().toStdString() != control.Text) {
-            text->setPlainText(TextOf(control.Text));
-        }
-    } else if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
-        line->setText(control.IsNumberField() ? (control.HasNumber ? locale().toString(control.Number) : QString())
-                                              : TextOf(control.Text));
+/// A dialog whose widgets stand in a layout is placed by that.
+void DialogView::PlaceAll() {
+    if (IsPlacing || layout() != nullptr) {
+        return;
     }
+    IsPlacing = true;
+    for (std::size_t page = 1; page < Pages.size(); ++page) {
+        const auto& [resource, content, widgets] = Pages[page];
+        content->setMinimumSize(PlaceWidgets(*resource, widgets, *content, {}));
+    }
+    const auto& [resource, content, widgets] = Pages.front();
+    Least = PlaceWidgets(*resource, widgets, *content, {});
+    PlaceWidgets(*resource, widgets, *content, size());
+    for (std::size_t page = 1; page < Pages.size(); ++page) {
+        PlaceWidgets(*Pages[page].Resource, Pages[page].Widgets, *Pages[page].Content, Pages[page].Content->size());
+    }
+    setMinimumSize(Least);
+    IsPlacing = false;
 }
 
-void DialogView::Do(const std::function<void(Window&)>& action) {
-    if (Shown != nullptr && !IsRefreshing) {
-        ActIn(action);
+void DialogView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    PlaceAll();
+}
+
+/// Pages are resized by their tabs; a field that is left shows its number, also when what was typed isn't one.
+bool DialogView::eventFilter(QObject* watched, QEvent* event) {
+    const auto page = std::ranges::find(Pages, watched, [](const Page& each) -> QObject* { return each.Content; });
+    if (event->type() == QEvent::Resize && page != Pages.end() && !IsPlacing) {
+        PlaceWidgets(*page->Resource, page->Widgets, *page->Content, page->Content->size());
+    }
+    if (auto* line = qobject_cast<QLineEdit*>(watched); line != nullptr && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+            EndTyping(*line);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void DialogView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        PlaceAll();
+        resize(Least);
+    } else if (event->type() == QEvent::PaletteChange) {
         Refresh();
     }
 }

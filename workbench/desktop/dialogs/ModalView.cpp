@@ -1,33 +1,107 @@
 #include "workbench/desktop/dialogs/ModalView.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QHash>
 #include <QMessageBox>
+#include <QSettings>
 #include <QVBoxLayout>
 #include <exception>
 
+#include "platform/WindowMessages.h"
 #include "workbench/desktop/dialogs/DialogView.h"
+#include "workbench/desktop/dialogs/HostDialogViews.h"
 
 namespace quillara {
+namespace {
+
+/// Where windows have stood, by the ids of their resources; kept between runs where the program has a name.
+class DialogPlaces {
+  public:
+    static void Restore(int id, QWidget& dialog) {
+        QByteArray place = Known().value(id);
+        if (place.isEmpty() && IsKept()) {
+            place = QSettings().value(KeyOf(id)).toByteArray();
+        }
+        if (!place.isEmpty()) {
+            dialog.restoreGeometry(place);
+        }
+    }
+    static void Remember(int id, const QWidget& dialog) {
+        Known().insert(id, dialog.saveGeometry());
+        if (IsKept()) {
+            QSettings().setValue(KeyOf(id), dialog.saveGeometry());
+        }
+    }
+
+  private:
+    static QHash<int, QByteArray>& Known() {
+        static QHash<int, QByteArray> known;
+        return known;
+    }
+    static bool IsKept() { return !QCoreApplication::organizationName().isEmpty(); }
+    static QString KeyOf(int id) { return QStringLiteral("dialogs/%1").arg(id); }
+};
+
+/// A window of the exploration as a dialog, open as long as the window is.
+class ModalDialog : public QDialog {
+  public:
+    ModalDialog(Window& window, QWidget* parent) : QDialog(parent), Shown(window) {
+        setWindowModality(Qt::ApplicationModal);
+        auto* layout = new QVBoxLayout(this);
+        View = MakeDialogView(
+            window, [this](const auto& action) { Act(action); }, this);
+        layout->addWidget(View);
+        if (View->layout() == nullptr) {
+            layout->setContentsMargins(0, 0, 0, 0);  // resources have margins of their own
+        }
+        setWindowTitle(View->windowTitle().trimmed());
+    }
+    ~ModalDialog() override { View->Detach(); }
+
+    /// Escape and the cross.
+    void reject() override {
+        const Control* cancel = Shown.Find(CancelCommand);
+        if (cancel != nullptr && cancel->Enabled && !Shown.IsClosed()) {
+            Act([](Window& window) { window.Click(CancelCommand); });
+        }
+        if (!Shown.IsClosed()) {
+            QDialog::reject();
+        }
+    }
+
+  private:
+    void Act(const std::function<void(Window&)>& action) {
+        try {
+            action(Shown);
+        } catch (const std::exception& failure) {
+            QMessageBox::warning(this, windowTitle(), QString::fromUtf8(failure.what()));
+        }
+        if (Shown.IsClosed()) {
+            accept();
+        }
+    }
+
+    Window& Shown;
+    DialogView* View;
+};
+
+}  // namespace
+
+QWidget* FrontWindow(QWidget* usual) {
+    QWidget* front = QApplication::activeModalWidget();
+    return front != nullptr ? front : usual;
+}
 
 bool WorkInModal(Window& window, QWidget* parent) {
-    QDialog dialog(parent);
-    dialog.setWindowModality(Qt::ApplicationModal);
-    const auto act = [&](const std::function<void(Window&)>& action) {
-        try {
-            action(window);
-        } catch (const std::exception& failure) {
-            QMessageBox::warning(&dialog, dialog.windowTitle(), QString::fromUtf8(failure.what()));
-        }
-        if (window.IsClosed()) {
-            dialog.accept();
-        }
-    };
-    auto* view = new DialogView(window, act, &dialog);
-    auto* layout = new QVBoxLayout(&dialog);
-    layout->addWidget(view);
-    dialog.setWindowTitle(view->windowTitle());
+    if (window.IsClosed()) {
+        return true;
+    }
+    ModalDialog dialog(window, FrontWindow(parent));
+    const int id = window.Resource().Id;
+    DialogPlaces::Restore(id, dialog);
     dialog.exec();
-    view->Detach();
+    DialogPlaces::Remember(id, dialog);
     return window.IsClosed();
 }
 

@@ -1,0 +1,186 @@
+// What a person does in dialogs by hand.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
+#include "tests/workbench/desktop/DialogTesting.h"
+#include "workbench/desktop/dialogs/ReorderList.h"
+#include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/ShownControls.h"
+#include "workbench/windows/Window.h"
+
+namespace quillara {
+namespace {
+
+using testing::ElementsAre;
+
+struct Dialogs : testing::Test {
+    template <typename Widget>
+    Widget& At(int id) {
+        return *qobject_cast<Widget*>(Survey.Dialog().Find(id));
+    }
+    [[nodiscard]] std::vector<std::string> Rows() { return Survey.Startup().At(DrillDownListControl).Rows; }
+    /// Shows the Categorization page of the variable age.
+    void Categorize() {
+        At<QTabWidget>(PageTabs).setCurrentIndex(1);
+        At<ReorderList>(DrillDownListControl).setCurrentRow(3);
+    }
+
+    ShownSurvey Survey;
+};
+
+TEST_F(Dialogs, RowsAreDraggedWithTheMouseAndByKeys) {
+    auto& list = At<ReorderList>(DrillDownListControl);
+    const auto drag = [&](int row, int target, bool isHigher, bool isGivenUp) {
+        const QRect from = list.visualItemRect(list.item(row));
+        const QRect before = list.visualItemRect(list.item(std::min(target, list.count() - 1)));
+        const QPoint to = isHigher ? before.center() - QPoint(0, 2) : before.center() + QPoint(0, 2);
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, from.center());
+        for (const QPoint& way : {from.center() + QPoint(0, 3), to}) {
+            QMouseEvent move(QEvent::MouseMove, way, list.viewport()->mapToGlobal(way), Qt::NoButton, Qt::LeftButton,
+                             {});
+            QApplication::sendEvent(list.viewport(), &move);
+        }
+        EXPECT_EQ(list.DropRow(), target);
+        if (isGivenUp) {
+            QTest::keyClick(&list, Qt::Key_Escape);
+        }
+        Picture(list, QStringLiteral("drop-line"));
+        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, to);
+    };
+    drag(0, 3, true, true);
+    EXPECT_THAT(Rows(), ElementsAre("region", "sex", "genre", "age", "income"));
+    drag(0, 3, true, false);
+    EXPECT_THAT(Rows(), ElementsAre("sex", "genre", "region", "age", "income"));
+    EXPECT_EQ(list.currentRow(), 2);
+    drag(3, 0, true, false);
+    EXPECT_THAT(Rows(), ElementsAre("age", "sex", "genre", "region", "income"));
+    drag(1, 5, false, false);
+    EXPECT_THAT(Rows(), ElementsAre("age", "genre", "region", "income", "sex"));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Up}) {  // the first can't: it is the last row
+        QTest::keyClick(&list, key, Qt::AltModifier);
+    }
+    EXPECT_THAT(Rows(), ElementsAre("age", "genre", "sex", "region", "income"));
+    EXPECT_EQ(list.currentRow(), 2);
+}
+
+TEST_F(Dialogs, WhatIsTypedIsThereBeforeAnyButtonActs) {
+    Categorize();
+    Click(Survey.Dialog(), ExactIntervalsRadio);
+    auto& count = At<QSpinBox>(ExactCountField);
+    const auto type = [&](const char* text) {
+        count.setFocus();
+        count.selectAll();
+        QTest::keyClicks(&count, QString::fromLatin1(text));
+    };
+    type("1");  // below the range, and not finished
+    Survey.InModal(DownButton, [](DialogView& view) {
+        EXPECT_EQ(qobject_cast<ReportList*>(view.Find(CategoryListControl))->topLevelItemCount(), 2);
+    });
+    type("7");
+    QTest::keyClick(&count, Qt::Key_Return);
+    EXPECT_EQ(Survey.Startup().At(ExactCountField).Number, 7);
+
+    Click(Survey.Dialog(), StepIntervalsRadio);
+    Click(Survey.Dialog(), StartAtMinimumBox);  // off, where it is on
+    auto& step = At<QLineEdit>(StepSizeField);
+    step.setFocus();
+    step.selectAll();
+    QTest::keyClicks(&step, QStringLiteral("-2.5e1x"));
+    EXPECT_EQ(step.text(), "-2.5e1");  // a letter is no part of a number
+    EXPECT_EQ(Survey.Startup().At(StepSizeField).Number, 0);  // the nearest that is allowed
+    step.selectAll();
+    QTest::keyClicks(&step, QStringLiteral("2.5e1"));
+    EXPECT_EQ(step.text(), "2.5e1");
+    QTest::keyClick(&step, Qt::Key_Return);
+    EXPECT_EQ(step.text(), "25");
+    EXPECT_EQ(Survey.Startup().At(StepSizeField).Number, 25);
+}
+
+TEST_F(Dialogs, RadioButtonsAreOneGroupForTheArrowKeys) {
+    Categorize();
+    auto& chosen = At<QRadioButton>(DistinctValuesRadio);
+    Click(Survey.Dialog(), DistinctValuesRadio);
+    chosen.setFocus();
+    QTest::keyClick(&chosen, Qt::Key_Down);
+    EXPECT_TRUE(Survey.Startup().At(ExactIntervalsRadio).Checked);
+    EXPECT_FALSE(chosen.isChecked());
+    At<ReorderList>(DrillDownListControl).setCurrentRow(0);  // of categories: all the others are off
+    EXPECT_TRUE(chosen.isChecked());
+    EXPECT_FALSE(At<QRadioButton>(ExactIntervalsRadio).isChecked());
+}
+
+TEST_F(Dialogs, CategoriesAreChosenByReturnAndDoubleClickAndLeftByEscape) {
+    const auto steps = [&] { return Survey.Main.Model().Present()->Steps(); };
+    Survey.InModal(DownButton, [](DialogView&) {});  // Escape
+    EXPECT_EQ(steps().size(), 0U);
+    EXPECT_FALSE(Survey.Main.Model().IsBusy());
+    Survey.InModal(DownButton, [](DialogView& view) {
+        auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
+        QTest::keyClick(list, Qt::Key_Down);
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    ASSERT_EQ(steps().size(), 1U);
+    Survey.InModal(DownButton, [](DialogView& view) {
+        auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
+        const QRect row = list->visualItemRect(list->topLevelItem(1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+    });
+    EXPECT_EQ(steps().size(), 2U);
+}
+
+TEST_F(Dialogs, RefusedBoundariesStayAndThenAreTaken) {
+    Categorize();
+    Click(Survey.Dialog(), UserIntervalsRadio);
+    Survey.InModal(BoundariesButton, [&](DialogView& view) {
+        auto* typed = qobject_cast<QPlainTextEdit*>(view.Find(BoundariesEdit));
+        for (const char* text : {"30 20", "20 30"}) {
+            typed->selectAll();
+            QTest::keyClicks(typed, QString::fromLatin1(text));
+            Click(view, OkCommand);
+        }
+    });
+    EXPECT_THAT(Survey.Said, ElementsAre("Lower boundary greater than upper boundary."));
+    Survey.InModal(DownButton, [](DialogView& view) {
+        EXPECT_EQ(qobject_cast<ReportList*>(view.Find(CategoryListControl))->topLevelItem(1)->text(0), "20<x<=30");
+    });
+}
+
+TEST_F(Dialogs, AListKeepsItsRowsAndPlaceWhenNothingOfItHasChanged) {
+    auto& list = At<ReorderList>(DrillDownListControl);
+    list.setFixedHeight(2 * list.sizeHintForRow(0) + 4);
+    list.verticalScrollBar()->setValue(7);
+    const QListWidgetItem* row = list.item(1);
+    list.setFocus();
+    Click(Survey.Dialog(), CasewiseBox);
+    Survey.Dialog().Refresh();
+    EXPECT_EQ(list.item(1), row);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 7);
+    EXPECT_EQ(list.palette().color(QPalette::Inactive, QPalette::Highlight),
+              list.palette().color(QPalette::Active, QPalette::Highlight));
+}
+
+TEST(ResultColour, CanBeReadOnAnyBackground) {
+    for (const std::uint32_t colour : {0x800000U, 0xFF0000U, 0U, 0xFFFFFFU, 0x0000FFU}) {
+        for (const int grey : {0, 40, 128, 200, 255}) {
+            const QColor background(grey, grey, grey);
+            EXPECT_GE(ContrastOf(ReadableColour(colour, background), background), 3.9) << colour << " on " << grey;
+        }
+    }
+    EXPECT_EQ(ReadableColour(0x800000, Qt::white), QColor(0, 0, 128));  // as it is where that can be read
+}
+
+}  // namespace
+}  // namespace quillara

@@ -1,0 +1,35 @@
+#include "workbench/exploration/BoundaryPreview.h"
+
+#include <gtest/gtest.h>
+
+namespace quillara {
+namespace {
+
+TEST(BoundaryPreview, ShowsTheRangesOrWhatIsWrong) {
+    const struct {
+        const char* Typed;
+        const char* Shown;
+    } lists[] = {
+        {"", ""},
+        {" ; ", ""},
+        {"2", "x<=2, 2<x"},
+        {" 2;;2.50  5 ", "x<=2, 2<x<=2.50, 2.50<x<=5, 5<x"},
+        {"2 2", "after 2: 2 is not greater"},
+        {"2 3x", "3x is not a number"},
+        {"2,5", "2,5 is not a number"},
+        {"2\n3", "one line only: a new line separates nothing"},
+        {"1 2 3 4 5 6 7", "x<=1, 1<x<=2, 2<x<=3, 3<x<=4, 4<x<=5, 5<x<=6, 6<x<=7, 7<x"},
+        {"1 2 3 4 5 6 7 8", "x<=1, 1<x<=2, 2<x<=3, ..., 6<x<=7, 7<x<=8, 8<x (9 ranges)"},
+    };
+    for (const auto& [typed, shown] : lists) {
+        EXPECT_EQ(BoundaryPreview(typed), shown) << typed;
+    }
+    std::string many;
+    for (int i = 0; i < 100; ++i) {
+        many += std::to_string(i) + " ";
+    }
+    EXPECT_EQ(BoundaryPreview(many), "too many: 100 values, 99 at most");
+}
+
+}  // namespace
+}  // namespace quillara

@@ -1,0 +1,112 @@
+#include "workbench/desktop/dialogs/ReportList.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <algorithm>
+
+namespace quillara {
+namespace {
+
+constexpr double UsualDotsPerInch = 96.0;  // that widths of columns are given for
+constexpr double UsualPointSize = 8.0;
+
+QString CellOf(const ReportRow& row, int column) {
+    const auto place = static_cast<std::size_t>(column);
+    return place < row.Cells.size() ? QString::fromStdString(row.Cells[place]) : QString();
+}
+
+bool IsNumeric(const QString& text) {
+    bool isNumber = false;
+    text.toDouble(&isNumber);
+    return isNumber;
+}
+
+}  // namespace
+
+ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setVerticalScrollMode(ScrollPerPixel);
+    header()->setStretchLastSection(true);
+    header()->setSectionsMovable(false);
+}
+
+void ReportList::Show(const Control& control) {
+    ShowColumns(control.Columns);
+    ShowRows(control.ReportRows);
+    if (control.Selected != CurrentRow() || (control.Selected >= 0 && !currentItem()->isSelected())) {
+        setCurrentItem(topLevelItem(control.Selected));  // none: null
+    }
+}
+
+void ReportList::SetGridLines(bool shown) {
+    HasGridLines = shown;
+}
+
+std::vector<int> ReportList::SelectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+        rows.push_back(index.row());
+    }
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void ReportList::ShowColumns(const std::vector<ReportColumn>& columns) {
+    std::vector<std::string> headings;
+    QStringList labels;
+    for (const ReportColumn& column : columns) {
+        headings.push_back(column.Heading);
+        labels.append(QString::fromStdString(column.Heading));
+    }
+    if (headings == Headings) {
+        return;
+    }
+    Headings = headings;
+    setColumnCount(static_cast<int>(labels.size()));
+    setHeaderLabels(labels);
+    const double scale = fontInfo().pointSizeF() / UsualPointSize * logicalDpiX() / UsualDotsPerInch;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const int needed = header()->sectionSizeHint(static_cast<int>(i));
+        setColumnWidth(static_cast<int>(i), std::max(needed, static_cast<int>(columns[i].Width * scale)));
+    }
+}
+
+void ReportList::ShowRows(const std::vector<ReportRow>& rows) {
+    const int count = static_cast<int>(rows.size());
+    while (topLevelItemCount() > count) {
+        delete takeTopLevelItem(topLevelItemCount() - 1);
+    }
+    QList<QTreeWidgetItem*> added;
+    for (int row = 0; row < count; ++row) {
+        QTreeWidgetItem* item = row < topLevelItemCount() ? topLevelItem(row) : added.emplace_back(new QTreeWidgetItem);
+        for (int column = 0; column < columnCount(); ++column) {
+            const QString text = CellOf(rows[static_cast<std::size_t>(row)], column);
+            if (item->text(column) != text) {
+                item->setText(column, text);
+                item->setToolTip(column, text);
+                item->setTextAlignment(column, column > 0 && IsNumeric(text) ? Qt::AlignRight | Qt::AlignVCenter
+                                                                             : Qt::AlignLeft | Qt::AlignVCenter);
+            }
+        }
+    }
+    addTopLevelItems(added);
+}
+
+void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QTreeWidget::drawRow(painter, option, index);
+    if (!HasGridLines) {
+        return;
+    }
+    painter->save();
+    painter->setPen(palette().color(QPalette::Midlight));
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    for (int column = 0; column < columnCount(); ++column) {
+        const int x = columnViewportPosition(column) + columnWidth(column) - 1;
+        painter->drawLine(x, option.rect.top(), x, option.rect.bottom());
+    }
+    painter->restore();
+}
+
+}  // namespace quillara
