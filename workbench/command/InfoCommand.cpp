@@ -9,12 +9,12 @@
 #include "workbench/command/CommandLine.h"
 #include "workbench/command/DataReading.h"
 #include "workbench/command/StandardStreams.h"
-#include "workbench/command/VariableSummary.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/Suggestion.h"
 #include "workbench/formats/Dictionary.h"
 #include "workbench/formats/TableShape.h"
+#include "workbench/views/VariableSummary.h"
 
 namespace quillara {
 namespace {

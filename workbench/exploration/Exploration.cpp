@@ -8,6 +8,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/StepHistory.h"
+#include "workbench/hosting/TableInUse.h"
 #include "workbench/scripting/CategoryLookup.h"
 #include "workbench/windows/Window.h"
 
@@ -76,6 +77,11 @@ AnalysisServices Exploration::Services(SettingsStore* settings) {
     services.Recorder = &Recorder;
     services.Settings = settings;
     return services;
+}
+
+std::shared_ptr<const DataTable> Exploration::SharedTable() {
+    const std::shared_ptr<const DataTable>& opened = TableOf(&Document).OwnedTable();
+    return opened == nullptr ? Tables.front() : opened;
 }
 
 std::vector<StepTaken> Exploration::Steps() {

@@ -42,6 +42,8 @@ class Exploration final : public DialogActions {
     [[nodiscard]] bool IsBusy() const { return Running || !Modal.empty(); }
     /// The table as it is now; the startup dialog can open another.
     [[nodiscard]] const DataTable& Table() const { return Document.Table(); }
+    /// The same, for who keeps it beyond the exploration.
+    [[nodiscard]] std::shared_ptr<const DataTable> SharedTable();
     [[nodiscard]] AnalysisDocument& Analysed() { return Document; }
     /// The documents that stand in windows, the newest last.
     [[nodiscard]] const std::vector<CountedPointer<ResultDocument>>& Documents() const { return Shown; }

@@ -25,6 +25,8 @@ class TableInUse {
     explicit TableInUse(const DataTable& table) : Rows(table), Input(&table) {}
 
     [[nodiscard]] const DataTable& Table() const { return *Input; }
+    /// The same, for who keeps it; null: the first one, which is its opener's.
+    [[nodiscard]] const std::shared_ptr<const DataTable>& OwnedTable() const { return OwnedInput; }
     /// How many other tables have been opened since the first.
     [[nodiscard]] int OthersOpened() const { return Opened; }
     /// Exchanges the table, with all cases selected and no weight.

@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <exception>
 
+#include "workbench/desktop/data/DataPanels.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/ModalView.h"
 #include "workbench/desktop/window/Workspace.h"
@@ -28,6 +29,7 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     addDockWidget(Qt::LeftDockWidgetArea, Side);
     statusBar()->addPermanentWidget(Status);
     AddMenus();
+    new DataPanels(*this);
     Explored->SetAnswers({[this](Window& window) { return WorkInModal(window, this); },
                           [](BrushingRun&) { return false; },
                           [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); }});

@@ -1,4 +1,4 @@
-#include "workbench/command/VariableSummary.h"
+#include "workbench/views/VariableSummary.h"
 
 #include <algorithm>
 #include <array>

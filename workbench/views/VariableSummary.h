@@ -46,6 +46,11 @@ struct VariableSummary {
 
 [[nodiscard]] VariableSummary SummaryOf(const Variable& variable);
 
+/// The first values with their labels and, of many, how many more there are; without any, where the values lie.
+[[nodiscard]] std::string ShownValuesOf(const VariableSummary& summary);
+/// "lowest to 0, 98 = Refused (2)": which missing values are declared, and how many cases have each.
+[[nodiscard]] std::string ShownMissingOf(const VariableSummary& summary);
+
 /// The variables of a table for people: an aligned table with type, role, missing cases, distinct values, a drawing of
 /// the distribution, label and the first value labels or the quartiles. No line is wider than so many places of a
 /// terminal (0: any): texts are cut, or label and values stand on a line of their own.

@@ -5,10 +5,10 @@
 #include <numeric>
 #include <string_view>
 
-#include "workbench/command/VariableSummary.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/views/JsonText.h"
 #include "workbench/views/ShownText.h"
+#include "workbench/views/VariableSummary.h"
 
 namespace quillara {
 namespace {
@@ -24,7 +24,7 @@ constexpr std::string_view Indent = "    ";
 constexpr std::size_t Gap = 2;
 
 /// Facts, then label and values.
-using Line = std::array<std::string, ColumnCount>;
+using VariableLine = std::array<std::string, ColumnCount>;
 
 /// Whether the numbers of a column stand at its right edge.
 constexpr std::array<bool, ColumnCount> RightAligned = {true, false, false, false, true, true, false, false, false};
@@ -73,7 +73,8 @@ std::string ShownRangeOf(const VariableSummary& summary) {
            numbers[3];
 }
 
-/// The first values with their labels and, of many, how many more there are; without any, where the values lie.
+}  // namespace
+
 std::string ShownValuesOf(const VariableSummary& summary) {
     if (summary.Values.empty()) {
         return ShownRangeOf(summary);
@@ -87,7 +88,6 @@ std::string ShownValuesOf(const VariableSummary& summary) {
     return more == 0 ? shown : shown + ", and " + std::to_string(more) + " more";
 }
 
-/// "missing: lowest to 0, 98 = Refused (2)": what is declared, with the cases that have it.
 std::string ShownMissingOf(const VariableSummary& summary) {
     std::vector<std::string> parts;
     for (const MissingRange& range : summary.MissingRanges) {
@@ -105,16 +105,18 @@ std::string ShownMissingOf(const VariableSummary& summary) {
     }
     std::string shown;
     for (const std::string& part : parts) {
-        shown += (shown.empty() ? "missing: " : ", ") + part;
+        shown += (shown.empty() ? "" : ", ") + part;
     }
     return shown;
 }
+
+namespace {
 
 /// Values, and missing ones behind them.
 std::string ShownContentOf(const VariableSummary& summary) {
     const std::string values = ShownValuesOf(summary);
     const std::string missing = ShownMissingOf(summary);
-    return values + (values.empty() || missing.empty() ? "" : "; ") + missing;
+    return missing.empty() ? values : values + (values.empty() ? "missing: " : "; missing: ") + missing;
 }
 
 /// Bars of eight heights; a part with few cases still has the lowest, one without any is a dot.
@@ -141,7 +143,7 @@ std::string_view WordOf(DefaultRole role) {
     return "-";
 }
 
-Line LineOf(std::size_t number, const VariableSummary& summary) {
+VariableLine LineOf(std::size_t number, const VariableSummary& summary) {
     return {std::to_string(number),
             ShownLine(summary.Name),
             summary.Type,
@@ -155,9 +157,9 @@ Line LineOf(std::size_t number, const VariableSummary& summary) {
 
 using Widths = std::array<std::size_t, ColumnCount>;
 
-Widths WidthsOf(const std::vector<Line>& lines) {
+Widths WidthsOf(const std::vector<VariableLine>& lines) {
     Widths widths{};
-    for (const Line& line : lines) {
+    for (const VariableLine& line : lines) {
         for (std::size_t column = 0; column < ColumnCount; ++column) {
             widths[column] = std::max(widths[column], DisplayWidth(line[column]));
         }
@@ -170,7 +172,7 @@ std::string WithoutBlanksBehind(std::string row) {
     return row + '\n';
 }
 
-std::string Row(const Line& line, const Widths& widths, std::size_t columns) {
+std::string Row(const VariableLine& line, const Widths& widths, std::size_t columns) {
     std::string row;
     for (std::size_t column = 0; column < columns; ++column) {
         const std::string padding(widths[column] - std::min(widths[column], DisplayWidth(line[column])), ' ');
@@ -180,7 +182,7 @@ std::string Row(const Line& line, const Widths& widths, std::size_t columns) {
 }
 
 /// Label and values below the facts.
-std::string BelowFacts(const Line& line, std::size_t width) {
+std::string BelowFacts(const VariableLine& line, std::size_t width) {
     std::string rows;
     for (const std::string& text : {line[FactCount], line[FactCount + 1]}) {
         rows += text.empty() ? "" : std::string(Indent) + Cut(text, width - Indent.size()) + '\n';
@@ -194,31 +196,31 @@ std::size_t WidthOf(const Widths& widths, std::size_t columns) {
     return std::accumulate(widths.begin(), end, Gap * (columns - 1));
 }
 
-std::string WithValuesBeside(std::vector<Line> lines, std::size_t room) {
-    for (Line& line : lines) {
+std::string WithValuesBeside(std::vector<VariableLine> lines, std::size_t room) {
+    for (VariableLine& line : lines) {
         line.back() = Cut(line.back(), room);
     }
     const Widths widths = WidthsOf(lines);
     std::string text;
-    for (const Line& line : lines) {
+    for (const VariableLine& line : lines) {
         text += Row(line, widths, ColumnCount);
     }
     return text;
 }
 
-std::string WithValuesBelow(std::vector<Line> lines, std::size_t width) {
-    for (Line& line : lines) {
+std::string WithValuesBelow(std::vector<VariableLine> lines, std::size_t width) {
+    for (VariableLine& line : lines) {
         line[NameColumn] = Cut(line[NameColumn], LongestNarrowName);
     }
     const Widths widths = WidthsOf(lines);
     std::string text;
-    for (const Line& line : lines) {
+    for (const VariableLine& line : lines) {
         text += Row(line, widths, FactCount) + (&line == &lines.front() ? "" : BelowFacts(line, width));
     }
     return text;
 }
 
-std::string Aligned(const std::vector<Line>& lines, std::size_t width) {
+std::string Aligned(const std::vector<VariableLine>& lines, std::size_t width) {
     const std::size_t beside = WidthOf(WidthsOf(lines), FactCount + 1) + Gap;
     if (width > 0 && beside + ShortestText > width) {
         return WithValuesBelow(lines, width);
@@ -245,7 +247,8 @@ std::string HeadingOf(const DataTable& table) {
 }  // namespace
 
 std::string VariablesAsText(const DataTable& table, std::size_t width) {
-    std::vector<Line> lines = {{"#", "Name", "Type", "Used as", "Missing", "Distinct", "Cases", "Label", "Values"}};
+    std::vector<VariableLine> lines = {
+        {"#", "Name", "Type", "Used as", "Missing", "Distinct", "Cases", "Label", "Values"}};
     for (std::size_t index = 0; index < table.Variables.size(); ++index) {
         lines.push_back(LineOf(index + 1, SummaryOf(table.Variables[index])));
     }

@@ -1,0 +1,190 @@
+#include "workbench/desktop/data/VariableModel.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostValuesTold = 40;
+
+struct ColumnTitle {
+    const char* Title;
+    const char* Tip;
+};
+
+constexpr std::array<ColumnTitle, VariableModel::ColumnCount> Titles{{
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Name"), QT_TRANSLATE_NOOP("quillara::VariableModel", "Name")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Label"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "What the variable is about")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Type"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "What its values are")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Values"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "Value labels, or where the values lie")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Missing values"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "Values that stand for missing data, and the cases that have them")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Missing"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "Cases without a value")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Distinct"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "How many different values there are")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Distribution"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "How many cases have each value, or lie in each part of the range")},
+    {QT_TRANSLATE_NOOP("quillara::VariableModel", "Format"),
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "Display format of the file")},
+}};
+
+QVariantList BarsOf(const ValueSpread& spread) {
+    QVariantList bars;
+    std::ranges::transform(spread.Bars, std::back_inserter(bars),
+                           [](std::size_t bar) { return QVariant::fromValue(static_cast<qulonglong>(bar)); });
+    return bars;
+}
+
+QString NameOf(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::Date:
+            return VariableModel::tr("date");
+        case ValueKind::TimeOfDay:
+            return VariableModel::tr("time of day");
+        case ValueKind::DateTime:
+            return VariableModel::tr("date and time");
+        case ValueKind::Text:
+            return VariableModel::tr("text");
+        case ValueKind::Number:
+            break;
+    }
+    return VariableModel::tr("number");
+}
+
+/// A line a value.
+QString ListOfValues(const VariableSummary& summary) {
+    QString list;
+    for (std::size_t i = 0; i < std::min(summary.Values.size(), MostValuesTold); ++i) {
+        const LabelledValue& value = summary.Values[i];
+        list += (i == 0 ? QString() : QStringLiteral("\n")) + QString::fromStdString(value.Text);
+        list += value.Label.empty() ? QString() : QStringLiteral(" = ") + QString::fromStdString(value.Label);
+        list +=
+            value.Description.empty() ? QString() : QStringLiteral(": ") + QString::fromStdString(value.Description);
+    }
+    return summary.Values.size() > MostValuesTold ? list + QStringLiteral("\n...") : list;
+}
+
+}  // namespace
+
+VariableModel::VariableModel(QObject* parent) : QAbstractTableModel(parent), Work(new BackgroundWork(this)) {}
+
+void VariableModel::Show(std::shared_ptr<const DataTable> table) {
+    Work->Cancel();
+    beginResetModel();
+    Shown = std::move(table);
+    Found.assign(Shown == nullptr ? 0 : Shown->Variables.size(), std::nullopt);
+    endResetModel();
+}
+
+void VariableModel::Summarize() {
+    const auto next = std::ranges::find(Found, false, &Known::has_value);
+    if (next == Found.end() || Work->IsRunning()) {
+        return;
+    }
+    const auto variable = static_cast<std::size_t>(next - Found.begin());
+    Work->Start([this, variable, table = Shown](const auto& /*cancelled*/) -> BackgroundWork::Delivery {
+        return [this, table, variable, facts = FactsOf(table->Variables[variable])] { Take(table, variable, facts); };
+    });
+}
+
+VariableModel::Facts VariableModel::FactsOf(const Variable& variable) {
+    Facts facts;
+    facts.Summary = SummaryOf(variable);
+    facts.Values = ShownValuesOf(facts.Summary);
+    facts.MissingValues = ShownMissingOf(facts.Summary);
+    facts.Summary.Values.resize(std::min(facts.Summary.Values.size(), MostValuesTold + 1));
+    return facts;
+}
+
+void VariableModel::Take(const std::shared_ptr<const DataTable>& table, std::size_t variable, Facts facts) {
+    if (table != Shown) {
+        return;
+    }
+    Found[variable] = std::move(facts);
+    const int row = static_cast<int>(variable);
+    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    Summarize();
+}
+
+int VariableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(Found.size());
+}
+
+int VariableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString VariableModel::TextOf(std::size_t variable, int column) const {
+    const Variable& shown = Shown->Variables[variable];
+    const Known& facts = Found[variable];
+    const auto counted = [&](auto count) { return QLocale().toString(static_cast<qulonglong>(count)); };
+    switch (column) {
+        case Name:
+            return QString::fromStdString(shown.Name);
+        case Label:
+            return QString::fromStdString(shown.LongName);
+        case Type:
+            return NameOf(shown.Kind);
+        case Format:
+            return QString::fromStdString(shown.Format);
+        case Values:
+            return facts ? QString::fromStdString(facts->Values) : QStringLiteral("...");
+        case MissingValues:
+            return facts ? QString::fromStdString(facts->MissingValues) : QString();
+        case Missing:
+            return facts ? counted(facts->Summary.Spread.Missing) : QString();
+        case Distinct:
+            return facts ? counted(facts->Summary.Spread.Distinct) : QString();
+        default:
+            return {};
+    }
+}
+
+QString VariableModel::TipOf(std::size_t variable, int column) const {
+    if (column == Values && Found[variable]) {
+        return ListOfValues(Found[variable]->Summary);
+    }
+    return column == Label || column == MissingValues ? TextOf(variable, column) : QString();
+}
+
+QVariant VariableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || Shown == nullptr) {
+        return {};
+    }
+    const auto variable = static_cast<std::size_t>(index.row());
+    switch (role) {
+        case Qt::DisplayRole:
+            return TextOf(variable, index.column());
+        case Qt::ToolTipRole:
+            return TipOf(variable, index.column());
+        case Qt::TextAlignmentRole:
+            return QVariant(Qt::AlignVCenter |
+                            (index.column() == Missing || index.column() == Distinct ? Qt::AlignRight : Qt::AlignLeft));
+        case BarsRole:
+            return index.column() == Distribution && Found[variable] ? QVariant(BarsOf(Found[variable]->Summary.Spread))
+                                                                     : QVariant();
+        default:
+            return {};
+    }
+}
+
+QVariant VariableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical) {
+        return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
+    }
+    const bool isKnown = section >= 0 && section < ColumnCount;
+    if (!isKnown || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) {
+        return {};
+    }
+    const ColumnTitle& title = Titles[static_cast<std::size_t>(section)];
+    return tr(role == Qt::DisplayRole ? title.Title : title.Tip);
+}
+
+}  // namespace quillara

@@ -1,0 +1,69 @@
+#include "workbench/desktop/data/VariableView.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <utility>
+
+#include "workbench/desktop/data/DistributionDelegate.h"
+#include "workbench/desktop/window/ExplorationModel.h"
+
+namespace quillara {
+namespace {
+
+constexpr int WidestInCharacters = 48;
+
+}  // namespace
+
+VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new VariableModel(this)) {
+    setObjectName(QStringLiteral("variablesView"));
+    setAccessibleName(tr("Variables"));
+    setModel(Variables);
+    setItemDelegateForColumn(VariableModel::Distribution, new DistributionDelegate(this));
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setWordWrap(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
+    connect(&Variables->Summarizing(), &BackgroundWork::ended, this, [this] {
+        if (!Variables->Summarizing().IsRunning()) {
+            FitColumns();
+        }
+    });
+}
+
+void VariableView::Follow(ExplorationModel& model) {
+    connect(&model, &ExplorationModel::replaced, this, [this, &model] { Refresh(model); });
+    connect(&model, &ExplorationModel::changed, this, [this, &model] { Refresh(model); });
+    Refresh(model);
+}
+
+void VariableView::Refresh(ExplorationModel& model) {
+    Exploration* exploration = model.Present();
+    Show(exploration == nullptr || exploration->HasEnded() ? nullptr : exploration->SharedTable());
+}
+
+void VariableView::Show(std::shared_ptr<const DataTable> table) {
+    if (table == Variables->Table()) {
+        return;
+    }
+    Variables->Show(std::move(table));
+    FitColumns();
+    if (isVisible()) {
+        Variables->Summarize();
+    }
+}
+
+void VariableView::showEvent(QShowEvent* event) {
+    QTableView::showEvent(event);
+    Variables->Summarize();
+}
+
+void VariableView::FitColumns() {
+    resizeColumnsToContents();
+    const int widest = fontMetrics().averageCharWidth() * WidestInCharacters;
+    for (int column = 0; column < VariableModel::ColumnCount; ++column) {
+        setColumnWidth(column, std::min(columnWidth(column), widest));
+    }
+}
+
+}  // namespace quillara

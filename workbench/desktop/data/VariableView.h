@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QTableView>
+
+#include "workbench/desktop/data/VariableModel.h"
+
+namespace quillara {
+
+class ExplorationModel;
+
+/// The variables of a table, each with a small histogram.
+class VariableView : public QTableView {
+    Q_OBJECT
+
+  public:
+    explicit VariableView(QWidget* parent = nullptr);
+
+    /// Shows the table of an exploration from now on; the model outlives the view.
+    void Follow(ExplorationModel& model);
+    void Show(std::shared_ptr<const DataTable> table);
+    [[nodiscard]] VariableModel& Model() { return *Variables; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void Refresh(ExplorationModel& model);
+    void FitColumns();
+
+    VariableModel* Variables;
+};
+
+}  // namespace quillara
