@@ -169,10 +169,10 @@ std::vector<Token> TokensOf(const FormulaText& formula) {
     return tokens;
 }
 
-UsageError UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason) {
+UnreadableFormula UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason) {
     const std::string_view before = formula.Text.substr(0, offset);
     const auto character = std::ranges::count_if(before, [](char letter) { return !ContinuesCharacter(letter); }) + 1;
-    return UsageError(formula.Role + " can't be read at character " + std::to_string(character) + ": " + reason + ".");
+    return {formula.Role + " can't be read at character " + std::to_string(character) + ": " + reason + ".", offset};
 }
 
 }  // namespace quillara

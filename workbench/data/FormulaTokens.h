@@ -38,7 +38,15 @@ inline constexpr const char* SelectionRole = "The selection formula";
 /// Throws UsageError where a sign is unknown, a number too large, or a quote or bracket isn't closed.
 [[nodiscard]] std::vector<Token> TokensOf(const FormulaText& formula);
 
+/// The error of a formula that can't be read.
+class UnreadableFormula : public UsageError {
+  public:
+    UnreadableFormula(const std::string& text, std::size_t offset) : UsageError(text), Offset(offset) {}
+
+    std::size_t Offset;  ///< where, in bytes
+};
+
 /// The error of a formula that can't be read: says at which character, counted from 1, and why.
-[[nodiscard]] UsageError UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason);
+[[nodiscard]] UnreadableFormula UnreadableAt(const FormulaText& formula, std::size_t offset, const std::string& reason);
 
 }  // namespace quillara

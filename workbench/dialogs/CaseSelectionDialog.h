@@ -31,6 +31,7 @@ class CaseSelectionDialog : public HostDialog {
     CaseSelectionDialog(MessageQueue& queue, const DataTable& table, const std::optional<std::string>& formula,
                         Tell tell);
 
+    [[nodiscard]] const DataTable& Data() const { return Table; }
     /// What the user has confirmed.
     [[nodiscard]] const CaseChoice& Choice() const { return Chosen; }
 

@@ -25,7 +25,9 @@ HostDialog::HostDialog(MessageQueue& queue, const DialogResource& resource, std:
       TellUser(std::move(tell)),
       TheWindow(queue, Shape, [this](HWND /*window*/, unsigned message, std::uint64_t wParam, std::int64_t /*lParam*/) {
           return Act(message, wParam);
-      }) {}
+      }) {
+    TheWindow.SetContent(this);
+}
 
 void HostDialog::Use(int /*control*/) {}
 

@@ -12,7 +12,7 @@ namespace quillara {
 /// A dialog of the host itself, which the user ends before going on: owns its window and acts as its procedure. OK
 /// checks what the user has chosen and closes the window with OkCommand, or says what is wrong and leaves it open;
 /// Cancel closes it with CancelCommand. Ids of controls are below 200; scripts press them.
-class HostDialog {
+class HostDialog : public WindowContent {
   public:
     /// Shows a message to the user.
     using Tell = std::function<void(std::string_view)>;
@@ -22,7 +22,7 @@ class HostDialog {
 
     HostDialog(const HostDialog&) = delete;
     HostDialog& operator=(const HostDialog&) = delete;
-    virtual ~HostDialog() = default;
+    ~HostDialog() override = default;
 
     /// The window, filled and not started yet; it lives as long as the dialog.
     [[nodiscard]] Window& Shown() { return TheWindow; }

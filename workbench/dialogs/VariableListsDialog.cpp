@@ -19,11 +19,13 @@ constexpr ControlResource Controls[] = {
     // Id                    Kind                        Caption                   X    Y    W    H
     {NoControlId,            ControlKind::Static,        "&Variables:",         {  7,   8, 118,   9}},
     {Dialog::AvailableList,  ControlKind::ReportList,    "",                    {  7,  19, 118, 183}},
-    {Dialog::FirstLabel,     ControlKind::Static,        "",                    {189,   8, 118,   9}},
+    {Dialog::FirstLabel,     ControlKind::Static,        "",                    {189,   8,  78,   9}},
+    {Dialog::FirstCount,     ControlKind::Static,        "",                    {269,   8,  38,   9}},
     {Dialog::FirstList,      ControlKind::ReportList,    "",                    {189,  19, 118,  82}},
     {Dialog::AddToFirst,     ControlKind::Button,        "&Add >",              {131,  42,  52,  14}},
     {Dialog::TakeFromFirst,  ControlKind::Button,        "< &Remove",           {131,  60,  52,  14}},
-    {Dialog::SecondLabel,    ControlKind::Static,        "",                    {189, 109, 118,   9}},
+    {Dialog::SecondLabel,    ControlKind::Static,        "",                    {189, 109,  78,   9}},
+    {Dialog::SecondCount,    ControlKind::Static,        "",                    {269, 109,  38,   9}},
     {Dialog::SecondList,     ControlKind::ReportList,    "",                    {189, 120, 118,  82}},
     {Dialog::AddToSecond,    ControlKind::Button,        "A&dd >",              {131, 143,  52,  14}},
     {Dialog::TakeFromSecond, ControlKind::Button,        "< R&emove",           {131, 161,  52,  14}},
@@ -34,15 +36,26 @@ constexpr ControlResource Controls[] = {
 /// The controls of the two lists.
 struct Side {
     int Label;
+    int Count;
     int List;
     int Add;
     int Take;
 };
 
 constexpr std::array<Side, 2> Sides = {{
-    {Dialog::FirstLabel,  Dialog::FirstList,  Dialog::AddToFirst,  Dialog::TakeFromFirst},
-    {Dialog::SecondLabel, Dialog::SecondList, Dialog::AddToSecond, Dialog::TakeFromSecond},
+    {Dialog::FirstLabel,  Dialog::FirstCount,  Dialog::FirstList,  Dialog::AddToFirst,  Dialog::TakeFromFirst},
+    {Dialog::SecondLabel, Dialog::SecondCount, Dialog::SecondList, Dialog::AddToSecond, Dialog::TakeFromSecond},
 }};
+
+constexpr const char* NameOf(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::Date:      return "date";
+        case ValueKind::TimeOfDay: return "time of day";
+        case ValueKind::DateTime:  return "date and time";
+        case ValueKind::Text:      return "text";
+        default:                   return "number";
+    }
+}
 // clang-format on
 
 constexpr DialogResource Resource{VariableListsDialogId, "Select variables", 314, 231, Controls};
@@ -57,6 +70,19 @@ std::vector<short> NumbersIn(const Control& list) {
 
 std::string CountOf(int number) {
     return std::to_string(number) + (number == 1 ? " variable" : " variables");
+}
+
+/// "3 chosen", or with the limits that there are: "3 chosen, 1 to 5".
+std::string CountIn(const VariableListRequest& request, std::size_t entries, std::size_t offered) {
+    const bool isLimited = static_cast<std::size_t>(request.Highest) < offered;
+    std::string text = std::to_string(entries) + " chosen";
+    if (isLimited && request.Lowest == request.Highest) {
+        return text + " of " + std::to_string(request.Highest);
+    }
+    if (isLimited) {
+        return text + ", " + std::to_string(request.Lowest) + " to " + std::to_string(request.Highest);
+    }
+    return request.Lowest > 0 ? text + ", at least " + std::to_string(request.Lowest) : text;
 }
 
 std::string WithoutColon(std::string label) {
@@ -76,6 +102,11 @@ void CheckCount(const VariableListRequest& request, std::size_t entries) {
         throw UsageError(label + ": choose at most " + CountOf(request.Highest) + ", not " + std::to_string(count) +
                          ".");
     }
+}
+
+std::string TypeOf(const Variable& variable) {
+    const bool hasNames = variable.Kind != ValueKind::Text && variable.HasLabels();
+    return NameOf(variable.Kind) + std::string(hasNames ? ", labelled" : "");
 }
 
 /// Throws UsageError saying which limit isn't kept.
@@ -147,7 +178,7 @@ VariableListsDialog::VariableListsDialog(MessageQueue& queue, const DataTable& t
                                          Tell tell)
     : HostDialog(queue, Resource, request.Title, std::move(tell)), Table(table), Request(std::move(request)) {
     for (const int list : {AvailableList, FirstList, SecondList}) {
-        At(list).Columns = {{"Name", 90}, {"Label", 140}};
+        At(list).Columns = {{"Name", 90}, {"Type", 60}, {"Label", 140}};
     }
     for (const short number : Request.Offered) {
         Add(AvailableList, number);
@@ -187,7 +218,7 @@ bool VariableListsDialog::IsVariable(short number) const {
 void VariableListsDialog::Add(int list, short number) {
     if (IsVariable(number) && !Holds[list].contains(number)) {
         const Variable& variable = Table.Variables[static_cast<std::size_t>(number) - 1];
-        At(list).ReportRows.push_back(NumberedRow(number, {variable.Name, variable.LongName}));
+        At(list).ReportRows.push_back(NumberedRow(number, {variable.Name, TypeOf(variable), variable.LongName}));
         Holds[list].insert(number);
     }
 }
@@ -208,7 +239,10 @@ void VariableListsDialog::Accept() {
 
 void VariableListsDialog::Update() {
     const ReportRow* available = SelectedRow(At(AvailableList));
-    for (const Side& side : Sides) {
+    const std::size_t offered = At(AvailableList).ReportRows.size();
+    for (std::size_t i = 0; i < Sides.size(); ++i) {
+        const Side& side = Sides[i];
+        At(side.Count).Text = CountIn(Request.Lists[i], At(side.List).ReportRows.size(), offered);
         At(side.Add).Enabled = available != nullptr && !Holds[side.List].contains(NumberOf(*available));
         At(side.Take).Enabled = SelectedRow(At(side.List)) != nullptr;
     }

@@ -39,10 +39,12 @@ class VariableListsDialog : public HostDialog {
     enum Id : int {
         AvailableList = 10,  ///< report list of the variables to choose from
         FirstLabel = 20,
+        FirstCount = 24,  ///< how many are chosen, and the limits that there are
         FirstList = 21,  ///< report list of those chosen
         AddToFirst = 22,  ///< adds the selected variable at the end
         TakeFromFirst = 23,  ///< takes the selected variable out
         SecondLabel = 30,
+        SecondCount = 34,
         SecondList = 31,
         AddToSecond = 32,
         TakeFromSecond = 33,

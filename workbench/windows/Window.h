@@ -16,6 +16,15 @@ namespace quillara {
 
 class MessageQueue;
 
+/// What a window shows; for a view of the window that shows more of it than its controls do.
+class WindowContent {
+  public:
+    WindowContent() = default;
+    WindowContent(const WindowContent&) = delete;
+    WindowContent& operator=(const WindowContent&) = delete;
+    virtual ~WindowContent() = default;
+};
+
 /// A window without a screen, made from a dialog resource: its controls by id, its pages, and what a user can do in it.
 /// Its address is its handle, and so is that of a control. A control id that stands in it twice is one control.
 /// Clicks reach the procedure as messages, which are run at once; entries into fields and drags don't. Messages to a
@@ -75,6 +84,10 @@ class Window : public WindowHandleTag {
     /// As Find; throws UsageError when there is none.
     [[nodiscard]] Control& At(int id);
 
+    /// What it shows, which outlives it or owns it; null when that isn't told.
+    void SetContent(WindowContent* content) { Content = content; }
+    [[nodiscard]] WindowContent* Shows() const { return Content; }
+
     /// Marks the window as closed with a result, unless it is closed already.
     void Close(int result);
     [[nodiscard]] bool IsClosed() const { return Result.has_value(); }
@@ -97,6 +110,7 @@ class Window : public WindowHandleTag {
     Procedure Act;
     std::map<int, Control> Controls;
     std::optional<int> Result;
+    WindowContent* Content = nullptr;
 };
 
 }  // namespace quillara

@@ -265,10 +265,25 @@ void DialogView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         PlaceAll();
-        resize(Least);
+        if (layout() == nullptr) {
+            resize(Least);
+        }
     } else if (event->type() == QEvent::PaletteChange) {
         Refresh();
     }
+}
+
+QSize DialogView::sizeHint() const {
+    return layout() == nullptr ? Least : QWidget::sizeHint();
+}
+
+QSize DialogView::minimumSizeHint() const {
+    return layout() == nullptr ? Least : QWidget::minimumSizeHint();
+}
+
+void DialogView::LeaveToLayout(QLayout* layout) {
+    setMinimumSize(0, 0);
+    setLayout(layout);
 }
 
 QWidget* DialogView::Find(int id) const {

@@ -9,6 +9,7 @@
 #include "workbench/desktop/dialogs/DialogPlacing.h"
 #include "workbench/windows/Window.h"
 
+class QLayout;
 class QLineEdit;
 class QTabWidget;
 
@@ -39,14 +40,17 @@ class DialogView : public QWidget {
     /// The widgets of all controls, those without an id too.
     [[nodiscard]] const std::vector<PlacedWidget>& All() const { return Made; }
 
-    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
-    [[nodiscard]] QSize minimumSizeHint() const override { return Least; }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    /// A view that arranges the widgets in a layout of its own begins so.
+    void LeaveToLayout(QLayout* layout);
+    /// The window; null when it has gone.
     [[nodiscard]] Window* TheWindow() const { return Shown; }
     /// Works in the window unless it is being shown, then shows it.
     void Do(const std::function<void(Window&)>& action);

@@ -1,14 +1,17 @@
 #include "workbench/desktop/dialogs/ReportList.h"
 
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 namespace quillara {
 namespace {
 
 constexpr double UsualDotsPerInch = 96.0;  // that widths of columns are given for
 constexpr double UsualPointSize = 8.0;
+constexpr int LettersOfColumn = 24;  // that a column shows at most, unless it is the last
 
 QString CellOf(const ReportRow& row, int column) {
     const auto place = static_cast<std::size_t>(column);
@@ -34,7 +37,13 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
 
 void ReportList::Show(const Control& control) {
     ShowColumns(control.Columns);
+    const int rowsBefore = topLevelItemCount();
     ShowRows(control.ReportRows);
+    const bool isAsBefore =
+        std::exchange(ShownSelected, control.Selected) == control.Selected && topLevelItemCount() == rowsBefore;
+    if (isAsBefore && selectionMode() == ExtendedSelection) {
+        return;  // the user may be about to select several
+    }
     if (control.Selected != CurrentRow() || (control.Selected >= 0 && !currentItem()->isSelected())) {
         setCurrentItem(topLevelItem(control.Selected));  // none: null
     }
@@ -47,10 +56,65 @@ void ReportList::SetGridLines(bool shown) {
 std::vector<int> ReportList::SelectedRows() const {
     std::vector<int> rows;
     for (const QModelIndex& index : selectionModel()->selectedRows()) {
-        rows.push_back(index.row());
+        if (!isRowHidden(index.row(), {})) {
+            rows.push_back(index.row());
+        }
     }
     std::ranges::sort(rows);
     return rows;
+}
+
+void ReportList::FitColumns(const ReportList& other) {
+    for (int column = 0; column + 1 < columnCount(); ++column) {
+        const int needed = std::max(other.sizeHintForColumn(column), header()->sectionSizeHint(column));
+        setColumnWidth(column, std::min(needed + 8, fontMetrics().averageCharWidth() * LettersOfColumn));
+    }
+    setColumnWidth(columnCount() - 1, header()->sectionSizeHint(columnCount() - 1));
+}
+
+void ReportList::SetDrags() {
+    setSelectionMode(ExtendedSelection);
+    setDragEnabled(true);
+}
+
+void ReportList::SetDropTarget(bool isTarget) {
+    if (isTarget != IsDropTarget) {
+        IsDropTarget = isTarget;
+        viewport()->update();
+    }
+}
+
+/// Rows go to lists of the same dialog only: the mouse stays here.
+void ReportList::startDrag(Qt::DropActions /*actions*/) {
+    IsDragging = true;
+    viewport()->setCursor(Qt::ClosedHandCursor);
+}
+
+void ReportList::mouseMoveEvent(QMouseEvent* event) {
+    if (IsDragging) {
+        emit rowsDragged(event->globalPosition().toPoint(), false);
+    } else {
+        QTreeWidget::mouseMoveEvent(event);
+    }
+}
+
+void ReportList::mouseReleaseEvent(QMouseEvent* event) {
+    if (IsDragging) {
+        IsDragging = false;
+        viewport()->unsetCursor();
+        emit rowsDragged(event->globalPosition().toPoint(), true);
+    } else {
+        QTreeWidget::mouseReleaseEvent(event);
+    }
+}
+
+void ReportList::paintEvent(QPaintEvent* event) {
+    QTreeWidget::paintEvent(event);
+    if (IsDropTarget) {
+        QPainter painter(viewport());
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+    }
 }
 
 void ReportList::ShowColumns(const std::vector<ReportColumn>& columns) {

@@ -18,10 +18,24 @@ class ReportList : public QTreeWidget {
     void Show(const Control& control);
     void SetGridLines(bool shown);
     [[nodiscard]] int CurrentRow() const { return indexOfTopLevelItem(currentItem()); }
-    /// The selected rows, in their order.
+    /// The selected rows that are shown, in their order.
     [[nodiscard]] std::vector<int> SelectedRows() const;
+    /// Makes columns as wide as what stands in those of a list; the last takes what is left.
+    void FitColumns(const ReportList& other);
+    /// Lets the user select several rows and drag them to where a listener puts them.
+    void SetDrags();
+    /// Shows whether what is dragged would be put here.
+    void SetDropTarget(bool isTarget);
+
+  signals:
+    /// The selected rows are held over a place of the screen, or have been dropped there.
+    void rowsDragged(const QPoint& place, bool areDropped);
 
   protected:
+    void startDrag(Qt::DropActions actions) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
   private:
@@ -29,7 +43,10 @@ class ReportList : public QTreeWidget {
     void ShowRows(const std::vector<ReportRow>& rows);
 
     std::vector<std::string> Headings;
+    int ShownSelected = -1;
     bool HasGridLines = false;
+    bool IsDragging = false;
+    bool IsDropTarget = false;
 };
 
 }  // namespace quillara

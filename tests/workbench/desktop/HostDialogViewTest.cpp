@@ -1,0 +1,166 @@
+// The dialogs of the host by hand: what a person does in them goes through the controls of their windows.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCompleter>
+#include <QListView>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
+#include "tests/Locations.h"
+#include "tests/workbench/desktop/DialogTesting.h"
+#include "workbench/desktop/dialogs/CaseSelectionView.h"
+#include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/RowSearch.h"
+#include "workbench/desktop/dialogs/SmallHostViews.h"
+#include "workbench/desktop/dialogs/VariableListsView.h"
+#include "workbench/dialogs/CaseSelectionDialog.h"
+#include "workbench/dialogs/OpenDataDialog.h"
+#include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/dialogs/WeightDialog.h"
+
+namespace quillara {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Lists = VariableListsDialog;
+
+std::string NamesIn(DialogView& view, int id) {
+    auto* list = qobject_cast<ReportList*>(view.Find(id));
+    std::string names;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        names += list->isRowHidden(row, {}) ? "" : list->topLevelItem(row)->text(0).toStdString() + " ";
+    }
+    return names;
+}
+
+void ClickRow(ReportList& list, int row, Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, list.visualItemRect(list.topLevelItem(row)).center());
+}
+
+void Drag(ReportList& from, int row, const ReportList& to) {
+    const QPoint begin = from.visualItemRect(from.topLevelItem(row)).center();
+    const QPoint end = from.viewport()->mapFromGlobal(to.viewport()->mapToGlobal(to.viewport()->rect().center()));
+    QTest::mousePress(from.viewport(), Qt::LeftButton, {}, begin);
+    for (const QPoint& way : {begin + QPoint(30, 0), begin + QPoint(60, 0), end}) {
+        QMouseEvent move(QEvent::MouseMove, way, from.viewport()->mapToGlobal(way), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(from.viewport(), &move);
+    }
+    QTest::mouseRelease(from.viewport(), Qt::LeftButton, {}, end);
+}
+
+TEST(HostDialogViews, VariablesAreFoundChosenInNumbersAndMoved) {
+    ShownSurvey survey;
+    survey.InModal(DrillVariablesButton, [&](DialogView& view) {
+        auto& offered = *qobject_cast<ReportList*>(view.Find(Lists::AvailableList));
+        auto& first = *qobject_cast<ReportList*>(view.Find(Lists::FirstList));
+        auto& second = *qobject_cast<ReportList*>(view.Find(Lists::SecondList));
+        auto& search = dynamic_cast<VariableListsView&>(view).Search();
+        EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex genre ");
+        QTest::keyClicks(&search, QStringLiteral("household"));
+        EXPECT_EQ(NamesIn(view, Lists::AvailableList), "household_size income ");
+        Picture(*view.window(), QStringLiteral("variables-searched"));
+        QTest::keyClick(&search, Qt::Key_Return);  // the first that is found
+        EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex genre household_size ");
+        QTest::keyClick(&search, Qt::Key_Escape);  // everything again, and the dialog stays
+        ClickRow(offered, 3);
+        ClickRow(offered, 5, Qt::ShiftModifier);
+        ClickRow(offered, 4, Qt::ControlModifier);  // taken out of the selection
+        EXPECT_THAT(offered.SelectedRows(), ElementsAre(3, 5));
+        Click(view, Lists::AddToSecond);
+        EXPECT_EQ(NamesIn(view, Lists::SecondList), "age income employment ");
+        ClickRow(second, 0);
+        ClickRow(second, 1, Qt::ControlModifier);
+        QTest::keyClick(&second, Qt::Key_Delete);
+        EXPECT_EQ(NamesIn(view, Lists::SecondList), "employment ");
+        Drag(offered, 3, second);
+        EXPECT_EQ(NamesIn(view, Lists::SecondList), "employment age ");
+        Drag(second, 0, first);
+        Drag(first, 2, offered);
+        EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex household_size employment ");
+        EXPECT_EQ(NamesIn(view, Lists::SecondList), "age ");
+        ClickRow(first, 0);
+        QTest::mouseDClick(first.viewport(), Qt::LeftButton, {}, first.visualItemRect(first.topLevelItem(0)).center());
+        EXPECT_EQ(NamesIn(view, Lists::FirstList), "sex household_size employment ");
+        Click(view, OkCommand);
+    });
+    EXPECT_THAT(survey.Startup().At(DrillDownListControl).Rows,
+                ElementsAre("sex", "household_size", "employment", "age"));
+    EXPECT_THAT(survey.Said, testing::IsEmpty());
+}
+
+TEST(HostDialogViews, AFormulaIsCompletedCountedAndMarkedWhereItIsWrong) {
+    ShownSurvey survey;
+    survey.InModal(SelectCasesButton, [&](DialogView& view) {
+        auto& cases = dynamic_cast<CaseSelectionView&>(view);
+        auto& formula = *qobject_cast<QPlainTextEdit*>(view.Find(CaseSelectionDialog::Formula));
+        auto* popup = view.findChild<QCompleter*>()->popup();
+        EXPECT_EQ(cases.Told(), "All 2,000 cases are analysed");
+        Click(view, CaseSelectionDialog::SelectedCases);
+        const auto tells = [&](const char* text) {
+            return QTest::qWaitFor([&] { return cases.Told().contains(QString::fromUtf8(text)); }, 5000);
+        };
+        QTest::keyClicks(&formula, QStringLiteral("sett"));
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(popup->isVisible());
+        QTest::keyClick(popup, Qt::Key_Return);
+        EXPECT_EQ(formula.toPlainText(), "settlement");
+        QTest::keyClicks(&formula, QStringLiteral(" = "));
+        QTest::keyClick(&formula, Qt::Key_Space, Qt::ControlModifier);
+        ASSERT_TRUE(popup->isVisible());
+        Picture(*popup, QStringLiteral("offers"));
+        QTest::keyClick(popup, Qt::Key_Return);
+        EXPECT_THAT(formula.toPlainText().toStdString(), StartsWith("settlement = \""));
+        EXPECT_TRUE(tells("of 2,000 cases are selected"));
+        formula.setPlainText(QStringLiteral("sex = \"Female\" and agee > 3"));
+        EXPECT_TRUE(tells("agee"));
+        ASSERT_EQ(formula.extraSelections().size(), 1);
+        EXPECT_EQ(formula.extraSelections().front().cursor.selectedText(), "agee");
+        Picture(*view.window(), QStringLiteral("formula-fault"));
+        formula.setPlainText(QStringLiteral("age > 30"));
+        EXPECT_TRUE(tells("are selected"));
+        EXPECT_TRUE(formula.extraSelections().isEmpty());
+        Picture(*view.window(), QStringLiteral("formula-count"));
+        Click(view, OkCommand);
+    });
+    EXPECT_LT(survey.Main.Model().Present()->Remaining()->Cases, 2000);
+}
+
+TEST(HostDialogViews, WeightBoundariesAndDataAreChosen) {
+    ShownSurvey survey;
+    survey.InModal(WeightButton, [&](DialogView& view) {
+        auto* search = view.findChild<RowSearch*>();
+        EXPECT_FALSE(search->isEnabled());
+        Click(view, WeightDialog::NoWeight);
+        QTest::keyClicks(search, QStringLiteral("makes"));
+        QTest::keyClick(search, Qt::Key_Return);
+        Click(view, OkCommand);
+    });
+    EXPECT_TRUE(survey.Startup().At(WeightedMomentsBox).Enabled);
+
+    qobject_cast<QListView*>(survey.Dialog().Find(DrillDownListControl))
+        ->setCurrentIndex(qobject_cast<QListView*>(survey.Dialog().Find(DrillDownListControl))->model()->index(3, 0));
+    Click(survey.Dialog(), UserIntervalsRadio);
+    survey.InModal(BoundariesButton, [](DialogView& view) {
+        QTest::keyClicks(view.Find(BoundariesEdit), QStringLiteral("20 30"));
+        EXPECT_EQ(dynamic_cast<BoundariesView&>(view).Ranges(), "x<=20, 20<x<=30, 30<x");
+        Picture(*view.window(), QStringLiteral("boundaries"));
+    });
+
+    survey.InModal(OpenDataButton, [](DialogView& view) {
+        const std::string path = testing_locations::Sample("orders.csv");
+        QTest::keyClicks(view.Find(OpenDataDialog::Path), QString::fromStdString(path));
+        QTest::keyClick(view.Find(OpenDataDialog::Path), Qt::Key_Return);
+    });
+    EXPECT_EQ(survey.Main.Model().Present()->Table().FileName, "orders.csv");
+}
+
+}  // namespace
+}  // namespace quillara

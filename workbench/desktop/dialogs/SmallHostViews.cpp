@@ -1,0 +1,153 @@
+#include "workbench/desktop/dialogs/SmallHostViews.h"
+
+#include <QCompleter>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
+#include "workbench/desktop/dialogs/MarkIcons.h"
+#include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/RowSearch.h"
+#include "workbench/dialogs/OpenDataDialog.h"
+#include "workbench/dialogs/WeightDialog.h"
+#include "workbench/exploration/BoundaryPreview.h"
+
+namespace quillara {
+namespace {
+
+QHBoxLayout* Ends(const DialogView& view) {
+    auto* ends = new QHBoxLayout;
+    ends->addStretch();
+    ends->addWidget(view.Find(OkCommand));
+    ends->addWidget(view.Find(CancelCommand));
+    return ends;
+}
+
+ReportList& RoomyList(const DialogView& view, int id, int lines) {
+    auto& list = *static_cast<ReportList*>(view.Find(id));
+    const QFontMetrics metrics = view.fontMetrics();
+    list.FitColumns(list);
+    list.setMinimumSize(60 * metrics.averageCharWidth(), lines * metrics.lineSpacing());
+    return list;
+}
+
+}  // namespace
+
+WeightView::WeightView(Window& window, Act act, QWidget* parent) : DialogView(window, std::move(act), parent) {
+    ReportList& list = RoomyList(*this, WeightDialog::VariableList, 14);
+    Sought = new RowSearch(list, this);
+    auto* all = new QVBoxLayout;
+    all->addWidget(Find(WeightDialog::NoWeight));
+    all->addWidget(Find(NoControlId));
+    all->addWidget(Sought);
+    all->addWidget(&list, 1);
+    all->addWidget(Find(WeightDialog::DeclaredWeight));
+    all->addLayout(Ends(*this));
+    LeaveToLayout(all);
+    connect(Sought, &QLineEdit::textChanged, this, &WeightView::Refresh);
+    connect(Sought, &RowSearch::rowTaken, this, [this](int row) { ChooseRow(WeightDialog::VariableList, row); });
+    Refresh();
+}
+
+void WeightView::Refresh() {
+    DialogView::Refresh();
+    if (TheWindow() != nullptr && Sought != nullptr) {
+        const Control& list = TheWindow()->At(WeightDialog::VariableList);
+        Sought->setEnabled(list.Enabled);
+        Sought->Apply(list.ReportRows);
+    }
+}
+
+OpenDataView::OpenDataView(Window& window, Act act, QWidget* parent) : DialogView(window, std::move(act), parent) {
+    auto* path = static_cast<QLineEdit*>(Find(OpenDataDialog::Path));
+    auto* files = new QFileSystemModel(this);
+    files->setRootPath(QString());
+    auto* completer = new QCompleter(files, this);
+    path->setCompleter(completer);
+    path->setMinimumWidth(60 * fontMetrics().averageCharWidth());
+    auto* browse = new QPushButton(MarkIcon("`"), tr("&Browse..."), this);
+    browse->setToolTip(tr("Chooses a data file among those of this computer"));
+    browse->setAccessibleName(tr("Browse"));
+    connect(browse, &QPushButton::clicked, this, &OpenDataView::Browse);
+    Beside = browse;
+    auto* row = new QHBoxLayout;
+    row->addWidget(path, 1);
+    row->addWidget(browse);
+    auto* all = new QVBoxLayout;
+    all->addWidget(Find(OpenDataDialog::FromFile));
+    all->addLayout(row);
+    all->addWidget(Find(OpenDataDialog::FromRun));
+    all->addWidget(&RoomyList(*this, OpenDataDialog::TableList, 6), 1);
+    all->addLayout(Ends(*this));
+    LeaveToLayout(all);
+    Refresh();
+    path->setFocus();
+}
+
+void OpenDataView::Refresh() {
+    DialogView::Refresh();
+    if (TheWindow() != nullptr && Beside != nullptr) {
+        Beside->setEnabled(TheWindow()->At(OpenDataDialog::Path).Enabled);
+    }
+}
+
+void OpenDataView::Browse() {
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open data"));
+    if (!path.isEmpty()) {
+        Open(path);
+    }
+}
+
+void OpenDataView::Open(const QString& path) {
+    static_cast<QLineEdit*>(Find(OpenDataDialog::Path))->setText(path);
+    Click(OkCommand);
+}
+
+BoundariesView::BoundariesView(Window& window, Act act, QWidget* parent)
+    : DialogView(window, std::move(act), parent), Preview(new QLabel(this)) {
+    Preview->setTextFormat(Qt::PlainText);
+    Preview->setWordWrap(true);
+    Preview->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    Preview->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    Preview->setAccessibleName(tr("Ranges"));
+    auto* typed = static_cast<QPlainTextEdit*>(Find(BoundariesEdit));
+    typed->setMinimumSize(50 * fontMetrics().averageCharWidth(), 3 * fontMetrics().lineSpacing());
+    auto* all = new QGridLayout;
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(Find(BoundariesLabel));
+    heading->addWidget(Find(BoundariesVariableCaption), 1);
+    all->addLayout(heading, 0, 0);
+    all->addWidget(typed, 1, 0, 2, 1);
+    all->addWidget(Find(OkCommand), 0, 1);
+    all->addWidget(Find(CancelCommand), 1, 1);
+    all->addWidget(Preview, 3, 0, 1, 2);
+    for (int line = 0; line < 5; ++line) {
+        QWidget* help = Find(FirstBoundariesHelp + line);
+        help->setMinimumHeight(help->heightForWidth(typed->minimumWidth()));
+        all->addWidget(help, 4 + line, 0, 1, 2);
+    }
+    all->setRowStretch(2, 1);
+    LeaveToLayout(all);
+    connect(typed, &QPlainTextEdit::textChanged, this, &BoundariesView::ShowRanges);
+    typed->setFocus();
+    ShowRanges();
+}
+
+QString BoundariesView::Ranges() const {
+    return Preview->text();
+}
+
+void BoundariesView::ShowRanges() {
+    const auto* typed = static_cast<const QPlainTextEdit*>(Find(BoundariesEdit));
+    Preview->setText(QString::fromStdString(BoundaryPreview(typed->toPlainText().toStdString())));
+}
+
+}  // namespace quillara

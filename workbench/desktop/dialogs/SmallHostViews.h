@@ -1,0 +1,55 @@
+#pragma once
+
+#include "workbench/desktop/dialogs/DialogView.h"
+
+class QLabel;
+
+namespace quillara {
+
+class RowSearch;
+
+/// The weight dialog, with a search over the variables.
+class WeightView : public DialogView {
+    Q_OBJECT
+
+  public:
+    WeightView(Window& window, Act act, QWidget* parent);
+
+    void Refresh() override;
+
+  private:
+    RowSearch* Sought = nullptr;
+};
+
+/// The dialog that opens data, with a file chooser, the files opened last, and paths completed as they are typed.
+class OpenDataView : public DialogView {
+    Q_OBJECT
+
+  public:
+    OpenDataView(Window& window, Act act, QWidget* parent);
+
+    void Refresh() override;
+
+  private:
+    void Browse();
+    void Open(const QString& path);
+
+    QWidget* Beside = nullptr;  // the button of the chooser
+};
+
+/// The dialog of boundaries, which shows the ranges that the list gives while it is typed, or what is wrong with it.
+class BoundariesView : public DialogView {
+    Q_OBJECT
+
+  public:
+    BoundariesView(Window& window, Act act, QWidget* parent);
+
+    [[nodiscard]] QString Ranges() const;
+
+  private:
+    void ShowRanges();
+
+    QLabel* Preview;
+};
+
+}  // namespace quillara
