@@ -209,7 +209,7 @@ std::vector<ParquetColumn> ColumnsOf(DuckSession& session, const std::string& pa
 
 /// The text of a column in a query that calls it `name`.
 std::string TextOfColumn(const ParquetColumn& column, const std::string& name) {
-    const std::string text = "CAST(" + name + " AS VARCHAR)";
+    std::string text = "CAST(" + name + " AS VARCHAR)";
     if (column.Type == "BOOLEAN") {
         return "upper(" + text + ")";
     }

@@ -189,4 +189,15 @@ void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject) {
     }
 }
 
+void NoticeStep(AnalysisDocument& document, const StepTaken& step) {
+    const std::optional<SubsetSize> dropped =
+        step.Kind == StepKind::Down ? CountDroppedWithoutValue(document) : std::nullopt;
+    if (dropped && dropped->Cases > 0) {
+        Notice(&document, {"step-without-value",
+                           "The step " + Quoted(step.Condition()) + " leaves out " + Counted(dropped->Cases) +
+                               " without a value of " + Quoted(step.Variable) + '.',
+                           ""});
+    }
+}
+
 }  // namespace quillara

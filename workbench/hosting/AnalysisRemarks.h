@@ -6,6 +6,7 @@
 #include "host/ResultSubject.h"
 #include "workbench/data/FormulaNotice.h"
 #include "workbench/documents/Remarks.h"
+#include "workbench/documents/StepTaken.h"
 
 class CAnalysisDoc;
 
@@ -24,6 +25,8 @@ void NoticeWeights(AnalysisDocument& document);
 void NoticeUnweighted(CAnalysisDoc* document, std::string_view result);
 /// Remarks on a result of categories: values that the analysis leaves out or counts in the first interval all the same.
 void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject);
+/// Remarks on the newest step: what it drops for want of a value.
+void NoticeStep(AnalysisDocument& document, const StepTaken& step);
 
 /// The remarks on it so far.
 [[nodiscard]] const Remarks& RemarksOn(CAnalysisDoc* document);

@@ -113,6 +113,22 @@ std::optional<SubsetSize> CountRemaining(AnalysisDocument& document) {
     }
 }
 
+std::optional<SubsetSize> CountDroppedWithoutValue(AnalysisDocument& document) {
+    try {
+        std::optional<Conditions> conditions = ConditionsOf(document);
+        const Variable* variable =
+            !conditions || conditions->empty() ? nullptr : TableOf(&document).Find(conditions->front().Variable);
+        if (variable == nullptr || conditions->front().IsMetBy(variable->MissingCode)) {
+            return std::nullopt;
+        }
+        const NearlyEqualRange missing = RangeNearlyEqualTo(variable->MissingCode);
+        conditions->front() = {conditions->front().Variable, ConditionRule::Closed, missing.Lowest, missing.Highest};
+        return Count(document, *conditions);
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 std::optional<SubsetSize> CountSelected(AnalysisDocument& document) {
     try {
         return ConditionsOf(document) ? Count(document, {}) : std::nullopt;

@@ -28,7 +28,10 @@ class AnalysisDocument;
 /// RemainingCases.
 [[nodiscard]] std::optional<SubsetSize> CountRemaining(AnalysisDocument& document);
 
-/// The same of all cases of the selection, before any step.
+/// How much the newest step in force has dropped because its variable has no value; nothing where it keeps those cases.
+[[nodiscard]] std::optional<SubsetSize> CountDroppedWithoutValue(AnalysisDocument& document);
+
+/// As CountRemaining, of all cases of the selection, before any step.
 [[nodiscard]] std::optional<SubsetSize> CountSelected(AnalysisDocument& document);
 
 }  // namespace quillara

@@ -6,6 +6,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/DateIntervals.h"
 #include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/windows/Window.h"
 
@@ -65,6 +66,7 @@ void StepHistory::EndCommand(AnalysisDocument& document) {
         newest.Category = newest.Kind == StepKind::Down ? CategoryForPeople(document, newest.Variable) : std::string();
         newest.Left = CountRemaining(document);
         newest.IsAnew = std::exchange(BeginsAnew, false);
+        NoticeStep(document, newest);
     } else if (inForce && *inForce == 0 && Before != 0) {
         BeginsAnew = true;
     }
