@@ -68,16 +68,6 @@ VariableChoice ChooseByName(const DataTable& table, const VariableNames& names) 
             {NumbersOf(variables, names.ReviewCategorical), NumbersOf(variables, names.ReviewContinuous)}};
 }
 
-VariableChoice ChooseByContent(const DataTable& table) {
-    VariableChoice choice;
-    for (std::size_t index = 0; index < table.Variables.size(); ++index) {
-        if (const DefaultRole role = DefaultRoleOf(table.Variables[index]); role != DefaultRole::None) {
-            AddByRole(choice.Drill, index, role);
-        }
-    }
-    return choice;
-}
-
 void AddCategorized(const DataTable& table, const std::vector<std::string>& names, bool areNamed,
                     VariableLists& drill) {
     for (const std::string& name : names) {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/data/DataTable.h"
+#include "workbench/data/VariableChoice.h"
 
 namespace quillara {
 
@@ -16,17 +16,6 @@ struct VariableNames {
     std::vector<std::string> ReviewContinuous;
 };
 
-/// Numbers of variables, from 1.
-struct VariableLists {
-    std::vector<short> Categorical;
-    std::vector<short> Continuous;
-};
-
-struct VariableChoice {
-    VariableLists Drill;
-    VariableLists Review;
-};
-
 /// The names in one record of delimited text; none in an empty one. Throws UsageError when one of several is empty,
 /// DataError when a quote isn't closed.
 [[nodiscard]] std::vector<std::string> ParseNames(std::string_view text);
@@ -36,9 +25,6 @@ void CheckForRepeats(const VariableNames& names);
 
 /// The variables of these names. Throws DataError for a name that isn't there.
 [[nodiscard]] VariableChoice ChooseByName(const DataTable& table, const VariableNames& names);
-
-/// The drill variables when the user names none, in the order of the file, by their roles (DefaultRole.h).
-[[nodiscard]] VariableChoice ChooseByContent(const DataTable& table);
 
 /// Makes variables that are to be categorized continuous drill variables: those that are none yet and, unless the
 /// user has named them (`areNamed`), those that are categorical by their content. Texts are left as they are. Throws

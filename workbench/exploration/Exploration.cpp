@@ -6,6 +6,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
@@ -95,6 +96,14 @@ std::optional<SubsetSize> Exploration::Selected() {
 
 std::optional<SubsetSize> Exploration::Remaining() {
     return CountRemaining(Document);
+}
+
+std::optional<std::string> Exploration::WeightName() {
+    const TableInUse& data = TableOf(&Document);
+    if (!data.IsWeighted || !data.WeightVariable) {
+        return std::nullopt;
+    }
+    return Table().Variables[*data.WeightVariable].Name;
 }
 
 void Exploration::Use(Window& window, const std::function<void(Window&)>& action) {
@@ -218,6 +227,11 @@ bool Exploration::CanGoDown(const std::string& variable) {
 
 bool Exploration::CanGoUp(const std::string& variable) {
     return RowOf(DrillUpListControl, variable) >= 0;
+}
+
+void Exploration::ChooseDrillVariables(const VariableLists& variables) {
+    Press(DrillVariablesButton,
+          [&](Window& dialog) { ChooseVariables(dialog, variables.Categorical, variables.Continuous); });
 }
 
 void Exploration::Down(const std::string& variable, const RowChooser& chooseRow) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/CountedPointer.h"
+#include "workbench/data/VariableChoice.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/StepTaken.h"
 #include "workbench/exploration/ExplorationListener.h"
@@ -52,6 +53,8 @@ class Exploration final : public DialogActions {
     /// The cases before the first step, and those that the steps leave; nothing: not known.
     [[nodiscard]] std::optional<SubsetSize> Selected();
     [[nodiscard]] std::optional<SubsetSize> Remaining();
+    /// The name of the weight variable in force; nothing: none is.
+    [[nodiscard]] std::optional<std::string> WeightName();
     [[nodiscard]] SessionRecorder& Recording() { return Recorder; }
 
     // What a person does
@@ -66,6 +69,8 @@ class Exploration final : public DialogActions {
 
     [[nodiscard]] bool CanGoDown(const std::string& variable);
     [[nodiscard]] bool CanGoUp(const std::string& variable);
+    /// Puts just these variables into the lists of drill variables; they aren't empty.
+    void ChooseDrillVariables(const VariableLists& variables);
     /// Selects the variable and presses Down; the category dialog is answered with a row. Throws ImpossibleStep when
     /// there is no such variable among those that can be drilled on, and what `chooseRow` throws: no step is taken
     /// then.

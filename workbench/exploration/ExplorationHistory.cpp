@@ -57,14 +57,15 @@ std::vector<StepTaken> Without(const std::vector<StepTaken>& steps, const std::v
     return rest;
 }
 
-bool LeaveTheSame(const std::vector<StepTaken>& target, Exploration& exploration) {
+bool LeavesTheSame(const ExplorationHistory::State& target, Exploration& exploration) {
     const std::optional<SubsetSize> left = exploration.Remaining();
-    return target.empty() || !target.back().Left || !left || target.back().Left->Cases == left->Cases;
+    return !target.Left || !left || target.Left->Cases == left->Cases;
 }
 
 /// The intervals of a variable may depend on the steps that were in force when it was drilled on: where the shortest
 /// way doesn't lead to the same cases, all steps are taken anew in their order.
-void Reach(Exploration& exploration, const std::vector<StepTaken>& target) {
+void Reach(Exploration& exploration, const ExplorationHistory::State& state) {
+    const std::vector<StepTaken>& target = state.Steps;
     const std::vector<StepTaken> present = exploration.Steps();
     TakeBack(exploration, Without(present, target));
     try {
@@ -73,7 +74,7 @@ void Reach(Exploration& exploration, const std::vector<StepTaken>& target) {
         TakeBack(exploration, exploration.Steps());
         Take(exploration, target);
     }
-    if (!LeaveTheSame(target, exploration)) {
+    if (!LeavesTheSame(state, exploration)) {
         TakeBack(exploration, exploration.Steps());
         Take(exploration, target);
     }
@@ -98,26 +99,44 @@ void ExplorationHistory::Follow(Exploration& exploration) {
     if (variables != Variables || &exploration.Table() != Table) {
         Variables = std::move(variables);
         Table = &exploration.Table();
-        Known.assign(1, State{std::move(steps)});
+        Known.assign(1, State{std::move(steps), exploration.Remaining()});
         Now = 0;
     } else if (!AreSame(steps, Known[Now].Steps)) {
         Known.resize(Now + 1);
-        Known.push_back(State{std::move(steps)});
+        Known.push_back(State{std::move(steps), exploration.Remaining()});
         ++Now;
     }
 }
 
-void ExplorationHistory::GoTo(Exploration& exploration, std::size_t state) {
-    const std::vector<StepTaken> target = Known.at(state).Steps;
+ExplorationHistory::Change ExplorationHistory::Between(std::size_t from, std::size_t to) const {
+    const std::vector<StepTaken>& before = Known.at(from).Steps;
+    const std::vector<StepTaken>& after = Known.at(to).Steps;
+    return {Without(after, before), Without(before, after)};
+}
+
+/// States on the way aren't kept, but the one that a failure leaves.
+void ExplorationHistory::Go(Exploration& exploration, const std::function<void()>& way) {
     IsGoing = true;
     try {
-        Reach(exploration, target);
+        way();
     } catch (...) {
         IsGoing = false;
         Follow(exploration);
         throw;
     }
     IsGoing = false;
+}
+
+void ExplorationHistory::BackTo(Exploration& exploration, std::size_t count) {
+    std::vector<StepTaken> steps = exploration.Steps();
+    steps.erase(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(std::min(count, steps.size())));
+    Go(exploration, [&] { TakeBack(exploration, steps); });
+    Follow(exploration);
+}
+
+void ExplorationHistory::GoTo(Exploration& exploration, std::size_t state) {
+    const State target = Known.at(state);
+    Go(exploration, [&] { Reach(exploration, target); });
     Now = state;
 }
 

@@ -137,4 +137,27 @@ std::optional<SubsetSize> CountSelected(AnalysisDocument& document) {
     }
 }
 
+std::vector<SubsetSize> CountAlong(AnalysisDocument& document, std::span<const StepTaken> steps) {
+    try {
+        std::optional<Conditions> conditions = ConditionsOf(document);
+        std::vector<SubsetSize> sizes;
+        for (std::size_t step = 0; conditions && conditions->size() == steps.size() && step < steps.size(); ++step) {
+            const std::optional<std::size_t> variable = document.Table().Find(steps[step].Variable);
+            const auto own = std::find_if(conditions->begin() + static_cast<std::ptrdiff_t>(step), conditions->end(),
+                                          [&](const CaseCondition& condition) {
+                                              return variable && condition.Variable == static_cast<int>(*variable) + 1;
+                                          });
+            if (own == conditions->end()) {
+                return {};
+            }
+            std::swap((*conditions)[step], *own);
+            sizes.push_back(*Count(document, Conditions(conditions->begin(),
+                                                        conditions->begin() + static_cast<std::ptrdiff_t>(step) + 1)));
+        }
+        return sizes;
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
 }  // namespace quillara

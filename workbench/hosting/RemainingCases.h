@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "host/CaseConditions.h"
 #include "workbench/data/RowSet.h"
@@ -33,5 +35,9 @@ class AnalysisDocument;
 
 /// As CountRemaining, of all cases of the selection, before any step.
 [[nodiscard]] std::optional<SubsetSize> CountSelected(AnalysisDocument& document);
+
+/// How much the first of these steps leaves by itself, the first two, and so on: as many as they are. They are in
+/// force, in this order or another. Empty as RemainingCases is null, and when they aren't those in force.
+[[nodiscard]] std::vector<SubsetSize> CountAlong(AnalysisDocument& document, std::span<const StepTaken> steps);
 
 }  // namespace quillara

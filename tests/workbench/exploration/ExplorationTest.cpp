@@ -12,6 +12,9 @@
 #include "workbench/data/Errors.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/exploration/ExplorationHistory.h"
+#include "workbench/exploration/FirstLook.h"
+#include "workbench/exploration/StepTrail.h"
+#include "workbench/exploration/TableReading.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/hosting/AnalysisServices.h"
 #include "workbench/scripting/CategoryLookup.h"
@@ -132,6 +135,55 @@ TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {
     EXPECT_FALSE(Past.CanRedo());
     EXPECT_EQ(Past.States().size(), 3U);
     EXPECT_EQ(Past.States().back().Text(), "age = 40<x<=50, sex = Male");
+}
+
+TEST_F(ExplorationTest, TheTrailCountsTheStepsThatStand) {
+    Down("age", "40<x<=50");
+    Down("sex", "Female");
+    Down("region", "Central Plain");
+    const auto counts = [this] {
+        std::vector<std::int32_t> cases;
+        for (const TrailPlace& place : TrailOf(Explored)) {
+            cases.push_back(place.Left ? place.Left->Cases : -1);
+        }
+        return cases;
+    };
+    std::vector<std::int32_t> told{2000};
+    for (const StepTaken& step : Explored.Steps()) {
+        told.push_back(step.Left->Cases);
+    }
+    EXPECT_EQ(counts(), told);
+    Explored.Up("age");
+    Past.Follow(Explored);
+    EXPECT_EQ(counts(), (std::vector<std::int32_t>{2000, 1077, Explored.Remaining()->Cases}));
+    EXPECT_EQ(Past.States().back().Left->Cases, Explored.Remaining()->Cases);
+    Past.BackTo(Explored, 1);
+    EXPECT_THAT(Steps(), ElementsAre("sex = Female"));
+    EXPECT_EQ(Past.States().size(), 6U);
+    const auto change = Past.Between(4, 5);
+    EXPECT_TRUE(change.Taken.empty());
+    EXPECT_EQ(change.Undone.front().Condition(), "region = Central Plain");
+}
+
+TEST_F(ExplorationTest, AFirstLookTakesAllVariablesAndKeepsTheirChartsUpToDate) {
+    const std::size_t variables = ExploreAll(Explored);
+    EXPECT_GT(variables, 8U);
+    EXPECT_EQ(Explored.At(DrillDownListControl).Rows.size(), variables);
+    EXPECT_TRUE(Explored.At(AutoUpdateBox).Checked);
+    const std::size_t charts = Explored.Documents().size();
+    EXPECT_TRUE(charts == variables || (charts == 0 && variables > 24)) << charts << ' ' << variables;
+}
+
+TEST(TableReading, EndsWithATableOrSaysWhyNot) {
+    const auto read = [](const std::string& name) { return TableReading(testing_locations::Sample(name)).Finish(); };
+    EXPECT_EQ(read("survey.sav").Table->Cases, 2000);
+    const auto none = read("nothing.csv");
+    EXPECT_EQ(none.Table, nullptr);
+    EXPECT_THAT(none.Failure, testing::HasSubstr("nothing.csv"));
+    TableReading cancelled(testing_locations::Sample("survey.csv"));
+    cancelled.Cancel();
+    const auto left = cancelled.Finish();
+    EXPECT_TRUE(left.Failure.empty());
 }
 
 TEST_F(ExplorationTest, BrushingDrillsUntilItsUserLeaves) {

@@ -64,6 +64,12 @@ bool ExplorationModel::GoTo(std::size_t state) {
     return isThere;
 }
 
+bool ExplorationModel::BackTo(std::size_t count) {
+    const bool isThere = Do([&](Exploration& exploration) { Past.BackTo(exploration, count); });
+    emit changed();
+    return isThere;
+}
+
 void ExplorationModel::ShowMessage(std::string_view text) {
     if (Answering.ShowMessage) {
         Answering.ShowMessage(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));

@@ -22,6 +22,8 @@ class ExplorationModel : public QObject, public ExplorationListener {
         std::function<bool(Window&)> WorkIn;
         std::function<bool(BrushingRun&)> Pick;
         std::function<void(const QString&)> ShowMessage;
+        /// Asks before something is lost: whether to do what the second text names. None: it is done.
+        std::function<bool(const QString& question, const QString& action)> Confirm{};
     };
 
     /// `settings` outlives it; null: none are kept.
@@ -45,6 +47,11 @@ class ExplorationModel : public QObject, public ExplorationListener {
     bool Do(const std::function<void(Exploration&)>& action);
     /// Goes to a state of the history.
     bool GoTo(std::size_t state);
+    /// Undoes the steps in force behind the first `count`.
+    bool BackTo(std::size_t count);
+    [[nodiscard]] bool Confirm(const QString& question, const QString& action) const {
+        return !Answering.Confirm || Answering.Confirm(question, action);
+    }
 
     bool WorkIn(Window& dialog) override { return Answering.WorkIn && Answering.WorkIn(dialog); }
     bool Pick(BrushingRun& run) override { return Answering.Pick && Answering.Pick(run); }

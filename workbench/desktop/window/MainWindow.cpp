@@ -1,88 +1,313 @@
 #include "workbench/desktop/window/MainWindow.h"
 
+#include <QAbstractButton>
+#include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
 #include <QScrollArea>
+#include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
 #include <exception>
 
+#include "resources/ControlIds.h"
 #include "workbench/desktop/data/DataPanels.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/ModalView.h"
+#include "workbench/desktop/window/ExploreMenu.h"
+#include "workbench/desktop/window/FileReading.h"
+#include "workbench/desktop/window/GuideBar.h"
+#include "workbench/desktop/window/HistoryPanel.h"
+#include "workbench/desktop/window/LongWork.h"
+#include "workbench/desktop/window/RecentFiles.h"
+#include "workbench/desktop/window/RemarkBar.h"
+#include "workbench/desktop/window/StartPage.h"
+#include "workbench/desktop/window/StepBar.h"
+#include "workbench/desktop/window/StepTexts.h"
+#include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
-#include "workbench/formats/DataFile.h"
+#include "workbench/exploration/FirstLook.h"
 
 namespace quillara {
+namespace {
+
+constexpr QSize FirstSize(1280, 860);
+
+bool Ask(QWidget* parent, const QString& question, const QString& action) {
+    QMessageBox box(QMessageBox::Question, parent->windowTitle(), question, QMessageBox::Cancel, parent);
+    const QPushButton* yes = box.addButton(action, QMessageBox::AcceptRole);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+/// "1,077 of 2,000 cases", with what is selected where that isn't all, and the weight.
+QString StatusText(Exploration& exploration) {
+    const QLocale locale;
+    const auto selected = exploration.Selected();
+    const auto remaining = exploration.Remaining();
+    const int all = exploration.Table().Cases;
+    QString text = remaining
+                       ? QObject::tr("%1 of %2 cases").arg(locale.toString(remaining->Cases), locale.toString(all))
+                       : QObject::tr("%1 cases").arg(locale.toString(all));
+    if (selected && selected->Cases != all) {
+        text += QObject::tr("   %1 selected").arg(locale.toString(selected->Cases));
+    }
+    if (const auto weight = exploration.WeightName()) {
+        const QString sum = remaining && remaining->Weight ? locale.toString(*remaining->Weight, 'f', 1) : QString();
+        text += QObject::tr("   weight: %1 (%2)").arg(QString::fromStdString(*weight), sum);
+    }
+    return text;
+}
+
+}  // namespace
 
 MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     : QMainWindow(parent),
       Explored(new ExplorationModel(settings, this)),
       Area(new Workspace(*Explored, this)),
+      Start(new StartPage(this)),
+      Pages(new QStackedWidget(this)),
+      Steps(new StepBar(this)),
+      Told(new RemarkBar(this)),
+      Guide(new GuideBar(*Explored, this)),
+      Working(new LongWork(*new WorkPanel(this), this)),
       Side(new QDockWidget(tr("Drill-Down"), this)),
+      Past(new QDockWidget(tr("History"), this)),
       Status(new QLabel(this)) {
     setWindowTitle(tr("Quillara"));
-    setCentralWidget(Area);
-    Side->setObjectName(QStringLiteral("startupDialog"));
-    addDockWidget(Qt::LeftDockWidgetArea, Side);
-    statusBar()->addPermanentWidget(Status);
+    setAcceptDrops(true);
+    Compose();
     AddMenus();
+    AddToolBar();
     new DataPanels(*this);
-    Explored->SetAnswers({[this](Window& window) { return WorkInModal(window, this); },
-                          [](BrushingRun&) { return false; },
-                          [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); }});
-    connect(Explored, &ExplorationModel::replaced, this, &MainWindow::ShowDialog);
-    connect(Explored, &ExplorationModel::changed, this, &MainWindow::ShowState);
+    Explored->SetAnswers(
+        {[this](Window& window) { return WorkInModal(window, this); }, [](BrushingRun&) { return false; },
+         [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); },
+         [this](const QString& question, const QString& action) { return Ask(this, question, action); }});
+    Connect();
+    ConnectWork();
+    ShowDialog();
     ShowState();
-    resize(1280, 860);
+    resize(FirstSize);
 }
 
 MainWindow::~MainWindow() {
     Explored->End();
 }
 
+void MainWindow::Compose() {
+    auto* middle = new QWidget(this);
+    auto* column = new QVBoxLayout(middle);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    Pages->addWidget(Start);
+    Pages->addWidget(Area);
+    column->addWidget(Told);
+    column->addWidget(Steps);
+    column->addWidget(Guide);
+    column->addWidget(Pages, 1);
+    setCentralWidget(middle);
+    Side->setObjectName(QStringLiteral("startupDialog"));
+    addDockWidget(Qt::LeftDockWidgetArea, Side);
+    Past->setObjectName(QStringLiteral("historyPanel"));
+    Past->setWidget(new HistoryPanel(*Explored, this));
+    addDockWidget(Qt::RightDockWidgetArea, Past);
+    Past->hide();
+    Status->setAccessibleName(tr("Cases"));
+    statusBar()->addPermanentWidget(Status);
+    Start->ShowRecent(RecentFiles::All());
+}
+
 void MainWindow::AddMenus() {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
-        const QString path = QFileDialog::getOpenFileName(this, tr("Open data"));
-        if (!path.isEmpty()) {
-            Open(path);
+    const std::array<QString, 7> titles = {tr("&File"), tr("&Edit"),   tr("E&xplore"), tr("&Results"),
+                                           tr("&View"), tr("&Window"), tr("&Help")};
+    for (std::size_t menu = 0; menu < titles.size(); ++menu) {
+        Menus[menu] = menuBar()->addMenu(titles[menu]);
+    }
+    AddFileMenu();
+    AddEditMenu();
+    Exploring = new ExploreMenu(*Explored, Menu(MenuName::Explore), Menu(MenuName::Results), this);
+    AddViewMenus();
+}
+
+void MainWindow::AddFileMenu() {
+    QMenu& file = Menu(MenuName::File);
+    file.addAction(tr("&Open..."), QKeySequence::Open, this, &MainWindow::AskForFile)
+        ->setObjectName(QStringLiteral("open"));
+    QMenu* recent = file.addMenu(tr("Open &recent"));
+    recent->setObjectName(QStringLiteral("recentMenu"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+        recent->clear();
+        for (const QString& path : RecentFiles::All()) {
+            recent->addAction(QString(path).replace('&', QStringLiteral("&&")), this, [this, path] { Open(path); });
+        }
+        recent->addSeparator();
+        recent->addAction(tr("&Forget these"), this, [this] {
+            RecentFiles::Clear();
+            ListRecent();
+        });
+    });
+    file.addAction(tr("&Close the data"), QKeySequence(tr("Ctrl+Shift+Q")), this, [this] {
+        if (MayReplace()) {
+            Explored->End();
         }
     });
-    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    UndoStep = edit->addAction(tr("&Undo step"), QKeySequence::Undo, this, [this] { Undo(-1); });
-    RedoStep = edit->addAction(tr("&Redo step"), QKeySequence::Redo, this, [this] { Undo(1); });
-    QMenu* window = menuBar()->addMenu(tr("&Window"));
-    window->addAction(tr("&Tile"), Area, &QMdiArea::tileSubWindows);
-    window->addAction(tr("&Cascade"), Area, &QMdiArea::cascadeSubWindows);
+    file.addSeparator();
+    file.addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+}
+
+void MainWindow::AddEditMenu() {
+    QMenu& edit = Menu(MenuName::Edit);
+    UndoStep = edit.addAction(tr("&Undo"), QKeySequence::Undo, this, [this] { Undo(-1); });
+    RedoStep = edit.addAction(tr("&Redo"), this, [this] { Undo(1); });
+    RedoStep->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Y")), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
+    UndoStep->setObjectName(QStringLiteral("undo"));
+    RedoStep->setObjectName(QStringLiteral("redo"));
+}
+
+void MainWindow::AddViewMenus() {
+    QMenu& view = Menu(MenuName::View);
+    QAction* side = Side->toggleViewAction();
+    side->setShortcut(QKeySequence(QStringLiteral("F4")));
+    QAction* past = Past->toggleViewAction();
+    past->setShortcut(QKeySequence(QStringLiteral("F6")));
+    view.addActions({side, past});
+    view.addAction(tr("&Remarks"), QKeySequence(QStringLiteral("F7")), this, [this] { Told->ShowAgain(); });
+    QMenu& window = Menu(MenuName::Window);
+    window.addAction(tr("&Tile"), QKeySequence(QStringLiteral("Ctrl+Shift+T")), Area, &QMdiArea::tileSubWindows);
+    window.addAction(tr("&Cascade"), QKeySequence(QStringLiteral("Ctrl+Shift+C")), Area, &QMdiArea::cascadeSubWindows);
+}
+
+void MainWindow::AddToolBar() {
+    QToolBar* bar = addToolBar(tr("Tools"));
+    bar->setObjectName(QStringLiteral("tools"));
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->addAction(Menu(MenuName::File).actions().front());
+    bar->addActions({UndoStep, RedoStep});
+    bar->addSeparator();
+    for (const int button : {DrillVariablesButton, DownButton, UpButton, BrushButton}) {
+        bar->addAction(Exploring->Of(button));
+    }
+    bar->addSeparator();
+    for (const int button : {SummaryButton, FrequenciesButton, HistogramsButton}) {
+        bar->addAction(Exploring->Of(button));
+    }
+    Menu(MenuName::View).addAction(bar->toggleViewAction());
+}
+
+void MainWindow::Connect() {
+    connect(Explored, &ExplorationModel::replaced, this, &MainWindow::ShowDialog);
+    connect(Explored, &ExplorationModel::changed, this, &MainWindow::ShowState);
+    connect(Explored, &ExplorationModel::remarkMade, Told, &RemarkBar::Add);
+    connect(Start, &StartPage::openAsked, this, &MainWindow::AskForFile);
+    connect(Start, &StartPage::fileChosen, this, &MainWindow::Open);
+    connect(Guide, &GuideBar::allAsked, this, &MainWindow::ExploreEverything);
+    connect(Exploring, &ExploreMenu::allAsked, this, &MainWindow::ExploreEverything);
+    connect(Steps, &StepBar::wentBack, this, [this](std::size_t steps) { Explored->BackTo(steps); });
+    connect(Steps, &StepBar::undone, this, [this](const QString& variable) {
+        Explored->Do([&](Exploration& exploration) { exploration.Up(variable.toStdString()); });
+    });
+}
+
+void MainWindow::ConnectWork() {
+    connect(Explored, &ExplorationModel::workBegan, this, [this](const QString& text, int total) {
+        Working->Begin(text, total, [this] {
+            if (Explored->Present() != nullptr) {
+                Explored->Present()->Cancel();
+            }
+        });
+    });
+    connect(Explored, &ExplorationModel::workAdvanced, Working, &LongWork::Advance);
+    connect(Explored, &ExplorationModel::workEnded, Working, &LongWork::End);
+}
+
+/// What it shows is seen at one glance.
+void MainWindow::ExploreEverything() {
+    Explored->Do([](Exploration& exploration) { ExploreAll(exploration); });
+    Area->tileSubWindows();
+}
+
+void MainWindow::AskForFile() {
+    const QString folder = OpenFile.isEmpty() ? QString() : QFileInfo(OpenFile).path();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open data"), folder);
+    if (!path.isEmpty()) {
+        Open(path);
+    }
+}
+
+void MainWindow::ListRecent() {
+    Start->ShowRecent(RecentFiles::All());
+}
+
+/// Steps and results go with the exploration.
+bool MainWindow::MayReplace() {
+    Exploration* exploration = Explored->Present();
+    if (exploration == nullptr) {
+        return true;
+    }
+    const auto steps = exploration->HasEnded() ? 0 : static_cast<int>(exploration->Steps().size());
+    const auto results = static_cast<int>(exploration->Documents().size());
+    if (steps + results == 0) {
+        return true;
+    }
+    return Explored->Confirm(tr("This ends the exploration of %1, with its %n result window(s).", nullptr, results)
+                                 .arg(QString::fromStdString(exploration->Table().FileName)),
+                             tr("&End it"));
 }
 
 bool MainWindow::Open(const QString& path) {
-    try {
-        auto table = std::make_shared<DataTable>(ReadDataFile(path.toStdString()));
-        ScriptOpening opening;
-        opening.File = path.toStdString();
-        Explored->Begin(std::move(table), std::move(opening));
-    } catch (const std::exception& failure) {
-        QMessageBox::warning(this, windowTitle(), QString::fromUtf8(failure.what()));
+    if (Explored->IsBusy() || Working->IsUnderWay() || !MayReplace()) {
         return false;
     }
-    return true;
+    TableReading::Outcome read = ReadWhileAlive(path, *Working);
+    try {
+        if (read.Table != nullptr) {
+            Told->Clear();
+            ScriptOpening opening;
+            opening.File = path.toStdString();
+            Explored->Begin(std::move(read.Table), std::move(opening));
+            OpenFile = path;
+            RecentFiles::Add(path);
+        }
+    } catch (const std::exception& failure) {
+        read.Failure = failure.what();
+    }
+    if (!read.Failure.empty()) {
+        if (!QFileInfo::exists(path)) {
+            RecentFiles::Remove(path);
+        }
+        Explored->ShowMessage(read.Failure);
+    }
+    for (const Remark& remark : read.Remarks) {
+        Told->Add(remark);
+    }
+    ListRecent();
+    return OpenFile == path && read.Failure.empty();
 }
 
 void MainWindow::ShowDialog() {
     Startup = nullptr;
     delete Side->widget();
-    if (Explored->Present() == nullptr || Explored->Present()->HasEnded()) {
+    Exploration* exploration = Explored->Present();
+    const bool isOpen = exploration != nullptr && !exploration->HasEnded();
+    Pages->setCurrentWidget(isOpen ? static_cast<QWidget*>(Area) : Start);
+    Side->setVisible(isOpen);
+    if (!isOpen) {
         return;
     }
     const auto act = [this](const std::function<void(Window&)>& action) {
-        Explored->Do([&](Exploration& exploration) { exploration.Use(exploration.Startup(), action); });
+        Explored->Do([&](Exploration& now) { now.Use(now.Startup(), action); });
     };
-    Startup = new DialogView(Explored->Present()->Startup(), act);
+    Startup = new DialogView(exploration->Startup(), act);
     auto* scroll = new QScrollArea;
     scroll->setWidget(Startup);
     Side->setWidget(scroll);
@@ -91,24 +316,75 @@ void MainWindow::ShowDialog() {
 void MainWindow::ShowState() {
     Exploration* exploration = Explored->Present();
     const bool isOpen = exploration != nullptr && !exploration->HasEnded();
-    UndoStep->setEnabled(isOpen && Explored->History().CanUndo());
-    RedoStep->setEnabled(isOpen && Explored->History().CanRedo());
+    const QString file = exploration == nullptr ? QString() : QString::fromStdString(exploration->Table().FileName);
+    setWindowTitle(file.isEmpty() ? tr("Quillara") : tr("%1 - Quillara").arg(file));
+    ShowHistory();
     if (!isOpen) {
-        if (Startup != nullptr) {
-            Startup->Detach();
-            Startup->setEnabled(false);
-        }
-        Status->clear();
+        ShowEnd();
         return;
     }
     Startup->Refresh();
-    const auto remaining = exploration->Remaining();
-    const int all = exploration->Table().Cases;
-    Status->setText(remaining ? tr("%1 of %2 cases").arg(remaining->Cases).arg(all) : tr("%1 cases").arg(all));
+    Steps->Show(TrailOf(*exploration));
+    Status->setText(StatusText(*exploration));
+}
+
+void MainWindow::ShowHistory() {
+    const ExplorationHistory& past = Explored->History();
+    const bool isOpen = Explored->Present() != nullptr && !Explored->Present()->HasEnded();
+    UndoStep->setEnabled(isOpen && past.CanUndo());
+    RedoStep->setEnabled(isOpen && past.CanRedo());
+    const std::size_t now = past.Present();
+    const QString undone = UndoStep->isEnabled() ? ChangeText(past.Between(now - 1, now)) : QString();
+    const QString redone = RedoStep->isEnabled() ? ChangeText(past.Between(now, now + 1)) : QString();
+    UndoStep->setText(undone.isEmpty() ? tr("&Undo") : tr("&Undo: %1").arg(undone));
+    RedoStep->setText(redone.isEmpty() ? tr("&Redo") : tr("&Redo: %1").arg(redone));
+    UndoStep->setIconText(tr("Undo"));
+    RedoStep->setIconText(tr("Redo"));
+    UndoStep->setToolTip(UndoStep->isEnabled() ? tr("Undo: %1 (Ctrl+Z)").arg(undone) : tr("Undo (Ctrl+Z)"));
+    RedoStep->setToolTip(RedoStep->isEnabled() ? tr("Redo: %1 (Ctrl+Y)").arg(redone) : tr("Redo (Ctrl+Y)"));
+}
+
+/// The startup dialog has been left, or there are no data.
+void MainWindow::ShowEnd() {
+    if (Startup != nullptr) {
+        Startup->Detach();
+        Startup->setEnabled(false);
+    }
+    Steps->Show({});
+    Status->clear();
+    Exploration* exploration = Explored->Present();
+    if (exploration != nullptr && exploration->Documents().empty()) {
+        QTimer::singleShot(0, Explored, [this] { Explored->End(); });  // once its last command has returned
+    }
 }
 
 void MainWindow::Undo(int states) {
     Explored->GoTo(Explored->History().Present() + static_cast<std::size_t>(states));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && urls.front().isLocalFile()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    event->acceptProposedAction();
+    // Whoever the file is dragged from needn't wait until it is open.
+    QTimer::singleShot(0, this, [this, path = urls.front().toLocalFile()] { Open(path); });
+    if (urls.size() > 1) {
+        statusBar()->showMessage(tr("One file at a time: the first of %1 is opened.").arg(urls.size()), 8000);
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (Explored->IsBusy()) {
+        event->ignore();
+        return;
+    }
+    QMainWindow::closeEvent(event);
 }
 
 }  // namespace quillara

@@ -8,41 +8,87 @@
 
 class QDockWidget;
 class QLabel;
+class QMenu;
+class QStackedWidget;
 
 namespace quillara {
 
 class DialogView;
+class ExploreMenu;
+class GuideBar;
+class LongWork;
+class RemarkBar;
+class StartPage;
+class StepBar;
 class Workspace;
 
-/// The window of the program: the startup dialog at its side, result windows in its middle.
+/// The window of the program: the startup dialog at its side, result windows in its middle, above them the path of
+/// steps and what there is to say. Without data it shows the start page.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
   public:
+    /// Its menus, from left to right.
+    enum class MenuName { File, Edit, Explore, Results, View, Window, Help };
+
     /// `settings` outlives it; null: none are kept.
     explicit MainWindow(SettingsStore* settings, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    /// Opens a data file; false when that fails, which the user is told.
+    /// Opens a data file in place of the exploration that is there, while the window lives; false when that fails,
+    /// which the user is told and which leaves all as it was, or when it is cancelled.
     bool Open(const QString& path);
     [[nodiscard]] ExplorationModel& Model() { return *Explored; }
     [[nodiscard]] Workspace& Results() { return *Area; }
     /// The startup dialog; null without an exploration.
     [[nodiscard]] DialogView* Dialog() { return Startup; }
+    [[nodiscard]] StepBar& Path() { return *Steps; }
+    [[nodiscard]] RemarkBar& Remarks() { return *Told; }
+    /// What runs long shows itself here.
+    [[nodiscard]] LongWork& Work() { return *Working; }
+    [[nodiscard]] QMenu& Menu(MenuName name) { return *Menus[static_cast<std::size_t>(name)]; }
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
+    void Compose();
     void AddMenus();
+    void AddFileMenu();
+    void AddEditMenu();
+    void AddViewMenus();
+    void AddToolBar();
+    void Connect();
+    void ConnectWork();
+    void ExploreEverything();
+    void AskForFile();
+    void ListRecent();
+    [[nodiscard]] bool MayReplace();
     void ShowDialog();
     void ShowState();
+    void ShowHistory();
+    void ShowEnd();
     void Undo(int states);
 
     ExplorationModel* Explored;
     Workspace* Area;
+    StartPage* Start;
+    QStackedWidget* Pages;
+    StepBar* Steps;
+    RemarkBar* Told;
+    GuideBar* Guide;
+    LongWork* Working;
     QDockWidget* Side;
+    QDockWidget* Past;
     QLabel* Status;
+    std::array<QMenu*, 7> Menus{};
+    ExploreMenu* Exploring = nullptr;
     DialogView* Startup = nullptr;
     QAction* UndoStep = nullptr;
     QAction* RedoStep = nullptr;
+    QString OpenFile;
 };
 
 }  // namespace quillara

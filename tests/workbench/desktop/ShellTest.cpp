@@ -1,0 +1,255 @@
+// What stands around the results: opening files, the path of steps, history, remarks, long work.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QListWidget>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+#include "resources/ControlIds.h"
+#include "tests/Locations.h"
+#include "workbench/desktop/window/LongWork.h"
+#include "workbench/desktop/window/MainWindow.h"
+#include "workbench/desktop/window/Preferences.h"
+#include "workbench/desktop/window/RecentFiles.h"
+#include "workbench/desktop/window/RemarkBar.h"
+#include "workbench/desktop/window/StepBar.h"
+#include "workbench/desktop/window/WorkPanel.h"
+#include "workbench/desktop/window/Workspace.h"
+
+namespace quillara {
+namespace {
+
+QString Sample(const std::string& name) {
+    return QString::fromStdString(testing_locations::Sample(name));
+}
+
+/// A main window whose messages and questions are noted instead of shown.
+class Shell : public testing::Test {
+  protected:
+    Shell() {
+        RecentFiles::Clear();
+        Main.Model().SetAnswers({[](Window&) { return false; }, [](BrushingRun&) { return false; },
+                                 [this](const QString& text) { Messages.append(text); },
+                                 [this](const QString&, const QString&) {
+                                     ++Questions;
+                                     return Consents;
+                                 }});
+        Main.show();
+    }
+
+    void OpenSurvey() { ASSERT_TRUE(Main.Open(Sample("survey.sav"))); }
+    void Choose(const std::string& first, const std::string& second) {
+        Main.Model().Do([&](Exploration& now) {
+            const auto number = [&](const std::string& name) {
+                return static_cast<short>(now.Table().IndexOf(name) + 1);
+            };
+            now.ChooseDrillVariables({{number(first), number(second)}, {number("age")}});
+        });
+    }
+    void Down(const std::string& variable, const std::string& category) {
+        ASSERT_TRUE(Main.Model().Do([&](Exploration& now) { now.Down(variable, category); }));
+    }
+    void Up(const std::string& variable) {
+        ASSERT_TRUE(Main.Model().Do([&](Exploration& now) { now.Up(variable); }));
+    }
+    [[nodiscard]] QPushButton& Button(const char* name) {
+        return *Main.findChild<QPushButton*>(QString::fromLatin1(name));
+    }
+    [[nodiscard]] QAction& Action(const char* name) { return *Main.findChild<QAction*>(QString::fromLatin1(name)); }
+    /// The path as it stands in the bar.
+    [[nodiscard]] QString Path() {
+        QStringList crumbs;
+        for (std::size_t place = 0; Main.Path().Crumb(place) != nullptr; ++place) {
+            crumbs.append(Main.Path().Crumb(place)->text().simplified());
+        }
+        return crumbs.join(QStringLiteral(" > "));
+    }
+    /// For eyes: the window as it is now.
+    void Picture(const char* name) {
+        if (qEnvironmentVariableIsSet("QUILLARA_SCREENSHOTS")) {
+            QApplication::processEvents();
+            Main.grab().save(qEnvironmentVariable("QUILLARA_SCREENSHOTS") + '/' + QString::fromLatin1(name));
+        }
+    }
+    static void Click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+
+    QStringList Messages;
+    int Questions = 0;
+    bool Consents = true;
+    MainWindow Main{nullptr};
+};
+
+TEST_F(Shell, ANewUserHasChartsAfterTwoClicks) {
+    QWidget* sample = Main.findChild<QWidget*>(QStringLiteral("openSample"));
+    ASSERT_TRUE(sample->isVisible());
+    Picture("shell12-start.png");
+    Click(sample);
+    ASSERT_NE(Main.Model().Present(), nullptr);
+    EXPECT_FALSE(sample->isVisible());
+    Picture("shell12-opened.png");
+    Click(&Button("guideFirst"));
+    EXPECT_GE(Main.Results().subWindowList().size(), 5);
+    EXPECT_FALSE(Button("guideFirst").isVisible());
+    Picture("shell12-all.png");
+    EXPECT_EQ(RecentFiles::All().size(), 1);
+    EXPECT_THAT(Messages, testing::IsEmpty());
+}
+
+TEST_F(Shell, AFileThatCannotBeReadLeavesAllAsItWas) {
+    OpenSurvey();
+    Choose("sex", "region");
+    Down("sex", "Female");
+    QTemporaryDir folder;
+    const QString damaged = folder.filePath(QStringLiteral("damaged.sav"));
+    QFile file(damaged);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("$FL2 is all there is");
+    file.close();
+    for (const QString& path : {damaged, folder.filePath(QStringLiteral("none.csv")), folder.path()}) {
+        EXPECT_FALSE(Main.Open(path));
+    }
+    EXPECT_EQ(Messages.size(), 3);
+    EXPECT_EQ(Path(), QStringLiteral("All 2,000 > sex = Female 1,077"));
+    EXPECT_EQ(RecentFiles::All().size(), 1);
+    Consents = false;
+    EXPECT_FALSE(Main.Open(Sample("orders.csv")));
+    Consents = true;
+    EXPECT_EQ(Path(), QStringLiteral("All 2,000 > sex = Female 1,077"));
+    EXPECT_TRUE(Main.Open(Sample("orders.csv")));
+    EXPECT_EQ(Path().left(3), QStringLiteral("All"));
+    EXPECT_EQ(RecentFiles::All().front(), Sample("orders.csv"));
+}
+
+TEST_F(Shell, AFileThatIsDroppedIsOpened) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(Sample("orders.csv"))});
+    QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Main, &drop);
+    QTRY_VERIFY(Main.Model().Present() != nullptr);
+    EXPECT_EQ(Main.Model().Present()->Table().FileName, "orders.csv");
+}
+
+TEST_F(Shell, CrumbsGoBackAndCrossesDrillUp) {
+    OpenSurvey();
+    Choose("sex", "region");
+    EXPECT_EQ(Path(), QStringLiteral("All 2,000"));
+    Down("sex", "Female");
+    Down("age", "40<x<=50");
+    Down("region", "Central Plain");
+    const QString whole = Path();
+    Picture("shell12-path.png");
+    Click(Main.Path().Cross(2));
+    // The counts are of the steps that stand, not of the way on which they were taken.
+    Main.Model().Do([](Exploration& now) {
+        EXPECT_EQ(TrailOf(now).back().Left->Cases, now.Remaining()->Cases);
+        EXPECT_EQ(TrailOf(now).size(), 3U);
+    });
+    QTest::keyClick(Main.Path().Crumb(1), Qt::Key_Delete);
+    EXPECT_EQ(Main.Model().Present()->Steps().size(), 1U);
+    Action("undo").trigger();
+    Action("undo").trigger();
+    EXPECT_EQ(Main.Model().Present()->Steps().size(), 3U);
+    Click(Main.Path().Crumb(0));
+    EXPECT_EQ(Path(), QStringLiteral("All 2,000"));
+    Action("undo").trigger();
+    EXPECT_EQ(Main.Model().Present()->Steps().size(), 3U);
+    EXPECT_EQ(Path().split(QStringLiteral(" > ")).size(), whole.split(QStringLiteral(" > ")).size());
+}
+
+TEST_F(Shell, ALongPathKeepsItsEnds) {
+    OpenSurvey();
+    Choose("sex", "region");
+    Down("sex", "Female");
+    Down("region", "Central Plain");
+    Down("age", "40<x<=50");
+    struct Case {
+        int Width;
+        std::vector<bool> Visible;
+    };
+    for (const Case& each : {Case{2000, {true, true, true, true}}, {330, {true, false, false, true}}}) {
+        Main.Path().setFixedWidth(each.Width);
+        QApplication::processEvents();
+        for (std::size_t place = 0; place < each.Visible.size(); ++place) {
+            EXPECT_EQ(Main.Path().Crumb(place)->isVisible(), each.Visible[place]) << each.Width << ' ' << place;
+        }
+    }
+}
+
+TEST_F(Shell, UndoAndRedoSayWhatTheyDoAndTheHistoryGoesAnywhere) {
+    OpenSurvey();
+    Choose("sex", "region");
+    EXPECT_FALSE(Action("undo").isEnabled());
+    Down("sex", "Female");
+    Down("region", "Central Plain");
+    EXPECT_THAT(Action("undo").text().toStdString(), testing::EndsWith("Drill down: region = Central Plain"));
+    Action("undo").trigger();
+    EXPECT_THAT(Action("redo").text().toStdString(), testing::EndsWith("Drill down: region = Central Plain"));
+    auto& history = *Main.findChild<QListWidget*>(QStringLiteral("history"));
+    ASSERT_EQ(history.count(), 3);
+    EXPECT_EQ(history.currentRow(), 1);
+    EXPECT_EQ(history.item(0)->text().simplified(), QStringLiteral("All cases 2,000"));
+    emit history.itemActivated(history.item(2));
+    EXPECT_EQ(Main.Model().Present()->Steps().size(), 2U);
+    Up("sex");
+    EXPECT_THAT(Action("undo").text().toStdString(), testing::EndsWith("Drill up: sex = Female"));
+    EXPECT_FALSE(Action("redo").isEnabled());
+}
+
+TEST_F(Shell, RemarksAreSaidOnceAndPutAway) {
+    RemarkBar& bar = Main.Remarks();
+    EXPECT_FALSE(bar.isVisible());
+    bar.Add({"a", "First.", ""});
+    bar.Add({"a", "First.", ""});
+    bar.Add({"b", "Second.", ""});
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.All().size(), 2U);
+    Click(bar.findChild<QToolButton*>(QStringLiteral("putAway")));
+    EXPECT_FALSE(bar.isVisible());
+    bar.Add({"b", "Second.", ""});
+    EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
+    int cancelled = 0;
+    int pressed = 0;
+    QPushButton other(QStringLiteral("other"), &Main);
+    other.show();
+    QObject::connect(&other, &QPushButton::clicked, [&] { ++pressed; });
+    auto* panel = Main.findChild<WorkPanel*>();
+    Main.Work().Begin(QStringLiteral("Counting"), 100, [&] { ++cancelled; });
+    QTimer::singleShot(0, [&] {  // while the work draws
+        EXPECT_FALSE(panel->isVisible());
+        Click(&other);
+        QTest::keyClick(&other, Qt::Key_Space);
+    });
+    QTimer::singleShot(230, [&] {
+        QTest::keyClick(&other, Qt::Key_Escape);
+        Click(panel->findChild<QPushButton*>());
+    });
+    QElapsedTimer clock;
+    for (clock.start(); clock.elapsed() < 290;) {
+        Main.Work().Advance(static_cast<int>(clock.elapsed() / 5));
+        QTest::qSleep(1);
+    }
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_GT(panel->findChild<QProgressBar*>()->value(), 20);
+    EXPECT_EQ(pressed, 0);
+    EXPECT_EQ(cancelled, 1);  // once is enough
+    Main.Work().End();
+    QTRY_VERIFY(!panel->isVisible());
+    Click(&other);
+    EXPECT_EQ(pressed, 1);
+}
+
+}  // namespace
+}  // namespace quillara

@@ -1,0 +1,30 @@
+#include "workbench/exploration/FirstLook.h"
+
+#include "resources/ControlIds.h"
+#include "workbench/data/VariableChoice.h"
+#include "workbench/exploration/Exploration.h"
+#include "workbench/windows/Control.h"
+
+namespace quillara {
+namespace {
+
+constexpr std::size_t MostCharts = 24;  // that a person takes in at once
+
+}  // namespace
+
+std::size_t ExploreAll(Exploration& exploration) {
+    const VariableLists variables = ChooseByContent(exploration.Table()).Drill;
+    if (variables.Count() == 0) {
+        return 0;
+    }
+    exploration.ChooseDrillVariables(variables);
+    if (!exploration.At(AutoUpdateBox).Checked) {
+        exploration.Press(AutoUpdateBox);
+    }
+    if (variables.Count() <= MostCharts) {
+        exploration.Press(HistogramsButton);
+    }
+    return variables.Count();
+}
+
+}  // namespace quillara
