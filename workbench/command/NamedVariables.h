@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "workbench/data/VariableChoice.h"
+#include "workbench/data/DefaultChoice.h"
 
 namespace quillara {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/CountedPointer.h"
-#include "workbench/data/VariableChoice.h"
+#include "workbench/data/DefaultChoice.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/StepTaken.h"
 #include "workbench/exploration/ExplorationListener.h"

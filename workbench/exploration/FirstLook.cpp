@@ -1,7 +1,7 @@
 #include "workbench/exploration/FirstLook.h"
 
 #include "resources/ControlIds.h"
-#include "workbench/data/VariableChoice.h"
+#include "workbench/data/DefaultChoice.h"
 #include "workbench/exploration/Exploration.h"
 #include "workbench/windows/Control.h"
 

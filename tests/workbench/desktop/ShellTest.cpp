@@ -133,9 +133,12 @@ TEST_F(Shell, AFileThatCannotBeReadLeavesAllAsItWas) {
 TEST_F(Shell, AFileThatIsDroppedIsOpened) {
     QMimeData files;
     files.setUrls({QUrl::fromLocalFile(Sample("orders.csv"))});
+    QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Main, &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&Main, &drop);
-    QTRY_VERIFY(Main.Model().Present() != nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Main.Model().Present() != nullptr; }));
     EXPECT_EQ(Main.Model().Present()->Table().FileName, "orders.csv");
 }
 
@@ -246,7 +249,7 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
     EXPECT_EQ(pressed, 0);
     EXPECT_EQ(cancelled, 1);  // once is enough
     Main.Work().End();
-    QTRY_VERIFY(!panel->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([panel] { return !panel->isVisible(); }));
     Click(&other);
     EXPECT_EQ(pressed, 1);
 }

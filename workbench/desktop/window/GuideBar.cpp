@@ -57,7 +57,11 @@ void GuideBar::Refresh() {
         hide();
         return;
     }
-    const bool hasVariables = exploration->At(HistogramsButton).Enabled || !exploration->Steps().empty();
+    const bool hasVariables = exploration->At(HistogramsButton).Enabled;
+    if (!hasVariables && !exploration->Steps().empty()) {  // all of them have been drilled on
+        hide();
+        return;
+    }
     First->disconnect(this);
     Second->disconnect(this);
     hasVariables ? AskForResults() : AskForVariables();

@@ -18,6 +18,19 @@ QToolButton* Button(QWidget* parent, const QString& text, const QString& what) {
     return button;
 }
 
+/// Advice on options of the command line is none for who sits before a window.
+QString TextOf(const Remark& remark) {
+    const bool isForCommands = remark.Advice.starts_with("--") && remark.Advice.find('(') != std::string::npos;
+    if (remark.Code == "weight-unused") {
+        return QString::fromStdString(remark.Text) + ' ' + RemarkBar::tr("Explore > Weight... puts it in force.");
+    }
+    if (remark.Code == "weight-fractions") {
+        return QString::fromStdString(remark.Text) + ' ' +
+               RemarkBar::tr("\"Weighted moments\" takes fractions as they are.");
+    }
+    return QString::fromStdString(isForCommands ? remark.Text : remark.Line());
+}
+
 }  // namespace
 
 RemarkBar::RemarkBar(QWidget* parent) : QFrame(parent), Text(new QLabel(this)), Place(new QLabel(this)) {
@@ -79,7 +92,7 @@ void RemarkBar::Turn(int by) {
 
 void RemarkBar::ShowPresent() {
     const std::vector<Remark>& all = Made.All();
-    Text->setText(QString::fromStdString(all[Present].Line()));
+    Text->setText(TextOf(all[Present]));
     Place->setText(tr("%1 of %2").arg(Present + 1).arg(all.size()));
     for (QWidget* widget : std::initializer_list<QWidget*>{Back, Place, On}) {
         widget->setVisible(all.size() > 1);

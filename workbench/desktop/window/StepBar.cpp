@@ -14,6 +14,7 @@ namespace {
 
 constexpr int LongestCrumb = 34;  // in mean widths of a letter
 constexpr int Gap = 2;
+constexpr int Overlap = 6;  // a cross belongs to its crumb
 
 QString TextOf(const std::string& text) {
     return QString::fromStdString(text);
@@ -172,7 +173,7 @@ void StepBar::Arrange() {
             if (place < left) {
                 widget->hide();
             } else {
-                x = Put(*widget, x);
+                x = Put(*widget, widget == shown.Cross ? x - Overlap : x);
             }
         }
     }

@@ -1,4 +1,4 @@
-#include "workbench/data/VariableChoice.h"
+#include "workbench/data/DefaultChoice.h"
 
 #include "workbench/data/DefaultRole.h"
 
