@@ -55,7 +55,18 @@ bool ExplorationModel::Do(const std::function<void(Exploration&)>& action) {
         ShowMessage(failure.what());
         return false;
     }
+    emit turnCame();
     return true;
+}
+
+bool ExplorationModel::WorkIn(Window& dialog) {
+    emit turnCame();
+    return Answering.WorkIn && Answering.WorkIn(dialog);
+}
+
+bool ExplorationModel::Pick(BrushingRun& run) {
+    emit turnCame();
+    return Answering.Pick && Answering.Pick(run);
 }
 
 bool ExplorationModel::GoTo(std::size_t state) {
@@ -71,6 +82,7 @@ bool ExplorationModel::BackTo(std::size_t count) {
 }
 
 void ExplorationModel::ShowMessage(std::string_view text) {
+    emit turnCame();
     if (Answering.ShowMessage) {
         Answering.ShowMessage(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     }

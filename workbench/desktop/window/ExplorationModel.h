@@ -53,8 +53,8 @@ class ExplorationModel : public QObject, public ExplorationListener {
         return !Answering.Confirm || Answering.Confirm(question, action);
     }
 
-    bool WorkIn(Window& dialog) override { return Answering.WorkIn && Answering.WorkIn(dialog); }
-    bool Pick(BrushingRun& run) override { return Answering.Pick && Answering.Pick(run); }
+    bool WorkIn(Window& dialog) override;
+    bool Pick(BrushingRun& run) override;
     void ShowMessage(std::string_view text) override;
     void DocumentAppeared(ResultDocument& document) override { emit documentAppeared(&document); }
     void DocumentChanged(ResultDocument& document) override { emit documentChanged(&document); }
@@ -79,6 +79,8 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void workBegan(const QString& text, int total);
     void workAdvanced(int done);
     void workEnded();
+    /// All that the user has asked for is done, or waits for an answer.
+    void turnCame();
 
   private:
     SettingsStore* Settings;

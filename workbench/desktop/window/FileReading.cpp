@@ -23,6 +23,7 @@ TableReading::Outcome ReadWhileAlive(const QString& path, LongWork& work) {
         QThread::msleep(LookedAtEvery);
     }
     work.End();
+    work.Settle();
     return reading.Finish();
 }
 

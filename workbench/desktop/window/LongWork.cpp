@@ -11,7 +11,7 @@
 namespace quillara {
 namespace {
 
-constexpr int ShownAfter = 200;  // milliseconds; most work is done by then
+constexpr int ShownAfter = 200;  // milliseconds
 constexpr int DrawnEvery = 30;
 
 /// Whether something comes from the user's hand.
@@ -74,14 +74,13 @@ void LongWork::Begin(const QString& text, int total, std::function<void()> cance
     Panel.Show(text, total);
 }
 
+/// Most work is done before anybody misses the window, and nothing comes in between.
 void LongWork::Advance(int done) {
-    if (!IsUnderWay() || IsDrawing || SinceDrawn.elapsed() < DrawnEvery) {
+    if (!Runs || IsDrawing || Clock.elapsed() < ShownAfter || SinceDrawn.elapsed() < DrawnEvery) {
         return;
     }
     Panel.ShowDone(done);
-    if (Clock.elapsed() >= ShownAfter) {
-        Panel.Rise();
-    }
+    Panel.Rise();
     IsDrawing = true;
     QCoreApplication::processEvents();
     IsDrawing = false;
@@ -103,6 +102,10 @@ void LongWork::Cancel() {
 }
 
 void LongWork::Settle() {
+    if (Runs || !Clock.isValid()) {
+        return;
+    }
+    Settling.stop();
     qApp->removeEventFilter(this);
     Clock.invalidate();
     Panel.hide();

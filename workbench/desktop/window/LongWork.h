@@ -25,6 +25,8 @@ class LongWork : public QObject {
     /// Comes often; the window is drawn at most every 30 ms.
     void Advance(int done);
     void End();
+    /// It is the user's turn: what begins from now on is other work.
+    void Settle();
     [[nodiscard]] bool IsUnderWay() const { return Runs; }
     void Cancel();
 
@@ -33,8 +35,6 @@ class LongWork : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void Settle();
-
     WorkPanel& Panel;
     std::function<void()> OnCancel;
     QElapsedTimer Clock;  // since the first of the works began; invalid: none runs

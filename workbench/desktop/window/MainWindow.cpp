@@ -228,6 +228,7 @@ void MainWindow::ConnectWork() {
     });
     connect(Explored, &ExplorationModel::workAdvanced, Working, &LongWork::Advance);
     connect(Explored, &ExplorationModel::workEnded, Working, &LongWork::End);
+    connect(Explored, &ExplorationModel::turnCame, Working, &LongWork::Settle);
 }
 
 /// What it shows is seen at one glance.
