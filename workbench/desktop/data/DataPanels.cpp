@@ -4,7 +4,6 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QMenu>
-#include <QMenuBar>
 #include <utility>
 
 #include "workbench/desktop/data/CaseGridView.h"
@@ -17,7 +16,7 @@ namespace quillara {
 DataPanels::DataPanels(MainWindow& window)
     : QObject(&window),
       Window(window),
-      Menu(window.menuBar()->addMenu(tr("&Data"))),
+      Menu(&window.Menu(MainWindow::MenuName::Data)),
       Grid(new CaseGridView),
       Dictionary(new VariableView),
       CaseDock(AddPanel(QStringLiteral("casesPanel"), tr("&Cases"), QKeySequence(tr("Ctrl+1")), Grid)),

@@ -36,19 +36,19 @@ constexpr auto Steps = std::to_array<MenuRow>({
     {SaveDataButton,       QT_TRANSLATE_NOOP("ExploreMenu", "Save the &cases that remain"), "Ctrl+Shift+R",  QT_TRANSLATE_NOOP("ExploreMenu", "Make a data table of the cases that the steps leave")},
 });
 constexpr auto Results = std::to_array<MenuRow>({
-    {SummaryButton,        QT_TRANSLATE_NOOP("ExploreMenu", "&Summary of steps"),         "Ctrl+1",          QT_TRANSLATE_NOOP("ExploreMenu", "A table of the steps taken")},
-    {FrequenciesButton,    QT_TRANSLATE_NOOP("ExploreMenu", "&Frequency tables"),         "Ctrl+2",          QT_TRANSLATE_NOOP("ExploreMenu", "How many cases each category has")},
-    {HistogramsButton,     QT_TRANSLATE_NOOP("ExploreMenu", "&Histograms"),               "Ctrl+3",          QT_TRANSLATE_NOOP("ExploreMenu", "A bar for each category")},
-    {PieChartsButton,      QT_TRANSLATE_NOOP("ExploreMenu", "&Pie charts"),               "Ctrl+4",          QT_TRANSLATE_NOOP("ExploreMenu", "A slice for each category")},
-    {DescriptivesButton,   QT_TRANSLATE_NOOP("ExploreMenu", "&Descriptives"),             "Ctrl+5",          QT_TRANSLATE_NOOP("ExploreMenu", "Means and more of the continuous variables")},
+    {SummaryButton,        QT_TRANSLATE_NOOP("ExploreMenu", "&Summary of steps"),         "Alt+1",          QT_TRANSLATE_NOOP("ExploreMenu", "A table of the steps taken")},
+    {FrequenciesButton,    QT_TRANSLATE_NOOP("ExploreMenu", "&Frequency tables"),         "Alt+2",          QT_TRANSLATE_NOOP("ExploreMenu", "How many cases each category has")},
+    {HistogramsButton,     QT_TRANSLATE_NOOP("ExploreMenu", "&Histograms"),               "Alt+3",          QT_TRANSLATE_NOOP("ExploreMenu", "A bar for each category")},
+    {PieChartsButton,      QT_TRANSLATE_NOOP("ExploreMenu", "&Pie charts"),               "Alt+4",          QT_TRANSLATE_NOOP("ExploreMenu", "A slice for each category")},
+    {DescriptivesButton,   QT_TRANSLATE_NOOP("ExploreMenu", "&Descriptives"),             "Alt+5",          QT_TRANSLATE_NOOP("ExploreMenu", "Means and more of the continuous variables")},
     {0, "", "", ""},
-    {ReviewFrequenciesButton,  QT_TRANSLATE_NOOP("ExploreMenu", "Review: f&requency tables"),   "Ctrl+Alt+2", QT_TRANSLATE_NOOP("ExploreMenu", "How many cases each category of the review variables has")},
-    {ReviewHistogramsButton,   QT_TRANSLATE_NOOP("ExploreMenu", "Review: h&istograms"),         "Ctrl+Alt+3", QT_TRANSLATE_NOOP("ExploreMenu", "A bar for each category of the review variables")},
-    {ReviewPieChartsButton,    QT_TRANSLATE_NOOP("ExploreMenu", "Review: pi&e charts"),         "Ctrl+Alt+4", QT_TRANSLATE_NOOP("ExploreMenu", "A slice for each category of the review variables")},
-    {ReviewDescriptivesButton, QT_TRANSLATE_NOOP("ExploreMenu", "Review: descripti&ves"),       "Ctrl+Alt+5", QT_TRANSLATE_NOOP("ExploreMenu", "Means and more of the review variables")},
-    {ReviewScatterplotButton,  QT_TRANSLATE_NOOP("ExploreMenu", "Review: scatterplot &matrix"), "Ctrl+Alt+6", QT_TRANSLATE_NOOP("ExploreMenu", "Each review variable against each other")},
-    {ReviewBoxWhiskerButton,   QT_TRANSLATE_NOOP("ExploreMenu", "Review: &box and whisker"),    "Ctrl+Alt+7", QT_TRANSLATE_NOOP("ExploreMenu", "Where the middle and the ends of the review variables lie")},
-    {Review3DHistogramsButton, QT_TRANSLATE_NOOP("ExploreMenu", "Review: &3D histograms..."),   "Ctrl+Alt+8", QT_TRANSLATE_NOOP("ExploreMenu", "How many cases pairs of categories have")},
+    {ReviewFrequenciesButton,  QT_TRANSLATE_NOOP("ExploreMenu", "Review: f&requency tables"),   "Alt+Shift+2", QT_TRANSLATE_NOOP("ExploreMenu", "How many cases each category of the review variables has")},
+    {ReviewHistogramsButton,   QT_TRANSLATE_NOOP("ExploreMenu", "Review: h&istograms"),         "Alt+Shift+3", QT_TRANSLATE_NOOP("ExploreMenu", "A bar for each category of the review variables")},
+    {ReviewPieChartsButton,    QT_TRANSLATE_NOOP("ExploreMenu", "Review: pi&e charts"),         "Alt+Shift+4", QT_TRANSLATE_NOOP("ExploreMenu", "A slice for each category of the review variables")},
+    {ReviewDescriptivesButton, QT_TRANSLATE_NOOP("ExploreMenu", "Review: descripti&ves"),       "Alt+Shift+5", QT_TRANSLATE_NOOP("ExploreMenu", "Means and more of the review variables")},
+    {ReviewScatterplotButton,  QT_TRANSLATE_NOOP("ExploreMenu", "Review: scatterplot &matrix"), "Alt+Shift+6", QT_TRANSLATE_NOOP("ExploreMenu", "Each review variable against each other")},
+    {ReviewBoxWhiskerButton,   QT_TRANSLATE_NOOP("ExploreMenu", "Review: &box and whisker"),    "Alt+Shift+7", QT_TRANSLATE_NOOP("ExploreMenu", "Where the middle and the ends of the review variables lie")},
+    {Review3DHistogramsButton, QT_TRANSLATE_NOOP("ExploreMenu", "Review: &3D histograms..."),   "Alt+Shift+8", QT_TRANSLATE_NOOP("ExploreMenu", "How many cases pairs of categories have")},
 });
 // clang-format on
 

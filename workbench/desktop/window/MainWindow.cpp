@@ -128,8 +128,8 @@ void MainWindow::Compose() {
 }
 
 void MainWindow::AddMenus() {
-    const std::array<QString, 7> titles = {tr("&File"), tr("&Edit"),   tr("E&xplore"), tr("&Results"),
-                                           tr("&View"), tr("&Window"), tr("&Help")};
+    const std::array<QString, 8> titles = {tr("&File"),    tr("&Edit"), tr("&Data"),   tr("E&xplore"),
+                                           tr("&Results"), tr("&View"), tr("&Window"), tr("&Help")};
     for (std::size_t menu = 0; menu < titles.size(); ++menu) {
         Menus[menu] = menuBar()->addMenu(titles[menu]);
     }

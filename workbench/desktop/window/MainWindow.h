@@ -29,7 +29,7 @@ class MainWindow : public QMainWindow {
 
   public:
     /// Its menus, from left to right.
-    enum class MenuName { File, Edit, Explore, Results, View, Window, Help };
+    enum class MenuName { File, Edit, Data, Explore, Results, View, Window, Help };
 
     /// `settings` outlives it; null: none are kept.
     explicit MainWindow(SettingsStore* settings, QWidget* parent = nullptr);
@@ -83,7 +83,7 @@ class MainWindow : public QMainWindow {
     QDockWidget* Side;
     QDockWidget* Past;
     QLabel* Status;
-    std::array<QMenu*, 7> Menus{};
+    std::array<QMenu*, 8> Menus{};
     ExploreMenu* Exploring = nullptr;
     DialogView* Startup = nullptr;
     QAction* UndoStep = nullptr;
