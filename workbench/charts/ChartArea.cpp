@@ -20,6 +20,8 @@ constexpr double LeastNoteSize = 7.0;
 constexpr double CaptionShare = 0.55;  // of the height, for the caption on the left
 constexpr double NumberDistance = 45.0;  // pixels between round numbers, at least
 constexpr double Outside = 1e-6;  // of a range, for labels on its bounds
+constexpr std::size_t LeastForZoom = 10;  // labels
+constexpr double LeastShown = 1.0;  // of the bottom axis: about one category
 
 void SetUpAxis(QCPAxis* axis, const NumberRange& range, const ChartStyle& style) {
     axis->setTicks(false);
@@ -76,8 +78,6 @@ ChartArea::ChartArea(QCustomPlot* plot, ChartStyle style, AreaAxis bottom, AreaA
     addAxes(QCPAxis::atBottom | QCPAxis::atLeft);
     SetUpAxis(Bottom(), BottomAxis.Range, Style);
     SetUpAxis(Left(), LeftAxis.Range, Style);
-    setRangeDragAxes(Bottom(), Left());
-    setRangeZoomAxes(Bottom(), Left());
 }
 
 void ChartArea::update(UpdatePhase phase) {
@@ -202,7 +202,7 @@ void ChartArea::draw(QCPPainter* painter) {
     }
     painter->setRenderHint(QPainter::Antialiasing, true);
     painter->setClipRect(area);
-    DrawMarks(*painter, PlacedMarks, Style);
+    DrawMarks(*painter, IsSliding() ? SlidMarks() : PlacedMarks, Style);
 }
 
 QRectF ChartArea::PixelsOf(double left, double bottom, double right, double top) const {
@@ -211,6 +211,53 @@ QRectF ChartArea::PixelsOf(double left, double bottom, double right, double top)
 
 QPointF ChartArea::PixelOf(double x, double y) const {
     return {Bottom()->coordToPixel(x), Left()->coordToPixel(y)};
+}
+
+double ChartArea::WholeWidth() const {
+    const double shown = Bottom()->range().size();
+    return shown > 0.0 ? rect().width() * (BottomAxis.Range.High - BottomAxis.Range.Low) / shown : rect().width();
+}
+
+bool ChartArea::CanZoom() const {
+    return BottomAxis.Labels.size() >= LeastForZoom;
+}
+
+std::vector<NumberRange> ChartArea::Zoom() const {
+    const QCPRange shown = Bottom()->range();
+    const bool isWhole = shown.lower <= BottomAxis.Range.Low && shown.upper >= BottomAxis.Range.High;
+    return isWhole ? std::vector<NumberRange>() : std::vector<NumberRange>{{shown.lower, shown.upper}};
+}
+
+/// A part of the whole axis; what reaches beyond it is moved inside.
+bool ChartArea::ShowRange(double low, double high) {
+    const NumberRange& whole = BottomAxis.Range;
+    const double size = std::clamp(high - low, std::min(LeastShown, whole.High - whole.Low), whole.High - whole.Low);
+    const double begin = std::clamp((low + high - size) / 2, whole.Low, whole.High - size);
+    const QCPRange before = Bottom()->range();
+    Bottom()->setRange(begin, begin + size);
+    return Bottom()->range() != before;
+}
+
+void ChartArea::SetZoom(const std::vector<NumberRange>& ranges) {
+    if (ranges.empty() || !CanZoom()) {
+        ShowRange(BottomAxis.Range.Low, BottomAxis.Range.High);
+    } else {
+        ShowRange(ranges.front().Low, ranges.front().High);
+    }
+}
+
+bool ChartArea::ZoomTo(const QRectF& pixels) {
+    return CanZoom() && pixels.intersects(QRectF(rect())) &&
+           ShowRange(Bottom()->pixelToCoord(pixels.left()), Bottom()->pixelToCoord(pixels.right()));
+}
+
+bool ChartArea::ZoomAbout(QPointF point, double factor) {
+    if (!CanZoom() || !QRectF(outerRect()).contains(point)) {
+        return false;
+    }
+    const QCPRange shown = Bottom()->range();
+    const double at = std::clamp(Bottom()->pixelToCoord(point.x()), shown.lower, shown.upper);
+    return ShowRange(at - (at - shown.lower) * factor, at + (shown.upper - at) * factor);
 }
 
 void ChartArea::SayInTheMiddle(const QString& text) {

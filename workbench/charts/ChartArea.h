@@ -2,6 +2,7 @@
 
 #include "workbench/charts/AxisLabels.h"
 #include "workbench/charts/ChartPart.h"
+#include "workbench/charts/ChartZoom.h"
 #include "workbench/charts/NumberAxis.h"
 
 namespace quillara {
@@ -21,10 +22,16 @@ struct AreaAxis {
 
 /// A plot area with an axis below and one on the left, whose labels find their own place. Labels outside the range
 /// that is shown are left out.
-class ChartArea : public QCPAxisRect, public ChartPart {
+class ChartArea : public QCPAxisRect, public ChartPart, public ZoomablePart {
   public:
     ChartArea(QCustomPlot* plot, ChartStyle style, AreaAxis bottom, AreaAxis left);
     void update(UpdatePhase phase) override;
+    /// Along the bottom axis; none unless there are many labels.
+    [[nodiscard]] bool CanZoom() const override;
+    [[nodiscard]] std::vector<NumberRange> Zoom() const override;
+    void SetZoom(const std::vector<NumberRange>& ranges) override;
+    bool ZoomTo(const QRectF& pixels) override;
+    bool ZoomAbout(QPointF point, double factor) override;
     [[nodiscard]] QCPAxis* Bottom() const { return axis(QCPAxis::atBottom); }
     [[nodiscard]] QCPAxis* Left() const { return axis(QCPAxis::atLeft); }
 
@@ -38,12 +45,15 @@ class ChartArea : public QCPAxisRect, public ChartPart {
     /// The rectangle between two numbers of each axis, in pixels.
     [[nodiscard]] QRectF PixelsOf(double left, double bottom, double right, double top) const;
     [[nodiscard]] QPointF PixelOf(double x, double y) const;
+    /// How wide the whole bottom axis is at the present zoom, in pixels.
+    [[nodiscard]] double WholeWidth() const;
     /// Puts a text into the middle of the area, as of a chart with nothing to show.
     void SayInTheMiddle(const QString& text);
 
     const ChartStyle Style;
 
   private:
+    bool ShowRange(double low, double high);
     [[nodiscard]] std::vector<AxisSpot> SpotsOf(const AreaAxis& axis, const QCPAxis& scale, double room) const;
     [[nodiscard]] AxisLabels ArrangedNotes(const QRectF& outer) const;
     void Arrange();

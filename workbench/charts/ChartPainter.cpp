@@ -12,10 +12,10 @@ namespace {
 
 constexpr int Rim = 10;  // pixels around everything
 
-std::vector<const ChartPart*> PartsOf(const QCustomPlot& plot) {
-    std::vector<const ChartPart*> parts;
+std::vector<ChartPart*> PartsOf(const QCustomPlot& plot) {
+    std::vector<ChartPart*> parts;
     for (QCPLayoutElement* element : plot.plotLayout()->elements(true)) {
-        if (const auto* part = dynamic_cast<const ChartPart*>(element)) {
+        if (auto* part = dynamic_cast<ChartPart*>(element)) {
             parts.push_back(part);
         }
     }
@@ -52,7 +52,11 @@ void Clear(QCustomPlot& plot) {
 }
 
 ChartSpot SpotOf(const ChartMark& mark) {
-    return {.Series = mark.Series, .Point = mark.Point, .Tip = mark.Tip, .Outline = mark.Outline};
+    return {.Series = mark.Series,
+            .Point = mark.Point,
+            .Categories = mark.Categories,
+            .Tip = mark.Tip,
+            .Outline = mark.Outline};
 }
 
 }  // namespace
@@ -69,6 +73,22 @@ void BuildChart(QCustomPlot& plot, const GraphDocument& document, const ChartLoo
         plot.plotLayout()->addElement(2, 0, body.Key);
     }
     new TextsItem(&plot);  // owned by the plot
+}
+
+void BeginSlide(QCustomPlot& plot, const std::vector<ChartSpot>& from) {
+    std::vector<FaceStart> starts;
+    std::ranges::transform(from, std::back_inserter(starts), [](const ChartSpot& spot) {
+        return FaceStart{spot.Series, spot.Point, spot.Outline};
+    });
+    for (ChartPart* part : PartsOf(plot)) {
+        part->Slide(starts, 0.0);
+    }
+}
+
+void SlideTo(QCustomPlot& plot, double share) {
+    for (ChartPart* part : PartsOf(plot)) {
+        part->SlideOn(share);
+    }
 }
 
 void PaintPlot(QCustomPlot& plot, QPaintDevice& device, QSize size) {

@@ -1,5 +1,6 @@
 #include "workbench/charts/ChartPart.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillara {
@@ -42,7 +43,40 @@ void DrawMark(QPainter& painter, const ChartMark& mark, const ChartStyle& style)
     }
 }
 
+/// Between two outlines of as many corners; of others the second.
+QPolygonF Between(const QPolygonF& from, const QPolygonF& to, double share) {
+    QPolygonF between = to;
+    for (qsizetype i = 0; i < to.size() && from.size() == to.size(); ++i) {
+        between[i] = from[i] + (to[i] - from[i]) * share;
+    }
+    return between;
+}
+
+/// A face that begins as nothing on its lower edge.
+QPolygonF LowerEdge(const QPolygonF& outline) {
+    QPolygonF edge = outline;
+    const double bottom = outline.boundingRect().bottom();
+    std::ranges::for_each(edge, [bottom](QPointF& corner) { corner.setY(bottom); });
+    return edge;
+}
+
 }  // namespace
+
+void ChartPart::Slide(std::vector<FaceStart> starts, double share) {
+    Starts = std::move(starts);
+    SlideShare = share;
+}
+
+std::vector<ChartMark> ChartPart::SlidMarks() const {
+    std::vector<ChartMark> marks = PlacedMarks;
+    for (ChartMark& mark : marks) {
+        const auto start = std::ranges::find_if(
+            Starts, [&](const FaceStart& face) { return face.Series == mark.Series && face.Point == mark.Point; });
+        mark.Outline =
+            Between(start == Starts.end() ? LowerEdge(mark.Outline) : start->Outline, mark.Outline, SlideShare);
+    }
+    return marks;
+}
 
 ChartElement::ChartElement(QCustomPlot* plot, ChartStyle style) : QCPLayoutElement(plot), Style(style) {
     setAutoMargins(QCP::msNone);

@@ -18,6 +18,14 @@ struct ChartMark {
     QString Tip;
     int Series = -1;
     int Point = -1;
+    int Categories = 1;  ///< that share it
+};
+
+/// Where a face comes from while it slides to its place.
+struct FaceStart {
+    int Series = -1;
+    int Point = -1;
+    QPolygonF Outline;  ///< pixels
 };
 
 /// What every element of a chart tells of itself once it is laid out. Texts of all parts are drawn last, above
@@ -27,10 +35,22 @@ class ChartPart {
     virtual ~ChartPart() = default;
     [[nodiscard]] const std::vector<PlacedText>& Texts() const { return PlacedTexts; }
     [[nodiscard]] const std::vector<ChartMark>& Marks() const { return PlacedMarks; }
+    /// From now on faces are painted on the way from their starts, 0, to their places, 1; one without a start grows up
+    /// from its lower edge.
+    void Slide(std::vector<FaceStart> starts, double share);
+    void SlideOn(double share) { SlideShare = share; }
 
   protected:
+    /// The marks as they are painted now.
+    [[nodiscard]] std::vector<ChartMark> SlidMarks() const;
+    [[nodiscard]] bool IsSliding() const { return SlideShare < 1.0; }
+
     std::vector<PlacedText> PlacedTexts;
     std::vector<ChartMark> PlacedMarks;  ///< from the back to the front
+
+  private:
+    std::vector<FaceStart> Starts;
+    double SlideShare = 1.0;
 };
 
 /// An element that fills its place in the picture by itself.

@@ -88,8 +88,8 @@ QRectF OnWholePixels(QRectF bar) {
     return bar;
 }
 
-QString HistogramArea::Note(double pixels) const {
-    const std::size_t stride = CategoriesABar(Chart, pixels);
+QString HistogramArea::Note(double /*pixels*/) const {
+    const std::size_t stride = CategoriesABar(Chart, WholeWidth());
     return stride == 1 ? QString()
                        : QStringLiteral("Each bar shows the highest count of %1 neighbouring categories").arg(stride);
 }
@@ -111,6 +111,7 @@ ChartMark HistogramArea::MarkOf(const HistogramBar& bar) const {
     mark.Tip = TipOf(bar);
     mark.Series = bar.Series;
     mark.Point = bar.Point;
+    mark.Categories = bar.Categories;
     return mark;
 }
 
@@ -131,7 +132,9 @@ void HistogramArea::ArrangeMarks() {
     if (!(Highest > 0.0)) {
         SayInTheMiddle(QStringLiteral("No cases"));
     }
-    const std::vector<HistogramBar> bars = BarsOf(Chart, rect().width());
+    std::vector<HistogramBar> bars = BarsOf(Chart, WholeWidth());
+    const QCPRange shown = Bottom()->range();
+    std::erase_if(bars, [&](const HistogramBar& bar) { return bar.Right <= shown.lower || bar.Left >= shown.upper; });
     std::vector<double> counts(bars.size());
     std::ranges::transform(bars, counts.begin(), &HistogramBar::Height);
     const std::vector<QString> texts = CountTexts(counts);
@@ -141,7 +144,7 @@ void HistogramArea::ArrangeMarks() {
         AddBar(mark);
         counted.push_back({mark.Outline.boundingRect(), texts[i], mark.Fill, mark.IsMissing});
     }
-    const bool isOneEach = CategoriesABar(Chart, rect().width()) == 1;
+    const bool isOneEach = CategoriesABar(Chart, WholeWidth()) == 1;
     if (Highest > 0.0 && Chart.Series.size() == 1 && isOneEach) {
         const std::vector<PlacedText> labels = CountsOfBars(counted, QRectF(rect()), Style);
         PlacedTexts.insert(PlacedTexts.end(), labels.begin(), labels.end());

@@ -121,6 +121,7 @@ void StackedArea::ArrangeColumn(std::size_t column) {
         mark.Tip = TipOf(LabelAt(Chart.X, x), layer);
         mark.Series = layer.Series;
         mark.Point = static_cast<int>(column);
+        mark.Categories = layer.Categories;
         PlacedMarks.push_back(mark);
         ArrangeTexts(layer, place, mark);
     }

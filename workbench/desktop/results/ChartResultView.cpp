@@ -1,32 +1,90 @@
 #include "workbench/desktop/results/ChartResultView.h"
 
-#include <qcustomplot.h>
-
-#include <QHelpEvent>
-#include <QPalette>
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QVBoxLayout>
 
-#include "workbench/charts/ChartPainter.h"
+#include "workbench/desktop/results/ChartCanvas.h"
+#include "workbench/desktop/results/Printing.h"
 
 namespace quillara {
+namespace {
 
-ChartResultView::ChartResultView(ResultDocument& document, QWidget* parent)
-    : DocumentView(parent), Document(CountedPointer<ResultDocument>::Share(&document)), Plot(new QCustomPlot(this)) {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(Plot);
+constexpr int PixelsOfCopy = 2;  // of the picture for one on the screen
+
+DocumentPlace PlaceOf(const ChartSpot& spot) {
+    return {.Series = spot.Series, .Point = spot.Categories > 1 ? -1 : spot.Point};
+}
+
+}  // namespace
+
+ChartResultView::ChartResultView(ResultDocument& document, ExplorationModel& model, QWidget* parent)
+    : DocumentView(document, model, parent),
+      Layout(new QVBoxLayout(this)),
+      Plot(new ChartCanvas(this)),
+      WholeChart(AddAction(tr("&Whole chart"), QKeySequence(Qt::CTRL | Qt::Key_0), [this] { Plot->ShowAll(); })) {
+    Layout->setContentsMargins(0, 0, 0, 0);
+    Layout->setSpacing(0);
+    Layout->addWidget(Plot, 1);
+    setFocusProxy(Plot);
+    connect(Plot, &ChartCanvas::zoomed, this, [this] { WholeChart->setEnabled(Plot->IsZoomed()); });
     Refresh();
 }
 
 void ChartResultView::Refresh() {
-    if (const GraphDocument* graph = Document->Graph()) {
-        ChartLook look;
-        look.Width = std::max(width(), look.Width);
-        look.Height = std::max(height(), look.Height);
-        look.Dark = palette().color(QPalette::Window).lightness() < 128;
-        BuildChart(*Plot, *graph, look);
-        Plot->replot();
+    if (const GraphDocument* graph = Shown().Graph()) {
+        Plot->Show(*graph);
+        setAccessibleName(QString::fromStdString(Shown().Name()));
+        Plot->setAccessibleName(accessibleName());
     }
+}
+
+void ChartResultView::SetOptions(const ViewOptions& options) {
+    Plot->SetMotion(options.HasMotion);
+}
+
+void ChartResultView::PutAbove(QWidget* bar) {
+    Layout->insertWidget(0, bar);
+}
+
+/// In light colours whatever the screen shows: it goes into a text or a slide.
+void ChartResultView::Copy() {
+    const GraphDocument& graph = *Shown().Graph();
+    const ChartLook look{.Width = std::max(Plot->width(), 160), .Height = std::max(Plot->height(), 120)};
+    QCustomPlot plot;
+    BuildChart(plot, graph, look);
+    auto* data = new QMimeData;
+    data->setImageData(plot.toPixmap(look.Width, look.Height, PixelsOfCopy).toImage());
+    data->setData(QStringLiteral("image/svg+xml"),
+                  QByteArray::fromStdString(PaintedChart(graph, look, ChartFormat::Svg)));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+QString ChartResultView::FileKinds() const {
+    return tr(
+        "Vector picture (*.svg);;Picture (*.png);;Portable document (*.pdf);;Its numbers (*.csv);;"
+        "Its numbers as a workbook (*.xlsx)");
+}
+
+void ChartResultView::Print(QPrinter& printer) {
+    PrintDocuments(printer, {CountedPointer<ResultDocument>::Share(&Shown())});
+}
+
+QSize ChartResultView::sizeHint() const {
+    return {560, 400};
+}
+
+DocumentPlace ChartResultView::PlaceAt(QPoint point) const {
+    const std::optional<ChartSpot> spot = ChartSpotAt(*Plot, QPointF(Plot->mapFrom(this, point)));
+    return spot ? PlaceOf(*spot) : DocumentPlace();
+}
+
+DocumentPlace ChartResultView::PlaceInFocus(QPoint& point) const {
+    const std::optional<ChartSpot>& current = Plot->Current();
+    point = Plot->mapTo(this, current ? current->Outline.boundingRect().center().toPoint() : Plot->rect().center());
+    return current ? PlaceOf(*current) : DocumentPlace();
 }
 
 }  // namespace quillara

@@ -1,58 +1,186 @@
 #include "workbench/desktop/results/TableResultView.h"
 
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
-#include <QTableWidget>
+#include <QMimeData>
+#include <QTableView>
 #include <QVBoxLayout>
+#include <set>
+
+#include "workbench/desktop/results/CountBarDelegate.h"
+#include "workbench/desktop/results/Printing.h"
+#include "workbench/desktop/results/ResultTableModel.h"
+#include "workbench/exploration/TableClip.h"
 
 namespace quillara {
 namespace {
 
-QString TextOf(const SpreadsheetCell& cell) {
-    if (const auto* number = std::get_if<double>(&cell)) {
-        return QLocale().toString(*number, 'g', 10);
+constexpr int Rim = 8;
+constexpr int LeastLetters = 11;  // of a column
+constexpr QSize LargestHint(640, 420);
+
+QString Joined(const std::vector<std::string>& lines) {
+    QStringList texts;
+    for (const std::string& line : lines) {
+        texts.append(QString::fromStdString(line));
     }
-    const auto* text = std::get_if<std::string>(&cell);
-    return text == nullptr ? QString() : QString::fromStdString(*text);
+    return texts.join(u'\n');
+}
+
+QLabel* TextLabel(QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setContextMenuPolicy(Qt::NoContextMenu);
+    return label;
+}
+
+/// Which rows and columns have a selected cell; all where none is selected.
+TablePart SelectedPart(const QItemSelectionModel& selection, const ShownTable& words) {
+    std::set<std::size_t> rows;
+    std::set<std::size_t> columns;
+    for (const QModelIndex& cell : selection.selectedIndexes()) {
+        rows.insert(static_cast<std::size_t>(cell.row()));
+        columns.insert(static_cast<std::size_t>(cell.column()));
+    }
+    if (rows.empty() || (rows.size() == words.Rows.size() && columns.size() == words.Columns.size())) {
+        return AllOf(words);
+    }
+    return {{rows.begin(), rows.end()}, {columns.begin(), columns.end()}};
 }
 
 }  // namespace
 
-TableResultView::TableResultView(ResultDocument& document, QWidget* parent)
-    : DocumentView(parent),
-      Document(CountedPointer<ResultDocument>::Share(&document)),
-      Title(new QLabel(this)),
-      Table(new QTableWidget(this)) {
-    Table->setEditTriggers(QTableWidget::NoEditTriggers);
+TableResultView::TableResultView(ResultDocument& document, ExplorationModel& model, QWidget* parent)
+    : DocumentView(document, model, parent),
+      Rows(new ResultTableModel(document, this)),
+      Painter(new CountBarDelegate(this)),
+      Title(TextLabel(this)),
+      Captions(TextLabel(this)),
+      Corner(nullptr),
+      Table(new QTableView(this)),
+      BarsSwitch(AddAction(tr("Count &bars"), {}, [this] { SetOptions({.HasCountBars = BarsSwitch->isChecked()}); })) {
+    AddAction(tr("Select &all"), {}, [this] { Table->selectAll(); });
+    BarsSwitch->setCheckable(true);
+    BarsSwitch->setChecked(true);
+    QFont heading = Title->font();
+    heading.setBold(true);
+    Title->setFont(heading);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Rim, Rim, Rim, Rim);
+    layout->setSpacing(Rim / 2);
     layout->addWidget(Title);
-    layout->addWidget(Table);
-    Refresh();
+    layout->addWidget(Captions);
+    layout->addWidget(Table, 1);
+    SetUpTable();
+    ShowTitle();
+    setFocusProxy(Table);
+}
+
+void TableResultView::SetUpTable() {
+    Table->setModel(Rows);
+    Table->setItemDelegate(Painter);
+    Table->setShowGrid(false);
+    Table->setAlternatingRowColors(true);
+    Table->setFrameShape(QFrame::NoFrame);
+    Table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    Table->setAccessibleName(tr("Result table"));
+    Table->setTabKeyNavigation(false);
+    Table->horizontalHeader()->setHighlightSections(false);
+    Table->verticalHeader()->setHighlightSections(false);
+    Table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    Table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Rim);
+    Table->resizeColumnsToContents();
+    for (int column = 0; column < Rows->columnCount(); ++column) {
+        Table->setColumnWidth(column,
+                              std::max(Table->columnWidth(column), fontMetrics().averageCharWidth() * LeastLetters));
+    }
+    if (auto* button = Table->findChild<QAbstractButton*>()) {
+        button->setAccessibleName(tr("Select all"));
+        auto* layout = new QVBoxLayout(button);
+        layout->setContentsMargins(Rim / 2, 0, Rim / 2, 0);
+        Corner = new QLabel(button);
+        Corner->setAttribute(Qt::WA_TransparentForMouseEvents);
+        layout->addWidget(Corner);
+    }
+}
+
+void TableResultView::ShowTitle() {
+    const ShownTable& words = Rows->Words();
+    Title->setText(QString::fromStdString(words.Title));
+    Captions->setText(Joined(words.CaptionLines));
+    Captions->setVisible(!words.CaptionLines.empty());
+    if (Corner != nullptr) {
+        Corner->setText(QString::fromStdString(words.Corner));
+    }
+    setAccessibleName(Title->text());
+}
+
+/// The user's widths stay, but no number is cut.
+void TableResultView::WidenColumns() {
+    Table->setUpdatesEnabled(false);
+    for (int column = 0; column < Rows->columnCount(); ++column) {
+        const int before = Table->columnWidth(column);
+        Table->resizeColumnToContents(column);
+        Table->setColumnWidth(column, std::max(before, Table->columnWidth(column)));
+    }
+    Table->setUpdatesEnabled(true);
 }
 
 void TableResultView::Refresh() {
-    const SpreadsheetDocument* sheet = Document->Spreadsheet();
-    if (sheet == nullptr) {
-        return;
-    }
-    QStringList title;
-    for (const std::string& line : sheet->Title) {
-        title.append(QString::fromStdString(line));
-    }
-    Title->setText(title.join(QLatin1Char('\n')));
-    Table->setColumnCount(static_cast<int>(sheet->Columns.size()));
-    Table->setRowCount(static_cast<int>(sheet->Rows.size()));
-    for (std::size_t column = 0; column < sheet->Columns.size(); ++column) {
-        const QString name = QString::fromStdString(sheet->Columns[column].Name);
-        Table->setHorizontalHeaderItem(static_cast<int>(column), new QTableWidgetItem(name));
-    }
-    for (std::size_t row = 0; row < sheet->Rows.size(); ++row) {
-        const QString name = QString::fromStdString(sheet->Rows[row].NameForPeople());
-        Table->setVerticalHeaderItem(static_cast<int>(row), new QTableWidgetItem(name));
-        for (std::size_t column = 0; column < sheet->Rows[row].Cells.size(); ++column) {
-            Table->setItem(static_cast<int>(row), static_cast<int>(column),
-                           new QTableWidgetItem(TextOf(sheet->Rows[row].Cells[column])));
-        }
-    }
+    Rows->Refresh();
+    ShowTitle();
+    WidenColumns();
+}
+
+void TableResultView::SetOptions(const ViewOptions& options) {
+    Painter->SetBars(options.HasCountBars);
+    BarsSwitch->setChecked(options.HasCountBars);
+    Table->viewport()->update();
+}
+
+void TableResultView::Copy() {
+    const TableClip clip = ClipOf(Rows->Words(), SelectedPart(*Table->selectionModel(), Rows->Words()));
+    auto* data = new QMimeData;
+    data->setText(QString::fromStdString(clip.Tabs));
+    data->setHtml(QString::fromStdString(clip.Html));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+QString TableResultView::FileKinds() const {
+    return tr("Comma separated values (*.csv);;Workbook (*.xlsx);;Web page (*.html);;Text (*.txt)");
+}
+
+void TableResultView::Print(QPrinter& printer) {
+    PrintDocuments(printer, {CountedPointer<ResultDocument>::Share(&Shown())});
+}
+
+QSize TableResultView::sizeHint() const {
+    const QHeaderView& across = *Table->horizontalHeader();
+    const QHeaderView& down = *Table->verticalHeader();
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = down.sizeHint().width() + across.length() + scrollBar + 2 * Rim;
+    const int labels = Title->sizeHint().height() + (Captions->isHidden() ? 0 : Captions->sizeHint().height());
+    const int height = labels + across.sizeHint().height() + down.length() + scrollBar + 3 * Rim;
+    return QSize(std::max(width, 260), std::max(height, 140)).boundedTo(LargestHint);
+}
+
+DocumentPlace TableResultView::PlaceAt(QPoint point) const {
+    const QPoint inCells = Table->viewport()->mapFrom(this, point);
+    const bool isBeside = Table->geometry().contains(point);
+    return {.Row = isBeside && inCells.y() >= 0 ? Table->rowAt(inCells.y()) : -1};
+}
+
+DocumentPlace TableResultView::PlaceInFocus(QPoint& point) const {
+    const QModelIndex current = Table->currentIndex();
+    point = Table->viewport()->mapTo(this, Table->visualRect(current).center());
+    return {.Row = current.row()};
 }
 
 }  // namespace quillara

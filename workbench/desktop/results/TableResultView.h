@@ -1,26 +1,46 @@
 #pragma once
 
-#include "platform/CountedPointer.h"
 #include "workbench/desktop/results/DocumentView.h"
-#include "workbench/documents/ResultDocument.h"
 
 class QLabel;
-class QTableWidget;
+class QTableView;
 
 namespace quillara {
 
-/// A spreadsheet of results with its title.
+class CountBarDelegate;
+class ResultTableModel;
+
+/// A spreadsheet of results with its title and captions.
 class TableResultView : public DocumentView {
     Q_OBJECT
 
   public:
-    TableResultView(ResultDocument& document, QWidget* parent);
+    TableResultView(ResultDocument& document, ExplorationModel& model, QWidget* parent);
     void Refresh() override;
+    void SetOptions(const ViewOptions& options) override;
+    void Copy() override;
+    [[nodiscard]] QString FileKinds() const override;
+    void Print(QPrinter& printer) override;
+    QSize sizeHint() const override;
+
+    [[nodiscard]] QTableView& Cells() { return *Table; }
+
+  protected:
+    [[nodiscard]] DocumentPlace PlaceAt(QPoint point) const override;
+    [[nodiscard]] DocumentPlace PlaceInFocus(QPoint& point) const override;
 
   private:
-    CountedPointer<ResultDocument> Document;
+    void SetUpTable();
+    void ShowTitle();
+    void WidenColumns();
+
+    ResultTableModel* Rows;
+    CountBarDelegate* Painter;
     QLabel* Title;
-    QTableWidget* Table;
+    QLabel* Captions;
+    QLabel* Corner;
+    QTableView* Table;
+    QAction* BarsSwitch;
 };
 
 }  // namespace quillara

@@ -90,9 +90,11 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     AddToolBar();
     new DataPanels(*this);
     Explored->SetAnswers(
-        {[this](Window& window) { return WorkInModal(window, this); }, [](BrushingRun&) { return false; },
+        {[this](Window& window) { return WorkInModal(window, this); },
+         [this](BrushingRun& run) { return Area->PickBar(run); },
          [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); },
          [this](const QString& question, const QString& action) { return Ask(this, question, action); }});
+    connect(Area, &Workspace::pickingChanged, Side, &QWidget::setDisabled);
     Connect();
     ConnectWork();
     ShowDialog();
@@ -182,9 +184,7 @@ void MainWindow::AddViewMenus() {
     past->setShortcut(QKeySequence(QStringLiteral("F6")));
     view.addActions({side, past});
     view.addAction(tr("&Remarks"), QKeySequence(QStringLiteral("F7")), this, [this] { Told->ShowAgain(); });
-    QMenu& window = Menu(MenuName::Window);
-    window.addAction(tr("&Tile"), QKeySequence(QStringLiteral("Ctrl+Shift+T")), Area, &QMdiArea::tileSubWindows);
-    window.addAction(tr("&Cascade"), QKeySequence(QStringLiteral("Ctrl+Shift+C")), Area, &QMdiArea::cascadeSubWindows);
+    Area->FillMenu(Menu(MenuName::Window));
 }
 
 void MainWindow::AddToolBar() {

@@ -2,63 +2,312 @@
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
-#include <QTimer>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
 
-#include "workbench/desktop/results/DocumentView.h"
+#include "resources/ControlIds.h"
+#include "workbench/desktop/brushing/BarPicking.h"
+#include "workbench/desktop/brushing/BrushingBar.h"
+#include "workbench/desktop/results/ChartResultView.h"
+#include "workbench/desktop/results/ReportDialog.h"
 #include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/exploration/WindowPlaces.h"
+#include "workbench/hosting/AnalysisServices.h"
+#include "workbench/windows/Control.h"
 
 namespace quillara {
+namespace {
+
+WindowPlace PlaceFrom(const QRect& rectangle) {
+    return {rectangle.x(), rectangle.y(), rectangle.width(), rectangle.height()};
+}
+
+QRect RectangleOf(const WindowPlace& place) {
+    return {place.X, place.Y, place.Width, place.Height};
+}
+
+WindowSize SizeOf(const QSize& size) {
+    return {size.width(), size.height()};
+}
+
+bool IsArrangeable(const QMdiSubWindow& frame) {
+    return !frame.isMinimized() && !frame.isMaximized();
+}
+
+}  // namespace
 
 Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent), Model(model) {
+    setObjectName(QStringLiteral("workspace"));
+    setAccessibleName(tr("Results"));
+    setTabsClosable(true);
+    setTabsMovable(true);
+    setDocumentMode(true);
+    setBackground(palette().color(QPalette::Window));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     connect(&model, &ExplorationModel::documentAppeared, this, [this](ResultDocument* document) { Add(*document); });
     connect(&model, &ExplorationModel::documentChanged, this, [this](ResultDocument* document) { Refresh(*document); });
     connect(&model, &ExplorationModel::documentWent, this, [this](ResultDocument* document) { Remove(*document); });
+    connect(&model, &ExplorationModel::changed, this, [this] { EndPicking(); });
+}
+
+Workspace::~Workspace() {
+    if (Picking != nullptr) {
+        Picking->Leave();
+    }
+}
+
+std::vector<Workspace::Shown>::const_iterator Workspace::PlaceOf(const ResultDocument& document) const {
+    return std::ranges::find_if(Windows, [&](const Shown& shown) { return shown.Document.Get() == &document; });
+}
+
+std::vector<Workspace::Shown>::const_iterator Workspace::PlaceOf(const QObject* frame) const {
+    return std::ranges::find_if(Windows, [&](const Shown& shown) { return shown.Frame == frame; });
 }
 
 DocumentView* Workspace::Find(ResultDocument& document) const {
-    const auto found = Windows.find(&document);
-    return found == Windows.end() ? nullptr : found->second.View;
+    const auto found = PlaceOf(document);
+    return found == Windows.end() ? nullptr : found->View;
 }
 
 void Workspace::Add(ResultDocument& document) {
-    DocumentView* view = ViewOf(document, nullptr);
-    QMdiSubWindow* frame = addSubWindow(view);
+    DocumentView* view = ViewOf(document, Model, nullptr);
+    view->SetOptions(Look);
+    auto* frame = new QMdiSubWindow;
+    frame->setWidget(view);
     frame->setAttribute(Qt::WA_DeleteOnClose, false);
     frame->setWindowTitle(QString::fromStdString(document.Name()));
+    Place(*frame, document);
+    Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view});
+    const QRect place = frame->geometry();
+    IsPlacing = true;
+    addSubWindow(frame);
+    frame->setGeometry(place);
     frame->installEventFilter(this);
-    frame->resize(560, 400);
     frame->show();
-    Windows[&document] = {frame, view};
+    IsPlacing = false;
+    PlaceTiles();
+}
+
+/// A graph to be brushed takes the place of the one before it, where the pointer is; others find a free place.
+void Workspace::Place(QMdiSubWindow& frame, const ResultDocument& document) {
+    std::vector<WindowPlace> others;
+    for (const Shown& shown : Windows) {
+        if (document.IsBrushable() && shown.Document->IsBrushable()) {
+            return frame.setGeometry(shown.Frame->geometry());
+        }
+        if (!shown.Frame->isMinimized()) {
+            others.push_back(PlaceFrom(shown.Frame->geometry()));
+        }
+    }
+    const QSize wanted = frame.sizeHint();
+    frame.setGeometry(RectangleOf(FreePlace(others, SizeOf(wanted), SizeOf(viewport()->size()))));
 }
 
 void Workspace::Refresh(ResultDocument& document) {
-    if (const auto found = Windows.find(&document); found != Windows.end()) {
-        found->second.Frame->setWindowTitle(QString::fromStdString(document.Name()));
-        found->second.View->Refresh();
+    if (const auto found = PlaceOf(document); found != Windows.end()) {
+        found->Frame->setWindowTitle(QString::fromStdString(document.Name()));
+        found->View->Refresh();
     }
 }
 
 void Workspace::Remove(ResultDocument& document) {
-    if (const auto found = Windows.find(&document); found != Windows.end()) {
-        QMdiSubWindow* frame = found->second.Frame;
-        Windows.erase(found);
-        removeSubWindow(frame);
-        frame->hide();
-        frame->deleteLater();
+    const auto found = PlaceOf(document);
+    if (found == Windows.end()) {
+        return;
+    }
+    QMdiSubWindow* frame = found->Frame;
+    if (frame == PickedIn && Picking != nullptr) {
+        Picking->Leave();
+    }
+    frame->removeEventFilter(this);
+    Windows.erase(found);
+    removeSubWindow(frame);
+    frame->hide();
+    frame->deleteLater();
+    PlaceTiles();
+    viewport()->update();
+}
+
+/// A bar that is picked stays within its command: the window goes when that has ended.
+void Workspace::Close(QMdiSubWindow& frame) {
+    if (Picking != nullptr && &frame == PickedIn) {
+        Picking->Leave();
+        QMetaObject::invokeMethod(&frame, &QWidget::close, Qt::QueuedConnection);
+        return;
+    }
+    if (const auto found = PlaceOf(&frame); found != Windows.end()) {
+        const CountedPointer<ResultDocument> document = found->Document;
+        Model.Do([&](Exploration& exploration) { exploration.Close(*document); });
     }
 }
 
-bool Workspace::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Close) {
-        for (const auto& [document, shown] : Windows) {
-            if (shown.Frame == watched) {
-                event->ignore();
-                Model.Do([document = document](Exploration& exploration) { exploration.Close(*document); });
-                return true;
-            }
+void Workspace::CloseAll() {
+    const std::vector<Shown> all = Windows;
+    for (const Shown& shown : all) {
+        Close(*shown.Frame);
+    }
+}
+
+void Workspace::BringToFront(QMdiSubWindow& frame) {
+    if (frame.isMinimized()) {
+        frame.showNormal();
+    }
+    setActiveSubWindow(&frame);
+}
+
+bool Workspace::PickBar(BrushingRun& run) {
+    const auto found = PlaceOf(run.Document);
+    auto* view = found == Windows.end() ? nullptr : qobject_cast<ChartResultView*>(found->View);
+    if (view == nullptr || SeriesOf(*run.Document.Graph()) == nullptr) {
+        return false;
+    }
+    BringToFront(*found->Frame);
+    PickedIn = found->Frame;
+    RemoveBars(view);
+    BarPicking picking(run, *view, Model.Present()->At(DrillUpListControl).Selected >= 0);
+    Picking = &picking;
+    emit pickingChanged(true);
+    const bool isPicked = picking.Run();
+    Picking = nullptr;
+    if (picking.IsLeftForStepUp()) {
+        QMetaObject::invokeMethod(this, &Workspace::BrushOnAfterStepUp, Qt::QueuedConnection);
+    }
+    return isPicked;
+}
+
+/// Undoes the newest step by its button, and goes on picking.
+void Workspace::BrushOnAfterStepUp() {
+    Model.Do([](Exploration& exploration) {
+        const std::vector<StepTaken> steps = exploration.Steps();
+        if (!steps.empty()) {
+            exploration.Up(steps.back().Variable);
+            exploration.Press(BrushButton);
+        }
+    });
+}
+
+/// Between two cycles the bar stays, and goes when the command has ended.
+void Workspace::EndPicking() {
+    if (PickedIn == nullptr || Picking != nullptr || Model.IsBusy()) {
+        return;
+    }
+    PickedIn = nullptr;
+    RemoveBars(nullptr);
+    emit pickingChanged(false);
+}
+
+void Workspace::RemoveBars(const DocumentView* except) {
+    for (const Shown& shown : Windows) {
+        if (shown.View != except) {
+            delete shown.View->findChild<BrushingBar*>();
         }
     }
+}
+
+void Workspace::Tile() {
+    SetTabbed(false);
+    Tiled = true;
+    PlaceTiles();
+}
+
+void Workspace::Cascade() {
+    SetTabbed(false);
+    Tiled = false;
+    cascadeSubWindows();
+}
+
+void Workspace::SetTabbed(bool isTabbed) {
+    Tiled = Tiled && !isTabbed;
+    setViewMode(isTabbed ? TabbedView : SubWindowView);
+}
+
+void Workspace::PlaceTiles() {
+    if (!Tiled || IsPlacing || viewMode() == TabbedView) {
+        return;
+    }
+    std::vector<QMdiSubWindow*> frames;
+    for (const Shown& shown : Windows) {
+        if (IsArrangeable(*shown.Frame)) {
+            frames.push_back(shown.Frame);
+        }
+    }
+    IsPlacing = true;
+    const std::vector<WindowPlace> places = TiledPlaces(frames.size(), SizeOf(viewport()->size()));
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        frames[i]->setGeometry(RectangleOf(places[i]));
+    }
+    IsPlacing = false;
+}
+
+void Workspace::SetOptions(const ViewOptions& options) {
+    Look = options;
+    for (const Shown& shown : Windows) {
+        shown.View->SetOptions(options);
+    }
+}
+
+void Workspace::MakeReport() {
+    std::vector<CountedPointer<ResultDocument>> documents;
+    for (const Shown& shown : Windows) {
+        documents.push_back(shown.Document);
+    }
+    ReportDialog(Model, documents, this).exec();
+}
+
+bool Workspace::eventFilter(QObject* watched, QEvent* event) {
+    const auto found = PlaceOf(watched);
+    if (found == Windows.end()) {
+        return QMdiArea::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::Close) {
+        event->ignore();
+        Close(*found->Frame);
+        return true;
+    }
+    const bool isMoved = event->type() == QEvent::Move || event->type() == QEvent::Resize;
+    if (isMoved && !IsPlacing && IsArrangeable(*found->Frame)) {
+        Tiled = false;
+    }
     return QMdiArea::eventFilter(watched, event);
+}
+
+void Workspace::changeEvent(QEvent* event) {
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        setBackground(palette().color(QPalette::Window));
+    }
+}
+
+void Workspace::resizeEvent(QResizeEvent* event) {
+    const bool wasPlacing = std::exchange(IsPlacing, true);
+    QMdiArea::resizeEvent(event);
+    IsPlacing = wasPlacing;
+    PlaceTiles();
+}
+
+bool Workspace::viewportEvent(QEvent* event) {
+    const bool isDone = QMdiArea::viewportEvent(event);
+    if (event->type() == QEvent::Paint && Windows.empty()) {
+        PaintHint();
+    }
+    return isDone;
+}
+
+void Workspace::PaintHint() {
+    const bool isOpen = Model.Present() != nullptr && !Model.Present()->HasEnded();
+    const QString hint =
+        isOpen ? tr("Results appear here.\n\nChoose variables in the Drill-Down dialog, then press a button such as "
+                    "Histograms or Frequency tables.")
+               : tr("Open a data file to begin.");
+    QPainter painter(viewport());
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * 1.2);
+    painter.setFont(large);
+    painter.setPen(palette().color(QPalette::WindowText));
+    constexpr int rim = 40;
+    painter.drawText(viewport()->rect().adjusted(rim, rim, -rim, -rim), Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 
 }  // namespace quillara

@@ -1,40 +1,93 @@
 #pragma once
 
 #include <QMdiArea>
-#include <map>
+#include <QPointer>
+#include <functional>
+#include <vector>
+
+#include "platform/CountedPointer.h"
+#include "workbench/desktop/results/ViewOptions.h"
+#include "workbench/documents/ResultDocument.h"
+
+class QMenu;
 
 namespace quillara {
 
+class BarPicking;
 class DocumentView;
 class ExplorationModel;
-class ResultDocument;
+struct BrushingRun;
 
-/// Where result windows stand: one for each document of the exploration.
+/// Where result windows stand: one for each document of the exploration. Tiled windows stay so, whatever comes, goes or
+/// grows, until one is moved: a dashboard.
 class Workspace : public QMdiArea {
     Q_OBJECT
 
   public:
     /// The model outlives it.
     explicit Workspace(ExplorationModel& model, QWidget* parent = nullptr);
+    ~Workspace() override;
 
     /// The view of a document; null when it has none.
     [[nodiscard]] DocumentView* Find(ResultDocument& document) const;
+    /// Lets the user pick a bar of a graph in its window, in front of the others; false: the user has left.
+    bool PickBar(BrushingRun& run);
+
+    void Tile();
+    void Cascade();
+    void SetTabbed(bool isTabbed);
+    [[nodiscard]] bool IsTiled() const { return Tiled; }
+    /// Closes all documents.
+    void CloseAll();
+    /// Lets the user choose documents for a report, which is saved or printed.
+    void MakeReport();
+    void SetOptions(const ViewOptions& options);
+    [[nodiscard]] const ViewOptions& Options() const { return Look; }
+
+    /// Fills a menu with what can be done with windows, and the windows, whenever it opens. The shortcuts work from now
+    /// on.
+    void FillMenu(QMenu& menu);
+
+  signals:
+    /// Bars are picked, while no other command can be given, or no longer.
+    void pickingChanged(bool isPicking);
 
   protected:
-    /// A window that the user closes closes its document.
+    /// A window that the user closes closes its document; one that the user moves leaves the tiles.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
-    void Add(ResultDocument& document);
-    void Refresh(ResultDocument& document);
-    void Remove(ResultDocument& document);
-
-    ExplorationModel& Model;
     struct Shown {
+        CountedPointer<ResultDocument> Document;
         QMdiSubWindow* Frame;
         DocumentView* View;
     };
-    std::map<ResultDocument*, Shown> Windows;
+
+    void Add(ResultDocument& document);
+    void Place(QMdiSubWindow& frame, const ResultDocument& document);
+    void Refresh(ResultDocument& document);
+    void Remove(ResultDocument& document);
+    void Close(QMdiSubWindow& frame);
+    void BringToFront(QMdiSubWindow& frame);
+    void EndPicking();
+    void RemoveBars(const DocumentView* except);
+    void BrushOnAfterStepUp();
+    void PlaceTiles();
+    void PaintHint();
+    [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const ResultDocument& document) const;
+    [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const QObject* frame) const;
+    void ListWindows(QMenu& menu);
+
+    ExplorationModel& Model;
+    std::vector<Shown> Windows;  // in the order in which they came
+    ViewOptions Look;
+    BarPicking* Picking = nullptr;
+    QMdiSubWindow* PickedIn = nullptr;
+    bool Tiled = false;
+    bool IsPlacing = false;
 };
 
 }  // namespace quillara

@@ -1,0 +1,53 @@
+#include "workbench/exploration/ExploredOutputs.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "workbench/documents/ResultNames.h"
+#include "workbench/exploration/Exploration.h"
+#include "workbench/hosting/StepHistory.h"
+
+namespace quillara {
+namespace {
+
+/// Whether a character of a name may stand in the name of a file anywhere.
+bool IsPlain(char character) {
+    static constexpr std::string_view never = "/\\:*?\"<>|";
+    return static_cast<unsigned char>(character) >= ' ' && never.find(character) == std::string_view::npos;
+}
+
+}  // namespace
+
+OutputCollection OutputsOf(Exploration& exploration, std::vector<CountedPointer<ResultDocument>> documents) {
+    OutputCollection outputs;
+    const DataTable& table = exploration.Table();
+    outputs.FileName = table.FileName;
+    outputs.Cases = table.Cases;
+    outputs.Variables = static_cast<int>(table.Variables.size());
+    outputs.Selected = exploration.Selected();
+    outputs.Steps = StepsOf(&exploration.Analysed()).Taken();
+    std::ranges::sort(documents, {},
+                      [](const auto& document) { return std::tuple(document->Step(), document->Number()); });
+    for (const CountedPointer<ResultDocument>& document : documents) {
+        outputs.Step = document->Step();
+        outputs.Add(document->Content(), document->Origin());
+    }
+    return outputs;
+}
+
+std::string FileNameFor(const ResultDocument& document) {
+    const DocumentOrigin& origin = document.Origin();
+    const Subject& about =
+        std::visit([](const auto& content) -> const Subject& { return content.About; }, document.Content());
+    std::string name(origin.Result.empty() ? NameOfResult(origin.Command) : origin.Result);
+    if (name.empty()) {
+        name = document.Graph() != nullptr ? "chart" : "table";
+    }
+    if (const ShownVariable* variable = about.OnlyVariable()) {
+        name += ' ' + variable->Name;
+    }
+    std::erase_if(name, [](char character) { return !IsPlain(character); });
+    return name;
+}
+
+}  // namespace quillara

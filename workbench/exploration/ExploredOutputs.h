@@ -1,0 +1,20 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/CountedPointer.h"
+#include "workbench/documents/OutputCollection.h"
+
+namespace quillara {
+
+class Exploration;
+
+/// Documents of an exploration with what they were made from, as views and writers take them. They stand in the order
+/// in which they were made; those of a step behind those of the steps before it.
+[[nodiscard]] OutputCollection OutputsOf(Exploration& exploration,
+                                         std::vector<CountedPointer<ResultDocument>> documents);
+
+/// The name of a file for a document, without an end: "frequencies sex".
+[[nodiscard]] std::string FileNameFor(const ResultDocument& document);
+
+}  // namespace quillara

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace quillara {
+
+/// Where a window stands in its area, in pixels.
+struct WindowPlace {
+    int X = 0;
+    int Y = 0;
+    int Width = 0;
+    int Height = 0;
+};
+
+struct WindowSize {
+    int Width = 0;
+    int Height = 0;
+};
+
+/// Places for so many windows side by side that fill an area, row by row; the rows are as high as each other, and the
+/// windows of a last row that has fewer are wider. They are a third wider than high, or as near to it as fills the
+/// area.
+[[nodiscard]] std::vector<WindowPlace> TiledPlaces(std::size_t windows, WindowSize area);
+
+/// A place for a window of a size that covers none of the others, the highest and then the leftmost; where there is
+/// none, the one of several that hides least of them. It lies within the area, and is smaller than asked for only where
+/// the area is.
+[[nodiscard]] WindowPlace FreePlace(const std::vector<WindowPlace>& others, WindowSize wanted, WindowSize area);
+
+}  // namespace quillara
