@@ -16,6 +16,7 @@
 #include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/Surroundings.h"
+#include "workbench/hosting/TableInUse.h"
 
 using quillara::DialogState;
 using quillara::Window;

@@ -36,7 +36,7 @@ class DamagedSources : public testing::TestWithParam<const char*> {
             }
             return "";
         } catch (const DataError& error) {
-            const std::string line = error.what();
+            std::string line = error.what();
             EXPECT_TRUE(line.find('\n') == std::string::npos && line.ends_with('.')) << line;
             return line;
         }
