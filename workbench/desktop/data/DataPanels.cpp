@@ -1,11 +1,11 @@
 #include "workbench/desktop/data/DataPanels.h"
 
-#include <QAction>
 #include <QDockWidget>
 #include <QEvent>
 #include <QMenu>
 #include <utility>
 
+#include "workbench/desktop/data/BottomPanel.h"
 #include "workbench/desktop/data/CaseGridView.h"
 #include "workbench/desktop/data/VariableView.h"
 #include "workbench/desktop/window/MainWindow.h"
@@ -19,10 +19,9 @@ DataPanels::DataPanels(MainWindow& window)
       Menu(&window.Menu(MainWindow::MenuName::Data)),
       Grid(new CaseGridView),
       Dictionary(new VariableView),
-      CaseDock(AddPanel(QStringLiteral("casesPanel"), tr("&Cases"), QKeySequence(tr("Ctrl+1")), Grid)),
+      CaseDock(AddBottomPanel(window, *Menu, QStringLiteral("casesPanel"), tr("&Cases"), tr("Ctrl+1"), Grid)),
       VariableDock(
-          AddPanel(QStringLiteral("variablesPanel"), tr("&Variables"), QKeySequence(tr("Ctrl+2")), Dictionary)) {
-    window.tabifyDockWidget(CaseDock, VariableDock);
+          AddBottomPanel(window, *Menu, QStringLiteral("variablesPanel"), tr("&Variables"), tr("Ctrl+2"), Dictionary)) {
     Grid->Follow(window.Model());
     Dictionary->Follow(window.Model());
     window.installEventFilter(this);
@@ -55,27 +54,6 @@ bool DataPanels::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QObject::eventFilter(watched, event);
-}
-
-/// A panel below the results that is closed at first; the entry of the menu shows and hides it.
-QDockWidget* DataPanels::AddPanel(const QString& name, const QString& title, const QKeySequence& shortcut,
-                                  QWidget* content) {
-    auto* panel = new QDockWidget(QString(title).remove(QLatin1Char('&')), &Window);
-    panel->setObjectName(name);
-    panel->setWidget(content);
-    Window.addDockWidget(Qt::BottomDockWidgetArea, panel);
-    panel->hide();
-    auto* shown = new QAction(title, panel);
-    shown->setObjectName(name + QStringLiteral("Shown"));
-    shown->setCheckable(true);
-    shown->setShortcut(shortcut);
-    connect(shown, &QAction::triggered, panel, [panel](bool isOn) {
-        panel->setVisible(isOn);
-        panel->raise();
-    });
-    connect(panel, &QDockWidget::visibilityChanged, shown, [panel, shown] { shown->setChecked(!panel->isHidden()); });
-    Menu->addAction(shown);
-    return panel;
 }
 
 }  // namespace quillara

@@ -39,7 +39,6 @@ class DataPanels : public QObject {
 
   private:
     void ShowMade(std::shared_ptr<const DataTable> table);
-    QDockWidget* AddPanel(const QString& name, const QString& title, const QKeySequence& shortcut, QWidget* content);
 
     MainWindow& Window;
     QMenu* Menu;

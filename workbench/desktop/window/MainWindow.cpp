@@ -23,6 +23,7 @@
 #include "workbench/desktop/data/DataPanels.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/ModalView.h"
+#include "workbench/desktop/scripts/ScriptPanels.h"
 #include "workbench/desktop/window/ExploreMenu.h"
 #include "workbench/desktop/window/FileReading.h"
 #include "workbench/desktop/window/GuideBar.h"
@@ -89,6 +90,7 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     AddMenus();
     AddToolBar();
     new DataPanels(*this);
+    new ScriptPanels(*this);
     Explored->SetAnswers(
         {[this](Window& window) { return WorkInModal(window, this); },
          [this](BrushingRun& run) { return Area->PickBar(run); },

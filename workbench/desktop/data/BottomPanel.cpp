@@ -1,0 +1,48 @@
+#include "workbench/desktop/data/BottomPanel.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QMenu>
+
+namespace quillara {
+namespace {
+
+/// A panel that stands there already; null for none.
+QDockWidget* AnyBelow(QMainWindow& window) {
+    for (auto* panel : window.findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (window.dockWidgetArea(panel) == Qt::BottomDockWidgetArea) {
+            return panel;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& name, const QString& title,
+                            const QString& shortcut, QWidget* content) {
+    QDockWidget* neighbour = AnyBelow(window);
+    auto* panel = new QDockWidget(QString(title).remove(QLatin1Char('&')), &window);
+    panel->setObjectName(name);
+    panel->setWidget(content);
+    window.addDockWidget(Qt::BottomDockWidgetArea, panel);
+    if (neighbour != nullptr) {
+        window.tabifyDockWidget(neighbour, panel);
+    }
+    panel->hide();
+    auto* shown = new QAction(title, panel);
+    shown->setObjectName(name + QStringLiteral("Shown"));
+    shown->setCheckable(true);
+    shown->setShortcut(QKeySequence(shortcut));
+    QObject::connect(shown, &QAction::triggered, panel, [panel](bool isOn) {
+        panel->setVisible(isOn);
+        panel->raise();
+    });
+    QObject::connect(panel, &QDockWidget::visibilityChanged, shown,
+                     [panel, shown] { shown->setChecked(!panel->isHidden()); });
+    menu.addAction(shown);
+    return panel;
+}
+
+}  // namespace quillara

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+
+class QDockWidget;
+class QMenu;
+
+namespace quillara {
+
+class ConsoleView;
+class MainWindow;
+class ScriptView;
+
+/// The panels of the main window for scripts and for the console, and their menu.
+class ScriptPanels : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Belongs to the window.
+    explicit ScriptPanels(MainWindow& window);
+
+    [[nodiscard]] ScriptView& Script() { return *Scripts; }
+    [[nodiscard]] ConsoleView& Console() { return *Python; }
+    [[nodiscard]] QDockWidget& ScriptPanel() { return *ScriptDock; }
+    [[nodiscard]] QDockWidget& ConsolePanel() { return *ConsoleDock; }
+
+  private:
+    void AddActions();
+
+    QMenu* Menu;
+    ScriptView* Scripts;
+    ConsoleView* Python;
+    QDockWidget* ScriptDock;
+    QDockWidget* ConsoleDock;
+};
+
+}  // namespace quillara
