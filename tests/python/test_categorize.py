@@ -115,3 +115,7 @@ def test_numbers_with_too_many_values_for_categories_are_remarked(recwarn):
             counts = drill.Frequencies.RowNames
             assert (len(counts) < values) == bool(codes)
         assert [each.message.code for each in recwarn] == codes
+        recwarn.clear()
+        with quillara.table({"n": [float(place) for place in range(values)]}).drill(continuous="n") as drill:
+            drill.categorize("n", "distinct")
+        assert [each.message.code for each in recwarn] == codes

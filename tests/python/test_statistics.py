@@ -8,7 +8,7 @@ import subprocess
 import numpy
 import pandas
 import pytest
-from conftest import PROGRAM
+from conftest import PROGRAM, SURVEY
 from scipy import stats
 
 import quillara
@@ -83,6 +83,21 @@ def test_weights_are_fractions_of_cases():
         valid = frame[frame[name].notna()]
         facts = weighted_facts(valid[name].to_numpy(float), valid["fnlwgt"].to_numpy(float))
         assert list(row[NUMBERS]) == close(facts, rel=1e-9)
+
+
+def test_weights_that_sum_to_less_than_the_cases_are_not_scaled():
+    survey = quillara.open(SURVEY)
+    frame = survey.to_pandas()
+    survey.weight = "weight"
+    with survey.drill("sex", "income") as drill:
+        groups = drill.each("sex")["income"]
+        drill.down("sex", "Male")
+        men = drill.distribution().loc["income"]
+    for sex, own in frame[frame["income"].notna()].groupby("sex", observed=True):
+        facts = dict(zip(NUMBERS, weighted_facts(own["income"].to_numpy(float), own["weight"].to_numpy(float))))
+        for name in groups.columns[1:]:
+            assert groups.loc[sex, name] == close(facts[name], rel=1e-9)
+        assert sex != "Male" or (own["weight"].sum() < len(own) and list(men[NUMBERS]) == close(list(facts.values())))
 
 
 @pytest.mark.parametrize("weight", [None, "fnlwgt"])

@@ -221,9 +221,7 @@ void DrillRun::Categorize(const CategorizedVariable& categorized) {
         throw DataError("The variable " + Quoted(categorized.Variable) + " can't be categorized: it " +
                         (isText ? "holds texts." : "is no continuous drill variable; name it in --continuous."));
     }
-    if (const auto remark = RemarkOn(categorized.How, Table.Variables[static_cast<std::size_t>(variable) - 1])) {
-        Notice(*remark);
-    }
+    NoticeCategorization(Session.Analysed(), categorized.How, Table.Variables[static_cast<std::size_t>(variable) - 1]);
     Session.Categorize(variable, categorized.How);
 }
 

@@ -24,7 +24,7 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t MostDistinctValues = 2048;  // that an analysis takes as categories
+constexpr std::size_t MostDistinctValues = 2047;  // that categories are certain to hold; a full set turns to intervals
 constexpr int MostDecimals = 4;
 
 std::string Text(double number) {
@@ -33,6 +33,10 @@ std::string Text(double number) {
 
 std::string Counted(std::int64_t count) {
     return std::to_string(count) + (count == 1 ? " case" : " cases");
+}
+
+bool IsWeightInForce(const TableInUse& data) {
+    return data.IsWeighted && data.WeightVariable && !data.Weights.empty();
 }
 
 /// What rounding the weights to whole numbers changes.
@@ -76,22 +80,48 @@ std::optional<Remark> RoundedWeights(const TableInUse& data) {
                   "--weighted-moments (WeightedMoments in scripts) takes fractions as they are."};
 }
 
+std::optional<Remark> WeightlessCases(const TableInUse& data) {
+    std::int64_t cases = 0;
+    std::int64_t weightless = 0;
+    for (std::int32_t row = 0; row < data.Table().Cases; ++row) {
+        const double weight = data.Weights[static_cast<std::size_t>(row)];
+        const bool isUsed = data.ResultOf(row + 1) == CaseResult::Use;
+        cases += isUsed ? 1 : 0;
+        weightless += isUsed && !(IsPositiveWeight(weight) && std::isfinite(weight)) ? 1 : 0;
+    }
+    if (weightless == 0) {
+        return std::nullopt;
+    }
+    return Remark{"weight-not-positive",
+                  std::to_string(weightless) + " of " + Counted(cases) + (weightless == 1 ? " has" : " have") +
+                      " no positive weight: " + Quoted(data.Table().Variables[*data.WeightVariable].Name) +
+                      " is negative, 0 or missing there, and counts for nothing.",
+                  ""};
+}
+
 bool IsChecked(AnalysisDocument& document, int box) {
     Window* startup = document.StartupWindow();
     const Control* control = startup == nullptr ? nullptr : startup->Find(box);
     return control != nullptr && control->Checked;
 }
 
-/// How many different valid values a variable has among the cases that remain.
-std::size_t DistinctValues(const Variable& variable, const RowSet& rows) {
-    std::unordered_set<double> distinct;
-    rows.ForEachValue(variable.Values, [&](double value) {
-        if (!variable.IsMissing(value)) {
-            distinct.insert(value);
-        }
-    });
-    return distinct.size();
-}
+/// How many different valid values a variable has in some rows, and whether they are too many for an analysis, which
+/// gives its values up when one more arrives at a full set, also a known one.
+struct DistinctValues {
+    DistinctValues(const Variable& variable, const RowSet& rows, bool onlyWhole = false) {
+        std::unordered_set<double> distinct;
+        rows.ForEachValue(variable.Values, [&](double value) {
+            if (!variable.IsMissing(value) && (!onlyWhole || value == std::floor(value))) {
+                AreTooMany = AreTooMany || distinct.size() > MostDistinctValues;
+                distinct.insert(value);
+            }
+        });
+        Count = distinct.size();
+    }
+
+    std::size_t Count = 0;
+    bool AreTooMany = false;
+};
 
 std::int64_t CountBelow(const Variable& variable, const RowSet& rows, double bound) {
     std::int64_t below = 0;
@@ -129,24 +159,38 @@ bool IsChosenAsCategorical(CAnalysisDoc* document, ResultSide side, short variab
     return std::ranges::find(categorical, variable) != categorical.end();
 }
 
-/// A categorical variable turns to intervals at the limit.
-std::optional<Remark> TooManyCategories(AnalysisDocument& document, const Variable& variable) {
-    const std::size_t values = DistinctValues(variable, TableServicesOf(&document).Find({}));
-    if (values < MostDistinctValues) {
+std::optional<Remark> RemarkOnDistinct(const Variable& variable, const DistinctValues& values) {
+    if (!values.AreTooMany) {
         return std::nullopt;
     }
     return Remark{"too-many-categories",
-                  Quoted(variable.Name) + " has " + std::to_string(values) +
-                      " different values, too many for categories (" + std::to_string(MostDistinctValues) +
+                  Quoted(variable.Name) + " has " + std::to_string(values.Count) +
+                      " different values, too many for categories (at most " + std::to_string(MostDistinctValues) +
                       "), and is cut into intervals.",
                   "Name it in --continuous and choose the intervals with --categorize, or group its values."};
 }
 
+/// A categorical variable turns to intervals at the limit.
+std::optional<Remark> TooManyCategories(AnalysisDocument& document, const Variable& variable) {
+    return RemarkOnDistinct(variable, {variable, TableServicesOf(&document).Find({})});
+}
+
 }  // namespace
+
+void NoticeWeightless(AnalysisDocument& document) {
+    const TableInUse& data = TableOf(&document);
+    if (!IsWeightInForce(data)) {
+        return;
+    }
+    if (std::optional<Remark> remark = WeightlessCases(data)) {
+        Notice(&document, std::move(*remark));
+    }
+}
 
 void NoticeWeights(AnalysisDocument& document) {
     const TableInUse& data = TableOf(&document);
-    const bool isInForce = data.IsWeighted && data.WeightVariable && !data.Weights.empty();
+    const bool isInForce = IsWeightInForce(data);
+    NoticeWeightless(document);
     if (isInForce && !IsChecked(document, WeightedMomentsBox)) {
         if (std::optional<Remark> remark = RoundedWeights(data)) {
             Notice(&document, std::move(*remark));
@@ -159,9 +203,16 @@ void NoticeWeights(AnalysisDocument& document) {
     }
 }
 
+void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool onlyWhole) {
+    const RowSet& rows = TableServicesOf(&document).Find({});
+    if (std::optional<Remark> remark = RemarkOnDistinct(variable, DistinctValues(variable, rows, onlyWhole))) {
+        Notice(&document, std::move(*remark));
+    }
+}
+
 void NoticeUnweighted(CAnalysisDoc* document, std::string_view result) {
     const TableInUse& data = TableOf(document);
-    if (data.IsWeighted && data.WeightVariable && !data.Weights.empty()) {
+    if (IsWeightInForce(data)) {
         Notice(document, {"unweighted-result",
                           Quoted(result) + " takes no weight: each case counts once, whatever " +
                               Quoted(data.Table().Variables[*data.WeightVariable].Name) + " is.",

@@ -13,18 +13,24 @@ class CAnalysisDoc;
 namespace quillara {
 
 class AnalysisDocument;
+struct Variable;
 
 /// Makes a remark on the analysis of a document; who listens hears it once.
 void Notice(CAnalysisDoc* document, Remark remark);
 
 /// Remarks on formulas that it begins with or is given.
 void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices);
-/// Remarks on what is in force when results are made: weights that are rounded, a declared weight that isn't used.
+/// Remarks on what is in force when results are made: weights that aren't positive or are rounded, a declared weight
+/// that isn't used.
 void NoticeWeights(AnalysisDocument& document);
+/// Remarks on cases that a weight leaves out.
+void NoticeWeightless(AnalysisDocument& document);
 /// Remarks on a result that counts no weights under a weight, by its name.
 void NoticeUnweighted(CAnalysisDoc* document, std::string_view result);
 /// Remarks on a result of categories: values that the analysis leaves out or counts in the first interval all the same.
 void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject);
+/// Remarks on a variable that is to have a category for each value, or each whole one, and has too many of them.
+void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool onlyWhole);
 /// Remarks on the newest step: what it drops for want of a value.
 void NoticeStep(AnalysisDocument& document, const StepTaken& step);
 

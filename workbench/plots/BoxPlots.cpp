@@ -14,7 +14,7 @@ constexpr double ExtremeDistance = 3.0;
 
 void ShowMeans(BoxStatistics& box, const ValueMoments& moments, const BoxTypeFacts& facts) {
     const double deviation = moments.StandardDeviation;
-    const double error = deviation / std::sqrt(moments.Size());
+    const double error = deviation / std::sqrt(moments.Size);
     const double boxReach = facts.Box == BoxReach::Error ? error : deviation;
     const double whiskerReach = (facts.Whisker == BoxReach::Error ? error : deviation) * facts.WhiskerFactor;
     box.Middle = moments.Mean;
@@ -61,10 +61,10 @@ void ShowQuartiles(BoxStatistics& box, const WeightedValues& sample) {
 
 }  // namespace
 
-SampleQuantiles::SampleQuantiles(const WeightedValues& sample, std::span<const double> shares)
+SampleQuantiles::SampleQuantiles(const WeightedValues& sample, WeightedSize size, std::span<const double> shares)
     : Size(static_cast<double>(sample.Values.size())) {
     if (!sample.Weights.empty()) {
-        PutInOrder(sample);
+        PutInOrder(sample, size);
         return;
     }
     std::vector<std::size_t> places;
@@ -74,7 +74,7 @@ SampleQuantiles::SampleQuantiles(const WeightedValues& sample, std::span<const d
     Unweighted.emplace(sample.Values, places);
 }
 
-void SampleQuantiles::PutInOrder(const WeightedValues& sample) {
+void SampleQuantiles::PutInOrder(const WeightedValues& sample, WeightedSize size) {
     Values.resize(sample.Values.size());
     std::vector<std::size_t> order(Values.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
@@ -84,7 +84,7 @@ void SampleQuantiles::PutInOrder(const WeightedValues& sample) {
         Values[i] = sample.Values[order[i]];
         Reached.push_back(reached += sample.Weights[order[i]]);
     }
-    Size = std::max(reached, Size);
+    Size = size == WeightedSize::SumOfWeights ? reached : std::max(reached, Size);
 }
 
 double SampleQuantiles::WeightedValueAt(double place) const {
@@ -101,7 +101,7 @@ std::pair<double, double> SampleQuantiles::ValuesAt(double place) const {
 }
 
 double SampleQuantiles::At(double share) const {
-    const double place = share * (Size - 1.0);
+    const double place = std::max(share * (Size - 1.0), 0.0);
     const double lower = std::floor(place);
     const auto [low, high] = ValuesAt(lower);
     return std::lerp(low, high, place - lower);

@@ -45,12 +45,13 @@ inline constexpr double Quartiles[] = {0.25, 0.5, 0.75};
 class SampleQuantiles {
   public:
     /// Finds those of some shares, from 0 to 1; no others can be asked for.
-    explicit SampleQuantiles(const WeightedValues& sample, std::span<const double> shares = Quartiles);
+    explicit SampleQuantiles(const WeightedValues& sample, WeightedSize size = WeightedSize::NoFewerThanCases,
+                             std::span<const double> shares = Quartiles);
     /// One of the shares.
     [[nodiscard]] double At(double share) const;
 
   private:
-    void PutInOrder(const WeightedValues& sample);
+    void PutInOrder(const WeightedValues& sample, WeightedSize size);
     /// The values at a whole place from 0 in the sample, and at the next.
     [[nodiscard]] std::pair<double, double> ValuesAt(double place) const;
     [[nodiscard]] double WeightedValueAt(double place) const;

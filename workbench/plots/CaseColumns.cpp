@@ -107,23 +107,21 @@ double SumOfWeights(const WeightedValues& values) {
                                   : std::accumulate(values.Weights.begin(), values.Weights.end(), 0.0);
 }
 
-double ValueMoments::Size() const {
-    return std::max(Weight, static_cast<double>(Cases));
-}
-
 double ScaleFor(double min, double max) {
     constexpr int mostPower = 1000;  // a factor that is itself a double
     const double magnitude = std::max(std::fabs(min), std::fabs(max));
     return magnitude > 0.0 ? std::ldexp(1.0, -std::clamp(std::ilogb(magnitude), -mostPower, mostPower)) : 1.0;
 }
 
-ValueMoments MomentsOf(const WeightedValues& values) {
+ValueMoments MomentsOf(const WeightedValues& values, WeightedSize size) {
     ValueMoments moments;
     if (values.Values.empty()) {
         return moments;
     }
     moments.Cases = static_cast<std::int64_t>(values.Values.size());
     moments.Weight = SumOfWeights(values);
+    const double least = size == WeightedSize::SumOfWeights ? 0.0 : static_cast<double>(moments.Cases);
+    moments.Size = std::max(moments.Weight, least);
     const auto [min, max] = RangeOf(values.Values);
     moments.Min = min;
     moments.Max = max;
@@ -138,8 +136,7 @@ ValueMoments MomentsOf(const WeightedValues& values) {
         return deviation * deviation;
     });
     moments.Mean = mean / scale;
-    const double freedom =
-        moments.Weight - moments.Weight / moments.Size();  // the size less 1, in units of the weights
+    const double freedom = moments.Weight - moments.Weight / moments.Size;  // the size less 1, in units of the weights
     const double variance = freedom > 0.0 ? squares / freedom : 0.0;
     moments.StandardDeviation = std::sqrt(variance) / scale;
     return moments;

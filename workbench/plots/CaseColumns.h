@@ -42,6 +42,12 @@ struct WeightedValues {
 
 [[nodiscard]] double SumOfWeights(const WeightedValues& values);
 
+/// How many cases weighted ones stand for.
+enum class WeightedSize : std::uint8_t {
+    SumOfWeights,
+    NoFewerThanCases,  ///< their sum, scaled up to the number of cases where it is less
+};
+
 /// Count, range, mean and spread of values; of none, all are 0.
 struct ValueMoments {
     std::int64_t Cases = 0;
@@ -49,15 +55,13 @@ struct ValueMoments {
     double Min = 0.0;
     double Max = 0.0;
     double Mean = 0.0;
-    /// The root of the weighted sum of squared deviations divided by Size() - 1; 0 when that isn't positive.
+    double Size = 0.0;  ///< how many cases the weights stand for
+    /// The root of the weighted sum of squared deviations divided by Size - 1; 0 when that isn't positive.
     double StandardDeviation = 0.0;
-
-    /// How many cases the weights stand for: their sum, but no fewer than there are.
-    [[nodiscard]] double Size() const;
 };
 
 /// `values` of any magnitude: no square is too large or too small for a double.
-[[nodiscard]] ValueMoments MomentsOf(const WeightedValues& values);
+[[nodiscard]] ValueMoments MomentsOf(const WeightedValues& values, WeightedSize size = WeightedSize::NoFewerThanCases);
 
 /// A power of two that brings numbers of a range to a magnitude of about 1, without rounding.
 [[nodiscard]] double ScaleFor(double min, double max);

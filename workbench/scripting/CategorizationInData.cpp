@@ -7,6 +7,8 @@
 #include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 
 namespace quillara {
 namespace {
@@ -54,13 +56,15 @@ Categorization InData(const Categorization& chosen, const Variable& variable, st
     return made;
 }
 
-std::optional<Remark> RemarkOn(const Categorization& chosen, const Variable& variable) {
-    const bool isByStep = chosen.Method == StepIntervalsRadio - DistinctValuesRadio && !chosen.Period;
-    if (!isByStep || chosen.StepSize != 0.0) {
-        return std::nullopt;
+void NoticeCategorization(AnalysisDocument& document, const Categorization& chosen, const Variable& variable) {
+    const int radio = DistinctValuesRadio + chosen.Method;
+    if (radio == StepIntervalsRadio && !chosen.Period && chosen.StepSize == 0.0) {
+        Notice(&document, {"no-step", "Steps of 0 make no intervals of the variable " + Quoted(variable.Name) + ".",
+                           "Choose a size above 0."});
     }
-    return Remark{"no-step", "Steps of 0 make no intervals of the variable " + Quoted(variable.Name) + ".",
-                  "Choose a size above 0."};
+    if (radio == DistinctValuesRadio || radio == IntegerCategoriesRadio) {
+        NoticeDistinct(document, variable, radio == IntegerCategoriesRadio);
+    }
 }
 
 }  // namespace quillara

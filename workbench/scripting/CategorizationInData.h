@@ -1,15 +1,15 @@
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string>
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/documents/Remarks.h"
 #include "workbench/scripting/CategorizationOption.h"
 
 namespace quillara {
+
+class AnalysisDocument;
 
 /// A categorization as an analysis takes it for a variable: periods of the calendar become steps or bounds from the
 /// range of its dates in the selected cases (`selection` has an entry for each case, or none). Bounds are upper ones:
@@ -18,7 +18,7 @@ namespace quillara {
 [[nodiscard]] Categorization InData(const Categorization& chosen, const Variable& variable,
                                     std::span<const CaseResult> selection);
 
-/// What to tell of a categorization that can be taken and leaves nothing to see.
-[[nodiscard]] std::optional<Remark> RemarkOn(const Categorization& chosen, const Variable& variable);
+/// Remarks on a categorization that can be chosen for a variable and doesn't come to what it says.
+void NoticeCategorization(AnalysisDocument& document, const Categorization& chosen, const Variable& variable);
 
 }  // namespace quillara

@@ -129,16 +129,17 @@ std::vector<SpreadsheetDocument> GroupsSideBySide(StepTaker& steps, AnalysisDocu
     GroupWalk walk(steps, document, variables);
     const SubsetStatistics whole(document);
     GroupTables tables = whole.GroupsBy(variables);
-    auto left = static_cast<std::int64_t>(whole.Subset().Count());
+    const std::int64_t cases = whole.Counted().Cases;
+    std::int64_t left = cases;
     walk.Arrived = [&](const std::vector<std::string>& categories, const SubsetStatistics& found) {
         tables.Add(categories, found.Subset());
-        left -= static_cast<std::int64_t>(found.Subset().Count());
+        left -= found.Counted().Cases;
     };
     {
         const StepsAside aside(document);
         walk.Run();
     }
-    TellOfRest(document, variables, left, static_cast<std::int64_t>(whole.Subset().Count()));
+    TellOfRest(document, variables, left, cases);
     return tables.Documents();
 }
 

@@ -186,9 +186,7 @@ void ScriptedAnalysis::Categorize(std::size_t variable, const std::string& metho
     const Categorization asked = ParseCategorization(method);
     CheckCanBeCategorized(actions, chosen);
     const Categorization entered = InData(asked, chosen, TableOf(&Held->Document).Selection);
-    if (auto remark = RemarkOn(asked, chosen)) {
-        Notice(&Held->Document, std::move(*remark));
-    }
+    NoticeCategorization(Held->Document, asked, chosen);
     LeaveBoundaries(actions);
     EnterCategorization(actions, entered);
     StoreShownPage(actions);

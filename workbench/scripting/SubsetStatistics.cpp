@@ -9,6 +9,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/TableInUse.h"
@@ -69,6 +70,7 @@ SubsetStatistics::SubsetStatistics(AnalysisDocument& document)
       Variables(OpenIn(document)) {}
 
 std::vector<SpreadsheetDocument> SubsetStatistics::Distributions() const {
+    NoticeWeightless(Document);
     std::vector<SpreadsheetDocument> tables;
     if (!Variables.Continuous.empty()) {
         tables.push_back(DistributionTable(Scope(), Variables.Continuous));
@@ -80,6 +82,7 @@ std::vector<SpreadsheetDocument> SubsetStatistics::Distributions() const {
 }
 
 std::optional<SpreadsheetDocument> SubsetStatistics::DistributionOf(std::optional<std::size_t> variable) const {
+    NoticeWeightless(Document);
     if (!variable) {
         return Variables.Continuous.empty() ? std::nullopt
                                             : std::optional(DistributionTable(Scope(), Variables.Continuous));
@@ -88,6 +91,7 @@ std::optional<SpreadsheetDocument> SubsetStatistics::DistributionOf(std::optiona
 }
 
 std::optional<SpreadsheetDocument> SubsetStatistics::WhatDiffers() const {
+    NoticeWeightless(Document);
     RowSet rest = TableServicesOf(&Document).Find({});
     const std::span<std::uint64_t> bits = rest.Bits();
     std::ranges::transform(bits, Remaining.Bits(), bits.begin(),
@@ -102,14 +106,17 @@ std::optional<SpreadsheetDocument> SubsetStatistics::WhatDiffers() const {
 }
 
 CrossTable SubsetStatistics::CrossOf(const CrossVariable& rows, const CrossVariable& columns) const {
+    NoticeWeightless(Document);
     return CrossTableOf(Table, rows, columns, Remaining, Weights);
 }
 
 GraphDocument SubsetStatistics::BoxesBy(std::size_t variable, const CrossVariable& by, BoxType type) const {
+    NoticeWeightless(Document);
     return BoxesByGroup(Scope(), variable, by, type);
 }
 
 GroupTables SubsetStatistics::GroupsBy(const std::vector<std::string>& names) const {
+    NoticeWeightless(Document);
     ComparedVariables others = Variables;
     for (const std::string& name : names) {
         std::erase(others.Categorical, Table.IndexOf(name));

@@ -94,7 +94,7 @@ Association AssociationOf(const std::vector<double>& counts, std::size_t columns
 
 double CrossTable::SmallestExpected() const {
     if (Counts.empty()) {
-        return 0.0;
+        return Undefined;
     }
     return std::ranges::min(Rows.Totals) * std::ranges::min(Columns.Totals) / Total;
 }

@@ -39,7 +39,7 @@ struct CrossTable {
     [[nodiscard]] double ExpectedAt(std::size_t row, std::size_t column) const {
         return Rows.Totals[row] * Columns.Totals[column] / Total;
     }
-    [[nodiscard]] double SmallestExpected() const;  ///< 0 of a table without cells
+    [[nodiscard]] double SmallestExpected() const;  ///< NaN of a table without cells
 };
 
 /// A variable of a cross table, by its index, and how it is cut.

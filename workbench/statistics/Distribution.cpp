@@ -10,7 +10,7 @@ namespace quillara {
 namespace {
 
 double SkewnessOf(const WeightedValues& sample, const ValueMoments& moments) {
-    const double size = moments.Size();
+    const double size = moments.Size;
     const double deviation = moments.StandardDeviation;
     if (!(size > 2.0) || !(deviation > 0.0)) {
         return Undefined;
@@ -30,10 +30,14 @@ double SkewnessOf(const WeightedValues& sample, const ValueMoments& moments) {
 
 }  // namespace
 
+double DeviationOf(const ValueMoments& moments) {
+    return moments.Cases > 1 && moments.Size > 1.0 ? moments.StandardDeviation : Undefined;
+}
+
 Distribution DistributionOf(const Variable& variable, const RowSet& rows, const CaseWeights& weights) {
     const CountedCases counted = CountCases(rows, weights);
     const WeightedValues sample = ValidValues(variable, rows, weights);
-    const ValueMoments moments = MomentsOf(sample);
+    const ValueMoments moments = MomentsOf(sample, WeightedSize::SumOfWeights);
     Distribution found;
     found.Cases = moments.Cases;
     found.Weight = moments.Weight;
@@ -42,16 +46,16 @@ Distribution DistributionOf(const Variable& variable, const RowSet& rows, const 
     if (moments.Cases == 0) {
         return found;
     }
-    SampleQuantiles quantiles(sample);
     found.Mean = moments.Mean;
     found.Minimum = moments.Min;
-    found.LowerQuartile = quantiles.At(0.25);
-    found.Median = quantiles.At(0.5);
-    found.UpperQuartile = quantiles.At(0.75);
     found.Maximum = moments.Max;
-    if (moments.Size() > 1.0) {
-        found.StandardDeviation = moments.StandardDeviation;
+    if (moments.Cases == 1 || moments.Size > 1.0) {
+        const SampleQuantiles quantiles(sample, WeightedSize::SumOfWeights);
+        found.LowerQuartile = quantiles.At(0.25);
+        found.Median = quantiles.At(0.5);
+        found.UpperQuartile = quantiles.At(0.75);
     }
+    found.StandardDeviation = DeviationOf(moments);
     found.Skewness = SkewnessOf(sample, moments);
     return found;
 }

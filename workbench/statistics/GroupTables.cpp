@@ -135,6 +135,9 @@ std::vector<SpreadsheetColumn> GroupTables::PercentColumns(std::size_t place) co
 
 SpreadsheetDocument GroupTables::NumberTable() const {
     SpreadsheetDocument table = Begun(TitleOf(Variables.Continuous, "Continuous variables"));
+    if (!Weights.Variable.empty()) {
+        table.Title.emplace_back(WeightDefinition);
+    }
     for (std::size_t place = 0; place < Variables.Continuous.size(); ++place) {
         Append(NumberColumns(place), Variables.Continuous.size() > 1, table);
     }

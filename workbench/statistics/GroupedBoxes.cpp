@@ -1,5 +1,6 @@
 #include "workbench/statistics/GroupedBoxes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -50,14 +51,15 @@ GroupSamples SamplesOf(const StatisticsScope& scope, const Variable& variable, c
     return found;
 }
 
-std::string Counted(std::int64_t cases) {
-    return std::to_string(cases) + (cases == 1 ? " case" : " cases");
-}
-
 std::string LeftOutText(const GroupSamples& samples) {
     return samples.LeftOut == 0 ? std::string()
-                                : Counted(samples.LeftOut) + " without a value of both" +
+                                : CountText(samples.LeftOut) + " without a value of both" +
                                       (samples.LeftOut == 1 ? " is" : " are") + " left out";
+}
+
+/// As in all box plots.
+bool IsScaledUp(const BoxStatistics& box) {
+    return box.Cases > 1 && box.WeightedCases < static_cast<double>(box.Cases);
 }
 
 }  // namespace
@@ -82,7 +84,10 @@ GraphDocument BoxesByGroup(const StatisticsScope& scope, std::size_t variable, c
     }
     GraphDocument graph;
     graph.Title = {"Box plots of " + shown.Name + " by " + grouping.Name + WeightedBy(plot.Weight)};
-    graph.Title.push_back(Counted(samples.Cases) + (samples.LeftOut == 0 ? "" : "; " + plot.Groups->Note));
+    graph.Title.push_back(CountText(samples.Cases) + (samples.LeftOut == 0 ? "" : "; " + plot.Groups->Note));
+    if (std::ranges::any_of(plot.Boxes, IsScaledUp)) {
+        graph.Title.emplace_back("Weights of a group that sum to less than its cases are scaled up to their number");
+    }
     graph.About.Variables = {{static_cast<int>(variable) + 1, shown.Name, shown.LongName, shown.Kind, {}}};
     graph.Content = std::move(plot);
     return graph;

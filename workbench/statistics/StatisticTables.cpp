@@ -80,17 +80,17 @@ constexpr std::array<CrossMeasure, 5> CrossMeasures{{
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Rows.Totals[row]); },
      [](const CrossTable& /*c*/, std::size_t /*row*/) { return 100.0; },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
-     [](const CrossTable& /*c*/) { return 100.0; }},
+     [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
     {"column percents", "\nPercent of column",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Columns.Totals[column]); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& /*c*/, std::size_t /*column*/) { return 100.0; },
-     [](const CrossTable& /*c*/) { return 100.0; }},
+     [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
     {"total percents", "\nPercent of all",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Total); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
-     [](const CrossTable& /*c*/) { return 100.0; }},
+     [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
     {"expected counts", "\nExpected",
      [](const CrossTable& c, std::size_t row, std::size_t column) { return c.ExpectedAt(row, column); },
      [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
@@ -142,7 +142,7 @@ SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& m
 }
 
 std::string CasesText(const CrossTable& cross) {
-    std::string text = std::to_string(cross.Cases) + (cross.Cases == 1 ? " case" : " cases");
+    std::string text = CountText(cross.Cases);
     if (cross.LeftOut > 0) {
         text += "; " + std::to_string(cross.LeftOut) + " that lack a value or belong to no category are left out";
     }
@@ -201,8 +201,8 @@ std::string RemarkOn(const VariableContrast& contrast) {
             return contrast.CasesInSubset == 0 ? "no valid value in the subset" : "no valid value in the rest";
         case Evidence::FewCases: {
             const bool isSubset = contrast.CasesInSubset <= contrast.CasesInRest;
-            return "only " + std::to_string(isSubset ? contrast.CasesInSubset : contrast.CasesInRest) +
-                   " cases in the " + (isSubset ? "subset" : "rest") + ", too few to rely on";
+            return "only " + CountText(isSubset ? contrast.CasesInSubset : contrast.CasesInRest) + " in the " +
+                   (isSubset ? "subset" : "rest") + ", too few to rely on";
         }
         case Evidence::WithinChance:
             return "no more than chance gives";
@@ -213,6 +213,10 @@ std::string RemarkOn(const VariableContrast& contrast) {
 }
 
 }  // namespace
+
+std::string CountText(std::int64_t cases) {
+    return std::to_string(cases) + (cases == 1 ? " case" : " cases");
+}
 
 SpreadsheetCell CellOf(double number) {
     return std::isfinite(number) ? SpreadsheetCell(number) : SpreadsheetCell();
@@ -226,7 +230,7 @@ SpreadsheetDocument DistributionTable(const StatisticsScope& scope, const std::v
     SpreadsheetDocument table;
     table.Title = {"Distribution of continuous variables" + WeightedBy(scope.Weights.Variable), QuantileDefinition};
     if (!scope.Weights.Variable.empty()) {
-        table.Title.emplace_back("A case counts as so many equal cases as its weight says; N and missing are cases");
+        table.Title.emplace_back(WeightDefinition);
     }
     table.Corner = "Variable";
     for (std::size_t column = 0; column < DistributionColumns.size(); ++column) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -38,8 +39,15 @@ struct StatisticsScope {
 [[nodiscard]] SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts,
                                                 const std::string& weight);
 
+/// "1 case", "2 cases".
+[[nodiscard]] std::string CountText(std::int64_t cases);
+
 /// A number; an empty cell where it isn't defined.
 [[nodiscard]] SpreadsheetCell CellOf(double number);
+
+/// What is said under the title of weighted distributions.
+inline constexpr const char* WeightDefinition =
+    "A case counts as so many equal cases as its weight says, fractions as they are; N and missing are cases";
 
 /// " weighted by wt"; nothing without a weight.
 [[nodiscard]] std::string WeightedBy(const std::string& weight);

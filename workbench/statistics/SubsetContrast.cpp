@@ -111,7 +111,7 @@ void NameRanges(VariableContrast& contrast, const Variable& variable, const Reac
 }
 
 double StandardisedDifference(const ValueMoments& subset, const ValueMoments& rest) {
-    const double scale = std::hypot(subset.StandardDeviation, rest.StandardDeviation) / std::sqrt(2.0);
+    const double scale = std::hypot(DeviationOf(subset), DeviationOf(rest)) / std::sqrt(2.0);
     return scale > 0.0 ? (subset.Mean - rest.Mean) / scale : Undefined;
 }
 
@@ -169,7 +169,8 @@ VariableContrast ContrastOfNumbers(const Variable& variable, const SubsetAndRest
     contrast.IsNumber = true;
     contrast.Distance = gap.Gap();
     contrast.CramersV = Undefined;
-    contrast.Difference = StandardisedDifference(MomentsOf(subset), MomentsOf(rest));
+    contrast.Difference = StandardisedDifference(MomentsOf(subset, WeightedSize::SumOfWeights),
+                                                 MomentsOf(rest, WeightedSize::SumOfWeights));
     contrast.CasesInSubset = std::ssize(subset.Values);
     contrast.CasesInRest = std::ssize(rest.Values);
     NameRanges(contrast, variable, gap);

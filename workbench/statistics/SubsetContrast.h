@@ -37,7 +37,7 @@ struct VariableContrast {
     double Distance = 0.0;
     double CramersV = 0.0;  ///< of subset or rest by category; NaN for numbers, and where it isn't defined
     /// The mean of the subset less that of the rest, over the root of the mean of their variances; NaN for categories,
-    /// and where it isn't defined.
+    /// and where it isn't defined, as that of one case.
     double Difference = 0.0;
     std::vector<SharePair> Over;  ///< what the subset has more of, the largest difference first; few of them
     std::vector<SharePair> Under;  ///< and less

@@ -34,7 +34,7 @@ struct Cut {
 class ValueGroups {
   public:
     static constexpr std::int32_t NoGroup = -1;
-    static constexpr std::size_t MostGroups = 2048;
+    static constexpr std::size_t MostGroups = 2047;
 
     /// Without a cut of one's own: each value of texts, of labelled variables and of few distinct values; about ten
     /// round intervals of others. Throws DataError when there would be more than MostGroups.
