@@ -11,8 +11,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
@@ -126,6 +128,45 @@ TEST_F(DataPanelsTest, VariablesHaveTheirDistribution) {
     EXPECT_EQ(text(VariableModel::Values), "F = Female, M = Male");
     EXPECT_EQ(field(VariableModel::Distribution, VariableModel::BarsRole).toList().size(), 2);
     Picture(Main, "/variables.png");
+}
+
+TEST_F(DataPanelsTest, EditedLabelsMakeAnotherTable) {
+    VariableView& view = Panels->Variables();
+    Panels->VariablePanel().raise();
+    VariableModel& model = view.Model();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !model.Summarizing().IsRunning(); }));
+    const DataTable& table = Main.Model().Present()->Table();
+    const int region = static_cast<int>(table.IndexOf("region"));
+    const std::string before = table.Variables[table.IndexOf("region")].LongName;
+    const auto doubleClick = [&](int column) {
+        const QPoint place = view.visualRect(model.index(region, column)).center();
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+    };
+    doubleClick(VariableModel::Label);
+    auto* field = view.findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    field->selectAll();
+    QTest::keyClicks(field, "Where they live");
+    QTest::keyClick(field, Qt::Key_Return);
+    QTimer::singleShot(0, [] {
+        auto* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QTableWidget*>("valueLabels")->item(0, 1)->setText("Far north");
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    doubleClick(VariableModel::Values);
+    EXPECT_TRUE(model.HasEdits());
+    EXPECT_TRUE(model.index(region, VariableModel::Values).data().toString().startsWith("1 = Far north, 2 ="));
+    Picture(Main, "/labels-edited.png");
+    QTest::mouseClick(Panels->VariablePanel().findChild<QPushButton*>("keepEdits"), Qt::LeftButton);
+    EXPECT_FALSE(model.HasEdits());
+    EXPECT_EQ(model.index(region, VariableModel::Label).data().toString().toStdString(), before);
+    EXPECT_EQ(table.Variables[table.IndexOf("region")].LongName, before);
+    ASSERT_EQ(Panels->MadeTables().size(), 1U);
+    const DataTable& made = *Panels->MadeTables().front()->findChild<CaseGridView*>()->Model().Table();
+    EXPECT_EQ(made.Variables[made.IndexOf("region")].LongName, "Where they live");
+    EXPECT_EQ(*made.Variables[made.IndexOf("region")].LabelOf(1), "Far north");
 }
 
 TEST_F(DataPanelsTest, ATableThatIsMadeIsSavedBeforeItIsLost) {

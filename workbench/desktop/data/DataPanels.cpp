@@ -3,10 +3,12 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QMenu>
+#include <QVBoxLayout>
 #include <utility>
 
 #include "workbench/desktop/data/BottomPanel.h"
 #include "workbench/desktop/data/CaseGridView.h"
+#include "workbench/desktop/data/LabelEditBar.h"
 #include "workbench/desktop/data/VariableView.h"
 #include "workbench/desktop/window/MainWindow.h"
 #include "workbench/desktop/window/Workspace.h"
@@ -20,15 +22,19 @@ DataPanels::DataPanels(MainWindow& window)
       Grid(new CaseGridView),
       Dictionary(new VariableView),
       CaseDock(AddBottomPanel(window, *Menu, QStringLiteral("casesPanel"), tr("&Cases"), tr("Ctrl+1"), Grid)),
-      VariableDock(
-          AddBottomPanel(window, *Menu, QStringLiteral("variablesPanel"), tr("&Variables"), tr("Ctrl+2"), Dictionary)) {
+      VariableDock(AddBottomPanel(window, *Menu, QStringLiteral("variablesPanel"), tr("&Variables"), tr("Ctrl+2"),
+                                  MakeVariablePage())) {
     Grid->Follow(window.Model());
     Dictionary->Follow(window.Model());
     window.installEventFilter(this);
+    connect(&Dictionary->Model(), &VariableModel::tableEdited, this,
+            [this](const std::shared_ptr<const DataTable>& table) {
+                ShowMade(table, tr("Edited table %1").arg(++Edited));
+            });
     connect(&window.Model(), &ExplorationModel::tableMade, this, [this](const std::shared_ptr<const DataTable>& table) {
         // The command that has made it still runs.
         QMetaObject::invokeMethod(
-            this, [this, table] { ShowMade(table); }, Qt::QueuedConnection);
+            this, [this, table] { ShowMade(table, tr("Cases that remain %1").arg(++Made)); }, Qt::QueuedConnection);
     });
 }
 
@@ -37,14 +43,25 @@ std::vector<MadeTableWindow*> DataPanels::MadeTables() const {
     return {open.begin(), open.end()};
 }
 
-void DataPanels::ShowMade(std::shared_ptr<const DataTable> table) {
-    auto* shown = new MadeTableWindow(std::move(table), tr("Cases that remain %1").arg(++Made), Answering);
+QWidget* DataPanels::MakeVariablePage() {
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new LabelEditBar(Dictionary->Model(), page));
+    layout->addWidget(Dictionary);
+    return page;
+}
+
+void DataPanels::ShowMade(std::shared_ptr<const DataTable> table, const QString& name) {
+    auto* shown = new MadeTableWindow(std::move(table), name, Answering);
     Window.Results().addSubWindow(shown);
     shown->show();
 }
 
 bool DataPanels::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &Window && event->type() == QEvent::Close) {
+        Dictionary->Model().KeepEdits();
         for (MadeTableWindow* table : MadeTables()) {
             Window.Results().setActiveSubWindow(table);
             if (!table->MayClose()) {

@@ -38,7 +38,8 @@ class DataPanels : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void ShowMade(std::shared_ptr<const DataTable> table);
+    QWidget* MakeVariablePage();
+    void ShowMade(std::shared_ptr<const DataTable> table, const QString& name);
 
     MainWindow& Window;
     QMenu* Menu;
@@ -48,6 +49,7 @@ class DataPanels : public QObject {
     QDockWidget* VariableDock;
     MadeTableWindow::Answers Answering = MadeTableWindow::AnswersOfUser();
     int Made = 0;
+    int Edited = 0;
 };
 
 }  // namespace quillara

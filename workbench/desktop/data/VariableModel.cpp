@@ -3,12 +3,18 @@
 #include <QLocale>
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <map>
 #include <utility>
+
+#include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {
 
 constexpr std::size_t MostValuesTold = 40;
+constexpr std::size_t MostEdited = 1000;
+constexpr std::size_t MostUnlabelled = 100;
 
 struct ColumnTitle {
     const char* Title;
@@ -18,11 +24,12 @@ struct ColumnTitle {
 constexpr std::array<ColumnTitle, VariableModel::ColumnCount> Titles{{
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Name"), QT_TRANSLATE_NOOP("quillara::VariableModel", "Name")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Label"),
-     QT_TRANSLATE_NOOP("quillara::VariableModel", "What the variable is about")},
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "What the variable is about; double-click to write another label")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Type"),
      QT_TRANSLATE_NOOP("quillara::VariableModel", "What its values are")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Values"),
-     QT_TRANSLATE_NOOP("quillara::VariableModel", "Value labels, or where the values lie")},
+     QT_TRANSLATE_NOOP("quillara::VariableModel",
+                       "Value labels, or where the values lie; double-click to write labels")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Missing values"),
      QT_TRANSLATE_NOOP("quillara::VariableModel", "Values that stand for missing data, and the cases that have them")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Missing"),
@@ -71,12 +78,35 @@ QString ListOfValues(const VariableSummary& summary) {
     return summary.Values.size() > MostValuesTold ? list + QStringLiteral("\n...") : list;
 }
 
+/// Values with texts of their own, and of few numbers those without.
+std::vector<EditedValue> EditableOf(const Variable& variable, const VariableSummary& summary) {
+    std::map<double, QString> written;
+    for (const LabelledValue& value : summary.Values) {
+        written[value.Number] = QString::fromStdString(value.Text);
+    }
+    if (variable.Kind == ValueKind::Number && summary.Spread.Distinct <= MostUnlabelled) {
+        VisitValues(variable.Values, [&](double value) {
+            if (!variable.IsMissing(value)) {
+                written.try_emplace(value, QString::fromStdString(ExactNumberText(value)));
+            }
+        });
+    }
+    std::vector<EditedValue> values;
+    if (written.size() <= MostEdited) {
+        std::ranges::transform(written, std::back_inserter(values), [](const auto& value) {
+            return EditedValue{value.first, value.second, {}};
+        });
+    }
+    return values;
+}
+
 }  // namespace
 
 VariableModel::VariableModel(QObject* parent) : QAbstractTableModel(parent), Work(new BackgroundWork(this)) {}
 
 void VariableModel::Show(std::shared_ptr<const DataTable> table) {
     Work->Cancel();
+    KeepEdits();
     beginResetModel();
     Shown = std::move(table);
     Found.assign(Shown == nullptr ? 0 : Shown->Variables.size(), std::nullopt);
@@ -99,6 +129,7 @@ VariableModel::Facts VariableModel::FactsOf(const Variable& variable) {
     facts.Summary = SummaryOf(variable);
     facts.Values = ShownValuesOf(facts.Summary);
     facts.MissingValues = ShownMissingOf(facts.Summary);
+    facts.Editable = EditableOf(variable, facts.Summary);
     facts.Summary.Values.resize(std::min(facts.Summary.Values.size(), MostValuesTold + 1));
     return facts;
 }
@@ -111,6 +142,78 @@ void VariableModel::Take(const std::shared_ptr<const DataTable>& table, std::siz
     const int row = static_cast<int>(variable);
     emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
     Summarize();
+}
+
+std::vector<EditedValue> VariableModel::ValuesOf(std::size_t variable) const {
+    if (!Found[variable]) {
+        return {};
+    }
+    std::vector<EditedValue> values = Found[variable]->Editable;
+    for (EditedValue& value : values) {
+        value.Texts = Edits.TextsOf(*Shown, variable, value.Value);
+    }
+    return values;
+}
+
+void VariableModel::SetValues(std::size_t variable, const std::vector<EditedValue>& values) {
+    for (const EditedValue& value : values) {
+        Edits.SetTexts(*Shown, variable, value.Value, value.Texts);
+    }
+    ShowValues(variable);
+    emit editsChanged();
+}
+
+/// With the edits, which the summary of the table doesn't know.
+void VariableModel::ShowValues(std::size_t variable) {
+    const bool isText = Shown->Variables[variable].Kind == ValueKind::Text;
+    Facts& facts = *Found[variable];
+    facts.Summary.Values.clear();
+    for (const EditedValue& value : ValuesOf(variable)) {
+        const std::string written = value.Written.toStdString();
+        if (isText || !value.Texts.Label.empty() || !value.Texts.Description.empty()) {
+            const std::string& label = isText && value.Texts.Label.empty() ? written : value.Texts.Label;
+            facts.Summary.Values.push_back({value.Value, written, label, value.Texts.Description});
+        }
+    }
+    facts.Values = ShownValuesOf(facts.Summary);
+    const int row = static_cast<int>(variable);
+    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+}
+
+void VariableModel::KeepEdits() {
+    if (HasEdits()) {
+        const std::shared_ptr<const DataTable> edited = Edits.Apply(*Shown);
+        DropEdits();
+        emit tableEdited(edited);
+    }
+}
+
+void VariableModel::DropEdits() {
+    Edits.Clear();
+    for (std::size_t variable = 0; variable < Found.size(); ++variable) {
+        if (Found[variable] && !Found[variable]->Editable.empty()) {
+            ShowValues(variable);
+        }
+    }
+    if (rowCount() > 0) {
+        emit dataChanged(index(0, Label), index(rowCount() - 1, Label));
+    }
+    emit editsChanged();
+}
+
+Qt::ItemFlags VariableModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags plain = QAbstractTableModel::flags(index);
+    return index.column() == Label ? plain | Qt::ItemIsEditable : plain;
+}
+
+bool VariableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid() || index.column() != Label || role != Qt::EditRole) {
+        return false;
+    }
+    Edits.SetLabel(*Shown, static_cast<std::size_t>(index.row()), value.toString().trimmed().toStdString());
+    emit dataChanged(index, index);
+    emit editsChanged();
+    return true;
 }
 
 int VariableModel::rowCount(const QModelIndex& parent) const {
@@ -129,7 +232,7 @@ QString VariableModel::TextOf(std::size_t variable, int column) const {
         case Name:
             return QString::fromStdString(shown.Name);
         case Label:
-            return QString::fromStdString(shown.LongName);
+            return QString::fromStdString(Edits.LabelOf(*Shown, variable));
         case Type:
             return NameOf(shown.Kind);
         case Format:
@@ -161,6 +264,7 @@ QVariant VariableModel::data(const QModelIndex& index, int role) const {
     const auto variable = static_cast<std::size_t>(index.row());
     switch (role) {
         case Qt::DisplayRole:
+        case Qt::EditRole:
             return TextOf(variable, index.column());
         case Qt::ToolTipRole:
             return TipOf(variable, index.column());

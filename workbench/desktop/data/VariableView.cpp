@@ -24,6 +24,7 @@ VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new 
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
+    connect(this, &QAbstractItemView::activated, this, &VariableView::EditValues);
     connect(&Variables->Summarizing(), &BackgroundWork::ended, this, [this] {
         if (!Variables->Summarizing().IsRunning()) {
             FitColumns();
@@ -56,6 +57,22 @@ void VariableView::Show(std::shared_ptr<const DataTable> table) {
 void VariableView::showEvent(QShowEvent* event) {
     QTableView::showEvent(event);
     Variables->Summarize();
+}
+
+void VariableView::EditValues(const QModelIndex& field) {
+    const auto variable = static_cast<std::size_t>(field.row());
+    if (field.column() != VariableModel::Values || findChild<ValueLabelsDialog*>() != nullptr) {
+        return;
+    }
+    std::vector<EditedValue> values = Variables->ValuesOf(variable);
+    if (values.empty()) {
+        return;
+    }
+    const std::shared_ptr<const DataTable> table = Variables->Table();
+    ValueLabelsDialog dialog(QString::fromStdString(table->Variables[variable].Name), std::move(values), this);
+    if (dialog.exec() == QDialog::Accepted && table == Variables->Table()) {
+        Variables->SetValues(variable, dialog.Edited());
+    }
 }
 
 void VariableView::FitColumns() {

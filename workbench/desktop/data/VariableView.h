@@ -8,7 +8,7 @@ namespace quillara {
 
 class ExplorationModel;
 
-/// The variables of a table, each with a small histogram.
+/// The variables of a table, each with a small histogram. A double click edits labels.
 class VariableView : public QTableView {
     Q_OBJECT
 
@@ -26,6 +26,7 @@ class VariableView : public QTableView {
   private:
     void Refresh(ExplorationModel& model);
     void FitColumns();
+    void EditValues(const QModelIndex& field);
 
     VariableModel* Variables;
 };

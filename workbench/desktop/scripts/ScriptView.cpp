@@ -240,7 +240,7 @@ void ScriptView::Print(const QByteArray& bytes, bool isError) {
     QTextCharFormat format;
     if (isError) {
         const bool isDark = palette().color(QPalette::Base).lightness() < 128;
-        format.setForeground(isDark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB3, 0x1D, 0x28));
+        format.setForeground(isDark ? QColor(0xE3, 0xB3, 0x41) : QColor(0x8A, 0x5A, 0x00));
     }
     end.insertText(QString::fromUtf8(bytes), format);
 }
