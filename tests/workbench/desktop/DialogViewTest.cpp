@@ -11,6 +11,8 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
+#include <QWindow>
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
@@ -170,6 +172,34 @@ TEST_F(Dialogs, AListKeepsItsRowsAndPlaceWhenNothingOfItHasChanged) {
     EXPECT_EQ(list.verticalScrollBar()->value(), 7);
     EXPECT_EQ(list.palette().color(QPalette::Inactive, QPalette::Highlight),
               list.palette().color(QPalette::Active, QPalette::Highlight));
+}
+
+TEST_F(Dialogs, AccessKeysReachTheButtonsOfThePageThatIsShown) {
+    QWindow* main = Survey.Main.windowHandle();
+    const auto isSoon = [](const std::function<bool()>& holds) { return QTest::qWaitFor(holds, 2000); };
+    At<ReorderList>(DrillDownListControl).setFocus();
+    QTest::keyClick(main, Qt::Key_D, Qt::AltModifier);  // here the dialog goes before menus
+    EXPECT_TRUE(isSoon([&] { return Survey.Startup().At(CasewiseBox).Checked; }));
+    At<QTabWidget>(PageTabs).setCurrentIndex(3);
+    QTest::keyClick(main, Qt::Key_R, Qt::AltModifier);  // also that of a button of two other pages
+    EXPECT_TRUE(isSoon([&] { return Survey.Startup().At(MedianQuartileRangeBox).Checked; }));
+    Categorize();
+    Click(Survey.Dialog(), StepIntervalsRadio);
+    Click(Survey.Dialog(), StartAtMinimumBox);
+    QTest::keyClick(main, Qt::Key_R, Qt::AltModifier);  // of a label: goes to its field
+    EXPECT_TRUE(At<QLineEdit>(StepStartField).hasFocus());
+    At<QLineEdit>(StepStartField).selectAll();
+    QTest::keyClicks(&At<QLineEdit>(StepStartField), QStringLiteral("5.5"));
+    QTimer choose;
+    QObject::connect(&choose, &QTimer::timeout, [] {
+        if (QWidget* categories = QApplication::activeModalWidget()) {
+            QTest::keyClick(categories, Qt::Key_Return);
+        }
+    });
+    choose.start(10);
+    QTest::keyClick(main, Qt::Key_N, Qt::AltModifier);  // down, with what has been typed
+    ASSERT_TRUE(isSoon([&] { return !Survey.Main.Model().Present()->Steps().empty(); }));
+    EXPECT_EQ(Survey.Main.Model().Present()->Steps().front().Category, "17.5<=x<18.5");
 }
 
 TEST(ResultColour, CanBeReadOnAnyBackground) {

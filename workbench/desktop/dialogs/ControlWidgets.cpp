@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QWheelEvent>
 #include <string_view>
 
 #include "workbench/desktop/dialogs/ControlTips.h"
@@ -54,8 +55,18 @@ QWidget* MakeLines(QWidget* parent) {
     return lines;
 }
 
+/// The wheel scrolls what is around a field, and changes only the one that is being worked in.
+class WholeField : public QSpinBox {
+  public:
+    using QSpinBox::QSpinBox;
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override { hasFocus() ? QSpinBox::wheelEvent(event) : event->ignore(); }
+};
+
 QWidget* MakeWhole(QWidget* parent) {
-    auto* field = new QSpinBox(parent);
+    auto* field = new WholeField(parent);
+    field->setFocusPolicy(Qt::StrongFocus);
     field->setCorrectionMode(QAbstractSpinBox::CorrectToNearestValue);
     return field;
 }

@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QFocusEvent>
-#include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -69,6 +69,7 @@ void DialogView::AddPage(const DialogResource& resource, QWidget* content) {
             radios->addButton(radio);
         }
         Connect(control, *widget);
+        widget->installEventFilter(this);
     }
     for (const auto& [control, widget] : Pages[place].Widgets) {
         if (control->Kind == ControlKind::GroupBox) {
@@ -144,7 +145,6 @@ void DialogView::ConnectField(int id, QWidget& widget) {
         }
     });
     connect(line, &QLineEdit::editingFinished, this, [this, line] { EndTyping(*line); });
-    line->installEventFilter(this);
 }
 
 /// The field shows what has become of what was typed.
@@ -246,19 +246,70 @@ void DialogView::resizeEvent(QResizeEvent* event) {
     PlaceAll();
 }
 
-/// Pages are resized by their tabs; a field that is left shows its number, also when what was typed isn't one.
 bool DialogView::eventFilter(QObject* watched, QEvent* event) {
-    const auto page = std::ranges::find(Pages, watched, [](const Page& each) -> QObject* { return each.Content; });
-    if (event->type() == QEvent::Resize && page != Pages.end() && !IsPlacing) {
-        PlaceWidgets(*page->Resource, page->Widgets, *page->Content, page->Content->size());
-    }
-    if (auto* line = qobject_cast<QLineEdit*>(watched); line != nullptr && event->type() == QEvent::FocusOut) {
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-            EndTyping(*line);
-        }
+    switch (event->type()) {
+        case QEvent::Resize:
+            PlacePage(watched);
+            break;
+        case QEvent::FocusOut:
+            LeaveField(watched, static_cast<QFocusEvent*>(event)->reason());
+            break;
+        case QEvent::ShortcutOverride:
+            event->setAccepted(WithAccessKey(*static_cast<QKeyEvent*>(event)) != nullptr);
+            break;
+        case QEvent::KeyPress:
+            return UseAccessKey(*static_cast<QKeyEvent*>(event));
+        default:
+            break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// Pages are resized by their tabs.
+void DialogView::PlacePage(const QObject* content) {
+    const auto page =
+        std::ranges::find(Pages, content, [](const Page& each) -> const QObject* { return each.Content; });
+    if (page != Pages.end() && page->Content != this && !IsPlacing) {
+        PlaceWidgets(*page->Resource, page->Widgets, *page->Content, page->Content->size());
+    }
+}
+
+/// A field of numbers that is left shows its number, also when what was typed isn't one.
+void DialogView::LeaveField(QObject* field, Qt::FocusReason reason) {
+    auto* line = qobject_cast<QLineEdit*>(field);
+    if (line != nullptr && line->validator() != nullptr && reason != Qt::PopupFocusReason &&
+        reason != Qt::ActiveWindowFocusReason) {
+        EndTyping(*line);
+    }
+}
+
+/// What has the access key that is pressed; null: nothing that can be used.
+QWidget* DialogView::WithAccessKey(const QKeyEvent& key) const {
+    if (key.modifiers() != Qt::AltModifier || key.text().isEmpty()) {
+        return nullptr;
+    }
+    const QKeySequence pressed(Qt::AltModifier | static_cast<Qt::Key>(key.key()));
+    for (const PlacedWidget& each : Made) {
+        const auto* button = qobject_cast<QAbstractButton*>(each.Widget);
+        const auto* label = qobject_cast<QLabel*>(each.Widget);
+        const QString text = button != nullptr ? button->text() : label != nullptr ? label->text() : QString();
+        if (each.Widget->isVisible() && each.Widget->isEnabled() && QKeySequence::mnemonic(text) == pressed) {
+            return each.Widget;
+        }
+    }
+    return nullptr;
+}
+
+/// While a person works in the dialog its access keys go before those of menus.
+bool DialogView::UseAccessKey(const QKeyEvent& key) {
+    QWidget* widget = WithAccessKey(key);
+    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        button->setFocus(Qt::ShortcutFocusReason);
+        button->click();
+    } else if (const auto* label = qobject_cast<QLabel*>(widget); label != nullptr && label->buddy() != nullptr) {
+        label->buddy()->setFocus(Qt::ShortcutFocusReason);
+    }
+    return widget != nullptr;
 }
 
 void DialogView::changeEvent(QEvent* event) {

@@ -77,6 +77,10 @@ class DialogView : public QWidget {
     void Type(int id, const std::string& text);
     void TypeNumber(int id, double number);
     void PlaceAll();
+    void PlacePage(const QObject* content);
+    void LeaveField(QObject* field, Qt::FocusReason reason);
+    [[nodiscard]] QWidget* WithAccessKey(const QKeyEvent& key) const;
+    bool UseAccessKey(const QKeyEvent& key);
 
     Window* Shown;
     Act ActIn;

@@ -128,6 +128,7 @@ void ReportList::ShowColumns(const std::vector<ReportColumn>& columns) {
         return;
     }
     Headings = headings;
+    ShownRows.clear();
     setColumnCount(static_cast<int>(labels.size()));
     setHeaderLabels(labels);
     const double scale = fontInfo().pointSizeF() / UsualPointSize * logicalDpiX() / UsualDotsPerInch;
@@ -138,6 +139,10 @@ void ReportList::ShowColumns(const std::vector<ReportColumn>& columns) {
 }
 
 void ReportList::ShowRows(const std::vector<ReportRow>& rows) {
+    if (std::ranges::equal(rows, ShownRows, {}, &ReportRow::Cells, &ReportRow::Cells)) {
+        return;
+    }
+    ShownRows = rows;
     const int count = static_cast<int>(rows.size());
     while (topLevelItemCount() > count) {
         delete takeTopLevelItem(topLevelItemCount() - 1);

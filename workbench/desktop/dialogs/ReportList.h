@@ -43,6 +43,7 @@ class ReportList : public QTreeWidget {
     void ShowRows(const std::vector<ReportRow>& rows);
 
     std::vector<std::string> Headings;
+    std::vector<ReportRow> ShownRows;
     int ShownSelected = -1;
     bool HasGridLines = false;
     bool IsDragging = false;

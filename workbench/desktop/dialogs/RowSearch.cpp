@@ -16,6 +16,11 @@ RowSearch::RowSearch(ReportList& list, QWidget* parent) : QLineEdit(parent), Lis
 
 void RowSearch::Apply(const std::vector<ReportRow>& rows) {
     const std::string sought = text().toStdString();
+    if (sought == Applied && rows.size() == AppliedTo) {
+        return;
+    }
+    Applied = sought;
+    AppliedTo = rows.size();
     for (std::size_t i = 0; i < rows.size(); ++i) {
         List.setRowHidden(static_cast<int>(i), {}, !AnswersSearch(rows[i], sought));
     }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QLineEdit>
+#include <cstddef>
+#include <string>
+#include <vector>
 
 #include "workbench/windows/Control.h"
 
@@ -30,6 +33,8 @@ class RowSearch : public QLineEdit {
 
   private:
     ReportList& List;
+    std::string Applied;  // what is sought in the rows that are shown
+    std::size_t AppliedTo = 0;  // so many rows
 };
 
 }  // namespace quillara
