@@ -7,9 +7,9 @@ namespace quillara {
 
 /// What a control takes along one axis of its dialog: from and to in dialog units, and the pixels that it needs there.
 struct ControlExtent {
-    int From;
-    int To;
-    double Least;
+    int From = 0;
+    int To = 0;
+    double Least = 0;
     bool Grows = false;  ///< takes room that is left over
 };
 

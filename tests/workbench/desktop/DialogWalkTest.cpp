@@ -85,7 +85,8 @@ std::string Faults(DialogView& view) {
     std::ostringstream faults;
     const auto& all = view.All();
     for (std::size_t i = 0; i < all.size(); ++i) {
-        const auto& [control, widget] = all[i];
+        const ControlResource* control = all[i].Control;
+        QWidget* widget = all[i].Widget;
         if (!widget->isVisible()) {
             continue;
         }

@@ -5,7 +5,9 @@
 
 #include <QApplication>
 #include <QCompleter>
+#include <QLineEdit>
 #include <QListView>
+#include <QListWidget>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -19,6 +21,7 @@
 #include "workbench/desktop/dialogs/RowSearch.h"
 #include "workbench/desktop/dialogs/SmallHostViews.h"
 #include "workbench/desktop/dialogs/VariableListsView.h"
+#include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
@@ -28,7 +31,6 @@ namespace quillara {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::StartsWith;
 using Lists = VariableListsDialog;
 
@@ -154,12 +156,19 @@ TEST(HostDialogViews, WeightBoundariesAndDataAreChosen) {
         Picture(*view.window(), QStringLiteral("boundaries"));
     });
 
+    RecentFiles::Add(QStringLiteral("/nowhere/else.csv"));
     survey.InModal(OpenDataButton, [](DialogView& view) {
+        auto* recent = view.findChild<QListWidget*>();
+        QTest::mouseClick(recent->viewport(), Qt::LeftButton, {}, recent->visualItemRect(recent->item(0)).center());
+        EXPECT_EQ(qobject_cast<QLineEdit*>(view.Find(OpenDataDialog::Path))->text(), "/nowhere/else.csv");
+        Picture(*view.window(), QStringLiteral("open-recent"));
+        qobject_cast<QLineEdit*>(view.Find(OpenDataDialog::Path))->clear();
         const std::string path = testing_locations::Sample("orders.csv");
         QTest::keyClicks(view.Find(OpenDataDialog::Path), QString::fromStdString(path));
         QTest::keyClick(view.Find(OpenDataDialog::Path), Qt::Key_Return);
     });
     EXPECT_EQ(survey.Main.Model().Present()->Table().FileName, "orders.csv");
+    EXPECT_TRUE(RecentFiles::All().front().endsWith(QStringLiteral("orders.csv")));
 }
 
 }  // namespace

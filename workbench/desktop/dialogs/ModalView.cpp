@@ -2,46 +2,21 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QHash>
 #include <QMessageBox>
-#include <QSettings>
 #include <QVBoxLayout>
 #include <exception>
 
 #include "platform/WindowMessages.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/HostDialogViews.h"
+#include "workbench/desktop/window/Preferences.h"
 
 namespace quillara {
 namespace {
 
-/// Where windows have stood, by the ids of their resources; kept between runs where the program has a name.
-class DialogPlaces {
-  public:
-    static void Restore(int id, QWidget& dialog) {
-        QByteArray place = Known().value(id);
-        if (place.isEmpty() && IsKept()) {
-            place = QSettings().value(KeyOf(id)).toByteArray();
-        }
-        if (!place.isEmpty()) {
-            dialog.restoreGeometry(place);
-        }
-    }
-    static void Remember(int id, const QWidget& dialog) {
-        Known().insert(id, dialog.saveGeometry());
-        if (IsKept()) {
-            QSettings().setValue(KeyOf(id), dialog.saveGeometry());
-        }
-    }
-
-  private:
-    static QHash<int, QByteArray>& Known() {
-        static QHash<int, QByteArray> known;
-        return known;
-    }
-    static bool IsKept() { return !QCoreApplication::organizationName().isEmpty(); }
-    static QString KeyOf(int id) { return QStringLiteral("dialogs/%1").arg(id); }
-};
+QString PlaceOf(const Window& window) {
+    return QStringLiteral("dialogs/%1").arg(window.Resource().Id);
+}
 
 /// A window of the exploration as a dialog, open as long as the window is.
 class ModalDialog : public QDialog {
@@ -98,10 +73,9 @@ bool WorkInModal(Window& window, QWidget* parent) {
         return true;
     }
     ModalDialog dialog(window, FrontWindow(parent));
-    const int id = window.Resource().Id;
-    DialogPlaces::Restore(id, dialog);
+    dialog.restoreGeometry(Preferences::Shared().Value(PlaceOf(window)).toByteArray());  // the usual one without
     dialog.exec();
-    DialogPlaces::Remember(id, dialog);
+    Preferences::Shared().Remember(PlaceOf(window), dialog.saveGeometry());
     return window.IsClosed();
 }
 

@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -16,6 +17,7 @@
 #include "workbench/desktop/dialogs/MarkIcons.h"
 #include "workbench/desktop/dialogs/ReportList.h"
 #include "workbench/desktop/dialogs/RowSearch.h"
+#include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
 #include "workbench/exploration/BoundaryPreview.h"
@@ -77,13 +79,15 @@ OpenDataView::OpenDataView(Window& window, Act act, QWidget* parent) : DialogVie
     browse->setToolTip(tr("Chooses a data file among those of this computer"));
     browse->setAccessibleName(tr("Browse"));
     connect(browse, &QPushButton::clicked, this, &OpenDataView::Browse);
-    Beside = browse;
+    Chooser = browse;
+    Recent = ListRecent();
     auto* row = new QHBoxLayout;
     row->addWidget(path, 1);
     row->addWidget(browse);
     auto* all = new QVBoxLayout;
     all->addWidget(Find(OpenDataDialog::FromFile));
     all->addLayout(row);
+    all->addWidget(Recent, 1);
     all->addWidget(Find(OpenDataDialog::FromRun));
     all->addWidget(&RoomyList(*this, OpenDataDialog::TableList, 6), 1);
     all->addLayout(Ends(*this));
@@ -94,8 +98,34 @@ OpenDataView::OpenDataView(Window& window, Act act, QWidget* parent) : DialogVie
 
 void OpenDataView::Refresh() {
     DialogView::Refresh();
-    if (TheWindow() != nullptr && Beside != nullptr) {
-        Beside->setEnabled(TheWindow()->At(OpenDataDialog::Path).Enabled);
+    if (TheWindow() != nullptr && Recent != nullptr) {
+        const bool isFile = TheWindow()->At(OpenDataDialog::Path).Enabled;
+        Chooser->setEnabled(isFile);
+        Recent->setEnabled(isFile);
+    }
+}
+
+/// A click takes a path; a double click opens it.
+QListWidget* OpenDataView::ListRecent() {
+    auto* list = new QListWidget(this);
+    list->addItems(RecentFiles::All());
+    list->setVisible(list->count() > 0);
+    list->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    list->setTextElideMode(Qt::ElideMiddle);
+    list->setAccessibleName(tr("Recent files"));
+    list->setToolTip(tr("The files that were open last. A double click opens one"));
+    connect(list, &QListWidget::currentTextChanged, this,
+            [this](const QString& path) { static_cast<QLineEdit*>(Find(OpenDataDialog::Path))->setText(path); });
+    connect(list, &QListWidget::itemDoubleClicked, this, [this](const QListWidgetItem* item) { Open(item->text()); });
+    return list;
+}
+
+/// A file that has been opened is remembered.
+void OpenDataView::Click(int id) {
+    DialogView::Click(id);
+    Window* window = TheWindow();
+    if (window != nullptr && window->CloseResult() == OkCommand && window->At(OpenDataDialog::FromFile).Checked) {
+        RecentFiles::Add(QString::fromStdString(window->At(OpenDataDialog::Path).Text));
     }
 }
 

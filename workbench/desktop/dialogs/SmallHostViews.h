@@ -3,6 +3,7 @@
 #include "workbench/desktop/dialogs/DialogView.h"
 
 class QLabel;
+class QListWidget;
 
 namespace quillara {
 
@@ -30,11 +31,16 @@ class OpenDataView : public DialogView {
 
     void Refresh() override;
 
+  protected:
+    void Click(int id) override;
+
   private:
+    [[nodiscard]] QListWidget* ListRecent();
     void Browse();
     void Open(const QString& path);
 
-    QWidget* Beside = nullptr;  // the button of the chooser
+    QWidget* Chooser = nullptr;  // the button
+    QListWidget* Recent = nullptr;
 };
 
 /// The dialog of boundaries, which shows the ranges that the list gives while it is typed, or what is wrong with it.

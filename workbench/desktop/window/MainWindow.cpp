@@ -94,7 +94,7 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     Explored->SetAnswers(
         {[this](Window& window) { return WorkInModal(window, this); },
          [this](BrushingRun& run) { return Area->PickBar(run); },
-         [this](const QString& text) { QMessageBox::information(this, windowTitle(), text); },
+         [this](const QString& text) { QMessageBox::information(FrontWindow(this), windowTitle(), text); },
          [this](const QString& question, const QString& action) { return Ask(this, question, action); }});
     connect(Area, &Workspace::pickingChanged, Side, &QWidget::setDisabled);
     Connect();
@@ -312,6 +312,7 @@ void MainWindow::ShowDialog() {
     };
     Startup = new DialogView(exploration->Startup(), act);
     auto* scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
     scroll->setWidget(Startup);
     Side->setWidget(scroll);
 }
