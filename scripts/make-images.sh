@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes the pictures of docs/images anew, each by a real run of the program: of the sample survey, and of the real data
 # in the folder that QUILLARA_TEST_DATA names where it is set (else those pictures stay as they are).
+# The pictures of the desktop are made by its tests, where they stand beside the program.
 #   scripts/make-images.sh PROGRAM [FOLDER]
 set -euo pipefail
 
@@ -26,6 +27,13 @@ picture() {
         done
     done
 }
+
+pictures_of_desktop=$(dirname "$program")/desktop-tests
+if [ -x "$pictures_of_desktop" ]; then
+    mkdir -p "$images/desktop"
+    QT_QPA_PLATFORM=offscreen QUILLARA_GUIDE_PICTURES=$(realpath "$images/desktop") \
+        "$pictures_of_desktop" --gtest_filter='GuidePictures.*' >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+fi
 
 small=320x240 usual=900x600 large=2400x1600
 survey=samples/survey.sav

@@ -6,6 +6,8 @@
 #include "workbench/documents/ResultNames.h"
 #include "workbench/exploration/Exploration.h"
 #include "workbench/hosting/StepHistory.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/views/PlainCharts.h"
 
 namespace quillara {
 namespace {
@@ -25,6 +27,9 @@ OutputCollection OutputsOf(Exploration& exploration, std::vector<CountedPointer<
     outputs.Cases = table.Cases;
     outputs.Variables = static_cast<int>(table.Variables.size());
     outputs.Selected = exploration.Selected();
+    if (const TableInUse& data = TableOf(&exploration.Analysed()); data.IsWeighted && data.WeightVariable) {
+        outputs.Settings.push_back("Weight: " + table.Variables[*data.WeightVariable].Name);
+    }
     outputs.Steps = StepsOf(&exploration.Analysed()).Taken();
     std::ranges::sort(documents, {},
                       [](const auto& document) { return std::tuple(document->Step(), document->Number()); });
@@ -33,6 +38,14 @@ OutputCollection OutputsOf(Exploration& exploration, std::vector<CountedPointer<
         outputs.Add(document->Content(), document->Origin());
     }
     return outputs;
+}
+
+GraphDocument GraphForPeople(Exploration& exploration, const ResultDocument& document) {
+    return Titled(*document.Graph(), OutputsOf(exploration, {}), document.Step(), {});
+}
+
+std::vector<std::string> SubsetLinesOf(Exploration& exploration, const ResultDocument& document) {
+    return SubsetLines(OutputsOf(exploration, {}), document.Step());
 }
 
 std::string FileNameFor(const ResultDocument& document) {

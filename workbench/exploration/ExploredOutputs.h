@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "platform/CountedPointer.h"
@@ -13,6 +14,11 @@ class Exploration;
 /// in which they were made; those of a step behind those of the steps before it.
 [[nodiscard]] OutputCollection OutputsOf(Exploration& exploration,
                                          std::vector<CountedPointer<ResultDocument>> documents);
+
+/// A graph of the exploration as people read it: what it shows in plain words, of how many cases, behind which steps.
+[[nodiscard]] GraphDocument GraphForPeople(Exploration& exploration, const ResultDocument& document);
+/// What a document of the exploration is made from, a line each: the cases, then the steps.
+[[nodiscard]] std::vector<std::string> SubsetLinesOf(Exploration& exploration, const ResultDocument& document);
 
 /// The name of a file for a document, without an end: "frequencies sex".
 [[nodiscard]] std::string FileNameFor(const ResultDocument& document);

@@ -92,23 +92,36 @@ std::string CasesText(const SubsetSize& size, std::int32_t all) {
     return std::to_string(size.Cases) + " of " + std::to_string(all) + (all == 1 ? " case" : " cases");
 }
 
-/// What the graph is made from. Where the cases weren't counted the analysis says how many there are.
+std::size_t StepsBehind(const OutputCollection& run, int step) {
+    return std::min(static_cast<std::size_t>(step), run.Steps.size());
+}
+
+const std::optional<SubsetSize>& SizeBehind(const OutputCollection& run, int step) {
+    const std::size_t taken = StepsBehind(run, step);
+    return taken == 0 ? run.Selected : run.Steps[taken - 1].Left;
+}
+
+/// Where the cases weren't counted the analysis says how many there are.
 std::vector<std::string> CaptionOf(const std::vector<std::string>& title, const OutputCollection& run, int step) {
-    const std::size_t taken = std::min(static_cast<std::size_t>(step), run.Steps.size());
-    const std::optional<SubsetSize>& size = taken == 0 ? run.Selected : run.Steps[taken - 1].Left;
-    std::vector<std::string> lines;
-    if (size) {
-        lines.push_back(CasesText(*size, run.Cases));
-    } else if (title.size() > 1) {
-        lines.push_back(ShownLines(title[1]).front());
-    }
-    for (const StepTaken& down : StepsInForce(run.Steps, taken)) {
-        lines.push_back(down.Category.empty() ? down.Variable : down.Variable + " = " + down.Category);
+    std::vector<std::string> lines = SubsetLines(run, step);
+    if (!SizeBehind(run, step) && title.size() > 1) {
+        lines.insert(lines.begin(), ShownLines(title[1]).front());
     }
     return lines;
 }
 
 }  // namespace
+
+std::vector<std::string> SubsetLines(const OutputCollection& run, int step) {
+    std::vector<std::string> lines;
+    if (const std::optional<SubsetSize>& size = SizeBehind(run, step)) {
+        lines.push_back(CasesText(*size, run.Cases));
+    }
+    for (const StepTaken& down : StepsInForce(run.Steps, StepsBehind(run, step))) {
+        lines.push_back(down.Condition());
+    }
+    return lines;
+}
 
 GraphDocument Titled(GraphDocument graph, const OutputCollection& run, int step, const ChartTitles& titles) {
     if (!titles.AreRaw) {

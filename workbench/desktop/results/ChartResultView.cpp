@@ -8,6 +8,8 @@
 
 #include "workbench/desktop/results/ChartCanvas.h"
 #include "workbench/desktop/results/Printing.h"
+#include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/exploration/ExploredOutputs.h"
 
 namespace quillara {
 namespace {
@@ -34,11 +36,17 @@ ChartResultView::ChartResultView(ResultDocument& document, ExplorationModel& mod
 }
 
 void ChartResultView::Refresh() {
-    if (const GraphDocument* graph = Shown().Graph()) {
-        Plot->Show(*graph);
+    if (Shown().Graph() != nullptr) {
+        Plot->Show(GraphForPeople());
         setAccessibleName(QString::fromStdString(Shown().Name()));
         Plot->setAccessibleName(accessibleName());
     }
+}
+
+/// Of an exploration that has ended as it was made.
+GraphDocument ChartResultView::GraphForPeople() const {
+    Exploration* exploration = Model().Present();
+    return exploration == nullptr ? *Shown().Graph() : quillara::GraphForPeople(*exploration, Shown());
 }
 
 void ChartResultView::SetOptions(const ViewOptions& options) {
@@ -51,7 +59,7 @@ void ChartResultView::PutAbove(QWidget* bar) {
 
 /// In light colours whatever the screen shows: it goes into a text or a slide.
 void ChartResultView::Copy() {
-    const GraphDocument& graph = *Shown().Graph();
+    const GraphDocument graph = GraphForPeople();
     const ChartLook look{.Width = std::max(Plot->width(), 160), .Height = std::max(Plot->height(), 120)};
     QCustomPlot plot;
     BuildChart(plot, graph, look);

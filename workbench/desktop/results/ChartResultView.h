@@ -30,6 +30,7 @@ class ChartResultView : public DocumentView {
     [[nodiscard]] DocumentPlace PlaceInFocus(QPoint& point) const override;
 
   private:
+    [[nodiscard]] GraphDocument GraphForPeople() const;
     QVBoxLayout* Layout;
     ChartCanvas* Plot;
     QAction* WholeChart;

@@ -11,6 +11,7 @@
 #include "workbench/exploration/ExploredOutputs.h"
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/DocumentViews.h"
+#include "workbench/views/PlainCharts.h"
 
 namespace quillara {
 namespace {
@@ -45,7 +46,8 @@ void SaveDocument(Exploration& exploration, ResultDocument& document, const QStr
     const auto* picture =
         std::ranges::find_if(PictureEnds, [&](const PictureEnd& each) { return end == QLatin1String(each.End); });
     if (document.Graph() != nullptr && picture != PictureEnds.end()) {
-        ReplaceFile(path.toStdString(), PaintedChart(*document.Graph(), ChartLook(), picture->Format));
+        ReplaceFile(path.toStdString(),
+                    PaintedChart(GraphForPeople(exploration, document), ChartLook(), picture->Format));
     } else {
         SaveReport(exploration, {CountedPointer<ResultDocument>::Share(&document)}, path);
     }
@@ -63,8 +65,12 @@ QString AskForFile(QWidget* parent, const QString& title, const QString& suggest
 
 void SaveReport(Exploration& exploration, const std::vector<CountedPointer<ResultDocument>>& documents,
                 const QString& path) {
-    const OutputCollection outputs = OutputsOf(exploration, documents);
-    ReplaceFile(path.toStdString(), ViewOf({&outputs, 1}, FormatFor(path, documents.size()), PaintForView));
+    const OutputFormat format = FormatFor(path, documents.size());
+    OutputCollection outputs = OutputsOf(exploration, documents);
+    if (format == OutputFormat::Html || format == OutputFormat::Workbook) {
+        outputs = Titled(std::move(outputs), {});
+    }
+    ReplaceFile(path.toStdString(), ViewOf({&outputs, 1}, format, PaintForView));
 }
 
 }  // namespace quillara

@@ -13,6 +13,8 @@
 #include "workbench/desktop/results/CountBarDelegate.h"
 #include "workbench/desktop/results/Printing.h"
 #include "workbench/desktop/results/ResultTableModel.h"
+#include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/exploration/ExploredOutputs.h"
 #include "workbench/exploration/TableClip.h"
 
 namespace quillara {
@@ -114,8 +116,12 @@ void TableResultView::SetUpTable() {
 void TableResultView::ShowTitle() {
     const ShownTable& words = Rows->Words();
     Title->setText(QString::fromStdString(words.Title));
-    Captions->setText(Joined(words.CaptionLines));
-    Captions->setVisible(!words.CaptionLines.empty());
+    // The analysis counts cases in a way of its own in the caption; people read what the steps leave.
+    Exploration* exploration = Model().Present();
+    const bool isOfAnalysis = Shown().Origin().Command != 0 && exploration != nullptr;
+    const std::vector<std::string> captions = isOfAnalysis ? SubsetLinesOf(*exploration, Shown()) : words.CaptionLines;
+    Captions->setText(Joined(captions));
+    Captions->setVisible(!captions.empty());
     if (Corner != nullptr) {
         Corner->setText(QString::fromStdString(words.Corner));
     }
