@@ -10,6 +10,7 @@ run:
 	cmake --preset release -D BUILD_TESTING=OFF -D QUILLARA_PYTHON=ON
 	cmake --build --preset release -j $(JOBS)
 	scripts/demo.sh build/release/bin/quillara
+	scripts/open-desktop.sh build/release/bin/quillara-desktop
 
 test: test-release test-asan
 

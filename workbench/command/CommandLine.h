@@ -48,5 +48,7 @@ void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string&
 void AddDrillCommand(CLI::App& program, const std::string& call);
 void AddInfoCommand(CLI::App& program);
 void AddConvertCommand(CLI::App& program);
+/// quillara desktop and quillara open.
+void AddDesktopCommands(CLI::App& program);
 
 }  // namespace quillara

@@ -28,15 +28,6 @@ namespace quillara {
 namespace {
 
 constexpr const char* ProgramName = "quillara";
-constexpr const char* NoDesktop = "This build has no desktop; drill, info, convert and run work without one.";
-
-void AddOpenCommand(CLI::App& program) {
-    CLI::App* command = program.add_subcommand("open", "open a data file in the desktop (not built yet)");
-    AddValue(
-        *command, "FILE", [](const std::string&) {}, "data file")
-        ->type_name("");
-    command->callback([] { throw UsageError(NoDesktop); });
-}
 
 void AddCommands(CLI::App& program, const std::vector<std::string>& own, const std::vector<std::string>& forScript) {
     program.require_subcommand(0, 1);
@@ -46,7 +37,7 @@ void AddCommands(CLI::App& program, const std::vector<std::string>& own, const s
     AddInfoCommand(program);
     AddConvertCommand(program);
     AddRunCommand(program, ShellCall(whole), forScript);
-    AddOpenCommand(program);
+    AddDesktopCommands(program);
     program.callback([&program] {
         if (program.get_subcommands().empty()) {
             WriteToStandardOutput(program.help());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/Brushing.h"
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
@@ -10,12 +11,15 @@
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
+#include "workbench/hosting/WindowCalls.h"
 #include "workbench/scripting/CategoryLookup.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
 namespace {
 
+constexpr const char* PickCall = "pick";
+constexpr const char* CloseCall = "close";
 constexpr const char* NoMemory = "There is not enough memory for this analysis.";
 
 /// Holds a value for the time of a block.
@@ -31,6 +35,13 @@ class Holding {
     Value& Place;
     const Value Before;
 };
+
+/// An argument of a call that takes numbers; -1 for a text.
+int NumberOf(const JournalEntry& entry, std::size_t argument) {
+    const double* number =
+        argument < entry.Call.Arguments.size() ? std::get_if<double>(&entry.Call.Arguments[argument]) : nullptr;
+    return number == nullptr ? -1 : static_cast<int>(*number);
+}
 
 auto PlaceOf(std::vector<CountedPointer<ResultDocument>>& documents, const ResultDocument& document) {
     return std::ranges::find(documents, &document, &CountedPointer<ResultDocument>::Get);
@@ -57,12 +68,12 @@ Exploration::~Exploration() = default;
 AnalysisServices Exploration::Services(SettingsStore* settings) {
     AnalysisServices services;
     services.WorkIn = [this](Window& dialog) { return WorkIn(dialog); };
-    services.Brush = [this](BrushingRun& run) {
-        TellDocuments();
-        Listener.Changed();
-        return Listener.Pick(run);
+    services.Brush = [this](BrushingRun& run) { return Pick(run); };
+    services.ShowMessage = [this](std::string_view text) {
+        if (Again == nullptr) {
+            Listener.ShowMessage(text);
+        }
     };
-    services.ShowMessage = [this](std::string_view text) { Listener.ShowMessage(text); };
     services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
     services.MemoryLacked = [this] { LacksMemory = true; };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
@@ -174,6 +185,9 @@ bool Exploration::WorkIn(Window& dialog) {
     Modal.push_back(&dialog);
     const std::unique_ptr<void, std::function<void(void*)>> leave(this, [this](void*) { Modal.pop_back(); });
     const Answer* answer = std::exchange(NextAnswer, nullptr);
+    if (answer == nullptr && Again != nullptr) {
+        return WorkAgain(dialog);
+    }
     if (answer == nullptr) {
         Listener.Changed();
         return Listener.WorkIn(dialog);
@@ -183,6 +197,52 @@ bool Exploration::WorkIn(Window& dialog) {
         throw DataError("The dialog " + Quoted(dialog.Resource().Title) + " doesn't accept what was entered.");
     }
     return true;
+}
+
+bool Exploration::WorkAgain(Window& dialog) {
+    while (!dialog.IsClosed() && !Again->empty() && Again->front().Dialog == dialog.Resource().Id) {
+        const WindowCall& call = Again->front().Call;
+        *Again = Again->subspan(1);
+        RunWindowCall(dialog, call);
+    }
+    return dialog.IsClosed();
+}
+
+bool Exploration::Pick(BrushingRun& run) {
+    TellDocuments();
+    if (Again != nullptr) {
+        return PickAgain(run);
+    }
+    Listener.Changed();
+    return Listener.Pick(run);
+}
+
+bool Exploration::PickAgain(BrushingRun& run) {
+    if (Again->empty() || Again->front().Call.Name != PickCall) {
+        return false;
+    }
+    run.Regions.setSelected(NumberOf(Again->front(), 0));
+    run.Choice = NumberOf(Again->front(), 1);
+    *Again = Again->subspan(1);
+    return true;
+}
+
+void Exploration::DoAgain(const JournalEntry& entry) {
+    if (entry.Dialog == StartupDialog) {
+        Use(Startup(), [&](Window& window) { RunWindowCall(window, entry.Call); });
+    } else if (entry.Call.Name == CloseCall && static_cast<std::size_t>(NumberOf(entry, 0)) < Shown.size()) {
+        Close(*Shown[static_cast<std::size_t>(NumberOf(entry, 0))]);
+    }
+}
+
+void Exploration::Replay(const std::vector<JournalEntry>& entries) {
+    std::span<const JournalEntry> rest(entries);
+    const Holding again(Again, &rest);
+    while (!rest.empty() && !HasEnded()) {
+        const JournalEntry& entry = rest.front();
+        rest = rest.subspan(1);
+        DoAgain(entry);
+    }
 }
 
 /// The analysis is in the midst of its result.
@@ -259,6 +319,8 @@ void Exploration::Up(const std::string& variable) {
 
 void Exploration::Close(ResultDocument& document) {
     const auto held = CountedPointer<ResultDocument>::Share(&document);
+    const auto place = static_cast<double>(PlaceOf(Shown, document) - Shown.begin());
+    Recorder.Note({JournalEntry::NoDialog, {CloseCall, {place}}});
     held->Close();
     TellDocuments();
 }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,10 @@
 #include "workbench/data/DefaultChoice.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/StepTaken.h"
+#include "workbench/exploration/ExplorationJournal.h"
 #include "workbench/exploration/ExplorationListener.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
-#include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategoryAnswer.h"
 #include "workbench/scripting/DialogActions.h"
 
@@ -55,7 +56,7 @@ class Exploration final : public DialogActions {
     [[nodiscard]] std::optional<SubsetSize> Remaining();
     /// The name of the weight variable in force; nothing: none is.
     [[nodiscard]] std::optional<std::string> WeightName();
-    [[nodiscard]] SessionRecorder& Recording() { return Recorder; }
+    [[nodiscard]] ExplorationJournal& Recording() { return Recorder; }
 
     // What a person does
 
@@ -80,6 +81,10 @@ class Exploration final : public DialogActions {
     /// Throws ImpossibleStep when there is no step on the variable.
     void Up(const std::string& variable);
 
+    /// Does again what has been done in an exploration of the same table; nothing has been done in this one. Messages
+    /// aren't shown again. What can't be done any more throws as it does for a person; what was done before it stands.
+    void Replay(const std::vector<JournalEntry>& entries);
+
     /// Closes a document, as its window is closed.
     void Close(ResultDocument& document);
     /// What runs through the cases ends as soon as it can.
@@ -90,13 +95,17 @@ class Exploration final : public DialogActions {
     void Act(const std::function<void()>& action, const Answer* answer = nullptr);
     void SelectAnyRow();
     bool WorkIn(Window& dialog);
+    bool WorkAgain(Window& dialog);
+    bool Pick(BrushingRun& run);
+    bool PickAgain(BrushingRun& run);
+    void DoAgain(const JournalEntry& entry);
     void Take(ResultDocument& document);
     void TellDocuments();
     [[nodiscard]] int RowOf(int list, const std::string& variable);
 
     ExplorationListener& Listener;
     std::vector<std::shared_ptr<const DataTable>> Tables;  // that live as long as the analysis
-    SessionRecorder Recorder;
+    ExplorationJournal Recorder;
     AnalysisModule Library;
     AnalysisDocument Document;
     std::atomic<bool> BreakFlag = false;
@@ -104,6 +113,7 @@ class Exploration final : public DialogActions {
     std::vector<CountedPointer<ResultDocument>> Shown;
     std::vector<Window*> Modal;  // that stand open, the inmost last
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers
+    std::span<const JournalEntry>* Again = nullptr;  // what is still to be done again; null: nothing is
     bool Running = false;
     bool LacksMemory = false;
 };

@@ -4,9 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -14,15 +20,24 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <functional>
+#include <map>
+#include <set>
 
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
+#include "workbench/desktop/dialogs/DialogView.h"
+#include "workbench/desktop/window/Appearance.h"
+#include "workbench/desktop/window/CommandSearch.h"
 #include "workbench/desktop/window/LongWork.h"
 #include "workbench/desktop/window/MainWindow.h"
 #include "workbench/desktop/window/Preferences.h"
+#include "workbench/desktop/window/PreferencesDialog.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
+#include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/desktop/window/StepBar.h"
+#include "workbench/desktop/window/TipTour.h"
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
 
@@ -79,6 +94,11 @@ class Shell : public testing::Test {
         if (qEnvironmentVariableIsSet("QUILLARA_SCREENSHOTS")) {
             QApplication::processEvents();
             Main.grab().save(qEnvironmentVariable("QUILLARA_SCREENSHOTS") + '/' + QString::fromLatin1(name));
+        }
+    }
+    static void Picture(QWidget& widget, const char* name) {
+        if (qEnvironmentVariableIsSet("QUILLARA_SCREENSHOTS")) {
+            widget.grab().save(qEnvironmentVariable("QUILLARA_SCREENSHOTS") + '/' + QString::fromLatin1(name));
         }
     }
     static void Click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
@@ -254,6 +274,118 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
     EXPECT_TRUE(QTest::qWaitFor([panel] { return !panel->isVisible(); }));
     Click(&other);
     EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(Shell, TheSearchFindsCommandsByTheirWords) {
+    OpenSurvey();
+    Choose("sex", "region");
+    QTest::keyClick(&Main, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* search = Main.findChild<CommandSearch*>();
+    ASSERT_NE(search, nullptr);
+    Picture(*search, "shell12-search.png");
+    auto& typed = *search->findChild<QLineEdit*>();
+    auto& found = *search->findChild<QListWidget*>();
+    const int all = found.count();
+    QTest::keyClicks(&typed, QStringLiteral("his pie"));
+    EXPECT_EQ(found.count(), 0);
+    typed.clear();
+    QTest::keyClicks(&typed, QStringLiteral("freq tab"));
+    EXPECT_LT(found.count(), all);
+    EXPECT_THAT(found.item(0)->text().toStdString(), testing::StartsWith("Results \u203a Frequency tables"));
+    QTest::keyClick(&typed, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !Main.Model().Present()->Documents().empty(); }));
+}
+
+TEST_F(Shell, EveryActionHasAKeyAndSaysWhatItDoes) {
+    std::map<QString, QString> byKeys;
+    std::function<void(const QList<QAction*>&)> walk = [&](const QList<QAction*>& actions) {
+        std::set<QChar> letters;
+        for (const QAction* action : actions) {
+            if (action->isSeparator()) {
+                continue;
+            }
+            const auto letter = action->text().indexOf('&');
+            EXPECT_TRUE(letter >= 0 || !action->shortcut().isEmpty()) << action->text().toStdString();
+            EXPECT_TRUE(letter < 0 || letters.insert(action->text()[letter + 1].toLower()).second)
+                << action->text().toStdString();
+            const QString keys = action->shortcut().toString();
+            EXPECT_TRUE(keys.isEmpty() || byKeys.emplace(keys, action->text()).second) << keys.toStdString();
+            if (action->menu() != nullptr) {
+                walk(action->menu()->actions());
+            }
+        }
+    };
+    walk(Main.menuBar()->actions());
+    EXPECT_GT(byKeys.size(), 25U);
+}
+
+TEST_F(Shell, TheOptionsButtonOpensPreferencesWhichHaveTheirEffectAtOnce) {
+    const Appearance appearance;
+    OpenSurvey();
+    Click(Main.Dialog()->Find(OptionsButton));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Main.findChild<PreferencesDialog*>() != nullptr; }));
+    auto& dialog = *Main.findChild<PreferencesDialog*>();
+    Picture(dialog, "shell12-preferences.png");
+    const QPalette before = QApplication::palette();
+    auto& theme = *dialog.findChild<QComboBox*>(QStringLiteral("theme"));
+    theme.setCurrentIndex(static_cast<int>(Preferences::Look::Dark));
+    EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+    Click(Main.findChild<QPushButton*>(QStringLiteral("guideFirst")));
+    Picture("shell12-dark.png");
+    theme.setCurrentIndex(static_cast<int>(Preferences::Look::AsSystem));
+    EXPECT_EQ(QApplication::palette().color(QPalette::Window), before.color(QPalette::Window));
+    dialog.findChild<QComboBox*>(QStringLiteral("decimals"))
+        ->setCurrentIndex(static_cast<int>(Preferences::Decimals::Comma));
+    EXPECT_EQ(Main.locale().toString(1.5), QStringLiteral("1,5"));
+    Preferences::Shared().SetDecimalStyle(Preferences::Decimals::AsSystem);
+    Click(dialog.findChild<QCheckBox*>(QStringLiteral("motion")));
+    EXPECT_FALSE(Preferences::Shared().HasMotion());
+    Preferences::Shared().SetMotion(true);
+}
+
+TEST_F(Shell, TheTourHasSixTipsAndIsPutAwayForGood) {
+    Main.Welcome(QString());
+    auto& tour = *Main.findChild<TipTour*>();
+    ASSERT_TRUE(tour.isVisible());
+    Picture("shell12-tour.png");
+    auto* on = qobject_cast<QPushButton*>(tour.focusWidget());
+    for (int tip = 0; tip < 6; ++tip) {
+        EXPECT_TRUE(tour.isVisible());
+        Click(on);
+    }
+    EXPECT_FALSE(tour.isVisible());
+    Main.Welcome(QString());
+    ASSERT_TRUE(tour.isVisible());
+    tour.findChild<QCheckBox*>()->setChecked(true);
+    QTest::keyClick(on, Qt::Key_Escape);
+    Main.Welcome(QString());
+    EXPECT_FALSE(tour.isVisible());
+}
+
+TEST_F(Shell, AKilledSessionIsOfferedAndGoneOnWith) {
+    QTemporaryDir folder;
+    OpenSurvey();
+    Choose("sex", "region");
+    Down("sex", "Female");
+    QFile kept(folder.filePath(QStringLiteral("session-0.json")));
+    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
+    kept.write(SessionText(SessionOf(*Main.Model().Present(), testing_locations::Sample("survey.sav"))).c_str());
+    kept.close();
+
+    MainWindow next(nullptr);
+    next.Welcome(folder.path());
+    next.show();
+    auto* goOn = next.findChild<QAbstractButton*>(QStringLiteral("goOn"));
+    ASSERT_TRUE(goOn->isVisible());
+    Click(goOn);
+    ASSERT_NE(next.Model().Present(), nullptr);
+    EXPECT_EQ(next.Path().Crumb(1)->text().simplified(), QStringLiteral("sex = Female 1,077"));
+    EXPECT_FALSE(kept.exists());
+    next.findChild<SessionKeeper*>()->Keep();
+    const QStringList running = {QStringLiteral("session-*.json")};
+    EXPECT_EQ(QDir(folder.path()).entryList(running).size(), 1);
+    next.close();
+    EXPECT_EQ(QDir(folder.path()).entryList(running).size(), 0);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/exploration/ExplorationHistory.h"
 #include "workbench/exploration/FirstLook.h"
+#include "workbench/exploration/KeptSession.h"
 #include "workbench/exploration/StepTrail.h"
 #include "workbench/exploration/TableReading.h"
 #include "workbench/formats/DataFile.h"
@@ -172,6 +173,41 @@ TEST_F(ExplorationTest, AFirstLookTakesAllVariablesAndKeepsTheirChartsUpToDate) 
     EXPECT_TRUE(Explored.At(AutoUpdateBox).Checked);
     const std::size_t charts = Explored.Documents().size();
     EXPECT_TRUE(charts == variables || (charts == 0 && variables > 24)) << charts << ' ' << variables;
+}
+
+TEST_F(ExplorationTest, WhatWasDoneCanBeDoneAgain) {
+    Explored.Press(FrequenciesButton);
+    Explored.Press(AutoUpdateBox);
+    Explored.ClickRow(DrillDownListControl, 2);
+    Explored.Press(NeatIntervalsRadio);
+    Explored.TypeNumber(NeatCountField, 4);
+    Explored.Press(HistogramsButton);
+    Down("sex", "Female");
+    Explored.Press(DownButton);  // nobody answers: cancelled
+    Viewer.Bars = {1};
+    Explored.ClickRow(DrillDownListControl, 0);
+    Explored.Press(BrushButton);
+    Explored.Close(*Explored.Documents().front());
+    Down("age", "#1");
+    Explored.Up("sex");
+
+    const KeptSession kept = SessionFrom(SessionText(SessionOf(Explored, "survey.sav")));
+    EXPECT_EQ(kept.File, "survey.sav");
+    EXPECT_EQ(kept.Entries.size(), Explored.Recording().Entries().size());
+    Person other;
+    Exploration again{std::make_shared<DataTable>(ReadDataFile(testing_locations::Sample("survey.sav"))),
+                      {testing_locations::Sample("survey.sav")},
+                      other,
+                      nullptr};
+    again.Replay(kept.Entries);
+    const KeptSession now = SessionOf(again, "survey.sav");
+    EXPECT_EQ(now.State, kept.State);
+    EXPECT_EQ(now.Documents, kept.Documents);
+    EXPECT_EQ(now.Script, kept.Script);
+    EXPECT_EQ(again.Remaining()->Cases, Explored.Remaining()->Cases);
+    EXPECT_EQ(again.Steps().size(), 2U);
+    EXPECT_THROW(static_cast<void>(SessionFrom("{\"version\": 1}")), DataError);
+    EXPECT_THROW(static_cast<void>(SessionFrom("not a session")), DataError);
 }
 
 TEST(TableReading, EndsWithATableOrSaysWhyNot) {

@@ -7,15 +7,14 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTimer>
-#include <QToolBar>
 #include <QVBoxLayout>
 #include <exception>
 
@@ -29,11 +28,14 @@
 #include "workbench/desktop/window/GuideBar.h"
 #include "workbench/desktop/window/HistoryPanel.h"
 #include "workbench/desktop/window/LongWork.h"
+#include "workbench/desktop/window/Preferences.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
+#include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/desktop/window/StartPage.h"
 #include "workbench/desktop/window/StepBar.h"
 #include "workbench/desktop/window/StepTexts.h"
+#include "workbench/desktop/window/TipTour.h"
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
 #include "workbench/exploration/FirstLook.h"
@@ -42,6 +44,9 @@ namespace quillara {
 namespace {
 
 constexpr QSize FirstSize(1280, 860);
+constexpr const char* GeometryName = "geometry";
+constexpr const char* PlacesName = "places";
+constexpr int PlacesVersion = 1;  // of docks and tool bars; another when they are others
 
 bool Ask(QWidget* parent, const QString& question, const QString& action) {
     QMessageBox box(QMessageBox::Question, parent->windowTitle(), question, QMessageBox::Cancel, parent);
@@ -83,7 +88,8 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
       Working(new LongWork(*new WorkPanel(this), this)),
       Side(new QDockWidget(tr("Drill-Down"), this)),
       Past(new QDockWidget(tr("History"), this)),
-      Status(new QLabel(this)) {
+      Status(new QLabel(this)),
+      Tips(new TipTour(this)) {
     setWindowTitle(tr("Quillara"));
     setAcceptDrops(true);
     Compose();
@@ -102,6 +108,42 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
     ShowDialog();
     ShowState();
     resize(FirstSize);
+}
+
+void MainWindow::Welcome(const QString& sessions) {
+    Preferences& shared = Preferences::Shared();
+    restoreGeometry(shared.Value(QString::fromLatin1(GeometryName)).toByteArray());
+    restoreState(shared.Value(QString::fromLatin1(PlacesName)).toByteArray(), PlacesVersion);
+    Side->setVisible(Startup != nullptr);
+    if (!sessions.isEmpty()) {
+        Keeper = new SessionKeeper(*Explored, sessions, this);
+        OfferSession();
+    }
+    Tips->Greet();
+}
+
+/// What a program that was killed has left.
+void MainWindow::OfferSession() {
+    const std::optional<KeptSession> left = Keeper == nullptr ? std::nullopt : Keeper->Left();
+    if (!left) {
+        Start->ShowLeft(QString(), QString());
+        return;
+    }
+    const QString file = QFileInfo(QString::fromStdString(left->File)).fileName();
+    const QString state = tr("%1, %n result window(s)", nullptr, static_cast<int>(left->Documents.size()))
+                              .arg(QString::fromStdString(left->State));
+    Start->ShowLeft(tr("&Go on with %1").arg(file), state);
+}
+
+void MainWindow::RestoreSession() {
+    const std::optional<KeptSession> left = Keeper == nullptr ? std::nullopt : Keeper->Left();
+    if (!left || !Open(QString::fromStdString(left->File))) {
+        return;
+    }
+    if (Explored->Do([&](Exploration& now) { now.Replay(left->Entries); })) {
+        Keeper->ForgetLeft();
+    }
+    OfferSession();
 }
 
 MainWindow::~MainWindow() {
@@ -131,87 +173,17 @@ void MainWindow::Compose() {
     Start->ShowRecent(RecentFiles::All());
 }
 
-void MainWindow::AddMenus() {
-    const std::array<QString, 8> titles = {tr("&File"),    tr("&Edit"), tr("&Data"),   tr("E&xplore"),
-                                           tr("&Results"), tr("&View"), tr("&Window"), tr("&Help")};
-    for (std::size_t menu = 0; menu < titles.size(); ++menu) {
-        Menus[menu] = menuBar()->addMenu(titles[menu]);
-    }
-    AddFileMenu();
-    AddEditMenu();
-    Exploring = new ExploreMenu(*Explored, Menu(MenuName::Explore), Menu(MenuName::Results), this);
-    AddViewMenus();
-}
-
-void MainWindow::AddFileMenu() {
-    QMenu& file = Menu(MenuName::File);
-    file.addAction(tr("&Open..."), QKeySequence::Open, this, &MainWindow::AskForFile)
-        ->setObjectName(QStringLiteral("open"));
-    QMenu* recent = file.addMenu(tr("Open &recent"));
-    recent->setObjectName(QStringLiteral("recentMenu"));
-    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
-        recent->clear();
-        for (const QString& path : RecentFiles::All()) {
-            recent->addAction(QString(path).replace('&', QStringLiteral("&&")), this, [this, path] { Open(path); });
-        }
-        recent->addSeparator();
-        recent->addAction(tr("&Forget these"), this, [this] {
-            RecentFiles::Clear();
-            ListRecent();
-        });
-    });
-    file.addAction(tr("&Close the data"), QKeySequence(tr("Ctrl+Shift+Q")), this, [this] {
-        if (MayReplace()) {
-            Explored->End();
-        }
-    });
-    file.addSeparator();
-    file.addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-}
-
-void MainWindow::AddEditMenu() {
-    QMenu& edit = Menu(MenuName::Edit);
-    UndoStep = edit.addAction(tr("&Undo"), QKeySequence::Undo, this, [this] { Undo(-1); });
-    RedoStep = edit.addAction(tr("&Redo"), this, [this] { Undo(1); });
-    RedoStep->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Y")), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
-    UndoStep->setObjectName(QStringLiteral("undo"));
-    RedoStep->setObjectName(QStringLiteral("redo"));
-}
-
-void MainWindow::AddViewMenus() {
-    QMenu& view = Menu(MenuName::View);
-    QAction* side = Side->toggleViewAction();
-    side->setShortcut(QKeySequence(QStringLiteral("F4")));
-    QAction* past = Past->toggleViewAction();
-    past->setShortcut(QKeySequence(QStringLiteral("F6")));
-    view.addActions({side, past});
-    view.addAction(tr("&Remarks"), QKeySequence(QStringLiteral("F7")), this, [this] { Told->ShowAgain(); });
-    Area->FillMenu(Menu(MenuName::Window));
-}
-
-void MainWindow::AddToolBar() {
-    QToolBar* bar = addToolBar(tr("Tools"));
-    bar->setObjectName(QStringLiteral("tools"));
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    bar->addAction(Menu(MenuName::File).actions().front());
-    bar->addActions({UndoStep, RedoStep});
-    bar->addSeparator();
-    for (const int button : {DrillVariablesButton, DownButton, UpButton, BrushButton}) {
-        bar->addAction(Exploring->Of(button));
-    }
-    bar->addSeparator();
-    for (const int button : {SummaryButton, FrequenciesButton, HistogramsButton}) {
-        bar->addAction(Exploring->Of(button));
-    }
-    Menu(MenuName::View).addAction(bar->toggleViewAction());
-}
-
 void MainWindow::Connect() {
     connect(Explored, &ExplorationModel::replaced, this, &MainWindow::ShowDialog);
     connect(Explored, &ExplorationModel::changed, this, &MainWindow::ShowState);
     connect(Explored, &ExplorationModel::remarkMade, Told, &RemarkBar::Add);
     connect(Start, &StartPage::openAsked, this, &MainWindow::AskForFile);
     connect(Start, &StartPage::fileChosen, this, &MainWindow::Open);
+    connect(Start, &StartPage::restoreAsked, this, &MainWindow::RestoreSession);
+    connect(Start, &StartPage::forgetAsked, this, [this] {
+        Keeper->ForgetLeft();
+        OfferSession();
+    });
     connect(Guide, &GuideBar::allAsked, this, &MainWindow::ExploreEverything);
     connect(Exploring, &ExploreMenu::allAsked, this, &MainWindow::ExploreEverything);
     connect(Steps, &StepBar::wentBack, this, [this](std::size_t steps) { Explored->BackTo(steps); });
@@ -279,6 +251,9 @@ bool MainWindow::Open(const QString& path) {
             opening.File = path.toStdString();
             Explored->Begin(std::move(read.Table), std::move(opening));
             OpenFile = path;
+            if (Keeper != nullptr) {
+                Keeper->SetFile(QFileInfo(path).absoluteFilePath());
+            }
             RecentFiles::Add(path);
         }
     } catch (const std::exception& failure) {
@@ -311,9 +286,15 @@ void MainWindow::ShowDialog() {
         Explored->Do([&](Exploration& now) { now.Use(now.Startup(), action); });
     };
     Startup = new DialogView(exploration->Startup(), act);
+    if (auto* options = qobject_cast<QAbstractButton*>(Startup->Find(OptionsButton))) {
+        // Once the click has gone through the dialog, for which this button does nothing.
+        connect(options, &QAbstractButton::clicked, this, &MainWindow::ShowPreferences, Qt::QueuedConnection);
+    }
     auto* scroll = new QScrollArea;
     scroll->setWidgetResizable(true);
     scroll->setWidget(Startup);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setMinimumWidth(Startup->width() + scroll->verticalScrollBar()->sizeHint().width());
     Side->setWidget(scroll);
 }
 
@@ -389,6 +370,14 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     QMainWindow::closeEvent(event);
+    if (!event->isAccepted()) {
+        return;
+    }
+    Preferences::Shared().Remember(QString::fromLatin1(GeometryName), saveGeometry());
+    Preferences::Shared().Remember(QString::fromLatin1(PlacesName), saveState(PlacesVersion));
+    if (Keeper != nullptr) {
+        Keeper->Remove();
+    }
 }
 
 }  // namespace quillara

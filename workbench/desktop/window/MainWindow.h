@@ -18,8 +18,10 @@ class ExploreMenu;
 class GuideBar;
 class LongWork;
 class RemarkBar;
+class SessionKeeper;
 class StartPage;
 class StepBar;
+class TipTour;
 class Workspace;
 
 /// The window of the program: the startup dialog at its side, result windows in its middle, above them the path of
@@ -38,6 +40,9 @@ class MainWindow : public QMainWindow {
     /// Opens a data file in place of the exploration that is there, while the window lives; false when that fails,
     /// which the user is told and which leaves all as it was, or when it is cancelled.
     bool Open(const QString& path);
+    /// What a program's first window does: takes the places that it had, shows tips to a new user, and keeps sessions
+    /// in a folder, of which it offers the one that a kill has left. An empty folder: none are kept.
+    void Welcome(const QString& sessions);
     [[nodiscard]] ExplorationModel& Model() { return *Explored; }
     [[nodiscard]] Workspace& Results() { return *Area; }
     /// The startup dialog; null without an exploration.
@@ -60,9 +65,14 @@ class MainWindow : public QMainWindow {
     void AddEditMenu();
     void AddViewMenus();
     void AddToolBar();
+    void AddHelpMenu();
     void Connect();
     void ConnectWork();
     void ExploreEverything();
+    void SearchCommands();
+    void ShowPreferences();
+    void OfferSession();
+    void RestoreSession();
     void AskForFile();
     void ListRecent();
     [[nodiscard]] bool MayReplace();
@@ -83,6 +93,8 @@ class MainWindow : public QMainWindow {
     QDockWidget* Side;
     QDockWidget* Past;
     QLabel* Status;
+    TipTour* Tips;
+    SessionKeeper* Keeper = nullptr;  // null: sessions aren't kept
     std::array<QMenu*, 8> Menus{};
     ExploreMenu* Exploring = nullptr;
     DialogView* Startup = nullptr;

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -35,7 +36,8 @@ QCommandLinkButton* Link(const QString& text, const QString& more, const char* n
 
 }  // namespace
 
-StartPage::StartPage(QWidget* parent) : QWidget(parent), Recent(new QWidget(this)), Rows(new QVBoxLayout(Recent)) {
+StartPage::StartPage(QWidget* parent)
+    : QWidget(parent), Left(new QWidget(this)), Recent(new QWidget(this)), Rows(new QVBoxLayout(Recent)) {
     setObjectName(QStringLiteral("startPage"));
     auto* content = new QWidget(this);
     content->setMaximumWidth(fontMetrics().averageCharWidth() * Widest);
@@ -54,6 +56,7 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), Recent(new QWidget(this
     auto* sample =
         Link(tr("Try the &sample survey"), tr("2,000 people: their work, income and reading"), "openSample", content);
     sample->setVisible(!Sample().isEmpty());
+    AddLeft(*column);
     column->addWidget(open);
     column->addWidget(sample);
     Rows->setContentsMargins(0, 8, 0, 0);
@@ -68,6 +71,28 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), Recent(new QWidget(this
     connect(open, &QPushButton::clicked, this, &StartPage::openAsked);
     connect(sample, &QPushButton::clicked, this, [this] { emit fileChosen(Sample()); });
     ShowRecent({});
+}
+
+void StartPage::AddLeft(QVBoxLayout& column) {
+    GoOn = Link(QString(), QString(), "goOn", Left);
+    auto* forget = new QPushButton(tr("&Forget it"), Left);
+    forget->setObjectName(QStringLiteral("forgetLeft"));
+    forget->setToolTip(tr("Don't offer this session again"));
+    auto* row = new QHBoxLayout(Left);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(GoOn, 1);
+    row->addWidget(forget);
+    column.addWidget(Left);
+    connect(GoOn, &QPushButton::clicked, this, &StartPage::restoreAsked);
+    connect(forget, &QPushButton::clicked, this, &StartPage::forgetAsked);
+    Left->hide();
+}
+
+void StartPage::ShowLeft(const QString& text, const QString& state) {
+    GoOn->setText(text);
+    GoOn->setDescription(tr("The program ended before you had finished: %1").arg(state));
+    GoOn->setAccessibleName(text);
+    Left->setVisible(!text.isEmpty());
 }
 
 void StartPage::ShowRecent(const QStringList& files) {

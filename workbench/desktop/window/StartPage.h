@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QCommandLinkButton;
 class QVBoxLayout;
 
 namespace quillara {
@@ -15,14 +16,22 @@ class StartPage : public QWidget {
 
     /// Lists files, the last one first.
     void ShowRecent(const QStringList& files);
+    /// Offers to go on with what was left; an empty text: nothing was.
+    void ShowLeft(const QString& text, const QString& state);
     /// The sample survey, in the source tree or where the program is installed; empty when it isn't there.
     [[nodiscard]] static QString Sample();
 
   signals:
     void openAsked();
     void fileChosen(const QString& path);
+    void restoreAsked();
+    void forgetAsked();
 
   private:
+    void AddLeft(QVBoxLayout& column);
+
+    QWidget* Left;
+    QCommandLinkButton* GoOn = nullptr;
     QWidget* Recent;
     QVBoxLayout* Rows;
 };

@@ -1,0 +1,140 @@
+#include "workbench/desktop/window/TipTour.h"
+
+#include <QCheckBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <array>
+
+#include "workbench/desktop/window/Preferences.h"
+
+namespace quillara {
+namespace {
+
+const char* const AwayForGood = "tourPutAway";
+constexpr int Margin = 16;  // to the edges of the window
+
+struct Tip {
+    const char* Title;
+    const char* Text;
+};
+
+// clang-format off
+constexpr auto Tips = std::to_array<Tip>({
+    {QT_TRANSLATE_NOOP("TipTour", "Open your data"),
+     QT_TRANSLATE_NOOP("TipTour", "Drop a file on the window, or press Ctrl+O. Statistical files keep their labels.")},
+    {QT_TRANSLATE_NOOP("TipTour", "Look at everything first"),
+     QT_TRANSLATE_NOOP("TipTour", "\"Explore all variables\" (Ctrl+E) shows a chart of each. Or choose a few with \"Drill variables\" (Ctrl+D).")},
+    {QT_TRANSLATE_NOOP("TipTour", "Drill down"),
+     QT_TRANSLATE_NOOP("TipTour", "Select a variable at the side, press Down and choose a category: only its cases are left. \"Brush\" does the same by a click on a bar.")},
+    {QT_TRANSLATE_NOOP("TipTour", "Go back from anywhere"),
+     QT_TRANSLATE_NOOP("TipTour", "The path above the results shows each step and what it leaves. A click goes back there, a cross drills up on that step alone; Ctrl+Z undoes.")},
+    {QT_TRANSLATE_NOOP("TipTour", "Let results follow"),
+     QT_TRANSLATE_NOOP("TipTour", "With \"Auto-update all results\" (Ctrl+U) tables and charts stay where they are and change with each step. Tile them (Ctrl+Shift+T), and you have a dashboard.")},
+    {QT_TRANSLATE_NOOP("TipTour", "Find any command"),
+     QT_TRANSLATE_NOOP("TipTour", "Ctrl+Shift+P lists all commands; type a part of what you want. This tour stands in the Help menu.")},
+});
+// clang-format on
+
+}  // namespace
+
+TipTour::TipTour(QWidget* window)
+    : QFrame(window),
+      Title(new QLabel(this)),
+      Text(new QLabel(this)),
+      Place(new QLabel(this)),
+      ForGood(new QCheckBox(tr("Don't show at the &start"), this)),
+      Back(new QPushButton(tr("&Back"), this)),
+      On(new QPushButton(this)) {
+    setObjectName(QStringLiteral("tour"));
+    setAccessibleName(tr("Tips"));
+    setFrameShape(QFrame::StyledPanel);
+    setFrameShadow(QFrame::Raised);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+    QFont bold = Title->font();
+    bold.setBold(true);
+    Title->setFont(bold);
+    Text->setWordWrap(true);
+    Text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    Text->setFixedWidth(fontMetrics().averageCharWidth() * 52);
+    Text->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+    auto* close = new QPushButton(tr("&Close"), this);
+    ForGood->setToolTip(tr("The Help menu shows the tips again"));
+    for (QPushButton* button : {Back, On, close}) {
+        button->setAccessibleDescription(tr("Tips"));
+    }
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->addWidget(Title, 0, 0, 1, 3);
+    layout->addWidget(Place, 0, 3, Qt::AlignRight);
+    layout->addWidget(Text, 1, 0, 1, 4);
+    layout->addWidget(ForGood, 2, 0, 1, 4);
+    layout->addWidget(close, 3, 0, Qt::AlignLeft);
+    layout->addWidget(Back, 3, 2);
+    layout->addWidget(On, 3, 3);
+    layout->setColumnStretch(1, 1);
+    connect(Back, &QPushButton::clicked, this, [this] { Show(Present - 1); });
+    connect(On, &QPushButton::clicked, this, [this] { Show(Present + 1); });
+    connect(close, &QPushButton::clicked, this, &TipTour::PutAway);
+    window->installEventFilter(this);
+    hide();
+}
+
+void TipTour::Begin() {
+    ForGood->setChecked(Preferences::Shared().Value(QString::fromLatin1(AwayForGood)).toBool());
+    Show(0);
+    On->setFocus();
+}
+
+void TipTour::Greet() {
+    if (!Preferences::Shared().Value(QString::fromLatin1(AwayForGood)).toBool()) {
+        Begin();
+    }
+}
+
+void TipTour::Show(int tip) {
+    if (tip == static_cast<int>(Tips.size())) {
+        PutAway();
+        return;
+    }
+    Present = tip;
+    const Tip& shown = Tips[static_cast<std::size_t>(tip)];
+    Title->setText(tr(shown.Title));
+    Text->setText(tr(shown.Text));
+    Place->setText(tr("%1 of %2").arg(tip + 1).arg(Tips.size()));
+    Back->setEnabled(tip > 0);
+    On->setText(tip + 1 == static_cast<int>(Tips.size()) ? tr("&Done") : tr("&Next"));
+    show();
+    Settle();
+}
+
+void TipTour::PutAway() {
+    Preferences::Shared().Remember(QString::fromLatin1(AwayForGood), ForGood->isChecked());
+    hide();
+}
+
+void TipTour::Settle() {
+    adjustSize();
+    move(parentWidget()->width() - width() - Margin, parentWidget()->height() - height() - 3 * Margin);
+    raise();
+}
+
+bool TipTour::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && isVisible()) {
+        Settle();
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void TipTour::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        PutAway();
+    } else {
+        QFrame::keyPressEvent(event);
+    }
+}
+
+}  // namespace quillara

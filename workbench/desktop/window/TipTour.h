@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QFrame>
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+
+namespace quillara {
+
+/// Six tips for a new user, one at a time, in a corner of the window. It can be put away for now, or for good.
+class TipTour : public QFrame {
+    Q_OBJECT
+
+  public:
+    explicit TipTour(QWidget* window);
+
+    /// Begins with the first tip.
+    void Begin();
+    /// Begins unless the user has put it away for good.
+    void Greet();
+
+  protected:
+    /// Stays in its corner.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void Show(int tip);
+    void PutAway();
+    void Settle();
+
+    int Present = 0;
+    QLabel* Title;
+    QLabel* Text;
+    QLabel* Place;
+    QCheckBox* ForGood;
+    QPushButton* Back;
+    QPushButton* On;
+};
+
+}  // namespace quillara

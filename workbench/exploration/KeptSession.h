@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/exploration/ExplorationJournal.h"
+
+namespace quillara {
+
+class Exploration;
+
+/// An exploration as it is kept on disk, so that it can be gone on with after the program has been killed.
+struct KeptSession {
+    std::string File;  ///< that it has begun with
+    std::string State;  ///< the steps in force, for people
+    std::vector<std::string> Documents;  ///< names of those that stand in windows
+    std::string Script;  ///< the recorded script up to now
+    std::vector<JournalEntry> Entries;  ///< what leads there
+};
+
+/// An exploration of a file as it is now. Not while a command runs.
+[[nodiscard]] KeptSession SessionOf(Exploration& exploration, const std::string& file);
+
+/// As a JSON text, and back. Throws DataError when a text is no session.
+[[nodiscard]] std::string SessionText(const KeptSession& session);
+[[nodiscard]] KeptSession SessionFrom(std::string_view text);
+
+}  // namespace quillara
