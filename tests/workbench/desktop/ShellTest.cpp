@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QDropEvent>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
@@ -279,7 +281,7 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
 TEST_F(Shell, TheSearchFindsCommandsByTheirWords) {
     OpenSurvey();
     Choose("sex", "region");
-    QTest::keyClick(&Main, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    Action("searchCommands").trigger();
     auto* search = Main.findChild<CommandSearch*>();
     ASSERT_NE(search, nullptr);
     Picture(*search, "shell12-search.png");

@@ -70,8 +70,10 @@ void GuideBar::Refresh() {
 
 void GuideBar::AskForVariables() {
     const DataTable& table = Model.Present()->Table();
-    Text->setText(tr("%1: %2 cases, %n variable(s).", nullptr, static_cast<int>(table.Variables.size()))
-                      .arg(QString::fromStdString(table.FileName), QLocale().toString(table.Cases)));
+    const QString variables =
+        table.Variables.size() == 1 ? tr("1 variable") : tr("%1 variables").arg(table.Variables.size());
+    Text->setText(tr("%1: %2 cases, %3.")
+                      .arg(QString::fromStdString(table.FileName), QLocale().toString(table.Cases), variables));
     First->setText(tr("E&xplore all variables"));
     First->setToolTip(tr("Takes every variable as its content suggests, and shows what they look like"));
     Second->setText(tr("Choose &variables..."));

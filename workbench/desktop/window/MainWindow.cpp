@@ -130,8 +130,8 @@ void MainWindow::OfferSession() {
         return;
     }
     const QString file = QFileInfo(QString::fromStdString(left->File)).fileName();
-    const QString state = tr("%1, %n result window(s)", nullptr, static_cast<int>(left->Documents.size()))
-                              .arg(QString::fromStdString(left->State));
+    const QString state =
+        tr("%1; result windows: %2").arg(QString::fromStdString(left->State)).arg(left->Documents.size());
     Start->ShowLeft(tr("&Go on with %1").arg(file), state);
 }
 
@@ -234,8 +234,10 @@ bool MainWindow::MayReplace() {
     if (steps + results == 0) {
         return true;
     }
-    return Explored->Confirm(tr("This ends the exploration of %1, with its %n result window(s).", nullptr, results)
-                                 .arg(QString::fromStdString(exploration->Table().FileName)),
+    return Explored->Confirm(tr("This ends the exploration of %1: steps in force %2, result windows %3.")
+                                 .arg(QString::fromStdString(exploration->Table().FileName))
+                                 .arg(steps)
+                                 .arg(results),
                              tr("&End it"));
 }
 

@@ -97,6 +97,7 @@ void MainWindow::AddToolBar() {
     for (const int button : {SummaryButton, FrequenciesButton, HistogramsButton}) {
         bar->addAction(Exploring->Of(button));
     }
+    bar->toggleViewAction()->setText(tr("&Tool bar"));
     Menu(MenuName::View).addAction(bar->toggleViewAction());
 }
 
