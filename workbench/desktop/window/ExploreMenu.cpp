@@ -29,7 +29,7 @@ constexpr auto Steps = std::to_array<MenuRow>({
     {BrushButton,          QT_TRANSLATE_NOOP("ExploreMenu", "&Brush"),                    "Ctrl+B",          QT_TRANSLATE_NOOP("ExploreMenu", "Drill by clicking the bars of the variable that is selected")},
     {OrderButton,          QT_TRANSLATE_NOOP("ExploreMenu", "&Order of variables..."),    "Ctrl+Shift+O",    QT_TRANSLATE_NOOP("ExploreMenu", "Put the drill-down variables into another order")},
     {0, "", "", ""},
-    {SelectCasesButton,    QT_TRANSLATE_NOOP("ExploreMenu", "&Select cases..."),          "Ctrl+Shift+S",    QT_TRANSLATE_NOOP("ExploreMenu", "Use only the cases that meet a condition")},
+    {SelectCasesButton,    QT_TRANSLATE_NOOP("ExploreMenu", "&Select cases..."),          "Ctrl+Shift+L",    QT_TRANSLATE_NOOP("ExploreMenu", "Use only the cases that meet a condition")},
     {WeightButton,         QT_TRANSLATE_NOOP("ExploreMenu", "&Weight..."),                "Ctrl+Shift+W",    QT_TRANSLATE_NOOP("ExploreMenu", "Choose a variable that weights the cases")},
     {AutoUpdateBox,        QT_TRANSLATE_NOOP("ExploreMenu", "&Auto-update all results"),  "Ctrl+U",          QT_TRANSLATE_NOOP("ExploreMenu", "Results are replaced in place after each step")},
     {0, "", "", ""},

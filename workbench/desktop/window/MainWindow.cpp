@@ -22,6 +22,7 @@
 #include "workbench/desktop/data/DataPanels.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/ModalView.h"
+#include "workbench/desktop/results/ViewOptions.h"
 #include "workbench/desktop/scripts/ScriptPanels.h"
 #include "workbench/desktop/window/ExploreMenu.h"
 #include "workbench/desktop/window/FileReading.h"
@@ -103,11 +104,18 @@ MainWindow::MainWindow(SettingsStore* settings, QWidget* parent)
          [this](const QString& text) { QMessageBox::information(FrontWindow(this), windowTitle(), text); },
          [this](const QString& question, const QString& action) { return Ask(this, question, action); }});
     connect(Area, &Workspace::pickingChanged, Side, &QWidget::setDisabled);
+    connect(&Preferences::Shared(), &Preferences::changed, this, &MainWindow::TakePreferences);
+    TakePreferences();
     Connect();
     ConnectWork();
     ShowDialog();
     ShowState();
     resize(FirstSize);
+}
+
+void MainWindow::TakePreferences() {
+    const Preferences& shared = Preferences::Shared();
+    Area->SetOptions({shared.HasFrequencyBars(), shared.HasMotion()});
 }
 
 void MainWindow::Welcome(const QString& sessions) {
@@ -208,7 +216,7 @@ void MainWindow::ConnectWork() {
 /// What it shows is seen at one glance.
 void MainWindow::ExploreEverything() {
     Explored->Do([](Exploration& exploration) { ExploreAll(exploration); });
-    Area->tileSubWindows();
+    Area->Tile();
 }
 
 void MainWindow::AskForFile() {

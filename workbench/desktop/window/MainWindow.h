@@ -71,6 +71,7 @@ class MainWindow : public QMainWindow {
     void ExploreEverything();
     void SearchCommands();
     void ShowPreferences();
+    void TakePreferences();
     void OfferSession();
     void RestoreSession();
     void AskForFile();
