@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 
 #include "workbench/charts/ChartColors.h"
 #include "workbench/charts/ChartKinds.h"
+#include "workbench/charts/ChartZoom.h"
 #include "workbench/charts/NoCases.h"
 #include "workbench/charts/ScatterCells.h"
 #include "workbench/charts/ScatterGrid.h"
@@ -18,9 +21,14 @@ constexpr double NameRoom = 3.0;
 constexpr double MostNameShare = 0.2;  // of the width, for names beside the rows
 constexpr double LeastNameSize = 7.0;
 
-class ScatterElement : public ChartElement {
+class ScatterElement : public ChartElement, public ZoomablePart {
   public:
     ScatterElement(const ChartSheet& sheet, const ScatterMatrix& matrix);
+    [[nodiscard]] bool CanZoom() const override { return HasCases(); }
+    [[nodiscard]] std::vector<NumberRange> Zoom() const override { return Ranges; }
+    void SetZoom(const std::vector<NumberRange>& ranges) override;
+    bool ZoomTo(const QRectF& pixels) override;
+    bool ZoomAbout(QPointF point, double factor) override;
 
   protected:
     void Arrange(const QRectF& place) override;
@@ -34,6 +42,8 @@ class ScatterElement : public ChartElement {
     [[nodiscard]] double NameSize() const;
     [[nodiscard]] double NameHeight(const QRectF& cell) const;
     [[nodiscard]] QRectF ArrangeNote(const QRectF& place);
+    [[nodiscard]] std::optional<std::size_t> CellAt(QPointF point) const;
+    bool ShowPlaces(std::size_t variable, const NumberRange& places);
     void ArrangeNames(const QRectF& place);
     void ArrangeName(std::size_t variable, double size);
     void ArrangeNamesBeside(const QRectF& place);
@@ -50,12 +60,77 @@ class ScatterElement : public ChartElement {
 
     const std::shared_ptr<const GraphDocument> Document;  // keeps Matrix alive
     const ScatterMatrix& Matrix;
+    std::vector<NumberRange> Ranges;  // values that are shown of each variable; empty: all
     ScatterGrid Grid;
     bool NamesAreInside = true;
 };
 
+/// A range of places about one of them, by a factor, no wider than what the cases take.
+NumberRange Scaled(const ScatterSide& side, double about, double factor) {
+    const double at = std::clamp(about, side.LowPlace, side.HighPlace);
+    return {at - (at - side.LowPlace) * factor, at + (side.HighPlace - at) * factor};
+}
+
 ScatterElement::ScatterElement(const ChartSheet& sheet, const ScatterMatrix& matrix)
     : ChartElement(sheet.Plot, sheet.Style), Document(sheet.Document), Matrix(matrix), Grid(GridAt(QRectF())) {}
+
+void ScatterElement::SetZoom(const std::vector<NumberRange>& ranges) {
+    Ranges = ranges.size() == Count() ? ranges : std::vector<NumberRange>();
+}
+
+/// The place of the cell in which a point lies.
+std::optional<std::size_t> ScatterElement::CellAt(QPointF point) const {
+    for (std::size_t cell = 0; cell < Count() * Count(); ++cell) {
+        if (Grid.Cell(cell / Count(), cell % Count()).contains(point)) {
+            return cell;
+        }
+    }
+    return std::nullopt;
+}
+
+/// All cells of the variable show the same places of it.
+bool ScatterElement::ShowPlaces(std::size_t variable, const NumberRange& places) {
+    const ScatterSide& side = Grid.Side(variable);
+    if (!(side.Min < side.Max)) {
+        return false;
+    }
+    if (Ranges.empty()) {
+        for (std::size_t each = 0; each < Count(); ++each) {
+            const ScatterSide& whole = Grid.Side(each);
+            Ranges.push_back({whole.ValueAt(whole.LowPlace), whole.ValueAt(whole.HighPlace)});
+        }
+    }
+    NumberRange& range = Ranges[variable];
+    const NumberRange before = range;
+    range = {side.ValueAt(places.Low), side.ValueAt(places.High)};
+    return before.Low != range.Low || before.High != range.High;
+}
+
+bool ScatterElement::ZoomTo(const QRectF& pixels) {
+    const std::optional<std::size_t> cell = CellAt(pixels.center());
+    if (!cell) {
+        return false;
+    }
+    const std::size_t row = *cell / Count();
+    const std::size_t column = *cell % Count();
+    const NumberRange across{Grid.PlaceAcross(column, pixels.left()), Grid.PlaceAcross(column, pixels.right())};
+    const NumberRange up{Grid.PlaceUp(row, pixels.bottom()), Grid.PlaceUp(row, pixels.top())};
+    const bool isWider = ShowPlaces(column, across);
+    return (row != column && ShowPlaces(row, up)) || isWider;
+}
+
+bool ScatterElement::ZoomAbout(QPointF point, double factor) {
+    const std::optional<std::size_t> cell = CellAt(point);
+    if (!cell || (Ranges.empty() && factor > 1.0)) {
+        return false;
+    }
+    const std::size_t row = *cell / Count();
+    const std::size_t column = *cell % Count();
+    const NumberRange across = Scaled(Grid.Side(column), Grid.PlaceAcross(column, point.x()), factor);
+    const NumberRange up = Scaled(Grid.Side(row), Grid.PlaceUp(row, point.y()), factor);
+    const bool isWider = ShowPlaces(column, across);
+    return (row != column && ShowPlaces(row, up)) || isWider;
+}
 
 bool ScatterElement::HasCases() const {
     return std::ranges::any_of(Matrix.Variables, [](const ScatterVariable& variable) { return variable.Cases > 0; });
@@ -68,7 +143,7 @@ const ScatterCell& ScatterElement::CellOf(std::size_t row, std::size_t column) c
 }
 
 ScatterGrid ScatterElement::GridAt(const QRectF& place) const {
-    return {Matrix, Document->About, place, Style};
+    return {Matrix, Document->About, place, Style, Ranges};
 }
 
 double ScatterElement::NameHeight(const QRectF& cell) const {
@@ -236,8 +311,8 @@ void ScatterElement::DrawHistogram(QCPPainter& painter, std::size_t variable) co
     }
     for (std::size_t i = 0; i < bins.Counts.size(); ++i) {
         const double low = bins.Low + static_cast<double>(i) * bins.Step;
-        const double left = Grid.Across(variable, side.PlaceOf(low));
-        const double right = Grid.Across(variable, side.PlaceOf(low + bins.Step));
+        const double left = std::max(cell.left(), Grid.Across(variable, side.PlaceOf(low)));
+        const double right = std::min(cell.right(), Grid.Across(variable, side.PlaceOf(low + bins.Step)));
         const double height = bins.Counts[i] / most * room;
         if (height > 0.0 && left < right) {
             painter.drawRect(QRectF(left, cell.bottom() - height, right - left, height));
@@ -292,12 +367,20 @@ const std::vector<float>& PlacesOf(const ScatterVariable& variable) {
     return variable.Places ? *variable.Places : none;
 }
 
+/// The places that are shown; the others become those of cases that aren't valid.
+std::vector<float> ShownPlaces(const std::vector<float>& places, const ScatterSide& side) {
+    std::vector<float> shown = places;
+    std::ranges::replace_if(
+        shown, [&side](float place) { return !side.Shows(place); }, std::numeric_limits<float>::quiet_NaN());
+    return shown;
+}
+
 std::vector<QPointF> ScatterElement::PointsOf(std::size_t row, std::size_t column) const {
     const std::vector<float>& x = PlacesOf(Matrix.Variables[column]);
     const std::vector<float>& y = PlacesOf(Matrix.Variables[row]);
     std::vector<QPointF> points;
     for (std::size_t i = 0; i < std::min(x.size(), y.size()); ++i) {
-        if (!std::isnan(x[i]) && !std::isnan(y[i])) {
+        if (Grid.Side(column).Shows(x[i]) && Grid.Side(row).Shows(y[i])) {
             points.emplace_back(Grid.Across(column, x[i]), Grid.Up(row, y[i]));
         }
     }
@@ -328,7 +411,7 @@ PixelSteps ScatterElement::StepsOf(std::size_t variable) const {
     const auto sideFrom = [](int start, int count, double first, double last) {
         return PixelSide{first - start, last - start, count};
     };
-    return PixelStepsOf(PlacesOf(Matrix.Variables[variable]),
+    return PixelStepsOf(ShownPlaces(PlacesOf(Matrix.Variables[variable]), Grid.Side(variable)),
                         sideFrom(pixels.left(), pixels.width(), Grid.Across(variable, 0.0), Grid.Across(variable, 1.0)),
                         sideFrom(pixels.top(), pixels.height(), Grid.Up(variable, 0.0), Grid.Up(variable, 1.0)));
 }

@@ -37,6 +37,17 @@ ScatterSide SideOf(const ScatterVariable& variable, ValueKind kind, bool hasBars
     return side;
 }
 
+/// A part of what a side shows, at least a little of it.
+void ShowOnly(ScatterSide& side, const NumberRange& values) {
+    constexpr double leastShare = 1e-4;
+    const double low = std::clamp(side.PlaceOf(values.Low), side.LowPlace, side.HighPlace);
+    const double high = std::clamp(side.PlaceOf(values.High), side.LowPlace, side.HighPlace);
+    if (high - low > leastShare * (side.HighPlace - side.LowPlace)) {
+        side.LowPlace = low;
+        side.HighPlace = high;
+    }
+}
+
 /// The most round values whose texts stand beside each other in so many pixels.
 template <typename SizeOf>
 std::vector<AxisMark> ValuesFitting(const ScatterSide& side, double rim, double pixels, const SizeOf& sizeOf) {
@@ -79,11 +90,14 @@ double ScatterSide::ValueAt(double place) const {
 }
 
 ScatterGrid::ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place,
-                         const ChartStyle& style)
+                         const ChartStyle& style, const std::vector<NumberRange>& shown)
     : Style(style), Area(place) {
     const bool hasBars = (matrix.Flags & ScatterFlag::Histograms) != 0;
     for (std::size_t i = 0; i < matrix.Variables.size(); ++i) {
         Sides.push_back(SideOf(matrix.Variables[i], about.KindOf(i), hasBars));
+        if (i < shown.size()) {
+            ShowOnly(Sides.back(), shown[i]);
+        }
     }
     const TextStyle text = LabelStyle(style, place.height() / CountOf(Sides));
     const double mostLeft = place.width() * MostLabelShare;
@@ -137,6 +151,20 @@ double ScatterGrid::Up(std::size_t row, double place) const {
     const double rim = Rim(cell.height());
     const double share = (place - side.LowPlace) / (side.HighPlace - side.LowPlace);
     return cell.bottom() - rim - share * (cell.height() - 2 * rim);
+}
+
+double ScatterGrid::PlaceAcross(std::size_t column, double pixel) const {
+    const ScatterSide& side = Sides[column];
+    const double low = Across(column, side.LowPlace);
+    const double high = Across(column, side.HighPlace);
+    return side.LowPlace + (pixel - low) / (high - low) * (side.HighPlace - side.LowPlace);
+}
+
+double ScatterGrid::PlaceUp(std::size_t row, double pixel) const {
+    const ScatterSide& side = Sides[row];
+    const double low = Up(row, side.LowPlace);
+    const double high = Up(row, side.HighPlace);
+    return side.LowPlace + (pixel - low) / (high - low) * (side.HighPlace - side.LowPlace);
 }
 
 std::vector<AxisSpot> ScatterGrid::SpotsAcross(std::size_t column, const TextStyle& style) const {

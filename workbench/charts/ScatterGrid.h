@@ -22,13 +22,17 @@ struct ScatterSide {
     /// The place of a value, 0 at Min and 1 at Max; 0.5 for a constant.
     [[nodiscard]] double PlaceOf(double value) const;
     [[nodiscard]] double ValueAt(double place) const;
+    /// Whether a place is among those that are shown.
+    [[nodiscard]] bool Shows(double place) const { return LowPlace <= place && place <= HighPlace; }
 };
 
 /// Where the cells of a scatterplot matrix lie in the picture, and the numbers of its outer axes.
 class ScatterGrid {
   public:
-    /// Finds room for the labels of the axes within a place. Variables may be none.
-    ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place, const ChartStyle& style);
+    /// Finds room for the labels of the axes within a place. Variables may be none. `shown` are the values that are
+    /// shown of each variable; empty: all.
+    ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place, const ChartStyle& style,
+                const std::vector<NumberRange>& shown);
 
     [[nodiscard]] QRectF Cell(std::size_t row, std::size_t column) const;
     /// Height of a strip at the top of the cells that is kept free of points, for a line of text; 0: they are too
@@ -41,6 +45,9 @@ class ScatterGrid {
     /// below its heading.
     [[nodiscard]] double Across(std::size_t column, double place) const;
     [[nodiscard]] double Up(std::size_t row, double place) const;
+    /// And back.
+    [[nodiscard]] double PlaceAcross(std::size_t column, double pixel) const;
+    [[nodiscard]] double PlaceUp(std::size_t row, double pixel) const;
     [[nodiscard]] const ScatterSide& Side(std::size_t variable) const { return Sides[variable]; }
     [[nodiscard]] const std::vector<PlacedText>& Labels() const { return PlacedLabels; }
     [[nodiscard]] const std::vector<QLineF>& Ticks() const { return TickLines; }

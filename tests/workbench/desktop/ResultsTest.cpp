@@ -13,6 +13,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMimeData>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
@@ -26,6 +27,7 @@
 #include "workbench/desktop/brushing/BrushingBar.h"
 #include "workbench/desktop/results/ChartCanvas.h"
 #include "workbench/desktop/results/ChartResultView.h"
+#include "workbench/desktop/results/Printing.h"
 #include "workbench/desktop/results/ReportDialog.h"
 #include "workbench/desktop/results/ResultTableModel.h"
 #include "workbench/desktop/results/SpotLight.h"
@@ -238,6 +240,37 @@ TEST_F(ResultsTest, ChartsZoomCopyAndAreSaved) {
     for (const QPushButton* button : report.findChildren<QPushButton*>()) {
         EXPECT_EQ(button->isEnabled(), button->text().contains(QStringLiteral("Close")))
             << button->text().toStdString();
+    }
+}
+
+TEST_F(ResultsTest, ScatterplotsZoomIntoACellAndAllPrint) {
+    Open(testing_locations::Sample("survey.sav"), {}, {"age", "income"}, ReviewVariablesButton);
+    Press(ReviewScatterplotButton);
+    ASSERT_EQ(Model.Present()->Documents().size(), 1U) << Messages.join(u' ').toStdString();
+    Press(ReviewDescriptivesButton);
+    ChartCanvas& canvas = dynamic_cast<ChartResultView&>(*Area.Find(*Model.Present()->Documents().front())).Canvas();
+    const QImage whole = canvas.grab().toImage();
+    const QPoint cell = MiddleOf(canvas, 1);
+    QTest::mousePress(&canvas, Qt::LeftButton, {}, cell - QPoint(40, 30));
+    QTest::mouseMove(&canvas, cell);
+    QTest::mouseRelease(&canvas, Qt::LeftButton, {}, cell);
+    ASSERT_TRUE(canvas.IsZoomed());
+    const ChartRanges ranges = ZoomOf(canvas);
+    EXPECT_LT(ranges.front()[0].High - ranges.front()[0].Low, 60.0);  // years of age, of 18 to 96
+    EXPECT_NE(canvas.grab().toImage(), whole);
+    Shoot("scatter.png");
+    QTest::mouseDClick(&canvas, Qt::LeftButton, {}, cell);
+    EXPECT_FALSE(canvas.IsZoomed());
+    EXPECT_EQ(canvas.grab().toImage(), whole);
+    const QTemporaryDir folder;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFileName(folder.filePath(QStringLiteral("pages.pdf")));
+    PrintDocuments(printer, Model.Present()->Documents());
+    QFile file(printer.outputFileName());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().startsWith("%PDF"));
+    if (qEnvironmentVariableIsSet("QUILLARA_SCREENSHOTS")) {
+        file.copy(qEnvironmentVariable("QUILLARA_SCREENSHOTS") + QStringLiteral("/pages.pdf"));
     }
 }
 

@@ -58,7 +58,12 @@ void Pages::Add(const GraphDocument& graph) {
     BuildChart(plot, graph, look);
     QPicture picture;
     PaintPlot(plot, picture, {look.Width, look.Height});
-    Painter.drawPicture(QPointF(0.0, Used), picture);
+    const double unscaled = static_cast<double>(picture.logicalDpiX()) / Device.logicalDpiX();
+    Painter.save();
+    Painter.translate(0.0, Used);
+    Painter.scale(unscaled, unscaled);  // a picture scales itself to the resolution of its device
+    Painter.drawPicture(QPointF(), picture);
+    Painter.restore();
     Used += look.Height + Gap;
 }
 

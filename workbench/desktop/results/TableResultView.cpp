@@ -94,6 +94,8 @@ void TableResultView::SetUpTable() {
     Table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     Table->setAccessibleName(tr("Result table"));
     Table->setTabKeyNavigation(false);
+    Table->setStyleSheet(
+        QStringLiteral("QHeaderView, QTableCornerButton::section { background: palette(base); border: none; }"));
     Table->horizontalHeader()->setHighlightSections(false);
     Table->verticalHeader()->setHighlightSections(false);
     Table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
