@@ -32,7 +32,7 @@ class ScatterGrid {
     /// Finds room for the labels of the axes within a place. Variables may be none. `shown` are the values that are
     /// shown of each variable; empty: all.
     ScatterGrid(const ScatterMatrix& matrix, const Subject& about, const QRectF& place, const ChartStyle& style,
-                const std::vector<NumberRange>& shown);
+                const std::vector<NumberRange>& shown = {});
 
     [[nodiscard]] QRectF Cell(std::size_t row, std::size_t column) const;
     /// Height of a strip at the top of the cells that is kept free of points, for a line of text; 0: they are too
