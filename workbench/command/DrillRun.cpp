@@ -156,7 +156,8 @@ DrillOutcome DrillRun::Run() {
     PressBoxes();
     std::ranges::for_each(Options.Categorizations, [this](const auto& categorized) { Categorize(categorized); });
     Outcome.Outputs.Selected = CountSelected(Session.Analysed());
-    if (Options.After == ShownAfter::All) {
+    Outcome.Outputs.ShowsAllStates = Options.After == ShownAfter::All;
+    if (Outcome.Outputs.ShowsAllStates) {
         ShowResults();
     }
     TakeSteps();

@@ -355,6 +355,14 @@ std::string FunctionNames() {
     return names + ", missing";
 }
 
+std::optional<std::string> FunctionMeant(std::string_view name) {
+    std::vector<std::string> names{"missing"};
+    for (const FunctionRow& row : FunctionRows) {
+        names.emplace_back(row.Name);
+    }
+    return Suggestion(name, names);
+}
+
 FormulaPart CallOf(const FormulaContext& context, const Token& name, const std::vector<FormulaPart>& arguments) {
     const FunctionRow& row = *FunctionNamed(name.Text);
     if (arguments.size() < row.Fewest || arguments.size() > row.Most) {

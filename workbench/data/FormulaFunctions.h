@@ -12,6 +12,8 @@ namespace quillara {
 
 /// The names of all functions, with commas between.
 [[nodiscard]] std::string FunctionNames();
+/// The one that a mistyped name probably means.
+[[nodiscard]] std::optional<std::string> FunctionMeant(std::string_view name);
 
 /// The call of a function. Throws UsageError when it takes no such arguments.
 [[nodiscard]] FormulaPart CallOf(const FormulaContext& context, const Token& name,

@@ -14,6 +14,7 @@
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/MissingReasons.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
@@ -27,6 +28,11 @@ constexpr std::array<std::string_view, 2> ProductSigns = {"*", "/"};
 constexpr std::array<std::string_view, 3> Operators = {"and", "or", "not"};
 
 constexpr const char* ValueWanted = "a number, a variable or a quoted text";
+
+/// A question behind what isn't there.
+std::string MeantText(const std::optional<std::string>& meant) {
+    return meant ? "; did you mean " + Quoted(*meant) + "?" : "";
+}
 
 bool IsKeyword(const Token& token, std::string_view keyword) {
     return token.Kind == TokenKind::Word && EqualButForLetterCase(token.Text, keyword);
@@ -55,7 +61,8 @@ class Reader {
         }
         if (MissedName) {
             throw DataError(Context.Formula.Role + " names a variable " + Quoted(*MissedName) +
-                            " that the data don't have (names are compared exactly; a name that is no plain word "
+                            " that the data don't have" + MeantText(VariableMeant(*MissedName)) +
+                            " (names are compared exactly; a name that is no plain word "
                             "stands in [square brackets], a text in \"quotes\").");
         }
         return std::move(Result);
@@ -220,7 +227,8 @@ class Reader {
         }
         if (!IsFunction(Current->Text)) {
             Refuse(Context, Current->Offset,
-                   "there is no function " + Current->Text + " (there are " + FunctionNames() + ")");
+                   "there is no function " + Current->Text + MeantText(FunctionMeant(Current->Text)) + " (there are " +
+                       FunctionNames() + ")");
         }
         const Token& name = Take();
         return CallOf(Context, name, List(&Reader::Disjunction));
@@ -298,6 +306,14 @@ class Reader {
         }
         MissedName = MissedName.value_or(name.Text);
         return {.Offset = name.Offset, .Role = PartRole::Unknown, .Term = ConstantTerm(0), .Varies = true};
+    }
+
+    [[nodiscard]] std::optional<std::string> VariableMeant(const std::string& name) const {
+        std::vector<std::string> names;
+        for (const Variable& variable : Context.Table.Variables) {
+            names.push_back(variable.Name);
+        }
+        return Suggestion(name, names);
     }
 
     FormulaPart Nested(Level level) {

@@ -31,6 +31,7 @@ struct OutputCollection {
     std::vector<std::string> Settings;  ///< what applies to all documents ("Selection: age > 30"), for people
     std::optional<SubsetSize> Selected;  ///< the cases before the first step; nothing: not counted
     std::vector<StepTaken> Steps;
+    bool ShowsAllStates = false;  ///< those too that have no document
     Remarks Noticed;
     std::vector<OutputEntry> Entries;
     int Step = 0;  ///< what the documents that come next belong to

@@ -12,6 +12,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/data/WrittenValue.h"
 #include "workbench/numbers/DecimalNumber.h"
 
@@ -121,7 +122,10 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
     if (list.Rows.empty()) {
         return line + "its list of categories is empty.";
     }
-    return line + "the list shows: " + QuotedList(NamesOf(list)) + ".";
+    const std::vector<std::string> names = NamesOf(list);
+    const std::optional<std::string> meant = Suggestion(text, names);
+    return line + (meant ? "did you mean " + Quoted(*meant) + "? The list shows: " : "the list shows: ") +
+           QuotedList(names) + ".";
 }
 
 }  // namespace

@@ -39,8 +39,9 @@ GroupWalk::GroupWalk(StepTaker& steps, AnalysisDocument& document, std::vector<s
     : Steps(steps), Document(document), Variables(std::move(variables)) {
     for (const std::string& name : Variables) {
         if (!Steps.CanGoDown(NumberOf(Document, name))) {
-            throw DataError("The variable " + Quoted(name) +
-                            " has no categories to go through: it has a step already, or is no drill variable.");
+            throw DataError(
+                "The variable " + Quoted(name) + " has no categories to go through: it " +
+                (ConditionOn(Document, NumberOf(Document, name)) ? "has a step already." : "is no drill variable."));
         }
     }
 }

@@ -56,8 +56,10 @@ Cut DefaultCut(const Variable& variable, std::size_t values) {
 
 [[noreturn]] void RefuseTooMany(const Variable& variable) {
     throw DataError("The variable " + Quoted(variable.Name) + " has more than " +
-                    std::to_string(ValueGroups::MostGroups) + " categories; cut it into fewer, as: --categorize " +
-                    variable.Name + "=neat:10.");
+                    std::to_string(ValueGroups::MostGroups) + " categories; " +
+                    (variable.Kind == ValueKind::Text
+                         ? "group its texts first."
+                         : "cut it into fewer, as: --categorize " + variable.Name + "=neat:10."));
 }
 
 std::vector<double> ExactBounds(double min, double max, int count) {

@@ -98,12 +98,9 @@ void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTa
 /// What the analysis puts below the title of a result to say its subset.
 constexpr std::string_view CaptionBegin = "N Total: ";
 
-/// What all the cases were: those before the first step, and before it those of the file.
-SubsetSize Whole(const OutputCollection& outputs, int step) {
-    if (step == 0 || !outputs.Selected) {
-        return {outputs.Cases, std::nullopt};
-    }
-    return *outputs.Selected;
+/// The cases before the first step, of which each step leaves some.
+SubsetSize Whole(const OutputCollection& outputs) {
+    return outputs.Selected.value_or(SubsetSize{outputs.Cases, std::nullopt});
 }
 
 std::string WeightText(double weight) {
@@ -111,14 +108,20 @@ std::string WeightText(double weight) {
 }
 
 /// "144 of 891 cases, weight 151.2 of 903.4".
-std::string SizeText(const SubsetSize& left, const SubsetSize& whole, bool isStep) {
-    const bool isAll = left.Cases == whole.Cases && !isStep;
-    std::string text = std::to_string(left.Cases) + (isAll ? "" : " of " + std::to_string(whole.Cases)) +
-                       (whole.Cases == 1 ? " case" : " cases");
+std::string SizeText(const SubsetSize& left, const SubsetSize& whole) {
+    std::string text =
+        std::to_string(left.Cases) + " of " + std::to_string(whole.Cases) + (whole.Cases == 1 ? " case" : " cases");
     if (left.Weight) {
         text += ", weight " + WeightText(*left.Weight) + (whole.Weight ? " of " + WeightText(*whole.Weight) : "");
     }
     return text;
+}
+
+/// "891 cases (1309 in the data), weight 903.4".
+std::string SizeText(const SubsetSize& selected, std::int32_t inData) {
+    std::string text = std::to_string(selected.Cases) + (selected.Cases == 1 ? " case" : " cases");
+    text += selected.Cases == inData ? "" : " (" + std::to_string(inData) + " in the data)";
+    return selected.Weight ? text + ", weight " + WeightText(*selected.Weight) : text;
 }
 
 /// "Missing: Not stated 12, blank 3"; of many the most frequent ones, and how many the others have.
@@ -225,7 +228,10 @@ std::string StepText(const OutputCollection& outputs, int step) {
                              : step == 0 ? "Cases in use"
                                          : ShownLine(outputs.Steps[place - 1].Text());
     const std::optional<SubsetSize> left = LeftBehind(outputs, step);
-    return left ? text + ", " + SizeText(*left, Whole(outputs, step), step > 0) : text;
+    if (!left) {
+        return text;
+    }
+    return text + ", " + (step == 0 ? SizeText(*left, outputs.Cases) : SizeText(*left, Whole(outputs)));
 }
 
 std::vector<std::string> StepsInForceText(const OutputCollection& outputs, int step) {

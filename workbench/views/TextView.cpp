@@ -200,12 +200,27 @@ std::string Heading(const OutputCollection& outputs, int step) {
     return lines;
 }
 
+/// Steps with results, and between them the others where all states are shown.
+std::vector<StepResults> ShownSteps(const OutputCollection& outputs) {
+    std::vector<StepResults> steps = ResultsByStep(outputs);
+    if (!outputs.ShowsAllStates || !outputs.Selected || steps.empty()) {
+        return steps;
+    }
+    for (int step = 0; step <= static_cast<int>(outputs.Steps.size()); ++step) {
+        if (std::ranges::find(steps, step, &StepResults::Step) == steps.end()) {
+            steps.push_back({step, 0, 0});
+        }
+    }
+    std::ranges::sort(steps, {}, &StepResults::Step);
+    return steps;
+}
+
 }  // namespace
 
 std::string TextView(const OutputCollection& outputs) {
     std::string text;
     const auto begin = [&text] { text += text.empty() ? "" : "\n"; };
-    const std::vector<StepResults> steps = ResultsByStep(outputs);
+    const std::vector<StepResults> steps = ShownSteps(outputs);
     for (const StepResults& step : steps) {
         if (steps.size() > 1 || outputs.Selected) {
             begin();

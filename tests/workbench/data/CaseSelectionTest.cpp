@@ -124,7 +124,8 @@ TEST(CaseSelection, SelectsOrSaysWhereItCannotRead) {
     EXPECT_EQ(Selected("day = 1"), Unreadable + "7: \"day\" is a date: write the day in quotes, as \"2020-01-01\".");
     EXPECT_EQ(Selected("a = 1 && b = 1"), Unreadable + "7: unknown sign && (write and).");
     EXPECT_EQ(Selected("a = )"), Unreadable + "5: expected a number, a variable or a quoted text, found ).");
-    const std::string unknown = "data: The selection formula names a variable \"A\" that the data don't have (";
+    const std::string unknown =
+        "data: The selection formula names a variable \"A\" that the data don't have; did you mean \"a\"? (";
     EXPECT_EQ(Selected("A = 1").substr(0, unknown.size()), unknown);
     EXPECT_EQ(Selected("missing(none)").substr(0, 5), "data:");
 }

@@ -84,7 +84,7 @@ constexpr std::pair<const char*, const char*> Formulas[] = {
     // Errors
     {"x +",                   "usage: The formula of \"new\" can't be read at character 4: expected a number, a variable or a quoted text, found the end of the formula."},
     {"missing()",             "usage: The formula of \"new\" can't be read at character 1: missing() is only of use as a result of if(condition, value, missing())."},
-    {"X",                     "data: The formula of \"new\" names a variable \"X\" that the data don't have (names are compared exactly; a name that is no plain word stands in [square brackets], a text in \"quotes\")."},
+    {"X",                     "data: The formula of \"new\" names a variable \"X\" that the data don't have; did you mean \"x\"? (names are compared exactly; a name that is no plain word stands in [square brackets], a text in \"quotes\")."},
 };
 // clang-format on
 
