@@ -9,6 +9,7 @@
 #include "workbench/data/DateTimes.h"
 #include "workbench/data/FormulaTexts.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/data/ValueText.h"
 #include "workbench/numbers/ExactNumbers.h"
 

@@ -304,7 +304,7 @@ void MainWindow::ShowDialog() {
     scroll->setWidgetResizable(true);
     scroll->setWidget(Startup);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setMinimumWidth(Startup->width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->setMinimumWidth(Startup->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
     Side->setWidget(scroll);
 }
 
