@@ -214,7 +214,7 @@ void ChartCanvas::Step(int by) {
     }
     const bool isNew = found == spots.end();
     const int next = isNew ? (by > 0 ? 0 : count - 1) : (static_cast<int>(found - spots.begin()) + by + count) % count;
-    const ChartSpot spot = spots[static_cast<std::size_t>(next)];
+    const ChartSpot& spot = spots[static_cast<std::size_t>(next)];
     Light(spot.Outline);
     Lit = spot;
     setAccessibleDescription(spot.Tip);
