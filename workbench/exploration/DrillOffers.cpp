@@ -88,7 +88,8 @@ std::vector<DrillOffer> OffersAt(Exploration& exploration, const ResultDocument&
     }
     std::vector<StepTaken> steps = exploration.Steps();
     std::ranges::reverse(steps);
-    std::ranges::stable_partition(steps, [&](const StepTaken& step) { return IsAbout(meaning, step.Variable); });
+    std::stable_partition(steps.begin(), steps.end(),
+                          [&](const StepTaken& step) { return IsAbout(meaning, step.Variable); });
     for (const StepTaken& step : steps) {
         offers.push_back(UpOn(exploration, step.Variable));
     }
