@@ -224,9 +224,7 @@ std::string StepText(const OutputCollection& outputs, int step) {
         return {};
     }
     const bool isWhole = step == 0 && (!outputs.Selected || outputs.Selected->Cases == outputs.Cases);
-    std::string text = isWhole     ? "All cases"
-                             : step == 0 ? "Cases in use"
-                                         : ShownLine(outputs.Steps[place - 1].Text());
+    std::string text = isWhole ? "All cases" : step == 0 ? "Cases in use" : ShownLine(outputs.Steps[place - 1].Text());
     const std::optional<SubsetSize> left = LeftBehind(outputs, step);
     if (!left) {
         return text;

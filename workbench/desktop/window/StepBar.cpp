@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QStyle>
 #include <QToolButton>
 #include <algorithm>
 #include <utility>
