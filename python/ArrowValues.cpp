@@ -65,8 +65,10 @@ void AddMoments(ArrowValues& values, const ArrowArray& array, const ArrowKind& k
                 std::int64_t count) {
     const auto unit = static_cast<std::int64_t>(kind.Unit);
     AddNumbers(values, array, begin, count, [unit, items = Buffer<std::int64_t>(array, 1)](std::int64_t row) {
-        const std::int64_t part = (items[row] % unit + unit) % unit;
-        return static_cast<double>((items[row] - part) / unit) + static_cast<double>(part) / static_cast<double>(unit);
+        const std::int64_t rest = items[row] % unit;
+        const std::int64_t whole = items[row] / unit - (rest < 0 ? 1 : 0);
+        const std::int64_t part = rest < 0 ? rest + unit : rest;
+        return static_cast<double>(whole) + static_cast<double>(part) / static_cast<double>(unit);
     });
 }
 

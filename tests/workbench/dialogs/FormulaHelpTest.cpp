@@ -59,8 +59,8 @@ TEST(FormulaHelp, OffersNamesAndLabelsWhereTheyCanStand) {
 TEST(FormulaHelp, OutcomesTellTheCasesOrThePlaceOfTheFault) {
     const DataTable people = People();
     const struct {
-        const char* Formula;
-        const char* Text;
+        const char* Formula = nullptr;
+        const char* Text = nullptr;
         std::optional<std::size_t> Place;
     } outcomes[] = {
         {"age > 20", "2 of 3 cases are selected", std::nullopt},
