@@ -77,7 +77,11 @@ AnalysisServices Exploration::Services(SettingsStore* settings) {
     services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
     services.MemoryLacked = [this] { LacksMemory = true; };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
-    services.HearStandAlone = [this](ResultDocument& document) { Take(document); };
+    services.HearStandAlone = [this](ResultDocument& document) {
+        if (document.IsVisible()) {  // an update makes no new windows; what it makes beyond those there are it drops
+            Take(document);
+        }
+    };
     services.TakeData = [this](std::shared_ptr<const DataTable> made) {
         Tables.push_back(made);
         Listener.TableMade(std::move(made));

@@ -10,18 +10,22 @@
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
 #include "workbench/desktop/dialogs/ModalView.h"
+#include "workbench/desktop/window/Workspace.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 
 namespace quillara {
 
-ShownSurvey::ShownSurvey() {
+ShownDesktop::ShownDesktop() {
     Main.show();
     Main.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Main));
-    EXPECT_TRUE(Main.Open(QString::fromStdString(testing_locations::Sample("survey.sav"))));
     Main.Model().SetAnswers({[this](Window& window) { return WorkInModal(window, &Main); },
-                             [](BrushingRun&) { return false; },
+                             [this](BrushingRun& run) { return Main.Results().PickBar(run); },
                              [this](const QString& text) { Said.push_back(text.toStdString()); }});
+}
+
+ShownSurvey::ShownSurvey() {
+    EXPECT_TRUE(Main.Open(QString::fromStdString(testing_locations::Sample("survey.sav"))));
     const auto choose = [this](int button, std::vector<const char*> first, std::vector<const char*> second) {
         const auto numbers = [this](const std::vector<const char*>& names) {
             std::vector<short> numbers;
@@ -57,6 +61,12 @@ void Click(DialogView& view, int id) {
     auto* button = qobject_cast<QAbstractButton*>(view.Find(id));
     ASSERT_NE(button, nullptr) << id;
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+}
+
+void ClickRow(QAbstractItemView& list, int row, Qt::KeyboardModifiers keys) {
+    const QModelIndex index = list.model()->index(row, 0);
+    list.scrollTo(index);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, list.visualRect(index).center());
 }
 
 void Picture(QWidget& widget, const QString& name) {

@@ -43,10 +43,6 @@ std::string NamesIn(DialogView& view, int id) {
     return names;
 }
 
-void ClickRow(ReportList& list, int row, Qt::KeyboardModifiers keys = {}) {
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, list.visualItemRect(list.topLevelItem(row)).center());
-}
-
 void Drag(ReportList& from, int row, const ReportList& to) {
     const QPoint begin = from.visualItemRect(from.topLevelItem(row)).center();
     const QPoint end = from.viewport()->mapFromGlobal(to.viewport()->mapToGlobal(to.viewport()->rect().center()));

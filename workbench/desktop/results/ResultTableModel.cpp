@@ -45,6 +45,7 @@ void ResultTableModel::Refresh() {
     const int columns = static_cast<int>(fresh.Columns.size());
     FitRows(std::min(Rows, rows));
     FitColumns(std::min(Columns, columns));
+    Sheet = *sheet;
     Texts = fresh;
     FindLargestCounts();
     FitRows(rows);
@@ -81,11 +82,10 @@ void ResultTableModel::FitColumns(int columns) {
 }
 
 void ResultTableModel::FindLargestCounts() {
-    const SpreadsheetDocument& sheet = *Document->Spreadsheet();
-    Largest.assign(sheet.Columns.size(), 0.0);
-    for (std::size_t column = 0; column < sheet.Columns.size(); ++column) {
-        for (int row = 0; sheet.Columns[column].Name == CountName && row < static_cast<int>(sheet.Rows.size()); ++row) {
-            const double* count = NumberAt(sheet, row, static_cast<int>(column));
+    Largest.assign(Sheet.Columns.size(), 0.0);
+    for (std::size_t column = 0; column < Sheet.Columns.size(); ++column) {
+        for (int row = 0; Sheet.Columns[column].Name == CountName && row < static_cast<int>(Sheet.Rows.size()); ++row) {
+            const double* count = NumberAt(Sheet, row, static_cast<int>(column));
             Largest[column] = std::max(Largest[column], count == nullptr ? 0.0 : *count);
         }
     }
@@ -100,12 +100,12 @@ int ResultTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 bool ResultTableModel::IsMissing(int row) const {
-    return Document->Spreadsheet()->Rows[static_cast<std::size_t>(row)].IsMissing;
+    return Sheet.Rows[static_cast<std::size_t>(row)].IsMissing;
 }
 
 QVariant ResultTableModel::CountShare(const QModelIndex& index) const {
     const double largest = Largest[static_cast<std::size_t>(index.column())];
-    const double* count = NumberAt(*Document->Spreadsheet(), index.row(), index.column());
+    const double* count = NumberAt(Sheet, index.row(), index.column());
     return largest > 0.0 && count != nullptr ? QVariant(*count / largest) : QVariant();
 }
 

@@ -37,6 +37,7 @@ class ResultTableModel : public QAbstractTableModel {
     [[nodiscard]] QVariant CountShare(const QModelIndex& index) const;
 
     CountedPointer<ResultDocument> Document;
+    SpreadsheetDocument Sheet;  // as it is shown: in the midst of a command that of the document may be another already
     ShownTable Texts;
     std::vector<double> Largest;  // of the counts of each column; 0: it holds none
     int Rows = 0;
