@@ -250,8 +250,8 @@ class Story : public testing::Test, public ShownDesktop {
 
     void SaveWhatRemains() {
         auto* panels = Main.findChild<DataPanels*>();
-        const QString path = QString::fromStdString(Folder.Path("remaining.sav"));
-        panels->SetAnswers({{[path](QWidget*, const QString&) { return path; },
+        QString path = QString::fromStdString(Folder.Path("remaining.qtable"));
+        panels->SetAnswers({{[&path](QWidget*, const QString&) { return path; },
                              [this](QWidget*, const QString& text) { Said.push_back(text.toStdString()); }},
                             {},
                             {}});
@@ -260,8 +260,8 @@ class Story : public testing::Test, public ShownDesktop {
         ASSERT_EQ(panels->MadeTables().size(), 1U);
         QTest::mouseClick(panels->MadeTables().front()->findChild<QPushButton*>(QStringLiteral("saveTable")),
                           Qt::LeftButton);
-        Run("drill " + Arguments() + " --save saved.sav --show summary");
-        EXPECT_TRUE(ContentOf(Folder.Path("remaining.sav")) == ContentOf(Folder.Path("saved.sav")));
+        Run("drill " + Arguments() + " --save saved.qtable --show summary");
+        EXPECT_TRUE(ContentOf(Folder.Path("remaining.qtable")) == ContentOf(Folder.Path("saved.qtable")));
         panels->MadeTables().front()->close();
     }
 
