@@ -69,6 +69,11 @@ void ClickRow(QAbstractItemView& list, int row, Qt::KeyboardModifiers keys) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, list.visualRect(index).center());
 }
 
+void DoubleClickRow(QAbstractItemView& list, int row) {
+    ClickRow(list, row);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(row, 0)).center());
+}
+
 void Picture(QWidget& widget, const QString& name) {
     if (qEnvironmentVariableIsSet("QUILLARA_SCREENSHOTS")) {
         widget.grab().save(qEnvironmentVariable("QUILLARA_SCREENSHOTS") + u'/' + name + QStringLiteral(".png"));

@@ -35,6 +35,7 @@ struct ShownSurvey : ShownDesktop {
 void Click(DialogView& view, int id);
 /// Clicks a row of a list.
 void ClickRow(QAbstractItemView& list, int row, Qt::KeyboardModifiers keys = {});
+void DoubleClickRow(QAbstractItemView& list, int row);
 /// Writes a picture for people where the environment names a folder, QUILLARA_SCREENSHOTS.
 void Picture(QWidget& widget, const QString& name);
 /// The state of all controls of a window as a text, a line each; `ids` begins them.

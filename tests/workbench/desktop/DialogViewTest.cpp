@@ -136,9 +136,7 @@ TEST_F(Dialogs, CategoriesAreChosenByReturnAndDoubleClickAndLeftByEscape) {
     ASSERT_EQ(steps().size(), 1U);
     Survey.InModal(DownButton, [](DialogView& view) {
         auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
-        const QRect row = list->visualItemRect(list->topLevelItem(1));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        DoubleClickRow(*list, 1);
     });
     EXPECT_EQ(steps().size(), 2U);
 }

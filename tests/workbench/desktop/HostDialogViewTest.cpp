@@ -84,8 +84,7 @@ TEST(HostDialogViews, VariablesAreFoundChosenInNumbersAndMoved) {
         Drag(first, 2, offered);
         EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex household_size employment ");
         EXPECT_EQ(NamesIn(view, Lists::SecondList), "age ");
-        ClickRow(first, 0);
-        QTest::mouseDClick(first.viewport(), Qt::LeftButton, {}, first.visualItemRect(first.topLevelItem(0)).center());
+        DoubleClickRow(first, 0);
         EXPECT_EQ(NamesIn(view, Lists::FirstList), "sex household_size employment ");
         Click(view, OkCommand);
     });

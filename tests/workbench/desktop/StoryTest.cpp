@@ -175,11 +175,7 @@ class Story : public testing::Test, public ShownDesktop {
     /// By a double click, by the keyboard and by a click with OK.
     void TakeSteps() {
         ClickRow(Downs(), 0);
-        Down([](DialogView&, ReportList& rows) {
-            const QRect place = rows.visualItemRect(rows.topLevelItem(1));
-            QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, place.center());
-            QTest::mouseDClick(rows.viewport(), Qt::LeftButton, {}, place.center());
-        });
+        Down([](DialogView&, ReportList& rows) { DoubleClickRow(rows, 1); });
         Downs().setFocus();
         QTest::keyClick(&Downs(), Qt::Key_End);
         QTest::keyClick(&Downs(), Qt::Key_Up);  // the age
