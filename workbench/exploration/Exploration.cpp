@@ -76,12 +76,8 @@ AnalysisServices Exploration::Services(SettingsStore* settings) {
     };
     services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
     services.MemoryLacked = [this] { LacksMemory = true; };
-    services.TakeDocument = [this](ResultDocument& document) { Take(document); };
-    services.HearStandAlone = [this](ResultDocument& document) {
-        if (document.IsVisible()) {  // an update makes no new windows; what it makes beyond those there are it drops
-            Take(document);
-        }
-    };
+    services.TakeDocument = [this](ResultDocument& document) { Take(document, false); };
+    services.HearStandAlone = [this](ResultDocument& document) { Take(document, true); };
     services.TakeData = [this](std::shared_ptr<const DataTable> made) {
         Tables.push_back(made);
         Listener.TableMade(std::move(made));
@@ -166,6 +162,9 @@ void Exploration::Act(const std::function<void()>& action, const Answer* answer)
         SelectAnyRow();
     }
     Document.RunMessages();  // lets closed windows go now that nothing runs
+    if (HasEnded()) {
+        Document.Analysis().BeforeClose();
+    }
     TellDocuments();
     Listener.Changed();
     if (LacksMemory) {
@@ -250,17 +249,22 @@ void Exploration::Replay(const std::vector<JournalEntry>& entries) {
 }
 
 /// The analysis is in the midst of its result.
-void Exploration::Take(ResultDocument& document) {
-    if (PlaceOf(Fresh, document) == Fresh.end()) {
-        Fresh.push_back(CountedPointer<ResultDocument>::Share(&document));
+void Exploration::Take(ResultDocument& document, bool standsAlone) {
+    const auto isIt = [&](const FreshDocument& fresh) { return fresh.Document.Get() == &document; };
+    if (std::ranges::none_of(Fresh, isIt)) {
+        Fresh.push_back({CountedPointer<ResultDocument>::Share(&document), standsAlone, Document.UpdateCounter != 0});
     }
 }
 
+/// The analysis itself shows what stands alone; what it has dropped in an update has no window.
 void Exploration::TellDocuments() {
-    for (const CountedPointer<ResultDocument>& document : std::exchange(Fresh, {})) {
+    for (const auto& [document, standsAlone, isUpdated] : std::exchange(Fresh, {})) {
         if (PlaceOf(Shown, *document) != Shown.end()) {
             Listener.DocumentChanged(*document);
-        } else if (!document->IsClosed() && document->SetVisible(true)) {
+            if (!isUpdated) {
+                Listener.DocumentCameToFront(*document);
+            }
+        } else if (!document->IsClosed() && (standsAlone ? document->IsVisible() : document->SetVisible(true))) {
             Shown.push_back(document);
             Listener.DocumentAppeared(*document);
         }
@@ -327,6 +331,9 @@ void Exploration::Close(ResultDocument& document) {
     Recorder.Note({JournalEntry::NoDialog, {CloseCall, {place}}});
     held->Close();
     TellDocuments();
+    if (HasEnded()) {
+        Listener.Changed();
+    }
 }
 
 }  // namespace quillara

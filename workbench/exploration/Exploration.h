@@ -99,7 +99,7 @@ class Exploration final : public DialogActions {
     bool Pick(BrushingRun& run);
     bool PickAgain(BrushingRun& run);
     void DoAgain(const JournalEntry& entry);
-    void Take(ResultDocument& document);
+    void Take(ResultDocument& document, bool standsAlone);
     void TellDocuments();
     [[nodiscard]] int RowOf(int list, const std::string& variable);
 
@@ -109,7 +109,12 @@ class Exploration final : public DialogActions {
     AnalysisModule Library;
     AnalysisDocument Document;
     std::atomic<bool> BreakFlag = false;
-    std::vector<CountedPointer<ResultDocument>> Fresh;  // their contents, not told yet
+    struct FreshDocument {
+        CountedPointer<ResultDocument> Document;
+        bool StandsAlone;
+        bool IsUpdated;  // behind a step, so that it stays where it is
+    };
+    std::vector<FreshDocument> Fresh;  // their contents, not told yet
     std::vector<CountedPointer<ResultDocument>> Shown;
     std::vector<Window*> Modal;  // that stand open, the inmost last
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers

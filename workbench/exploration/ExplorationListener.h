@@ -36,6 +36,8 @@ class ExplorationListener {
     virtual void DocumentAppeared(ResultDocument& document) = 0;
     /// The content of a document is another.
     virtual void DocumentChanged(ResultDocument& document) = 0;
+    /// The window of a document has been brought to the front: a button that was pressed again has made it anew.
+    virtual void DocumentCameToFront(ResultDocument& document) = 0;
     /// A document is no longer shown: its window goes. It may be closed.
     virtual void DocumentWent(ResultDocument& document) = 0;
     /// The analysis has made a data table.

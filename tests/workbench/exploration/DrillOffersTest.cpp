@@ -34,6 +34,7 @@ struct Chooser : ExplorationListener {
     void ShowMessage(std::string_view /*text*/) override {}
     void DocumentAppeared(ResultDocument& /*document*/) override {}
     void DocumentChanged(ResultDocument& /*document*/) override {}
+    void DocumentCameToFront(ResultDocument& /*document*/) override {}
     void DocumentWent(ResultDocument& /*document*/) override {}
     void TableMade(std::shared_ptr<const DataTable> /*table*/) override {}
     void RemarkMade(const Remark& /*remark*/) override {}

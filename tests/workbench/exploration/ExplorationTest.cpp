@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/Brushing.h"
+#include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
 #include "workbench/data/Errors.h"
@@ -48,6 +49,7 @@ struct Person : ExplorationListener {
     void ShowMessage(std::string_view text) override { Seen.emplace_back(text); }
     void DocumentAppeared(ResultDocument& document) override { Seen.push_back("new " + document.Name()); }
     void DocumentChanged(ResultDocument& document) override { Seen.push_back("changed " + document.Name()); }
+    void DocumentCameToFront(ResultDocument& document) override { Seen.push_back("front " + document.Name()); }
     void DocumentWent(ResultDocument& document) override { Seen.push_back("gone " + document.Name()); }
     void TableMade(std::shared_ptr<const DataTable> table) override { Tables.push_back(std::move(table)); }
     void RemarkMade(const Remark& /*remark*/) override {}
@@ -113,6 +115,32 @@ TEST_F(ExplorationTest, StepsGoByNameAndDocumentsFollowThem) {
     const auto closing = Explored.Documents().front();
     Explored.Close(*closing);
     EXPECT_EQ(Viewer.Seen.back(), "gone " + closing->Name());
+}
+
+TEST_F(ExplorationTest, AnUpdateOpensNoWindowsAndAPressedButtonBringsItsOwnToTheFront) {
+    Explored.Press(AutoUpdateBox);
+    Explored.Press(HistogramsButton);
+    Explored.Close(*Explored.Documents().front());  // of sex; those of region and age stay
+    Viewer.Seen.clear();
+    const auto told = [&](const std::function<void()>& act) {
+        Viewer.Seen.clear();
+        act();
+        std::string kinds;
+        for (const std::string& seen : Viewer.Seen) {
+            kinds += seen.substr(0, seen.find(' ')) + ' ';
+        }
+        return kinds;
+    };
+    EXPECT_EQ(told([&] { Down("sex", "Female"); }), "changed gone ");
+    EXPECT_EQ(told([&] { Explored.Up("sex"); }), "changed ");
+    EXPECT_EQ(told([&] { Explored.Press(HistogramsButton); }), "new changed front new ");
+    // Who leaves the analysis leaves what stands alone; other results are there until they are closed.
+    Explored.Press(AutoUpdateBox);
+    Explored.Press(FrequenciesButton);
+    Explored.Press(CancelCommand);
+    EXPECT_TRUE(Explored.HasEnded());
+    EXPECT_EQ(Explored.Documents().size(), 3U);
+    EXPECT_THAT(Explored.Documents().front()->Name(), testing::StartsWith("Frequency"));
 }
 
 TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {

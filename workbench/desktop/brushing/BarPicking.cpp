@@ -1,7 +1,15 @@
 #include "workbench/desktop/brushing/BarPicking.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QToolTip>
 
 #include "workbench/desktop/brushing/BrushingBar.h"
@@ -15,6 +23,17 @@ namespace {
 constexpr double LeastPointedAt = 12.0;  // pixels that a low bar can be pointed at
 constexpr int DrillDownOption = 0;
 constexpr int DrillUpOption = 1;
+
+/// Whether a key means something to whoever has the focus.
+bool IsForWidget(const QWidget& widget, int key) {
+    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+    return (isReturn && qobject_cast<const QAbstractButton*>(&widget) != nullptr) ||
+           qobject_cast<const QAbstractItemView*>(&widget) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
+           qobject_cast<const QComboBox*>(&widget) != nullptr || qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+           qobject_cast<const QTextEdit*>(&widget) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(&widget) != nullptr;
+}
 
 BrushingBar* BarAbove(ChartResultView& view) {
     auto* bar = view.findChild<BrushingBar*>();
@@ -35,13 +54,12 @@ BarPicking::BarPicking(BrushingRun& run, ChartResultView& view, bool hasStep)
     connect(Options, &BrushingBar::left, this, &BarPicking::Leave);
     connect(Canvas, &QObject::destroyed, this, &BarPicking::Leave);
     Canvas->SetPicking(true);
-    Canvas->installEventFilter(this);
+    QApplication::instance()->installEventFilter(this);  // keys may come from wherever the focus is
     Canvas->setFocus();
 }
 
 BarPicking::~BarPicking() {
     if (Canvas != nullptr) {
-        Canvas->removeEventFilter(this);
         Canvas->SetPicking(false);
         Canvas->unsetCursor();
     }
@@ -147,7 +165,22 @@ bool BarPicking::Press(int key) {
     return true;
 }
 
+/// Keys go to the bars from anywhere in the window but from what needs them itself.
+bool BarPicking::IsForBars(const QObject* watched, const QKeyEvent& key) const {
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    return widget != nullptr && Canvas != nullptr && widget == QApplication::focusWidget() &&
+           widget->window() == Canvas->window() && QApplication::activePopupWidget() == nullptr &&
+           (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && !IsForWidget(*widget, key.key());
+}
+
 bool BarPicking::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        return (watched == Canvas || IsForBars(watched, key)) && Press(key.key());
+    }
+    if (watched != Canvas) {
+        return false;
+    }
     switch (event->type()) {
         case QEvent::MouseMove:
             Point(static_cast<QMouseEvent*>(event)->position());
@@ -157,8 +190,6 @@ bool BarPicking::eventFilter(QObject* watched, QEvent* event) {
                 Click(static_cast<QMouseEvent*>(event)->position());
             }
             break;
-        case QEvent::KeyPress:
-            return Press(static_cast<QKeyEvent*>(event)->key());
         case QEvent::Resize:
             QMetaObject::invokeMethod(this, &BarPicking::ShowLit, Qt::QueuedConnection);
             break;

@@ -6,6 +6,8 @@
 
 #include "workbench/exploration/BrushedBars.h"
 
+class QKeyEvent;
+
 namespace quillara {
 
 class BrushingBar;
@@ -39,6 +41,7 @@ class BarPicking : public QObject {
     void Point(QPointF pixel);
     void Click(QPointF pixel);
     bool Press(int key);
+    [[nodiscard]] bool IsForBars(const QObject* watched, const QKeyEvent& key) const;
     void ShowLit();
     void Take(int option);
     void End(bool isPicked);

@@ -5,10 +5,11 @@
 #include <vector>
 
 class QHBoxLayout;
-class QLabel;
 class QPushButton;
 
 namespace quillara {
+
+class ElidedLabel;
 
 /// Stands above a graph whose bars are picked: what can be done with a bar, and a way out.
 class BrushingBar : public QFrame {
@@ -32,7 +33,7 @@ class BrushingBar : public QFrame {
 
   private:
     QHBoxLayout* Layout;
-    QLabel* Text;
+    ElidedLabel* Text;
     QPushButton* Done;
     std::vector<QPushButton*> Buttons;
 };

@@ -1,9 +1,12 @@
 #include "workbench/desktop/window/ExplorationModel.h"
 
+#include <QSignalBlocker>
 #include <exception>
 #include <new>
 #include <utility>
 
+#include "platform/WindowMessages.h"
+#include "resources/ControlIds.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -15,10 +18,12 @@ ExplorationModel::~ExplorationModel() {
 }
 
 void ExplorationModel::Begin(std::shared_ptr<const DataTable> table, ScriptOpening opening) {
-    auto begun = std::make_unique<Exploration>(std::move(table), std::move(opening), *this, Settings);
-    if (!End()) {
+    if (IsBusy()) {
         return;
     }
+    LeaveStartup();  // before the next one asks for the settings that it keeps
+    auto begun = std::make_unique<Exploration>(std::move(table), std::move(opening), *this, Settings);
+    End();
     Explored = std::move(begun);
     Past = {};
     Past.Follow(*Explored);
@@ -26,11 +31,29 @@ void ExplorationModel::Begin(std::shared_ptr<const DataTable> table, ScriptOpeni
     emit changed();
 }
 
+/// As the user leaves it; of that only the windows that go are shown.
+void ExplorationModel::LeaveStartup() {
+    if (Explored == nullptr || Explored->HasEnded()) {
+        return;
+    }
+    const std::vector<CountedPointer<ResultDocument>> documents = Explored->Documents();
+    {
+        const QSignalBlocker quiet(this);
+        Do([](Exploration& exploration) { exploration.Press(CancelCommand); });
+    }
+    for (const CountedPointer<ResultDocument>& document : documents) {
+        if (!document->IsVisible()) {
+            emit documentWent(document.Get());
+        }
+    }
+}
+
 bool ExplorationModel::End() {
     if (IsBusy()) {
         return false;
     }
     if (Explored != nullptr) {
+        LeaveStartup();
         const std::vector<CountedPointer<ResultDocument>> documents = Explored->Documents();
         const auto ended = std::exchange(Explored, nullptr);
         for (const CountedPointer<ResultDocument>& document : documents) {
@@ -42,10 +65,23 @@ bool ExplorationModel::End() {
     return true;
 }
 
-bool ExplorationModel::Do(const std::function<void(Exploration&)>& action) {
-    if (Explored == nullptr) {
-        return false;
+void ExplorationModel::DoNext(std::function<void()> work) {
+    if (!Picks) {
+        return work();
     }
+    Next = std::move(work);
+    emit leaveAsked();
+}
+
+bool ExplorationModel::Do(const std::function<void(Exploration&)>& action) {
+    const bool isDone = Explored != nullptr && Try(action);
+    if (Next && !IsBusy()) {
+        QMetaObject::invokeMethod(this, std::exchange(Next, nullptr), Qt::QueuedConnection);
+    }
+    return isDone;
+}
+
+bool ExplorationModel::Try(const std::function<void(Exploration&)>& action) {
     try {
         action(*Explored);
     } catch (const std::bad_alloc&) {
@@ -66,7 +102,10 @@ bool ExplorationModel::WorkIn(Window& dialog) {
 
 bool ExplorationModel::Pick(BrushingRun& run) {
     emit turnCame();
-    return Answering.Pick && Answering.Pick(run);
+    Picks = true;
+    const bool isPicked = Answering.Pick && Answering.Pick(run);
+    Picks = false;
+    return isPicked;
 }
 
 bool ExplorationModel::GoTo(std::size_t state) {

@@ -43,6 +43,11 @@ class ExplorationModel : public QObject, public ExplorationListener {
     /// Whether a command runs or a modal window is open, so that no other command can begin.
     [[nodiscard]] bool IsBusy() const { return Explored != nullptr && Explored->IsBusy(); }
 
+    /// Whether the user picks bars of a graph, within a command.
+    [[nodiscard]] bool IsPicking() const { return Picks; }
+    /// Does it at once, or, while bars are picked, as soon as the user has left that: the user is taken to want to.
+    void DoNext(std::function<void()> work);
+
     /// Works on the exploration and shows the user what it throws. False when there is none or it has thrown.
     bool Do(const std::function<void(Exploration&)>& action);
     /// Goes to a state of the history.
@@ -58,6 +63,7 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void ShowMessage(std::string_view text) override;
     void DocumentAppeared(ResultDocument& document) override { emit documentAppeared(&document); }
     void DocumentChanged(ResultDocument& document) override { emit documentChanged(&document); }
+    void DocumentCameToFront(ResultDocument& document) override { emit documentCameToFront(&document); }
     void DocumentWent(ResultDocument& document) override { emit documentWent(&document); }
     void TableMade(std::shared_ptr<const DataTable> table) override { emit tableMade(table); }
     void RemarkMade(const Remark& remark) override { emit remarkMade(remark); }
@@ -73,9 +79,12 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void changed();
     void documentAppeared(quillara::ResultDocument* document);
     void documentChanged(quillara::ResultDocument* document);
+    void documentCameToFront(quillara::ResultDocument* document);
     void documentWent(quillara::ResultDocument* document);
     void tableMade(std::shared_ptr<const quillara::DataTable> table);
     void remarkMade(const quillara::Remark& remark);
+    /// Whoever lets the user pick bars is to end that.
+    void leaveAsked();
     void workBegan(const QString& text, int total);
     void workAdvanced(int done);
     void workEnded();
@@ -83,10 +92,15 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void turnCame();
 
   private:
+    bool Try(const std::function<void(Exploration&)>& action);
+    void LeaveStartup();
+
     SettingsStore* Settings;
     Answers Answering;
     std::unique_ptr<Exploration> Explored;
     ExplorationHistory Past;
+    std::function<void()> Next;  // to be done when picking has ended
+    bool Picks = false;
 };
 
 }  // namespace quillara

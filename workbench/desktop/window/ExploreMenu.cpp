@@ -71,8 +71,10 @@ ExploreMenu::ExploreMenu(ExplorationModel& model, QMenu& steps, QMenu& results, 
         const auto add = [&](const MenuRow& row) {
             QAction* action = menu->addAction(tr(row.Text), this, [this, id = row.Button] {
                 // As a click: dialogs that it opens are the user's.
-                Model.Do(
-                    [id](Exploration& now) { now.Use(now.Startup(), [id](Window& window) { window.Click(id); }); });
+                const auto click = [id](Exploration& now) {
+                    now.Use(now.Startup(), [id](Window& window) { window.Click(id); });
+                };
+                Model.DoNext([this, click] { Model.Do(click); });
             });
             action->setShortcut(QKeySequence(QString::fromLatin1(row.Keys)));
             action->setToolTip(tr(row.Tip));

@@ -47,7 +47,7 @@ void HistoryPanel::Refresh() {
 
 void HistoryPanel::GoTo(int row) {
     if (row >= 0 && static_cast<std::size_t>(row) != Model.History().Present()) {
-        Model.GoTo(static_cast<std::size_t>(row));
+        Model.DoNext([this, row] { Model.GoTo(static_cast<std::size_t>(row)); });
     }
 }
 

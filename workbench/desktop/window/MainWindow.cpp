@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -120,6 +121,7 @@ void MainWindow::TakePreferences() {
 
 void MainWindow::Welcome(const QString& sessions) {
     Preferences& shared = Preferences::Shared();
+    resize(FirstSize.boundedTo(screen()->availableSize()));
     restoreGeometry(shared.Value(QString::fromLatin1(GeometryName)).toByteArray());
     restoreState(shared.Value(QString::fromLatin1(PlacesName)).toByteArray(), PlacesVersion);
     Side->setVisible(Startup != nullptr);
@@ -194,9 +196,12 @@ void MainWindow::Connect() {
     });
     connect(Guide, &GuideBar::allAsked, this, &MainWindow::ExploreEverything);
     connect(Exploring, &ExploreMenu::allAsked, this, &MainWindow::ExploreEverything);
-    connect(Steps, &StepBar::wentBack, this, [this](std::size_t steps) { Explored->BackTo(steps); });
+    connect(Steps, &StepBar::wentBack, this,
+            [this](std::size_t steps) { Explored->DoNext([this, steps] { Explored->BackTo(steps); }); });
     connect(Steps, &StepBar::undone, this, [this](const QString& variable) {
-        Explored->Do([&](Exploration& exploration) { exploration.Up(variable.toStdString()); });
+        Explored->DoNext([this, name = variable.toStdString()] {
+            Explored->Do([&](Exploration& exploration) { exploration.Up(name); });
+        });
     });
 }
 
@@ -215,8 +220,10 @@ void MainWindow::ConnectWork() {
 
 /// What it shows is seen at one glance.
 void MainWindow::ExploreEverything() {
-    Explored->Do([](Exploration& exploration) { ExploreAll(exploration); });
-    Area->Tile();
+    Explored->DoNext([this] {
+        Explored->Do([](Exploration& exploration) { ExploreAll(exploration); });
+        Area->Tile();
+    });
 }
 
 void MainWindow::AskForFile() {
@@ -250,6 +257,10 @@ bool MainWindow::MayReplace() {
 }
 
 bool MainWindow::Open(const QString& path) {
+    if (Explored->IsPicking()) {
+        Explored->DoNext([this, path] { Open(path); });
+        return false;
+    }
     if (Explored->IsBusy() || Working->IsUnderWay() || !MayReplace()) {
         return false;
     }
@@ -344,6 +355,7 @@ void MainWindow::ShowEnd() {
     if (Startup != nullptr) {
         Startup->Detach();
         Startup->setEnabled(false);
+        Side->hide();
     }
     Steps->Show({});
     Status->clear();
@@ -354,7 +366,8 @@ void MainWindow::ShowEnd() {
 }
 
 void MainWindow::Undo(int states) {
-    Explored->GoTo(Explored->History().Present() + static_cast<std::size_t>(states));
+    Explored->DoNext(
+        [this, states] { Explored->GoTo(Explored->History().Present() + static_cast<std::size_t>(states)); });
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -377,6 +390,9 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (Explored->IsBusy()) {
         event->ignore();
+        if (Explored->IsPicking()) {
+            Explored->DoNext([this] { close(); });
+        }
         return;
     }
     QMainWindow::closeEvent(event);
@@ -388,6 +404,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     if (Keeper != nullptr) {
         Keeper->Remove();
     }
+    Explored->End();
 }
 
 }  // namespace quillara

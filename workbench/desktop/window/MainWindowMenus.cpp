@@ -49,9 +49,11 @@ void MainWindow::AddFileMenu() {
         });
     });
     file.addAction(tr("&Close the data"), QKeySequence(tr("Ctrl+Shift+Q")), this, [this] {
-        if (MayReplace()) {
-            Explored->End();
-        }
+        Explored->DoNext([this] {
+            if (MayReplace()) {
+                Explored->End();
+            }
+        });
     });
     file.addSeparator();
     file.addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);

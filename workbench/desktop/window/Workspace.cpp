@@ -48,8 +48,18 @@ Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     connect(&model, &ExplorationModel::documentAppeared, this, [this](ResultDocument* document) { Add(*document); });
     connect(&model, &ExplorationModel::documentChanged, this, [this](ResultDocument* document) { Refresh(*document); });
+    connect(&model, &ExplorationModel::documentCameToFront, this, [this](const ResultDocument* document) {
+        if (const auto found = PlaceOf(*document); found != Windows.end()) {
+            BringToFront(*found->Frame);
+        }
+    });
     connect(&model, &ExplorationModel::documentWent, this, [this](ResultDocument* document) { Remove(*document); });
     connect(&model, &ExplorationModel::changed, this, [this] { EndPicking(); });
+    connect(&model, &ExplorationModel::leaveAsked, this, [this] {
+        if (Picking != nullptr) {
+            Picking->Leave();
+        }
+    });
 }
 
 Workspace::~Workspace() {
@@ -80,6 +90,9 @@ void Workspace::Add(ResultDocument& document) {
     frame->setWindowTitle(QString::fromStdString(document.Name()));
     Place(*frame, document);
     Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view});
+    if (document.IsBrushable()) {
+        Floating = frame;
+    }
     const QRect place = frame->geometry();
     IsPlacing = true;
     addSubWindow(frame);
@@ -94,15 +107,27 @@ void Workspace::Add(ResultDocument& document) {
 void Workspace::Place(QMdiSubWindow& frame, const ResultDocument& document) {
     std::vector<WindowPlace> others;
     for (const Shown& shown : Windows) {
-        if (document.IsBrushable() && shown.Document->IsBrushable()) {
+        if (document.IsBrushable() && shown.Frame == Floating) {
             return frame.setGeometry(shown.Frame->geometry());
         }
         if (!shown.Frame->isMinimized()) {
             others.push_back(PlaceFrom(shown.Frame->geometry()));
         }
     }
+    if (document.IsBrushable() && Tiled) {
+        return Center(frame);
+    }
     const QSize wanted = frame.sizeHint();
     frame.setGeometry(RectangleOf(FreePlace(others, SizeOf(wanted), SizeOf(viewport()->size()))));
+}
+
+/// Large enough for bars to be pointed at.
+void Workspace::Center(QMdiSubWindow& frame) {
+    constexpr double share = 0.6;
+    const QRect area = viewport()->rect();
+    QRect place({}, (QSizeF(area.size()) * share).toSize().expandedTo(frame.sizeHint()).boundedTo(area.size()));
+    place.moveCenter(area.center());
+    frame.setGeometry(place);
 }
 
 void Workspace::Refresh(ResultDocument& document) {
@@ -165,6 +190,10 @@ bool Workspace::PickBar(BrushingRun& run) {
     }
     BringToFront(*found->Frame);
     PickedIn = found->Frame;
+    if (std::exchange(Floating, PickedIn) != PickedIn && Tiled) {
+        Center(*PickedIn);
+        PlaceTiles();
+    }
     RemoveBars(view);
     BarPicking picking(run, *view, Model.Present()->At(DrillUpListControl).Selected >= 0);
     Picking = &picking;
@@ -194,7 +223,9 @@ void Workspace::EndPicking() {
         return;
     }
     PickedIn = nullptr;
+    Floating.clear();
     RemoveBars(nullptr);
+    PlaceTiles();
     emit pickingChanged(false);
 }
 
@@ -229,7 +260,7 @@ void Workspace::PlaceTiles() {
     }
     std::vector<QMdiSubWindow*> frames;
     for (const Shown& shown : Windows) {
-        if (IsArrangeable(*shown.Frame)) {
+        if (IsArrangeable(*shown.Frame) && shown.Frame != Floating) {
             frames.push_back(shown.Frame);
         }
     }
@@ -267,7 +298,7 @@ bool Workspace::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     const bool isMoved = event->type() == QEvent::Move || event->type() == QEvent::Resize;
-    if (isMoved && !IsPlacing && IsArrangeable(*found->Frame)) {
+    if (isMoved && !IsPlacing && IsArrangeable(*found->Frame) && found->Frame != Floating) {
         Tiled = false;
     }
     return QMdiArea::eventFilter(watched, event);

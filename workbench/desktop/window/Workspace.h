@@ -77,6 +77,7 @@ class Workspace : public QMdiArea {
     void BrushOnAfterStepUp();
     void PlaceTiles();
     void PaintHint();
+    void Center(QMdiSubWindow& frame);
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const ResultDocument& document) const;
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const QObject* frame) const;
     void ListWindows(QMenu& menu);
@@ -86,6 +87,7 @@ class Workspace : public QMdiArea {
     ViewOptions Look;
     BarPicking* Picking = nullptr;
     QMdiSubWindow* PickedIn = nullptr;
+    QPointer<QMdiSubWindow> Floating;  // of the graph to be brushed, in front of the tiles
     bool Tiled = false;
     bool IsPlacing = false;
 };
