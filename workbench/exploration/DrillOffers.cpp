@@ -47,6 +47,17 @@ bool IsAbout(const std::vector<PlacedVariable>& meaning, const std::string& vari
     return std::ranges::find(meaning, variable, &PlacedVariable::Name) != meaning.end();
 }
 
+/// Behind the offers of a place: the steps in force that can be undone.
+void AddStepsUp(Exploration& exploration, const std::vector<PlacedVariable>& meaning, std::vector<DrillOffer>& offers) {
+    std::vector<StepTaken> steps = exploration.Steps();
+    std::ranges::reverse(steps);
+    std::stable_partition(steps.begin(), steps.end(),
+                          [&](const StepTaken& step) { return IsAbout(meaning, step.Variable); });
+    for (const StepTaken& step : steps) {
+        offers.push_back(UpOn(exploration, step.Variable));
+    }
+}
+
 /// Whether a row of the list of categories is the one that was shown.
 bool IsRowOf(const DrillOffer& offer, const CategoryList& list, const CategoryRow& row) {
     if (offer.IsMissing || !row.Range) {
@@ -86,13 +97,21 @@ std::vector<DrillOffer> OffersAt(Exploration& exploration, const ResultDocument&
     for (const PlacedVariable& variable : meaning) {
         offers.push_back(DownOn(exploration, variable));
     }
-    std::vector<StepTaken> steps = exploration.Steps();
-    std::ranges::reverse(steps);
-    std::stable_partition(steps.begin(), steps.end(),
-                          [&](const StepTaken& step) { return IsAbout(meaning, step.Variable); });
-    for (const StepTaken& step : steps) {
-        offers.push_back(UpOn(exploration, step.Variable));
+    AddStepsUp(exploration, meaning, offers);
+    return offers;
+}
+
+std::vector<DrillOffer> OffersAtRow(Exploration& exploration, int list, int row) {
+    std::vector<DrillOffer> offers;
+    const std::string variable = exploration.HasEnded() ? std::string() : exploration.VariableAt(list, row);
+    if (variable.empty()) {
+        return offers;
     }
+    const std::vector<PlacedVariable> meaning{{variable, {}}};
+    if (list == DrillDownListControl) {
+        offers.push_back(DownOn(exploration, meaning.front()));
+    }
+    AddStepsUp(exploration, meaning, offers);
     return offers;
 }
 

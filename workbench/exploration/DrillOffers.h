@@ -50,6 +50,10 @@ struct DrillOffer {
 [[nodiscard]] std::vector<DrillOffer> OffersAt(Exploration& exploration, const ResultDocument& document,
                                                const DocumentPlace& place);
 
+/// What can be done with a row of one of the two lists of the startup dialog, in the same order; none when there is no
+/// such row.
+[[nodiscard]] std::vector<DrillOffer> OffersAtRow(Exploration& exploration, int list, int row);
+
 /// Does what was offered, by the buttons of the startup dialog. Throws as Exploration::Down and Up: the document may
 /// show categories that aren't there any more.
 void TakeOffer(Exploration& exploration, const DrillOffer& offer);

@@ -279,6 +279,17 @@ void Exploration::TellDocuments() {
     }
 }
 
+std::string Exploration::VariableAt(int list, int row) {
+    const std::vector<std::string>& rows = At(list).Rows;
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) {
+        return {};
+    }
+    const std::vector<StepTaken> steps = Steps();
+    const auto step =
+        std::ranges::find_if(steps, [&](const StepTaken& each) { return RowOf(list, each.Variable) == row; });
+    return list == DrillUpListControl && step != steps.end() ? step->Variable : rows[static_cast<std::size_t>(row)];
+}
+
 /// A row of the second list bears the category behind the name, in brackets.
 int Exploration::RowOf(int list, const std::string& variable) {
     const std::vector<std::string>& rows = At(list).Rows;

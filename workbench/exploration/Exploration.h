@@ -70,6 +70,8 @@ class Exploration final : public DialogActions {
 
     [[nodiscard]] bool CanGoDown(const std::string& variable);
     [[nodiscard]] bool CanGoUp(const std::string& variable);
+    /// The variable of a row of one of the two lists; empty when there is no such row.
+    [[nodiscard]] std::string VariableAt(int list, int row);
     /// Puts just these variables into the lists of drill variables; they aren't empty.
     void ChooseDrillVariables(const VariableLists& variables);
     /// Selects the variable and presses Down; the category dialog is answered with a row. Throws ImpossibleStep when

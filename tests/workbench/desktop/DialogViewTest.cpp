@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -129,16 +130,70 @@ TEST_F(Dialogs, CategoriesAreChosenByReturnAndDoubleClickAndLeftByEscape) {
     EXPECT_EQ(steps().size(), 0U);
     EXPECT_FALSE(Survey.Main.Model().IsBusy());
     Survey.InModal(DownButton, [](DialogView& view) {
-        auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
-        QTest::keyClick(list, Qt::Key_Down);
-        QTest::keyClick(list, Qt::Key_Return);
+        const auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list->hasFocus(); }));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     });
     ASSERT_EQ(steps().size(), 1U);
+    EXPECT_EQ(steps().front().Category, "Western Coast");
     Survey.InModal(DownButton, [](DialogView& view) {
         auto* list = qobject_cast<ReportList*>(view.Find(CategoryListControl));
         DoubleClickRow(*list, 1);
     });
     EXPECT_EQ(steps().size(), 2U);
+}
+
+TEST_F(Dialogs, AnOrderIsMadeRowByRow) {
+    Survey.InModal(OrderButton, [](DialogView& view) {
+        auto* old = qobject_cast<ReorderList*>(view.Find(CurrentOrderList));
+        const auto* made = qobject_cast<ReorderList*>(view.Find(NewOrderList));
+        QTest::mouseClick(old->viewport(), Qt::LeftButton, {}, old->visualItemRect(old->item(3)).center());
+        for (const int rows : {1, 2, 3}) {
+            Click(view, PlaceButton);  // age, then income, then the last row that is left
+            EXPECT_EQ(made->count(), rows);
+        }
+        EXPECT_EQ(old->currentRow(), 1);
+        const QPoint first = old->visualItemRect(old->item(0)).center();
+        QTest::mouseClick(old->viewport(), Qt::LeftButton, {}, first);
+        QTest::mouseDClick(old->viewport(), Qt::LeftButton, {}, first);
+        EXPECT_EQ(made->count(), 4);
+        Click(view, OkCommand);
+    });
+    EXPECT_THAT(Rows(), ElementsAre("age", "income", "genre", "region", "sex"));
+}
+
+TEST_F(Dialogs, RowsOfTheListsOfferTheirStepsAndKeysTurnPages) {
+    const auto choose = [&](int id, const QString& text) {
+        auto& list = At<ReorderList>(id);
+        const QPoint place = list.visualItemRect(list.item(0)).center();
+        emit list.customContextMenuRequested(place);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        const QList<QAction*> actions = menu->actions();
+        const auto action = std::ranges::find(actions, text, &QAction::text);
+        ASSERT_NE(action, actions.end());
+        menu->hide();
+        QTimer::singleShot(0, [] {
+            if (QWidget* categories = QApplication::activeModalWidget()) {
+                QTest::keyClick(categories, Qt::Key_Return);
+            }
+        });
+        (*action)->trigger();
+        menu->close();
+    };
+    choose(DrillDownListControl, QStringLiteral("Drill down on region..."));
+    EXPECT_EQ(Survey.Main.Model().Present()->Steps().size(), 1U);
+    choose(DrillUpListControl, QStringLiteral("Drill up on region"));
+    EXPECT_EQ(Survey.Main.Model().Present()->Steps().size(), 0U);
+    auto& tabs = At<QTabWidget>(PageTabs);
+    Survey.Main.activateWindow();
+    Survey.Dialog().Find(HistogramsButton)->setFocus();
+    for (const auto& [key, page] : {std::pair(Qt::Key_PageDown, 1), {Qt::Key_PageUp, 0}, {Qt::Key_PageUp, 3}}) {
+        ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }));
+        QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier);
+        EXPECT_EQ(tabs.currentIndex(), page);
+    }
 }
 
 TEST_F(Dialogs, RefusedBoundariesStayAndThenAreTaken) {

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
 #include <utility>
@@ -258,7 +259,7 @@ bool DialogView::eventFilter(QObject* watched, QEvent* event) {
             event->setAccepted(WithAccessKey(*static_cast<QKeyEvent*>(event)) != nullptr);
             break;
         case QEvent::KeyPress:
-            return UseAccessKey(*static_cast<QKeyEvent*>(event));
+            return UseAccessKey(*static_cast<QKeyEvent*>(event)) || ChangePage(*static_cast<QKeyEvent*>(event));
         default:
             break;
     }
@@ -310,6 +311,16 @@ bool DialogView::UseAccessKey(const QKeyEvent& key) {
         label->buddy()->setFocus(Qt::ShortcutFocusReason);
     }
     return widget != nullptr;
+}
+
+bool DialogView::ChangePage(const QKeyEvent& key) {
+    const bool isNext = key.key() == Qt::Key_PageDown;
+    if (Tabs == nullptr || key.modifiers() != Qt::ControlModifier || (!isNext && key.key() != Qt::Key_PageUp)) {
+        return false;
+    }
+    Tabs->tabBar()->setFocus(Qt::ShortcutFocusReason);
+    Tabs->setCurrentIndex((Tabs->currentIndex() + (isNext ? 1 : Tabs->count() - 1)) % Tabs->count());
+    return true;
 }
 
 void DialogView::changeEvent(QEvent* event) {

@@ -81,6 +81,7 @@ class DialogView : public QWidget {
     void LeaveField(QObject* field, Qt::FocusReason reason);
     [[nodiscard]] QWidget* WithAccessKey(const QKeyEvent& key) const;
     bool UseAccessKey(const QKeyEvent& key);
+    bool ChangePage(const QKeyEvent& key);
 
     Window* Shown;
     Act ActIn;

@@ -19,6 +19,8 @@ DialogView* MakeDialogView(Window& window, DialogView::Act act, QWidget* parent)
             return new WeightView(window, std::move(act), parent);
         case OpenDataDialogId:
             return new OpenDataView(window, std::move(act), parent);
+        case OrderDialog:
+            return new OrderView(window, std::move(act), parent);
         case BoundariesDialog:
             return new BoundariesView(window, std::move(act), parent);
         default:

@@ -29,6 +29,7 @@ class ModalDialog : public QDialog {
         layout->addWidget(View);
         if (View->layout() == nullptr) {
             layout->setContentsMargins(0, 0, 0, 0);  // resources have margins of their own
+            FocusList();
         }
         setWindowTitle(View->windowTitle().trimmed());
     }
@@ -46,6 +47,14 @@ class ModalDialog : public QDialog {
     }
 
   private:
+    /// Arrow keys choose at once; Return takes what is chosen.
+    void FocusList() {
+        for (const auto& [control, widget] : View->All()) {
+            if (control->Kind == ControlKind::ListBox || control->Kind == ControlKind::ReportList) {
+                return widget->setFocus();
+            }
+        }
+    }
     void Act(const std::function<void(Window&)>& action) {
         try {
             action(Shown);

@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "platform/WindowMessages.h"
@@ -139,6 +140,25 @@ void OpenDataView::Browse() {
 void OpenDataView::Open(const QString& path) {
     static_cast<QLineEdit*>(Find(OpenDataDialog::Path))->setText(path);
     Click(OkCommand);
+}
+
+OrderView::OrderView(Window& window, Act act, QWidget* parent) : DialogView(window, std::move(act), parent) {
+    const auto connectList = [this](int list, int button) {
+        connect(static_cast<QListWidget*>(Find(list)), &QListWidget::itemDoubleClicked, this,
+                [this, button] { OrderView::Click(button); });
+    };
+    connectList(CurrentOrderList, PlaceButton);
+    connectList(NewOrderList, TakeBackButton);
+}
+
+void OrderView::Click(int id) {
+    const int list = id == PlaceButton ? CurrentOrderList : id == TakeBackButton ? NewOrderList : NoControlId;
+    const int row = list == NoControlId ? -1 : TheWindow()->At(list).Selected;
+    DialogView::Click(id);
+    const int rows = row < 0 ? 0 : static_cast<int>(TheWindow()->At(list).Rows.size());
+    if (rows > 0) {
+        ChooseRow(list, std::min(row, rows - 1));
+    }
 }
 
 BoundariesView::BoundariesView(Window& window, Act act, QWidget* parent)

@@ -43,6 +43,18 @@ class OpenDataView : public DialogView {
     QListWidget* Recent = nullptr;
 };
 
+/// The dialog of the order: once a row has been placed or taken back the next one is selected, and a double click does
+/// the same as the button.
+class OrderView : public DialogView {
+    Q_OBJECT
+
+  public:
+    OrderView(Window& window, Act act, QWidget* parent);
+
+  protected:
+    void Click(int id) override;
+};
+
 /// The dialog of boundaries, which shows the ranges that the list gives while it is typed, or what is wrong with it.
 class BoundariesView : public DialogView {
     Q_OBJECT

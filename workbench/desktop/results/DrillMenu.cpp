@@ -51,18 +51,20 @@ struct DrillMenuTexts {
 
 }  // namespace
 
-void AddDrillOffers(QMenu& menu, ExplorationModel& model, const ResultDocument& document, const DocumentPlace& place) {
-    Exploration* exploration = model.Present();
-    if (exploration == nullptr) {
-        return;
-    }
-    for (const DrillOffer& offer : OffersAt(*exploration, document, place)) {
+void AddDrillOffers(QMenu& menu, ExplorationModel& model, const std::vector<DrillOffer>& offers) {
+    for (const DrillOffer& offer : offers) {
         const QString reason = DrillMenuTexts::ReasonOf(offer.BarredBy);
         const QString text = DrillMenuTexts::TextOf(offer);
         QAction* action = menu.addAction(reason.isEmpty() ? text : text + QStringLiteral(" (") + reason + u')');
         action->setEnabled(offer.CanBeTaken());
         QObject::connect(action, &QAction::triggered, &model,
                          [&model, offer] { model.Do([&](Exploration& present) { TakeOffer(present, offer); }); });
+    }
+}
+
+void AddDrillOffers(QMenu& menu, ExplorationModel& model, const ResultDocument& document, const DocumentPlace& place) {
+    if (Exploration* exploration = model.Present()) {
+        AddDrillOffers(menu, model, OffersAt(*exploration, document, place));
     }
 }
 

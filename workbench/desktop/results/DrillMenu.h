@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 class QMenu;
 
 namespace quillara {
@@ -7,9 +9,12 @@ namespace quillara {
 class ExplorationModel;
 class ResultDocument;
 struct DocumentPlace;
+struct DrillOffer;
 
-/// Adds the drill steps of a place to a menu; those that can't be taken stand there with the reason. The model outlives
+/// Adds drill steps to a menu; those that can't be taken stand there with the reason. The model outlives
 /// the menu.
+void AddDrillOffers(QMenu& menu, ExplorationModel& model, const std::vector<DrillOffer>& offers);
+/// The same with those of a place.
 void AddDrillOffers(QMenu& menu, ExplorationModel& model, const ResultDocument& document, const DocumentPlace& place);
 
 }  // namespace quillara

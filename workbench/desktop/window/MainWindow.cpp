@@ -22,6 +22,7 @@
 #include "resources/ControlIds.h"
 #include "workbench/desktop/data/DataPanels.h"
 #include "workbench/desktop/dialogs/DialogView.h"
+#include "workbench/desktop/dialogs/ListMenus.h"
 #include "workbench/desktop/dialogs/ModalView.h"
 #include "workbench/desktop/results/ViewOptions.h"
 #include "workbench/desktop/scripts/ScriptPanels.h"
@@ -307,6 +308,7 @@ void MainWindow::ShowDialog() {
         Explored->Do([&](Exploration& now) { now.Use(now.Startup(), action); });
     };
     Startup = new DialogView(exploration->Startup(), act);
+    AddListMenus(*Startup, *Explored);
     if (auto* options = qobject_cast<QAbstractButton*>(Startup->Find(OptionsButton))) {
         // Once the click has gone through the dialog, for which this button does nothing.
         connect(options, &QAbstractButton::clicked, this, &MainWindow::ShowPreferences, Qt::QueuedConnection);

@@ -87,6 +87,9 @@ void StepBar::Add(std::size_t place) {
             emit wentBack(place);
         }
     });
+    crumb->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(crumb, &QWidget::customContextMenuRequested, this,
+            [this, crumb, place](const QPoint& point) { OpenMenu(place, crumb->mapToGlobal(point)); });
     Place made{nullptr, crumb, nullptr};
     if (!isFirst) {
         made.Arrow = new QLabel(QStringLiteral("›"), this);
@@ -162,7 +165,8 @@ void StepBar::Arrange() {
         }
         whole -= WidthOf(Places[left]);
     }
-    FillMenu(1, left - 1);
+    Hidden->clear();
+    FillMenu(*Hidden, 1, left - 1);
     int x = Put(*Places.front().Crumb, 0);
     More->setVisible(left > 1);
     if (left > 1) {
@@ -180,17 +184,29 @@ void StepBar::Arrange() {
     }
 }
 
-void StepBar::FillMenu(std::size_t first, std::size_t count) {
-    Hidden->clear();
-    for (std::size_t place = first; place < first + count; ++place) {
-        const QString step = TextOf(Trail[place].Condition).replace('&', QStringLiteral("&&"));
-        Hidden->addAction(tr("Back to %1 (%2)").arg(step, CountOf(Trail[place].Left)), this,
-                          [this, place] { emit wentBack(place); });
+/// What a click and the cross do, by name.
+void StepBar::OpenMenu(std::size_t place, const QPoint& point) {
+    if (Trail.size() > 1) {
+        auto* menu = new QMenu(this);
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        FillMenu(*menu, place, 1);
+        menu->popup(point);
     }
-    Hidden->addSeparator();
+}
+
+void StepBar::FillMenu(QMenu& menu, std::size_t first, std::size_t count) {
     for (std::size_t place = first; place < first + count; ++place) {
-        Hidden->addAction(tr("Drill up on %1").arg(TextOf(Trail[place].Variable)), this,
-                          [this, place] { Undo(place); });
+        const QString step =
+            place == 0 ? tr("all cases") : TextOf(Trail[place].Condition).replace('&', QStringLiteral("&&"));
+        QAction* back = menu.addAction(tr("Back to %1 (%2)").arg(step, CountOf(Trail[place].Left)), this,
+                                       [this, place] { emit wentBack(place); });
+        back->setEnabled(place + 1 < Trail.size());
+    }
+    menu.addSeparator();
+    for (std::size_t place = qMax<std::size_t>(first, 1); place < first + count; ++place) {
+        const QString variable = TextOf(Trail[place].Variable);
+        menu.addAction(tr("Drill up on %1").arg(QString(variable).replace('&', QStringLiteral("&&"))), this,
+                       [this, variable] { emit undone(variable); });
     }
 }
 

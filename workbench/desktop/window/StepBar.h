@@ -48,7 +48,8 @@ class StepBar : public QWidget {
 
     void Add(std::size_t place);
     void Arrange();
-    void FillMenu(std::size_t first, std::size_t count);
+    void FillMenu(QMenu& menu, std::size_t first, std::size_t count);
+    void OpenMenu(std::size_t place, const QPoint& point);
     [[nodiscard]] int WidthOf(const Place& place) const;
     int Put(QWidget& widget, int x);
     void Undo(std::size_t place);
