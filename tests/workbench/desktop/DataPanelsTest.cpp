@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -67,6 +68,29 @@ class DataPanelsTest : public testing::Test {
     DataPanels* Panels = Main.findChild<DataPanels*>();
     CaseGridView& Grid = Panels->Cases();
 };
+
+TEST_F(DataPanelsTest, KeysBringAPanelToTheFrontAndPutItAway) {
+    QDockWidget& cases = Panels->CasePanel();
+    QDockWidget& variables = Panels->VariablePanel();
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(&Main, key, Qt::ControlModifier);
+        QApplication::processEvents();
+    };
+    const auto isInFront = [](const QDockWidget& panel) { return !panel.visibleRegion().isEmpty(); };
+    QApplication::processEvents();
+    press(Qt::Key_2);  // it stands behind the tab of the other
+    EXPECT_TRUE(isInFront(variables));
+    EXPECT_TRUE(Panels->Variables().hasFocus());
+    press(Qt::Key_1);
+    EXPECT_TRUE(isInFront(cases));
+    EXPECT_TRUE(Grid.Grid().hasFocus());
+    EXPECT_TRUE(Main.findChild<QAction*>(QStringLiteral("casesPanelShown"))->isChecked());
+    press(Qt::Key_1);
+    EXPECT_TRUE(cases.isHidden());
+    EXPECT_FALSE(variables.isHidden());
+    press(Qt::Key_1);
+    EXPECT_TRUE(isInFront(cases));
+}
 
 TEST_F(DataPanelsTest, CasesAreSortedByAClickAndFollowTheSteps) {
     const int all = Grid.Model().rowCount();

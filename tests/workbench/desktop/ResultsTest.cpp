@@ -113,10 +113,11 @@ class ResultsTest : public testing::Test {
         }
         return texts;
     }
-    /// Opens the context menu of a place and gives it.
+    /// Opens the context menu of a place, which the pointer hits as a part of the view, and gives it.
     static QMenu& MenuAt(DocumentView& view, QPoint point) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, point, view.mapToGlobal(point));
-        QApplication::sendEvent(&view, &event);
+        QWidget* hit = view.childAt(point);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, hit->mapFrom(&view, point), view.mapToGlobal(point));
+        QApplication::sendEvent(hit, &event);
         return *qobject_cast<QMenu*>(QApplication::activePopupWidget());
     }
     void Shoot(const char* name) {
@@ -191,7 +192,7 @@ TEST_F(ResultsTest, RowsAndBarsOfferTheirSteps) {
     ASSERT_TRUE(chart.Canvas().Current().has_value());
     EXPECT_TRUE(chart.Canvas().Current()->Tip.startsWith(QStringLiteral("Southern Islands")));
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-    QApplication::sendEvent(&chart, &byKey);
+    QApplication::sendEvent(&chart.Canvas(), &byKey);
     auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     EXPECT_EQ(TextsOf(*popup).front(), "Drill down on region = Southern Islands");
     popup->close();

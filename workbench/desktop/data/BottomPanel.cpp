@@ -18,6 +18,20 @@ QDockWidget* AnyBelow(QMainWindow& window) {
     return nullptr;
 }
 
+/// Not when it stands behind the tab of another.
+bool IsInFront(const QDockWidget& panel) {
+    return panel.isVisible() && !panel.visibleRegion().isEmpty();
+}
+
+/// Who opens a panel goes on in it.
+void ShowInFront(QDockWidget& panel, bool isShown) {
+    panel.setVisible(isShown);
+    if (isShown) {
+        panel.raise();
+        panel.widget()->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
 }  // namespace
 
 QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& name, const QString& title,
@@ -35,9 +49,9 @@ QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& nam
     shown->setObjectName(name + QStringLiteral("Shown"));
     shown->setCheckable(true);
     shown->setShortcut(QKeySequence(shortcut));
-    QObject::connect(shown, &QAction::triggered, panel, [panel](bool isOn) {
-        panel->setVisible(isOn);
-        panel->raise();
+    QObject::connect(shown, &QAction::triggered, panel, [panel, shown] {
+        ShowInFront(*panel, !IsInFront(*panel));
+        shown->setChecked(!panel->isHidden());
     });
     QObject::connect(panel, &QDockWidget::visibilityChanged, shown,
                      [panel, shown] { shown->setChecked(!panel->isHidden()); });

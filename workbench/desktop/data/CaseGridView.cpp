@@ -60,6 +60,7 @@ CaseGridView::CaseGridView(QWidget* parent)
       Fields(MakeGrid(*Cases, this)),
       Search(new BackgroundWork(this)) {
     setObjectName(QStringLiteral("casesView"));
+    setFocusProxy(Fields);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -50,6 +50,7 @@ QWidget* DataPanels::MakeVariablePage() {
     layout->setSpacing(0);
     layout->addWidget(new LabelEditBar(Dictionary->Model(), page));
     layout->addWidget(Dictionary);
+    page->setFocusProxy(Dictionary);
     return page;
 }
 

@@ -38,6 +38,7 @@ ChartCanvas::ChartCanvas(QWidget* parent)
     : QCustomPlot(parent), Lamp(new SpotLight(this)), Motion(new QVariantAnimation(this)) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    setAttribute(Qt::WA_NoMousePropagation, false);  // the context menu is the document's
     setMinimumSize(160, 120);
     connect(selectionRect(), &QCPSelectionRect::accepted, this, [this](const QRect& rect) { ZoomToRectangle(rect); });
     Motion->setStartValue(0.0);

@@ -35,6 +35,9 @@ ConsoleView::ConsoleView(QWidget* parent)
     setObjectName(QStringLiteral("consoleView"));
     Text->setObjectName(QStringLiteral("consoleText"));
     Text->setAccessibleName(tr("What the console has printed"));
+    Text->setPlaceholderText(
+        tr("Python, apart from the exploration in this window. To begin with:\n"
+           "import quillara; table = quillara.open(\"FILE\")"));
     Text->setReadOnly(true);
     Text->setMaximumBlockCount(MostLines);
     Text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -43,6 +46,7 @@ ConsoleView::ConsoleView(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(Text);
     layout->addWidget(MakeInput());
+    setFocusProxy(Line);
     connect(Process, &QProcess::readyReadStandardOutput, this, &ConsoleView::Read);
     connect(Process, &QProcess::readyReadStandardError, this, &ConsoleView::Read);
     connect(Process, &QProcess::finished, this, [this] {

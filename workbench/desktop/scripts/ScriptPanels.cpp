@@ -14,7 +14,7 @@ namespace quillara {
 
 ScriptPanels::ScriptPanels(MainWindow& window)
     : QObject(&window),
-      Menu(new QMenu(tr("&Scripts"), &window)),
+      Menu(new QMenu(tr("S&cripts"), &window)),
       Scripts(new ScriptView(window.Model())),
       Python(new ConsoleView),
       ScriptDock(AddBottomPanel(window, *Menu, QStringLiteral("scriptPanel"), tr("&Script"), tr("Ctrl+3"), Scripts)),

@@ -66,6 +66,7 @@ ScriptView::ScriptView(ExplorationModel& model, QWidget* parent)
                       tr("Record, and what you do stands here as a Python script."), this)),
       Printed(MakeText(QStringLiteral("scriptOutput"), tr("Output"), tr("What the script prints"), this)) {
     setObjectName(QStringLiteral("scriptView"));
+    setFocusProxy(Script);
     new PythonHighlighter(Script->document());
     Printed->setMaximumBlockCount(MostLines);
     auto* parts = new QSplitter(Qt::Horizontal, this);

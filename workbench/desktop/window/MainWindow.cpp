@@ -10,7 +10,6 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -34,6 +33,7 @@
 #include "workbench/desktop/window/Preferences.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
+#include "workbench/desktop/window/ScreenFit.h"
 #include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/desktop/window/StartPage.h"
 #include "workbench/desktop/window/StepBar.h"
@@ -125,6 +125,7 @@ void MainWindow::Welcome(const QString& sessions) {
     resize(FirstSize.boundedTo(screen()->availableSize()));
     restoreGeometry(shared.Value(QString::fromLatin1(GeometryName)).toByteArray());
     restoreState(shared.Value(QString::fromLatin1(PlacesName)).toByteArray(), PlacesVersion);
+    KeepOnScreen(*this);
     Side->setVisible(Startup != nullptr);
     if (!sessions.isEmpty()) {
         Keeper = new SessionKeeper(*Explored, sessions, this);
@@ -334,6 +335,7 @@ void MainWindow::ShowState() {
     Startup->Refresh();
     Steps->Show(TrailOf(*exploration));
     Status->setText(StatusText(*exploration));
+    Tips->GoOnAfter(*exploration);
 }
 
 void MainWindow::ShowHistory() {

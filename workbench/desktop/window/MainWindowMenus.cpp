@@ -4,6 +4,7 @@
 #include <QDockWidget>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QToolBar>
 
 #include "resources/ControlIds.h"
@@ -29,6 +30,8 @@ void MainWindow::AddMenus() {
     Exploring = new ExploreMenu(*Explored, Menu(MenuName::Explore), Menu(MenuName::Results), this);
     AddViewMenus();
     AddHelpMenu();
+    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+            [this] { menuBar()->setActiveAction(menuBar()->actions().front()); });
 }
 
 void MainWindow::AddFileMenu() {

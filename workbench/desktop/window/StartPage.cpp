@@ -44,10 +44,11 @@ StartPage::StartPage(QWidget* parent)
     auto* column = new QVBoxLayout(content);
     column->setSpacing(8);
     column->addWidget(Heading(tr("Explore your data, step by step"), 1.8, content));
-    auto* lines = new QLabel(tr("1.  Open a file of data, or drop one on this window.\n"
-                                "2.  Choose \"Explore all variables\", or just those that you are curious about.\n"
-                                "3.  Click a bar, or press Down, to keep only its cases; everything follows."),
-                             content);
+    auto* lines =
+        new QLabel(tr("1.  Open a file of data, or drop one on this window.\n"
+                      "2.  Choose \"Explore all variables\", or just those that you are curious about.\n"
+                      "3.  Keep the cases of a bar with its right button, or press Down; everything follows."),
+                   content);
     lines->setWordWrap(true);
     column->addWidget(lines);
     column->addSpacing(8);

@@ -9,6 +9,7 @@
 #include <array>
 
 #include "workbench/desktop/window/Preferences.h"
+#include "workbench/exploration/Exploration.h"
 
 namespace quillara {
 namespace {
@@ -28,7 +29,7 @@ constexpr auto Tips = std::to_array<Tip>({
     {QT_TRANSLATE_NOOP("TipTour", "Look at everything first"),
      QT_TRANSLATE_NOOP("TipTour", "\"Explore all variables\" (Ctrl+E) shows a chart of each. Or choose a few with \"Drill variables\" (Ctrl+D).")},
     {QT_TRANSLATE_NOOP("TipTour", "Drill down"),
-     QT_TRANSLATE_NOOP("TipTour", "Select a variable at the side, press Down and choose a category: only its cases are left. \"Brush\" does the same by a click on a bar.")},
+     QT_TRANSLATE_NOOP("TipTour", "Press the right button on a bar: only its cases are left. Or select a variable at the side and press Down. \"Brush\" does the same by clicks on bars.")},
     {QT_TRANSLATE_NOOP("TipTour", "Go back from anywhere"),
      QT_TRANSLATE_NOOP("TipTour", "The path above the results shows each step and what it leaves. A click goes back there, a cross drills up on that step alone; Ctrl+Z undoes.")},
     {QT_TRANSLATE_NOOP("TipTour", "Let results follow"),
@@ -95,8 +96,17 @@ void TipTour::Greet() {
     }
 }
 
+void TipTour::GoOnAfter(Exploration& exploration) {
+    const int followed = !exploration.Steps().empty() ? 3 : !exploration.Documents().empty() ? 2 : 1;
+    if (isVisible() && Present < followed) {
+        Show(followed);
+    }
+}
+
+/// Who has read them all needn't see them again.
 void TipTour::Show(int tip) {
     if (tip == static_cast<int>(Tips.size())) {
+        ForGood->setChecked(true);
         PutAway();
         return;
     }

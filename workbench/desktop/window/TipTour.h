@@ -8,6 +8,8 @@ class QPushButton;
 
 namespace quillara {
 
+class Exploration;
+
 /// Six tips for a new user, one at a time, in a corner of the window. It can be put away for now, or for good.
 class TipTour : public QFrame {
     Q_OBJECT
@@ -19,6 +21,8 @@ class TipTour : public QFrame {
     void Begin();
     /// Begins unless the user has put it away for good.
     void Greet();
+    /// A tip that has been followed gives way to the next one.
+    void GoOnAfter(Exploration& exploration);
 
   protected:
     /// Stays in its corner.
