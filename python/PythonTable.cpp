@@ -106,11 +106,22 @@ py::object TellCategories(const PythonTable& table, std::size_t index) {
     return py::make_tuple(categories.Names, py::bytes(places, categories.Places.size() * sizeof(std::int32_t)));
 }
 
+/// Pairs of a variable and its codes.
+using CodesByVariable = std::vector<std::pair<std::string, std::vector<std::string>>>;
+
 /// How delimited text is to be read.
 quillara::ReadOptions OptionsOf(const py::dict& given) {
     quillara::ReadOptions options;
     options.Separator = given["separator"].cast<std::optional<char>>();
-    options.Decimal = given["decimal"].cast<char>();
+    options.Decimal = given["decimal"].cast<std::optional<char>>();
+    if (const auto dates = given["dates"].cast<std::optional<std::string>>()) {
+        options.Dates = *dates == "day-first" ? quillara::DateOrder::DayFirst : quillara::DateOrder::MonthFirst;
+    }
+    options.Texts = given["texts"].cast<std::vector<std::string>>();
+    options.Numbers = given["numbers"].cast<std::vector<std::string>>();
+    for (const auto& [name, codes] : given["missing_values"].cast<CodesByVariable>()) {
+        options.MissingValues.push_back({name, codes});
+    }
     options.Encoding = given["encoding"].cast<std::string>();
     options.Sheet = given["sheet"].cast<std::string>();
     options.KeepsTexts = given["keep_texts"].cast<bool>();
@@ -119,10 +130,7 @@ quillara::ReadOptions OptionsOf(const py::dict& given) {
     return options;
 }
 
-/// Pairs of a variable and its codes.
-using ValidByVariable = std::vector<std::pair<std::string, std::vector<std::string>>>;
-
-quillara::TablePreparation PreparationOf(const std::optional<std::string>& dictionary, const ValidByVariable& valid) {
+quillara::TablePreparation PreparationOf(const std::optional<std::string>& dictionary, const CodesByVariable& valid) {
     quillara::TablePreparation preparation{.DictionaryFile = dictionary};
     for (const auto& [variable, codes] : valid) {
         preparation.Valid.push_back({variable, codes});
@@ -131,7 +139,7 @@ quillara::TablePreparation PreparationOf(const std::optional<std::string>& dicti
 }
 
 PythonTable ReadTable(const std::string& path, const py::dict& given, const std::optional<std::string>& dictionary,
-                      const ValidByVariable& valid) {
+                      const CodesByVariable& valid) {
     quillara::ReadOptions options = OptionsOf(given);
     return CallHost("open", [&] {
         options.Cancelled = [] { return HostScope::Cancelled().load(); };

@@ -212,29 +212,49 @@ class Table:
         return f"<quillara.Table: {self.name or 'of columns'}, {self.cases} cases, {len(self._names)} variables>"
 
 
-def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str = ".", encoding: str = "",
+def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str | None = None, encoding: str = "",
          header: bool = True, missing: Sequence[str] | None = None,
          dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None,
-         keep_texts: bool = False,
+         keep_texts: bool = False, dates: str | None = None, texts: Sequence[str] = (), numbers: Sequence[str] = (),
+         missing_values: Mapping[str, Sequence[str | float]] | None = None,
          valid: Mapping[str, bool | Sequence[str | float]] | None = None) -> Table:
     """Reads a data file of any kind that `quillara drill` reads.
 
     dictionary is a delimited file of labels; sheet is one of a workbook, by its name or its number from 1, by default
-    the first. valid names missing values of the file that are to be values, by code or label, or True for all of a
+    the first. missing_values names values that mean missing data, as {"q1": [99], "age": ["97..99"]}. valid names missing values of the file that are to be values, by code or label, or True for all of a
     variable, as {"q1": [99, "Refused"], "q2": True}. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". Parquet files need the library of DuckDB. The rest is about delimited text: the character between fields, found from
-    the text when not given; the decimal character; the character encoding, by default UTF-8, else Windows-1252; whether
+    the text when not given; the decimal character, by default a point unless the file plainly has decimal commas; the character encoding, by default UTF-8, else Windows-1252; whether
     the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
-    "1,234" or "10%" stay texts: otherwise they are read as numbers, "10%" as 0.1, where all of a column are written in one
-    way, and a warning says so. What looks odd about the file is a warning, too.
+    "1,234", "10%" or "31.12.2024" stay texts: otherwise they are read as numbers, "10%" as 0.1, or dates where all of a
+    column are written in one way, and a warning says so. dates, "day-first" or "month-first", tells what 03/04/2024 is.
+    texts names columns that are texts, whatever they look like; numbers such as are numbers though leading zeros make
+    them look like codes. What looks odd about the file is a warning, too.
     """
     options = _options(separator, decimal, encoding, header, missing)
     options["sheet"] = "" if sheet is None else str(sheet)
     options["keep_texts"] = bool(keep_texts)
+    if dates not in (None, "day-first", "month-first"):
+        raise ValueError(f'dates is "day-first", "month-first" or None, not {shown(dates)}.')
+    options["dates"] = dates
+    options["texts"] = _arguments.texts(texts, 'texts is a list of names such as ["zip"]')
+    options["numbers"] = _arguments.texts(numbers, 'numbers is a list of names such as ["code"]')
+    options["missing_values"] = _missing_values(missing_values)
     _warn_of_vain_options(path, separator, encoding, missing)
     table = Table(_quillara.read(_path(path), options, None if dictionary is None else _path(dictionary),
                                  _valid(valid)))
     warn_of_messages(level=3)
     return table
+
+
+def _missing_values(values):
+    """Variables with the texts of their codes."""
+    wanted = 'missing_values is given as {"q1": [98, 99], "age": ["97..99"]}'
+    if values is None:
+        return []
+    try:
+        return [(_arguments.text_of(name, wanted), _codes(codes, wanted)) for name, codes in values.items()]
+    except AttributeError:
+        raise TypeError(f"{wanted}, not as {shown(values)}.") from None
 
 
 def _valid(valid):
@@ -283,7 +303,7 @@ def _options(separator, decimal, encoding, header, missing):
         raise TypeError(f"header is True or False, not {shown(header)}.")
     return {
         "separator": None if separator is None else _arguments.character(separator, "separator"),
-        "decimal": _arguments.character(decimal, "decimal"),
+        "decimal": None if decimal is None else _arguments.character(decimal, "decimal"),
         "encoding": _arguments.text(encoding, 'encoding is a text such as "utf-8" or "windows-1252"'),
         "header": bool(header),
         "missing": None if missing is None else _arguments.texts(missing, 'missing is a list of texts such as ["-", "?"]'),

@@ -302,6 +302,25 @@ def test_remarks_on_a_file_are_warnings_and_stand_in_the_results(tmp_path):
     assert run("run", "--format", "json", script).stdout == direct.stdout
 
 
+def test_a_foreign_export_is_read_as_told(tmp_path):
+    path = tmp_path / "export.csv"
+    path.write_text("zip;n;day;q\n01234;1.234;3/4/2024;1\n20095;850;5/6/2024;99\n80331;2.500;7/8/2024;2\n")
+    told = {"decimal": ",", "dates": "day-first", "numbers": ["zip"], "missing_values": {"q": ["97..99"]}}
+    with pytest.warns(quillara.Remark, match="texts of"):
+        table = quillara.open(path, **told)
+    assert [variable.kind for variable in table.variables] == ["number", "number", "date", "number"]
+    frame = table.to_pandas()
+    assert list(frame["n"]) == [1234, 850, 2500] and str(frame["day"][0])[:10] == "2024-04-03" and frame["q"].isna().sum() == 1
+    with pytest.raises(ValueError, match="day-first"):
+        quillara.open(path, dates="first")
+    with pytest.raises(TypeError, match="missing_values"):
+        quillara.open(path, missing_values=["q"])
+    script = tmp_path / "drill.py"
+    direct = run("drill", path, "--categorical", "zip,q", "--decimal", ",", "--dates", "day-first", "--texts", "n",
+                 "--missing", "q=97..99", "--record", script, "--format", "json")
+    assert run("run", "--format", "json", script).stdout == direct.stdout
+
+
 def test_standard_output_takes_data_of_any_format(tmp_path):
     saved = tmp_path / "saved.sav"
     done = run("drill", SURVEY, "--categorical", "sex", "--down", "sex=Female", "--save", "-", "--save-format", "sav")

@@ -3,13 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
+#include <iterator>
 #include <string_view>
 
+#include "workbench/command/DrillOptions.h"
 #include "workbench/command/StandardStreams.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
+#include "workbench/data/WordTable.h"
 #include "workbench/formats/DelimitedText.h"
+#include "workbench/formats/FieldRules.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/MemoryLimit.h"
@@ -81,6 +85,25 @@ std::string Joined(const std::vector<std::string>& lists) {
         joined += (joined.empty() || list.empty() ? "" : ",") + list;
     }
     return joined;
+}
+
+constexpr WordTable<DateOrder, 2> OrderWords{{
+    {"day-first", DateOrder::DayFirst},
+    {"month-first", DateOrder::MonthFirst},
+}};
+
+/// Texts in place of the list of what means missing data, or beside it, or codes of a variable.
+void TakeMissing(const std::string& text, ReadOptions& reading) {
+    if (const std::optional<DeclaredMissing> declared = ParseDeclaredMissing(text)) {
+        reading.MissingValues.push_back(*declared);
+        return;
+    }
+    const bool isAdded = text.starts_with('+');
+    std::vector<std::string> texts = SplitRecord(isAdded ? text.substr(1) : text);
+    if (!reading.MissingTexts) {
+        reading.MissingTexts = isAdded ? DefaultMissingTexts() : std::vector<std::string>();
+    }
+    std::ranges::move(texts, std::back_inserter(*reading.MissingTexts));
 }
 
 /// "-" in place of a path.
@@ -174,17 +197,34 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
         ->type_name("CHARACTER");
     add(
         "--decimal", [&](const std::string& text) { reading.Decimal = DecimalOf(text); },
-        "decimal character, a point or a comma (default: a point)")
+        "decimal character, a point or a comma (default: a comma where the file plainly has decimal commas, else a "
+        "point; a remark says what is read so)")
         ->type_name("CHARACTER");
+    add(
+        "--dates", [&](const std::string& text) { reading.Dates = Choose(OrderWords, text); },
+        "what stands first in dates such as 03/04/2024 (default: what other values of the variable show; where none "
+        "does, they stay texts)")
+        ->type_name("day-first|month-first");
     add(
         "--encoding", [&](const std::string& text) { reading.Encoding = text; },
         "character encoding of the file (default: UTF-8, else Windows-1252)")
         ->type_name("NAME");
+    AddRepeated(
+        command, "--missing", [&](const std::string& text) { TakeMissing(text, reading); },
+        "texts that mean missing data, comma separated, in place of NA,N/A,NaN,nan,null,NULL,None,.,? or, with a + in "
+        "front (+k.A.,-), beside them; an empty field always does. VAR=CODES: values of one variable that mean missing "
+        "data, in any file: 99, 97..99, ..0, a text or a label; they keep their names. Repeatable")
+        ->type_name("TEXTS|VAR=CODES")
+        ->group(group);
     add(
-        "--missing", [&](const std::string& text) { reading.MissingTexts = SplitRecord(text); },
-        "texts that mean missing data, comma separated (default: NA,N/A,NaN,nan,null,NULL,None,.,?); an empty field "
-        "always does")
-        ->type_name("TEXTS");
+        "--texts", [&](const std::string& text) { reading.Texts = ParseNames(text); },
+        "variables that are texts, whatever they look like: zip codes, account numbers")
+        ->type_name("NAMES");
+    add(
+        "--numbers", [&](const std::string& text) { reading.Numbers = ParseNames(text); },
+        "variables that are numbers though they look like codes: 007 and 012 have leading zeros and one length, and "
+        "are texts otherwise")
+        ->type_name("NAMES");
     command
         .add_flag_callback(
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
@@ -193,8 +233,8 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
     command
         .add_flag(
             "--keep-texts", reading.KeepsTexts,
-            "texts such as 1,234 or 10% stay texts; without this, those of a variable are read as numbers, 10% as "
-            "0.1, when all are written in one way, and a remark says so")
+            "texts such as 1,234, 10% or 31.12.2024 stay texts; without this, those of a variable are read as numbers, "
+            "10% as 0.1, or dates when all are written in one way, and a remark says so")
         ->disable_flag_override()
         ->group(group);
     AddValue(
@@ -215,7 +255,7 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
         ->group("Reading");
 }
 
-void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file) {
+void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file, const ReadOptions& reading) {
     const FormatKind kind = KindOfFile(file);
     if (kind != FormatKind::Workbook) {
         TellWithoutEffect(command, {"--sheet"}, Quoted(file) + " is no workbook");
@@ -226,7 +266,10 @@ void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string&
     const std::string noText = Quoted(file) + " isn't delimited text";
     TellWithoutEffect(command, {"--separator", "--decimal"}, noText);
     if (kind != FormatKind::Workbook && kind != FormatKind::Database) {
-        TellWithoutEffect(command, {"--missing", "--keep-texts"}, noText);
+        TellWithoutEffect(command, {"--keep-texts", "--dates", "--texts", "--numbers"}, noText);
+        if (reading.MissingTexts) {
+            TellWithoutEffect(command, {"--missing"}, noText);
+        }
     }
     if (kind != FormatKind::Workbook) {
         TellWithoutEffect(command, {"--no-header"}, noText);

@@ -42,7 +42,7 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading);
 [[nodiscard]] FormatKind KindOfFile(const std::string& file);
 
 /// Tells the user which of these options are given and change nothing, as the file isn't delimited text.
-void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file);
+void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string& file, const ReadOptions& reading);
 
 /// Adds the subcommands to the program; their callbacks do the work. A report shows the call of the program.
 void AddDrillCommand(CLI::App& program, const std::string& call);

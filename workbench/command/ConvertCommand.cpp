@@ -116,7 +116,7 @@ void AddConvertCommand(CLI::App& program) {
         if (options->Format && options->Output != StandardOutputPath) {
             WriteMessage("--format has no effect: the name of OUT says the format.");
         }
-        TellReadingOptionsWithoutEffect(*command, options->Input);
+        TellReadingOptionsWithoutEffect(*command, options->Input, options->Reading);
         Run(*options);
     });
 }

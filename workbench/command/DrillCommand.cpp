@@ -326,7 +326,7 @@ void AddDrillCommand(CLI::App& program, const std::string& call) {
         if (options->Names) {
             CheckForRepeats(*options->Names);
         }
-        TellReadingOptionsWithoutEffect(*command, options->File);
+        TellReadingOptionsWithoutEffect(*command, options->File, options->Reading);
         std::ranges::for_each(OptionsWithoutEffect(*command, *options), WriteMessage);
         Run(*options);
     });

@@ -19,7 +19,7 @@ namespace {
 bool UsesNamedOnly(const DrillOptions& options) {
     return options.Names && !options.Formula && !options.SaveFile && !options.DictionaryFile &&
            options.Groups.Crosses.empty() && options.Groups.Each.empty() && options.Derived.empty() &&
-           options.Valid.empty();
+           options.Valid.empty() && options.Reading.MissingValues.empty();
 }
 
 /// Checks the columns that a drill names before it uses them. A name that isn't there is told of elsewhere.

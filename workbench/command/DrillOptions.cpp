@@ -91,6 +91,15 @@ ValidCodes ParseValid(std::string_view text) {
     return {name, ParseNames(std::string(codes))};
 }
 
+std::optional<DeclaredMissing> ParseDeclaredMissing(std::string_view text) {
+    const bool isOfVariable = QuotedNameAtEquals(text) || (!text.starts_with('"') && text.find('=') != text.npos);
+    if (!isOfVariable || text.starts_with('=')) {
+        return std::nullopt;
+    }
+    const auto [name, codes] = SplitAtEquals(text, "CODES");
+    return DeclaredMissing{name, ParseNames(std::string(codes))};
+}
+
 DerivedVariable ParseDerived(std::string_view text) {
     const auto [name, formula] = SplitAtEquals(WithoutBlanks(text), "FORMULA");
     return {std::string(WithoutBlanks(name)), std::string(WithoutBlanks(formula))};

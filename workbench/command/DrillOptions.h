@@ -78,6 +78,8 @@ struct DrillOptions {
 /// Each throws UsageError saying what is wrong with the text.
 [[nodiscard]] CategorizedVariable ParseCategorizedVariable(std::string_view text);  ///< VAR=METHOD
 [[nodiscard]] DerivedVariable ParseDerived(std::string_view text);  ///< NAME=FORMULA
+/// VAR=CODES; nothing for a text without an equals sign behind a name.
+[[nodiscard]] std::optional<DeclaredMissing> ParseDeclaredMissing(std::string_view text);
 [[nodiscard]] ValidCodes ParseValid(std::string_view text);  ///< VAR, or VAR=CODES as NAMES
 [[nodiscard]] DrillStep ParseDown(std::string_view text);  ///< VAR=CATEGORY
 [[nodiscard]] ShownAfter ParseAfter(std::string_view text);  ///< last, each or all

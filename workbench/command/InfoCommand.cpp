@@ -77,7 +77,7 @@ void AddInfoCommand(CLI::App& program) {
     AddQuiet(*command, options->Quiet);
     AddReadingOptions(*command, options->Reading);
     command->callback([options, command] {
-        TellReadingOptionsWithoutEffect(*command, options->File);
+        TellReadingOptionsWithoutEffect(*command, options->File, options->Reading);
         Run(*options);
     });
 }

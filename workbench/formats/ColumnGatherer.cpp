@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbench/data/DayNumber.h"
+#include "workbench/formats/LeadingZeros.h"
 #include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/ShortDecimal.h"
 
@@ -78,6 +79,7 @@ bool ColumnGatherer::TakeNumbers(const FieldRun& run, std::size_t variable) {
     const bool valuesMayBeMissing = Rules->ValuesMayBeMissing();
     for (std::size_t record = 0; record < run.Records(); ++record) {
         const std::string_view field = run.At(record, variable);
+        MetLeadingZero = MetLeadingZero || BeginsWithSpareZero(field);
         const bool isUsual = !valuesMayBeMissing && (field.empty() || ReadShortDecimal(field, decimal, values[record]));
         if (!isUsual && !TakeUnusual(field, run.Places[record], values[record])) {
             return false;

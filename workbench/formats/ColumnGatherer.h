@@ -49,6 +49,8 @@ class ColumnGatherer {
         std::string Field;
     };
     [[nodiscard]] const std::optional<TooLarge>& FirstTooLarge() const { return Large; }
+    /// Whether some numbers begin with a zero that says nothing about them: "007".
+    [[nodiscard]] bool HasLeadingZeros() const { return MetLeadingZero; }
     /// Of date-times.
     [[nodiscard]] const ZonesMet& Zones() const { return ZonesOfTimes; }
 
@@ -75,6 +77,7 @@ class ColumnGatherer {
     NumberCodes NumbersMet;
     std::optional<TooLarge> Large;
     ZonesMet ZonesOfTimes;
+    bool MetLeadingZero = false;
 };
 
 }  // namespace quillara

@@ -11,6 +11,7 @@
 
 #include "workbench/data/Errors.h"
 #include "workbench/data/MissingReasons.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/formats/ColumnFileLayout.h"
 #include "workbench/formats/ColumnFileReader.h"
 #include "workbench/formats/ColumnFileWriter.h"
@@ -256,7 +257,9 @@ DataTable ReadDatabase(const DatabaseSource& source, const ReadOptions& options)
 
 }  // namespace
 
-DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
+namespace {
+
+DataTable ReadAsItIs(const std::string& path, const ReadOptions& options) {
     if (const std::optional<DatabaseSource> source = DatabaseSourceOf(path)) {
         return ReadDatabase(*source, options);
     }
@@ -278,6 +281,24 @@ DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
             break;
     }
     return ReadDelimitedTable(path, options);
+}
+
+}  // namespace
+
+DataTable ReadDataFile(const std::string& path, const ReadOptions& options) {
+    if (options.MissingValues.empty()) {
+        return ReadAsItIs(path, options);
+    }
+    ReadOptions reading = options;
+    reading.ChecksColumns = true;
+    DataTable table = ReadAsItIs(path, reading);
+    for (const DeclaredMissing& declared : options.MissingValues) {
+        if (DeclareMissing(table, declared) == 0 && options.Noticed) {
+            options.Noticed({"missing-not-found", "No case has a value of " + Quoted(declared.Variable) +
+                                                      " that --missing declares as missing data."});
+        }
+    }
+    return table;
 }
 
 void CheckCanBeWritten(const std::string& path) {

@@ -14,11 +14,17 @@
 #include <utility>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/data/Suggestion.h"
 #include "workbench/formats/ColumnAssembly.h"
+#include "workbench/formats/DatesInTexts.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
+#include "workbench/formats/LeadingZeros.h"
+#include "workbench/formats/LikelyMissing.h"
 #include "workbench/formats/NumbersInTexts.h"
 #include "workbench/formats/PackedText.h"
+#include "workbench/formats/PointsOfNumbers.h"
 #include "workbench/formats/RecordReader.h"
 #include "workbench/formats/TableGathering.h"
 #include "workbench/formats/TableShape.h"
@@ -74,7 +80,7 @@ class TableReading {
     [[nodiscard]] DataTable Read(double firstShare, Origin origin = Origin::File) {
         while (true) {
             try {
-                DataTable table = ReadAsLaidOut(firstShare);
+                DataTable table = ReadAsLaidOut(firstShare, origin);
                 LookAt(table, origin);
                 return table;
             } catch (const UnexpectedBytes& unexpected) {
@@ -100,13 +106,24 @@ class TableReading {
         }
     }
 
-    [[nodiscard]] DataTable ReadAsLaidOut(double firstShare) {
+    [[nodiscard]] DataTable ReadAsLaidOut(double firstShare, Origin origin) {
         LayOut();
         Monitor.Enter(firstShare, ShareOfGathering, Source.Size());
         TableGathering gathering(Source, Layout, Rules, Crew);
         Gather(gathering);
         Source.RequireUnchanged();
-        return Assembled(gathering);
+        DataTable table = Assembled(gathering);
+        Numbers = {.Separator = Layout.Separator.value_or('\0'),
+                   .Decimal = Options.Decimal,
+                   .TakesDecimal = origin == Origin::File,
+                   .Kept = Kept};
+        if (origin == Origin::File && !Options.KeepsTexts && !Options.Decimal) {
+            const PointsOfNumbers points(Source, Layout, Rules, Crew, gathering.GuessPoints());
+            Numbers.HasDecimalPoints = points.HaveDecimals(table);
+            OnPoints = points.Read(table, Numbers);
+        }
+        Monitor.Finish();
+        return table;
     }
 
     void LayOut() {
@@ -125,9 +142,27 @@ class TableReading {
             Faults.Fail(*Layout.FirstFault, Layout);
         }
         CheckCounts(0);
+        NameVariables();
         const std::size_t begin = Options.HasHeader ? Layout.BehindFirst : Layout.Begin;
         const std::size_t suitable = BytesOfPart(Source, begin, Layout.Separator, Crew.Workers());
         CutIntoParts(Source, begin, Options.BytesOfPart == 0 ? suitable : Options.BytesOfPart, Layout);
+    }
+
+    void NameVariables() {
+        std::vector<std::string> names(Layout.FirstFields.size());
+        for (std::size_t i = 0; Options.HasHeader && i < names.size(); ++i) {
+            names[i] = Rules.TextOf(Layout.FirstFields[i]);
+        }
+        NamesInFile = Options.HasHeader ? names : std::vector<std::string>();
+        Names = VariableNames(std::move(names));
+        Kept = Options.Texts;
+        for (const std::vector<std::string>& named : {Options.Texts, Options.Numbers}) {
+            for (const std::string& name : named) {
+                if (std::ranges::find(Names, name) == Names.end()) {
+                    throw DataError("The data have no variable named " + Quoted(name) + EndWithSuggestion(name, Names));
+                }
+            }
+        }
     }
 
     void CheckCounts(std::size_t cases) const {
@@ -141,6 +176,10 @@ class TableReading {
 
     void Gather(TableGathering& gathering) {
         std::vector<FieldKind> kinds = gathering.GuessKinds();
+        Zeros.clear();
+        for (std::size_t variable = 0; variable < kinds.size(); ++variable) {
+            kinds[variable] = IsNamed(Options.Texts, variable) ? FieldKind::Text : kinds[variable];
+        }
         std::vector<std::size_t> variables(kinds.size());
         std::iota(variables.begin(), variables.end(), std::size_t{0});
         while (!variables.empty()) {
@@ -150,7 +189,7 @@ class TableReading {
             }
             CheckCounts(gathering.Cases());
             std::erase_if(variables, [&](std::size_t variable) {
-                const std::optional<FieldKind> kind = KindInPlaceOf(gathering.Columns()[variable], Rules);
+                const std::optional<FieldKind> kind = KindAfter(gathering.Columns()[variable], variable);
                 kinds[variable] = kind.value_or(kinds[variable]);
                 return !kind;
             });
@@ -163,30 +202,51 @@ class TableReading {
         }
     }
 
+    [[nodiscard]] bool IsNamed(const std::vector<std::string>& names, std::size_t variable) const {
+        return std::ranges::find(names, Names[variable]) != names.end();
+    }
+
+    /// The kind that a variable is to be gathered as in place of another; what has leading zeros once as texts.
+    std::optional<FieldKind> KindAfter(const GatheredColumn& column, std::size_t variable) {
+        if (IsNamed(Options.Texts, variable)) {
+            return std::nullopt;
+        }
+        const std::optional<FieldKind> kind = KindInPlaceOf(column, Rules);
+        if (IsNamed(Options.Numbers, variable)) {
+            return kind;
+        }
+        const bool isKnown = std::ranges::find(Zeros, Names[variable], &VariableWithZeros::Name) != Zeros.end();
+        if (!kind && column.Kind == FieldKind::Number && !isKnown &&
+            std::ranges::any_of(column.Workers, &ColumnGatherer::HasLeadingZeros)) {
+            return FieldKind::Text;
+        }
+        if (column.IsOfKind && kind == FieldKind::Number) {
+            if (const std::optional<LeadingZeros> zeros = FindLeadingZeros(column, Rules)) {
+                Zeros.push_back({Names[variable], *zeros});
+                Kept.insert(Kept.end(), zeros->AreIdentifiers ? 1 : 0, Names[variable]);
+                return zeros->AreIdentifiers ? std::nullopt : kind;
+            }
+        }
+        return kind;
+    }
+
     [[nodiscard]] DataTable Assembled(TableGathering& gathering) {
         DataTable table;
         table.FileName = NameOfFile(Path);
         table.Cases = static_cast<std::int32_t>(gathering.Cases());
-        std::vector<std::string> names(Layout.FirstFields.size());
-        for (std::size_t i = 0; Options.HasHeader && i < names.size(); ++i) {
-            names[i] = Rules.TextOf(Layout.FirstFields[i]);
-        }
-        NamesInFile = Options.HasHeader ? names : std::vector<std::string>();
-        names = VariableNames(std::move(names));
-        table.Variables.resize(names.size());
+        table.Variables.resize(Names.size());
         Zones.clear();
         std::ranges::transform(gathering.Columns(), std::back_inserter(Zones), ZonesOf);
-        Monitor.Enter(ShareOfGatheringAnew, 1, names.size() * gathering.Cases());
+        Monitor.Enter(ShareOfGatheringAnew, 1, Names.size() * gathering.Cases());
         std::mutex trimming;
-        Crew.Do(names.size(), gathering.Cases(), [&](std::size_t variable, std::size_t /*worker*/) {
-            table.Variables[variable].Name = std::move(names[variable]);
+        Crew.Do(Names.size(), gathering.Cases(), [&](std::size_t variable, std::size_t /*worker*/) {
+            table.Variables[variable].Name = Names[variable];
             Assemble(std::move(gathering.Columns()[variable]), Rules, table.Variables[variable]);
             // What was gathered lies in many small pieces: the allocator would keep them for others of their kind. One
             // thread at a time: where a sanitizer stands in for the allocator, this call is the first that begins it.
             const std::lock_guard lock(trimming);
             malloc_trim(0);
         });
-        Monitor.Finish();
         return table;
     }
 
@@ -194,13 +254,18 @@ class TableReading {
     void LookAt(DataTable& table, Origin origin) const {
         std::vector<Remark> remarks =
             RemarksOnShape(table, {.Names = NamesInFile, .IsDelimited = origin == Origin::File});
+        const auto add = [&remarks](const std::vector<Remark>& more) {
+            remarks.insert(remarks.end(), more.begin(), more.end());
+        };
         if (!Options.KeepsTexts) {
-            const std::vector<Remark> onNumbers =
-                ReadNumbersInTexts(table, {.Separator = Layout.Separator.value_or('\0'),
-                                           .Decimal = Options.Decimal,
-                                           .TakesDecimal = origin == Origin::File});
-            remarks.insert(remarks.end(), onNumbers.begin(), onNumbers.end());
+            add(ReadNumbersInTexts(table, Numbers));
+            add(OnPoints);
+            add(ReadDatesInTexts(table, Options.Dates, Kept));
+            add(RemarksOnNearNumbers(table, Kept));
         }
+        add(RemarksOnZeros(Zeros));
+        RequireNumbers(table);
+        add(RemarksOnLikelyMissing(table, Options.MissingValues));
         for (std::size_t i = 0; i < table.Variables.size(); ++i) {
             if (std::optional<Remark> remark = RemarkOnZones(table.Variables[i].Name, Zones[i])) {
                 remarks.push_back(std::move(*remark));
@@ -208,6 +273,17 @@ class TableReading {
         }
         if (Options.Noticed) {
             std::ranges::for_each(remarks, Options.Noticed);
+        }
+    }
+
+    /// What --numbers names must be so.
+    void RequireNumbers(const DataTable& table) const {
+        for (const Variable& variable : table.Variables) {
+            if (variable.Kind == ValueKind::Text &&
+                std::ranges::find(Options.Numbers, variable.Name) != Options.Numbers.end()) {
+                throw DataError("The variable " + Quoted(variable.Name) +
+                                " can't be read as numbers: some of its texts are none.");
+            }
         }
     }
 
@@ -220,15 +296,32 @@ class TableReading {
     TextFaults Faults;
     TextLayout Layout;
     std::vector<std::string> NamesInFile;
+    std::vector<std::string> Names;
+    std::vector<std::string> Kept;  // names of variables that stay texts
+    std::vector<VariableWithZeros> Zeros;
+    NumberSurroundings Numbers;
+    std::vector<Remark> OnPoints;
     std::vector<ZonesMet> Zones;  // by variable
 };
 
+/// UTF-16 is told by its mark alone.
+std::string EncodingOf(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    std::error_code error;
+    if (!options.Encoding.empty() || !std::filesystem::is_regular_file(path, error)) {
+        return options.Encoding;
+    }
+    const std::string mark = ReadBytes(path, monitor, 2);
+    return mark == "\xFF\xFE" || mark == "\xFE\xFF" ? "utf-16" : "";
+}
+
 /// Whether a file can be read part by part: a pipe can't, nor can what must be brought into UTF-8 as a whole.
-bool CanBeReadInParts(const std::string& path, const ReadOptions& options) {
+bool CanBeReadInParts(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    if (!EncodingOf(path, options, monitor).empty()) {
+        return false;
+    }
     std::error_code error;
     const bool isAscii = !options.Separator || static_cast<unsigned char>(*options.Separator) < 0x80;
-    return options.Encoding.empty() && isAscii && std::filesystem::is_regular_file(path, error) &&
-           std::filesystem::file_size(path, error) > 0;
+    return isAscii && std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) > 0;
 }
 
 bool IsPackedFile(const std::string& path, WorkMonitor& monitor) {
@@ -244,7 +337,7 @@ DataTable ReadInParts(const std::string& path, const ReadOptions& options, WorkM
 }
 
 DataTable ReadAsWhole(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    const TextSource source(TextOfFile(path, options.Encoding, monitor));
+    const TextSource source(TextOfFile(path, EncodingOf(path, options, monitor), monitor));
     return TableReading(source, 0, path, options, monitor).Read(ShareOfText);
 }
 
@@ -275,7 +368,7 @@ std::vector<std::string> VariableNames(std::vector<std::string> fields) {
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.TellCountsTo(options.Received);
-    if (CanBeReadInParts(path, options) && !IsPackedFile(path, monitor)) {
+    if (CanBeReadInParts(path, options, monitor) && !IsPackedFile(path, monitor)) {
         try {
             return ReadInParts(path, options, monitor);
         } catch (const FileChanged&) {
@@ -295,7 +388,7 @@ DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
 DataTable TableOfRows(std::string text, const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
     ReadOptions reading = options;
     reading.Separator = ',';
-    reading.Decimal = '.';
+    reading.Decimal.reset();
     reading.Encoding.clear();
     const TextSource source(std::move(text));
     return TableReading(source, 0, path, reading, monitor).Read(ShareOfText, TableReading::Origin::Cells);

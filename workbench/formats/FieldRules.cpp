@@ -9,18 +9,18 @@
 namespace quillara {
 namespace {
 
-std::vector<std::string> DefaultMissingTexts() {
-    return {"NA", "N/A", "NaN", "nan", "null", "NULL", "None", ".", "?"};
-}
-
 bool IsAscii(std::string_view text) {
     return std::ranges::none_of(text, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
 }
 
 }  // namespace
 
+std::vector<std::string> DefaultMissingTexts() {
+    return {"NA", "N/A", "NaN", "nan", "null", "NULL", "None", ".", "?"};
+}
+
 FieldRules::FieldRules(const ReadOptions& options)
-    : Point(options.Decimal), MissingTexts(options.MissingTexts.value_or(DefaultMissingTexts())) {
+    : Point(options.Decimal.value_or('.')), MissingTexts(options.MissingTexts.value_or(DefaultMissingTexts())) {
     MissingTextsMayBeValues = std::ranges::any_of(MissingTexts, [&](const std::string& text) {
         double value = 0;
         return ReadDecimal(text, Point, value) != DecimalOutcome::NoNumber || SecondsFromDateTime(text);

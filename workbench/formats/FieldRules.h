@@ -8,12 +8,16 @@
 
 namespace quillara {
 
+/// The texts that mean missing data when nobody names others.
+[[nodiscard]] std::vector<std::string> DefaultMissingTexts();
+
 /// How the fields of delimited text are to be understood.
 class FieldRules {
   public:
     explicit FieldRules(const ReadOptions& options);
 
     [[nodiscard]] char Decimal() const { return Point; }
+    void TakeDecimal(char decimal) { Point = decimal; }
     /// Whether fields are Windows-1252 as they stand, and not UTF-8.
     [[nodiscard]] bool IsWindows1252() const { return FieldsAreWindows1252; }
     void TakeForWindows1252() { FieldsAreWindows1252 = true; }

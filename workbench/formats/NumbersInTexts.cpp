@@ -1,6 +1,8 @@
 #include "workbench/formats/NumbersInTexts.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -31,16 +33,24 @@ struct ReadVariables {
     std::string Example;  // "1,234" is 1234
 };
 
-/// The first text, without a sign if there is one, that a plain reader takes for no number, or for another one.
+/// The first text, without a sign if there is one, that a plain reader takes for no number, or for another one; with
+/// thousands where there are such.
 const std::string& ExampleOf(const std::vector<std::string>& texts, const NumberNotation& notation) {
-    const auto isExample = [&](const std::string& text) {
-        const char between = notation.Point == '.' ? ',' : '.';
-        return notation.HasThousands ? text.find(between) != std::string::npos : !DecimalNumber(text);
+    const auto isOther = [&](const std::string& text) {
+        return !DecimalNumber(text) || DecimalNumber(text) != ReadInNotation(text, notation);
     };
-    auto found = std::ranges::find_if(
-        texts, [&](const std::string& text) { return text.find('-') == std::string::npos && isExample(text); });
-    found = found == texts.end() ? std::ranges::find_if(texts, isExample) : found;
-    return found == texts.end() ? texts.front() : *found;
+    const std::array<std::function<bool(const std::string&)>, 3> wishes = {
+        [&](const std::string& text) {
+            const bool hasThousands = notation.Thousands == '\0' || text.find(notation.Thousands) != std::string::npos;
+            return hasThousands && text.find('-') == std::string::npos && isOther(text);
+        },
+        [&](const std::string& text) { return text.find('-') == std::string::npos && isOther(text); }, isOther};
+    for (const auto& wish : wishes) {
+        if (const auto found = std::ranges::find_if(texts, wish); found != texts.end()) {
+            return *found;
+        }
+    }
+    return texts.front();
 }
 
 /// False when one is too large for a number: the variable stays then.
@@ -84,29 +94,39 @@ Remark OnStaying(const Candidate& candidate, const NumberSurroundings& surroundi
     return {"text-numbers", begin + "with a decimal comma.", advice};
 }
 
+/// What the decimals of a file are, told by all of its variables together.
+struct DecimalsOfFile {
+    bool HasCommas = false;
+    bool HasPoints = false;
+
+    [[nodiscard]] bool AreCommas() const { return HasCommas && !HasPoints; }
+    [[nodiscard]] bool ArePoints() const { return HasPoints && !HasCommas; }
+};
+
 class TextNumbers {
   public:
     TextNumbers(DataTable& table, const NumberSurroundings& surroundings) : Surroundings(surroundings) {
         for (Variable& variable : table.Variables) {
-            if (variable.Kind != ValueKind::Text || variable.Texts.empty()) {
-                continue;
-            }
-            const FoundNotation found = FindNotation(variable.Texts, surroundings.Decimal);
-            if (found.Finding != NotationFinding::None) {
-                Candidates.push_back({&variable, found});
+            if (variable.Kind == ValueKind::Text && !variable.Texts.empty() && !surroundings.IsKept(variable.Name)) {
+                Take(variable);
             }
         }
-        HasDecimalCommas =
-            surroundings.Separator == ';' || std::ranges::any_of(Candidates, [this](const Candidate& candidate) {
-                return IsCertainComma(candidate) && IsToBeRead(candidate);
-            });
+        Decimals.HasPoints = surroundings.HasDecimalPoints;
+        for (const Candidate& candidate : Candidates) {
+            Decimals.HasCommas = Decimals.HasCommas || (IsCertainComma(candidate) && IsToBeRead(candidate));
+        }
+        if (!surroundings.Decimal && Decimals.AreCommas()) {
+            TakeCommas();
+        }
     }
+
+    [[nodiscard]] bool HasDecimalCommas() const { return Decimals.HasCommas; }
 
     std::vector<Remark> Read() {
         for (const Candidate& candidate : Candidates) {
             if (IsToBeRead(candidate)) {
                 MakeNumbersOf(candidate);
-            } else {
+            } else if (candidate.Found.Finding != NotationFinding::None) {
                 Stayed.push_back(OnStaying(candidate, Surroundings));
             }
         }
@@ -117,6 +137,22 @@ class TextNumbers {
     }
 
   private:
+    void Take(Variable& variable) {
+        const FoundNotation found = FindNotation(variable.Texts, Surroundings.Decimal.value_or('.'));
+        const bool isOther = Surroundings.Decimal == '.' && found.Notation.Point == ',';
+        Candidates.push_back({&variable, isOther ? FoundNotation() : found});
+    }
+
+    /// What may be read either way, "1.234" too, is read with decimal commas.
+    void TakeCommas() {
+        for (Candidate& candidate : Candidates) {
+            if (candidate.Found.Finding == NotationFinding::Unsure ||
+                candidate.Found.Finding == NotationFinding::None) {
+                candidate.Found = FindNotation(candidate.Texts->Texts, ',');
+            }
+        }
+    }
+
     /// Where commas separate fields: "1,5".
     static bool MayBeTwoNumbers(const NumberNotation& notation) { return notation == NumberNotation{.Point = ','}; }
 
@@ -125,7 +161,8 @@ class TextNumbers {
             case NotationFinding::Certain:
                 return Surroundings.Separator != ',' || !MayBeTwoNumbers(candidate.Found.Notation);
             case NotationFinding::Unsure:
-                return !HasDecimalCommas;
+                return Surroundings.Decimal || Decimals.ArePoints() ||
+                       (Surroundings.Separator != ';' && !Decimals.HasCommas);
             case NotationFinding::None:
             case NotationFinding::Mixed:
                 break;
@@ -155,12 +192,20 @@ class TextNumbers {
 
     const NumberSurroundings& Surroundings;
     std::vector<Candidate> Candidates;
-    bool HasDecimalCommas = false;
+    DecimalsOfFile Decimals;
     std::vector<ReadVariables> Done;
     std::vector<Remark> Stayed;
 };
 
 }  // namespace
+
+bool NumberSurroundings::IsKept(const std::string& name) const {
+    return std::ranges::find(Kept, name) != Kept.end();
+}
+
+bool HaveDecimalCommas(DataTable& table, const NumberSurroundings& surroundings) {
+    return TextNumbers(table, surroundings).HasDecimalCommas();
+}
 
 std::vector<Remark> ReadNumbersInTexts(DataTable& table, const NumberSurroundings& surroundings) {
     return TextNumbers(table, surroundings).Read();

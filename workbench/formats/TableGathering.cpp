@@ -65,9 +65,9 @@ TableGathering::TableGathering(const TextSource& source, const TextLayout& layou
       Outcomes(layout.Parts.size()),
       Gathered(layout.FirstFields.size()) {}
 
-std::vector<FieldKind> TableGathering::GuessKinds() const {
+template <typename Visit>
+void TableGathering::VisitSample(Visit visit) const {
     const std::size_t variables = Layout.FirstFields.size();
-    std::vector<FieldKind> kinds(variables, FieldKind::Number);
     const std::size_t places = std::min(PlacesOfSample, Layout.Parts.size());
     const std::size_t most = std::clamp<std::size_t>(FieldsOfSample / PlacesOfSample / variables, 1, CasesOfSample);
     std::string window;
@@ -77,11 +77,26 @@ std::vector<FieldKind> TableGathering::GuessKinds() const {
         PartRecords records(Source, Layout.RecordsOf(Source, part), Layout.RulesOfPart(part), window);
         for (std::size_t i = 0; i < most && records.Next(fields); ++i) {
             for (std::size_t variable = 0; variable < std::min(variables, fields.size()); ++variable) {
-                kinds[variable] = KindWith(kinds[variable], fields[variable], Rules);
+                visit(variable, fields[variable]);
             }
         }
     }
+}
+
+std::vector<FieldKind> TableGathering::GuessKinds() const {
+    std::vector<FieldKind> kinds(Layout.FirstFields.size(), FieldKind::Number);
+    VisitSample([&](std::size_t variable, std::string_view field) {
+        kinds[variable] = KindWith(kinds[variable], field, Rules);
+    });
     return kinds;
+}
+
+std::vector<PointUse> TableGathering::GuessPoints() const {
+    std::vector<PointUse> uses(Layout.FirstFields.size(), PointUse::None);
+    VisitSample([&](std::size_t variable, std::string_view field) {
+        uses[variable] = std::max(uses[variable], Rules.IsMissing(field) ? PointUse::None : PointUseOf(field));
+    });
+    return uses;
 }
 
 void TableGathering::Gather(const std::vector<std::size_t>& variables, const std::vector<FieldKind>& kinds) {

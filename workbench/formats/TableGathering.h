@@ -10,6 +10,7 @@
 #include "workbench/formats/ColumnPiece.h"
 #include "workbench/formats/FieldRules.h"
 #include "workbench/formats/FieldRun.h"
+#include "workbench/formats/NumberNotation.h"
 #include "workbench/formats/TextLayout.h"
 #include "workbench/formats/WorkCrew.h"
 
@@ -32,6 +33,9 @@ class TableGathering {
     /// What the fields of some cases all over the text are: numbers where none tells otherwise. Throws UnexpectedBytes.
     [[nodiscard]] std::vector<FieldKind> GuessKinds() const;
 
+    /// How the same fields use points, by variable: the most telling use of each.
+    [[nodiscard]] std::vector<PointUse> GuessPoints() const;
+
     /// Gathers the variables of these numbers anew, as what the kinds say. Throws UnexpectedBytes.
     void Gather(const std::vector<std::size_t>& variables, const std::vector<FieldKind>& kinds);
 
@@ -50,6 +54,9 @@ class TableGathering {
     struct Worker;
     struct Run;
 
+    /// Shows the fields of some cases all over the text: visit(variable, field).
+    template <typename Visit>
+    void VisitSample(Visit visit) const;
     void GatherPart(Run& run, std::size_t part, std::size_t worker);
     [[nodiscard]] PartOutcome ReadPart(Run& run, std::size_t part, std::size_t worker) const;
     [[nodiscard]] std::optional<RecordFault> ReadRun(PartRecords& records, FieldRun& run) const;

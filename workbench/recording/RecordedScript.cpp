@@ -36,6 +36,21 @@ std::string ValidArgument(const std::vector<ValidCodes>& valid) {
     return "{" + items + "}";
 }
 
+/// {"q1": ["98", "99"]}
+std::string MissingValuesArgument(const std::vector<DeclaredMissing>& declared) {
+    std::vector<DeclaredMissing> joined;
+    for (const DeclaredMissing& each : declared) {
+        auto known = std::ranges::find(joined, each.Variable, &DeclaredMissing::Variable);
+        known = known == joined.end() ? joined.insert(joined.end(), {each.Variable}) : known;
+        known->Codes.insert(known->Codes.end(), each.Codes.begin(), each.Codes.end());
+    }
+    std::string items;
+    for (const DeclaredMissing& each : joined) {
+        items += (items.empty() ? "" : ", ") + PythonText(each.Variable) + ": " + ListOf(each.Codes);
+    }
+    return "{" + items + "}";
+}
+
 std::string ReadingArguments(const ScriptOpening& opening) {
     const ReadOptions& reading = opening.Reading;
     std::string arguments;
@@ -45,8 +60,11 @@ std::string ReadingArguments(const ScriptOpening& opening) {
     if (reading.Separator) {
         add("separator", PythonText(std::string(1, *reading.Separator)));
     }
-    if (reading.Decimal != '.') {
-        add("decimal", PythonText(std::string(1, reading.Decimal)));
+    if (reading.Decimal) {
+        add("decimal", PythonText(std::string(1, *reading.Decimal)));
+    }
+    if (reading.Dates) {
+        add("dates", PythonText(*reading.Dates == DateOrder::DayFirst ? "day-first" : "month-first"));
     }
     if (!reading.Encoding.empty()) {
         add("encoding", PythonText(reading.Encoding));
@@ -59,6 +77,15 @@ std::string ReadingArguments(const ScriptOpening& opening) {
     }
     if (reading.KeepsTexts) {
         add("keep_texts", "True");
+    }
+    if (!reading.Texts.empty()) {
+        add("texts", ListOf(reading.Texts));
+    }
+    if (!reading.Numbers.empty()) {
+        add("numbers", ListOf(reading.Numbers));
+    }
+    if (!reading.MissingValues.empty()) {
+        add("missing_values", MissingValuesArgument(reading.MissingValues));
     }
     if (!reading.Sheet.empty()) {
         add("sheet", PythonText(reading.Sheet));

@@ -5,6 +5,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -204,7 +205,7 @@ class PlainReader {
         Variable variable;
         variable.Name = name;
         std::vector<double> values;
-        if (ReadNumbers(index, values)) {
+        if (ReadNumbers(index, values) && !HasCodesWithZeros(index)) {
             EncodeNumbers(variable, std::move(values));
         } else if (ReadWith(DaysFromText, index, values)) {
             variable.Kind = ValueKind::Date;
@@ -226,13 +227,27 @@ class PlainReader {
         return field.empty() || std::ranges::find(MissingTexts, field) != MissingTexts.end();
     }
 
+    /// "01234" and "20095".
+    [[nodiscard]] bool HasCodesWithZeros(std::size_t index) const {
+        std::set<std::size_t> lengths;
+        bool hasZeros = false;
+        for (const std::string& field : Columns[index]) {
+            if (!IsMissing(field)) {
+                const bool isCode = field.find_first_not_of("0123456789") == std::string::npos;
+                lengths.insert(isCode ? field.size() : 0);
+                hasZeros = hasZeros || (field.front() == '0' && field.size() > 1);
+            }
+        }
+        return hasZeros && lengths.size() == 1 && *lengths.begin() > 0;
+    }
+
     bool ReadNumbers(std::size_t index, std::vector<double>& values) const {
         std::optional<std::size_t> tooLarge;
         for (std::size_t row = 0; row < Lines.size(); ++row) {
             const std::string& field = Columns[index][row];
             double value = NoValue;
             const DecimalOutcome outcome =
-                IsMissing(field) ? DecimalOutcome::Number : ReadDecimal(field, Options.Decimal, value);
+                IsMissing(field) ? DecimalOutcome::Number : ReadDecimal(field, Options.Decimal.value_or('.'), value);
             if (outcome == DecimalOutcome::NoNumber) {
                 return false;
             }
