@@ -5,6 +5,7 @@
 #include "python/HostCall.h"
 #include "python/PythonObject.h"
 #include "python/PythonStatistics.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 
 namespace py = pybind11;
 using quillara::ScriptedAnalysis;
@@ -68,6 +69,10 @@ void PythonAnalysis::Define(py::module_& module) {
                                const std::string& path) { PaintCross(*own.Held, rows, columns, path); })
         .def("boxes", [](PythonAnalysis& own, std::size_t variable, const CutVariable& by, const std::string& type,
                          const std::string& path) { return TellBoxes(*own.Held, variable, by, type, path); })
+        .def("remark",
+             [](PythonAnalysis& own, const std::string& code, const std::string& text, const std::string& advice) {
+                 CallHost("remark", [&] { return Notice(&own.Held->Analysed(), {code, text, advice}), true; });
+             })
         .def("categorize",
              [](PythonAnalysis& own, std::size_t variable, const std::string& method) {
                  CallHost("categorize", [&] { return own.Held->Categorize(variable, method), true; });

@@ -6,6 +6,7 @@
 #include "python/PythonDocuments.h"
 #include "workbench/data/Errors.h"
 #include "workbench/documents/BoxTypes.h"
+#include "workbench/documents/ResultNames.h"
 #include "workbench/scripting/DocumentWriting.h"
 #include "workbench/scripting/SubsetStatistics.h"
 
@@ -13,6 +14,8 @@ namespace py = pybind11;
 using namespace quillara;
 
 namespace {
+
+using Documents = std::vector<DocumentContent>;
 
 py::list TellTables(const std::vector<SpreadsheetDocument>& tables) {
     py::list told;
@@ -49,9 +52,8 @@ py::tuple TellSideBySide(const SpreadsheetDocument& table) {
     for (std::size_t i = 0; i < table.Columns.size(); ++i) {
         const SpreadsheetColumn& column = table.Columns[i];
         const bool isOfVariable = !column.Variable.empty();
-        columns.append(py::make_tuple(isOfVariable ? column.Variable : "",
-                                      isOfVariable ? column.Statistic : column.Name, column.Whole,
-                                      py::tuple(plain[i])[2]));
+        columns.append(py::make_tuple(column.Variable, column.Category, isOfVariable ? column.Statistic : column.Name,
+                                      column.Whole, py::tuple(plain[i])[2]));
     }
     return py::make_tuple(told[2], columns);
 }
@@ -69,7 +71,7 @@ py::list TellGroups(ScriptedAnalysis& analysis, const std::vector<std::string>& 
 py::object TellDistribution(ScriptedAnalysis& analysis, std::optional<std::size_t> variable) {
     const std::optional<SpreadsheetDocument> table = CallHost("distribution", [&] {
         auto found = SubsetStatistics(analysis.Analysed()).DistributionOf(variable);
-        analysis.Keep(found ? std::vector{*found} : std::vector<SpreadsheetDocument>(), "distribution");
+        analysis.Keep(found ? Documents{*found} : Documents(), "distribution");
         return found;
     });
     return table ? py::object(TellTable(*table)) : py::object(py::none());
@@ -78,7 +80,7 @@ py::object TellDistribution(ScriptedAnalysis& analysis, std::optional<std::size_
 py::object TellDifferences(ScriptedAnalysis& analysis) {
     const std::optional<SpreadsheetDocument> table = CallHost("what_differs", [&] {
         auto found = SubsetStatistics(analysis.Analysed()).WhatDiffers();
-        analysis.Keep(found ? std::vector{*found} : std::vector<SpreadsheetDocument>(), "what-differs");
+        analysis.Keep(found ? Documents{*found} : Documents(), "what-differs");
         return found;
     });
     return table ? py::object(TellTable(*table)) : py::object(py::none());
@@ -88,11 +90,14 @@ py::tuple TellCross(ScriptedAnalysis& analysis, const CutVariable& rows, const C
     const CrossTable cross = CallHost("crosstab", [&] {
         const SubsetStatistics statistics(analysis.Analysed());
         CrossTable found = statistics.CrossOf(Wanted(analysis, rows), Wanted(analysis, columns));
-        analysis.Keep(TablesOfCross(found, statistics.Weight()), "crosstab");
+        const std::vector<SpreadsheetDocument> tables = TablesOfCross(found, statistics.Weight());
+        analysis.Keep({tables.begin(), tables.end()}, "crosstab");
+        analysis.Keep({MosaicOf(found, statistics.Weight())}, std::string(MosaicName));
         return found;
     });
     return py::make_tuple(TellTables(TablesOfCross(cross, {})), cross.Cases, cross.LeftOut, cross.ChiSquare,
-                          cross.Freedom, cross.CramersV);
+                          cross.Freedom, cross.CramersV, cross.Chance,
+                          py::make_tuple(cross.EffectiveCases, cross.EffectiveChance));
 }
 
 void PaintCross(ScriptedAnalysis& analysis, const CutVariable& rows, const CutVariable& columns,
@@ -113,6 +118,7 @@ py::tuple TellBoxes(ScriptedAnalysis& analysis, std::size_t variable, const CutV
         if (!path.empty()) {
             WritePicture(made, path);
         }
+        analysis.Keep({made}, "box-by-group");
         return made;
     });
     return TellTable(NumbersIn(graph));

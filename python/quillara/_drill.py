@@ -166,7 +166,7 @@ class Drill(Object, kind="DDNStartup"):
         """Groups side by side: steps down into every category of the variable and up again; a row for each.
 
         Columns are the number of cases, their percent of those that remain now, of each continuous open or review
-        variable N, mean, deviation, median and quartiles, and of each categorical one the percents of its categories.
+        variable N, sum, mean, deviation, median and quartiles, and of each categorical one the percents of its categories.
         With a second variable a row for each of its categories within each of the first. Categories that leave no case
         are passed over with a warning.
         """
@@ -184,8 +184,9 @@ class Drill(Object, kind="DDNStartup"):
 
         of: "counts", percents of "rows", of "columns" or of the "total", or "expected" counts. margins: with totals.
         bounds: where a continuous variable is cut, by its name; categorize: how it is, as the method of that name takes
-        it. attrs of the frame has cases, left_out, chi_square, degrees_of_freedom and cramers_v. picture: a file (.svg,
-        .png, .pdf) for the table as a mosaic.
+        it. attrs of the frame has cases, left_out, chi_square, degrees_of_freedom, p_value and cramers_v; p_value takes
+        weights for numbers of cases, effective_p_value takes effective_cases of equal weight (Kish) in place of them,
+        for weights that balance a sample. picture: a file (.svg, .png, .pdf) for the table as a mosaic.
         """
         from . import _groups
 
@@ -198,17 +199,26 @@ class Drill(Object, kind="DDNStartup"):
 
     def box(self, variable: str | int, by: str | int, of: str = "median",
             bounds: Mapping[str, Sequence[float]] | None = None, picture: str | os.PathLike[str] | None = None,
-            ) -> pandas.DataFrame:
+            categorize: Mapping[str, str] | None = None) -> pandas.DataFrame:
         """What box plots of a variable by the categories of another show, over the cases that remain, under the weight
         of the table: a row for each category.
 
         of: "median" with quartiles, "se", "sd" or "1.96se" around the mean. bounds: where a continuous variable of
-        categories is cut, by its name. picture: a file (.svg, .png, .pdf) for the box plots.
+        categories is cut, by its name; categorize: how it is, as the method of that name takes it. picture: a file
+        (.svg, .png, .pdf) for the box plots.
         """
         from . import _groups
 
         place = self._number(variable, "box") - 1
-        return _groups.box(self._analysis, place, self._cut(by, bounds, "box"), of, os.fspath(picture or ""))
+        return _groups.box(self._analysis, place, self._cut(by, bounds, "box", categorize), of, os.fspath(picture or ""))
+
+    def remark(self, code: str, text: str, advice: str = "") -> None:
+        """Adds a remark to those that the program makes of the analysis: it is told as a warning and stands in reports.
+
+        Recorded scripts call it for what only the recorded command could know.
+        """
+        self._check_open("remark")
+        self._work(self._analysis.remark, code, text, advice)
 
     def _cut(self, variable, bounds, member, methods=None):
         """A side of a table as the extension takes it: its place, bounds, or else a method."""

@@ -5,7 +5,6 @@ import pandas
 from ._frames import cells_of, frame_of_spreadsheet
 
 MEASURES = ("counts", "rows", "columns", "total", "expected")
-PERCENT = "\nPercent"
 
 
 def distribution(analysis, variable):
@@ -19,12 +18,13 @@ def differences(analysis):
 
 
 def crosstab(analysis, rows, columns, of, margins):
-    tables, cases, left_out, chi_square, freedom, strength = analysis.cross(rows, columns)
+    tables, cases, left_out, chi_square, freedom, strength, p_value, effective = analysis.cross(rows, columns)
     frame = frame_of_spreadsheet(*tables[MEASURES.index(of)])
     frame.columns = frame_of_spreadsheet(*tables[0]).columns
     frame = frame if margins else frame.iloc[:-1, :-1]
     frame.attrs = {"cases": cases, "left_out": left_out, "chi_square": chi_square, "degrees_of_freedom": freedom,
-                   "cramers_v": strength}
+                   "cramers_v": strength, "p_value": p_value, "effective_cases": effective[0],
+                   "effective_p_value": effective[1]}
     return frame
 
 
@@ -32,11 +32,9 @@ def box(analysis, variable, by, of, picture):
     return frame_of_spreadsheet(*analysis.boxes(variable, by, of, picture))
 
 
-def _key(variable, statistic):
+def _key(variable, category, statistic):
     """A column goes by variable and statistic; percents by variable and category."""
-    if variable and statistic.endswith(PERCENT):
-        return variable, statistic.removesuffix(PERCENT)
-    name = " ".join(statistic.split())
+    name = category or " ".join(statistic.split())
     return (variable, name) if variable else (name, "")
 
 
@@ -44,13 +42,13 @@ def each(analysis, names):
     """A row for each category, or for each pair of two variables'."""
     tables = analysis.each(names)
     rows, columns = tables[0]
-    levels = [rows, *(cells for _, _, _, cells in columns[:len(names) - 1])]
+    levels = [rows, *(cells for *_, cells in columns[:len(names) - 1])]
     found = {}
     for _, columns in tables:
-        are_percents = any(variable and statistic.endswith(PERCENT) for variable, statistic, _, _ in columns)
-        for variable, statistic, whole, cells in columns[len(names) - 1:]:
-            if not (are_percents and variable and not statistic.endswith(PERCENT)):  # their valid N is left out
-                found.setdefault(_key(variable, statistic), pandas.Series(cells_of(cells, whole)))
+        are_percents = any(category for _, category, *_ in columns)
+        for variable, category, statistic, whole, cells in columns[len(names) - 1:]:
+            if not (are_percents and variable and not category):  # their valid N is left out
+                found.setdefault(_key(variable, category, statistic), pandas.Series(cells_of(cells, whole)))
     frame = pandas.DataFrame(found)
     frame.columns = pandas.MultiIndex.from_tuples(list(found))
     index = pandas.MultiIndex.from_arrays(levels, names=names)

@@ -32,7 +32,7 @@ def documents(file, *options):
 
 
 def frame_of(document):
-    columns = [" ".join(name.split()) for name in document["columns"]]
+    columns = [" ".join(name.split()).removesuffix(" by weights") for name in document["columns"]]
     rows = [row["name"] for row in document["rows"]]
     return pandas.DataFrame([row["cells"] for row in document["rows"]], index=rows, columns=columns)
 
@@ -90,14 +90,15 @@ def test_weights_that_sum_to_less_than_the_cases_are_not_scaled():
     frame = survey.to_pandas()
     survey.weight = "weight"
     with survey.drill("sex", "income") as drill:
-        groups = drill.each("sex")["income"]
+        groups = drill.each("sex")["income"].rename(columns={"Std.Dev. by weights": "Std.Dev."})
         drill.down("sex", "Male")
-        men = drill.distribution().loc["income"]
+        men = drill.distribution().rename(columns={"Std.Dev. by weights": "Std.Dev."}).loc["income"]
     for sex, own in frame[frame["income"].notna()].groupby("sex", observed=True):
         facts = dict(zip(NUMBERS, weighted_facts(own["income"].to_numpy(float), own["weight"].to_numpy(float))))
+        facts["Sum"] = (own["income"] * own["weight"]).sum()
         for name in groups.columns[1:]:
             assert groups.loc[sex, name] == close(facts[name], rel=1e-9)
-        assert sex != "Male" or (own["weight"].sum() < len(own) and list(men[NUMBERS]) == close(list(facts.values())))
+        assert sex != "Male" or (own["weight"].sum() < len(own) and list(men[NUMBERS]) == close([facts[name] for name in NUMBERS]))
 
 
 @pytest.mark.parametrize("weight", [None, "fnlwgt"])
@@ -108,14 +109,31 @@ def test_cross_tables_are_those_of_scipy(weight):
     reference = frame.pivot_table(values=weight or "one", index="education", columns="sex", aggfunc="sum")
     reference = reference.loc[counts.index[:-1], counts.columns[:-1]].to_numpy()
     sums = reference.sum(axis=1, keepdims=True), reference.sum(axis=0, keepdims=True)
-    chi_square, _, freedom, fit = stats.chi2_contingency(reference, correction=False)
+    chi_square, chance, freedom, fit = stats.chi2_contingency(reference, correction=False)
     strength = numpy.sqrt(chi_square / reference.sum() / (min(reference.shape) - 1))
-    assert list(association.iloc[0]) == close([len(frame.dropna(subset=["education", "sex"])), 0, chi_square, freedom,
-                                               strength, fit.min()], rel=1e-9)
+    known = frame.dropna(subset=["education", "sex"])
+    facts = [len(known), 0, chi_square, freedom, chance, strength, fit.min()]
+    if weight:
+        size = known[weight].sum() ** 2 / (known[weight] ** 2).sum()
+        facts += [size, stats.chi2.sf(chi_square * size / reference.sum(), freedom)]
+    assert list(association.iloc[0]) == close(facts, rel=1e-9)
     for table, numbers in [(counts, reference), (rows, reference / sums[0] * 100), (columns, reference / sums[1] * 100),
                            (total, reference / reference.sum() * 100), (expected, fit)]:
         assert table.iloc[:-1, :-1].to_numpy(float) == close(numbers, rel=1e-9)
     assert counts.iloc[-1, -1] == close(reference.sum(), rel=1e-9)
+
+
+@pytest.mark.parametrize("counts", [[[3, 9], [8, 2]], [[20, 30, 25], [22, 27, 26]], [[40, 1], [2, 50]],
+                                    numpy.add.outer(numpy.arange(9), numpy.arange(5) * 3) + 5])
+def test_chance_of_chi_square(counts):
+    counts = numpy.asarray(counts)
+    places = numpy.repeat(numpy.argwhere(counts >= 0), counts.ravel(), axis=0)
+    table = quillara.table({"a": [f"r{at}" for at in places[:, 0]], "b": [f"c{at}" for at in places[:, 1]]})
+    with table.drill("a b") as drill:
+        facts = drill.crosstab("a", "b").attrs
+    chi_square, chance, freedom, _ = stats.chi2_contingency(counts, correction=False)
+    assert (facts["chi_square"], facts["degrees_of_freedom"]) == (close(chi_square), freedom)
+    assert facts["p_value"] == facts["effective_p_value"] == close(chance, rel=1e-9)
 
 
 def test_what_differs_has_the_distances_of_scipy():
@@ -189,7 +207,7 @@ def test_boxes_by_group_are_those_of_pandas(tmp_path):
     shown = drill.box("body_mass_g", by="sex", picture=tmp_path / "boxes.svg")
     masses = frame[frame["species"] == "Gentoo"].groupby("sex")["body_mass_g"]
     reference = masses.describe()[["count", "50%", "25%", "75%"]]
-    assert (shown[["Cases", "Median", "Lower Quartile", "Upper Quartile"]].to_numpy() == close(reference.to_numpy(), rel=1e-9))
+    assert (shown[["Cases", "Median", "Lower quartile", "Upper quartile"]].to_numpy() == close(reference.to_numpy(), rel=1e-9))
     assert "n = 58" in (tmp_path / "boxes.svg").read_text().replace("\u00a0", " ")
     drill.crosstab("species", "sex", picture=tmp_path / "mosaic.png")
     assert (tmp_path / "mosaic.png").read_bytes().startswith(b"\x89PNG")

@@ -66,6 +66,7 @@ class DrillRun {
   private:
     AnalysisServices Services();
     void Take(ResultDocument& document);
+    void Hear(const Remark& remark);
     void Notice(const Remark& remark);
     void ChooseVariables();
     void PressBoxes();
@@ -90,6 +91,7 @@ class DrillRun {
     std::optional<PairedLists> Pairs;  // of 3D histograms; nothing: all
     int EarlierPairs = 0;  // documents of the same request that other presses of the button have made
     int Messages = 0;
+    bool IsUnknownToScript = false;  // what the analysis remarks now
     ProgressBar Progress;
     LeftOutResults LeftOut;
     SessionRecorder Recorder;
@@ -127,7 +129,7 @@ AnalysisServices DrillRun::Services() {
         WriteMessage(text);
     };
     services.TakeDocument = [this](ResultDocument& document) { Take(document); };
-    services.HearRemark = [this](const Remark& remark) { Notice(remark); };
+    services.HearRemark = [this](const Remark& remark) { IsUnknownToScript ? Notice(remark) : Hear(remark); };
     services.Recorder = Options.RecordFile ? &Recorder : nullptr;
     services.TakeData = [this](std::shared_ptr<const DataTable> table) { Outcome.Subset = std::move(table); };
     if (ProgressBar::IsWanted()) {
@@ -143,8 +145,16 @@ void DrillRun::Take(ResultDocument& document) {
     Outcome.Outputs.Add(document.Content(), origin);
 }
 
-/// Once each; on standard error as it comes.
+/// One of this program, which a script of the same steps wouldn't make, so that it says it.
 void DrillRun::Notice(const Remark& remark) {
+    if (Options.RecordFile) {
+        Recorder.RecordRemark(remark);
+    }
+    Hear(remark);
+}
+
+/// Once each; on standard error as it comes.
+void DrillRun::Hear(const Remark& remark) {
     if (Outcome.Outputs.Noticed.Add(remark) && !Options.Quiet) {
         Progress.Clear();
         WriteMessage(remark.Line());
@@ -222,7 +232,9 @@ void DrillRun::Categorize(const CategorizedVariable& categorized) {
         throw DataError("The variable " + Quoted(categorized.Variable) + " can't be categorized: it " +
                         (isText ? "holds texts." : "is no continuous drill variable; name it in --continuous."));
     }
+    IsUnknownToScript = true;
     NoticeCategorization(Session.Analysed(), categorized.How, Table.Variables[static_cast<std::size_t>(variable) - 1]);
+    IsUnknownToScript = false;
     Session.Categorize(variable, categorized.How);
 }
 
@@ -254,7 +266,7 @@ void DrillRun::ShowResults() {
 /// Full documents within the categories are for who names some.
 void DrillRun::ShowEach() {
     const bool showsAll = !Options.Results.empty() || Options.Groups.HasGraphs();
-    OfHost.ShowEach(Options.Groups.Each, showsAll ? [this] { ShowResults(); } : std::function<void()>());
+    OfHost.ShowEach(Options, showsAll ? [this] { ShowResults(); } : std::function<void()>());
 }
 
 /// Nothing where there is a document with cases, or a message.
@@ -308,9 +320,6 @@ void DrillRun::TellWhatIsLeftOut() {
     if (IsEmpty(Variables.Drill) && IsEmpty(Variables.Review)) {
         Notice({"no-variable", "No variable is chosen, so that nothing is shown.",
                 "Name some in --categorical and --continuous."});
-    }
-    if (Options.RecordFile && !Options.Groups.Boxes.empty()) {
-        Notice({"script-incomplete", "The script of --record leaves out the plots of --box with --by.", ""});
     }
     const std::size_t pairs = PairsOf(Variables.Review).Count;
     const bool showsPairs = std::ranges::find(Options.Results, Review3DHistogramsButton) != Options.Results.end();

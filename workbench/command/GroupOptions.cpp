@@ -50,7 +50,7 @@ void AddGroupOptions(CLI::App& command, GroupOptions& groups) {
         command, "--each", [&groups](const std::string& name) { groups.Each.push_back(ParseName(name)); },
         "for every category of VAR, behind the steps, a step down and up again: a row for each category (N, percent) "
         "in "
-        "a table of the continuous variables (mean, deviation, median, quartiles) and one of the categorical ones "
+        "a table of the continuous variables (sum, mean, deviation, median, quartiles) and one of the categorical ones "
         "(percents of categories); given twice, "
         "for every category of the second within the first; takes the place of the default results; with --show the "
         "results named there too, in full for every category")
@@ -58,8 +58,8 @@ void AddGroupOptions(CLI::App& command, GroupOptions& groups) {
         ->group(Group);
     AddRepeated(
         command, "--crosstab", [&groups](const std::string& text) { TakeCrosses(groups, text); },
-        "cross tables of the cases left: counts, percents of rows, columns and all, expected counts, chi-square and "
-        "Cramer's V, weighted; rows and columns are any variables of the file; --categorize cuts those that are "
+        "cross tables of the cases left: counts, percents of rows, columns and all, expected counts, chi-square with p "
+        "and Cramer's V, weighted; rows and columns are any variables of the file; --categorize cuts those that are "
         "continuous drill variables; takes the place of the default results; repeatable")
         ->type_name("ROWS:COLUMNS")
         ->group(Group);

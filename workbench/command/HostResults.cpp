@@ -6,6 +6,8 @@
 
 #include "workbench/documents/BoxTypes.h"
 #include "workbench/documents/ResultNames.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/recording/PythonText.h"
 #include "workbench/scripting/GroupWalk.h"
 #include "workbench/views/DocumentViews.h"
@@ -15,7 +17,6 @@ namespace {
 
 constexpr const char* GroupsName = "groups";
 constexpr const char* CrossName = "crosstab";
-constexpr const char* MosaicName = "mosaic";
 constexpr const char* BoxesName = "box-by-group";
 
 short VariableNumberOf(const DataTable& table, const std::string& name) {
@@ -88,6 +89,15 @@ bool HostResults::Show(int result) {
     return sequence > 0;
 }
 
+/// Scripts cut variables by members, and don't know then how many intervals there are.
+void HostResults::RecordRemarks(std::string_view code) {
+    for (const Remark& remark : RemarksOn(&Session.Analysed()).All()) {
+        if (Recorder != nullptr && remark.Code == code) {
+            Recorder->RecordRemark(remark);
+        }
+    }
+}
+
 /// A call for each table.
 void HostResults::RecordDistributions(const ComparedVariables& open) {
     if (!open.Continuous.empty()) {
@@ -98,9 +108,11 @@ void HostResults::RecordDistributions(const ComparedVariables& open) {
     }
 }
 
-void HostResults::RecordCross(const CrossNames& names, const DrillOptions& options, const VariableChoice& chosen) {
+/// The argument of a call that says how these variables are cut, where that isn't plain; empty: it is.
+std::string HostResults::CutArgument(const std::vector<std::string>& names, const DrillOptions& options,
+                                     const VariableChoice& chosen) const {
     std::string cuts;
-    for (const std::string& name : {names.Rows, names.Columns}) {
+    for (const std::string& name : names) {
         const Variable& variable = Table.Variables[Table.IndexOf(name)];
         const std::string cut = CutText(variable, CutOf(name, VariableNumberOf(Table, name), options, chosen), options);
         const std::string entry = PythonText(name) + ": " + PythonText(cut);
@@ -108,8 +120,7 @@ void HostResults::RecordCross(const CrossNames& names, const DrillOptions& optio
             cuts += (cuts.empty() ? "" : ", ") + entry;
         }
     }
-    Record("drill.crosstab(" + PythonText(names.Rows) + ", " + PythonText(names.Columns) +
-           (cuts.empty() ? "" : ", categorize={" + cuts + "}") + ")");
+    return cuts.empty() ? "" : ", categorize={" + cuts + "}";
 }
 
 void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice& chosen) {
@@ -124,12 +135,13 @@ void HostResults::ShowCrosses(const DrillOptions& options, const VariableChoice&
     int mosaics = 0;
     for (const CrossNames& names : options.Groups.Crosses) {
         const CrossTable cross = statistics.CrossOf(side(names.Rows), side(names.Columns));
-        RecordCross(names, options, chosen);
+        Record("drill.crosstab(" + PythonText(names.Rows) + ", " + PythonText(names.Columns) +
+               CutArgument({names.Rows, names.Columns}, options, chosen) + ")");
         for (SpreadsheetDocument& document : TablesOfCross(cross, statistics.Weight())) {
             Add(std::move(document), ++sequence, CrossName);
         }
         if (options.Charts.Folder || HasPictures(options.Format)) {
-            Outputs.Add(MosaicOf(cross, statistics.Weight()), {0, ++mosaics, MosaicName});
+            Outputs.Add(MosaicOf(cross, statistics.Weight()), {0, ++mosaics, std::string(MosaicName)});
         }
     }
 }
@@ -147,15 +159,28 @@ void HostResults::ShowBoxes(const DrillOptions& options, const VariableChoice& c
             const std::set<int>& wanted = options.Charts.BoxTypes;
             if (wanted.empty() ? facts.ShowsMedian() : wanted.contains(facts.CheckBox)) {
                 Outputs.Add(statistics.BoxesBy(Table.IndexOf(name), groups, facts.Type), {0, ++sequence, BoxesName});
+                Record("drill.box(" + PythonText(name) + ", by=" + PythonText(by) +
+                       (facts.ShowsMedian() ? "" : ", of=" + PythonText(facts.Word)) +
+                       CutArgument({by}, options, chosen) + ")");
             }
         }
     }
 }
 
-void HostResults::ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll) {
-    const auto work = [&] { return GroupsSideBySide(Session, Session.Analysed(), variables); };
+void HostResults::ShowEach(const DrillOptions& options, const std::function<void()>& showAll) {
+    const std::vector<std::string>& variables = options.Groups.Each;
+    IntervalCounts intervals;
+    for (const CategorizedVariable& each : options.Categorizations) {
+        if (const std::optional<std::size_t> count = IntervalsOf(each.How)) {
+            intervals[each.Variable] = *count;
+        }
+    }
+    const auto work = [&] { return GroupsSideBySide(Session, Session.Analysed(), variables, intervals); };
     const std::vector<SpreadsheetDocument> tables =
         Recorder == nullptr ? work() : Recorder->RecordAside(EachLine(variables), work);
+    if (!intervals.empty()) {
+        RecordRemarks(EmptyGroupsCode);
+    }
     Outputs.Step = static_cast<int>(Outputs.Steps.size());
     int sequence = 0;
     for (const SpreadsheetDocument& table : tables) {
@@ -163,7 +188,10 @@ void HostResults::ShowEach(const std::vector<std::string>& variables, const std:
     }
     if (showAll) {
         GroupWalk walk(Session, Session.Analysed(), variables);
-        walk.Stepped = [this](StepTaken step) { Outputs.Steps.push_back(std::move(step)); };
+        walk.Stepped = [this](StepTaken step) {
+            step.IsOfGroup = true;
+            Outputs.Steps.push_back(std::move(step));
+        };
         walk.Arrived = [&showAll](const auto&, const auto&) { showAll(); };
         walk.Run();
     }

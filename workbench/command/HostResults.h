@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "workbench/command/DrillOptions.h"
@@ -28,15 +29,17 @@ class HostResults {
     void ShowCrosses(const DrillOptions& options, const VariableChoice& chosen);
     /// Makes the box plots by group that are asked for; cut and refused as the cross tables.
     void ShowBoxes(const DrillOptions& options, const VariableChoice& chosen);
-    /// Steps into every category of the variables, from the outside, and up again, and makes the tables of them;
-    /// `showAll`, where there is one, makes full documents within each category, behind these, on a walk of its own.
-    /// Throws DataError when a variable can't be drilled on.
-    void ShowEach(const std::vector<std::string>& variables, const std::function<void()>& showAll);
+    /// Steps into every category of the variables of --each, from the outside, and up again, and makes the tables of
+    /// them; `showAll`, where there is one, makes full documents within each category, behind these, on a walk of its
+    /// own. Throws DataError when a variable can't be drilled on.
+    void ShowEach(const DrillOptions& options, const std::function<void()>& showAll);
 
   private:
     void Record(const std::string& line);
+    void RecordRemarks(std::string_view code);
     void RecordDistributions(const ComparedVariables& open);
-    void RecordCross(const CrossNames& names, const DrillOptions& options, const VariableChoice& chosen);
+    [[nodiscard]] std::string CutArgument(const std::vector<std::string>& names, const DrillOptions& options,
+                                          const VariableChoice& chosen) const;
     void Add(SpreadsheetDocument document, int sequence, const char* result);
 
     DrillSession& Session;

@@ -17,7 +17,7 @@ std::string SubjectOf(const SeriesChart& chart) {
 
 std::string SubjectOf(const BoxPlot& plot) {
     if (plot.Groups) {
-        return plot.Groups->Variable + " " + plot.Groups->By + " " + std::string(FactsOf(plot.Type).Word);
+        return plot.Groups->Variable + " by " + plot.Groups->By + " " + std::string(FactsOf(plot.Type).Word);
     }
     return std::string(FactsOf(plot.Type).Word);
 }
@@ -27,11 +27,11 @@ std::string SubjectOf(const ScatterMatrix& /*the only one of its command*/) {
 }
 
 std::string SubjectOf(const Histogram3DPlot& plot) {
-    return plot.X.Variable + " " + plot.Y.Variable;
+    return plot.Y.Variable + " by " + plot.X.Variable;
 }
 
 std::string SubjectOf(const MosaicPlot& plot) {
-    return plot.Columns.Variable + " " + plot.Layers.Variable;
+    return plot.Columns.Variable + " by " + plot.Layers.Variable;
 }
 
 /// What the host makes itself comes from no button.
@@ -42,11 +42,13 @@ std::string KindOf(const OutputEntry& entry, const GraphDocument& graph) {
                               : ChartName(graph);
 }
 
-std::string FileNameOf(const OutputEntry& entry, const GraphDocument& graph, ChartFormat format) {
+std::string FileNameOf(const OutputCollection& outputs, const OutputEntry& entry, const GraphDocument& graph,
+                       ChartFormat format) {
     const std::string subject =
         PlainFileName(std::visit([](const auto& shown) { return SubjectOf(shown); }, graph.Content));
     return "step" + std::to_string(entry.Step) + '-' + KindOf(entry, graph) + '-' + TwoDigits(entry.Sequence) +
-           (subject.empty() ? "" : "-") + subject + '.' + std::string(FileEndOf(format));
+           (subject.empty() ? "" : "-") + subject + GroupEnding(outputs, entry.Step) + '.' +
+           std::string(FileEndOf(format));
 }
 
 }  // namespace
@@ -60,7 +62,8 @@ std::vector<FolderFile> PaintedPlots(const ChartOptions& options, const OutputCo
     for (const OutputEntry& entry : outputs.Entries) {
         if (const auto* graph = std::get_if<GraphDocument>(&entry.Content)) {
             const GraphDocument titled = Titled(*graph, outputs, entry.Step, options.Titles);
-            plots.push_back({FileNameOf(entry, *graph, options.Format), paint(titled, options.Look, options.Format)});
+            plots.push_back(
+                {FileNameOf(outputs, entry, *graph, options.Format), paint(titled, options.Look, options.Format)});
         }
     }
     return plots;

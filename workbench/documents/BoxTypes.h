@@ -33,7 +33,7 @@ inline constexpr double NormalInterval = 1.96;  ///< standard deviations that ho
 // clang-format off
 inline constexpr std::array<BoxTypeFacts, 4> BoxTypes{{
     // Type                          Word      Check box               Box                  Whisker                           Factor          Middle    Lower and upper end of the box        of the whiskers                        In the legend
-    {BoxType::MedianQuartilesRange, "median", MedianQuartileRangeBox, BoxReach::Quartiles, BoxReach::FarthestWithoutOutliers, 1.0,            "Median", {"Lower\nQuartile", "Upper\nQuartile"}, {"Lower\nWhisker", "Upper\nWhisker"},   "25%-75%",        "Range without outliers"},
+    {BoxType::MedianQuartilesRange, "median", MedianQuartileRangeBox, BoxReach::Quartiles, BoxReach::FarthestWithoutOutliers, 1.0,            "Median", {"Lower\nquartile", "Upper\nquartile"}, {"Lower\nwhisker", "Upper\nwhisker"},   "25%-75%",        "Range without outliers"},
     {BoxType::MeanSEAndSD,          "se",     MeanSEAndSDBox,         BoxReach::Error,     BoxReach::Deviation,               1.0,            "Mean",   {"Mean-SE", "Mean+SE"},                 {"Mean-SD", "Mean+SD"},                 "Mean \u00B1 SE", "Mean \u00B1 SD"},
     {BoxType::MeanSDAnd196SD,       "sd",     MeanSD196TimesSDBox,    BoxReach::Deviation, BoxReach::Deviation,               NormalInterval, "Mean",   {"Mean-SD", "Mean+SD"},                 {"Mean\n-1.96*SD", "Mean\n+1.96*SD"},   "Mean \u00B1 SD", "Mean \u00B1 1.96*SD"},
     {BoxType::MeanSEAnd196SE,       "1.96se", MeanSE196TimesSEBox,    BoxReach::Error,     BoxReach::Error,                   NormalInterval, "Mean",   {"Mean-SE", "Mean+SE"},                 {"Mean\n-1.96*SE", "Mean\n+1.96*SE"},   "Mean \u00B1 SE", "Mean \u00B1 1.96*SE"},

@@ -15,6 +15,9 @@ enum HostResult : int { DistributionResult = -1, WhatDiffersResult = -2 };
     return result < 0;
 }
 
+/// A cross table as a picture: a document where there are pictures.
+inline constexpr std::string_view MosaicName = "mosaic";
+
 /// A kind of result by its name, which people and programs use, and the button that makes it.
 struct ResultName {
     std::string_view Name;

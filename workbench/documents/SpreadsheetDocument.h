@@ -20,9 +20,12 @@ struct SpreadsheetColumn {
     std::string Variable{};
     std::string Statistic{};
     ValueKind Kind = ValueKind::Number;
+    std::string Category{};  ///< of that variable, which alone its numbers are of; empty: of all of it
+    bool IsCrossed = false;  ///< it crosses the rows: a number is of the row's variable by this one
+    bool HoldsWords = false;  ///< texts that name the rows further or describe them, and are no values
 };
 
-/// What a row is about, for programs.
+/// What a row, or a number, is about, for programs.
 struct RowSubject {
     std::string Variable;
     std::string Category{};  ///< of that variable; empty: the row is about all of it
@@ -47,6 +50,13 @@ struct MissingCount {
     [[nodiscard]] const std::string& Name() const { return Label.empty() ? Code : Label; }
 };
 
+/// A number that a table for people has in its texts.
+struct StatedNumber {
+    RowSubject About;
+    std::string Statistic;
+    double Value = 0.0;
+};
+
 /// A table of results as plain data. All texts are whole: no key of a long text is left in them.
 struct SpreadsheetDocument {
     std::vector<std::string> Title;  ///< title lines up to the last that isn't empty
@@ -55,6 +65,7 @@ struct SpreadsheetDocument {
     std::vector<SpreadsheetRow> Rows;
     Subject About{};
     std::vector<MissingCount> Missing{};  ///< what the host says of missing data beside the table; empty: nothing
+    std::vector<StatedNumber> Stated{};  ///< for programs, behind the numbers of the cells
 };
 
 }  // namespace quillara

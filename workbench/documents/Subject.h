@@ -32,12 +32,19 @@ struct Subject {
     std::vector<ShownVariable> Variables;  ///< in the order of the rows, columns or places; empty: not known
     /// Of a table with a row for each variable: the columns that hold values of it, as its mean is one.
     std::vector<std::size_t> ValueColumns{};
+    /// Names of the variables whose categories make the rows, of groups and cross tables; of a cross table those of the
+    /// rows come first.
+    std::vector<std::string> By{};
+    std::string Aspect{};  ///< which of several tables of the same it is: "row percents"; empty: there is one
     bool IsEmptied = false;  ///< of a plot that the host computes: the steps drop every case that is selected
 
     /// The one variable whose categories the document shows; null when it shows several or none that is known.
     [[nodiscard]] const ShownVariable* OnlyVariable() const {
         return Variables.size() == 1 ? Variables.data() : nullptr;
     }
+    /// The variable that it shows, those by whose categories it does, and which table of them it is: "sex", "age by
+    /// sex", "sex by city counts"; empty: it shows several.
+    [[nodiscard]] std::string Name() const;
     /// How the values of a variable are written, by its place among them.
     [[nodiscard]] ValueKind KindOf(std::size_t place) const {
         return place < Variables.size() ? Variables[place].Kind : ValueKind::Number;

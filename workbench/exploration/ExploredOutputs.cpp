@@ -56,8 +56,8 @@ std::string FileNameFor(const ResultDocument& document) {
     if (name.empty()) {
         name = document.Graph() != nullptr ? "chart" : "table";
     }
-    if (const ShownVariable* variable = about.OnlyVariable()) {
-        name += ' ' + variable->Name;
+    if (const std::string subject = about.Name(); !subject.empty()) {
+        name += ' ' + subject;
     }
     std::erase_if(name, [](char character) { return !IsPlain(character); });
     return name;

@@ -350,6 +350,12 @@ void SessionRecorder::RecordLine(const std::string& line) {
     Script.Write(line);
 }
 
+/// Before the lines of a command that runs.
+void SessionRecorder::RecordRemark(const Remark& remark) {
+    Script.Write("drill.remark(" + PythonText(remark.Code) + ", " + PythonText(remark.Text) +
+                 (remark.Advice.empty() ? "" : ", " + PythonText(remark.Advice)) + ")");
+}
+
 void SessionRecorder::BeginAside(const std::string& line) {
     Held.Write();
     Script.Accept();

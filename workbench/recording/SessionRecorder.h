@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/Remark.h"
 #include "workbench/hosting/StepRecorder.h"
 #include "workbench/hosting/VariablesChosen.h"
 #include "workbench/recording/HeldCall.h"
@@ -37,6 +38,8 @@ class SessionRecorder : public StepRecorder {
 
     /// Writes a line that changes nothing in the dialog.
     void RecordLine(const std::string& line);
+    /// Writes a remark that the script's analysis wouldn't make itself.
+    void RecordRemark(const Remark& remark);
     /// Does work in the dialog that one line of the script does; gives what it gives. Not while a command runs.
     template <class Work>
     auto RecordAside(const std::string& line, Work work) {

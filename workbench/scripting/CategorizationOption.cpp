@@ -131,6 +131,10 @@ constexpr std::array<MethodSyntax, 12> Methods{{
 
 }  // namespace
 
+std::optional<std::size_t> IntervalsOf(const Categorization& how) {
+    return how.Bounds.empty() ? std::nullopt : std::optional(how.Bounds.size() + 1);
+}
+
 Categorization ParseCategorization(std::string_view text) {
     const std::size_t colon = text.find(':');
     const std::string_view name = text.substr(0, colon);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ struct Categorization {
     ValueKind WrittenAs = ValueKind::Number;  ///< bounds, step: how boundaries and start are given
     std::optional<CalendarPeriod> Period{};  ///< of dates, to be made bounds or steps from the data (InData)
 };
+
+/// How many intervals it makes, whatever the data are; nothing where they say it.
+[[nodiscard]] std::optional<std::size_t> IntervalsOf(const Categorization& how);
 
 /// A categorization from the way people write it: distinct | exact:N | neat:N | step:SIZE | step:SIZE@START | integer |
 /// bounds:B1,B2,... | hour | day | week | month | quarter | year. START and boundaries may be days YYYY-MM-DD, days

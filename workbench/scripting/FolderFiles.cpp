@@ -1,5 +1,6 @@
 #include "workbench/scripting/FolderFiles.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "workbench/data/Errors.h"
@@ -39,6 +40,16 @@ std::string PlainFileName(std::string_view text) {
     name = WithoutBrokenTail(name.substr(0, longest));
     name.erase(name.find_last_not_of('-') + 1);
     return name;
+}
+
+std::string GroupEnding(const OutputCollection& outputs, int step) {
+    const std::size_t taken = std::min(static_cast<std::size_t>(step), outputs.Steps.size());
+    std::string ending;
+    for (const StepTaken& down : StepsInForce(outputs.Steps, taken)) {
+        const std::string category = down.IsOfGroup ? PlainFileName(down.Category) : "";
+        ending += category.empty() ? "" : '-' + category;
+    }
+    return ending;
 }
 
 std::string TwoDigits(int number) {

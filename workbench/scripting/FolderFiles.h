@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "workbench/documents/OutputCollection.h"
+
 namespace quillara {
 
 /// A file as it goes to a folder.
@@ -15,6 +17,9 @@ struct FolderFile {
 
 /// A text in lower-case letters, digits, single hyphens and the letters of other scripts, at most 40 bytes.
 [[nodiscard]] std::string PlainFileName(std::string_view text);
+
+/// How the names of files end that are of a group side by side: "-female", its categories; empty: of none.
+[[nodiscard]] std::string GroupEnding(const OutputCollection& outputs, int step);
 
 /// A number in at least two digits.
 [[nodiscard]] std::string TwoDigits(int number);

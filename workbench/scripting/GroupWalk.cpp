@@ -1,5 +1,6 @@
 #include "workbench/scripting/GroupWalk.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "workbench/data/Errors.h"
@@ -20,23 +21,39 @@ short NumberOf(AnalysisDocument& document, const std::string& name) {
     return static_cast<short>(document.Table().IndexOf(name) + 1);
 }
 
-void TellOfRest(AnalysisDocument& document, const std::vector<std::string>& variables, std::int64_t left,
-                std::int64_t cases) {
-    if (left == 0) {
-        return;
-    }
+/// "a" and "b"
+std::string Listed(const std::vector<std::string>& variables) {
     std::string names;
     for (const std::string& name : variables) {
         names += (names.empty() ? "" : " and ") + Quoted(name);
     }
-    Notice(&document, {"groups-leave-out", std::to_string(left) + " of " + std::to_string(cases) +
-                                               " cases are in no category of " + names + " and so in no group."});
+    return names;
+}
+
+void TellOfRest(AnalysisDocument& document, const std::vector<std::string>& variables, std::int64_t left,
+                std::int64_t cases) {
+    if (left > 0) {
+        Notice(&document,
+               {"groups-leave-out", std::to_string(left) + " of " + std::to_string(cases) +
+                                        " cases are in no category of " + Listed(variables) + " and so in no group."});
+    }
+}
+
+void TellOfEmpty(AnalysisDocument& document, const std::vector<std::string>& variables,
+                 const GroupWalk::GroupCounts& groups) {
+    const std::size_t empty = groups.All - groups.Arrived;
+    if (empty > 0) {
+        Notice(&document,
+               {EmptyGroupsCode, std::to_string(empty) + " of " + std::to_string(groups.All) +
+                                     (variables.size() > 1 ? " pairs of categories of " : " categories of ") +
+                                     Listed(variables) + (empty == 1 ? " has" : " have") + " no case and so no row."});
+    }
 }
 
 }  // namespace
 
 GroupWalk::GroupWalk(StepTaker& steps, AnalysisDocument& document, std::vector<std::string> variables)
-    : Steps(steps), Document(document), Variables(std::move(variables)) {
+    : Steps(steps), Document(document), Variables(std::move(variables)), Shown(Variables.size()) {
     for (const std::string& name : Variables) {
         if (!Steps.CanGoDown(NumberOf(Document, name))) {
             throw DataError(
@@ -83,6 +100,7 @@ bool GroupWalk::GoDown(short variable, std::size_t row, std::size_t& rows) {
                 throw NoCategories();
             }
             category = NameForPeople(list, list.Rows[row]);
+            NoteShown(list);
             return row;
         });
     } catch (const NoCategories&) {
@@ -108,12 +126,35 @@ void GroupWalk::GoUp() {
 void GroupWalk::Arrive() {
     const SubsetStatistics found(Document);
     if (found.Subset().IsEmpty()) {
-        Notice(&Document, {"group-without-cases", "No case is left" + Where() + "; that is passed over."});
-    } else if (Categories.size() < Variables.size()) {
+        return;
+    }
+    if (Categories.size() < Variables.size()) {
         Descend();
     } else {
+        ++Groups;
         Arrived(Categories, found);
     }
+}
+
+void GroupWalk::NoteShown(const CategoryList& list) {
+    ShownCategories& shown = Shown[Categories.size()];
+    for (const CategoryRow& row : list.Rows) {
+        shown.Names.insert(row.Name);
+        if (row.Range) {
+            shown.Intervals.insert(row.Name);
+        }
+    }
+}
+
+GroupWalk::GroupCounts GroupWalk::Counted(const IntervalCounts& intervals) const {
+    GroupCounts counts{Groups, 1};
+    for (std::size_t place = 0; place < Variables.size(); ++place) {
+        const auto known = intervals.find(Variables[place]);
+        const std::size_t shown = Shown[place].Intervals.size();
+        const std::size_t unseen = known == intervals.end() ? 0 : std::max(known->second, shown) - shown;
+        counts.All *= Shown[place].Names.size() + unseen;
+    }
+    return counts;
 }
 
 /// " where cut = Fair and color = D"; nothing without a step.
@@ -126,7 +167,8 @@ std::string GroupWalk::Where() const {
 }
 
 std::vector<SpreadsheetDocument> GroupsSideBySide(StepTaker& steps, AnalysisDocument& document,
-                                                  const std::vector<std::string>& variables) {
+                                                  const std::vector<std::string>& variables,
+                                                  const IntervalCounts& intervals) {
     GroupWalk walk(steps, document, variables);
     const SubsetStatistics whole(document);
     GroupTables tables = whole.GroupsBy(variables);
@@ -141,6 +183,7 @@ std::vector<SpreadsheetDocument> GroupsSideBySide(StepTaker& steps, AnalysisDocu
         walk.Run();
     }
     TellOfRest(document, variables, left, cases);
+    TellOfEmpty(document, variables, walk.Counted(intervals));
     return tables.Documents();
 }
 

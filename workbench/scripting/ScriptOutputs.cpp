@@ -90,15 +90,15 @@ void ScriptOutputs::FollowTable() {
     Runs.back().Shown.Variables = static_cast<int>(Analysis->Table().Variables.size());
 }
 
-void ScriptOutputs::Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result) {
+void ScriptOutputs::Keep(const std::vector<DocumentContent>& documents, const std::string& result) {
     Run& run = Present();
     run.Shown.Steps = StepsOf(Analysis).Taken();
     const auto step = static_cast<int>(run.Shown.Steps.size());
     int sequence = static_cast<int>(std::ranges::count_if(run.Documents, [&](const KeptDocument& kept) {
         return kept.Step == step && kept.Document->Origin().Result == result;
     }));
-    for (const SpreadsheetDocument& table : tables) {
-        run.Documents.push_back({ResultDocument::Create(table, {0, ++sequence, result}, OfHost), step, 0, false});
+    for (const DocumentContent& content : documents) {
+        run.Documents.push_back({ResultDocument::Create(content, {0, ++sequence, result}, OfHost), step, 0, false});
     }
     NoteSettings(run);
 }

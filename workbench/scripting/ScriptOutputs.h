@@ -28,8 +28,8 @@ class ScriptOutputs final : public StepRecorder {
 
     explicit ScriptOutputs(AnalysisDocument& analysis) : Analysis(&analysis) {}
 
-    /// Keeps tables that the host has computed itself, as a result of this name.
-    void Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result);
+    /// Keeps documents that the host has made itself, as a result of this name.
+    void Keep(const std::vector<DocumentContent>& documents, const std::string& result);
     /// The table of the analysis is the same with more variables.
     void FollowTable();
     /// The analysis is about to close: what it has left open stays.

@@ -243,14 +243,20 @@ void ScriptedAnalysis::Down(std::size_t variable, const std::string& category) {
 std::vector<SpreadsheetDocument> ScriptedAnalysis::Each(const std::vector<std::string>& variables) {
     ScriptActions actions(OpenDialog());
     ListedSteps steps(actions, Held->Document);
-    std::vector<SpreadsheetDocument> tables = GroupsSideBySide(steps, Held->Document, variables);
-    Keep(tables, "groups");
+    IntervalCounts intervals;
+    for (const auto& [number, how] : Entered) {
+        if (const std::optional<std::size_t> count = IntervalsOf(how)) {
+            intervals[Held->Document.Table().Variables[static_cast<std::size_t>(number) - 1].Name] = *count;
+        }
+    }
+    std::vector<SpreadsheetDocument> tables = GroupsSideBySide(steps, Held->Document, variables, intervals);
+    Keep({tables.begin(), tables.end()}, "groups");
     return tables;
 }
 
-void ScriptedAnalysis::Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result) {
+void ScriptedAnalysis::Keep(const std::vector<DocumentContent>& documents, const std::string& result) {
     if (Kept != nullptr) {
-        Kept->Keep(tables, result);
+        Kept->Keep(documents, result);
     }
 }
 

@@ -61,8 +61,8 @@ class ScriptedAnalysis {
     void Down(std::size_t variable, const std::string& category);
     /// The tables of groups by these variables (GroupWalk.h), which are kept with the results. Throws as Down.
     [[nodiscard]] std::vector<SpreadsheetDocument> Each(const std::vector<std::string>& variables);
-    /// Keeps tables that the host has computed with the results, under the name of a result.
-    void Keep(const std::vector<SpreadsheetDocument>& tables, const std::string& result);
+    /// Keeps what the host has made with the results, under the name of a result.
+    void Keep(const std::vector<DocumentContent>& documents, const std::string& result);
     /// A categorization by a method as ParseCategorization reads it, in the cases of the selection. Throws UsageError,
     /// and DataError as InData.
     [[nodiscard]] Cut CutBy(std::size_t variable, const std::string& method);

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/DialogState.h"
@@ -54,6 +56,15 @@ ComparedVariables OpenIn(AnalysisDocument& document) {
         }
     }
     return open;
+}
+
+void NoticeEmptyGroups(AnalysisDocument& document, const CrossSide& side, bool hasCases) {
+    if (side.Empty > 0 && hasCases) {
+        Notice(&document, {"group-without-cases",
+                           std::to_string(side.Empty) + " of " + std::to_string(side.Empty + side.Names.size()) +
+                               " categories of " + Quoted(side.Variable) + (side.Empty == 1 ? " has" : " have") +
+                               " no case in the cross table and so no place in it."});
+    }
 }
 
 }  // namespace
@@ -107,7 +118,11 @@ std::optional<SpreadsheetDocument> SubsetStatistics::WhatDiffers() const {
 
 CrossTable SubsetStatistics::CrossOf(const CrossVariable& rows, const CrossVariable& columns) const {
     NoticeWeightless(Document);
-    return CrossTableOf(Table, rows, columns, Remaining, Weights);
+    CrossTable cross = CrossTableOf(Table, rows, columns, Remaining, Weights);
+    for (const CrossSide* side : {&cross.Rows, &cross.Columns}) {
+        NoticeEmptyGroups(Document, *side, cross.Cases > 0);
+    }
+    return cross;
 }
 
 GraphDocument SubsetStatistics::BoxesBy(std::size_t variable, const CrossVariable& by, BoxType type) const {

@@ -18,14 +18,14 @@ namespace {
 std::string SubjectName(const OutputEntry& entry) {
     const Subject& about =
         std::visit([](const auto& content) -> const Subject& { return content.About; }, entry.Content);
-    return about.OnlyVariable() == nullptr ? "" : about.OnlyVariable()->Name;
+    return about.Name();
 }
 
-std::string BaseName(const OutputEntry& entry) {
+std::string BaseName(const OutputCollection& outputs, const OutputEntry& entry) {
     const std::string result = PlainFileName(entry.Result);
     const std::string subject = PlainFileName(SubjectName(entry));
     return "step" + std::to_string(entry.Step) + '-' + (result.empty() ? "table" : result) + '-' +
-           TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject;
+           TwoDigits(entry.Sequence) + (subject.empty() ? "" : "-") + subject + GroupEnding(outputs, entry.Step);
 }
 
 std::string EndOf(OutputFormat format) {
@@ -93,11 +93,11 @@ std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, Outpu
     std::vector<FolderFile> files;
     for (std::size_t run = 0; run < runs.size(); ++run) {
         const std::string begin = runs.size() == 1 ? "" : "analysis" + std::to_string(run + 1) + '-';
-        OutputCollection head = runs[run];
+        OutputCollection head = ShownIn(format, runs[run]);
         const std::vector<OutputEntry> entries = std::exchange(head.Entries, {});
         for (const OutputEntry& entry : entries) {
             for (std::string& text : TextsOf(head, entry, format)) {
-                files.push_back({FreeName(begin + BaseName(entry), end, taken), std::move(text)});
+                files.push_back({FreeName(begin + BaseName(head, entry), end, taken), std::move(text)});
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "platform/OrderedBits.h"
+#include "workbench/statistics/ChiSquare.h"
 #include "workbench/statistics/Distribution.h"
 
 namespace quillara {
@@ -32,7 +33,7 @@ std::vector<std::size_t> PlacesWithCases(const std::vector<double>& totals) {
 
 CrossSide SideOf(const Variable& variable, const ValueGroups& groups, const std::vector<double>& totals,
                  const std::vector<std::size_t>& places) {
-    CrossSide side{variable.Name, variable.LongName, {}, {}};
+    CrossSide side{variable.Name, variable.LongName, {}, {}, groups.Names().size() - places.size()};
     for (const std::size_t place : places) {
         side.Names.push_back(groups.Names()[place]);
         side.Totals.push_back(totals[place]);
@@ -54,12 +55,14 @@ class CellCounts {
             return;
         }
         ++Cases;
+        Squares += weight * weight;
         Counts[static_cast<std::size_t>(down) * Columns.Names().size() + static_cast<std::size_t>(across)] += weight;
     }
 
     const ValueGroups& Rows;
     const ValueGroups& Columns;
     std::vector<double> Counts;
+    double Squares = 0.0;  ///< sum of those of the weights
     std::int64_t Cases = 0;
     std::int64_t LeftOut = 0;
 };
@@ -129,6 +132,9 @@ CrossTable CrossTableOf(const DataTable& table, const CrossVariable& rows, const
     found.CramersV = association.CramersV;
     found.Freedom = static_cast<int>((std::max<std::size_t>(downPlaces.size(), 1) - 1) *
                                      (std::max<std::size_t>(acrossPlaces.size(), 1) - 1));
+    found.Chance = ChanceOfChiSquare(found.ChiSquare, found.Freedom);
+    found.EffectiveCases = cells.Squares > 0.0 ? found.Total * found.Total / cells.Squares : Undefined;
+    found.EffectiveChance = ChanceOfChiSquare(found.ChiSquare * found.EffectiveCases / found.Total, found.Freedom);
     return found;
 }
 

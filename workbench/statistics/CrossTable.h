@@ -16,6 +16,7 @@ struct CrossSide {
     std::string LongName;  ///< may be empty
     std::vector<std::string> Names;
     std::vector<double> Totals;  ///< of each group
+    std::size_t Empty = 0;  ///< groups without cases, which aren't shown
 };
 
 /// How many cases have a value of one variable together with a value of another; under weights the sums of these.
@@ -29,6 +30,13 @@ struct CrossTable {
     /// Pearson's, over the counts as they are; NaN with fewer than two rows or columns.
     double ChiSquare = 0.0;
     int Freedom = 0;  ///< its degrees
+    /// The probability that chance gives as large a chi-square to variables that have nothing to do with each other;
+    /// NaN without one. Weights are taken for numbers of cases.
+    double Chance = 0.0;
+    /// How many cases of equal weight would tell as much (Kish: the squared sum of weights over the sum of their
+    /// squares), and the same probability with the counts scaled to them: for weights that balance a sample.
+    double EffectiveCases = 0.0;
+    double EffectiveChance = 0.0;
     /// Cramer's: the root of chi-square over the total and over the lesser number of rows or columns less 1.
     double CramersV = 0.0;
 

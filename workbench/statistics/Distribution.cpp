@@ -9,6 +9,16 @@
 namespace quillara {
 namespace {
 
+/// Whole numbers add up exactly as long as a double can hold their sum.
+double SumOf(const WeightedValues& sample) {
+    long double sum = 0.0;
+    for (std::size_t i = 0; i < sample.Values.size(); ++i) {
+        const long double weight = sample.Weights.empty() ? 1.0 : sample.Weights[i];
+        sum += weight * static_cast<long double>(sample.Values[i]);
+    }
+    return static_cast<double>(sum);
+}
+
 double SkewnessOf(const WeightedValues& sample, const ValueMoments& moments) {
     const double size = moments.Size;
     const double deviation = moments.StandardDeviation;
@@ -46,6 +56,7 @@ Distribution DistributionOf(const Variable& variable, const RowSet& rows, const 
     if (moments.Cases == 0) {
         return found;
     }
+    found.Sum = SumOf(sample);
     found.Mean = moments.Mean;
     found.Minimum = moments.Min;
     found.Maximum = moments.Max;

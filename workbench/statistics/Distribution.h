@@ -24,6 +24,7 @@ inline constexpr double Undefined = std::numeric_limits<double>::quiet_NaN();
 struct Distribution {
     std::int64_t Cases = 0;  ///< valid ones, without those that have no positive weight
     double Weight = 0.0;  ///< the sum of their weights; their number without weights
+    double Sum = Undefined;  ///< of the values, each times its weight
     double Mean = Undefined;
     double StandardDeviation = Undefined;
     double Minimum = Undefined;

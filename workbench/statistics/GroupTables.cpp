@@ -31,6 +31,11 @@ CategoryCounts CountCategories(const ValueGroups& categories, const RowSet& rows
     return counts;
 }
 
+/// Days and times of day don't add up.
+bool HasSums(const Variable& variable) {
+    return variable.Kind == ValueKind::Number;
+}
+
 /// "cut by color".
 std::string Joined(const std::vector<std::string>& names) {
     std::string text;
@@ -44,7 +49,7 @@ std::string Joined(const std::vector<std::string>& names) {
 void Append(std::vector<SpreadsheetColumn> columns, bool areNamed, SpreadsheetDocument& table) {
     for (SpreadsheetColumn& column : columns) {
         if (areNamed) {
-            column.Name = column.Variable + '\n' + column.Statistic;
+            column.Name = column.Variable + '\n' + column.Name;
         }
         table.Columns.push_back(std::move(column));
     }
@@ -79,18 +84,23 @@ void GroupTables::Add(std::vector<std::string> categories, const RowSet& rows) {
 }
 
 /// The first variable names the rows, the others have a column each.
-SpreadsheetDocument GroupTables::Begun(const std::string& title) const {
+SpreadsheetDocument GroupTables::Begun(const std::string& title, const std::vector<std::size_t>& variables) const {
     SpreadsheetDocument table;
     table.Title = {title + WeightedBy(Weights.Variable)};
     table.Corner = By.front();
     for (std::size_t i = 1; i < By.size(); ++i) {
-        table.Columns.push_back({By[i], false});
+        table.Columns.push_back(WordsColumn(By[i]));
     }
     table.Columns.push_back({"N", true});
     if (!Weights.Variable.empty()) {
         table.Columns.push_back({"Weighted\nN", false});
     }
     table.Columns.push_back({"Percent", false});
+    table.About.By = By;
+    if (variables.size() == 1) {
+        const Variable& shown = Table.Variables[variables.front()];
+        table.About.Variables = {{static_cast<int>(variables.front()) + 1, shown.Name, shown.LongName, shown.Kind, {}}};
+    }
     return table;
 }
 
@@ -112,14 +122,19 @@ std::string GroupTables::TitleOf(const std::vector<std::size_t>& variables, cons
 
 std::vector<SpreadsheetColumn> GroupTables::NumberColumns(std::size_t place) const {
     const Variable& variable = Table.Variables[Variables.Continuous[place]];
-    const auto column = [&variable](const char* statistic, ValueKind kind) {
+    const auto column = [&variable](std::string statistic, ValueKind kind) {
         return SpreadsheetColumn{statistic, false, variable.Name, statistic, kind};
     };
-    std::vector<SpreadsheetColumn> columns{
-        column("Valid\nN", ValueKind::Number), column("Mean", variable.Kind),
-        column("Std.Dev.", ValueKind::Number), column("Lower\nquartile", variable.Kind),
-        column("Median", variable.Kind),       column("Upper\nquartile", variable.Kind)};
+    std::vector<SpreadsheetColumn> columns{column("Valid\nN", ValueKind::Number)};
     columns.front().Whole = true;
+    if (HasSums(variable)) {
+        columns.push_back(column("Sum", ValueKind::Number));
+    }
+    columns.push_back(column("Mean", variable.Kind));
+    columns.push_back(column(DeviationHeading(Weights.Variable), ValueKind::Number));
+    for (const char* quartile : {"Lower\nquartile", "Median", "Upper\nquartile"}) {
+        columns.push_back(column(quartile, variable.Kind));
+    }
     return columns;
 }
 
@@ -127,14 +142,13 @@ std::vector<SpreadsheetColumn> GroupTables::PercentColumns(std::size_t place) co
     const std::string& variable = Table.Variables[Variables.Categorical[place]].Name;
     std::vector<SpreadsheetColumn> columns{{"Valid\nN", true, variable, "Valid\nN"}};
     for (const std::string& name : Categories[place].Names()) {
-        const std::string statistic = name + "\nPercent";
-        columns.push_back({statistic, false, variable, statistic});
+        columns.push_back({.Name = name + "\nPercent", .Variable = variable, .Statistic = "Percent", .Category = name});
     }
     return columns;
 }
 
 SpreadsheetDocument GroupTables::NumberTable() const {
-    SpreadsheetDocument table = Begun(TitleOf(Variables.Continuous, "Continuous variables"));
+    SpreadsheetDocument table = Begun(TitleOf(Variables.Continuous, "Continuous variables"), Variables.Continuous);
     if (!Weights.Variable.empty()) {
         table.Title.emplace_back(WeightDefinition);
     }
@@ -143,8 +157,12 @@ SpreadsheetDocument GroupTables::NumberTable() const {
     }
     for (const Group& group : Groups) {
         SpreadsheetRow row = RowOf(group);
-        for (const Distribution& found : group.Distributions) {
+        for (std::size_t place = 0; place < group.Distributions.size(); ++place) {
+            const Distribution& found = group.Distributions[place];
             row.Cells.emplace_back(static_cast<double>(found.Cases));
+            if (HasSums(Table.Variables[Variables.Continuous[place]])) {
+                row.Cells.push_back(CellOf(found.Sum));
+            }
             for (const double number :
                  {found.Mean, found.StandardDeviation, found.LowerQuartile, found.Median, found.UpperQuartile}) {
                 row.Cells.push_back(CellOf(number));
@@ -156,7 +174,8 @@ SpreadsheetDocument GroupTables::NumberTable() const {
 }
 
 SpreadsheetDocument GroupTables::PercentTable() const {
-    SpreadsheetDocument table = Begun(TitleOf(Variables.Categorical, "Categorical variables") + ": row percents");
+    SpreadsheetDocument table =
+        Begun(TitleOf(Variables.Categorical, "Categorical variables") + ": row percents", Variables.Categorical);
     for (std::size_t place = 0; place < Variables.Categorical.size(); ++place) {
         Append(PercentColumns(place), Variables.Categorical.size() > 1, table);
     }
@@ -180,7 +199,7 @@ std::vector<SpreadsheetDocument> GroupTables::Documents() const {
         documents.push_back(PercentTable());
     }
     if (documents.empty()) {
-        SpreadsheetDocument& groups = documents.emplace_back(Begun("Categories of " + Joined(By)));
+        SpreadsheetDocument& groups = documents.emplace_back(Begun("Categories of " + Joined(By), {}));
         for (const Group& group : Groups) {
             groups.Rows.push_back(RowOf(group));
         }

@@ -18,7 +18,7 @@ class GroupTables {
     /// Adds the group of a category of each of these variables; its rows are looked at now and not kept.
     void Add(std::vector<std::string> categories, const RowSet& rows);
 
-    /// A table of the continuous variables side by side: mean, deviation, median and quartiles; then one of the
+    /// A table of the continuous variables side by side: sum, mean, deviation, median and quartiles; then one of the
     /// categorical ones: the percents of their categories among the valid cases of each group. Without variables the
     /// groups alone.
     [[nodiscard]] std::vector<SpreadsheetDocument> Documents() const;
@@ -32,7 +32,7 @@ class GroupTables {
         std::vector<double> Valid;  ///< of the categorical ones: cases
     };
 
-    [[nodiscard]] SpreadsheetDocument Begun(const std::string& title) const;
+    [[nodiscard]] SpreadsheetDocument Begun(const std::string& title, const std::vector<std::size_t>& variables) const;
     [[nodiscard]] SpreadsheetRow RowOf(const Group& group) const;
     [[nodiscard]] SpreadsheetDocument NumberTable() const;
     [[nodiscard]] SpreadsheetDocument PercentTable() const;

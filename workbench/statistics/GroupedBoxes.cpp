@@ -89,6 +89,7 @@ GraphDocument BoxesByGroup(const StatisticsScope& scope, std::size_t variable, c
         graph.Title.emplace_back("Weights of a group that sum to less than its cases are scaled up to their number");
     }
     graph.About.Variables = {{static_cast<int>(variable) + 1, shown.Name, shown.LongName, shown.Kind, {}}};
+    graph.About.By = {grouping.Name};
     graph.Content = std::move(plot);
     return graph;
 }

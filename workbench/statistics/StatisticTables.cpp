@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <numeric>
+#include <string_view>
 #include <utility>
 
 #include "platform/OrderedBits.h"
@@ -28,7 +29,7 @@ std::string Written(double number) {
 }
 
 struct DistributionColumn {
-    const char* Name;
+    std::string_view Name;
     double (*Of)(const Distribution& found);
     bool IsWhole;
     bool IsValue;  ///< of the variable, as its mean is one: a date, where its values are dates
@@ -39,7 +40,7 @@ constexpr std::array<DistributionColumn, 10> DistributionColumns{{
     // Name             Of                                                                       IsWhole IsValue
     {"Valid\nN",        [](const Distribution& f) { return static_cast<double>(f.Cases); },      true,  false},
     {"Mean",            [](const Distribution& f) { return f.Mean; },                            false, true},
-    {"Std.Dev.",        [](const Distribution& f) { return f.StandardDeviation; },               false, false},
+    {DeviationName,     [](const Distribution& f) { return f.StandardDeviation; },               false, false},
     {"Minimum",         [](const Distribution& f) { return f.Minimum; },                         false, true},
     {"Lower\nquartile", [](const Distribution& f) { return f.LowerQuartile; },                   false, true},
     {"Median",          [](const Distribution& f) { return f.Median; },                          false, true},
@@ -62,7 +63,8 @@ std::vector<SpreadsheetColumn> CountColumns(const std::string& weight) {
 /// The counts of one side of a cross table's cells, and what they are percents of.
 struct CrossMeasure {
     const char* Title;
-    const char* Unit;  ///< behind the names of the columns; empty: counts
+    const char* Statistic;
+    bool IsNamed;  ///< behind the names of the columns; counts need no name
     double (*Of)(const CrossTable& cross, std::size_t row, std::size_t column);
     double (*OfRow)(const CrossTable& cross, std::size_t row);
     double (*OfColumn)(const CrossTable& cross, std::size_t column);
@@ -71,27 +73,27 @@ struct CrossMeasure {
 
 // clang-format off
 constexpr std::array<CrossMeasure, 5> CrossMeasures{{
-    {"counts", "",
+    {"counts", "Count", false,
      [](const CrossTable& c, std::size_t row, std::size_t column) { return c.CountAt(row, column); },
      [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
      [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
      [](const CrossTable& c) { return c.Total; }},
-    {"row percents", "\nPercent of row",
+    {"row percents", "Percent of row", true,
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Rows.Totals[row]); },
      [](const CrossTable& /*c*/, std::size_t /*row*/) { return 100.0; },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
      [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
-    {"column percents", "\nPercent of column",
+    {"column percents", "Percent of column", true,
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Columns.Totals[column]); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& /*c*/, std::size_t /*column*/) { return 100.0; },
      [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
-    {"total percents", "\nPercent of all",
+    {"total percents", "Percent of all", true,
      [](const CrossTable& c, std::size_t row, std::size_t column) { return Percent(c.CountAt(row, column), c.Total); },
      [](const CrossTable& c, std::size_t row) { return Percent(c.Rows.Totals[row], c.Total); },
      [](const CrossTable& c, std::size_t column) { return Percent(c.Columns.Totals[column], c.Total); },
      [](const CrossTable& c) { return Percent(c.Total, c.Total); }},
-    {"expected counts", "\nExpected",
+    {"expected counts", "Expected", true,
      [](const CrossTable& c, std::size_t row, std::size_t column) { return c.ExpectedAt(row, column); },
      [](const CrossTable& c, std::size_t row) { return c.Rows.Totals[row]; },
      [](const CrossTable& c, std::size_t column) { return c.Columns.Totals[column]; },
@@ -111,23 +113,33 @@ void MarkWholeColumns(SpreadsheetDocument& table) {
     }
 }
 
+/// A category of the columns, or their totals.
+SpreadsheetColumn CrossColumn(const CrossTable& cross, const CrossMeasure& measure, const std::string& category) {
+    SpreadsheetColumn column;
+    column.Name = category.empty() ? TotalName : category;
+    column.Name += measure.IsNamed ? std::string("\n") + measure.Statistic : "";
+    column.Variable = cross.Columns.Variable;
+    column.Statistic = measure.Statistic;
+    column.Category = category;
+    column.IsCrossed = true;
+    return column;
+}
+
 SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& measure) {
     const std::size_t columns = cross.Columns.Names.size();
     SpreadsheetDocument table;
-    const std::string variables = cross.Rows.Variable + " by " + cross.Columns.Variable;
-    table.Corner = variables;
-    const std::string unit = measure.Unit;
+    table.Corner = cross.Rows.Variable + " by " + cross.Columns.Variable;
     for (const std::string& name : cross.Columns.Names) {
-        table.Columns.push_back({name + unit, false});
+        table.Columns.push_back(CrossColumn(cross, measure, name));
     }
-    table.Columns.push_back({TotalName + unit, false});
+    table.Columns.push_back(CrossColumn(cross, measure, ""));
     for (std::size_t row = 0; row < cross.Rows.Names.size(); ++row) {
         SpreadsheetRow cells{cross.Rows.Names[row], {}};
         for (std::size_t column = 0; column < columns; ++column) {
             cells.Cells.push_back(CellOf(measure.Of(cross, row, column)));
         }
         cells.Cells.push_back(CellOf(measure.OfRow(cross, row)));
-        cells.About = {variables, cells.Name};
+        cells.About = {cross.Rows.Variable, cells.Name};
         table.Rows.push_back(std::move(cells));
     }
     SpreadsheetRow totals{TotalName, {}};
@@ -135,7 +147,7 @@ SpreadsheetDocument CrossDocument(const CrossTable& cross, const CrossMeasure& m
         totals.Cells.push_back(CellOf(measure.OfColumn(cross, column)));
     }
     totals.Cells.push_back(CellOf(measure.OfAll(cross)));
-    totals.About = {variables, TotalName};
+    totals.About = {cross.Rows.Variable, ""};
     table.Rows.push_back(std::move(totals));
     MarkWholeColumns(table);
     return table;
@@ -149,30 +161,50 @@ std::string CasesText(const CrossTable& cross) {
     return text;
 }
 
+/// "p = 0.0321".
+std::string ChanceText(double chance) {
+    constexpr double least = 0.0001;
+    return chance < least ? "p < 0.0001" : "p = " + Written(chance);
+}
+
 std::string ChiSquareText(const CrossTable& cross) {
     if (!std::isfinite(cross.ChiSquare)) {
         return "No chi-square: it takes two rows and two columns with cases";
     }
     std::string text = "Chi-square " + Written(cross.ChiSquare) + " with " + std::to_string(cross.Freedom) +
-                       (cross.Freedom == 1 ? " degree" : " degrees") + " of freedom, Cramer's V " +
-                       Written(cross.CramersV);
+                       (cross.Freedom == 1 ? " degree" : " degrees") + " of freedom, " + ChanceText(cross.Chance) +
+                       ", Cramer's V " + Written(cross.CramersV);
     if (cross.SmallestExpected() < SmallestFit) {
         text += "; the smallest expected count is " + Written(cross.SmallestExpected()) +
-                ", too few for chi-square to be relied on";
+                ", too few for chi-square and p to be relied on";
     }
     return text;
 }
 
-SpreadsheetDocument AssociationDocument(const CrossTable& cross) {
+/// What the probability means under a weight.
+std::string WeightedChanceText(const CrossTable& cross) {
+    return "p takes the weights for numbers of cases; where they balance a sample instead, which tells as much as " +
+           Written(std::round(cross.EffectiveCases * 10.0) / 10.0) + " cases of equal weight, " +
+           ChanceText(cross.EffectiveChance);
+}
+
+SpreadsheetDocument AssociationDocument(const CrossTable& cross, bool isWeighted) {
     const std::string variables = cross.Rows.Variable + " by " + cross.Columns.Variable;
     SpreadsheetDocument table;
     table.Corner = "Variables";
-    table.Columns = {{"Cases", true},       {"Left out", true},
-                     {"Chi-square", false}, {"Degrees of\nfreedom", true},
-                     {"Cramer's V", false}, {"Smallest\nexpected", false}};
+    table.Columns = {
+        {"Cases", true}, {"Left out", true},    {"Chi-square", false},        {"Degrees of\nfreedom", true},
+        {"p", false},    {"Cramer's V", false}, {"Smallest\nexpected", false}};
     SpreadsheetRow row{variables,
                        {static_cast<double>(cross.Cases), static_cast<double>(cross.LeftOut), CellOf(cross.ChiSquare),
-                        static_cast<double>(cross.Freedom), CellOf(cross.CramersV), CellOf(cross.SmallestExpected())}};
+                        static_cast<double>(cross.Freedom), CellOf(cross.Chance), CellOf(cross.CramersV),
+                        CellOf(cross.SmallestExpected())}};
+    if (isWeighted) {
+        table.Columns.push_back({"Effective\ncases", false});
+        table.Columns.push_back({"p of\nthese", false});
+        row.Cells.push_back(CellOf(cross.EffectiveCases));
+        row.Cells.push_back(CellOf(cross.EffectiveChance));
+    }
     row.About = {variables, ""};
     table.Rows.push_back(std::move(row));
     return table;
@@ -193,6 +225,17 @@ std::string ShareTexts(const std::vector<SharePair>& pairs) {
         text += (text.empty() ? "" : "; ") + ShareText(pair);
     }
     return text;
+}
+
+/// What the texts of a contrast say, in numbers.
+void StateShares(const VariableContrast& contrast, SpreadsheetDocument& table) {
+    for (const std::vector<SharePair>* pairs : {&contrast.Over, &contrast.Under}) {
+        for (const SharePair& pair : *pairs) {
+            const RowSubject about{contrast.Variable, pair.Name};
+            table.Stated.push_back({about, "Percent in subset", Percent(pair.InSubset, 1.0)});
+            table.Stated.push_back({about, "Percent in rest", Percent(pair.InRest, 1.0)});
+        }
+    }
 }
 
 std::string RemarkOn(const VariableContrast& contrast) {
@@ -226,6 +269,14 @@ std::string WeightedBy(const std::string& weight) {
     return weight.empty() ? std::string() : " weighted by " + weight;
 }
 
+std::string DeviationHeading(const std::string& weight) {
+    return std::string(DeviationName) + (weight.empty() ? "" : "\nby weights");
+}
+
+SpreadsheetColumn WordsColumn(std::string name) {
+    return {.Name = std::move(name), .HoldsWords = true};
+}
+
 SpreadsheetDocument DistributionTable(const StatisticsScope& scope, const std::vector<std::size_t>& variables) {
     SpreadsheetDocument table;
     table.Title = {"Distribution of continuous variables" + WeightedBy(scope.Weights.Variable), QuantileDefinition};
@@ -234,7 +285,10 @@ SpreadsheetDocument DistributionTable(const StatisticsScope& scope, const std::v
     }
     table.Corner = "Variable";
     for (std::size_t column = 0; column < DistributionColumns.size(); ++column) {
-        table.Columns.push_back({DistributionColumns[column].Name, DistributionColumns[column].IsWhole});
+        const bool isDeviation = DistributionColumns[column].Name == DeviationName;
+        table.Columns.push_back(
+            {isDeviation ? DeviationHeading(scope.Weights.Variable) : std::string(DistributionColumns[column].Name),
+             DistributionColumns[column].IsWhole});
         if (DistributionColumns[column].IsValue) {
             table.About.ValueColumns.push_back(column);
         }
@@ -317,14 +371,22 @@ std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const st
         SpreadsheetDocument& table = tables.emplace_back(CrossDocument(cross, measure));
         table.Title = {"Cross table of " + cross.Rows.Variable + " by " + cross.Columns.Variable + ": " +
                        measure.Title + WeightedBy(weight)};
+        table.About.Aspect = measure.Title;
         if (tables.size() == 1) {
             table.Title.push_back(CasesText(cross));
             table.Title.push_back(ChiSquareText(cross));
+            if (!weight.empty() && std::isfinite(cross.Chance)) {
+                table.Title.push_back(WeightedChanceText(cross));
+            }
         }
     }
-    tables.push_back(AssociationDocument(cross));
+    tables.push_back(AssociationDocument(cross, !weight.empty()));
     tables.back().Title = {"Cross table of " + cross.Rows.Variable + " by " + cross.Columns.Variable + ": association" +
                            WeightedBy(weight)};
+    tables.back().About.Aspect = "association";
+    for (SpreadsheetDocument& table : tables) {
+        table.About.By = {cross.Rows.Variable, cross.Columns.Variable};
+    }
     return tables;
 }
 
@@ -332,6 +394,7 @@ GraphDocument MosaicOf(const CrossTable& cross, const std::string& weight) {
     GraphDocument graph;
     graph.Title = {"Mosaic of " + cross.Rows.Variable + " by " + cross.Columns.Variable + WeightedBy(weight),
                    CasesText(cross)};
+    graph.About.By = {cross.Rows.Variable, cross.Columns.Variable};
     graph.Content = MosaicPlot{{cross.Rows.Variable, cross.Rows.LongName, cross.Rows.Names},
                                {cross.Columns.Variable, cross.Columns.LongName, cross.Columns.Names},
                                cross.Counts,
@@ -346,9 +409,9 @@ SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts
         "Distance from 0, alike, to 1, nothing in common: total variation of categories, Kolmogorov-Smirnov of "
         "numbers"};
     table.Corner = "Variable";
-    table.Columns = {{"Distance", false},  {"Cramer's V", false}, {"Standardised\ndifference", false},
-                     {"More of", false},   {"Less of", false},    {"N in\nsubset", true},
-                     {"N in\nrest", true}, {"Remark", false}};
+    table.Columns = {{"Distance", false},    {"Cramer's V", false},  {"Standardised\ndifference", false},
+                     WordsColumn("More of"), WordsColumn("Less of"), {"N in\nsubset", true},
+                     {"N in\nrest", true},   WordsColumn("Remark")};
     for (const VariableContrast& contrast : contrasts) {
         const bool hasCases = contrast.Told != Evidence::NoCases;
         table.Rows.push_back(
@@ -359,6 +422,7 @@ SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts
               hasCases ? ShareTexts(contrast.Under) : "", static_cast<double>(contrast.CasesInSubset),
               static_cast<double>(contrast.CasesInRest), RemarkOn(contrast)}});
         table.Rows.back().About = {contrast.Variable, ""};
+        StateShares(contrast, table);
     }
     return table;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "workbench/documents/GraphDocument.h"
@@ -45,9 +46,19 @@ struct StatisticsScope {
 /// A number; an empty cell where it isn't defined.
 [[nodiscard]] SpreadsheetCell CellOf(double number);
 
+/// A column of texts that are no values.
+[[nodiscard]] SpreadsheetColumn WordsColumn(std::string name);
+
 /// What is said under the title of weighted distributions.
 inline constexpr const char* WeightDefinition =
-    "A case counts as so many equal cases as its weight says, fractions as they are; N and missing are cases";
+    "A case counts as so many equal cases as its weight says, fractions as they are; N and missing are cases. Std.Dev. "
+    "by weights divides by the sum of the weights less 1, that of descriptives by the number of cases less 1";
+
+/// The name of a column of deviations.
+inline constexpr std::string_view DeviationName = "Std.Dev.";
+
+/// The same over the column: under a weight it isn't that of the descriptives of an analysis, and says so.
+[[nodiscard]] std::string DeviationHeading(const std::string& weight);
 
 /// " weighted by wt"; nothing without a weight.
 [[nodiscard]] std::string WeightedBy(const std::string& weight);

@@ -48,12 +48,15 @@ enum class OutputFormat { Text, Json, Csv, CsvBlocks, Html, Workbook };
     return format == OutputFormat::Html || format == OutputFormat::Workbook;
 }
 
+/// The documents that a format has: without pictures none that shows in one what the others say.
+[[nodiscard]] OutputCollection ShownIn(OutputFormat format, OutputCollection outputs);
+
 /// Its word.
 [[nodiscard]] std::string_view WordOf(OutputFormat format);
 
-/// The documents of a run, or of several in their order: in JSON as a list, as text each under a heading. The painter
+/// The documents that runs have made, in their order: in JSON as a list, as text each under a heading. The painter
 /// is for pages and workbooks.
-[[nodiscard]] std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format,
+[[nodiscard]] std::string ViewOf(std::span<const OutputCollection> made, OutputFormat format,
                                  const GraphPainter& paint = {});
 
 }  // namespace quillara

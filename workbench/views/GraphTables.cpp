@@ -127,15 +127,15 @@ Tables NumbersOf(const BoxPlot& plot, const Subject& about) {
     const bool hasOutliers = facts.ShowsMedian();
     SpreadsheetDocument table = Untitled(plot.Groups ? plot.Groups->By : "Variable", {{"Cases", true}});
     if (!plot.Weight.empty()) {
-        table.Columns.push_back({"Weighted\nCases", false});
+        table.Columns.push_back({"Weighted\ncases", false});
     }
     for (const char* name :
          {facts.MiddleName, facts.BoxNames[0], facts.BoxNames[1], facts.WhiskerNames[0], facts.WhiskerNames[1]}) {
         table.Columns.push_back({name, false});
     }
     if (hasOutliers) {
-        table.Columns.push_back({"Outlying\nValues", true});
-        table.Columns.push_back({"Extreme\nValues", true});
+        table.Columns.push_back({"Outlying\nvalues", true});
+        table.Columns.push_back({"Extreme\nvalues", true});
     }
     for (std::size_t i = 0; i < plot.Boxes.size(); ++i) {
         table.Rows.push_back(BoxRow(plot, plot.Boxes[i], about.KindOf(plot.Groups ? 0 : i)));
@@ -177,40 +177,32 @@ Tables NumbersOf(const ScatterMatrix& matrix, const Subject& about) {
     return {variables, pairs};
 }
 
-Tables NumbersOf(const Histogram3DPlot& plot, const Subject& /*about*/) {
-    SpreadsheetDocument table = Untitled(plot.Y.Variable + " by " + plot.X.Variable, {});
-    const std::size_t width = plot.X.Labels.size();
-    for (const std::string& label : plot.X.Labels) {
-        table.Columns.push_back({label, false});
+/// The counts of one variable's categories together with those of another, row by row.
+Tables CrossedCounts(const auto& rows, const auto& columns, const std::vector<double>& counts) {
+    SpreadsheetDocument table = Untitled(rows.Variable + " by " + columns.Variable, {});
+    const std::size_t width = columns.Labels.size();
+    for (const std::string& label : columns.Labels) {
+        table.Columns.push_back(
+            {.Name = label, .Variable = columns.Variable, .Statistic = "Count", .Category = label, .IsCrossed = true});
     }
-    for (std::size_t y = 0; y < plot.Y.Labels.size(); ++y) {
-        SpreadsheetRow row{plot.Y.Labels[y], {}};
-        for (std::size_t x = 0; x < width; ++x) {
-            row.Cells.emplace_back(plot.Counts[y * width + x]);
+    for (std::size_t place = 0; place < rows.Labels.size(); ++place) {
+        SpreadsheetRow row{rows.Labels[place], {}};
+        for (std::size_t column = 0; column < width; ++column) {
+            row.Cells.emplace_back(counts[place * width + column]);
         }
+        row.About = {rows.Variable, row.Name};
         table.Rows.push_back(std::move(row));
     }
     MarkWholeColumns(table);
     return {table};
 }
 
+Tables NumbersOf(const Histogram3DPlot& plot, const Subject& /*about*/) {
+    return CrossedCounts(plot.Y, plot.X, plot.Counts);
+}
+
 Tables NumbersOf(const MosaicPlot& plot, const Subject& /*about*/) {
-    const std::string variables = plot.Columns.Variable + " by " + plot.Layers.Variable;
-    SpreadsheetDocument table = Untitled(variables, {});
-    const std::size_t width = plot.Layers.Labels.size();
-    for (const std::string& label : plot.Layers.Labels) {
-        table.Columns.push_back({label, false});
-    }
-    for (std::size_t column = 0; column < plot.Columns.Labels.size(); ++column) {
-        SpreadsheetRow row{plot.Columns.Labels[column], {}};
-        for (std::size_t layer = 0; layer < width; ++layer) {
-            row.Cells.emplace_back(plot.Counts[column * width + layer]);
-        }
-        row.About = {variables, row.Name};
-        table.Rows.push_back(std::move(row));
-    }
-    MarkWholeColumns(table);
-    return {table};
+    return CrossedCounts(plot.Columns, plot.Layers, plot.Counts);
 }
 
 double CasesOf(const SeriesChart& chart) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "workbench/documents/GraphNumbers.h"
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/HtmlChart.h"
 #include "workbench/views/HtmlStyle.h"
@@ -108,11 +109,12 @@ std::string TitleOf(const OutputEntry& entry) {
     return title.empty() ? (IsGraph(entry) ? "Chart" : "Table") : title;
 }
 
+/// Charts are named by what they show, so that their kind has to be said.
 std::string ContentsLine(const OutputEntry& entry) {
     const std::string title = TitleOf(entry);
-    const std::string_view variables = VariablesOf(entry);
-    return variables.empty() ? title
-                             : title + ' ' + Element("span", "class=\"kind\"", '(' + std::string(variables) + ')');
+    const auto* graph = std::get_if<GraphDocument>(&entry.Content);
+    const std::string kind = graph != nullptr ? KindOf(*graph) : std::string(VariablesOf(entry));
+    return kind.empty() ? title : title + ' ' + Element("span", "class=\"kind\"", '(' + kind + ')');
 }
 
 std::string ContentsOfStep(const RunOnPage& run, const StepResults& step) {

@@ -65,6 +65,9 @@ std::string EntryText(const OutputEntry& entry) {
                  {"result", entry.Result.empty() ? Json(nullptr) : TextValue(entry.Result)},
                  {"variable", variable == nullptr ? Json(nullptr) : TextValue(variable->Name)},
                  {"side", SideName(about.Side)}};
+    if (!about.By.empty()) {
+        head["by"] = Array(about.By, TextValue);
+    }
     if (graph != nullptr) {
         head["chart"] = ChartName(*graph);
     }

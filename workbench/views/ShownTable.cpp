@@ -78,7 +78,7 @@ std::string InDates(const SpreadsheetDocument& document, std::size_t row, const 
 /// Adds the cells of one column to the rows.
 void ShowColumn(const SpreadsheetDocument& document, std::size_t column, ShownTable& table) {
     const SpreadsheetColumn& source = document.Columns[column];
-    table.Columns.push_back({ShownLines(source.Name), HoldsTexts(document, column), source.Variable});
+    table.Columns.push_back({ShownLines(source.Name), HoldsTexts(document, column), ShownLine(source.Variable)});
     const NumberFormat format(NumbersOf(document, column), MostDecimals(source));
     const bool isPercent = source.Name.starts_with(PercentMark);
     for (std::size_t i = 0; i < document.Rows.size(); ++i) {

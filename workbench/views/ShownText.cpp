@@ -172,6 +172,44 @@ std::vector<std::string> ShownLines(std::string_view text) {
     return lines;
 }
 
+namespace {
+
+/// How much of a line fits into a width: all of it, or up to its last blank there, or behind the last joint of its
+/// word, or what can be cut.
+std::size_t FittingBytes(std::string_view line, std::size_t width) {
+    constexpr std::string_view joints = "-_/";
+    std::size_t lastBlank = 0;
+    std::size_t lastJoint = 0;
+    std::size_t taken = 0;
+    std::size_t at = 0;
+    while (at < line.size()) {
+        const Character character = FrontOf(line.substr(at));
+        const std::size_t next = WidthOf(character.Code);
+        lastBlank = line[at] == ' ' && at > 0 ? at : lastBlank;
+        if (taken + next > width && at > 0) {
+            return lastBlank > 0 ? lastBlank : lastJoint > 0 ? lastJoint : at;
+        }
+        taken += next;
+        at += character.Length;
+        lastJoint = joints.find(line[at - 1]) == std::string_view::npos ? lastJoint : at;
+    }
+    return line.size();
+}
+
+}  // namespace
+
+std::vector<std::string> Wrapped(std::string_view line, std::size_t width) {
+    std::vector<std::string> lines;
+    do {
+        const std::size_t fitting = FittingBytes(line, width);
+        const std::string_view front = line.substr(0, fitting);
+        lines.emplace_back(front.substr(0, front.find_last_not_of(' ') + 1));
+        line.remove_prefix(fitting);
+        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+    } while (!line.empty());
+    return lines;
+}
+
 std::size_t DisplayWidth(std::string_view line) {
     std::size_t width = 0;
     while (!line.empty()) {

@@ -22,6 +22,10 @@ namespace quillara {
 /// The lines of a text, each as ShownLine gives it. An empty text is one empty line.
 [[nodiscard]] std::vector<std::string> ShownLines(std::string_view text);
 
+/// A line of well-formed UTF-8 as several, none wider than that many columns of a terminal: broken at blanks, and
+/// within a word only when it is wider itself. Nothing of it is lost but the blanks where it is broken.
+[[nodiscard]] std::vector<std::string> Wrapped(std::string_view line, std::size_t width);
+
 /// How many columns of a terminal a line of well-formed UTF-8 takes.
 [[nodiscard]] std::size_t DisplayWidth(std::string_view line);
 

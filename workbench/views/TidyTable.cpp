@@ -26,7 +26,7 @@ std::optional<std::int32_t> CasesAt(const OutputCollection& outputs, int step) {
 }
 
 /// A table has a row for each category of its variable, or for each of its variables.
-RowSubject SubjectOf(const SpreadsheetDocument& table, std::size_t place) {
+RowSubject SubjectOfRow(const SpreadsheetDocument& table, std::size_t place) {
     const SpreadsheetRow& row = table.Rows[place];
     if (row.About) {
         return *row.About;
@@ -37,6 +37,22 @@ RowSubject SubjectOf(const SpreadsheetDocument& table, std::size_t place) {
         return {variables.empty() ? "" : variables.front().Name, row.NameForPeople()};
     }
     return {variables.size() == table.Rows.size() ? variables[place].Name : row.Name};
+}
+
+/// What the number of a column is about, in a row about something: of two variables both, one by the other. The totals
+/// of one that crosses another are about that other alone.
+RowSubject SubjectOf(RowSubject row, const SpreadsheetColumn& column) {
+    if (column.Variable.empty()) {
+        return row;
+    }
+    const RowSubject across{column.Variable, column.Category};
+    if (column.IsCrossed && row.Category.empty() != across.Category.empty()) {
+        return row.Category.empty() ? across : row;
+    }
+    const RowSubject& first = column.IsCrossed ? row : across;
+    const RowSubject& second = column.IsCrossed ? across : row;
+    const std::string by = first.Category.empty() || second.Category.empty() ? "" : " by ";
+    return {first.Variable + " by " + second.Variable, first.Category + by + second.Category};
 }
 
 SpreadsheetCell ValueOf(const SpreadsheetCell& cell) {
@@ -77,37 +93,26 @@ class TidyRowsOf {
     }
 
     void AddGraph(const GraphDocument& graph) {
-        if (const auto* plot = std::get_if<Histogram3DPlot>(&graph.Content)) {
-            AddPairs(*plot);
-            return;
-        }
         const bool hasLayers = std::holds_alternative<StackedPlot>(graph.Content);
         for (const SpreadsheetDocument& table : ExactTablesOf(graph)) {
             AddTable(table, hasLayers ? 1 : 0);
         }
     }
 
-    void AddPairs(const Histogram3DPlot& plot) {
-        const std::size_t width = plot.X.Labels.size();
-        const std::string variables = plot.Y.Variable + " by " + plot.X.Variable;
-        for (std::size_t i = 0; i < plot.Counts.size(); ++i) {
-            Add({variables, plot.Y.Labels[i / width] + " by " + plot.X.Labels[i % width]}, "Count", plot.Counts[i]);
-        }
-    }
-
     void AddTable(const SpreadsheetDocument& table, std::size_t firstColumn = 0) {
         for (std::size_t row = 0; row < table.Rows.size(); ++row) {
-            const RowSubject about = SubjectOf(table, row);
+            const RowSubject about = SubjectOfRow(table, row);
             const std::vector<SpreadsheetCell>& cells = table.Rows[row].Cells;
             for (std::size_t column = firstColumn; column < cells.size() && column < table.Columns.size(); ++column) {
                 const SpreadsheetColumn& shown = table.Columns[column];
-                if (shown.Variable.empty()) {
-                    Add(about, shown.Name, ValueOf(cells[column]));
-                } else {
-                    Add({shown.Variable + " by " + about.Variable, about.Category}, shown.Statistic,
+                if (!shown.HoldsWords) {
+                    Add(SubjectOf(about, shown), shown.Variable.empty() ? shown.Name : shown.Statistic,
                         ValueOf(cells[column]));
                 }
             }
+        }
+        for (const StatedNumber& stated : table.Stated) {
+            Add(stated.About, stated.Statistic, stated.Value);
         }
     }
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "workbench/data/LetterCase.h"
 #include "workbench/data/WordTable.h"
+#include "workbench/documents/ResultNames.h"
 #include "workbench/views/DocumentViews.h"
 #include "workbench/views/ShownText.h"
 
@@ -85,7 +87,18 @@ std::string_view WordOf(OutputFormat format) {
     return std::ranges::find_if(FormatWords, isMeant)->first;
 }
 
-std::string ViewOf(std::span<const OutputCollection> runs, OutputFormat format, const GraphPainter& paint) {
+OutputCollection ShownIn(OutputFormat format, OutputCollection outputs) {
+    if (!HasPictures(format)) {
+        std::erase_if(outputs.Entries, [](const OutputEntry& entry) { return entry.Result == MosaicName; });
+    }
+    return outputs;
+}
+
+std::string ViewOf(std::span<const OutputCollection> made, OutputFormat format, const GraphPainter& paint) {
+    std::vector<OutputCollection> runs;
+    for (const OutputCollection& run : made) {
+        runs.push_back(ShownIn(format, run));
+    }
     const bool isOne = runs.size() == 1;
     switch (format) {
         case OutputFormat::Text:

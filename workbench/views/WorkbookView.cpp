@@ -36,8 +36,8 @@ std::string WantedName(const OutputEntry& entry, const std::string& title) {
     const Subject& about =
         std::visit([](const auto& content) -> const Subject& { return content.About; }, entry.Content);
     const std::string result = entry.Result.empty() ? title : entry.Result;
-    const ShownVariable* variable = about.OnlyVariable();
-    return variable == nullptr ? result : result + " " + ShownLine(variable->Name);
+    const std::string name = about.Name();
+    return name.empty() ? result : result + " " + ShownLine(name);
 }
 
 /// Names that no other sheet and not the list has; the writer would find others in the order of the sheets.

@@ -124,7 +124,7 @@ TEST_F(ChartSession, PlotsAreFilesOfTheirOwn) {
         ASSERT_EQ(outcome.Status, 0) << outcome.Errors;
         EXPECT_EQ(outcome.Errors, "The step \"sex = Male\" leaves out 1 case without a value of \"sex\".\n");
         for (const char* name :
-             {"histogram-01-age", "stacked-01", "scatter-01", "hist3d-01-age-height", "box-01-median"}) {
+             {"histogram-01-age", "stacked-01", "scatter-01", "hist3d-01-height-by-age", "box-01-median"}) {
             const std::string path = Folder.Path(std::string("deep/er/") + format + "/step1-" + name + end);
             EXPECT_TRUE(ContentOf(path).starts_with(front)) << path;
         }
