@@ -55,6 +55,7 @@ lint: setup check-format
 bench: build
 	build/release/bin/drill-bench
 	build/release/bin/paint-bench
+	build/release/bin/desktop-bench
 
 samples: build
 	cmake --build --preset release --target make-survey

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
+#include <QTimer>
 #include <cstdio>
 #include <string>
 
@@ -17,6 +18,26 @@ constexpr const char* NoScreen =
     "quillara-desktop: There is no screen: neither DISPLAY nor WAYLAND_DISPLAY is set. quillara drill, info, convert "
     "and "
     "run work without one.\n";
+
+constexpr const char* OnlyFirstWindow = "--first-window";
+
+/// Says when a window has been painted for the first time, and ends the program: for measurements of its start.
+class FirstPaint : public QObject {
+  public:
+    using QObject::QObject;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            QTimer::singleShot(0, watched, [] {
+                static_cast<void>(std::puts("shown"));
+                static_cast<void>(std::fflush(stdout));
+                QApplication::quit();
+            });
+        }
+        return false;
+    }
+};
 
 bool HasScreen() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
@@ -43,8 +64,14 @@ int main(int argc, char** argv) {
     quillara::SettingsStore settings(settingsPath);
     quillara::MainWindow window(&settings);
     window.Welcome(folder.isEmpty() ? QString() : QDir(folder).filePath(QStringLiteral("sessions")));
-    window.show();
+    FirstPaint first;
     const QStringList arguments = QApplication::arguments();
+    if (arguments.size() > 1 && arguments[1] == QLatin1String(OnlyFirstWindow)) {
+        window.installEventFilter(&first);
+        window.show();
+        return QApplication::exec();
+    }
+    window.show();
     if (arguments.size() > 1) {
         window.Open(arguments[1]);
     }

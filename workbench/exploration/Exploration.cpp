@@ -76,8 +76,13 @@ AnalysisServices Exploration::Services(SettingsStore* settings) {
     };
     services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
     services.MemoryLacked = [this] { LacksMemory = true; };
+<<<<<<< HEAD
     services.TakeDocument = [this](ResultDocument& document) { Take(document, false); };
     services.HearStandAlone = [this](ResultDocument& document) { Take(document, true); };
+=======
+    services.TakeDocument = [this](ResultDocument& document) { Take(document); };
+    services.HearStandAlone = [this](ResultDocument& document) { TakeStandAlone(document); };
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     services.TakeData = [this](std::shared_ptr<const DataTable> made) {
         Tables.push_back(made);
         Listener.TableMade(std::move(made));
@@ -256,6 +261,7 @@ void Exploration::Take(ResultDocument& document, bool standsAlone) {
     }
 }
 
+<<<<<<< HEAD
 /// The analysis itself shows what stands alone; what it has dropped in an update has no window.
 void Exploration::TellDocuments() {
     for (const auto& [document, standsAlone, isUpdated] : std::exchange(Fresh, {})) {
@@ -268,6 +274,46 @@ void Exploration::TellDocuments() {
             Shown.push_back(document);
             Listener.DocumentAppeared(*document);
         }
+=======
+/// An update drops a document without a window to stand in, and shows none; nothing follows it from then on.
+void Exploration::TakeStandAlone(ResultDocument& document) {
+    if (document.IsVisible() || PlaceOf(PutAway, document) != PutAway.end()) {
+        Take(document);
+    }
+}
+
+/// A closed window doesn't come back because a step has moved what it showed to another document.
+bool Exploration::IsUnwanted(const ResultDocument& document) const {
+    const auto told = ToldBehind.find(document.Number());
+    return told != ToldBehind.end() && told->second != document.Step() &&
+           ClosedSubjects.contains(SubjectKeyOf(document));
+}
+
+void Exploration::Tell(ResultDocument& document) {
+    const bool isShown = PlaceOf(Shown, document) != Shown.end();
+    const bool isUnwanted = IsUnwanted(document);
+    ToldBehind[document.Number()] = document.Step();
+    if (isUnwanted) {
+        document.SetVisible(false);
+        if (PlaceOf(PutAway, document) == PutAway.end()) {
+            PutAway.push_back(CountedPointer<ResultDocument>::Share(&document));
+        }
+        return;
+    }
+    ClosedSubjects.erase(SubjectKeyOf(document));
+    if (isShown) {
+        Listener.DocumentChanged(document);
+    } else if (!document.IsClosed() && document.SetVisible(true)) {
+        std::erase_if(PutAway, [&](const auto& held) { return held.Get() == &document; });
+        Shown.push_back(CountedPointer<ResultDocument>::Share(&document));
+        Listener.DocumentAppeared(document);
+    }
+}
+
+void Exploration::TellDocuments() {
+    for (const CountedPointer<ResultDocument>& document : std::exchange(Fresh, {})) {
+        Tell(*document);
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     }
     const auto gone = std::stable_partition(Shown.begin(), Shown.end(), [](const auto& document) {
         return document->IsVisible() && !document->IsClosed();
@@ -277,6 +323,7 @@ void Exploration::TellDocuments() {
     for (const CountedPointer<ResultDocument>& document : went) {
         Listener.DocumentWent(*document);
     }
+    Listener.DocumentsTold();
 }
 
 std::string Exploration::VariableAt(int list, int row) {
@@ -340,6 +387,7 @@ void Exploration::Close(ResultDocument& document) {
     const auto held = CountedPointer<ResultDocument>::Share(&document);
     const auto place = static_cast<double>(PlaceOf(Shown, document) - Shown.begin());
     Recorder.Note({JournalEntry::NoDialog, {CloseCall, {place}}});
+    ClosedSubjects.insert(SubjectKeyOf(document));
     held->Close();
     TellDocuments();
     if (HasEnded()) {

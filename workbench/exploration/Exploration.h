@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -13,6 +15,7 @@
 #include "workbench/documents/StepTaken.h"
 #include "workbench/exploration/ExplorationJournal.h"
 #include "workbench/exploration/ExplorationListener.h"
+#include "workbench/exploration/SubjectKeys.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
 #include "workbench/scripting/CategoryAnswer.h"
@@ -87,7 +90,8 @@ class Exploration final : public DialogActions {
     /// aren't shown again. What can't be done any more throws as it does for a person; what was done before it stands.
     void Replay(const std::vector<JournalEntry>& entries);
 
-    /// Closes a document, as its window is closed.
+    /// Closes a document, as its window is closed. Where the analysis lets another document take its subject over with
+    /// a later step, that one is put away until its subject is another, or its button is pressed.
     void Close(ResultDocument& document);
     /// What runs through the cases ends as soon as it can.
     void Cancel() { BreakFlag = true; }
@@ -101,8 +105,15 @@ class Exploration final : public DialogActions {
     bool Pick(BrushingRun& run);
     bool PickAgain(BrushingRun& run);
     void DoAgain(const JournalEntry& entry);
+<<<<<<< HEAD
     void Take(ResultDocument& document, bool standsAlone);
+=======
+    void Take(ResultDocument& document);
+    void TakeStandAlone(ResultDocument& document);
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     void TellDocuments();
+    void Tell(ResultDocument& document);
+    [[nodiscard]] bool IsUnwanted(const ResultDocument& document) const;
     [[nodiscard]] int RowOf(int list, const std::string& variable);
 
     ExplorationListener& Listener;
@@ -118,6 +129,9 @@ class Exploration final : public DialogActions {
     };
     std::vector<FreshDocument> Fresh;  // their contents, not told yet
     std::vector<CountedPointer<ResultDocument>> Shown;
+    std::vector<CountedPointer<ResultDocument>> PutAway;  // that stand in no window; the analysis goes on with them
+    std::map<std::uint64_t, int> ToldBehind;  // by the number of a document: the steps behind which it was told
+    std::set<SubjectKey> ClosedSubjects;  // of documents that the user has closed
     std::vector<Window*> Modal;  // that stand open, the inmost last
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers
     std::span<const JournalEntry>* Again = nullptr;  // what is still to be done again; null: nothing is

@@ -40,6 +40,8 @@ class ExplorationListener {
     virtual void DocumentCameToFront(ResultDocument& document) = 0;
     /// A document is no longer shown: its window goes. It may be closed.
     virtual void DocumentWent(ResultDocument& document) = 0;
+    /// All that a command, or a part of one, has done to documents is told.
+    virtual void DocumentsTold() {}
     /// The analysis has made a data table.
     virtual void TableMade(std::shared_ptr<const DataTable> table) = 0;
     virtual void RemarkMade(const Remark& remark) = 0;

@@ -6,7 +6,7 @@
 #include "workbench/documents/ResultNames.h"
 #include "workbench/exploration/Exploration.h"
 #include "workbench/hosting/StepHistory.h"
-#include "workbench/hosting/TableInUse.h"
+#include "workbench/scripting/SettingTexts.h"
 #include "workbench/views/PlainCharts.h"
 
 namespace quillara {
@@ -27,8 +27,8 @@ OutputCollection OutputsOf(Exploration& exploration, std::vector<CountedPointer<
     outputs.Cases = table.Cases;
     outputs.Variables = static_cast<int>(table.Variables.size());
     outputs.Selected = exploration.Selected();
-    if (const TableInUse& data = TableOf(&exploration.Analysed()); data.IsWeighted && data.WeightVariable) {
-        outputs.Settings.push_back("Weight: " + table.Variables[*data.WeightVariable].Name);
+    if (!exploration.HasEnded()) {
+        outputs.Settings = SettingTexts(SettingsOf(exploration.Analysed(), exploration.Startup()));
     }
     outputs.Steps = StepsOf(&exploration.Analysed()).Taken();
     std::ranges::sort(documents, {},
@@ -40,12 +40,43 @@ OutputCollection OutputsOf(Exploration& exploration, std::vector<CountedPointer<
     return outputs;
 }
 
+OutputCollection OutputsForPeople(Exploration* exploration,
+                                  const std::vector<CountedPointer<ResultDocument>>& documents) {
+    if (exploration == nullptr) {
+        OutputCollection outputs;
+        for (const CountedPointer<ResultDocument>& document : documents) {
+            outputs.Add(document->Content(), document->Origin());
+        }
+        return outputs;
+    }
+    OutputCollection outputs = Titled(OutputsOf(*exploration, documents), {});
+    for (OutputEntry& entry : outputs.Entries) {
+        auto* table = std::get_if<SpreadsheetDocument>(&entry.Content);
+        if (table != nullptr && entry.Command != 0 && !table->Title.empty()) {
+            const std::vector<std::string> lines = SubsetLines(outputs, entry.Step);
+            table->Title.resize(1);
+            table->Title.insert(table->Title.end(), lines.begin(), lines.end());
+        }
+    }
+    return outputs;
+}
+
 GraphDocument GraphForPeople(Exploration& exploration, const ResultDocument& document) {
     return Titled(*document.Graph(), OutputsOf(exploration, {}), document.Step(), {});
 }
 
 std::vector<std::string> SubsetLinesOf(Exploration& exploration, const ResultDocument& document) {
     return SubsetLines(OutputsOf(exploration, {}), document.Step());
+}
+
+std::vector<std::string> FactsOf(const OutputCollection& outputs) {
+    std::vector<std::string> facts{std::to_string(outputs.Cases) + " cases, " + std::to_string(outputs.Variables) +
+                                   " variables"};
+    if (outputs.Selected && outputs.Selected->Cases != outputs.Cases) {
+        facts.push_back(std::to_string(outputs.Selected->Cases) + " cases selected");
+    }
+    facts.insert(facts.end(), outputs.Settings.begin(), outputs.Settings.end());
+    return facts;
 }
 
 std::string FileNameFor(const ResultDocument& document) {

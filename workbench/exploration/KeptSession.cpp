@@ -35,6 +35,23 @@ JournalEntry EntryFrom(const Json& json) {
     return entry;
 }
 
+Json AsJson(const WindowArrangement& windows) {
+    Json places = Json::array();
+    for (const WindowPlace& place : windows.Places) {
+        places.push_back({place.X, place.Y, place.Width, place.Height});
+    }
+    return {{"tiled", windows.AreTiled}, {"tabs", windows.AreTabs}, {"places", std::move(places)}};
+}
+
+WindowArrangement ArrangementFrom(const Json& json) {
+    WindowArrangement windows{json.at("tiled").get<bool>(), json.at("tabs").get<bool>()};
+    for (const Json& place : json.at("places")) {
+        windows.Places.push_back(
+            {place.at(0).get<int>(), place.at(1).get<int>(), place.at(2).get<int>(), place.at(3).get<int>()});
+    }
+    return windows;
+}
+
 }  // namespace
 
 KeptSession SessionOf(Exploration& exploration, const std::string& file) {
@@ -56,9 +73,13 @@ std::string SessionText(const KeptSession& session) {
     for (const JournalEntry& entry : session.Entries) {
         entries.push_back(AsJson(entry));
     }
-    const Json json = {{"version", Version},       {"file", session.File},
-                       {"state", session.State},   {"documents", session.Documents},
-                       {"script", session.Script}, {"entries", std::move(entries)}};
+    const Json json = {{"version", Version},
+                       {"file", session.File},
+                       {"state", session.State},
+                       {"documents", session.Documents},
+                       {"script", session.Script},
+                       {"entries", std::move(entries)},
+                       {"windows", AsJson(session.Windows)}};
     return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -72,7 +93,8 @@ KeptSession SessionFrom(std::string_view text) {
                             json.at("state").get<std::string>(),
                             json.at("documents").get<std::vector<std::string>>(),
                             json.at("script").get<std::string>(),
-                            {}};
+                            {},
+                            json.contains("windows") ? ArrangementFrom(json.at("windows")) : WindowArrangement()};
         for (const Json& entry : json.at("entries")) {
             session.Entries.push_back(EntryFrom(entry));
         }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "workbench/exploration/ExplorationJournal.h"
+#include "workbench/exploration/WindowPlaces.h"
 
 namespace quillara {
 
@@ -17,6 +18,7 @@ struct KeptSession {
     std::vector<std::string> Documents;  ///< names of those that stand in windows
     std::string Script;  ///< the recorded script up to now
     std::vector<JournalEntry> Entries;  ///< what leads there
+    WindowArrangement Windows{};  ///< of the documents
 };
 
 /// An exploration of a file as it is now. Not while a command runs.

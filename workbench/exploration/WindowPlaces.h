@@ -13,6 +13,13 @@ struct WindowPlace {
     int Height = 0;
 };
 
+/// How windows stand, to be taken up again.
+struct WindowArrangement {
+    bool AreTiled = false;
+    bool AreTabs = false;
+    std::vector<WindowPlace> Places{};  ///< of each document; without a width: left to the desktop
+};
+
 struct WindowSize {
     int Width = 0;
     int Height = 0;

@@ -23,27 +23,6 @@ std::optional<std::vector<std::shared_ptr<ScriptOutputs>>>& Kept() {
     return kept;
 }
 
-bool IsChecked(Window& window, int box) {
-    const Control* control = window.Find(box);
-    return control != nullptr && control->Checked;
-}
-
-SettingsInForce SettingsOf(AnalysisDocument& analysis, Window& startup) {
-    const TableInUse& data = TableOf(&analysis);
-    SettingsInForce settings;
-    if (data.IsWeighted && data.WeightVariable) {
-        settings.Weight = data.Table().Variables[*data.WeightVariable].Name;
-    }
-    if (!data.SelectionFormula.empty()) {
-        settings.Formula = data.SelectionFormula;
-    }
-    settings.WeightedMoments = IsChecked(startup, WeightedMomentsBox);
-    settings.Casewise = IsChecked(startup, CasewiseBox);
-    settings.ReviewCasewise = IsChecked(startup, ReviewCasewiseBox);
-    settings.MissingNotCounted = !IsChecked(startup, CountMissingBox);
-    return settings;
-}
-
 }  // namespace
 
 void ScriptOutputs::KeepFromNowOn() {

@@ -3,7 +3,36 @@
 #include <initializer_list>
 #include <utility>
 
+#include "resources/ControlIds.h"
+#include "workbench/hosting/AnalysisDocument.h"
+#include "workbench/hosting/TableInUse.h"
+#include "workbench/windows/Window.h"
+
 namespace quillara {
+namespace {
+
+bool IsChecked(Window& window, int box) {
+    const Control* control = window.Find(box);
+    return control != nullptr && control->Checked;
+}
+
+}  // namespace
+
+SettingsInForce SettingsOf(AnalysisDocument& analysis, Window& startup) {
+    const TableInUse& data = TableOf(&analysis);
+    SettingsInForce settings;
+    if (data.IsWeighted && data.WeightVariable) {
+        settings.Weight = data.Table().Variables[*data.WeightVariable].Name;
+    }
+    if (!data.SelectionFormula.empty()) {
+        settings.Formula = data.SelectionFormula;
+    }
+    settings.WeightedMoments = IsChecked(startup, WeightedMomentsBox);
+    settings.Casewise = IsChecked(startup, CasewiseBox);
+    settings.ReviewCasewise = IsChecked(startup, ReviewCasewiseBox);
+    settings.MissingNotCounted = !IsChecked(startup, CountMissingBox);
+    return settings;
+}
 
 std::vector<std::string> SettingTexts(const SettingsInForce& settings) {
     std::vector<std::string> texts;

@@ -6,6 +6,9 @@
 
 namespace quillara {
 
+class AnalysisDocument;
+class Window;
+
 /// What is in force while results are made.
 struct SettingsInForce {
     std::optional<std::string> Weight;  ///< name of the variable
@@ -15,6 +18,9 @@ struct SettingsInForce {
     bool ReviewCasewise = false;
     bool MissingNotCounted = false;
 };
+
+/// Those of an analysis with its startup dialog.
+[[nodiscard]] SettingsInForce SettingsOf(AnalysisDocument& analysis, Window& startup);
 
 /// The same for people, a line each ("Selection: age > 30").
 [[nodiscard]] std::vector<std::string> SettingTexts(const SettingsInForce& settings);

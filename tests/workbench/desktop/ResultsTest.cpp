@@ -36,6 +36,7 @@
 #include "workbench/desktop/window/Workspace.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/exploration/Exploration.h"
+#include "workbench/exploration/ExploredOutputs.h"
 #include "workbench/formats/DataFile.h"
 #include "workbench/windows/Window.h"
 
@@ -266,7 +267,7 @@ TEST_F(ResultsTest, ScatterplotsZoomIntoACellAndAllPrint) {
     const QTemporaryDir folder;
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFileName(folder.filePath(QStringLiteral("pages.pdf")));
-    PrintDocuments(printer, Model.Present()->Documents());
+    PrintReport(printer, OutputsForPeople(Model.Present(), Model.Present()->Documents()));
     QFile file(printer.outputFileName());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().startsWith("%PDF"));
@@ -361,6 +362,37 @@ TEST_F(ResultsTest, BarsArePickedByMouseAndKeyboard) {
     Press(BrushButton);
     EXPECT_THAT(Steps(), ElementsAre());
     EXPECT_TRUE(Messages.isEmpty());
+}
+
+TEST_F(ResultsTest, WindowsStayWithWhatTheyAreAbout) {
+    Open(testing_locations::Sample("survey.sav"), {"sex", "region", "age"}, {"income"});
+    Press(AutoUpdateBox);
+    Press(HistogramsButton);
+    Press(PieChartsButton);
+    Press(DescriptivesButton);
+    const auto places = [this] {
+        std::map<QString, QRect> all;
+        for (const QMdiSubWindow* frame : Area.subWindowList()) {
+            EXPECT_EQ(all.count(frame->windowTitle()), 0U);
+            all[frame->windowTitle()] = frame->geometry();
+        }
+        return all;
+    };
+    std::map<QString, QRect> before = places();
+    EXPECT_EQ(before.size(), 9U);
+    EXPECT_EQ(before.count(QStringLiteral("Histogram of region")), 1U);
+    EXPECT_EQ(before.count(QStringLiteral("Descriptives of income")), 1U);
+    ChartNamed("variable: age").Zoom(0.5);
+    Model.Do([](Exploration& exploration) { exploration.Down("sex", "Female"); });
+    before.erase(QStringLiteral("Histogram of sex"));
+    before.erase(QStringLiteral("Pie chart of sex"));
+    EXPECT_EQ(places(), before);
+    EXPECT_TRUE(ChartNamed("variable: age").IsZoomed());
+    EXPECT_FALSE(ChartNamed("variable: region").IsZoomed());
+    Model.Do([](Exploration& exploration) { exploration.Up("sex"); });
+    for (const auto& [title, place] : places()) {
+        EXPECT_TRUE(title.contains(QStringLiteral(" of sex")) || before.at(title) == place) << title.toStdString();
+    }
 }
 
 TEST_F(ResultsTest, TilesStayADashboard) {

@@ -141,6 +141,47 @@ TEST_F(ExplorationTest, AnUpdateOpensNoWindowsAndAPressedButtonBringsItsOwnToThe
     EXPECT_TRUE(Explored.HasEnded());
     EXPECT_EQ(Explored.Documents().size(), 3U);
     EXPECT_THAT(Explored.Documents().front()->Name(), testing::StartsWith("Frequency"));
+/// The analysis updates by place: what falls out of the list lets the others move up.
+TEST_F(ExplorationTest, AClosedResultComesBackByItsButtonOnly) {
+    const auto shown = [this] {
+        std::vector<std::string> names;
+        for (const auto& document : Explored.Documents()) {
+            names.push_back(document->Graph()->About.OnlyVariable()->Name);
+        }
+        return names;
+    };
+    Explored.Press(AutoUpdateBox);
+    Explored.Press(HistogramsButton);
+    Explored.Close(*Explored.Documents()[1]);
+    EXPECT_THAT(shown(), ElementsAre("sex", "age"));
+    Down("sex", "Female");  // region moves into the document of sex
+    EXPECT_THAT(shown(), ElementsAre());
+    Explored.Up("sex");
+    EXPECT_THAT(shown(), ElementsAre("sex"));
+    Explored.Press(HistogramsButton);
+    EXPECT_THAT(shown(), testing::UnorderedElementsAre("sex", "region", "age"));
+    Explored.Close(*Explored.Documents().front());
+    Down("age", "#1");
+    EXPECT_THAT(shown(), testing::UnorderedElementsAre("region"));
+}
+
+TEST(SubjectKeys, AWindowStaysWithItsSubject) {
+    struct Case {
+        std::vector<SubjectKey> Shown;
+        std::vector<MovedSubject> Documents;
+        std::vector<std::size_t> Windows;
+    };
+    const SubjectKey a{1, "a"}, b{1, "b"}, c{1, "c"}, d{2, "a"};
+    const std::vector<Case> cases{
+        {{a, b, c}, {{b, 0}, {c, 1}}, {1, 2}},  // the first has fallen out
+        {{b, c}, {{a, 0}, {b, 1}}, {1, 0}},  // and has come back
+        {{a, a}, {{a, 0}, {a, 1}}, {0, 1}},
+        {{a, d}, {{b, 0}, {d, 1}}, {0, 1}},  // another subject in its own window
+        {{d, a}, {{c, 1}}, {1}},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_EQ(WindowsOfSubjects(cases[i].Shown, cases[i].Documents), cases[i].Windows) << i;
+    }
 }
 
 TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {

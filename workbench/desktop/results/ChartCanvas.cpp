@@ -28,6 +28,10 @@ std::vector<ChartSpot> SpotsOfData(const QCustomPlot& plot) {
     return spots;
 }
 
+bool AreAboutTheSame(const Subject& one, const Subject& other) {
+    return std::ranges::equal(one.Variables, other.Variables, {}, &ShownVariable::Number, &ShownVariable::Number);
+}
+
 bool IsLarger(const QRectF& one, const QRectF& other) {
     return one.width() * one.height() > other.width() * other.height();
 }
@@ -65,6 +69,9 @@ void ChartCanvas::Show(const GraphDocument& graph) {
                         style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0;
     const std::vector<ChartSpot> before = slides ? ChartSpots(*this) : std::vector<ChartSpot>();
     const ShownBars names = std::exchange(Bars, ShownBars(graph));
+    if (!AreAboutTheSame(Graph.About, graph.About)) {
+        SetZoom(*this, {});
+    }
     Graph = graph;
     Motion->stop();
     Light({});

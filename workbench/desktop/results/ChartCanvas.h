@@ -21,7 +21,7 @@ class ChartCanvas : public QCustomPlot {
   public:
     explicit ChartCanvas(QWidget* parent);
 
-    /// Shows a graph in place of the one before; zoom and size stay.
+    /// Shows a graph in place of the one before; zoom and size stay, the zoom for the same variables only.
     void Show(const GraphDocument& graph);
     void SetMotion(bool hasMotion) { HasMotion = hasMotion; }
     /// While bars are picked the pointer draws no rectangle to zoom to, and the arrow keys are left to who picks.

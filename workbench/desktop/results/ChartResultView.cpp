@@ -8,6 +8,7 @@
 
 #include "workbench/desktop/results/ChartCanvas.h"
 #include "workbench/desktop/results/Printing.h"
+#include "workbench/desktop/results/ResultTitles.h"
 #include "workbench/desktop/window/ExplorationModel.h"
 #include "workbench/exploration/ExploredOutputs.h"
 
@@ -38,7 +39,7 @@ ChartResultView::ChartResultView(ResultDocument& document, ExplorationModel& mod
 void ChartResultView::Refresh() {
     if (Shown().Graph() != nullptr) {
         Plot->Show(GraphForPeople());
-        setAccessibleName(QString::fromStdString(Shown().Name()));
+        setAccessibleName(TitleOf(Shown()));
         Plot->setAccessibleName(accessibleName());
     }
 }
@@ -77,7 +78,7 @@ QString ChartResultView::FileKinds() const {
 }
 
 void ChartResultView::Print(QPrinter& printer) {
-    PrintDocuments(printer, {CountedPointer<ResultDocument>::Share(&Shown())});
+    PrintDocuments(printer, OutputsForPeople(Model().Present(), {CountedPointer<ResultDocument>::Share(&Shown())}));
 }
 
 QSize ChartResultView::sizeHint() const {

@@ -8,6 +8,7 @@
 #include "workbench/desktop/results/DocumentFile.h"
 #include "workbench/desktop/results/DrillMenu.h"
 #include "workbench/desktop/results/Printing.h"
+#include "workbench/desktop/results/ResultTitles.h"
 #include "workbench/desktop/results/TableResultView.h"
 #include "workbench/desktop/window/ExplorationModel.h"
 #include "workbench/exploration/ExploredOutputs.h"
@@ -16,8 +17,13 @@ namespace quillara {
 
 DocumentView::DocumentView(ResultDocument& document, ExplorationModel& model, QWidget* parent)
     : QWidget(parent), Document(CountedPointer<ResultDocument>::Share(&document)), Explored(model) {
-    setAccessibleName(QString::fromStdString(document.Name()));
+    setAccessibleName(TitleOf(document));
     AddCommonActions();
+}
+
+void DocumentView::Show(ResultDocument& document) {
+    Document = CountedPointer<ResultDocument>::Share(&document);
+    Refresh();
 }
 
 QAction* DocumentView::AddAction(const QString& text, const QKeySequence& keys, const std::function<void()>& act) {

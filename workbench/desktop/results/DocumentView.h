@@ -25,6 +25,8 @@ class DocumentView : public QWidget {
 
     /// Shows the document's content, which is another now; scroll, zoom, selection and size stay.
     virtual void Refresh() = 0;
+    /// Shows another document of the same kind from now on.
+    void Show(ResultDocument& document);
     virtual void SetOptions(const ViewOptions& options) = 0;
     /// Puts what is selected, or all, on the clipboard.
     virtual void Copy() = 0;

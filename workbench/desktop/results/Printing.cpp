@@ -10,8 +10,10 @@
 #include <QTextDocument>
 
 #include "workbench/charts/ChartPainter.h"
-#include "workbench/documents/ResultDocument.h"
+#include "workbench/documents/OutputCollection.h"
+#include "workbench/exploration/ExploredOutputs.h"
 #include "workbench/exploration/TableClip.h"
+#include "workbench/views/HtmlText.h"
 
 namespace quillara {
 namespace {
@@ -31,6 +33,7 @@ class Pages {
 
     void Add(const GraphDocument& graph);
     void Add(const SpreadsheetDocument& table);
+    void Add(const std::string& html);
 
   private:
     void Reserve(double height);
@@ -67,13 +70,17 @@ void Pages::Add(const GraphDocument& graph) {
     Used += look.Height + Gap;
 }
 
-/// A table that is longer than a page goes on on the next ones, and one that is wider is made smaller.
 void Pages::Add(const SpreadsheetDocument& table) {
     const ShownTable words = ShowTable(table);
+    Add(ClipOf(words, AllOf(words)).Html);
+}
+
+/// What is longer than a page goes on on the next ones, and what is wider is made smaller.
+void Pages::Add(const std::string& html) {
     QTextDocument text;
     text.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     text.documentLayout()->setPaintDevice(nullptr);
-    text.setHtml(QString::fromStdString(ClipOf(words, AllOf(words)).Html));
+    text.setHtml(QString::fromStdString(html));
     text.setTextWidth(Size.width());
     const double share = std::min(1.0, Size.width() / std::max(1.0, text.size().width()));
     const double height = text.size().height() * share;
@@ -92,13 +99,32 @@ void Pages::Add(const SpreadsheetDocument& table) {
     Used += std::fmod(height, Size.height()) + Gap;
 }
 
+/// What stands above a report.
+std::string HeadOf(const OutputCollection& outputs) {
+    std::string text = Element("h2", "", Escaped(outputs.FileName));
+    for (const std::string& line : FactsOf(outputs)) {
+        text += Element("p", "", Escaped(line));
+    }
+    return text;
+}
+
+void AddAll(Pages& pages, const OutputCollection& outputs) {
+    for (const OutputEntry& entry : outputs.Entries) {
+        std::visit([&](const auto& content) { pages.Add(content); }, entry.Content);
+    }
+}
+
 }  // namespace
 
-void PrintDocuments(QPrinter& printer, const std::vector<CountedPointer<ResultDocument>>& documents) {
+void PrintDocuments(QPrinter& printer, const OutputCollection& outputs) {
     Pages pages(printer);
-    for (const CountedPointer<ResultDocument>& document : documents) {
-        std::visit([&](const auto& content) { pages.Add(content); }, document->Content());
-    }
+    AddAll(pages, outputs);
+}
+
+void PrintReport(QPrinter& printer, const OutputCollection& outputs) {
+    Pages pages(printer);
+    pages.Add(HeadOf(outputs));
+    AddAll(pages, outputs);
 }
 
 void AskAndPrint(const std::function<void(QPrinter&)>& print, QWidget* parent) {

@@ -1,19 +1,18 @@
 #pragma once
 
 #include <functional>
-#include <vector>
-
-#include "platform/CountedPointer.h"
 
 class QPrinter;
 class QWidget;
 
 namespace quillara {
 
-class ResultDocument;
+struct OutputCollection;
 
-/// Prints documents one below the other: tables as tables, charts as pictures as wide as the page.
-void PrintDocuments(QPrinter& printer, const std::vector<CountedPointer<ResultDocument>>& documents);
+/// Prints documents one below the other: tables as tables, charts as pictures as wide as the page. A report begins with
+/// what it is made from: the data, and what is in force.
+void PrintDocuments(QPrinter& printer, const OutputCollection& outputs);
+void PrintReport(QPrinter& printer, const OutputCollection& outputs);
 
 /// Lets the user choose a printer, and prints.
 void AskAndPrint(const std::function<void(QPrinter&)>& print, QWidget* parent);

@@ -8,7 +8,9 @@
 
 #include "workbench/desktop/results/DocumentFile.h"
 #include "workbench/desktop/results/Printing.h"
+#include "workbench/desktop/results/ResultTitles.h"
 #include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/exploration/ExploredOutputs.h"
 
 namespace quillara {
 
@@ -20,7 +22,7 @@ ReportDialog::ReportDialog(ExplorationModel& model, std::vector<CountedPointer<R
     label->setBuddy(Choices);
     Choices->setAccessibleName(tr("Results in the report"));
     for (const CountedPointer<ResultDocument>& document : Documents) {
-        auto* item = new QListWidgetItem(QString::fromStdString(document->Name()), Choices);
+        auto* item = new QListWidgetItem(IconOf(*document), TitleOf(*document), Choices);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(Qt::Checked);
     }
@@ -35,7 +37,7 @@ ReportDialog::ReportDialog(ExplorationModel& model, std::vector<CountedPointer<R
 
 void ReportDialog::AddButtons() {
     auto* box = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    const auto print = [this](QPrinter& printer) { PrintDocuments(printer, Chosen()); };
+    const auto print = [this](QPrinter& printer) { PrintReport(printer, OutputsForPeople(Model.Present(), Chosen())); };
     Makers = {box->addButton(tr("&Save..."), QDialogButtonBox::ActionRole),
               box->addButton(tr("&Print..."), QDialogButtonBox::ActionRole),
               box->addButton(tr("Pre&view..."), QDialogButtonBox::ActionRole)};

@@ -30,12 +30,12 @@ QFont ItalicFont() {
 
 }  // namespace
 
-ResultTableModel::ResultTableModel(ResultDocument& document, QObject* parent)
-    : QAbstractTableModel(parent), Document(CountedPointer<ResultDocument>::Share(&document)) {
-    Refresh();
+ResultTableModel::ResultTableModel(ResultDocument& document, QObject* parent) : QAbstractTableModel(parent) {
+    Show(document);
 }
 
-void ResultTableModel::Refresh() {
+void ResultTableModel::Show(ResultDocument& document) {
+    Document = CountedPointer<ResultDocument>::Share(&document);
     const SpreadsheetDocument* sheet = Document->Spreadsheet();
     if (sheet == nullptr) {
         return;

@@ -20,8 +20,9 @@ class ResultTableModel : public QAbstractTableModel {
 
     explicit ResultTableModel(ResultDocument& document, QObject* parent = nullptr);
 
-    /// The document's content is another now. Rows and columns that stay keep their places, and so what is selected.
-    void Refresh();
+    /// Shows a document, whose content is another now or which is another one. Rows and columns that stay keep their
+    /// places, and so what is selected.
+    void Show(ResultDocument& document);
     [[nodiscard]] const ShownTable& Words() const { return Texts; }
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -115,13 +115,17 @@ void TableResultView::SetUpTable() {
     }
 }
 
+/// The analysis counts cases in a way of its own in the caption; people read what the steps leave.
+std::vector<std::string> TableResultView::CaptionLines() const {
+    Exploration* exploration = Model().Present();
+    const bool isOfAnalysis = Shown().Origin().Command != 0 && exploration != nullptr;
+    return isOfAnalysis ? SubsetLinesOf(*exploration, Shown()) : Rows->Words().CaptionLines;
+}
+
 void TableResultView::ShowTitle() {
     const ShownTable& words = Rows->Words();
     Title->setText(QString::fromStdString(words.Title));
-    // The analysis counts cases in a way of its own in the caption; people read what the steps leave.
-    Exploration* exploration = Model().Present();
-    const bool isOfAnalysis = Shown().Origin().Command != 0 && exploration != nullptr;
-    const std::vector<std::string> captions = isOfAnalysis ? SubsetLinesOf(*exploration, Shown()) : words.CaptionLines;
+    const std::vector<std::string> captions = CaptionLines();
     Captions->setText(Joined(captions));
     Captions->setVisible(!captions.empty());
     if (Corner != nullptr) {
@@ -142,7 +146,7 @@ void TableResultView::WidenColumns() {
 }
 
 void TableResultView::Refresh() {
-    Rows->Refresh();
+    Rows->Show(Shown());
     ShowTitle();
     WidenColumns();
 }
@@ -154,7 +158,9 @@ void TableResultView::SetOptions(const ViewOptions& options) {
 }
 
 void TableResultView::Copy() {
-    const TableClip clip = ClipOf(Rows->Words(), SelectedPart(*Table->selectionModel(), Rows->Words()));
+    ShownTable words = Rows->Words();
+    words.CaptionLines = CaptionLines();
+    const TableClip clip = ClipOf(words, SelectedPart(*Table->selectionModel(), words));
     auto* data = new QMimeData;
     data->setText(QString::fromStdString(clip.Tabs));
     data->setHtml(QString::fromStdString(clip.Html));
@@ -166,7 +172,7 @@ QString TableResultView::FileKinds() const {
 }
 
 void TableResultView::Print(QPrinter& printer) {
-    PrintDocuments(printer, {CountedPointer<ResultDocument>::Share(&Shown())});
+    PrintDocuments(printer, OutputsForPeople(Model().Present(), {CountedPointer<ResultDocument>::Share(&Shown())}));
 }
 
 QSize TableResultView::sizeHint() const {

@@ -32,6 +32,7 @@ class TableResultView : public DocumentView {
   private:
     void SetUpTable();
     void ShowTitle();
+    [[nodiscard]] std::vector<std::string> CaptionLines() const;
     void WidenColumns();
 
     ResultTableModel* Rows;

@@ -59,6 +59,7 @@ bool ExplorationModel::End() {
         for (const CountedPointer<ResultDocument>& document : documents) {
             emit documentWent(document.Get());
         }
+        emit documentsTold();
         emit replaced();
         emit changed();
     }

@@ -65,6 +65,7 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void DocumentChanged(ResultDocument& document) override { emit documentChanged(&document); }
     void DocumentCameToFront(ResultDocument& document) override { emit documentCameToFront(&document); }
     void DocumentWent(ResultDocument& document) override { emit documentWent(&document); }
+    void DocumentsTold() override { emit documentsTold(); }
     void TableMade(std::shared_ptr<const DataTable> table) override { emit tableMade(table); }
     void RemarkMade(const Remark& remark) override { emit remarkMade(remark); }
     void Changed() override;
@@ -81,6 +82,7 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void documentChanged(quillara::ResultDocument* document);
     void documentCameToFront(quillara::ResultDocument* document);
     void documentWent(quillara::ResultDocument* document);
+    void documentsTold();
     void tableMade(std::shared_ptr<const quillara::DataTable> table);
     void remarkMade(const quillara::Remark& remark);
     /// Whoever lets the user pick bars is to end that.

@@ -129,6 +129,8 @@ void MainWindow::Welcome(const QString& sessions) {
     Side->setVisible(Startup != nullptr);
     if (!sessions.isEmpty()) {
         Keeper = new SessionKeeper(*Explored, sessions, this);
+        Keeper->SetArrangement([this] { return Area->Arrangement(); });
+        connect(Area, &Workspace::arranged, Keeper, &SessionKeeper::NoteChange);
         OfferSession();
     }
     Tips->Greet();
@@ -153,6 +155,7 @@ void MainWindow::RestoreSession() {
         return;
     }
     if (Explored->Do([&](Exploration& now) { now.Replay(left->Entries); })) {
+        Area->Arrange(left->Windows);
         Keeper->ForgetLeft();
     }
     OfferSession();

@@ -30,11 +30,13 @@ SessionKeeper::SessionKeeper(ExplorationModel& model, const QString& folder, QOb
     Lock.tryLock(0);
     Waiting.setSingleShot(true);
     connect(&Waiting, &QTimer::timeout, this, &SessionKeeper::Keep);
-    connect(&model, &ExplorationModel::changed, this, [this] {
-        if (!Waiting.isActive() && !HasEnded) {
-            Waiting.start(KeptAfter);
-        }
-    });
+    connect(&model, &ExplorationModel::changed, this, &SessionKeeper::NoteChange);
+}
+
+void SessionKeeper::NoteChange() {
+    if (!Waiting.isActive() && !HasEnded) {
+        Waiting.start(KeptAfter);
+    }
 }
 
 void SessionKeeper::Keep() {
@@ -48,7 +50,9 @@ void SessionKeeper::Keep() {
         return;
     }
     try {
-        ReplaceFile(Own.toStdString(), SessionText(SessionOf(*exploration, File.toStdString())));
+        KeptSession session = SessionOf(*exploration, File.toStdString());
+        session.Windows = Arrangement ? Arrangement() : WindowArrangement();
+        ReplaceFile(Own.toStdString(), SessionText(session));
     } catch (const std::exception&) {
         // The exploration goes on; it just can't be gone on with after a kill.
     }

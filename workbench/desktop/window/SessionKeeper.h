@@ -3,6 +3,7 @@
 #include <QLockFile>
 #include <QObject>
 #include <QTimer>
+#include <functional>
 #include <optional>
 
 #include "workbench/exploration/KeptSession.h"
@@ -22,6 +23,10 @@ class SessionKeeper : public QObject {
 
     /// Which file the exploration has begun with.
     void SetFile(const QString& file) { File = file; }
+    /// Whom to ask how the windows stand.
+    void SetArrangement(std::function<WindowArrangement()> arrangement) { Arrangement = std::move(arrangement); }
+    /// Something is another that is kept.
+    void NoteChange();
     /// Keeps it now, or removes what is kept when there is nothing to go on with. A disk that is full changes nothing.
     void Keep();
     /// The program ends cleanly.
@@ -39,6 +44,7 @@ class SessionKeeper : public QObject {
     QString OfKilled;  // path of the file that was left
     QLockFile Lock;
     QString File;
+    std::function<WindowArrangement()> Arrangement;
     QTimer Waiting;
     bool HasEnded = false;
 };

@@ -11,32 +11,13 @@
 #include "workbench/desktop/brushing/BrushingBar.h"
 #include "workbench/desktop/results/ChartResultView.h"
 #include "workbench/desktop/results/ReportDialog.h"
+#include "workbench/desktop/results/ResultTitles.h"
 #include "workbench/desktop/window/ExplorationModel.h"
 #include "workbench/exploration/WindowPlaces.h"
 #include "workbench/hosting/AnalysisServices.h"
 #include "workbench/windows/Control.h"
 
 namespace quillara {
-namespace {
-
-WindowPlace PlaceFrom(const QRect& rectangle) {
-    return {rectangle.x(), rectangle.y(), rectangle.width(), rectangle.height()};
-}
-
-QRect RectangleOf(const WindowPlace& place) {
-    return {place.X, place.Y, place.Width, place.Height};
-}
-
-WindowSize SizeOf(const QSize& size) {
-    return {size.width(), size.height()};
-}
-
-bool IsArrangeable(const QMdiSubWindow& frame) {
-    return !frame.isMinimized() && !frame.isMaximized();
-}
-
-}  // namespace
-
 Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent), Model(model) {
     setObjectName(QStringLiteral("workspace"));
     setAccessibleName(tr("Results"));
@@ -47,6 +28,7 @@ Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     connect(&model, &ExplorationModel::documentAppeared, this, [this](ResultDocument* document) { Add(*document); });
+<<<<<<< HEAD
     connect(&model, &ExplorationModel::documentChanged, this, [this](ResultDocument* document) { Refresh(*document); });
     connect(&model, &ExplorationModel::documentCameToFront, this, [this](const ResultDocument* document) {
         if (const auto found = PlaceOf(*document); found != Windows.end()) {
@@ -54,6 +36,14 @@ Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent
         }
     });
     connect(&model, &ExplorationModel::documentWent, this, [this](ResultDocument* document) { Remove(*document); });
+=======
+    connect(&model, &ExplorationModel::documentChanged, this,
+            [this](ResultDocument* document) { Note(*document, &Shown::HasChanged); });
+    connect(&model, &ExplorationModel::documentWent, this,
+            [this](ResultDocument* document) { Note(*document, &Shown::HasGone); });
+    connect(&model, &ExplorationModel::documentsTold, this, &Workspace::Settle);
+    connect(&model, &ExplorationModel::replaced, this, [this] { PlacesBefore.clear(); });
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     connect(&model, &ExplorationModel::changed, this, [this] { EndPicking(); });
     connect(&model, &ExplorationModel::leaveAsked, this, [this] {
         if (Picking != nullptr) {
@@ -87,12 +77,17 @@ void Workspace::Add(ResultDocument& document) {
     auto* frame = new QMdiSubWindow;
     frame->setWidget(view);
     frame->setAttribute(Qt::WA_DeleteOnClose, false);
-    frame->setWindowTitle(QString::fromStdString(document.Name()));
+    frame->setWindowTitle(ShortTitleOf(document));
+    frame->setWindowIcon(IconOf(document));
     Place(*frame, document);
+<<<<<<< HEAD
     Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view});
     if (document.IsBrushable()) {
         Floating = frame;
     }
+=======
+    Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view, SubjectKeyOf(document)});
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     const QRect place = frame->geometry();
     IsPlacing = true;
     addSubWindow(frame);
@@ -103,6 +98,7 @@ void Workspace::Add(ResultDocument& document) {
     PlaceTiles();
 }
 
+<<<<<<< HEAD
 /// A graph to be brushed takes the place of the one before it, where the pointer is; others find a free place.
 void Workspace::Place(QMdiSubWindow& frame, const ResultDocument& document) {
     std::vector<WindowPlace> others;
@@ -155,6 +151,8 @@ void Workspace::Remove(ResultDocument& document) {
     viewport()->update();
 }
 
+=======
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
 /// A bar that is picked stays within its command: the window goes when that has ended.
 void Workspace::Close(QMdiSubWindow& frame) {
     if (Picking != nullptr && &frame == PickedIn) {
@@ -237,6 +235,7 @@ void Workspace::RemoveBars(const DocumentView* except) {
     }
 }
 
+<<<<<<< HEAD
 void Workspace::Tile() {
     SetTabbed(false);
     Tiled = true;
@@ -272,6 +271,8 @@ void Workspace::PlaceTiles() {
     IsPlacing = false;
 }
 
+=======
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
 void Workspace::SetOptions(const ViewOptions& options) {
     Look = options;
     for (const Shown& shown : Windows) {
@@ -300,6 +301,7 @@ bool Workspace::eventFilter(QObject* watched, QEvent* event) {
     const bool isMoved = event->type() == QEvent::Move || event->type() == QEvent::Resize;
     if (isMoved && !IsPlacing && IsArrangeable(*found->Frame) && found->Frame != Floating) {
         Tiled = false;
+        emit arranged();
     }
     return QMdiArea::eventFilter(watched, event);
 }
@@ -309,13 +311,6 @@ void Workspace::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange) {
         setBackground(palette().color(QPalette::Window));
     }
-}
-
-void Workspace::resizeEvent(QResizeEvent* event) {
-    const bool wasPlacing = std::exchange(IsPlacing, true);
-    QMdiArea::resizeEvent(event);
-    IsPlacing = wasPlacing;
-    PlaceTiles();
 }
 
 bool Workspace::viewportEvent(QEvent* event) {

@@ -3,11 +3,15 @@
 #include <QMdiArea>
 #include <QPointer>
 #include <functional>
+#include <map>
+#include <optional>
 #include <vector>
 
 #include "platform/CountedPointer.h"
 #include "workbench/desktop/results/ViewOptions.h"
 #include "workbench/documents/ResultDocument.h"
+#include "workbench/exploration/SubjectKeys.h"
+#include "workbench/exploration/WindowPlaces.h"
 
 class QMenu;
 
@@ -18,8 +22,9 @@ class DocumentView;
 class ExplorationModel;
 struct BrushingRun;
 
-/// Where result windows stand: one for each document of the exploration. Tiled windows stay so, whatever comes, goes or
-/// grows, until one is moved: a dashboard.
+/// Where result windows stand: one for each document of the exploration. A window stays with what it is about, also
+/// when the analysis has put that into another document. Tiled windows stay so, whatever comes, goes or grows, until
+/// one is moved: a dashboard.
 class Workspace : public QMdiArea {
     Q_OBJECT
 
@@ -37,6 +42,9 @@ class Workspace : public QMdiArea {
     void Cascade();
     void SetTabbed(bool isTabbed);
     [[nodiscard]] bool IsTiled() const { return Tiled; }
+    /// How the windows of the exploration's documents stand, and how they are to stand.
+    [[nodiscard]] WindowArrangement Arrangement() const;
+    void Arrange(const WindowArrangement& windows);
     /// Closes all documents.
     void CloseAll();
     /// Lets the user choose documents for a report, which is saved or printed.
@@ -51,6 +59,8 @@ class Workspace : public QMdiArea {
   signals:
     /// Bars are picked, while no other command can be given, or no longer.
     void pickingChanged(bool isPicking);
+    /// The user has moved a window, or had all of them arranged.
+    void arranged();
 
   protected:
     /// A window that the user closes closes its document; one that the user moves leaves the tiles.
@@ -64,12 +74,20 @@ class Workspace : public QMdiArea {
         CountedPointer<ResultDocument> Document;
         QMdiSubWindow* Frame;
         DocumentView* View;
+        SubjectKey Subject;  // that the window shows
+        bool HasChanged = false;  // what the document holds isn't shown yet
+        bool HasGone = false;  // the document has
     };
 
     void Add(ResultDocument& document);
     void Place(QMdiSubWindow& frame, const ResultDocument& document);
-    void Refresh(ResultDocument& document);
-    void Remove(ResultDocument& document);
+    void Note(ResultDocument& document, bool Shown::*what);
+    void Settle();
+    void Refresh(Shown& shown);
+    void FollowSubjects();
+    void TakePlaceBefore(const Shown& moved);
+    void Remove(const Shown& shown);
+    [[nodiscard]] bool IsArrangeable(const QMdiSubWindow& frame) const;
     void Close(QMdiSubWindow& frame);
     void BringToFront(QMdiSubWindow& frame);
     void EndPicking();
@@ -77,13 +95,18 @@ class Workspace : public QMdiArea {
     void BrushOnAfterStepUp();
     void PlaceTiles();
     void PaintHint();
+<<<<<<< HEAD
     void Center(QMdiSubWindow& frame);
+=======
+    [[nodiscard]] std::optional<QRect> PlaceBefore(const SubjectKey& subject) const;
+>>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const ResultDocument& document) const;
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const QObject* frame) const;
     void ListWindows(QMenu& menu);
 
     ExplorationModel& Model;
     std::vector<Shown> Windows;  // in the order in which they came
+    std::map<SubjectKey, QRect> PlacesBefore;  // of windows that have gone
     ViewOptions Look;
     BarPicking* Picking = nullptr;
     QMdiSubWindow* PickedIn = nullptr;

@@ -6,6 +6,7 @@
 #include <QMenu>
 
 #include "workbench/desktop/results/DocumentView.h"
+#include "workbench/desktop/results/ResultTitles.h"
 #include "workbench/desktop/window/Workspace.h"
 
 namespace quillara {
@@ -37,9 +38,10 @@ void Workspace::ListWindows(QMenu& menu) {
     auto* group = new QActionGroup(&menu);
     int number = 0;
     for (const Shown& shown : Windows) {
-        const QString name = shown.Frame->windowTitle().replace(u'&', QStringLiteral("&&"));
+        const QString name = ShortTitleOf(*shown.Document).replace(u'&', QStringLiteral("&&"));
         ++number;
-        QAction* action = group->addAction(number < 10 ? QStringLiteral("&%1 %2").arg(number).arg(name) : name);
+        QAction* action = group->addAction(shown.Frame->windowIcon(),
+                                           number < 10 ? QStringLiteral("&%1 %2").arg(number).arg(name) : name);
         action->setCheckable(true);
         action->setChecked(shown.Frame == activeSubWindow());
         QMdiSubWindow* frame = shown.Frame;
