@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillara {
@@ -15,7 +16,9 @@ struct SubjectKey {
     std::string About{};  ///< its side and variables
 
     friend bool operator==(const SubjectKey& left, const SubjectKey& right) = default;
-    friend auto operator<=>(const SubjectKey& left, const SubjectKey& right) = default;
+    friend bool operator<(const SubjectKey& left, const SubjectKey& right) {
+        return std::tie(left.Command, left.About) < std::tie(right.Command, right.About);
+    }
 };
 
 [[nodiscard]] SubjectKey SubjectKeyOf(const ResultDocument& document);

@@ -19,9 +19,10 @@ void Workspace::Note(ResultDocument& document, bool Shown::*what) {
 
 void Workspace::Settle() {
     FollowSubjects();
-    const auto gone = std::ranges::stable_partition(Windows, [](const Shown& shown) { return !shown.HasGone; });
-    const std::vector<Shown> went(gone.begin(), gone.end());
-    Windows.erase(gone.begin(), gone.end());
+    const auto gone =
+        std::stable_partition(Windows.begin(), Windows.end(), [](const Shown& shown) { return !shown.HasGone; });
+    const std::vector<Shown> went(gone, Windows.end());
+    Windows.erase(gone, Windows.end());
     std::ranges::for_each(went, [this](const Shown& shown) { Remove(shown); });
     for (Shown& shown : Windows) {
         if (std::exchange(shown.HasChanged, false)) {
