@@ -76,13 +76,8 @@ AnalysisServices Exploration::Services(SettingsStore* settings) {
     };
     services.HearRemark = [this](const Remark& remark) { Listener.RemarkMade(remark); };
     services.MemoryLacked = [this] { LacksMemory = true; };
-<<<<<<< HEAD
     services.TakeDocument = [this](ResultDocument& document) { Take(document, false); };
     services.HearStandAlone = [this](ResultDocument& document) { Take(document, true); };
-=======
-    services.TakeDocument = [this](ResultDocument& document) { Take(document); };
-    services.HearStandAlone = [this](ResultDocument& document) { TakeStandAlone(document); };
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     services.TakeData = [this](std::shared_ptr<const DataTable> made) {
         Tables.push_back(made);
         Listener.TableMade(std::move(made));
@@ -261,59 +256,48 @@ void Exploration::Take(ResultDocument& document, bool standsAlone) {
     }
 }
 
-<<<<<<< HEAD
-/// The analysis itself shows what stands alone; what it has dropped in an update has no window.
-void Exploration::TellDocuments() {
-    for (const auto& [document, standsAlone, isUpdated] : std::exchange(Fresh, {})) {
-        if (PlaceOf(Shown, *document) != Shown.end()) {
-            Listener.DocumentChanged(*document);
-            if (!isUpdated) {
-                Listener.DocumentCameToFront(*document);
-            }
-        } else if (!document->IsClosed() && (standsAlone ? document->IsVisible() : document->SetVisible(true))) {
-            Shown.push_back(document);
-            Listener.DocumentAppeared(*document);
-        }
-=======
-/// An update drops a document without a window to stand in, and shows none; nothing follows it from then on.
-void Exploration::TakeStandAlone(ResultDocument& document) {
-    if (document.IsVisible() || PlaceOf(PutAway, document) != PutAway.end()) {
-        Take(document);
-    }
-}
-
 /// A closed window doesn't come back because a step has moved what it showed to another document.
-bool Exploration::IsUnwanted(const ResultDocument& document) const {
-    const auto told = ToldBehind.find(document.Number());
-    return told != ToldBehind.end() && told->second != document.Step() &&
-           ClosedSubjects.contains(SubjectKeyOf(document));
+bool Exploration::PutsAway(const FreshDocument& fresh) {
+    const CountedPointer<ResultDocument>& document = fresh.Document;
+    const bool isUnwanted = fresh.IsUpdated && ClosedSubjects.contains(SubjectKeyOf(*document));
+    if (isUnwanted && PlaceOf(Shown, *document) != Shown.end()) {
+        document->SetVisible(false);
+        PutAway.push_back(document);
+    }
+    return isUnwanted;
 }
 
-void Exploration::Tell(ResultDocument& document) {
-    const bool isShown = PlaceOf(Shown, document) != Shown.end();
-    const bool isUnwanted = IsUnwanted(document);
-    ToldBehind[document.Number()] = document.Step();
-    if (isUnwanted) {
-        document.SetVisible(false);
-        if (PlaceOf(PutAway, document) == PutAway.end()) {
-            PutAway.push_back(CountedPointer<ResultDocument>::Share(&document));
-        }
+/// The analysis itself shows what stands alone; what it has dropped in an update has no window.
+bool Exploration::Appears(const FreshDocument& fresh) {
+    const auto away = PlaceOf(PutAway, *fresh.Document);
+    const bool isAnalysisToShow = fresh.StandsAlone && away == PutAway.end();
+    if (away != PutAway.end()) {
+        PutAway.erase(away);
+    }
+    return !fresh.Document->IsClosed() &&
+           (isAnalysisToShow ? fresh.Document->IsVisible() : fresh.Document->SetVisible(true));
+}
+
+void Exploration::Tell(const FreshDocument& fresh) {
+    const CountedPointer<ResultDocument>& document = fresh.Document;
+    if (PutsAway(fresh)) {
         return;
     }
-    ClosedSubjects.erase(SubjectKeyOf(document));
-    if (isShown) {
-        Listener.DocumentChanged(document);
-    } else if (!document.IsClosed() && document.SetVisible(true)) {
-        std::erase_if(PutAway, [&](const auto& held) { return held.Get() == &document; });
-        Shown.push_back(CountedPointer<ResultDocument>::Share(&document));
-        Listener.DocumentAppeared(document);
+    if (PlaceOf(Shown, *document) != Shown.end()) {
+        Listener.DocumentChanged(*document);
+        if (!fresh.IsUpdated) {
+            Listener.DocumentCameToFront(*document);
+        }
+    } else if (Appears(fresh)) {
+        ClosedSubjects.erase(SubjectKeyOf(*document));
+        Shown.push_back(document);
+        Listener.DocumentAppeared(*document);
     }
 }
 
 void Exploration::TellDocuments() {
-    for (const CountedPointer<ResultDocument>& document : std::exchange(Fresh, {})) {
-        Tell(*document);
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
+    for (const FreshDocument& fresh : std::exchange(Fresh, {})) {
+        Tell(fresh);
     }
     const auto gone = std::stable_partition(Shown.begin(), Shown.end(), [](const auto& document) {
         return document->IsVisible() && !document->IsClosed();

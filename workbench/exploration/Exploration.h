@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <functional>
-#include <map>
 #include <memory>
 #include <set>
 #include <span>
@@ -97,6 +96,13 @@ class Exploration final : public DialogActions {
     void Cancel() { BreakFlag = true; }
 
   private:
+    /// Whose content hasn't been told yet.
+    struct FreshDocument {
+        CountedPointer<ResultDocument> Document;
+        bool StandsAlone;
+        bool IsUpdated;  // behind a step, so that it stays where it is
+    };
+
     AnalysisServices Services(SettingsStore* settings);
     void Act(const std::function<void()>& action, const Answer* answer = nullptr);
     void SelectAnyRow();
@@ -105,15 +111,11 @@ class Exploration final : public DialogActions {
     bool Pick(BrushingRun& run);
     bool PickAgain(BrushingRun& run);
     void DoAgain(const JournalEntry& entry);
-<<<<<<< HEAD
     void Take(ResultDocument& document, bool standsAlone);
-=======
-    void Take(ResultDocument& document);
-    void TakeStandAlone(ResultDocument& document);
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     void TellDocuments();
-    void Tell(ResultDocument& document);
-    [[nodiscard]] bool IsUnwanted(const ResultDocument& document) const;
+    void Tell(const FreshDocument& fresh);
+    bool PutsAway(const FreshDocument& fresh);
+    bool Appears(const FreshDocument& fresh);
     [[nodiscard]] int RowOf(int list, const std::string& variable);
 
     ExplorationListener& Listener;
@@ -122,15 +124,9 @@ class Exploration final : public DialogActions {
     AnalysisModule Library;
     AnalysisDocument Document;
     std::atomic<bool> BreakFlag = false;
-    struct FreshDocument {
-        CountedPointer<ResultDocument> Document;
-        bool StandsAlone;
-        bool IsUpdated;  // behind a step, so that it stays where it is
-    };
     std::vector<FreshDocument> Fresh;  // their contents, not told yet
     std::vector<CountedPointer<ResultDocument>> Shown;
     std::vector<CountedPointer<ResultDocument>> PutAway;  // that stand in no window; the analysis goes on with them
-    std::map<std::uint64_t, int> ToldBehind;  // by the number of a document: the steps behind which it was told
     std::set<SubjectKey> ClosedSubjects;  // of documents that the user has closed
     std::vector<Window*> Modal;  // that stand open, the inmost last
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers

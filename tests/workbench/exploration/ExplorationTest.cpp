@@ -141,6 +141,8 @@ TEST_F(ExplorationTest, AnUpdateOpensNoWindowsAndAPressedButtonBringsItsOwnToThe
     EXPECT_TRUE(Explored.HasEnded());
     EXPECT_EQ(Explored.Documents().size(), 3U);
     EXPECT_THAT(Explored.Documents().front()->Name(), testing::StartsWith("Frequency"));
+}
+
 /// The analysis updates by place: what falls out of the list lets the others move up.
 TEST_F(ExplorationTest, AClosedResultComesBackByItsButtonOnly) {
     const auto shown = [this] {

@@ -28,22 +28,14 @@ Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     connect(&model, &ExplorationModel::documentAppeared, this, [this](ResultDocument* document) { Add(*document); });
-<<<<<<< HEAD
-    connect(&model, &ExplorationModel::documentChanged, this, [this](ResultDocument* document) { Refresh(*document); });
-    connect(&model, &ExplorationModel::documentCameToFront, this, [this](const ResultDocument* document) {
-        if (const auto found = PlaceOf(*document); found != Windows.end()) {
-            BringToFront(*found->Frame);
-        }
-    });
-    connect(&model, &ExplorationModel::documentWent, this, [this](ResultDocument* document) { Remove(*document); });
-=======
     connect(&model, &ExplorationModel::documentChanged, this,
             [this](ResultDocument* document) { Note(*document, &Shown::HasChanged); });
     connect(&model, &ExplorationModel::documentWent, this,
             [this](ResultDocument* document) { Note(*document, &Shown::HasGone); });
+    connect(&model, &ExplorationModel::documentCameToFront, this,
+            [this](const ResultDocument* document) { Note(*document, &Shown::ComesToFront); });
     connect(&model, &ExplorationModel::documentsTold, this, &Workspace::Settle);
     connect(&model, &ExplorationModel::replaced, this, [this] { PlacesBefore.clear(); });
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     connect(&model, &ExplorationModel::changed, this, [this] { EndPicking(); });
     connect(&model, &ExplorationModel::leaveAsked, this, [this] {
         if (Picking != nullptr) {
@@ -80,14 +72,10 @@ void Workspace::Add(ResultDocument& document) {
     frame->setWindowTitle(ShortTitleOf(document));
     frame->setWindowIcon(IconOf(document));
     Place(*frame, document);
-<<<<<<< HEAD
-    Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view});
+    Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view, SubjectKeyOf(document)});
     if (document.IsBrushable()) {
         Floating = frame;
     }
-=======
-    Windows.push_back({CountedPointer<ResultDocument>::Share(&document), frame, view, SubjectKeyOf(document)});
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     const QRect place = frame->geometry();
     IsPlacing = true;
     addSubWindow(frame);
@@ -98,61 +86,6 @@ void Workspace::Add(ResultDocument& document) {
     PlaceTiles();
 }
 
-<<<<<<< HEAD
-/// A graph to be brushed takes the place of the one before it, where the pointer is; others find a free place.
-void Workspace::Place(QMdiSubWindow& frame, const ResultDocument& document) {
-    std::vector<WindowPlace> others;
-    for (const Shown& shown : Windows) {
-        if (document.IsBrushable() && shown.Frame == Floating) {
-            return frame.setGeometry(shown.Frame->geometry());
-        }
-        if (!shown.Frame->isMinimized()) {
-            others.push_back(PlaceFrom(shown.Frame->geometry()));
-        }
-    }
-    if (document.IsBrushable() && Tiled) {
-        return Center(frame);
-    }
-    const QSize wanted = frame.sizeHint();
-    frame.setGeometry(RectangleOf(FreePlace(others, SizeOf(wanted), SizeOf(viewport()->size()))));
-}
-
-/// Large enough for bars to be pointed at.
-void Workspace::Center(QMdiSubWindow& frame) {
-    constexpr double share = 0.6;
-    const QRect area = viewport()->rect();
-    QRect place({}, (QSizeF(area.size()) * share).toSize().expandedTo(frame.sizeHint()).boundedTo(area.size()));
-    place.moveCenter(area.center());
-    frame.setGeometry(place);
-}
-
-void Workspace::Refresh(ResultDocument& document) {
-    if (const auto found = PlaceOf(document); found != Windows.end()) {
-        found->Frame->setWindowTitle(QString::fromStdString(document.Name()));
-        found->View->Refresh();
-    }
-}
-
-void Workspace::Remove(ResultDocument& document) {
-    const auto found = PlaceOf(document);
-    if (found == Windows.end()) {
-        return;
-    }
-    QMdiSubWindow* frame = found->Frame;
-    if (frame == PickedIn && Picking != nullptr) {
-        Picking->Leave();
-    }
-    frame->removeEventFilter(this);
-    Windows.erase(found);
-    removeSubWindow(frame);
-    frame->hide();
-    frame->deleteLater();
-    PlaceTiles();
-    viewport()->update();
-}
-
-=======
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
 /// A bar that is picked stays within its command: the window goes when that has ended.
 void Workspace::Close(QMdiSubWindow& frame) {
     if (Picking != nullptr && &frame == PickedIn) {
@@ -235,44 +168,6 @@ void Workspace::RemoveBars(const DocumentView* except) {
     }
 }
 
-<<<<<<< HEAD
-void Workspace::Tile() {
-    SetTabbed(false);
-    Tiled = true;
-    PlaceTiles();
-}
-
-void Workspace::Cascade() {
-    SetTabbed(false);
-    Tiled = false;
-    cascadeSubWindows();
-}
-
-void Workspace::SetTabbed(bool isTabbed) {
-    Tiled = Tiled && !isTabbed;
-    setViewMode(isTabbed ? TabbedView : SubWindowView);
-}
-
-void Workspace::PlaceTiles() {
-    if (!Tiled || IsPlacing || viewMode() == TabbedView) {
-        return;
-    }
-    std::vector<QMdiSubWindow*> frames;
-    for (const Shown& shown : Windows) {
-        if (IsArrangeable(*shown.Frame) && shown.Frame != Floating) {
-            frames.push_back(shown.Frame);
-        }
-    }
-    IsPlacing = true;
-    const std::vector<WindowPlace> places = TiledPlaces(frames.size(), SizeOf(viewport()->size()));
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        frames[i]->setGeometry(RectangleOf(places[i]));
-    }
-    IsPlacing = false;
-}
-
-=======
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
 void Workspace::SetOptions(const ViewOptions& options) {
     Look = options;
     for (const Shown& shown : Windows) {

@@ -77,11 +77,12 @@ class Workspace : public QMdiArea {
         SubjectKey Subject;  // that the window shows
         bool HasChanged = false;  // what the document holds isn't shown yet
         bool HasGone = false;  // the document has
+        bool ComesToFront = false;
     };
 
     void Add(ResultDocument& document);
     void Place(QMdiSubWindow& frame, const ResultDocument& document);
-    void Note(ResultDocument& document, bool Shown::*what);
+    void Note(const ResultDocument& document, bool Shown::*what);
     void Settle();
     void Refresh(Shown& shown);
     void FollowSubjects();
@@ -95,11 +96,8 @@ class Workspace : public QMdiArea {
     void BrushOnAfterStepUp();
     void PlaceTiles();
     void PaintHint();
-<<<<<<< HEAD
     void Center(QMdiSubWindow& frame);
-=======
     [[nodiscard]] std::optional<QRect> PlaceBefore(const SubjectKey& subject) const;
->>>>>>> d7800e3 (Result windows have plain names, stay with their subjects and are measured)
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const ResultDocument& document) const;
     [[nodiscard]] std::vector<Shown>::const_iterator PlaceOf(const QObject* frame) const;
     void ListWindows(QMenu& menu);

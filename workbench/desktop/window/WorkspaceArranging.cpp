@@ -30,20 +30,33 @@ std::vector<CountedPointer<ResultDocument>> DocumentsOf(Exploration* exploration
 /// What was there before comes back to its place. A graph to be brushed takes the place of the one before it, where the
 /// pointer is; others find a free place.
 void Workspace::Place(QMdiSubWindow& frame, const ResultDocument& document) {
-    if (const auto before = PlaceBefore(SubjectKeyOf(document))) {
+    const auto before = PlaceBefore(SubjectKeyOf(document));
+    if (before && !document.IsBrushable()) {
         return frame.setGeometry(*before);
     }
     std::vector<WindowPlace> others;
     for (const Shown& shown : Windows) {
-        if (document.IsBrushable() && shown.Document->IsBrushable()) {
+        if (document.IsBrushable() && shown.Frame == Floating) {
             return frame.setGeometry(shown.Frame->geometry());
         }
         if (!shown.Frame->isMinimized()) {
             others.push_back(PlaceFrom(shown.Frame->geometry()));
         }
     }
+    if (document.IsBrushable() && Tiled) {
+        return Center(frame);
+    }
     const QSize wanted = frame.sizeHint();
     frame.setGeometry(RectangleOf(FreePlace(others, SizeOf(wanted), SizeOf(viewport()->size()))));
+}
+
+/// Large enough for bars to be pointed at.
+void Workspace::Center(QMdiSubWindow& frame) {
+    constexpr double share = 0.6;
+    const QRect area = viewport()->rect();
+    QRect place({}, (QSizeF(area.size()) * share).toSize().expandedTo(frame.sizeHint()).boundedTo(area.size()));
+    place.moveCenter(area.center());
+    frame.setGeometry(place);
 }
 
 void Workspace::Tile() {
@@ -71,7 +84,7 @@ void Workspace::PlaceTiles() {
     }
     std::vector<QMdiSubWindow*> frames;
     for (const Shown& shown : Windows) {
-        if (IsArrangeable(*shown.Frame)) {
+        if (IsArrangeable(*shown.Frame) && shown.Frame != Floating) {
             frames.push_back(shown.Frame);
         }
     }

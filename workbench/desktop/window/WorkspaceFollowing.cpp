@@ -11,7 +11,7 @@
 
 namespace quillara {
 
-void Workspace::Note(ResultDocument& document, bool Shown::*what) {
+void Workspace::Note(const ResultDocument& document, bool Shown::*what) {
     if (const auto found = PlaceOf(document); found != Windows.end()) {
         Windows[static_cast<std::size_t>(found - Windows.begin())].*what = true;
     }
@@ -27,6 +27,9 @@ void Workspace::Settle() {
     for (Shown& shown : Windows) {
         if (std::exchange(shown.HasChanged, false)) {
             Refresh(shown);
+        }
+        if (std::exchange(shown.ComesToFront, false)) {
+            BringToFront(*shown.Frame);
         }
     }
     if (!went.empty()) {
