@@ -9,8 +9,6 @@
 
 #include <QApplication>
 #include <QProcess>
-#include <QProcessEnvironment>
-#include <QStandardPaths>
 #include <algorithm>
 #include <chrono>
 #include <vector>
