@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -21,6 +22,8 @@
 #include "workbench/desktop/dialogs/ReorderList.h"
 #include "workbench/desktop/dialogs/ReportList.h"
 #include "workbench/desktop/dialogs/ShownControls.h"
+#include "workbench/desktop/window/Appearance.h"
+#include "workbench/desktop/window/OutlinedStyle.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -253,6 +256,40 @@ TEST_F(Dialogs, AccessKeysReachTheButtonsOfThePageThatIsShown) {
     QTest::keyClick(main, Qt::Key_N, Qt::AltModifier);  // down, with what has been typed
     ASSERT_TRUE(isSoon([&] { return !Survey.Main.Model().Present()->Steps().empty(); }));
     EXPECT_EQ(Survey.Main.Model().Present()->Steps().front().Category, "17.5<=x<18.5");
+}
+
+TEST_F(Dialogs, NumbersAreReadInTheNotationOfTheMoment) {
+    Categorize();
+    Click(Survey.Dialog(), StepIntervalsRadio);
+    auto& step = At<QLineEdit>(StepSizeField);
+    const auto type = [&](const char* text) {
+        step.setFocus();
+        step.selectAll();
+        QTest::keyClicks(&step, QString::fromLatin1(text));
+        return Survey.Startup().At(StepSizeField).Number;
+    };
+    EXPECT_EQ(type("2.5"), 2.5);
+    Survey.Main.setLocale(QLocale(QLocale::German));
+    EXPECT_EQ(step.text(), "2,5");
+    EXPECT_EQ(type("3,75"), 3.75);
+}
+
+TEST(OutlinedStyle, BoxesAreSeenInDarkWindows) {
+    OutlinedStyle style;
+    QCheckBox box;
+    QRadioButton radio;
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{&box, &radio}) {
+        button->setStyle(&style);
+        button->setPalette(Appearance::DarkColours());
+        button->resize(button->sizeHint());
+        const QImage picture = button->grab().toImage();
+        const QColor ground = button->palette().color(QPalette::Window);
+        double contrast = 0;
+        for (int x = 0; x < picture.width(); ++x) {
+            contrast = std::max(contrast, ContrastOf(picture.pixelColor(x, picture.height() / 2), ground));
+        }
+        EXPECT_GE(contrast, 3.0);
+    }
 }
 
 TEST(ResultColour, CanBeReadOnAnyBackground) {

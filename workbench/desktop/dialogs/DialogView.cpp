@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QDoubleValidator>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -332,7 +333,20 @@ void DialogView::changeEvent(QEvent* event) {
         }
     } else if (event->type() == QEvent::PaletteChange) {
         Refresh();
+    } else if (event->type() == QEvent::LocaleChange) {
+        TakeNotation();
     }
+}
+
+/// Numbers are read and shown in the notation of the moment.
+void DialogView::TakeNotation() {
+    for (const auto& [control, widget] : Made) {
+        if (control->Kind == ControlKind::RealField) {
+            widget->findChild<QDoubleValidator*>()->setLocale(locale());
+            static_cast<QLineEdit*>(widget)->setModified(false);
+        }
+    }
+    Refresh();
 }
 
 QSize DialogView::sizeHint() const {

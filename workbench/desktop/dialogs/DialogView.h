@@ -73,6 +73,7 @@ class DialogView : public QWidget {
     void Connect(const ControlResource& control, QWidget& widget);
     void ConnectList(int id, QWidget& widget);
     void ConnectField(int id, QWidget& widget);
+    void TakeNotation();
     void EndTyping(QLineEdit& field);
     void Type(int id, const std::string& text);
     void TypeNumber(int id, double number);

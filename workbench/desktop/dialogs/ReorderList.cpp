@@ -11,6 +11,8 @@ namespace quillara {
 ReorderList::ReorderList(QWidget* parent) : QListWidget(parent) {
     setUniformItemSizes(true);
     setVerticalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // a tip shows what is cut
 }
 
 void ReorderList::mousePressEvent(QMouseEvent* event) {

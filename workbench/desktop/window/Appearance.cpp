@@ -12,6 +12,7 @@
 #include <array>
 #include <memory>
 
+#include "workbench/desktop/window/OutlinedStyle.h"
 #include "workbench/desktop/window/Preferences.h"
 
 namespace quillara {
@@ -79,7 +80,9 @@ QLocale NumbersAs(Preferences::Decimals decimals) {
 
 }  // namespace
 
-Appearance::Appearance(QObject* parent) : QObject(parent), OfPlatform(QApplication::palette()) {
+Appearance::Appearance(QObject* parent) : QObject(parent) {
+    QApplication::setStyle(new OutlinedStyle);
+    OfPlatform = QApplication::palette();
     connect(&Preferences::Shared(), &Preferences::changed, this, &Appearance::Apply);
     AskSystem();
     Apply();
