@@ -62,6 +62,9 @@ TEST(HostDialogViews, VariablesAreFoundChosenInNumbersAndMoved) {
         auto& second = *qobject_cast<ReportList*>(view.Find(Lists::SecondList));
         auto& search = dynamic_cast<VariableListsView&>(view).Search();
         EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex genre ");
+        QTest::keyClick(&second, Qt::Key_A, Qt::ControlModifier);  // none is current
+        EXPECT_TRUE(view.Find(Lists::TakeFromSecond)->isEnabled());
+        second.clearSelection();
         QTest::keyClicks(&search, QStringLiteral("household"));
         EXPECT_EQ(NamesIn(view, Lists::AvailableList), "household_size income ");
         Picture(*view.window(), QStringLiteral("variables-searched"));

@@ -116,6 +116,9 @@ void VariableListsView::Refresh() {
         if (ListOf(Dialog::AvailableList).SelectedRows().size() > 1) {
             Find(side.Add)->setEnabled(true);
         }
+        if (!ListOf(side.List).SelectedRows().empty()) {
+            Find(side.Take)->setEnabled(true);
+        }
     }
 }
 
