@@ -22,7 +22,13 @@ void ExplorationModel::Begin(std::shared_ptr<const DataTable> table, ScriptOpeni
         return;
     }
     LeaveStartup();  // before the next one asks for the settings that it keeps
-    auto begun = std::make_unique<Exploration>(std::move(table), std::move(opening), *this, Settings);
+    std::unique_ptr<Exploration> begun;
+    try {
+        begun = std::make_unique<Exploration>(std::move(table), std::move(opening), *this, Settings);
+    } catch (...) {
+        emit changed();  // the old one has been left
+        throw;
+    }
     End();
     Explored = std::move(begun);
     Past = {};
