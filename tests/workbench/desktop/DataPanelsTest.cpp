@@ -214,6 +214,7 @@ TEST_F(DataPanelsTest, ATableThatIsMadeIsSavedBeforeItIsLost) {
     QApplication::processEvents();
     ASSERT_EQ(Panels->MadeTables().size(), 1U);
     MadeTableWindow& made = *Panels->MadeTables().front();
+    EXPECT_EQ(made.windowTitle(), "Cases that remain 1 of survey (not saved)");
     Picture(Main, "/made-table.png");
     EXPECT_FALSE(Main.close());  // kept
     EXPECT_FALSE(Main.close());  // can't be written there

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -37,6 +38,10 @@ class ScriptPanelsTest : public testing::Test {
         Panels->ScriptPanel().raise();
         Scripts.SetAnswers({[this](QWidget*, const QString& suggested) { return Folder.filePath(suggested); },
                             [this](QWidget*) { return Folder.filePath("other.py"); }});
+        Main.Model().SetAnswers({{}, {}, {}, [this](const QString&, const QString&) {
+                                     ++Asked;
+                                     return Drops;
+                                 }});
     }
     void SetUp() override {
         if (!std::filesystem::exists(testing_locations::Library("python/quillara"))) {
@@ -70,6 +75,8 @@ class ScriptPanelsTest : public testing::Test {
     }
 
     QTemporaryDir Folder;
+    int Asked = 0;
+    bool Drops = true;
     MainWindow Main{nullptr};
     ScriptPanels* Panels = Main.findChild<ScriptPanels*>();
     ScriptView& Scripts = Panels->Script();
@@ -115,6 +122,21 @@ TEST_F(ScriptPanelsTest, AFaultIsShownAtItsLineAndARunCanBeStopped) {
     EXPECT_TRUE(Scripts.Output().contains("other.py\", line 4"));
     EXPECT_EQ(Scripts.findChild<QLabel*>("scriptState")->text(), "The script has failed at line 4.");
     Picture("/script-fault.png");
+    auto& text = *Scripts.findChild<QPlainTextEdit*>("scriptText");
+    text.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&text, "print('mended')");
+    text.find("nowhere", QTextDocument::FindBackward);
+    text.textCursor().insertText("survey");
+    EXPECT_FALSE(text.isReadOnly());
+    RunToEnd();  // what stands there, not the file that it came from
+    EXPECT_TRUE(Scripts.Output().contains("survey.sav"));
+    Drops = false;
+    Click("openScript");
+    EXPECT_TRUE(Scripts.Text().endsWith("print('mended')"));
+    Click("saveScript");
+    Click("openScript");  // nothing would be lost: nobody is asked
+    EXPECT_EQ(Asked, 1);
+    Drops = true;
     OpenScript("import time\nprint('waits', flush=True)\ntime.sleep(1000)\n");
     Click("runScript");
     ASSERT_TRUE(QTest::qWaitFor([&] { return Scripts.Output().contains("waits"); }, Patience));

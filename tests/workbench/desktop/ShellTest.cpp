@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QDropEvent>
@@ -27,11 +28,13 @@
 #include <map>
 #include <set>
 
+#include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/window/Appearance.h"
 #include "workbench/desktop/window/CommandSearch.h"
+#include "workbench/desktop/window/GuideBar.h"
 #include "workbench/desktop/window/LongWork.h"
 #include "workbench/desktop/window/MainWindow.h"
 #include "workbench/desktop/window/Preferences.h"
@@ -43,6 +46,8 @@
 #include "workbench/desktop/window/TipTour.h"
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
+#include "workbench/dialogs/CaseSelectionDialog.h"
+#include "workbench/windows/Window.h"
 
 namespace quillara {
 namespace {
@@ -265,7 +270,7 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
         Click(panel->findChild<QPushButton*>());
     });
     QElapsedTimer clock;
-    for (clock.start(); clock.elapsed() < 290;) {
+    for (clock.start(); cancelled == 0 && clock.elapsed() < 60'000;) {
         Main.Work().Advance(static_cast<int>(clock.elapsed() / 5));
         QTest::qSleep(1);
     }
@@ -375,6 +380,55 @@ TEST_F(Shell, TheTourHasSixTipsAndIsPutAwayForGood) {
     note();
     EXPECT_THAT(titles, testing::ElementsAre("Open your data", "Look at everything first", "Drill down",
                                              "Go back from anywhere"));
+}
+
+TEST_F(Shell, ResultsThatASelectionLeavesBehindAreTold) {
+    const auto select = [&](const char* formula) {
+        Main.Model().Present()->Press(SelectCasesButton, [formula](Window& dialog) {
+            dialog.Click(CaseSelectionDialog::SelectedCases);
+            dialog.Type(CaseSelectionDialog::Formula, formula);
+            dialog.Click(OkCommand);
+        });
+    };
+    auto& guide = *Main.findChild<GuideBar*>();
+    OpenSurvey();
+    Click(&Button("guideFirst"));
+    EXPECT_FALSE(guide.isVisible());
+    select("age > 60");
+    EXPECT_TRUE(guide.isVisible());
+    EXPECT_FALSE(Button("guideFirst").isVisible());
+    Picture("user12-old-results.png");
+    Down("sex", "Female");
+    EXPECT_FALSE(guide.isVisible());
+    Up("sex");
+    EXPECT_FALSE(guide.isVisible());  // they have followed
+    select("age > 70");
+    EXPECT_TRUE(guide.isVisible());
+    Main.Results().CloseAll();
+    QApplication::processEvents();
+    EXPECT_TRUE(Button("guideFirst").isVisible());  // again what comes next
+}
+
+TEST_F(Shell, TheResultInFrontIsInTheFileMenu) {
+    auto* menu = Main.findChild<QMenu*>(QStringLiteral("resultMenu"));
+    OpenSurvey();
+    EXPECT_FALSE(menu->isEnabled());
+    Click(&Button("guideFirst"));
+    const auto all = Main.Model().Present()->Documents().size();
+    QStringList texts;
+    for (const QAction* action : menu->actions()) {
+        texts.append(action->text().remove('&'));
+    }
+    EXPECT_THAT(texts, testing::IsSupersetOf({"Copy", "Save as...", "Print..."}));
+    QApplication::clipboard()->clear();
+    menu->actions().front()->trigger();
+    EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasImage());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Main));
+    QTest::keyClick(&Main, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(Main.Model().Present()->Documents().size(), all - 1);
+    EXPECT_TRUE(menu->isEnabled());
+    Main.Results().CloseAll();
+    EXPECT_FALSE(menu->isEnabled());
 }
 
 TEST_F(Shell, TheWindowFitsItsScreen) {

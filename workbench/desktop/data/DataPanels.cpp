@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QEvent>
+#include <QFileInfo>
 #include <QMenu>
 #include <QVBoxLayout>
 #include <utility>
@@ -14,6 +15,14 @@
 #include "workbench/desktop/window/Workspace.h"
 
 namespace quillara {
+namespace {
+
+/// A table that is made says what of: its file may be open no longer.
+QString BaseName(const DataTable& table) {
+    return QFileInfo(QString::fromStdString(table.FileName)).completeBaseName();
+}
+
+}  // namespace
 
 DataPanels::DataPanels(MainWindow& window)
     : QObject(&window),
@@ -29,12 +38,14 @@ DataPanels::DataPanels(MainWindow& window)
     window.installEventFilter(this);
     connect(&Dictionary->Model(), &VariableModel::tableEdited, this,
             [this](const std::shared_ptr<const DataTable>& table) {
-                ShowMade(table, tr("Edited table %1").arg(++Edited));
+                ShowMade(table, tr("Edited table %1 of %2").arg(++Edited).arg(BaseName(*table)));
             });
     connect(&window.Model(), &ExplorationModel::tableMade, this, [this](const std::shared_ptr<const DataTable>& table) {
-        // The command that has made it still runs.
-        QMetaObject::invokeMethod(
-            this, [this, table] { ShowMade(table, tr("Cases that remain %1").arg(++Made)); }, Qt::QueuedConnection);
+        const QString source = BaseName(Window.Model().Present()->Table());
+        const auto show = [this, table, source] {
+            ShowMade(table, tr("Cases that remain %1 of %2").arg(++Made).arg(source));
+        };
+        QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);  // the command that has made it still runs
     });
 }
 

@@ -50,7 +50,11 @@ Outcome Write(const DataTable& table, const std::string& path, const std::functi
 
 SavingAnswers AnswersOfUser() {
     const auto choosePath = [](QWidget* parent, const QString& suggested) {
-        return QFileDialog::getSaveFileName(parent, Text("Save table"), suggested, FiltersOfWrittenFiles());
+        const QStringList filters = FiltersOfWrittenFiles().split(QStringLiteral(";;"));
+        const auto own = filters.filter(QStringLiteral("*.%1)").arg(QFileInfo(suggested).suffix()));
+        QString filter = own.value(0, filters.front());
+        return QFileDialog::getSaveFileName(parent, Text("Save table"), suggested, filters.join(QStringLiteral(";;")),
+                                            &filter);
     };
     const auto tell = [](QWidget* parent, const QString& text) {
         QMessageBox::information(parent, Text("Save table"), text);

@@ -30,7 +30,9 @@ ValueLabelsDialog::ValueLabelsDialog(const QString& variable, std::vector<Edited
         Fields->setItem(row, LabelColumn, new QTableWidgetItem(QString::fromStdString(value.Texts.Label)));
         Fields->setItem(row, DescriptionColumn, new QTableWidgetItem(QString::fromStdString(value.Texts.Description)));
     }
-    Fields->resizeColumnsToContents();
+    Fields->resizeColumnToContents(0);
+    Fields->horizontalHeader()->setSectionResizeMode(LabelColumn, QHeaderView::Stretch);
+    Fields->setCurrentCell(0, LabelColumn);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -25,6 +25,11 @@ VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new 
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
     connect(this, &QAbstractItemView::activated, this, &VariableView::EditValues);
+    connect(Variables, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
+        if (first.column() == VariableModel::Label) {
+            FitColumn(VariableModel::Label);
+        }
+    });
     connect(&Variables->Summarizing(), &BackgroundWork::ended, this, [this] {
         if (!Variables->Summarizing().IsRunning()) {
             FitColumns();
@@ -76,11 +81,14 @@ void VariableView::EditValues(const QModelIndex& field) {
 }
 
 void VariableView::FitColumns() {
-    resizeColumnsToContents();
-    const int widest = fontMetrics().averageCharWidth() * WidestInCharacters;
     for (int column = 0; column < VariableModel::ColumnCount; ++column) {
-        setColumnWidth(column, std::min(columnWidth(column), widest));
+        FitColumn(column);
     }
+}
+
+void VariableView::FitColumn(int column) {
+    resizeColumnToContents(column);
+    setColumnWidth(column, std::min(columnWidth(column), fontMetrics().averageCharWidth() * WidestInCharacters));
 }
 
 }  // namespace quillara

@@ -26,6 +26,7 @@ class VariableView : public QTableView {
   private:
     void Refresh(ExplorationModel& model);
     void FitColumns();
+    void FitColumn(int column);
     void EditValues(const QModelIndex& field);
 
     VariableModel* Variables;

@@ -24,13 +24,21 @@ namespace {
 
 constexpr int MostLines = 50'000;  // of output
 
+/// What can't be edited can be copied yet.
+void LetEdit(QPlainTextEdit& text, bool isEdited) {
+    text.setReadOnly(!isEdited);
+    if (!isEdited) {
+        text.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+}
+
 QPlainTextEdit* MakeText(const QString& name, const QString& title, const QString& hint, QWidget* parent) {
     auto* text = new QPlainTextEdit(parent);
     text->setObjectName(name);
     text->setAccessibleName(title);
     text->setPlaceholderText(hint);
-    text->setReadOnly(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text->setTabChangesFocus(true);
+    LetEdit(*text, false);
     text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
     return text;
@@ -63,7 +71,7 @@ ScriptView::ScriptView(ExplorationModel& model, QWidget* parent)
       Answering(AnswersOfUser()),
       Runner(new PythonProcess(this)),
       Script(MakeText(QStringLiteral("scriptText"), tr("Script"),
-                      tr("Record, and what you do stands here as a Python script."), this)),
+                      tr("Record, and what you do stands here as a Python script. Or write one."), this)),
       Printed(MakeText(QStringLiteral("scriptOutput"), tr("Output"), tr("What the script prints"), this)) {
     setObjectName(QStringLiteral("scriptView"));
     setFocusProxy(Script);
@@ -77,6 +85,7 @@ ScriptView::ScriptView(ExplorationModel& model, QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(MakeBar());
     layout->addWidget(parts);
+    connect(Script, &QPlainTextEdit::textChanged, this, &ScriptView::ShowState);
     connect(&model, &ExplorationModel::replaced, this, &ScriptView::StopRecording);
     connect(&model, &ExplorationModel::changed, this, &ScriptView::Follow);
     connect(Runner, &QProcess::readyReadStandardOutput, this,
@@ -136,8 +145,14 @@ QString ScriptView::Output() const {
     return Printed->toPlainText();
 }
 
+/// What has been typed is lost with another text.
+bool ScriptView::MayReplace() const {
+    return !Script->document()->isModified() ||
+           Model.Confirm(tr("The script has been edited and isn't saved."), tr("&Drop the edits"));
+}
+
 void ScriptView::Record() {
-    if (Model.IsBusy()) {
+    if (Model.IsBusy() || !MayReplace()) {
         return;
     }
     Recording = Model.Do([this](Exploration& exploration) {
@@ -153,7 +168,7 @@ void ScriptView::StopRecording() {
 }
 
 void ScriptView::ShowSoFar() {
-    if (!Model.IsBusy()) {
+    if (!Model.IsBusy() && MayReplace()) {
         Model.Do([this](Exploration& exploration) { SetText(TextOfScript(exploration)); });
     }
     ShowState();
@@ -192,12 +207,13 @@ bool ScriptView::Save() {
         return false;
     }
     File = path;
+    Script->document()->setModified(false);
     ShowState();
     return true;
 }
 
 bool ScriptView::Open() {
-    const QString path = Answering.ChooseToOpen(this);
+    const QString path = MayReplace() ? Answering.ChooseToOpen(this) : QString();
     QFile file(path);
     if (path.isEmpty()) {
         return false;
@@ -213,12 +229,12 @@ bool ScriptView::Open() {
     return true;
 }
 
-/// A text that stands in no file is run from one that goes with this program.
+/// A text that stands in no file as it is, is run from one that goes with this program.
 void ScriptView::Run() {
     if (Runner->IsRunning() || Text().isEmpty()) {
         return;
     }
-    RunFile = File;
+    RunFile = Script->document()->isModified() ? QString() : File;
     if (RunFile.isEmpty()) {
         RunFile = Temporary.filePath(QStringLiteral("recorded.py"));
         if (!Temporary.isValid() || !WriteText(RunFile, Text())) {
@@ -253,6 +269,9 @@ void ScriptView::ShowEnd(int status, QProcess::ExitStatus how) {
     if (line) {
         MarkLine(*line);
     }
+    if (!isFine) {  // its last line says why
+        Printed->verticalScrollBar()->setValue(Printed->verticalScrollBar()->maximum());
+    }
     State->setText(isFine ? tr("The script has ended.")
                    : line ? tr("The script has failed at line %1.").arg(*line)
                           : tr("The script has been stopped or has failed."));
@@ -281,9 +300,11 @@ void ScriptView::ShowState() {
     SaveButton->setEnabled(hasText);
     RunButton->setEnabled(hasText && !Recording && !Runner->IsRunning());
     StopRunButton->setEnabled(Runner->IsRunning());
+    LetEdit(*Script, !Recording && !Runner->IsRunning());
+    const bool isEdited = Script->document()->isModified();
     State->setText(Recording             ? tr("Recording...")
                    : Runner->IsRunning() ? tr("Running...")
-                   : File.isEmpty()      ? QString()
+                   : isEdited            ? tr("%1 (edited)").arg(QFileInfo(File).fileName()).trimmed()
                                          : QFileInfo(File).fileName());
 }
 

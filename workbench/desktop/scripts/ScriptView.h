@@ -51,6 +51,7 @@ class ScriptView : public QWidget {
     void SaveByButton() { Save(); }
     void OpenByButton() { Open(); }
     void StopRun();
+    [[nodiscard]] bool MayReplace() const;
     void ShowState();
     void Follow();
     void SetText(const QString& text);

@@ -33,7 +33,7 @@ constexpr auto Steps = std::to_array<MenuRow>({
     {WeightButton,         QT_TRANSLATE_NOOP("ExploreMenu", "&Weight..."),                "Ctrl+Shift+W",    QT_TRANSLATE_NOOP("ExploreMenu", "Choose a variable that weights the cases")},
     {AutoUpdateBox,        QT_TRANSLATE_NOOP("ExploreMenu", "&Auto-update all results"),  "Ctrl+U",          QT_TRANSLATE_NOOP("ExploreMenu", "Results are replaced in place after each step")},
     {0, "", "", ""},
-    {SaveDataButton,       QT_TRANSLATE_NOOP("ExploreMenu", "Save the &cases that remain"), "Ctrl+Shift+R",  QT_TRANSLATE_NOOP("ExploreMenu", "Make a data table of the cases that the steps leave")},
+    {SaveDataButton,       QT_TRANSLATE_NOOP("ExploreMenu", "Save the &cases that remain"), "Ctrl+Shift+R",  QT_TRANSLATE_NOOP("ExploreMenu", "Make a data table of the cases that the steps leave, with the variables that are chosen")},
 });
 constexpr auto Results = std::to_array<MenuRow>({
     {SummaryButton,        QT_TRANSLATE_NOOP("ExploreMenu", "&Summary of steps"),         "Alt+1",          QT_TRANSLATE_NOOP("ExploreMenu", "A table of the steps taken")},

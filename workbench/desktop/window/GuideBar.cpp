@@ -12,6 +12,18 @@
 #include "workbench/windows/Window.h"
 
 namespace quillara {
+namespace {
+
+/// What results are made of before the first step: how many cases, and how they are weighted.
+QString BaseOf(Exploration& exploration) {
+    const SubsetSize selected = exploration.Selected().value_or(SubsetSize());
+    return QStringLiteral("%1 %2 %3")
+        .arg(selected.Cases)
+        .arg(selected.Weight.value_or(0.0))
+        .arg(QString::fromStdString(exploration.WeightName().value_or(std::string())));
+}
+
+}  // namespace
 
 GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     : QFrame(parent),
@@ -39,10 +51,13 @@ GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     layout->addWidget(away);
     connect(away, &QToolButton::clicked, this, [this] {
         IsPutAway = true;
+        BaseOfResults = BaseOf(*Model.Present());
         hide();
     });
     connect(&model, &ExplorationModel::replaced, this, &GuideBar::Begin);
     connect(&model, &ExplorationModel::changed, this, &GuideBar::Refresh);
+    connect(
+        &model, &ExplorationModel::documentWent, this, [this] { Refresh(); }, Qt::QueuedConnection);
     hide();
 }
 
@@ -53,7 +68,15 @@ void GuideBar::Begin() {
 
 void GuideBar::Refresh() {
     Exploration* exploration = Model.Present();
-    if (exploration == nullptr || exploration->HasEnded() || IsPutAway || !exploration->Documents().empty()) {
+    if (exploration == nullptr || exploration->HasEnded()) {
+        hide();
+        return;
+    }
+    if (HasOldResults(*exploration)) {
+        TellOfOldResults();
+        return;
+    }
+    if (IsPutAway || !exploration->Documents().empty()) {
         hide();
         return;
     }
@@ -65,6 +88,24 @@ void GuideBar::Refresh() {
     First->disconnect(this);
     Second->disconnect(this);
     hasVariables ? AskForResults() : AskForVariables();
+    First->show();
+    Second->show();
+    show();
+}
+
+/// Another selection or weight leaves results that follow the steps as they are.
+bool GuideBar::HasOldResults(Exploration& exploration) {
+    if (exploration.Documents().empty() || !exploration.Steps().empty()) {
+        BaseOfResults = BaseOf(exploration);
+        return false;
+    }
+    return exploration.At(AutoUpdateBox).Checked && BaseOf(exploration) != BaseOfResults;
+}
+
+void GuideBar::TellOfOldResults() {
+    Text->setText(tr("The open results show the cases and the weight of before; they follow at the next step."));
+    First->hide();
+    Second->hide();
     show();
 }
 
@@ -74,9 +115,9 @@ void GuideBar::AskForVariables() {
         table.Variables.size() == 1 ? tr("1 variable") : tr("%1 variables").arg(table.Variables.size());
     Text->setText(tr("%1: %2 cases, %3.")
                       .arg(QString::fromStdString(table.FileName), QLocale().toString(table.Cases), variables));
-    First->setText(tr("E&xplore all variables"));
+    First->setText(tr("Explore &all variables"));
     First->setToolTip(tr("Takes every variable as its content suggests, and shows what they look like"));
-    Second->setText(tr("Choose &variables..."));
+    Second->setText(tr("C&hoose variables..."));
     Second->setToolTip(tr("Choose the variables that you are curious about"));
     connect(First, &QPushButton::clicked, this, &GuideBar::allAsked);
     connect(Second, &QPushButton::clicked, this, [this] {
@@ -92,9 +133,10 @@ void GuideBar::AskForResults() {
                 [this, id] { Model.Do([id](Exploration& now) { now.Press(id); }); });
     };
     Text->setText(tr("Now look at them, or choose one in the list and press Down."));
-    First->setText(tr("Show &histograms"));
-    First->setToolTip(tr("A bar for each category, a chart for each variable; the bars can be clicked"));
-    Second->setText(tr("Show &frequency tables"));
+    First->setText(tr("Show h&istograms"));
+    First->setToolTip(
+        tr("A bar for each category, a chart for each variable; the right button on a bar keeps its cases"));
+    Second->setText(tr("Show frequency &tables"));
     Second->setToolTip(tr("How many cases each category has, a table for each variable"));
     press(First, HistogramsButton);
     press(Second, FrequenciesButton);

@@ -7,6 +7,7 @@ class QPushButton;
 
 namespace quillara {
 
+class Exploration;
 class ExplorationModel;
 
 /// Offers what comes next to whoever has just opened data: the variables, then the first results. It goes once there
@@ -27,11 +28,14 @@ class GuideBar : public QFrame {
     void Refresh();
     void AskForVariables();
     void AskForResults();
+    [[nodiscard]] bool HasOldResults(Exploration& exploration);
+    void TellOfOldResults();
 
     ExplorationModel& Model;
     QLabel* Text;
     QPushButton* First;
     QPushButton* Second;
+    QString BaseOfResults;
     bool IsPutAway = false;
 };
 

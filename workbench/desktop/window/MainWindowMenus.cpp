@@ -2,12 +2,14 @@
 
 #include <QCoreApplication>
 #include <QDockWidget>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QShortcut>
 #include <QToolBar>
 
 #include "resources/ControlIds.h"
+#include "workbench/desktop/results/DocumentView.h"
 #include "workbench/desktop/window/CommandSearch.h"
 #include "workbench/desktop/window/ExploreMenu.h"
 #include "workbench/desktop/window/MainWindow.h"
@@ -57,6 +59,18 @@ void MainWindow::AddFileMenu() {
                 Explored->End();
             }
         });
+    });
+    file.addSeparator();
+    QMenu* result = file.addMenu(tr("Result in &front"));
+    result->setObjectName(QStringLiteral("resultMenu"));
+    result->setEnabled(false);
+    connect(Area, &QMdiArea::subWindowActivated, result, [result](const QMdiSubWindow* front) {
+        const auto* view = front == nullptr ? nullptr : qobject_cast<DocumentView*>(front->widget());
+        result->clear();
+        result->setEnabled(view != nullptr);
+        if (view != nullptr) {
+            result->addActions(view->actions());
+        }
     });
     file.addSeparator();
     file.addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);

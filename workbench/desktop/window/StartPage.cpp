@@ -55,7 +55,7 @@ StartPage::StartPage(QWidget* parent)
     auto* open =
         Link(tr("&Open a file..."), tr("Statistical files, delimited text, workbooks and more"), "openFile", content);
     auto* sample =
-        Link(tr("Try the &sample survey"), tr("2,000 people: their work, income and reading"), "openSample", content);
+        Link(tr("Try the sa&mple survey"), tr("2,000 people: their work, income and reading"), "openSample", content);
     sample->setVisible(!Sample().isEmpty());
     AddLeft(*column);
     column->addWidget(open);
@@ -76,7 +76,7 @@ StartPage::StartPage(QWidget* parent)
 
 void StartPage::AddLeft(QVBoxLayout& column) {
     GoOn = Link(QString(), QString(), "goOn", Left);
-    auto* forget = new QPushButton(tr("&Forget it"), Left);
+    auto* forget = new QPushButton(tr("Forge&t it"), Left);
     forget->setObjectName(QStringLiteral("forgetLeft"));
     forget->setToolTip(tr("Don't offer this session again"));
     auto* row = new QHBoxLayout(Left);

@@ -46,7 +46,7 @@ TipTour::TipTour(QWidget* window)
       Title(new QLabel(this)),
       Text(new QLabel(this)),
       Place(new QLabel(this)),
-      ForGood(new QCheckBox(tr("Don't show at the &start"), this)),
+      ForGood(new QCheckBox(tr("Don't show &at the start"), this)),
       Back(new QPushButton(tr("&Back"), this)),
       On(new QPushButton(this)) {
     setObjectName(QStringLiteral("tour"));
@@ -62,7 +62,7 @@ TipTour::TipTour(QWidget* window)
     Text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     Text->setFixedWidth(fontMetrics().averageCharWidth() * 52);
     Text->setMinimumHeight(fontMetrics().lineSpacing() * 4);
-    auto* close = new QPushButton(tr("&Close"), this);
+    auto* close = new QPushButton(tr("C&lose"), this);
     ForGood->setToolTip(tr("The Help menu shows the tips again"));
     for (QPushButton* button : {Back, On, close}) {
         button->setAccessibleDescription(tr("Tips"));

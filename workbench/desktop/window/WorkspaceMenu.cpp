@@ -10,6 +10,18 @@
 #include "workbench/desktop/window/Workspace.h"
 
 namespace quillara {
+namespace {
+
+/// The same key in the menu of each window would be nobody's.
+void LeaveKeysToMenus(const QMdiSubWindow* front) {
+    if (front != nullptr && front->systemMenu() != nullptr) {
+        for (QAction* action : front->systemMenu()->actions()) {
+            action->setShortcuts(QList<QKeySequence>());
+        }
+    }
+}
+
+}  // namespace
 
 void Workspace::FillMenu(QMenu& menu) {
     QAction* tile = menu.addAction(tr("&Tile"), QKeySequence(QStringLiteral("Ctrl+Shift+T")), this, &Workspace::Tile);
@@ -22,6 +34,8 @@ void Workspace::FillMenu(QMenu& menu) {
     menu.addAction(tr("&Previous result"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), this,
                    &QMdiArea::activatePreviousSubWindow);
     QAction* report = menu.addAction(tr("&Report of results..."), this, &Workspace::MakeReport);
+    menu.addAction(tr("C&lose result"), QKeySequence(QStringLiteral("Ctrl+W")), this, &QMdiArea::closeActiveSubWindow);
+    connect(this, &QMdiArea::subWindowActivated, this, &LeaveKeysToMenus);
     QAction* close = menu.addAction(tr("Close &all"), this, &Workspace::CloseAll);
     menu.addSeparator();
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu, tabs, report, close] {
