@@ -46,6 +46,19 @@ OpenDataDialog::OpenDataDialog(MessageQueue& queue, Tables tables, Tell tell)
     Update();
 }
 
+std::shared_ptr<const DataTable> OpenDataDialog::OpenFile(const std::string& path) {
+    if (path.empty()) {
+        throw UsageError("Give the path of a data file.");
+    }
+    if (path != Read.FilePath) {
+        return std::make_shared<DataTable>(ReadDataFile(path));
+    }
+    if (Read.Table == nullptr) {
+        throw DataError(Read.Failure);
+    }
+    return Read.Table;
+}
+
 std::shared_ptr<const DataTable> OpenDataDialog::Open() {
     if (At(FromRun).Checked) {
         const ReportRow* selected = SelectedRow(At(TableList));
@@ -54,15 +67,14 @@ std::shared_ptr<const DataTable> OpenDataDialog::Open() {
         }
         return OfRun[static_cast<std::size_t>(NumberOf(*selected))];
     }
-    const std::string& path = At(Path).Text;
-    if (path.empty()) {
-        throw UsageError("Give the path of a data file.");
-    }
-    return std::make_shared<DataTable>(ReadDataFile(path));
+    return OpenFile(At(Path).Text);
 }
 
 void OpenDataDialog::Accept() {
     Table = Open();
+    if (Table != Read.Table) {
+        Read = {};
+    }
 }
 
 void OpenDataDialog::Update() {

@@ -154,5 +154,8 @@ int CAnalysisDialog::OpenOrvFile() {
         return 0;
     }
     TableOf(document).Exchange(dialog.Opened());
+    for (const quillara::Remark& remark : dialog.Remarks()) {
+        quillara::Notice(document, remark);
+    }
     return 1;
 }

@@ -5,11 +5,13 @@
 
 #include <QApplication>
 #include <QCompleter>
+#include <QFile>
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/WindowMessages.h"
@@ -22,6 +24,7 @@
 #include "workbench/desktop/dialogs/SmallHostViews.h"
 #include "workbench/desktop/dialogs/VariableListsView.h"
 #include "workbench/desktop/window/RecentFiles.h"
+#include "workbench/desktop/window/RemarkBar.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
@@ -166,7 +169,23 @@ TEST(HostDialogViews, WeightBoundariesAndDataAreChosen) {
         QTest::keyClick(view.Find(OpenDataDialog::Path), Qt::Key_Return);
     });
     EXPECT_EQ(survey.Main.Model().Present()->Table().FileName, "orders.csv");
-    EXPECT_TRUE(RecentFiles::All().front().endsWith(QStringLiteral("orders.csv")));
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("amounts.csv")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("amount\n\"1,234\"\n\"2,345\"\n") > 0);
+    file.close();
+    const std::size_t remarks = survey.Main.Remarks().All().size();
+    survey.InModal(OpenDataButton, [&](DialogView& view) {
+        auto* path = qobject_cast<QLineEdit*>(view.Find(OpenDataDialog::Path));
+        for (const char* name : {"nowhere.csv", "amounts.csv"}) {  // the dialog stays open for another path
+            path->setText(folder.filePath(QString::fromLatin1(name)));
+            QTest::keyClick(path, Qt::Key_Return);
+        }
+    });
+    ASSERT_EQ(survey.Said.size(), 1U);
+    EXPECT_THAT(survey.Said.front(), testing::HasSubstr("nowhere.csv"));
+    EXPECT_EQ(survey.Main.Model().Present()->Table().FileName, "amounts.csv");
+    EXPECT_GT(survey.Main.Remarks().All().size(), remarks);  // of how its numbers were read
+    EXPECT_TRUE(RecentFiles::All().front().endsWith(QStringLiteral("amounts.csv")));
 }
 
 }  // namespace

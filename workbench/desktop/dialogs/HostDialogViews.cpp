@@ -8,6 +8,7 @@
 #include "workbench/desktop/dialogs/VariableListsView.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/DialogIds.h"
+#include "workbench/dialogs/OpenDataDialog.h"
 
 namespace quillara {
 
@@ -17,8 +18,6 @@ DialogView* MakeDialogView(Window& window, DialogView::Act act, QWidget* parent)
             return new VariableListsView(window, std::move(act), parent);
         case WeightDialogId:
             return new WeightView(window, std::move(act), parent);
-        case OpenDataDialogId:
-            return new OpenDataView(window, std::move(act), parent);
         case OrderDialog:
             return new OrderView(window, std::move(act), parent);
         case BoundariesDialog:
@@ -28,6 +27,9 @@ DialogView* MakeDialogView(Window& window, DialogView::Act act, QWidget* parent)
     }
     if (const auto* cases = dynamic_cast<const CaseSelectionDialog*>(window.Shows())) {
         return new CaseSelectionView(window, *cases, std::move(act), parent);
+    }
+    if (auto* data = dynamic_cast<OpenDataDialog*>(window.Shows())) {
+        return new OpenDataView(window, *data, std::move(act), parent);
     }
     return new DialogView(window, std::move(act), parent);
 }

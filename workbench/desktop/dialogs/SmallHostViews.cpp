@@ -18,7 +18,10 @@
 #include "workbench/desktop/dialogs/MarkIcons.h"
 #include "workbench/desktop/dialogs/ReportList.h"
 #include "workbench/desktop/dialogs/RowSearch.h"
+#include "workbench/desktop/window/FileReading.h"
+#include "workbench/desktop/window/LongWork.h"
 #include "workbench/desktop/window/RecentFiles.h"
+#include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/dialogs/WeightDialog.h"
 #include "workbench/exploration/BoundaryPreview.h"
@@ -69,7 +72,8 @@ void WeightView::Refresh() {
     }
 }
 
-OpenDataView::OpenDataView(Window& window, Act act, QWidget* parent) : DialogView(window, std::move(act), parent) {
+OpenDataView::OpenDataView(Window& window, OpenDataDialog& dialog, Act act, QWidget* parent)
+    : DialogView(window, std::move(act), parent), Dialog(dialog) {
     auto* path = static_cast<QLineEdit*>(Find(OpenDataDialog::Path));
     auto* files = new QFileSystemModel(this);
     files->setRootPath(QString());
@@ -121,8 +125,28 @@ QListWidget* OpenDataView::ListRecent() {
     return list;
 }
 
+/// False: the user has cancelled it.
+bool OpenDataView::ReadFirst() {
+    const std::string& path = TheWindow()->At(OpenDataDialog::Path).Text;
+    if (path.empty() || !TheWindow()->At(OpenDataDialog::FromFile).Checked) {
+        return true;
+    }
+    WorkPanel panel(window());
+    LongWork work(panel);
+    TableReading::Outcome read = ReadWhileAlive(QString::fromStdString(path), work);
+    const bool isDone = read.Table != nullptr || !read.Failure.empty();
+    if (isDone) {
+        Dialog.Offer({path, std::move(read.Table), std::move(read.Remarks), std::move(read.Failure)});
+    }
+    return isDone;
+}
+
 /// A file that has been opened is remembered.
 void OpenDataView::Click(int id) {
+    Commit();
+    if (id == OkCommand && TheWindow() != nullptr && !ReadFirst()) {
+        return;
+    }
     DialogView::Click(id);
     Window* window = TheWindow();
     if (window != nullptr && window->CloseResult() == OkCommand && window->At(OpenDataDialog::FromFile).Checked) {

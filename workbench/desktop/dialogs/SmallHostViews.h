@@ -7,6 +7,7 @@ class QListWidget;
 
 namespace quillara {
 
+class OpenDataDialog;
 class RowSearch;
 
 /// The weight dialog, with a search over the variables.
@@ -22,12 +23,13 @@ class WeightView : public DialogView {
     RowSearch* Sought = nullptr;
 };
 
-/// The dialog that opens data, with a file chooser, the files opened last, and paths completed as they are typed.
+/// The dialog that opens data, with a file chooser, the files opened last, and paths completed as they are typed. While
+/// a file is read the dialog lives, and the user can cancel.
 class OpenDataView : public DialogView {
     Q_OBJECT
 
   public:
-    OpenDataView(Window& window, Act act, QWidget* parent);
+    OpenDataView(Window& window, OpenDataDialog& dialog, Act act, QWidget* parent);
 
     void Refresh() override;
 
@@ -36,9 +38,11 @@ class OpenDataView : public DialogView {
 
   private:
     [[nodiscard]] QListWidget* ListRecent();
+    [[nodiscard]] bool ReadFirst();
     void Browse();
     void Open(const QString& path);
 
+    OpenDataDialog& Dialog;
     QWidget* Chooser = nullptr;  // the button
     QListWidget* Recent = nullptr;
 };
