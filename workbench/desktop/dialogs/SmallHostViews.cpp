@@ -1,7 +1,9 @@
 #include "workbench/desktop/dialogs/SmallHostViews.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -79,6 +81,14 @@ OpenDataView::OpenDataView(Window& window, OpenDataDialog& dialog, Act act, QWid
     files->setRootPath(QString());
     auto* completer = new QCompleter(files, this);
     path->setCompleter(completer);
+    // With nothing left to complete, Return opens the file.
+    const auto hideOffers = [path, completer] {
+        if (QFileInfo(path->text()).isFile()) {
+            completer->popup()->hide();
+        }
+    };
+    connect(path, &QLineEdit::textEdited, this, hideOffers, Qt::QueuedConnection);
+    connect(files, &QFileSystemModel::directoryLoaded, this, hideOffers, Qt::QueuedConnection);
     path->setMinimumWidth(60 * fontMetrics().averageCharWidth());
     auto* browse = new QPushButton(MarkIcon("`"), tr("&Browse..."), this);
     browse->setToolTip(tr("Chooses a data file among those of this computer"));
