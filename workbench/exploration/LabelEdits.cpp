@@ -1,5 +1,9 @@
 #include "workbench/exploration/LabelEdits.h"
 
+#include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/exploration/KindChange.h"
+
 namespace quillara {
 namespace {
 
@@ -31,9 +35,24 @@ void LabelEdits::SetTexts(const DataTable& table, std::size_t variable, double v
 
 void LabelEdits::Tidy(std::size_t variable) {
     const auto found = Variables.find(variable);
-    if (!found->second.Label && found->second.Values.empty()) {
+    if (!found->second.Label && found->second.Values.empty() && !found->second.Kind) {
         Variables.erase(found);
     }
+}
+
+void LabelEdits::SetKind(const DataTable& table, std::size_t variable, ValueKind kind) {
+    const Variable& present = table.Variables.at(variable);
+    if (kind == ValueKind::Text && table.Weight == variable) {
+        throw DataError("The variable " + Quoted(present.Name) + " weights the cases and stays a number.");
+    }
+    static_cast<void>(OfKind(present, kind));
+    Variables[variable].Kind = kind == present.Kind ? std::nullopt : std::optional(kind);
+    Tidy(variable);
+}
+
+ValueKind LabelEdits::KindOf(const DataTable& table, std::size_t variable) const {
+    const auto found = Variables.find(variable);
+    return found != Variables.end() && found->second.Kind ? *found->second.Kind : table.Variables.at(variable).Kind;
 }
 
 const std::string& LabelEdits::LabelOf(const DataTable& table, std::size_t variable) const {
@@ -62,6 +81,9 @@ std::shared_ptr<const DataTable> LabelEdits::Apply(const DataTable& table) const
             } else {
                 variable.Labels[value] = texts;
             }
+        }
+        if (edits.Kind) {
+            variable = OfKind(variable, *edits.Kind);
         }
     }
     return edited;

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -191,6 +192,39 @@ TEST_F(DataPanelsTest, EditedLabelsMakeAnotherTable) {
     const DataTable& made = *Panels->MadeTables().front()->findChild<CaseGridView*>()->Model().Table();
     EXPECT_EQ(made.Variables[made.IndexOf("region")].LongName, "Where they live");
     EXPECT_EQ(*made.Variables[made.IndexOf("region")].LabelOf(1), "Far north");
+}
+
+TEST_F(DataPanelsTest, TypesAreChosenWhereNothingIsLost) {
+    VariableView& view = Panels->Variables();
+    Panels->VariablePanel().raise();
+    VariableModel& model = view.Model();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !model.Summarizing().IsRunning(); }));
+    QStringList refused;
+    connect(&model, &VariableModel::refused, &model, [&](const QString& why) { refused.append(why); });
+    Main.Model().SetAnswers({});
+    const DataTable& table = Main.Model().Present()->Table();
+    const auto choose = [&](const char* name, ValueKind kind) {
+        const QModelIndex field = model.index(static_cast<int>(table.IndexOf(name)), VariableModel::Type);
+        view.scrollTo(field);
+        view.edit(field);
+        auto* types = view.findChild<QComboBox*>("variableType");
+        types->setCurrentIndex(types->findData(static_cast<int>(kind)));
+        emit types->activated(types->currentIndex());
+        QApplication::processEvents();
+        return field.data().toString();
+    };
+    EXPECT_EQ(choose("age", ValueKind::Text), "text");
+    EXPECT_EQ(choose("sex", ValueKind::Number), "text");
+    EXPECT_TRUE(refused.size() == 1 && refused.front().contains("\"F\" is no number, like 1 other"));
+    Picture(Main, "/types-edited.png");
+    QTest::mouseClick(Panels->VariablePanel().findChild<QPushButton*>("dropEdits"), Qt::LeftButton);
+    EXPECT_FALSE(model.HasEdits());
+    choose("age", ValueKind::Text);
+    QTest::mouseClick(Panels->VariablePanel().findChild<QPushButton*>("keepEdits"), Qt::LeftButton);
+    ASSERT_EQ(Panels->MadeTables().size(), 1U);
+    const DataTable& made = *Panels->MadeTables().front()->findChild<CaseGridView*>()->Model().Table();
+    EXPECT_EQ(made.Variables[made.IndexOf("age")].Kind, ValueKind::Text);
+    EXPECT_EQ(table.Variables[table.IndexOf("age")].Kind, ValueKind::Number);
 }
 
 TEST_F(DataPanelsTest, ATableThatIsMadeIsSavedBeforeItIsLost) {

@@ -82,6 +82,34 @@ class ScriptPanelsTest : public testing::Test {
     ScriptView& Scripts = Panels->Script();
 };
 
+TEST_F(ScriptPanelsTest, ARecordingIsSavedBeforeItIsLost) {
+    using Unsaved = ScriptView::Unsaved;
+    std::vector<Unsaved> answers{Unsaved::Keep, Unsaved::Keep, Unsaved::Discard, Unsaved::Save};
+    const auto ask = [&](QWidget*) {
+        const Unsaved answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    };
+    Scripts.SetAnswers({[this](QWidget*, const QString& suggested) { return Folder.filePath(suggested); },
+                        [this](QWidget*) { return Folder.filePath("other.py"); }, ask});
+    const auto record = [&] {
+        Scripts.Record();
+        Main.Model().Present()->Press(AutoUpdateBox);
+        EXPECT_TRUE(Scripts.IsUnsaved());
+    };
+    record();
+    const QString recorded = Scripts.Text();
+    OpenScript("print(1)\n");
+    EXPECT_FALSE(Main.close());
+    EXPECT_EQ(Scripts.Text(), recorded);
+    OpenScript("print(1)\n");
+    EXPECT_EQ(Scripts.Text(), "print(1)\n");
+    record();
+    EXPECT_TRUE(Main.close());
+    EXPECT_TRUE(QFile::exists(Folder.filePath("exploration.py")));
+    EXPECT_TRUE(answers.empty());
+}
+
 TEST_F(ScriptPanelsTest, ARecordedScriptGivesTheSameDocuments) {
     Exploration& exploration = *Main.Model().Present();
     exploration.Press(DrillVariablesButton, [&](Window& dialog) {

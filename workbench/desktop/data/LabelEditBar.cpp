@@ -13,11 +13,13 @@ LabelEditBar::LabelEditBar(VariableModel& model, QWidget* parent) : QWidget(pare
     row->setContentsMargins(6, 4, 6, 4);
     auto* keep = new QPushButton(tr("&Make a table"), this);
     keep->setObjectName(QStringLiteral("keepEdits"));
-    keep->setToolTip(tr("Make a new table with these labels, to be saved and explored"));
+    keep->setToolTip(tr("Make a new table with these labels and types, to be saved and explored"));
     auto* drop = new QPushButton(tr("&Undo the edits"), this);
     drop->setObjectName(QStringLiteral("dropEdits"));
-    drop->setToolTip(tr("Go back to the labels of this table"));
-    row->addWidget(new QLabel(tr("Edited labels go into a new table; this exploration keeps its own."), this));
+    drop->setToolTip(tr("Go back to the labels and types of this table"));
+    row->addWidget(new QLabel(
+        tr("Edits go into a new table, to be explored from its beginning; this exploration goes on with its own."),
+        this));
     row->addWidget(keep);
     row->addWidget(drop);
     row->addStretch();

@@ -6,8 +6,8 @@ namespace quillara {
 
 class VariableModel;
 
-/// Tells that labels of variables have been edited, which makes another table, and lets the user have or leave it. It
-/// is there only when there are edits.
+/// Tells that labels or types of variables have been edited, which makes another table, and lets the user have or leave
+/// it. It is there only when there are edits.
 class LabelEditBar : public QWidget {
     Q_OBJECT
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "workbench/desktop/data/CaseGridView.h"
+#include "workbench/desktop/dialogs/MarkIcons.h"
 
 namespace quillara {
 
@@ -35,6 +36,7 @@ MadeTableWindow::MadeTableWindow(std::shared_ptr<const DataTable> table, const Q
     : Table(std::move(table)), Name(name), Answering(std::move(answers)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("madeTable"));
+    setWindowIcon(MarkIcon("e"));
     setWidget(MakeContent());
     resize(640, 420);
     ShowName();

@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -15,7 +16,10 @@ constexpr int DescriptionColumn = 2;
 }  // namespace
 
 ValueLabelsDialog::ValueLabelsDialog(const QString& variable, std::vector<EditedValue> values, QWidget* parent)
-    : QDialog(parent), Values(std::move(values)), Fields(new QTableWidget(static_cast<int>(Values.size()), 3, this)) {
+    : QDialog(parent),
+      Values(std::move(values)),
+      Fields(new QTableWidget(static_cast<int>(Values.size()), 3, this)),
+      Note(new QLabel(this)) {
     setWindowTitle(tr("Value labels of %1").arg(variable));
     Fields->setObjectName(QStringLiteral("valueLabels"));
     Fields->setAccessibleName(windowTitle());
@@ -37,9 +41,17 @@ ValueLabelsDialog::ValueLabelsDialog(const QString& variable, std::vector<Edited
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(Note);
     layout->addWidget(Fields);
     layout->addWidget(buttons);
     resize(560, 420);
+    Note->setWordWrap(true);
+    SetNote({});
+}
+
+void ValueLabelsDialog::SetNote(const QString& note) {
+    Note->setText(note);
+    Note->setVisible(!note.isEmpty());
 }
 
 std::vector<EditedValue> ValueLabelsDialog::Edited() const {

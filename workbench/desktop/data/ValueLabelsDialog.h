@@ -5,6 +5,7 @@
 
 #include "workbench/data/DataTable.h"
 
+class QLabel;
 class QTableWidget;
 
 namespace quillara {
@@ -23,12 +24,15 @@ class ValueLabelsDialog : public QDialog {
   public:
     ValueLabelsDialog(const QString& variable, std::vector<EditedValue> values, QWidget* parent = nullptr);
 
+    /// Says something above the values; an empty text: nothing.
+    void SetNote(const QString& note);
     /// As they are now.
     [[nodiscard]] std::vector<EditedValue> Edited() const;
 
   private:
     std::vector<EditedValue> Values;
     QTableWidget* Fields;
+    QLabel* Note;
 };
 
 }  // namespace quillara

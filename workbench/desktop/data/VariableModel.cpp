@@ -7,13 +7,14 @@
 #include <map>
 #include <utility>
 
+#include "workbench/data/Errors.h"
+#include "workbench/exploration/KindChange.h"
 #include "workbench/numbers/ExactNumbers.h"
 
 namespace quillara {
 namespace {
 
 constexpr std::size_t MostValuesTold = 40;
-constexpr std::size_t MostEdited = 1000;
 constexpr std::size_t MostUnlabelled = 100;
 
 struct ColumnTitle {
@@ -26,7 +27,7 @@ constexpr std::array<ColumnTitle, VariableModel::ColumnCount> Titles{{
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Label"),
      QT_TRANSLATE_NOOP("quillara::VariableModel", "What the variable is about; double-click to write another label")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Type"),
-     QT_TRANSLATE_NOOP("quillara::VariableModel", "What its values are")},
+     QT_TRANSLATE_NOOP("quillara::VariableModel", "What its values are; double-click to choose another type")},
     {QT_TRANSLATE_NOOP("quillara::VariableModel", "Values"),
      QT_TRANSLATE_NOOP("quillara::VariableModel",
                        "Value labels, or where the values lie; double-click to write labels")},
@@ -49,20 +50,8 @@ QVariantList BarsOf(const ValueSpread& spread) {
     return bars;
 }
 
-QString NameOf(ValueKind kind) {
-    switch (kind) {
-        case ValueKind::Date:
-            return VariableModel::tr("date");
-        case ValueKind::TimeOfDay:
-            return VariableModel::tr("time of day");
-        case ValueKind::DateTime:
-            return VariableModel::tr("date and time");
-        case ValueKind::Text:
-            return VariableModel::tr("text");
-        case ValueKind::Number:
-            break;
-    }
-    return VariableModel::tr("number");
+std::size_t RowOf(const QModelIndex& index) {
+    return static_cast<std::size_t>(index.row());
 }
 
 /// A line a value.
@@ -92,15 +81,29 @@ std::vector<EditedValue> EditableOf(const Variable& variable, const VariableSumm
         });
     }
     std::vector<EditedValue> values;
-    if (written.size() <= MostEdited) {
-        std::ranges::transform(written, std::back_inserter(values), [](const auto& value) {
-            return EditedValue{value.first, value.second, {}};
-        });
-    }
+    std::ranges::transform(written, std::back_inserter(values), [](const auto& value) {
+        return EditedValue{value.first, value.second, {}};
+    });
     return values;
 }
 
 }  // namespace
+
+QString VariableModel::KindName(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::Date:
+            return tr("date");
+        case ValueKind::TimeOfDay:
+            return tr("time of day");
+        case ValueKind::DateTime:
+            return tr("date and time");
+        case ValueKind::Text:
+            return tr("text");
+        case ValueKind::Number:
+            break;
+    }
+    return tr("number");
+}
 
 VariableModel::VariableModel(QObject* parent) : QAbstractTableModel(parent), Work(new BackgroundWork(this)) {}
 
@@ -130,6 +133,8 @@ VariableModel::Facts VariableModel::FactsOf(const Variable& variable) {
     facts.Values = ShownValuesOf(facts.Summary);
     facts.MissingValues = ShownMissingOf(facts.Summary);
     facts.Editable = EditableOf(variable, facts.Summary);
+    facts.EditableInAll = facts.Editable.size();
+    facts.Editable.resize(std::min(facts.Editable.size(), MostEdited));
     facts.Summary.Values.resize(std::min(facts.Summary.Values.size(), MostValuesTold + 1));
     return facts;
 }
@@ -153,6 +158,24 @@ std::vector<EditedValue> VariableModel::ValuesOf(std::size_t variable) const {
         value.Texts = Edits.TextsOf(*Shown, variable, value.Value);
     }
     return values;
+}
+
+QString VariableModel::LeftOutOf(std::size_t variable) const {
+    const Known& facts = Found[variable];
+    if (!facts) {
+        return tr("The values are still being counted; try again in a moment.");
+    }
+    const QLocale locale;
+    const auto all = static_cast<qulonglong>(facts->EditableInAll);
+    if (facts->EditableInAll > MostEdited) {
+        return tr("The first %1 of %2 values; the others keep their texts.")
+            .arg(locale.toString(static_cast<qulonglong>(MostEdited)), locale.toString(all));
+    }
+    const auto distinct = static_cast<qulonglong>(facts->Summary.Spread.Distinct);
+    return all > 0 ? QString()
+                   : tr("%1 different values and no labels: labels are for variables of up to %2 values.")
+                         .arg(locale.toString(distinct))
+                         .arg(MostUnlabelled);
 }
 
 void VariableModel::SetValues(std::size_t variable, const std::vector<EditedValue>& values) {
@@ -196,24 +219,41 @@ void VariableModel::DropEdits() {
         }
     }
     if (rowCount() > 0) {
-        emit dataChanged(index(0, Label), index(rowCount() - 1, Label));
+        emit dataChanged(index(0, Label), index(rowCount() - 1, Type));
     }
     emit editsChanged();
 }
 
 Qt::ItemFlags VariableModel::flags(const QModelIndex& index) const {
     const Qt::ItemFlags plain = QAbstractTableModel::flags(index);
-    return index.column() == Label ? plain | Qt::ItemIsEditable : plain;
+    const bool isType = index.column() == Type && CanChangeKind(Shown->Variables[RowOf(index)].Kind);
+    return index.column() == Label || isType ? plain | Qt::ItemIsEditable : plain;
 }
 
 bool VariableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || index.column() != Label || role != Qt::EditRole) {
+    const bool isEdited = index.isValid() && role == Qt::EditRole &&
+                          (index.column() == Label ? SetLabel(RowOf(index), value.toString())
+                                                   : index.column() == Type && SetKind(RowOf(index), value.toInt()));
+    if (isEdited) {
+        emit dataChanged(index, index);
+        emit editsChanged();
+    }
+    return isEdited;
+}
+
+bool VariableModel::SetLabel(std::size_t variable, const QString& label) {
+    Edits.SetLabel(*Shown, variable, label.trimmed().toStdString());
+    return true;
+}
+
+bool VariableModel::SetKind(std::size_t variable, int kind) {
+    try {
+        Edits.SetKind(*Shown, variable, static_cast<ValueKind>(kind));
+        return true;
+    } catch (const DataError& failure) {
+        emit refused(QString::fromUtf8(failure.what()));
         return false;
     }
-    Edits.SetLabel(*Shown, static_cast<std::size_t>(index.row()), value.toString().trimmed().toStdString());
-    emit dataChanged(index, index);
-    emit editsChanged();
-    return true;
 }
 
 int VariableModel::rowCount(const QModelIndex& parent) const {
@@ -234,7 +274,7 @@ QString VariableModel::TextOf(std::size_t variable, int column) const {
         case Label:
             return QString::fromStdString(Edits.LabelOf(*Shown, variable));
         case Type:
-            return NameOf(shown.Kind);
+            return KindName(Edits.KindOf(*Shown, variable));
         case Format:
             return QString::fromStdString(shown.Format);
         case Values:
@@ -261,10 +301,12 @@ QVariant VariableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || Shown == nullptr) {
         return {};
     }
-    const auto variable = static_cast<std::size_t>(index.row());
+    const std::size_t variable = RowOf(index);
     switch (role) {
-        case Qt::DisplayRole:
         case Qt::EditRole:
+            return index.column() == Type ? QVariant(static_cast<int>(Edits.KindOf(*Shown, variable)))
+                                          : QVariant(TextOf(variable, index.column()));
+        case Qt::DisplayRole:
             return TextOf(variable, index.column());
         case Qt::ToolTipRole:
             return TipOf(variable, index.column());

@@ -1,10 +1,12 @@
 #include "workbench/desktop/data/VariableView.h"
 
 #include <QHeaderView>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "workbench/desktop/data/DistributionDelegate.h"
+#include "workbench/desktop/data/TypeDelegate.h"
 #include "workbench/desktop/window/ExplorationModel.h"
 
 namespace quillara {
@@ -19,6 +21,7 @@ VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new 
     setAccessibleName(tr("Variables"));
     setModel(Variables);
     setItemDelegateForColumn(VariableModel::Distribution, new DistributionDelegate(this));
+    setItemDelegateForColumn(VariableModel::Type, new TypeDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setWordWrap(false);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -40,6 +43,9 @@ VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new 
 void VariableView::Follow(ExplorationModel& model) {
     connect(&model, &ExplorationModel::replaced, this, [this, &model] { Refresh(model); });
     connect(&model, &ExplorationModel::changed, this, [this, &model] { Refresh(model); });
+    connect(
+        Variables, &VariableModel::refused, &model,
+        [&model](const QString& why) { model.ShowMessage(why.toStdString()); }, Qt::QueuedConnection);
     Refresh(model);
 }
 
@@ -70,11 +76,14 @@ void VariableView::EditValues(const QModelIndex& field) {
         return;
     }
     std::vector<EditedValue> values = Variables->ValuesOf(variable);
+    const QString leftOut = Variables->LeftOutOf(variable);
     if (values.empty()) {
+        QToolTip::showText(viewport()->mapToGlobal(visualRect(field).bottomLeft()), leftOut, this);
         return;
     }
     const std::shared_ptr<const DataTable> table = Variables->Table();
     ValueLabelsDialog dialog(QString::fromStdString(table->Variables[variable].Name), std::move(values), this);
+    dialog.SetNote(leftOut);
     if (dialog.exec() == QDialog::Accepted && table == Variables->Table()) {
         Variables->SetValues(variable, dialog.Edited());
     }

@@ -135,6 +135,7 @@ QVariant ResultTableModel::headerData(int section, Qt::Orientation orientation, 
     const bool isRow = orientation == Qt::Vertical;
     const bool isLeft = isRow || Texts.Columns[place].HoldsTexts;
     switch (role) {
+        case Qt::ToolTipRole:
         case Qt::DisplayRole:
             return isRow ? QString::fromStdString(Texts.Rows[place].Name) : Lines(Texts.Columns[place].NameLines);
         case Qt::TextAlignmentRole:

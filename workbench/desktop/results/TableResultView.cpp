@@ -29,7 +29,12 @@ QString Joined(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         texts.append(QString::fromStdString(line));
     }
-    return texts.join(u'\n');
+    return texts.join(QStringLiteral("; "));
+}
+
+/// A long name may be broken behind its underscores.
+QString Breakable(const QString& text) {
+    return QString(text).replace(u'_', QStringLiteral("_\u200B"));
 }
 
 QLabel* TextLabel(QWidget* parent) {
@@ -98,6 +103,7 @@ void TableResultView::SetUpTable() {
         QStringLiteral("QHeaderView, QTableCornerButton::section { background: palette(base); border: none; }"));
     Table->horizontalHeader()->setHighlightSections(false);
     Table->verticalHeader()->setHighlightSections(false);
+    Table->verticalHeader()->setTextElideMode(Qt::ElideMiddle);
     Table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     Table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Rim);
     Table->resizeColumnsToContents();
@@ -124,14 +130,14 @@ std::vector<std::string> TableResultView::CaptionLines() const {
 
 void TableResultView::ShowTitle() {
     const ShownTable& words = Rows->Words();
-    Title->setText(QString::fromStdString(words.Title));
+    Title->setText(Breakable(QString::fromStdString(words.Title)));
     const std::vector<std::string> captions = CaptionLines();
     Captions->setText(Joined(captions));
     Captions->setVisible(!captions.empty());
     if (Corner != nullptr) {
         Corner->setText(QString::fromStdString(words.Corner));
     }
-    setAccessibleName(Title->text());
+    setAccessibleName(QString::fromStdString(words.Title));
 }
 
 /// The user's widths stay, but no number is cut.
@@ -143,6 +149,13 @@ void TableResultView::WidenColumns() {
         Table->setColumnWidth(column, std::max(before, Table->columnWidth(column)));
     }
     Table->setUpdatesEnabled(true);
+}
+
+/// Long names of rows leave room for what is said of them.
+void TableResultView::resizeEvent(QResizeEvent* event) {
+    DocumentView::resizeEvent(event);
+    Table->verticalHeader()->setMaximumWidth(
+        std::max(width() * 11 / 20, fontMetrics().averageCharWidth() * LeastLetters));
 }
 
 void TableResultView::Refresh() {

@@ -26,6 +26,7 @@ class TableResultView : public DocumentView {
     [[nodiscard]] QTableView& Cells() { return *Table; }
 
   protected:
+    void resizeEvent(QResizeEvent* event) override;
     [[nodiscard]] DocumentPlace PlaceAt(QPoint point) const override;
     [[nodiscard]] DocumentPlace PlaceInFocus(QPoint& point) const override;
 

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QDockWidget>
+#include <QEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -14,6 +15,7 @@ namespace quillara {
 
 ScriptPanels::ScriptPanels(MainWindow& window)
     : QObject(&window),
+      Window(window),
       Menu(new QMenu(tr("S&cripts"), &window)),
       Scripts(new ScriptView(window.Model())),
       Python(new ConsoleView),
@@ -21,6 +23,16 @@ ScriptPanels::ScriptPanels(MainWindow& window)
       ConsoleDock(AddBottomPanel(window, *Menu, QStringLiteral("consolePanel"), tr("&Console"), tr("Ctrl+4"), Python)) {
     window.menuBar()->insertMenu(window.Menu(MainWindow::MenuName::Window).menuAction(), Menu);
     AddActions();
+    window.installEventFilter(this);
+}
+
+bool ScriptPanels::eventFilter(QObject* watched, QEvent* event) {
+    const bool closes = watched == &Window && event->type() == QEvent::Close && !Window.Model().IsBusy();
+    if (closes && !Scripts->MayDrop()) {
+        event->ignore();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void ScriptPanels::AddActions() {

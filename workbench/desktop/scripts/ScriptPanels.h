@@ -24,9 +24,14 @@ class ScriptPanels : public QObject {
     [[nodiscard]] QDockWidget& ScriptPanel() { return *ScriptDock; }
     [[nodiscard]] QDockWidget& ConsolePanel() { return *ConsoleDock; }
 
+  protected:
+    /// Before the window closes, the user is asked about a recording that isn't saved.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void AddActions();
 
+    MainWindow& Window;
     QMenu* Menu;
     ScriptView* Scripts;
     ConsoleView* Python;

@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
@@ -62,6 +63,14 @@ ScriptView::Answers ScriptView::AnswersOfUser() {
             },
             [filter](QWidget* parent) {
                 return QFileDialog::getOpenFileName(parent, tr("Open script"), QString(), filter);
+            },
+            [](QWidget* parent) {
+                const auto answer = QMessageBox::question(
+                    parent, tr("Unsaved script"), tr("The script isn't saved. Save it?"),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+                return answer == QMessageBox::Save      ? Unsaved::Save
+                       : answer == QMessageBox::Discard ? Unsaved::Discard
+                                                        : Unsaved::Keep;
             }};
 }
 
@@ -145,21 +154,32 @@ QString ScriptView::Output() const {
     return Printed->toPlainText();
 }
 
-/// What has been typed is lost with another text.
-bool ScriptView::MayReplace() const {
-    return !Script->document()->isModified() ||
-           Model.Confirm(tr("The script has been edited and isn't saved."), tr("&Drop the edits"));
-}
-
 void ScriptView::Record() {
-    if (Model.IsBusy() || !MayReplace()) {
+    if (Model.IsBusy() || !MayDrop()) {
         return;
     }
     Recording = Model.Do([this](Exploration& exploration) {
         exploration.Recording().BeginHere();
         SetText(TextOfScript(exploration));
+        Begin = Text();
     });
     ShowState();
+}
+
+bool ScriptView::IsUnsaved() const {
+    const bool isRecorded = File.isEmpty() && !Begin.isEmpty() && Text() != Begin;
+    return isRecorded || Script->document()->isModified();
+}
+
+bool ScriptView::MayDrop() {
+    if (!IsUnsaved()) {
+        return true;
+    }
+    if (!Answering.AskUnsaved) {
+        return Model.Confirm(tr("The script isn't saved."), tr("&Drop it"));
+    }
+    const Unsaved answer = Answering.AskUnsaved(this);
+    return answer == Unsaved::Discard || (answer == Unsaved::Save && Save());
 }
 
 void ScriptView::StopRecording() {
@@ -168,7 +188,8 @@ void ScriptView::StopRecording() {
 }
 
 void ScriptView::ShowSoFar() {
-    if (!Model.IsBusy() && MayReplace()) {
+    const bool wasTyped = Script->document()->isModified();
+    if (!Model.IsBusy() && (!wasTyped || MayDrop())) {
         Model.Do([this](Exploration& exploration) { SetText(TextOfScript(exploration)); });
     }
     ShowState();
@@ -213,7 +234,7 @@ bool ScriptView::Save() {
 }
 
 bool ScriptView::Open() {
-    const QString path = MayReplace() ? Answering.ChooseToOpen(this) : QString();
+    const QString path = MayDrop() ? Answering.ChooseToOpen(this) : QString();
     QFile file(path);
     if (path.isEmpty()) {
         return false;
@@ -223,6 +244,7 @@ bool ScriptView::Open() {
         return false;
     }
     Recording = false;
+    Begin.clear();
     SetText(QString::fromUtf8(file.readAll()));
     File = path;
     ShowState();

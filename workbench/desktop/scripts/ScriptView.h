@@ -20,10 +20,14 @@ class ScriptView : public QWidget {
     Q_OBJECT
 
   public:
+    /// What to do with a script that isn't saved.
+    enum class Unsaved { Save, Discard, Keep };
     /// How the user chooses files; empty: none. Tests choose themselves.
     struct Answers {
         std::function<QString(QWidget* parent, const QString& suggested)> ChooseToSave;
         std::function<QString(QWidget* parent)> ChooseToOpen;
+        /// What becomes of a script that isn't saved and would be lost; none: the model's question.
+        std::function<Unsaved(QWidget* parent)> AskUnsaved{};
     };
     [[nodiscard]] static Answers AnswersOfUser();
 
@@ -36,6 +40,10 @@ class ScriptView : public QWidget {
     [[nodiscard]] QString Output() const;
     [[nodiscard]] PythonProcess& Process() { return *Runner; }
 
+    /// Whether what has been recorded or typed stands in no file.
+    [[nodiscard]] bool IsUnsaved() const;
+    /// Asks about a script that isn't saved before it is lost; false: it is to stay.
+    bool MayDrop();
     void Record();
     void StopRecording();
     /// What has been done from the start, or from where the last recording began.
@@ -51,7 +59,6 @@ class ScriptView : public QWidget {
     void SaveByButton() { Save(); }
     void OpenByButton() { Open(); }
     void StopRun();
-    [[nodiscard]] bool MayReplace() const;
     void ShowState();
     void Follow();
     void SetText(const QString& text);
@@ -72,6 +79,7 @@ class ScriptView : public QWidget {
     QPushButton* RunButton = nullptr;
     QPushButton* StopRunButton = nullptr;
     QString File;  // that holds the text; empty: none does
+    QString Begin;  // of the recording, before anything was done; empty: nothing has been recorded
     QString RunFile;
     QTemporaryDir Temporary;
     bool Recording = false;

@@ -176,6 +176,7 @@ void MainWindow::Compose() {
     column->addWidget(Steps);
     column->addWidget(Guide);
     column->addWidget(Pages, 1);
+    column->addWidget(Tips);
     setCentralWidget(middle);
     Side->setObjectName(QStringLiteral("startupDialog"));
     addDockWidget(Qt::LeftDockWidgetArea, Side);

@@ -1,7 +1,6 @@
 #include "workbench/desktop/window/TipTour.h"
 
 #include <QCheckBox>
-#include <QEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -15,7 +14,7 @@ namespace quillara {
 namespace {
 
 const char* const AwayForGood = "tourPutAway";
-constexpr int Margin = 16;  // to the edges of the window
+constexpr int Margin = 16;
 
 struct Tip {
     const char* Title;
@@ -41,8 +40,8 @@ constexpr auto Tips = std::to_array<Tip>({
 
 }  // namespace
 
-TipTour::TipTour(QWidget* window)
-    : QFrame(window),
+TipTour::TipTour(QWidget* parent)
+    : QFrame(parent),
       Title(new QLabel(this)),
       Text(new QLabel(this)),
       Place(new QLabel(this)),
@@ -60,27 +59,25 @@ TipTour::TipTour(QWidget* window)
     Title->setFont(bold);
     Text->setWordWrap(true);
     Text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    Text->setFixedWidth(fontMetrics().averageCharWidth() * 52);
-    Text->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+    Text->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     auto* close = new QPushButton(tr("C&lose"), this);
     ForGood->setToolTip(tr("The Help menu shows the tips again"));
     for (QPushButton* button : {Back, On, close}) {
         button->setAccessibleDescription(tr("Tips"));
     }
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
-    layout->addWidget(Title, 0, 0, 1, 3);
-    layout->addWidget(Place, 0, 3, Qt::AlignRight);
-    layout->addWidget(Text, 1, 0, 1, 4);
-    layout->addWidget(ForGood, 2, 0, 1, 4);
-    layout->addWidget(close, 3, 0, Qt::AlignLeft);
-    layout->addWidget(Back, 3, 2);
-    layout->addWidget(On, 3, 3);
+    layout->setContentsMargins(Margin, Margin / 2, Margin, Margin / 2);
+    layout->addWidget(Title, 0, 0);
+    layout->addWidget(Place, 0, 1, Qt::AlignRight);
+    layout->addWidget(ForGood, 0, 2, 1, 3, Qt::AlignRight);
+    layout->addWidget(Text, 1, 0, 1, 2);
+    layout->addWidget(Back, 1, 2, Qt::AlignBottom);
+    layout->addWidget(On, 1, 3, Qt::AlignBottom);
+    layout->addWidget(close, 1, 4, Qt::AlignBottom);
     layout->setColumnStretch(1, 1);
     connect(Back, &QPushButton::clicked, this, [this] { Show(Present - 1); });
     connect(On, &QPushButton::clicked, this, [this] { Show(Present + 1); });
     connect(close, &QPushButton::clicked, this, &TipTour::PutAway);
-    window->installEventFilter(this);
     hide();
 }
 
@@ -118,25 +115,11 @@ void TipTour::Show(int tip) {
     Back->setEnabled(tip > 0);
     On->setText(tip + 1 == static_cast<int>(Tips.size()) ? tr("&Done") : tr("&Next"));
     show();
-    Settle();
 }
 
 void TipTour::PutAway() {
     Preferences::Shared().Remember(QString::fromLatin1(AwayForGood), ForGood->isChecked());
     hide();
-}
-
-void TipTour::Settle() {
-    adjustSize();
-    move(parentWidget()->width() - width() - Margin, parentWidget()->height() - height() - 3 * Margin);
-    raise();
-}
-
-bool TipTour::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && isVisible()) {
-        Settle();
-    }
-    return QFrame::eventFilter(watched, event);
 }
 
 void TipTour::keyPressEvent(QKeyEvent* event) {

@@ -10,12 +10,12 @@ namespace quillara {
 
 class Exploration;
 
-/// Six tips for a new user, one at a time, in a corner of the window. It can be put away for now, or for good.
+/// Six tips for a new user, one at a time, in a strip that covers nothing. It can be put away for now, or for good.
 class TipTour : public QFrame {
     Q_OBJECT
 
   public:
-    explicit TipTour(QWidget* window);
+    explicit TipTour(QWidget* parent);
 
     /// Begins with the first tip.
     void Begin();
@@ -25,14 +25,11 @@ class TipTour : public QFrame {
     void GoOnAfter(Exploration& exploration);
 
   protected:
-    /// Stays in its corner.
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void Show(int tip);
     void PutAway();
-    void Settle();
 
     int Present = 0;
     QLabel* Title;
