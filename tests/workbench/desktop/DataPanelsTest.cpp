@@ -200,7 +200,7 @@ TEST_F(DataPanelsTest, TypesAreChosenWhereNothingIsLost) {
     VariableModel& model = view.Model();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !model.Summarizing().IsRunning(); }));
     QStringList refused;
-    connect(&model, &VariableModel::refused, &model, [&](const QString& why) { refused.append(why); });
+    QObject::connect(&model, &VariableModel::refused, &model, [&](const QString& why) { refused.append(why); });
     Main.Model().SetAnswers({});
     const DataTable& table = Main.Model().Present()->Table();
     const auto choose = [&](const char* name, ValueKind kind) {
@@ -210,7 +210,7 @@ TEST_F(DataPanelsTest, TypesAreChosenWhereNothingIsLost) {
         auto* types = view.findChild<QComboBox*>("variableType");
         types->setCurrentIndex(types->findData(static_cast<int>(kind)));
         emit types->activated(types->currentIndex());
-        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return field.data().toString();
     };
     EXPECT_EQ(choose("age", ValueKind::Text), "text");

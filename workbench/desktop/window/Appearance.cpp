@@ -114,8 +114,9 @@ void Appearance::AskSystem() {
             TakeScheme(answer.value().variant());
         }
     });
-    bus.connect(QString::fromLatin1(Service), QString::fromLatin1(Place), QString::fromLatin1(Interface),
-                QStringLiteral("SettingChanged"), this, SLOT(HearSetting(QString, QString, QDBusVariant)));
+    // From whoever tells it: who owns the name of the service is known too late.
+    bus.connect(QString(), QString::fromLatin1(Place), QString::fromLatin1(Interface), QStringLiteral("SettingChanged"),
+                this, SLOT(HearSetting(QString, QString, QDBusVariant)));
 }
 
 void Appearance::HearSetting(const QString& group, const QString& name, const QDBusVariant& value) {

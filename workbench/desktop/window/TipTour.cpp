@@ -53,7 +53,7 @@ TipTour::TipTour(QWidget* parent)
     setFrameShape(QFrame::StyledPanel);
     setFrameShadow(QFrame::Raised);
     setAutoFillBackground(true);
-    setBackgroundRole(QPalette::Base);
+    setBackgroundRole(QPalette::Window);
     QFont bold = Title->font();
     bold.setBold(true);
     Title->setFont(bold);
