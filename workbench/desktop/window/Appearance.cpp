@@ -84,7 +84,7 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
     QApplication::setStyle(new OutlinedStyle);
     OfPlatform = QApplication::palette();
     connect(&Preferences::Shared(), &Preferences::changed, this, &Appearance::Apply);
-    AskSystem();
+    FollowSystem();
     Apply();
 }
 
@@ -95,6 +95,19 @@ QPalette Appearance::DarkColours() {
         colours.setColor(QPalette::Disabled, row.Role, QColor::fromRgb(row.Disabled));
     }
     return colours;
+}
+
+void Appearance::FollowSystem() {
+    QDBusConnection::sessionBus().connect(QString::fromLatin1(Service), QString::fromLatin1(Place),
+                                          QString::fromLatin1(Interface), QStringLiteral("SettingChanged"), this,
+                                          SLOT(HearSetting(QString, QString, QDBusVariant)));
+    // Some desktops don't tell it; whoever has changed the setting comes back to this program.
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            AskSystem();
+        }
+    });
+    AskSystem();
 }
 
 /// The answer comes later: the first window doesn't wait for it.
@@ -114,9 +127,6 @@ void Appearance::AskSystem() {
             TakeScheme(answer.value().variant());
         }
     });
-    // From whoever tells it: who owns the name of the service is known too late.
-    bus.connect(QString(), QString::fromLatin1(Place), QString::fromLatin1(Interface), QStringLiteral("SettingChanged"),
-                this, SLOT(HearSetting(QString, QString, QDBusVariant)));
 }
 
 void Appearance::HearSetting(const QString& group, const QString& name, const QDBusVariant& value) {

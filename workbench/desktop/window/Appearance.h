@@ -22,6 +22,7 @@ class Appearance : public QObject {
     void HearSetting(const QString& group, const QString& name, const QDBusVariant& value);
 
   private:
+    void FollowSystem();
     void AskSystem();
     void TakeScheme(const QVariant& scheme);
     void Apply();
