@@ -34,6 +34,7 @@ WHY = {
 # Why a control is disabled, and what to do when a dialog has asked in vain; behind the host's own text.
 NEEDS_REVIEW = "there are no variables for review; ReviewVariables chooses some"
 REASONS = {
+    "Summary": "no step has been taken; drill.down takes one",
     "ValueNoOfExactIntervals": "set NoOfExactIntervals = 1 first, of a continuous variable",
     "ValueNeatIntervalsAppNo": "set NeatIntervalsAppNo = 1 first, of a continuous variable",
     "ValueStepSize": "set StepSize = 1 first, of a continuous variable",

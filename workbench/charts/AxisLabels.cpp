@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <map>
 #include <numbers>
 #include <numeric>
 #include <optional>
@@ -17,7 +18,7 @@ using Spots = std::vector<AxisSpot>;
 using Attempt = std::optional<AxisLabels>;
 
 constexpr double NeighbourGap = 6.0;  // between level neighbours
-constexpr int MostLines = 4;
+constexpr int MostLines = 5;
 constexpr double Slope = std::numbers::sqrt2 / 2;  // sine and cosine of the angle of slanted labels
 constexpr std::size_t PreferenceForLevel = 3;
 constexpr std::size_t MostSpots = 100000;
@@ -48,19 +49,20 @@ PlacedText MovedInside(PlacedText text, const LabelRoom& room) {
 }
 
 PlacedText LevelText(const AxisSpot& spot, const LabelRoom& room, const TextStyle& style) {
-    return ElidedText({spot.At, 0.0}, Qt::AlignHCenter | Qt::AlignTop, spot.Text, style, room.High - room.Low);
+    return ElidedText({spot.At, 0.0}, Qt::AlignHCenter | Qt::AlignTop, spot.Text, style, room.High - room.Low,
+                      room.Cut);
 }
 
 PlacedText SlantedText(const AxisSpot& spot, const LabelRoom& room, const TextStyle& style) {
     const double height = LineHeight(style);
     const QPointF pivot(spot.At, height / 2 * Slope);
     const double length = std::min(room.Depth / Slope - height, (spot.At - room.Low) / Slope - height / 2);
-    return TurnedText(ElidedText(pivot, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, length), -45.0);
+    return TurnedText(ElidedText(pivot, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, length, room.Cut), -45.0);
 }
 
 PlacedText UprightText(const AxisSpot& spot, const LabelRoom& room, const TextStyle& style) {
-    return TurnedText(ElidedText({spot.At, 0.0}, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, room.Depth),
-                      -90.0);
+    return TurnedText(
+        ElidedText({spot.At, 0.0}, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, room.Depth, room.Cut), -90.0);
 }
 
 AxisLabels Placed(const Spots& spots, const LabelRoom& room, const TextStyle& style, Placing place) {
@@ -236,7 +238,28 @@ std::vector<AxisSpot> LargestApart(const std::vector<AxisSpot>& spots, double di
     return kept;
 }
 
-AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style) {
+namespace {
+
+/// Whether texts that differ are alike once they are cut.
+bool HaveTwins(const AxisLabels& labels) {
+    std::map<QString, QString> wholes;
+    return std::ranges::any_of(labels.Texts, [&wholes](const PlacedText& text) {
+        return !text.Whole.isEmpty() && wholes.emplace(text.Text, text.Whole).first->second != text.Whole;
+    });
+}
+
+/// Names that begin alike are told apart by their ends.
+template <typename Labels>
+AxisLabels Distinguished(const Labels& labelsIn, LabelRoom room) {
+    AxisLabels labels = labelsIn(room);
+    if (HaveTwins(labels)) {
+        room.Cut = Qt::ElideMiddle;
+        labels = labelsIn(room);
+    }
+    return labels;
+}
+
+AxisLabels CutBelow(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
     const bool haveExtents = std::ranges::any_of(spots, [](const AxisSpot& spot) { return spot.Extent > 0.0; });
     const Spots shown = WithText(haveExtents ? LargestApart(spots, LineHeight(style)) : spots);
     if (Attempt level = WholeOnes(Level(shown, room, style))) {
@@ -255,7 +278,7 @@ AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room
     return ThinnedLabels(shown, room, style);
 }
 
-AxisLabels LabelsBeside(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style) {
+AxisLabels CutBeside(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
     const double height = LineHeight(style);
     const double highest = room.Low + height / 2;
     const double lowest = std::max(room.High - height / 2, highest);
@@ -268,12 +291,22 @@ AxisLabels LabelsBeside(const std::vector<AxisSpot>& spots, const LabelRoom& roo
     }
     AxisLabels labels;
     for (const AxisSpot& spot : shown) {
-        labels.Texts.push_back(
-            ElidedText({0.0, placeOf(spot)}, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style, room.Depth));
+        labels.Texts.push_back(ElidedText({0.0, placeOf(spot)}, Qt::AlignRight | Qt::AlignVCenter, spot.Text, style,
+                                          room.Depth, room.Cut));
         labels.Depth = std::max(labels.Depth, labels.Texts.back().Box.width());
         labels.Ticks.push_back(spot.At);
     }
     return labels;
+}
+
+}  // namespace
+
+AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style) {
+    return Distinguished([&](const LabelRoom& cut) { return CutBelow(spots, cut, style); }, room);
+}
+
+AxisLabels LabelsBeside(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style) {
+    return Distinguished([&](const LabelRoom& cut) { return CutBeside(spots, cut, style); }, room);
 }
 
 }  // namespace quillara

@@ -19,6 +19,7 @@ struct LabelRoom {
     double Low = 0.0;
     double High = 0.0;
     double Depth = 0.0;
+    Qt::TextElideMode Cut = Qt::ElideRight;  ///< where a text is cut that is longer than the room
 };
 
 struct AxisLabels {
@@ -29,8 +30,9 @@ struct AxisLabels {
 
 /// Labels of a horizontal axis, below the line y = 0. No two overlap and none leaves the room: where one line isn't
 /// enough they are wrapped, else slanted, else upright; where even that is too dense only every so-many-th is shown.
-/// A text longer than the room ends in an ellipsis. A last label that is to be kept is always among those shown.
-/// The spots stand in rising order. Of spots with extents those of the largest are shown.
+/// A text longer than the room ends in an ellipsis; where two would be alike then, all are cut in the middle. A last
+/// label that is to be kept is always among those shown. The spots stand in rising order. Of spots with extents those
+/// of the largest are shown.
 [[nodiscard]] AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style);
 
 /// Labels of a vertical axis, level and ending left of the line x = 0; thinned in the same way. Any order.

@@ -142,7 +142,8 @@ void ChartKey::Arrange(const QRectF& place) {
         const QPointF pivot = middle + QPointF(SignRoom(Entries[i]), 0.0);
         PlacedTexts.push_back(
             ElidedText(pivot, Qt::AlignLeft | Qt::AlignVCenter, Entries[i].Text, text,
-                       std::min(TextWidth(Entries[i], place.width()) + 0.5, place.right() - pivot.x())));
+                       std::min(TextWidth(Entries[i], place.width()) + 0.5, place.right() - pivot.x()),
+                       Qt::ElideMiddle));  // numbers stand at the ends
     }
 }
 

@@ -99,9 +99,9 @@ PlacedText TurnedText(PlacedText text, double angle) {
     return text;
 }
 
-PlacedText ElidedText(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style,
-                      double width) {
-    const QString shown = QFontMetricsF(style.Font).elidedText(text, Qt::ElideRight, width + Touch);
+PlacedText ElidedText(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style, double width,
+                      Qt::TextElideMode cut) {
+    const QString shown = QFontMetricsF(style.Font).elidedText(text, cut, width + Touch);
     PlacedText placed = TextAt(pivot, alignment, shown, style);
     if (shown != text) {
         placed.Whole = text;

@@ -22,7 +22,7 @@ struct TextStyle {
 /// A line of text at its place in a picture.
 struct PlacedText {
     QString Text;  ///< as it is drawn
-    QString Whole;  ///< the full text when `Text` ends in an ellipsis, else empty
+    QString Whole;  ///< the full text when `Text` has an ellipsis, else empty
     QPointF Pivot;  ///< pixels
     QRectF Box;  ///< of the text before it is turned, relative to the pivot
     double Angle = 0.0;  ///< degrees clockwise about the pivot
@@ -50,7 +50,7 @@ struct PlacedText {
 
 /// The same no wider than a width, with an ellipsis where it is cut. Its end marks move with it: it's measured anew.
 [[nodiscard]] PlacedText ElidedText(QPointF pivot, Qt::Alignment alignment, const QString& text, const TextStyle& style,
-                                    double width);
+                                    double width, Qt::TextElideMode cut = Qt::ElideRight);
 
 /// The lines of a text that is no wider than a width; a word that is wider alone is broken.
 [[nodiscard]] QStringList WrappedLines(const QString& text, const TextStyle& style, double width);

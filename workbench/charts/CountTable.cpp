@@ -27,6 +27,7 @@ CountTable::CountTable(const Histogram3DPlot& plot) {
     NamesOfRows = NamesOf(plot.Y);
     CaptionOfColumns = CaptionOf(plot.X);
     CaptionOfRows = CaptionOf(plot.Y);
+    CaptionOfCounts = Shown(plot.CountName);
     Counts = plot.Counts;
     std::ranges::replace_if(
         Counts, [](double count) { return !std::isfinite(count); }, 0.0);

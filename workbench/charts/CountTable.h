@@ -19,6 +19,8 @@ class CountTable {
     /// The variable of a side, with its long name if there is one.
     [[nodiscard]] const QString& ColumnCaption() const { return CaptionOfColumns; }
     [[nodiscard]] const QString& RowCaption() const { return CaptionOfRows; }
+    /// What is counted.
+    [[nodiscard]] const QString& CountCaption() const { return CaptionOfCounts; }
 
     [[nodiscard]] std::size_t PlaceOf(std::size_t column, std::size_t row) const { return row * Columns() + column; }
     [[nodiscard]] double CountOf(std::size_t column, std::size_t row) const;
@@ -32,6 +34,7 @@ class CountTable {
     std::vector<QString> NamesOfRows;
     QString CaptionOfColumns;
     QString CaptionOfRows;
+    QString CaptionOfCounts;
     std::vector<double> Counts;
     double HighestCount = 0.0;
     double Total = 0.0;

@@ -1,6 +1,7 @@
 #include <QImage>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "workbench/charts/CategoryAxis.h"
 #include "workbench/charts/ChartArea.h"
@@ -22,7 +23,6 @@ constexpr double ScaleRoomAbove = 10.0;
 constexpr double KeyGap = 4.0;
 constexpr double RoomAroundNumber = 4.0;  // pixels around the number in a field
 constexpr int GradientStops = 20;
-const QString KeyCaption = QStringLiteral("Number of counts");
 
 class HeatArea : public ChartArea {
   public:
@@ -129,7 +129,8 @@ void HeatArea::draw(QCPPainter* painter) {
 /// The meaning of the colours: a strip over round counts.
 class HeatKey : public ChartElement {
   public:
-    HeatKey(const ChartSheet& sheet, HeatScale scale) : ChartElement(sheet.Plot, sheet.Style), Scale(scale) {}
+    HeatKey(const ChartSheet& sheet, HeatScale scale, QString caption)
+        : ChartElement(sheet.Plot, sheet.Style), Scale(scale), Caption(std::move(caption)) {}
     [[nodiscard]] QSize minimumOuterSizeHint() const override {
         return {0, static_cast<int>(std::ceil(2 * LineHeight(Style.Text()) + ScaleRoomAbove + KeyGap))};
     }
@@ -143,6 +144,7 @@ class HeatKey : public ChartElement {
 
   private:
     const HeatScale Scale;
+    const QString Caption;
     QRectF Strip;
 };
 
@@ -151,11 +153,11 @@ void HeatKey::Arrange(const QRectF& place) {
     const TextStyle style = Style.Text();
     const double height = LineHeight(style);
     const double width = std::min(place.width() * StripShare, LongestStrip);
-    const double besides = WidthOf(KeyCaption, style) + 2 * KeyGap;
+    const double besides = WidthOf(Caption, style) + 2 * KeyGap;
     const double left = place.center().x() - (width + besides) / 2 + besides;
     const double middle = place.top() + ScaleRoomAbove + height / 2;
     Strip = QRectF(left, middle - StripHeight / 2, width, StripHeight);
-    PlacedTexts.push_back(TextAt({left - 2 * KeyGap, middle}, Qt::AlignRight | Qt::AlignVCenter, KeyCaption, style));
+    PlacedTexts.push_back(TextAt({left - 2 * KeyGap, middle}, Qt::AlignRight | Qt::AlignVCenter, Caption, style));
     std::vector<AxisSpot> spots;
     for (const AxisMark& mark : Scale.Marks()) {
         spots.push_back({left + width * Scale.PlaceOf(mark.At), mark.Text});
@@ -182,7 +184,7 @@ void HeatKey::draw(QCPPainter* painter) {
 ChartBody HeatMapOf(const ChartSheet& sheet, const Histogram3DPlot& plot) {
     const CountTable table(plot);
     return {new HeatArea(sheet, plot),
-            table.Highest() > 0.0 ? new HeatKey(sheet, HeatScale(table.AllCounts())) : nullptr};
+            table.Highest() > 0.0 ? new HeatKey(sheet, HeatScale(table.AllCounts()), table.CountCaption()) : nullptr};
 }
 
 }  // namespace quillara

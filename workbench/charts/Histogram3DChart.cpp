@@ -188,8 +188,7 @@ void BarsElement::ArrangeCounts(const QRectF& place) {
     }
     const double middle = (View.Seen(0.0, 0.0, 0.0).y() + View.Seen(0.0, 0.0, View.Space().Height).y()) / 2;
     PlacedTexts.push_back(TurnedText(
-        TextAt({place.left(), middle}, Qt::AlignHCenter | Qt::AlignTop, QStringLiteral("Number of counts"), style),
-        -90.0));
+        TextAt({place.left(), middle}, Qt::AlignHCenter | Qt::AlignTop, Table.CountCaption(), style), -90.0));
 }
 
 void BarsElement::Arrange(const QRectF& place) {

@@ -21,6 +21,7 @@ constexpr int MostLabels = 20;
 constexpr double LeastAreaWidth = 0.8;
 constexpr double LeastAreaHeight = 0.5;
 constexpr std::size_t MostKeysOfColumn = 8;
+constexpr std::size_t MostShades = 12;  // of a column that are told apart by the eye
 
 class StackedArea : public ChartArea {
   public:
@@ -163,7 +164,8 @@ QColor LayerFill(const StackedLayer& layer, std::size_t column, const ChartStyle
     return layer.IsMissing ? style.MissingFill : LayerColor(static_cast<int>(column), layer.Shade, style.IsDark);
 }
 
-/// The entries of a column: its name, its layers, and how many more there are.
+/// The entries of a column: its name, its layers, and how many more there are. Where its shades are too many to be told
+/// apart, layers have the percent that they begin at.
 void AddUnnamed(std::vector<KeyEntry>& entries, const QString& variable, std::size_t column,
                 const std::vector<StackedLayer>& unnamed, const ChartStyle& style) {
     if (unnamed.empty()) {
@@ -176,10 +178,13 @@ void AddUnnamed(std::vector<KeyEntry>& entries, const QString& variable, std::si
     for (std::size_t i = 0; i < unnamed.size(); ++i) {
         if (i < MostKeysOfColumn) {
             const QString share = PercentText(unnamed[i].Share(), 100.0);
+            const QString place = unnamed.size() > MostShades && !unnamed[i].IsMissing
+                                      ? QStringLiteral(" at %1").arg(unnamed[i].Bottom, 0, 'f', 1)
+                                      : QString();
             entries.push_back({Sign::Box,
                                LayerFill(unnamed[i], column, style),
                                {},
-                               Isolated(NameOf(unnamed[i])) + QStringLiteral(": ") + share});
+                               Isolated(NameOf(unnamed[i])) + QStringLiteral(": ") + share + place});
         } else {
             rest += unnamed[i].Share();
             more += unnamed[i].Categories;

@@ -177,10 +177,13 @@ void AddResultOptions(CLI::App& command, DrillOptions& options) {
         "of each table, in csv unless --format says json, text or csv-blocks")
         ->type_name("FILE|FOLDER/|-");
     AddQuiet(command, options.Quiet)->group(group);
-    AddText(command, "--record", options.RecordFile,
-            "file for a Python script whose run (quillara run) gives the same documents, without the files of --save "
-            "and --plots")
-        ->type_name("SCRIPT")
+    const auto takeRecordFile = [&options](const std::string& file) {
+        options.RecordFile = file == "-" ? StandardOutputPath : file;
+    };
+    AddValue(command, "--record", takeRecordFile,
+             "file for a Python script whose run (quillara run) gives the same documents, without the files of --save "
+             "and --plots; - is the standard output, when the results go to a file of --output")
+        ->type_name("SCRIPT|-")
         ->group(group);
     const auto takeSaveFile = [&options](const std::string& file) {
         options.SaveFile = file == "-" ? StandardOutputPath : file;

@@ -131,6 +131,10 @@ void CheckStandardOutput(const DrillOptions& options) {
             throw UsageError("Data of --save and results can't both go to the standard output; name a file in " +
                              std::string(options.IsOutputStandard ? "one of them." : "--output."));
         }
+    } else if (options.RecordFile == StandardOutputPath && (!options.OutputFile || SavesToStandardOutput(options))) {
+        throw UsageError(
+            "The script of --record can't go to the standard output beside results or data; name a file in " +
+            std::string(options.OutputFile ? "--save." : "--output."));
     } else if (!options.OutputFile && options.Format == OutputFormat::Workbook) {
         RequireNoTerminal("--format", "xlsx");
     }

@@ -20,6 +20,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/ResultNames.h"
+#include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/recording/SessionRecorder.h"
 #include "workbench/scripting/CategorizationInData.h"
@@ -381,6 +382,7 @@ DrillOutcome RunDrill(const DrillOptions& asked) {
     DataTable table = OpenData(options, notices);
     GroupSteps(table, options, VariablesFor(table, options));
     CaseSettings settings = SettingsFor(table, options);
+    DropObeyed(notices, settings.Selection);
     settings.Notices.insert(settings.Notices.begin(), notices.begin(), notices.end());
     VariableChoice variables = VariablesFor(table, options);
     for (CategorizedVariable& categorized : options.Categorizations) {

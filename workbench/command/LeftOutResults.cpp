@@ -9,11 +9,12 @@
 namespace quillara {
 namespace {
 
-/// " after step 1, 3"; 0 is before the first.
+/// " after steps 1, 2 and 4"; 0 is before the first.
 std::string AfterSteps(const std::set<int>& steps) {
-    std::string text;
+    std::string text = steps.size() == 1 ? " after step " : " after steps ";
     for (const int step : steps) {
-        text += (text.empty() ? " after step " : ", ") + std::to_string(step);
+        const bool isLast = step == *steps.rbegin();
+        text += (step == *steps.begin() ? "" : isLast ? " and " : ", ") + std::to_string(step);
     }
     return text;
 }

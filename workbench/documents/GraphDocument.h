@@ -94,6 +94,7 @@ struct BoxGroups {
     std::string By;  ///< the variable of the categories
     std::string ByLongName;  ///< may be empty
     std::string Note;  ///< which cases are left out; may be empty
+    std::int64_t LeftOut = 0;  ///< how many these are
 };
 
 struct BoxPlot {
@@ -155,6 +156,7 @@ struct Histogram3DPlot {
     std::vector<double> Counts;  ///< X.Labels x Y.Labels, row by row of y: the count of (x, y) stands at y * |X| + x
     std::int64_t Cases = 0;  ///< cases counted
     std::string UnusedWeight{};  ///< as that of a ScatterMatrix
+    std::string CountName{"Number of counts"};  ///< what the counts are called
 };
 
 /// The cells of a cross table as tiles: a column for each category of one variable, as wide as its share of all,

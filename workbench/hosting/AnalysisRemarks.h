@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/CaseBlocks.h"
 #include "host/ResultSubject.h"
 #include "workbench/data/FormulaNotice.h"
 #include "workbench/documents/Remarks.h"
@@ -31,8 +34,13 @@ void NoticeUnweighted(CAnalysisDoc* document, std::string_view result);
 void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject);
 /// Remarks on a variable that is to have a category for each value, or each whole one, and has too many of them.
 void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool onlyWhole);
+/// Remarks on a chart, named by `what`, that leaves out some cases for want of values.
+void NoticeLeftOut(CAnalysisDoc* document, const std::string& what, std::int64_t leftOut);
 /// Remarks on the newest step: what it drops for want of a value.
 void NoticeStep(AnalysisDocument& document, const StepTaken& step);
+
+/// Takes out what a selection of cases has seen to: that the last case looks like totals, once it isn't selected.
+void DropObeyed(std::vector<Remark>& onReading, const std::vector<CaseResult>& selection);
 
 /// The remarks on it so far.
 [[nodiscard]] const Remarks& RemarksOn(CAnalysisDoc* document);

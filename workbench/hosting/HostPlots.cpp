@@ -4,19 +4,24 @@
 #include <cstdint>
 #include <functional>
 #include <new>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/AnalysisSupport.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/QuotedText.h"
+#include "workbench/data/RowSet.h"
 #include "workbench/documents/GraphDocument.h"
+#include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/CaseRows.h"
 #include "workbench/hosting/CaseServices.h"
 #include "workbench/hosting/DialogState.h"
 #include "workbench/hosting/DocumentSubjects.h"
 #include "workbench/hosting/LongTexts.h"
+#include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/ResultRouting.h"
 #include "workbench/hosting/RoutedResults.h"
 #include "workbench/hosting/Surroundings.h"
@@ -182,6 +187,31 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
     return Made;
 }
 
+/// Of the cases that the steps leave; none where a step on missing data drops all of a review plot.
+void NoticePairs(CAnalysisDoc* document, const std::string& pair, std::int64_t shown) {
+    const quillara::RowSet* rows = quillara::RemainingCases(*static_cast<quillara::AnalysisDocument*>(document));
+    if (rows != nullptr && shown > 0) {
+        quillara::NoticeLeftOut(document, "The plot of " + quillara::Quoted(pair),
+                                static_cast<std::int64_t>(rows->Count()) - shown);
+    }
+}
+
+/// The pair of a matrix that leaves out most.
+void NoticeCells(CAnalysisDoc* document, const quillara::ScatterMatrix& matrix) {
+    const std::size_t count = matrix.Variables.size();
+    std::optional<std::size_t> least;
+    for (std::size_t cell = 0; cell < matrix.Cells.size(); ++cell) {
+        const bool isPair = cell / count < cell % count;
+        if (isPair && (!least || matrix.Cells[cell].Cases < matrix.Cells[*least].Cases)) {
+            least = cell;
+        }
+    }
+    if (least) {
+        NoticePairs(document, matrix.Variables[*least / count].Name + " by " + matrix.Variables[*least % count].Name,
+                    matrix.Cells[*least].Cases);
+    }
+}
+
 }  // namespace
 
 void CAnalysisSupport::SetPlotConditions(const std::vector<CaseCondition>* conditions) {
@@ -213,9 +243,11 @@ short CAnalysisSupport::CorrelationScatterplot(unsigned short flags, int /*reser
     quillara::NoticeUnweighted(Document, "scatter");
     return MakePlot(
         *this, {TitleOf(title), quillara::ReviewSubject(data, shown), {}}, {filter}, [&](const PlotRows& rows) {
-            return quillara::ScatterMatrixOf({data.Table(), shown, rows, flags,
-                                              [this] { return quillara::SurroundingsOf(Document).AskForBreak(); },
-                                              quillara::WeightsInForce(data).Variable, RunnerOf(Document)});
+            quillara::ScatterMatrix matrix = quillara::ScatterMatrixOf(
+                {data.Table(), shown, rows, flags, [this] { return quillara::SurroundingsOf(Document).AskForBreak(); },
+                 quillara::WeightsInForce(data).Variable, RunnerOf(Document)});
+            NoticeCells(Document, matrix);
+            return matrix;
         });
 }
 
@@ -234,6 +266,7 @@ short CAnalysisSupport::Histogram3D(unsigned short /*type*/, short x, short y, s
                     {filter, FilterUse::Pairs}, [&](const PlotRows& rows) {
                         Histogram3DPlot plot = Histogram3DOf(data.Table(), shown[0], shown[1], rows);
                         plot.UnusedWeight = quillara::WeightsInForce(data).Variable;
+                        NoticePairs(Document, plot.Y.Variable + " by " + plot.X.Variable, plot.Cases);
                         return plot;
                     });
 }

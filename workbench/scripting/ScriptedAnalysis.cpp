@@ -125,7 +125,9 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
     TableOf(&document).RoomForMore = MostGroupings;
     document.Services.BreakFlag = &cancelled;
     document.Services.ShowMessage = [](std::string_view text) { TheScriptDesk().Keep(text); };
-    Notice(&document, cases.OnReading);
+    std::vector<Remark> onReading = cases.OnReading;
+    DropObeyed(onReading, TableOf(&document).Selection);
+    Notice(&document, onReading);
     document.Services.HearRemark = [](const Remark& remark) { TheScriptDesk().Keep({remark.Line(), remark.Code}); };
     Notice(&document, notices);
     document.Adopt(Held->Library.NewAnalysis());

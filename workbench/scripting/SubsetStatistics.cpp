@@ -122,12 +122,22 @@ CrossTable SubsetStatistics::CrossOf(const CrossVariable& rows, const CrossVaria
     for (const CrossSide* side : {&cross.Rows, &cross.Columns}) {
         NoticeEmptyGroups(Document, *side, cross.Cases > 0);
     }
+    if (cross.Cases == 0) {
+        Notice(&Document,
+               {"result-empty",
+                "The cross table of " + Quoted(cross.Rows.Variable + " by " + cross.Columns.Variable) + " has no case.",
+                ""});
+    }
     return cross;
 }
 
 GraphDocument SubsetStatistics::BoxesBy(std::size_t variable, const CrossVariable& by, BoxType type) const {
     NoticeWeightless(Document);
-    return BoxesByGroup(Scope(), variable, by, type);
+    GraphDocument boxes = BoxesByGroup(Scope(), variable, by, type);
+    const BoxPlot& plot = std::get<BoxPlot>(boxes.Content);
+    NoticeLeftOut(&Document, "The plot of " + Quoted(plot.Groups->Variable + " by " + plot.Groups->By),
+                  plot.Groups->LeftOut);
+    return boxes;
 }
 
 GroupTables SubsetStatistics::GroupsBy(const std::vector<std::string>& names) const {

@@ -75,7 +75,8 @@ GraphDocument BoxesByGroup(const StatisticsScope& scope, std::size_t variable, c
     BoxPlot plot;
     plot.Type = type;
     plot.Weight = scope.Weights.Variable;
-    plot.Groups = BoxGroups{shown.Name, shown.LongName, grouping.Name, grouping.LongName, LeftOutText(samples)};
+    plot.Groups =
+        BoxGroups{shown.Name, shown.LongName, grouping.Name, grouping.LongName, LeftOutText(samples), samples.LeftOut};
     for (std::size_t group = 0; group < samples.Samples.size(); ++group) {
         if (samples.HasCases[group]) {
             BoxStatistics& box = plot.Boxes.emplace_back(BoxOf(samples.Samples[group], type));

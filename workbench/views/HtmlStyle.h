@@ -11,12 +11,12 @@ inline constexpr std::string_view HtmlStyle = R"css(
 :root {
   color-scheme: light dark;
   --page: #ffffff; --panel: #f5f6f8; --ink: #1c2330; --soft: #5a6475; --line: #d9dde4; --faint: #eceef2;
-  --accent: #1f5fa8; --bar: #8fb5e0; --track: #edf0f4;
+  --shade: #1c233055; --accent: #1f5fa8; --bar: #8fb5e0; --track: #edf0f4;
 }
 @media (prefers-color-scheme: dark) {
   :root {
     --page: #14181f; --panel: #1b212b; --ink: #e4e8ee; --soft: #9ca7b8; --line: #343d4b; --faint: #252c38;
-    --accent: #82b4ee; --bar: #3f6ea6; --track: #232a35;
+    --shade: #000000aa; --accent: #82b4ee; --bar: #3f6ea6; --track: #232a35;
   }
 }
 * { box-sizing: border-box; }
@@ -56,7 +56,13 @@ section + section { margin-top: 3rem; }
 h2 { margin: 0 0 1.25rem; padding-bottom: .4rem; border-bottom: 2px solid var(--line); font-size: 1.25rem;
   overflow-wrap: anywhere; }
 .conditions { margin: -.75rem 0 1.25rem; padding: 0; list-style: none; color: var(--soft); font-size: .875rem; }
-.result { container-type: inline-size; margin: 0 0 2.25rem; overflow-x: auto; }
+.result {
+  container-type: inline-size; margin: 0 0 2.25rem; overflow-x: auto;
+  background: linear-gradient(to right, var(--page) 1rem, transparent) 0 0 / 2.5rem 100% no-repeat local,
+    linear-gradient(to left, var(--page) 1rem, transparent) 100% 0 / 2.5rem 100% no-repeat local,
+    linear-gradient(to right, var(--shade), transparent) 0 0 / .8rem 100% no-repeat,
+    linear-gradient(to left, var(--shade), transparent) 100% 0 / .8rem 100% no-repeat;
+}
 table { border-collapse: collapse; font-variant-numeric: tabular-nums lining-nums; }
 caption { padding-bottom: .6rem; text-align: left; }
 .caption { position: sticky; left: 0; width: max-content; max-width: min(60rem, 100cqi); }
@@ -138,7 +144,7 @@ tbody tr:hover > * { background-color: var(--panel); }
   .contents { display: none; }
   .layout, .beside { display: block; }
   .page-head, .page-foot, main, article { padding-left: 0; padding-right: 0; }
-  .result { container-type: normal; overflow: visible; }
+  .result { container-type: normal; overflow: visible; background: none; }
   .caption, th[scope=row] { position: static; }
   .caption { max-width: 40rem; }
   td.long { min-width: 0; }

@@ -80,6 +80,7 @@ std::string Name(ScatterMatrix& matrix, const Subject& /*about*/, bool /*isWeigh
 }
 
 std::string Name(Histogram3DPlot& plot, const Subject& /*about*/, bool /*isWeighted*/) {
+    plot.CountName = "Cases";
     return LabelOf(plot.Y.Variable, plot.Y.LongName) + " by " + LabelOf(plot.X.Variable, plot.X.LongName);
 }
 
@@ -110,6 +111,45 @@ std::vector<std::string> CaptionOf(const std::vector<std::string>& title, const 
     return lines;
 }
 
+/// How many of the cases a plot shows that leaves out those without a value of two variables, and that it takes no
+/// weight; empty: it shows all of them.
+struct PairCounts {
+    std::int64_t Least = 0;
+    std::int64_t Most = 0;
+    bool IsUnweighted = false;
+};
+
+std::optional<PairCounts> PairsIn(const GraphContent& content) {
+    if (const auto* plot = std::get_if<Histogram3DPlot>(&content)) {
+        return PairCounts{plot->Cases, plot->Cases, !plot->UnusedWeight.empty()};
+    }
+    const auto* matrix = std::get_if<ScatterMatrix>(&content);
+    const std::size_t count = matrix == nullptr ? 0 : matrix->Variables.size();
+    std::optional<PairCounts> pairs;
+    for (std::size_t i = 0; count > 1 && i < matrix->Cells.size(); ++i) {
+        const std::int64_t cases = matrix->Cells[i].Cases;
+        if (i / count != i % count) {
+            pairs = pairs ? PairCounts{std::min(pairs->Least, cases), std::max(pairs->Most, cases)}
+                          : PairCounts{cases, cases};
+        }
+    }
+    return pairs;  // a matrix says itself that it takes no weight
+}
+
+/// "1272 with values of both variables, each counted once"; empty where that is plain.
+std::string PairsText(const GraphContent& content, const std::optional<SubsetSize>& left) {
+    const std::optional<PairCounts> pairs = PairsIn(content);
+    if (!pairs || !left || pairs->Most == 0) {
+        return {};
+    }
+    const std::string cases = pairs->Least == pairs->Most
+                                  ? std::to_string(pairs->Most)
+                                  : std::to_string(pairs->Least) + " to " + std::to_string(pairs->Most) + " in a cell";
+    const std::string both = pairs->Least < left->Cases ? cases + " with values of both variables" : "";
+    const std::string once = pairs->IsUnweighted ? "each case counts once, not by its weight" : "";
+    return both.empty() || once.empty() ? both + once : both + "; " + once;
+}
+
 }  // namespace
 
 std::vector<std::string> SubsetLines(const OutputCollection& run, int step) {
@@ -126,6 +166,9 @@ std::vector<std::string> SubsetLines(const OutputCollection& run, int step) {
 GraphDocument Titled(GraphDocument graph, const OutputCollection& run, int step, const ChartTitles& titles) {
     if (!titles.AreRaw) {
         std::vector<std::string> title = CaptionOf(graph.Title, run, step);
+        if (std::string pairs = PairsText(graph.Content, SizeBehind(run, step)); !pairs.empty()) {
+            title.insert(title.begin() + (title.empty() ? 0 : 1), std::move(pairs));
+        }
         const bool isWeighted = IsWeighted(run);
         title.insert(title.begin(),
                      std::visit([&](auto& content) { return Name(content, graph.About, isWeighted); }, graph.Content));

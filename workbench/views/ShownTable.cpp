@@ -124,7 +124,9 @@ std::string SizeText(const SubsetSize& selected, std::int32_t inData) {
     return selected.Weight ? text + ", weight " + WeightText(*selected.Weight) : text;
 }
 
-/// "Missing: Not stated 12, blank 3"; of many the most frequent ones, and how many the others have.
+}  // namespace
+
+/// Of many the most frequent ones, and how many the others have.
 std::string MissingText(const SpreadsheetDocument& document) {
     constexpr std::size_t most = 8;
     std::vector<MissingCount> counts = document.Missing;
@@ -143,8 +145,6 @@ std::string MissingText(const SpreadsheetDocument& document) {
     }
     return text;
 }
-
-}  // namespace
 
 ShownTable ShowTable(const SpreadsheetDocument& document) {
     ShownTable table;

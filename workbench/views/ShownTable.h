@@ -38,6 +38,9 @@ struct ShownTable {
 
 [[nodiscard]] ShownTable ShowTable(const SpreadsheetDocument& document);
 
+/// What a frequency table says of missing data below it: "Missing: Not stated 12, blank 3"; empty: nothing.
+[[nodiscard]] std::string MissingText(const SpreadsheetDocument& document);
+
 /// The table of a spreadsheet, or those with the numbers of a graph: at least one, of which the first bears the title.
 [[nodiscard]] std::vector<ShownTable> ShowTables(const DocumentContent& content);
 

@@ -177,6 +177,9 @@ class WorkbookDrawing {
             }
             Book.EndRow();
         }
+        if (const std::string missing = MissingText(table); !missing.empty()) {
+            Row({missing}, CellStyle::Plain);
+        }
     }
 
     static CellStyle StyleOf(const SpreadsheetColumn& column) {

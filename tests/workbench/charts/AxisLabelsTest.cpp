@@ -64,6 +64,19 @@ TEST(AxisLabels, IntervalsBreakBesideTheirX) {
     EXPECT_EQ(joined(QStringLiteral("2024-01-18<x<=2024-02-07"), 40.0), "");
 }
 
+TEST(AxisLabels, NamesThatBeginAlikeAreCutInTheMiddle) {
+    const QString begin = QStringLiteral("Strongly-agree-that-the-government-should-do-more-about-");
+    const std::vector<AxisSpot> alike = {{200.0, begin + "roads"}, {230.0, begin + "schools"}, {260.0, "Other"}};
+    const std::vector<AxisSpot> unlike = {{200.0, "Roads-" + begin}, {230.0, "Schools-" + begin}};
+    for (const auto& labels :
+         {LabelsBelow(alike, {0.0, 500.0, 120.0}, Style()), LabelsBeside(alike, {0.0, 500.0, 120.0}, Style())}) {
+        EXPECT_TRUE(labels.Texts[0].Text.startsWith("Strongly") && labels.Texts[0].Text.endsWith("roads"));
+        EXPECT_TRUE(labels.Texts[1].Text.endsWith("schools"));
+        EXPECT_EQ(labels.Texts[1].Whole, alike[1].Text);
+    }
+    EXPECT_TRUE(LabelsBelow(unlike, {0.0, 500.0, 120.0}, Style()).Texts[1].Text.endsWith(QChar(0x2026)));
+}
+
 TEST(AxisLabels, BesideAreThinnedByTheirHeight) {
     std::vector<AxisSpot> spots;
     for (int i = 0; i < 100; ++i) {
