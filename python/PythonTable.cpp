@@ -263,16 +263,16 @@ void DefineColumn(py::module_& module) {
 }
 
 /// Texts and codes of what is noticed about a formula.
-py::list TellNotices(std::span<const quillara::FormulaNotice> notices) {
+py::list TellNotices(std::span<const quillara::Remark> notices) {
     py::list told;
-    for (const quillara::FormulaNotice& notice : notices) {
+    for (const quillara::Remark& notice : notices) {
         told.append(py::make_tuple(quillara::Remark{notice.Code, notice.Text, notice.Advice}.Line(), notice.Code));
     }
     return told;
 }
 
 py::list CheckSelection(const PythonTable& table, const std::string& formula) {
-    std::vector<quillara::FormulaNotice> notices;
+    std::vector<quillara::Remark> notices;
     CallHost("select", [&] { return SelectCases(*table.Held, formula, &notices); });
     return TellNotices(notices);
 }
@@ -281,7 +281,7 @@ py::list CheckSelection(const PythonTable& table, const std::string& formula) {
 py::tuple Computed(const PythonTable& table, const std::string& name, const std::string& formula) {
     PythonTable computed = CallHost("compute", [&] {
         DataTable longer = *table.Held;
-        std::vector<quillara::FormulaNotice> notices = table.Notices;
+        std::vector<quillara::Remark> notices = table.Notices;
         Derive(longer, {name, formula}, notices);
         return PythonTable{std::make_shared<const DataTable>(std::move(longer)), std::move(notices), table.OnReading};
     });

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 
 /// Labels by column and value.
 using ValueLabels = std::map<std::string, std::map<double, std::string>>;
@@ -16,7 +16,7 @@ using ValueLabels = std::map<std::string, std::map<double, std::string>>;
 /// A data table as `_quillara.Table`. Its cases never change.
 struct PythonTable {
     std::shared_ptr<const quillara::DataTable> Held;
-    std::vector<quillara::FormulaNotice> Notices{};  ///< about the formulas of its variables
+    std::vector<quillara::Remark> Notices{};  ///< about the formulas of its variables
     std::vector<quillara::Remark> OnReading{};  ///< about its file, which the script has been told
 
     /// Of columns that have just been made. Throws DataError unless names differ and lengths don't, UsageError for

@@ -175,7 +175,7 @@ class Drill(Object, kind="DDNStartup"):
         variables = [variable] if within is None else [variable, within]
         numbers = [self._number(each, "each") for each in variables]
         names = self._names
-        return self._work(_groups.each, self._analysis, [names[number - 1] for number in numbers])
+        return self._work(_groups.each, self._analysis, [names[number - 1] for number in numbers], self._kinds())
 
     def crosstab(self, rows: str | int, columns: str | int, of: str = "counts", margins: bool = False,
                  bounds: Mapping[str, Sequence[float]] | None = None, picture: str | os.PathLike[str] | None = None,
@@ -232,7 +232,7 @@ class Drill(Object, kind="DDNStartup"):
         from . import _groups
 
         place = None if variable is None else self._number(variable, "distribution") - 1
-        frame = _groups.distribution(self._analysis, place)
+        frame = _groups.distribution(self._analysis, place, self._kinds())
         if frame is None:
             told = "No continuous" if place is None else f'"{self._names[place]}" is no categorical'
             raise Error(INVALID_ARGUMENT, f"{told} variable is chosen that has no step.", "distribution")
@@ -246,6 +246,9 @@ class Drill(Object, kind="DDNStartup"):
         if frame is None:
             raise Error(INVALID_ARGUMENT, "It takes a step that drops cases, and a variable without a step.", "what_differs")
         return frame
+
+    def _kinds(self):
+        return {variable.name: variable.kind for variable in self._table.variables}
 
     def _number(self, variable, member):
         """Members take the first name that begins so; a number says which is meant."""

@@ -184,4 +184,16 @@ def test_steps_on_dates_are_told_as_dates():
     with quillara.open(SURVEY).drill(continuous=["interview_date"]) as drill:
         drill.categorize("interview_date", "month")
         drill.down("interview_date", "2024-03-15")
-        assert [step.category for step in drill.subset.steps] == ["2024-02-29<x<=2024-03-31"]
+        assert [step.category for step in drill.subset.steps] == ["2024-03"]
+
+
+def test_statistics_of_dates_are_dates():
+    pandas = pytest.importorskip("pandas")
+    with quillara.open(SURVEY).drill("sex", ["interview_date", "interview_start", "age"]) as drill:
+        told = drill.distribution()
+        assert isinstance(told.loc["interview_date", "Mean"], pandas.Timestamp)
+        assert isinstance(told.loc["interview_start", "Median"], pandas.Timedelta)
+        assert isinstance(told.loc["age", "Mean"], float)
+        by_sex = drill.each("sex")
+        assert by_sex["interview_date", "Mean"].dtype.kind == "M" and by_sex["interview_start", "Median"].dtype.kind == "m"
+        assert told.loc["interview_date", "Minimum"] <= by_sex["interview_date", "Mean"].min()

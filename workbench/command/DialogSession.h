@@ -7,7 +7,7 @@
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
 #include "workbench/scripting/DialogActions.h"
@@ -19,7 +19,7 @@ namespace quillara {
 struct CaseSettings {
     std::vector<CaseResult> Selection;  ///< one per case; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
-    std::vector<FormulaNotice> Notices;  ///< about formulas of the table and the selection
+    std::vector<Remark> Notices;  ///< about formulas of the table and the selection
     std::size_t Threads = 0;  ///< that go through the cases side by side; 0: as many as the machine has cores
 };
 

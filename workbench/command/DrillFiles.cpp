@@ -140,6 +140,12 @@ void CheckStandardOutput(const DrillOptions& options) {
     }
 }
 
+std::string WhatWasNotSaved(const std::vector<std::string>& names) {
+    return names.empty() ? ""
+                         : " Left out, because not explored: " + QuotedList(names) +
+                               "; --save-variables all keeps all variables.";
+}
+
 std::string WhatWasSaved(const DataTable& subset, const DrillOptions& options) {
     const std::string& file = *options.SaveFile;
     const bool isStandard = SavesToStandardOutput(options);
@@ -178,7 +184,7 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     if (options.SaveFile) {
         SaveDataFile(*outcome.Subset, *options.SaveFile, options.SaveFormat);
         if (!options.Quiet) {
-            WriteMessage(WhatWasSaved(*outcome.Subset, options));
+            WriteMessage(WhatWasSaved(*outcome.Subset, options) + WhatWasNotSaved(outcome.NotSaved));
         }
     }
     if (options.RecordFile) {

@@ -348,6 +348,11 @@ void DrillRun::SaveSubset() {
         PressSave();
     }
     Outcome.Subset = Arranged(Outcome.Subset, Table, Columns, Weight);
+    for (std::size_t index = 0; !Options.SavedNames && index < Table.Variables.size(); ++index) {
+        if (std::ranges::find(Columns, static_cast<short>(index + 1)) == Columns.end()) {
+            Outcome.NotSaved.push_back(Table.Variables[index].Name);
+        }
+    }
 }
 
 void DrillRun::PressSave() {
@@ -385,6 +390,9 @@ DrillOutcome RunDrill(const DrillOptions& asked) {
     DropObeyed(notices, settings.Selection);
     settings.Notices.insert(settings.Notices.begin(), notices.begin(), notices.end());
     VariableChoice variables = VariablesFor(table, options);
+    if (const std::optional<Remark> left = options.Names ? std::nullopt : RemarkOnLeftOut(table, variables)) {
+        settings.Notices.push_back(*left);
+    }
     for (CategorizedVariable& categorized : options.Categorizations) {
         const Variable& variable = table.Variables[table.IndexOf(categorized.Variable)];
         categorized.How = InData(categorized.How, variable, settings.Selection);

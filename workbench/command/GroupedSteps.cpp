@@ -38,7 +38,7 @@ class StepGrouping {
         CheckIsCategorical(index);
         const CategoryGroup group = GroupOf(Table, Table.Variables[index], categories);
         if (!Table.Find(group.Grouping.Name)) {
-            std::vector<FormulaNotice> unheard;  // the categories stand as they are in the data
+            std::vector<Remark> unheard;  // the categories stand as they are in the data
             Derive(Table, group.Grouping, unheard);
             Options.Derived.push_back(group.Grouping);
         }

@@ -25,7 +25,7 @@ constexpr const char* InfoNotes =
     "texts "
     "or labelled values the ten most frequent, from the first of them. Values: the labels "
     "of a variable, the texts of a text variable, and of any other the smallest and the largest value and the "
-    "quartiles. On a terminal no line is wider than it is.\n"
+    "quartiles, by linear interpolation (definition 7 of Hyndman and Fan). On a terminal no line is wider than it is.\n"
     "\n"
     "Examples:\n"
     "  quillara info survey.sav\n"

@@ -9,7 +9,7 @@ namespace quillara {
 namespace {
 
 /// Cases that are outside for a missing value alone, though one side of an `or` holds.
-void NoticeLeftOut(const Formula& formula, const std::vector<double>& answers, std::vector<FormulaNotice>& notices) {
+void NoticeLeftOut(const Formula& formula, const std::vector<double>& answers, std::vector<Remark>& notices) {
     const std::vector<double> known = ValuesOf(*formula.Whole.Term, answers.size(), true);
     std::size_t leftOut = 0;
     for (std::size_t i = 0; i < answers.size(); ++i) {
@@ -25,8 +25,7 @@ void NoticeLeftOut(const Formula& formula, const std::vector<double>& answers, s
 
 }  // namespace
 
-std::vector<CaseResult> SelectCases(const DataTable& table, std::string_view formula,
-                                    std::vector<FormulaNotice>* notices) {
+std::vector<CaseResult> SelectCases(const DataTable& table, std::string_view formula, std::vector<Remark>* notices) {
     Formula read = ReadFormula(table, {formula, SelectionRole});
     RequireCondition({table, {formula, SelectionRole}, read.Notices}, read.Whole);
     const std::vector<double> answers = ValuesOf(*read.Whole.Term, static_cast<std::size_t>(table.Cases));

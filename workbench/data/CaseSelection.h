@@ -5,7 +5,7 @@
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 
 namespace quillara {
 
@@ -16,6 +16,6 @@ namespace quillara {
 /// it is noticed ("or-with-missing"); `notices` takes what is noticed, unless it is null.
 /// Throws UsageError, saying where, when the formula can't be read; DataError when a variable isn't there.
 [[nodiscard]] std::vector<CaseResult> SelectCases(const DataTable& table, std::string_view formula,
-                                                  std::vector<FormulaNotice>* notices = nullptr);
+                                                  std::vector<Remark>* notices = nullptr);
 
 }  // namespace quillara

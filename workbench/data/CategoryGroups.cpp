@@ -26,7 +26,7 @@ std::optional<std::string> LabelMeant(const Variable& variable, const std::strin
         return std::nullopt;
     }
     const DataTable table;
-    std::vector<FormulaNotice> unheard;
+    std::vector<Remark> unheard;
     FormulaPart quoted;
     quoted.Role = PartRole::Quoted;
     quoted.Text = text;

@@ -5,10 +5,13 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "workbench/data/Calendar.h"
+#include "workbench/data/CalendarPeriods.h"
 #include "workbench/data/DateTimes.h"
+#include "workbench/data/PeriodName.h"
 #include "workbench/data/ValueText.h"
 #include "workbench/numbers/DecimalNumber.h"
 #include "workbench/numbers/ExactNumbers.h"
@@ -75,27 +78,45 @@ std::string BoundText(const TimeUnit& unit, double bound, bool countsAsNext) {
     return TextOfValue(unit.Kind, (countsAsNext ? std::ceil(units) : std::floor(units)) * unit.Length, unit.Length);
 }
 
+constexpr std::array<double, 3> PartsOfSecond{1.0, 1e3, 1e6};
+
 /// How many parts of a second tell the bounds of date-times from each other; 0 where none do.
 double PartsFor(double width) {
-    constexpr std::array<double, 3> partsOfSecond{1.0, 1e3, 1e6};
     const auto* found = std::ranges::find_if(
-        partsOfSecond, [width](double parts) { return width * parts >= 1.0 - RoundingOfDateTimes; });
-    return found == partsOfSecond.end() ? 0.0 : *found;
+        PartsOfSecond, [width](double parts) { return width * parts >= 1.0 - RoundingOfDateTimes; });
+    return found == PartsOfSecond.end() ? 0.0 : *found;
+}
+
+/// How many parts of a second tell the bounds that end a thousandth or millionth of one before a whole second, as those
+/// of calendar periods do; nothing for others.
+std::optional<double> PartsOfEnds(std::span<const double> bounds) {
+    constexpr double longestGap = 1.5e-3;
+    const auto isEnd = [](double bound) {
+        const double gap = std::ceil(bound) - bound;
+        return gap > 0.0 && gap <= longestGap;
+    };
+    if (!std::ranges::all_of(bounds, isEnd)) {
+        return std::nullopt;
+    }
+    const double gap = std::ceil(bounds.front()) - bounds.front();
+    return gap > longestGap / 2 ? PartsOfSecond[1] : PartsOfSecond[2];
 }
 
 /// The whole part of a second that gives an interval the same date-times.
 double RoundedBound(double parts, double bound, bool countsAsNext) {
     const double nearest = std::round(bound * parts) / parts;
-    if (std::fabs(bound - nearest) <= RoundingOfDateTimes) {
+    if (std::fabs(bound - nearest) <= std::min(RoundingOfDateTimes, 0.1 / parts)) {
         return nearest;
     }
     return (countsAsNext ? std::ceil(bound * parts) : std::floor(bound * parts)) / parts;
 }
 
 std::string NameInDateTimes(const IntervalForm& form, double lower, double upper) {
-    const double parts = form.Named == Bounds::Both ? PartsFor(upper - lower) : 1.0;
     const bool hasLower = form.Named != Bounds::Upper;
     const bool hasUpper = form.Named != Bounds::Lower;
+    const std::array<double, 2> bounds{hasLower ? lower : upper, hasUpper ? upper : lower};
+    const double byWidth = form.Named == Bounds::Both ? PartsFor(upper - lower) : 1.0;
+    const double parts = PartsOfEnds(bounds).value_or(byWidth);
     const auto rounded = [&](double bound) {
         return parts == 0.0 ? bound : RoundedBound(parts, bound, form.ExcludesUpper);
     };
@@ -128,12 +149,58 @@ std::string DayWithHyphens(const std::string& name) {
     return DaysFromText(day) ? day : name;
 }
 
-}  // namespace
-
-std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper) {
+const IntervalForm* FormOf(std::string_view name) {
     const auto* form = std::ranges::find_if(
         IntervalForms, [&name](const IntervalForm& each) { return name.find(each.Sign) != std::string::npos; });
-    if (form == IntervalForms.end()) {
+    return form == IntervalForms.end() ? nullptr : form;
+}
+
+/// The first day that begins behind a bound, of (a, b], or at it.
+double FirstDayFrom(const IntervalForm& form, ValueKind kind, double bound) {
+    if (kind == ValueKind::Date) {
+        return form.ExcludesUpper ? std::ceil(bound) : std::floor(bound) + 1;
+    }
+    return std::ceil(bound / SecondsOfDay);
+}
+
+/// Whether a bound of date-times is where a day ends: at its midnight or, of (a, b], within a second before it.
+bool EndsDay(const IntervalForm& form, double bound) {
+    const double before = std::ceil(bound / SecondsOfDay) * SecondsOfDay - bound;
+    return form.ExcludesUpper ? before == 0.0 : before > 0.0 && before <= 1.0;
+}
+
+/// "2025-07" of an interval that has the dates of a month, and likewise; "to 2025-07" and "from 2025-08" of all up to
+/// the end, or from the beginning, of one.
+std::optional<std::string> PeriodOf(const IntervalForm& form, ValueKind kind, double lower, double upper) {
+    const double day = kind == ValueKind::Date ? Day : SecondsOfDay;
+    const bool hasLower = form.Named != Bounds::Upper;
+    const bool hasUpper = form.Named != Bounds::Lower;
+    const bool isTooShort = hasLower && hasUpper && upper - lower < day - Rounding;
+    const bool isWithinDay =
+        kind == ValueKind::DateTime && ((hasLower && !EndsDay(form, lower)) || (hasUpper && !EndsDay(form, upper)));
+    if ((kind != ValueKind::Date && kind != ValueKind::DateTime) || isTooShort || isWithinDay) {
+        return std::nullopt;
+    }
+    const double first = hasLower ? FirstDayFrom(form, kind, lower) : 0.0;
+    const double behind = hasUpper ? FirstDayFrom(form, kind, upper) : 0.0;
+    if (form.Named == Bounds::Both) {
+        return NameOfPeriod({first, behind});
+    }
+    const double edge = hasLower ? first : behind;
+    if (!std::isfinite(edge) || FirstDayOf(CalendarPeriod::Month, edge) != edge) {
+        return std::nullopt;
+    }
+    const std::optional<std::string> month =
+        hasLower ? NameOfPeriod({edge, PeriodBegins(CalendarPeriod::Month, edge, edge).front()})
+                 : NameOfPeriod({FirstDayOf(CalendarPeriod::Month, edge - 1), edge});
+    return month ? std::optional((hasLower ? "from " : "to ") + *month) : std::nullopt;
+}
+
+}  // namespace
+
+std::string NameByBounds(ValueKind kind, const std::string& name, double lower, double upper) {
+    const IntervalForm* form = FormOf(name);
+    if (form == nullptr) {
         // Values that differ by less than is shown of others have names of their own.
         const std::string whole = kind == ValueKind::DateTime ? TextFromDateTime(upper) : std::string();
         return whole.empty() ? TextOfValue(kind, upper) : whole;
@@ -146,6 +213,12 @@ std::string NameInDates(ValueKind kind, const std::string& name, double lower, d
     const auto text = [&](double bound) { return BoundText(unit, bound, form->ExcludesUpper); };
     return (form->Named == Bounds::Upper ? "" : text(lower)) + std::string(form->Sign) +
            (form->Named == Bounds::Lower ? "" : text(upper));
+}
+
+std::string NameInDates(ValueKind kind, const std::string& name, double lower, double upper) {
+    const IntervalForm* form = FormOf(name);
+    const std::optional<std::string> period = form == nullptr ? std::nullopt : PeriodOf(*form, kind, lower, upper);
+    return period ? *period : NameByBounds(kind, name, lower, upper);
 }
 
 std::string NameInDates(ValueKind kind, const std::string& name) {

@@ -79,7 +79,7 @@ Variable Evaluated(const FormulaPart& part, std::size_t cases) {
 
 }  // namespace
 
-void Derive(DataTable& table, const DerivedVariable& derived, std::vector<FormulaNotice>& notices) {
+void Derive(DataTable& table, const DerivedVariable& derived, std::vector<Remark>& notices) {
     CheckName(table, derived.Name);
     const FormulaText text{derived.Formula, "The formula of " + Quoted(derived.Name)};
     Formula formula = ReadFormula(table, text);

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 
 namespace quillara {
 
@@ -19,6 +19,6 @@ struct DerivedVariable {
 /// what is noticed.
 /// Throws UsageError when the formula can't be read or there is no name, DataError when the name stands already or one
 /// of the formula doesn't.
-void Derive(DataTable& table, const DerivedVariable& derived, std::vector<FormulaNotice>& notices);
+void Derive(DataTable& table, const DerivedVariable& derived, std::vector<Remark>& notices);
 
 }  // namespace quillara

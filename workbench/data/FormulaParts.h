@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
 #include "workbench/data/FormulaTerms.h"
 #include "workbench/data/FormulaTokens.h"
+#include "workbench/data/Remark.h"
 
 namespace quillara {
 
@@ -19,7 +19,7 @@ namespace quillara {
 struct FormulaContext {
     const DataTable& Table;
     FormulaText Formula;
-    std::vector<FormulaNotice>& Notices;
+    std::vector<Remark>& Notices;
 };
 
 enum class PartRole {

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
 #include "workbench/data/FormulaParts.h"
+#include "workbench/data/Remark.h"
 
 namespace quillara {
 
@@ -12,7 +12,7 @@ namespace quillara {
 struct Formula {
     FormulaPart Whole;  ///< a condition, a value, or a quoted text
     bool JoinsByOr = false;
-    std::vector<FormulaNotice> Notices;
+    std::vector<Remark> Notices;
 };
 
 /// Reads a formula for a table. Throws UsageError, saying where, when it can't be read; DataError when a variable isn't
@@ -22,7 +22,7 @@ struct Formula {
 /// comparisons can't be chained (a < b < c). Numbers are compared as they are, without tolerance. Names count the case
 /// of letters, words of the language don't; a variable called And, Or or Not stands in brackets. A text stands in
 /// double or single quotes; it is compared with a text variable or with the labels of a variable, by = and <> and in
-/// only, and where no value bears it, with regard to nothing but the case of letters (FormulaNotice "text-other-case",
+/// only, and where no value bears it, with regard to nothing but the case of letters (Remark "text-other-case",
 /// "text-not-found"). Beside a date it is YYYY-MM-DD, beside a time of day HH:MM:SS.
 ///
 /// What is made of missing values is missing; so is what isn't a finite number. Two exceptions: missing(NAME), with

@@ -28,12 +28,12 @@ std::vector<double> SortedValues(const Variable& variable, ValueSpread& spread) 
     return values;
 }
 
-/// The value below which a share of the cases lies, in quarters.
+/// Between the values on either side of its place, in proportion.
 double Quartile(const std::vector<double>& sorted, std::size_t quarters) {
-    const std::size_t parts = sorted.size() * quarters;
-    const std::size_t place = (parts + 3) / 4;  // counted from 1
-    const bool isBetween = parts % 4 == 0 && place < sorted.size();
-    return isBetween ? sorted[place - 1] + (sorted[place] - sorted[place - 1]) / 2 : sorted[place - 1];
+    const std::size_t parts = (sorted.size() - 1) * quarters;
+    const double lower = sorted[parts / 4];
+    const double upper = sorted[std::min(parts / 4 + 1, sorted.size() - 1)];
+    return lower + (upper - lower) * static_cast<double>(parts % 4) / 4.0;
 }
 
 std::size_t CountDistinct(const std::vector<double>& sorted) {

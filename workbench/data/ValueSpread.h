@@ -22,8 +22,8 @@ struct FiveNumbers {
 struct ValueSpread {
     std::int64_t Missing = 0;
     std::size_t Distinct = 0;
-    /// Of numbers, dates and times; a quartile is the value that as many cases reach, and half way to the next one
-    /// where exactly so many lie below it. Nothing without values.
+    /// Of numbers, dates and times; quartiles by linear interpolation (definition 7 of Hyndman and Fan), as
+    /// distributions have them. Nothing without values.
     std::optional<FiveNumbers> Numbers;
     /// How many cases have each value or, of many numbers, lie in parts of equal width from the smallest to the
     /// largest; of many texts or labelled values the most frequent, from the first of them.

@@ -6,7 +6,7 @@
 
 #include "host/CaseBlocks.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 #include "workbench/dialogs/HostDialog.h"
 
 namespace quillara {
@@ -14,7 +14,7 @@ namespace quillara {
 /// The cases that an analysis is to use.
 struct CaseChoice {
     std::optional<std::string> Formula;  ///< nothing: all cases
-    std::vector<FormulaNotice> Notices{};  ///< about the formula
+    std::vector<Remark> Notices{};  ///< about the formula
     std::vector<CaseResult> Results;  ///< what the formula makes of each case; empty without one
 };
 

@@ -5,20 +5,13 @@
 #include <cstdlib>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/LibraryFunctions.h"
 
 namespace quillara {
 namespace {
 
 constexpr const char* PlaceVariable = "QUILLARA_DUCKDB";  // names the library where the system doesn't find it
 constexpr const char* LibraryName = "libduckdb.so";
-
-template <typename Function>
-void LoadFrom(void* library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(dlsym(library, name));
-    if (function == nullptr) {
-        throw DataError("The library of DuckDB can't be used: it has no " + std::string(name) + ".");
-    }
-}
 
 void* OpenedLibrary(const std::string& reader) {
     const char* place = std::getenv(PlaceVariable);
@@ -36,31 +29,32 @@ void* OpenedLibrary(const std::string& reader) {
 }
 
 DuckDbLibrary LoadedLibrary(void* library) {
+    const LibraryFunctions functions(library, "DuckDB");
     DuckDbLibrary loaded{};
-    LoadFrom(library, "duckdb_create_config", loaded.CreateConfig);
-    LoadFrom(library, "duckdb_set_config", loaded.SetConfig);
-    LoadFrom(library, "duckdb_destroy_config", loaded.DestroyConfig);
-    LoadFrom(library, "duckdb_open_ext", loaded.OpenExtended);
-    LoadFrom(library, "duckdb_close", loaded.Close);
-    LoadFrom(library, "duckdb_connect", loaded.Connect);
-    LoadFrom(library, "duckdb_disconnect", loaded.Disconnect);
-    LoadFrom(library, "duckdb_prepare", loaded.Prepare);
-    LoadFrom(library, "duckdb_prepare_error", loaded.PrepareError);
-    LoadFrom(library, "duckdb_destroy_prepare", loaded.DestroyPrepare);
-    LoadFrom(library, "duckdb_pending_prepared", loaded.PendingPrepared);
-    LoadFrom(library, "duckdb_pending_execute_task", loaded.PendingExecuteTask);
-    LoadFrom(library, "duckdb_pending_error", loaded.PendingError);
-    LoadFrom(library, "duckdb_execute_pending", loaded.ExecutePending);
-    LoadFrom(library, "duckdb_destroy_pending", loaded.DestroyPending);
-    LoadFrom(library, "duckdb_result_error", loaded.ResultError);
-    LoadFrom(library, "duckdb_destroy_result", loaded.DestroyResult);
-    LoadFrom(library, "duckdb_fetch_chunk", loaded.FetchChunk);
-    LoadFrom(library, "duckdb_data_chunk_get_size", loaded.ChunkSize);
-    LoadFrom(library, "duckdb_data_chunk_get_vector", loaded.ChunkVector);
-    LoadFrom(library, "duckdb_destroy_data_chunk", loaded.DestroyChunk);
-    LoadFrom(library, "duckdb_vector_get_data", loaded.VectorData);
-    LoadFrom(library, "duckdb_vector_get_validity", loaded.VectorValidity);
-    LoadFrom(library, "duckdb_free", loaded.Free);
+    functions.Load("duckdb_create_config", loaded.CreateConfig);
+    functions.Load("duckdb_set_config", loaded.SetConfig);
+    functions.Load("duckdb_destroy_config", loaded.DestroyConfig);
+    functions.Load("duckdb_open_ext", loaded.OpenExtended);
+    functions.Load("duckdb_close", loaded.Close);
+    functions.Load("duckdb_connect", loaded.Connect);
+    functions.Load("duckdb_disconnect", loaded.Disconnect);
+    functions.Load("duckdb_prepare", loaded.Prepare);
+    functions.Load("duckdb_prepare_error", loaded.PrepareError);
+    functions.Load("duckdb_destroy_prepare", loaded.DestroyPrepare);
+    functions.Load("duckdb_pending_prepared", loaded.PendingPrepared);
+    functions.Load("duckdb_pending_execute_task", loaded.PendingExecuteTask);
+    functions.Load("duckdb_pending_error", loaded.PendingError);
+    functions.Load("duckdb_execute_pending", loaded.ExecutePending);
+    functions.Load("duckdb_destroy_pending", loaded.DestroyPending);
+    functions.Load("duckdb_result_error", loaded.ResultError);
+    functions.Load("duckdb_destroy_result", loaded.DestroyResult);
+    functions.Load("duckdb_fetch_chunk", loaded.FetchChunk);
+    functions.Load("duckdb_data_chunk_get_size", loaded.ChunkSize);
+    functions.Load("duckdb_data_chunk_get_vector", loaded.ChunkVector);
+    functions.Load("duckdb_destroy_data_chunk", loaded.DestroyChunk);
+    functions.Load("duckdb_vector_get_data", loaded.VectorData);
+    functions.Load("duckdb_vector_get_validity", loaded.VectorValidity);
+    functions.Load("duckdb_free", loaded.Free);
     return loaded;
 }
 

@@ -3,39 +3,33 @@
 #include <dlfcn.h>
 
 #include "workbench/data/Errors.h"
+#include "workbench/formats/LibraryFunctions.h"
 
 namespace quillara {
 namespace {
-
-template <typename Function>
-void Load(void* library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(dlsym(library, name));
-    if (function == nullptr) {
-        throw DataError("The library of ODBC can't be used: it has no " + std::string(name) + ".");
-    }
-}
 
 OdbcLibrary Opened() {
     void* const library = dlopen("libodbc.so.2", RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
         throw DataError("Databases are read by ODBC, whose library libodbc.so.2 isn't installed; install unixodbc.");
     }
+    const LibraryFunctions functions(library, "ODBC");
     OdbcLibrary loaded{};
-    Load(library, "SQLAllocHandle", loaded.AllocHandle);
-    Load(library, "SQLFreeHandle", loaded.FreeHandle);
-    Load(library, "SQLSetEnvAttr", loaded.SetEnvAttr);
-    Load(library, "SQLSetConnectAttr", loaded.SetConnectAttr);
-    Load(library, "SQLDriverConnect", loaded.DriverConnect);
-    Load(library, "SQLDisconnect", loaded.Disconnect);
-    Load(library, "SQLEndTran", loaded.EndTran);
-    Load(library, "SQLGetInfo", loaded.GetInfo);
-    Load(library, "SQLTables", loaded.Tables);
-    Load(library, "SQLExecDirect", loaded.ExecDirect);
-    Load(library, "SQLNumResultCols", loaded.NumResultCols);
-    Load(library, "SQLDescribeCol", loaded.DescribeCol);
-    Load(library, "SQLFetch", loaded.Fetch);
-    Load(library, "SQLGetData", loaded.GetData);
-    Load(library, "SQLGetDiagRec", loaded.GetDiagRec);
+    functions.Load("SQLAllocHandle", loaded.AllocHandle);
+    functions.Load("SQLFreeHandle", loaded.FreeHandle);
+    functions.Load("SQLSetEnvAttr", loaded.SetEnvAttr);
+    functions.Load("SQLSetConnectAttr", loaded.SetConnectAttr);
+    functions.Load("SQLDriverConnect", loaded.DriverConnect);
+    functions.Load("SQLDisconnect", loaded.Disconnect);
+    functions.Load("SQLEndTran", loaded.EndTran);
+    functions.Load("SQLGetInfo", loaded.GetInfo);
+    functions.Load("SQLTables", loaded.Tables);
+    functions.Load("SQLExecDirect", loaded.ExecDirect);
+    functions.Load("SQLNumResultCols", loaded.NumResultCols);
+    functions.Load("SQLDescribeCol", loaded.DescribeCol);
+    functions.Load("SQLFetch", loaded.Fetch);
+    functions.Load("SQLGetData", loaded.GetData);
+    functions.Load("SQLGetDiagRec", loaded.GetDiagRec);
     return loaded;
 }
 

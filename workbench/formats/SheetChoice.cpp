@@ -43,6 +43,13 @@ std::size_t ChosenSheet(const std::vector<SheetEntry>& sheets, const std::string
     const auto shown = std::ranges::find(sheets, false, &SheetEntry::IsHidden);
     const std::size_t chosen = shown == sheets.end() ? 0 : static_cast<std::size_t>(shown - sheets.begin());
     if (sheets.size() > 1 && options.Noticed) {
+        if (sheets[chosen].Name == "Contents") {
+            options.Noticed({"results-workbook",
+                             Quoted(NameOfFile(path)) +
+                                 " looks like a workbook of results, whose tables have titles above "
+                                 "their names and are no data.",
+                             "Read the data that they were made from; drill --save and convert write data."});
+        }
         options.Noticed({"further-sheets",
                          Quoted(NameOfFile(path)) + " has " + std::to_string(sheets.size()) + " sheets, of which " +
                              Quoted(sheets[chosen].Name) + " is read.",

@@ -4,15 +4,15 @@
 
 namespace quillara {
 
-std::vector<FormulaNotice> PrepareTable(DataTable& table, const TablePreparation& preparation,
-                                        std::optional<std::size_t> maxMemory) {
+std::vector<Remark> PrepareTable(DataTable& table, const TablePreparation& preparation,
+                                 std::optional<std::size_t> maxMemory) {
     for (const ValidCodes& valid : preparation.Valid) {
         TakeAsValid(table, valid);
     }
     if (preparation.DictionaryFile) {
         ApplyDictionary(table, *preparation.DictionaryFile, maxMemory);
     }
-    std::vector<FormulaNotice> notices;
+    std::vector<Remark> notices;
     for (const DerivedVariable& derived : preparation.Derived) {
         Derive(table, derived, notices);
     }

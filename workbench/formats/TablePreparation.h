@@ -7,7 +7,7 @@
 
 #include "workbench/data/DataTable.h"
 #include "workbench/data/DerivedVariables.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 #include "workbench/data/ValidCodes.h"
 
 namespace quillara {
@@ -21,7 +21,7 @@ struct TablePreparation {
 
 /// Prepares a table that has been read, and gives what is noticed. `maxMemory` is as in ReadOptions. Throws as
 /// TakeAsValid, ApplyDictionary and Derive do.
-std::vector<FormulaNotice> PrepareTable(DataTable& table, const TablePreparation& preparation,
-                                        std::optional<std::size_t> maxMemory = {});
+std::vector<Remark> PrepareTable(DataTable& table, const TablePreparation& preparation,
+                                 std::optional<std::size_t> maxMemory = {});
 
 }  // namespace quillara

@@ -7,7 +7,7 @@
 
 #include "host/CaseBlocks.h"
 #include "host/ResultSubject.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 #include "workbench/documents/Remarks.h"
 #include "workbench/documents/StepTaken.h"
 
@@ -22,7 +22,7 @@ struct Variable;
 void Notice(CAnalysisDoc* document, Remark remark);
 
 /// Remarks on formulas that it begins with or is given.
-void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices);
+void Notice(CAnalysisDoc* document, const std::vector<Remark>& notices);
 /// Remarks on what is in force when results are made: weights that aren't positive or are rounded, a declared weight
 /// that isn't used.
 void NoticeWeights(AnalysisDocument& document);

@@ -96,8 +96,8 @@ void Notice(CAnalysisDoc* document, Remark remark) {
     }
 }
 
-void Notice(CAnalysisDoc* document, const std::vector<FormulaNotice>& notices) {
-    for (const FormulaNotice& notice : notices) {
+void Notice(CAnalysisDoc* document, const std::vector<Remark>& notices) {
+    for (const Remark& notice : notices) {
         Notice(document, notice);
     }
 }

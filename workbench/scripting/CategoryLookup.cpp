@@ -11,6 +11,7 @@
 #include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/LetterCase.h"
+#include "workbench/data/PeriodName.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/data/Suggestion.h"
 #include "workbench/data/WrittenValue.h"
@@ -22,6 +23,11 @@ namespace {
 using FoundRow = std::optional<std::size_t>;
 
 constexpr std::string_view MissingName = "Missing";
+
+/// Whether a row is shown with dates or times in place of numbers.
+bool IsInDates(const CategoryList& list, const CategoryRow& row) {
+    return row.Range && !list.HasLabels && IsTimeKind(list.Kind);
+}
 
 FoundRow FirstRow(const CategoryList& list, const std::function<bool(const CategoryRow&)>& matches) {
     const auto row = std::find_if(list.Rows.begin(), list.Rows.end(), matches);
@@ -59,6 +65,13 @@ FoundRow RowNamedInDates(const CategoryList& list, std::string_view text) {
     return FirstRow(list, [&](const CategoryRow& row) { return NameForPeople(list, row) == text; });
 }
 
+/// "2024-02-29<x<=2024-03-31" of what is shown as 2024-03.
+FoundRow RowNamedByBounds(const CategoryList& list, std::string_view text) {
+    return FirstRow(list, [&](const CategoryRow& row) {
+        return IsInDates(list, row) && NameByBounds(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) == text;
+    });
+}
+
 bool Admits(const RowRange& range, double value) {
     const bool isAbove = range.HasLower ? range.Lower <= value : range.Lower < value;
     const bool isBelow = range.HasUpper ? value <= range.Upper : value < range.Upper;
@@ -80,6 +93,24 @@ std::optional<double> ValueOf(const CategoryList& list, std::string_view text) {
         value = SecondsFromDateTime(text);
     }
     return value ? value : DecimalNumber(text);
+}
+
+/// The row that has all dates of "2024-03", "2024-Q1" or the like, also that one from which or up to which there is no
+/// bound. A single day is looked up as a value.
+FoundRow RowOfPeriod(const CategoryList& list, std::string_view text) {
+    const std::optional<DayRange> days = PeriodNamed(text);
+    const bool hasDates = list.Kind == ValueKind::Date || list.Kind == ValueKind::DateTime;
+    if (!days || !hasDates || DaysFromText(text)) {
+        return std::nullopt;
+    }
+    const bool hasTimes = list.Kind == ValueKind::DateTime;
+    const double first = hasTimes ? days->First * SecondsOfDay : days->First;
+    const double last = hasTimes ? days->Behind * SecondsOfDay - 1 : days->Behind - 1;
+    return FirstRow(list, [&](const CategoryRow& row) {
+        const std::string name = row.Range ? NameForPeople(list, row) : std::string();
+        return name == "to " + std::string(text) || name == "from " + std::string(text) ||
+               (row.Range && Admits(*row.Range, first) && Admits(*row.Range, last));
+    });
 }
 
 /// The texts behind labels, as the data have them.
@@ -117,8 +148,24 @@ std::vector<std::string> NamesOf(const CategoryList& list) {
     return names;
 }
 
+/// What is wrong with the text itself, ahead of the list.
+std::string Hint(const CategoryList& list, std::string_view text) {
+    constexpr std::size_t lengthOfDay = 10;
+    const std::string_view day = text.substr(0, lengthOfDay);
+    const bool looksLikeDay = day.size() == lengthOfDay && day[4] == '-' && day[7] == '-' &&
+                              std::ranges::count_if(day, [](char sign) { return '0' <= sign && sign <= '9'; }) == 8;
+    if (looksLikeDay && IsTimeKind(list.Kind) && !DaysFromText(day)) {
+        return Quoted(day) + " is no day of the calendar. ";
+    }
+    const bool isQuoted =
+        text.size() > 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front();
+    const std::string inner(isQuoted ? text.substr(1, text.size() - 2) : text);
+    return isQuoted && NamedRowInAnyCase(list, inner) ? "A category stands without quotes: " + inner + ". " : "";
+}
+
 std::string Refusal(const CategoryList& list, std::string_view text) {
-    const std::string line = "The variable " + Quoted(list.Variable) + " has no category " + Quoted(text) + " now; ";
+    const std::string line =
+        Hint(list, text) + "The variable " + Quoted(list.Variable) + " has no category " + Quoted(text) + " now; ";
     if (list.Rows.empty()) {
         return line + "its list of categories is empty.";
     }
@@ -131,13 +178,12 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
 }  // namespace
 
 std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
-    const bool isInDates = !list.HasLabels && IsTimeKind(list.Kind);
-    return row.Range && isInDates ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
+    return IsInDates(list, row) ? NameInDates(list.Kind, row.Name, row.Range->Lower, row.Range->Upper) : row.Name;
 }
 
 std::size_t FindCategory(const CategoryList& list, std::string_view text) {
-    for (const auto find :
-         {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, RowOfStoredText, AdmittingRow}) {
+    for (const auto find : {MissingRow, NumberedRow, NamedRow, NamedRowInAnyCase, RowNamedInDates, RowNamedByBounds,
+                            RowOfPeriod, RowOfStoredText, AdmittingRow}) {
         if (const FoundRow row = find(list, text)) {
             return *row;
         }

@@ -132,7 +132,7 @@ class NewChoice {
 void ExtendTable(AnalysisDocument& document, const DerivedVariable& derived) {
     TableInUse& data = TableOf(&document);
     auto longer = std::make_shared<DataTable>(data.Table());
-    std::vector<FormulaNotice> unheard;
+    std::vector<Remark> unheard;
     Derive(*longer, derived, unheard);
     data.Extend(std::move(longer));
 }

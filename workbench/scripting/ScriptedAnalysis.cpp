@@ -117,7 +117,7 @@ ScriptedAnalysis::ScriptedAnalysis(std::shared_ptr<const DataTable> table, const
                                    const std::atomic<bool>& cancelled)
     : Held(std::make_shared<Whole>(std::move(table))) {
     AnalysisDocument& document = Held->Document;
-    std::vector<FormulaNotice> notices = cases.Notices;
+    std::vector<Remark> notices = cases.Notices;
     if (!cases.Formula.empty()) {
         TableOf(&document).Select(SelectCases(*Held->Table, cases.Formula, &notices), cases.Formula);
     }

@@ -12,7 +12,7 @@
 #include "platform/Automation.h"
 #include "platform/CountedPointer.h"
 #include "workbench/data/DataTable.h"
-#include "workbench/data/FormulaNotice.h"
+#include "workbench/data/Remark.h"
 #include "workbench/documents/StepTaken.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
@@ -29,7 +29,7 @@ namespace quillara {
 struct CasesInForce {
     std::string Formula;  ///< of the selection; empty: all cases
     std::optional<std::size_t> Weight;  ///< index of the weight variable; nothing: none
-    std::vector<FormulaNotice> Notices{};  ///< about formulas of the table
+    std::vector<Remark> Notices{};  ///< about formulas of the table
     std::vector<Remark> OnReading{};  ///< about its file; told already
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 #include <set>
 #include <utility>
@@ -131,6 +132,17 @@ Json JsonOf(const VariableSummary& summary) {
     return json;
 }
 
+/// A large number has two decimals at most, in place of the sixth digit and a power of ten.
+std::string RoundedText(ValueKind kind, double value) {
+    constexpr double leastLarge = 1e4;
+    constexpr double parts = 100.0;
+    constexpr double leastHuge = 1e13;  // that has no such decimals
+    const double size = std::fabs(value);
+    return kind == ValueKind::Number && size >= leastLarge && size < leastHuge
+               ? NumberValue(std::round(value * parts) / parts).dump()
+               : TextOfValue(kind, value);
+}
+
 void TakeSpread(VariableSummary& summary, const Variable& variable) {
     summary.Role = DefaultRoleOf(variable);
     summary.Spread = SpreadOf(variable, MostBars);
@@ -138,8 +150,8 @@ void TakeSpread(VariableSummary& summary, const Variable& variable) {
         for (const double value : ValuesOf(*numbers)) {
             const bool isInner = value != numbers->Smallest && value != numbers->Largest;
             const bool isTold = variable.Kind == ValueKind::Number || variable.Kind == ValueKind::DateTime;
-            const bool isRounded = isInner && isTold;
-            summary.Quantiles.push_back(isRounded ? TextOfValue(variable.Kind, value) : TextOf(variable, value));
+            summary.Quantiles.push_back(isInner && isTold ? RoundedText(variable.Kind, value)
+                                                          : TextOf(variable, value));
         }
     }
 }

@@ -132,10 +132,10 @@ TEST(CaseSelection, SelectsOrSaysWhereItCannotRead) {
 
 /// The codes and texts of what is noticed.
 std::string Noticed(const std::string& formula) {
-    std::vector<FormulaNotice> notices;
+    std::vector<Remark> notices;
     static_cast<void>(SelectCases(Sample(), formula, &notices));
     std::string texts;
-    for (const FormulaNotice& notice : notices) {
+    for (const Remark& notice : notices) {
         texts += notice.Code + ": " + notice.Text + (notice.Code == "text-not-found" ? " " + notice.Advice : "") + "|";
     }
     return texts;

@@ -1,10 +1,12 @@
 #include "workbench/data/DateTimes.h"
 
 #include "tests/workbench/Tables.h"
+#include "workbench/data/Calendar.h"
 #include "workbench/data/CalendarCuts.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/data/DateIntervals.h"
 #include "workbench/data/Errors.h"
+#include "workbench/data/PeriodName.h"
 #include "workbench/data/ValueText.h"
 
 #include <gtest/gtest.h>
@@ -85,9 +87,15 @@ TEST(DateTimes, AreNamedAsShortAsTheyCanBe) {
         double Upper;
         const char* Shown;
     } cases[] = {
-        {"1<=x<2", At("2024-02-29"), At("2024-03-01"), "2024-02-29<=x<2024-03-01"},
+        {"1<=x<2", At("2024-02-29"), At("2024-03-01"), "2024-02-29"},
+        {"1<=x<2", At("2024-02-28"), At("2024-03-01"), "2024-02-28<=x<2024-03-01"},
         {"1<=x<2", At("2024-02-29"), At("2024-02-29 06:00"), "2024-02-29 00:00<=x<2024-02-29 06:00"},
-        {"1<x<=2", At("2024-02-29") - 1, At("2024-03-01") - 1, "2024-02-28 23:59:59<x<=2024-02-29 23:59:59"},
+        {"1<x<=2", At("2024-02-29") - 1, At("2024-03-01") - 1, "2024-02-29"},
+        {"1<x<=2", At("2024-02-28") - 1, At("2024-03-01") - 1, "2024-02-27 23:59:59<x<=2024-02-29 23:59:59"},
+        {"1<x<=2", At("1970-01-01") - 0.001, At("1971-01-01") - 0.001, "1970"},
+        {"x<=2", -Infinity, At("1970-01-01") - 0.001, "to 1969-12"},
+        {"1<x", At("1970-01-01") - 1, Infinity, "from 1970-01"},
+        {"x<=2", -Infinity, At("1969-12-30") - 0.001, "x<=1969-12-29 23:59:59.999"},
         {"1<x<=2", 0.25, 10.5, "1970-01-01 00:00:00<x<=1970-01-01 00:00:10"},
         {"1<=x<2", 0.25, 10.5, "1970-01-01 00:00:01<=x<1970-01-01 00:00:11"},
         {"1<x<=2", 0.25, 0.5, "1970-01-01 00:00:00.25<x<=1970-01-01 00:00:00.5"},
@@ -103,6 +111,34 @@ TEST(DateTimes, AreNamedAsShortAsTheyCanBe) {
     EXPECT_EQ(TextOfValue(ValueKind::DateTime, 1709208000.12345), "2024-02-29 12:00:00.123");
     EXPECT_EQ(TextOfValue(ValueKind::DateTime, 1709208000, 60), "2024-02-29 12:00");
     EXPECT_EQ(TextOfValue(ValueKind::DateTime, At("2024-02-29"), 86400), "2024-02-29");
+}
+
+TEST(PeriodName, IsThatOfTheCalendarBothWays) {
+    const struct {
+        const char* First;
+        const char* Behind;
+        const char* Name;  // empty: these days have none
+    } cases[] = {
+        {"2024-01-01", "2025-01-01", "2024"},     {"2024-04-01", "2024-07-01", "2024-Q2"},
+        {"2024-02-01", "2024-03-01", "2024-02"},  {"2024-12-30", "2025-01-06", "2025-W01"},
+        {"2020-12-28", "2021-01-04", "2020-W53"}, {"2024-02-29", "2024-03-01", "2024-02-29"},
+        {"1969-12-29", "1970-01-05", "1970-W01"}, {"2024-01-01", "2024-02-02", ""},
+        {"2024-02-02", "2024-03-02", ""},         {"2024-01-02", "2024-01-09", ""},
+        {"2024-01-02", "2024-01-02", ""},
+    };
+    for (const auto& [first, behind, name] : cases) {
+        const DayRange days{*DaysFromText(first), *DaysFromText(behind)};
+        EXPECT_EQ(NameOfPeriod(days).value_or(""), name) << first;
+        const std::optional<DayRange> named = PeriodNamed(name);
+        EXPECT_EQ(named.has_value(), *name != '\0') << name;
+        if (named) {
+            EXPECT_EQ(named->First, days.First) << name;
+            EXPECT_EQ(named->Behind, days.Behind) << name;
+        }
+    }
+    for (const char* text : {"2024-Q5", "2024-Q0", "2023-W53", "2024-W00", "2024-13", "24", "2024-1", "x", "2024-W1"}) {
+        EXPECT_FALSE(PeriodNamed(text)) << text;
+    }
 }
 
 TEST(DateTimes, AreCutByTheCalendar) {

@@ -37,7 +37,7 @@ std::string Shown(const Variable& variable) {
 
 std::string Derived(const std::string& formula, const std::string& name = "new") {
     DataTable table = Sample();
-    std::vector<FormulaNotice> notices;
+    std::vector<Remark> notices;
     try {
         Derive(table, {name, formula}, notices);
     } catch (const UsageError& error) {
@@ -98,7 +98,7 @@ TEST(DerivedVariables, AreWhatTheirFormulaSaysOrWhereItIsWrong) {
 
 TEST(DerivedVariables, HaveTheirFormulaForALabelAndServeLaterOnes) {
     DataTable table = Sample();
-    std::vector<FormulaNotice> notices;
+    std::vector<Remark> notices;
     Derive(table, {"double x", "x * 2"}, notices);
     Derive(table, {"far", "[double x] > 10 and city = 'OSLO'"}, notices);
     EXPECT_EQ(table.Variables[7].LongName, "x * 2");
