@@ -19,6 +19,7 @@ namespace quillara {
 namespace {
 
 constexpr const char* PickCall = "pick";
+constexpr const char* LeaveCall = "leave";
 constexpr const char* CloseCall = "close";
 constexpr const char* NoMemory = "There is not enough memory for this analysis.";
 
@@ -217,10 +218,24 @@ bool Exploration::Pick(BrushingRun& run) {
         return PickAgain(run);
     }
     Listener.Changed();
-    return Listener.Pick(run);
+    const bool isPicked = Listener.Pick(run);
+    if (!isPicked) {
+        Recorder.Note({JournalEntry::NoDialog, {LeaveCall, {}}});
+    }
+    return isPicked;
 }
 
+/// Documents may have been closed meanwhile.
 bool Exploration::PickAgain(BrushingRun& run) {
+    while (!Again->empty() && Again->front().Call.Name == CloseCall) {
+        const JournalEntry& entry = Again->front();
+        *Again = Again->subspan(1);
+        DoAgain(entry);
+    }
+    if (!Again->empty() && Again->front().Call.Name == LeaveCall) {
+        *Again = Again->subspan(1);
+        return false;
+    }
     if (Again->empty() || Again->front().Call.Name != PickCall) {
         return false;
     }

@@ -12,7 +12,7 @@ struct JournalEntry {
     static constexpr int NoDialog = 0;
 
     int Dialog = NoDialog;  ///< id of the resource of the window that it was done in; NoDialog: in none
-    WindowCall Call;  ///< in no window: "pick BAR OPTION" in a brushing graph, "close PLACE" of a document
+    WindowCall Call;  ///< in no window: "pick BAR OPTION" in a brushing graph, "leave" it, "close PLACE" of a document
 };
 
 /// Records as a SessionRecorder, and notes besides what is done, call by call, so that it can be done again.
