@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -44,17 +45,34 @@ ShownSurvey::ShownSurvey() {
 }
 
 void ShownSurvey::InModal(int button, const std::function<void(DialogView&)>& work) {
-    QTimer::singleShot(0, [&work] {
+    InModalWindow([&] { Click(Dialog(), button); },
+                  [&](QWidget& modal) {
+                      auto* view = modal.findChild<DialogView*>();
+                      ASSERT_NE(view, nullptr);
+                      const QPointer<QWidget> isThere(&modal);
+                      work(*view);
+                      if (isThere && modal.isVisible()) {
+                          QTest::keyClick(&modal, Qt::Key_Escape);
+                      }
+                  });
+}
+
+void InModalWindow(const std::function<void()>& action, const std::function<void(QWidget&)>& work) {
+    QTimer soon;
+    QObject::connect(&soon, &QTimer::timeout, [&] {
         const QPointer<QWidget> modal = QApplication::activeModalWidget();
-        ASSERT_FALSE(modal.isNull());
-        auto* view = modal->findChild<DialogView*>();
-        ASSERT_NE(view, nullptr);
-        work(*view);
-        if (modal && modal->isVisible()) {
-            QTest::keyClick(modal, Qt::Key_Escape);
+        if (modal != nullptr && modal->isActiveWindow()) {
+            soon.stop();
+            work(*modal);
+            if (modal && modal->isVisible()) {
+                ADD_FAILURE() << modal->windowTitle().toStdString() << " stays open";
+                modal->close();
+            }
         }
     });
-    Click(Dialog(), button);
+    soon.start(0);
+    action();
+    EXPECT_FALSE(soon.isActive()) << "no modal window has opened";
 }
 
 void Click(DialogView& view, int id) {

@@ -31,6 +31,8 @@ struct ShownSurvey : ShownDesktop {
     [[nodiscard]] Window& Startup() { return Main.Model().Present()->Startup(); }
 };
 
+/// Works in the modal window that an action opens, as soon as it is in front; it is left by then.
+void InModalWindow(const std::function<void()>& action, const std::function<void(QWidget&)>& work);
 /// Clicks a widget of a control where its caption begins.
 void Click(DialogView& view, int id);
 /// Clicks a row of a list.

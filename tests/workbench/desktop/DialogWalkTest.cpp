@@ -1,5 +1,4 @@
-// A walk over all controls of all dialogs: how they look at different sizes of letters, light and dark, and that they
-// do the same whether they are used by mouse, by keyboard or by a script.
+// A walk over all controls of all dialogs: how they look at different sizes of letters, light and dark.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -173,88 +172,6 @@ TEST(DialogWalk, NothingIsCutOrWithoutANameAtAnySize) {
             }
         }
     }
-}
-
-// The three ways
-
-enum class Way { Mouse, Keyboard, Script };
-
-void Use(ShownSurvey& survey, const ControlResource& control, Way way) {
-    QWidget* widget = survey.Dialog().Find(control.Id);
-    const auto byScript = [&](const std::function<void(Window&)>& action) {
-        survey.Main.Model().Do([&](Exploration& exploration) { exploration.Use(exploration.Startup(), action); });
-    };
-    if (auto* list = qobject_cast<QListWidget*>(widget)) {
-        const int row = (list->currentRow() + 1) % list->count();
-        const QRect place = list->visualItemRect(list->item(row));
-        if (way == Way::Mouse) {
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
-        } else if (way == Way::Keyboard) {
-            QTest::keyClick(list, row == 0 ? Qt::Key_Home : Qt::Key_Down);
-        } else {
-            byScript([&](Window& window) { window.ClickRow(control.Id, row); });
-        }
-    } else if (control.Kind == ControlKind::IntegerField || control.Kind == ControlKind::RealField) {
-        if (way == Way::Script) {
-            byScript([&](Window& window) { window.TypeNumber(control.Id, 17); });
-        } else {
-            way == Way::Mouse ? QTest::mouseDClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2))
-                              : widget->setFocus(Qt::TabFocusReason);
-            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClicks(widget, QStringLiteral("17"));
-        }
-    } else if (way == Way::Script) {
-        byScript([&](Window& window) { window.Click(control.Id); });
-    } else if (way == Way::Mouse) {
-        Click(survey.Dialog(), control.Id);
-    } else {
-        QTest::keyClick(widget, Qt::Key_Space);
-    }
-}
-
-TEST(DialogWalk, EveryControlDoesTheSameByMouseKeyboardAndScript) {
-    ShownSurvey surveys[3];
-    for (ShownSurvey& survey : surveys) {
-        survey.Main.Model().SetAnswers({[](Window&) { return false; }, [](BrushingRun&) { return false; },
-                                        [&](const QString& text) { survey.Said.push_back(text.toStdString()); }});
-    }
-    const std::vector<int> first = {DrillDownListControl, DrillDownListControl, DrillDownListControl};  // to a number
-    std::vector<std::pair<int, const ControlResource*>> walk;  // the page, the control
-    std::vector<const DialogResource*> resources = surveys[0].Startup().Pages();
-    resources.insert(resources.begin(), &surveys[0].Startup().Resource());
-    const auto& main = resources.front()->Controls;
-    for (const int id : first) {
-        walk.emplace_back(0, &*std::ranges::find(main, id, &ControlResource::Id));
-    }
-    for (std::size_t page = 0; page < resources.size(); ++page) {
-        for (const ControlResource& control : resources[page]->Controls) {
-            if (control.Id != NoControlId && control.Id != CancelCommand && control.Id != PageTabs) {
-                walk.emplace_back(static_cast<int>(page) - 1, &control);
-            }
-        }
-    }
-    int used = 0;
-    for (const auto& [page, control] : walk) {
-        for (int way = 0; way < 3; ++way) {
-            ShownSurvey& survey = surveys[way];
-            QWidget* widget = survey.Dialog().Find(control->Id);
-            if (page >= 0) {
-                qobject_cast<QTabWidget*>(survey.Dialog().Find(PageTabs))->setCurrentIndex(page);
-            }
-            if (widget->isEnabled() && widget->isVisible() && widget->focusPolicy() != Qt::NoFocus) {
-                Use(survey, *control, static_cast<Way>(way));
-                ++used;
-            }
-        }
-        const std::string state = StateOf(surveys[2].Startup());
-        const std::size_t documents = surveys[2].Main.Model().Present()->Documents().size();
-        for (ShownSurvey& survey : surveys) {
-            ASSERT_EQ(StateOf(survey.Startup()), state) << control->Id << " " << control->Caption;
-            ASSERT_EQ(survey.Main.Model().Present()->Documents().size(), documents) << control->Id;
-            ASSERT_EQ(survey.Said, surveys[2].Said) << control->Id;
-        }
-    }
-    EXPECT_GE(used, 3 * 40);  // nearly all can be used here
 }
 
 }  // namespace

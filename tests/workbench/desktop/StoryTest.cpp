@@ -114,13 +114,13 @@ class Story : public testing::Test, public ShownDesktop {
     // The parts of the story
 
     void OpenByName() {
-        InModal([this] { Press(Qt::CTRL | Qt::Key_O); },
-                [this](QWidget& files) {
-                    auto* name = files.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                    ASSERT_NE(name, nullptr);
-                    name->setText(QString::fromStdString(Path));  // as pasted
-                    QTest::keyClick(name, Qt::Key_Return);
-                });
+        InModalWindow([this] { Press(Qt::CTRL | Qt::Key_O); },
+                      [this](QWidget& files) {
+                          auto* name = files.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                          ASSERT_NE(name, nullptr);
+                          name->setText(QString::fromStdString(Path));  // as pasted
+                          QTest::keyClick(name, Qt::Key_Return);
+                      });
         ASSERT_NE(Main.Model().Present(), nullptr);
         EXPECT_EQ(Main.Model().Present()->Table().FileName, About->File);
     }
@@ -300,27 +300,9 @@ class Story : public testing::Test, public ShownDesktop {
         ASSERT_TRUE(QTest::qWaitForWindowActive(&Main));
         QTest::keyClick(&Main, keys.key(), keys.keyboardModifiers());
     }
-    /// Works in the modal window that an action opens.
-    static void InModal(const std::function<void()>& action, const std::function<void(QWidget&)>& work) {
-        QTimer soon;
-        QObject::connect(&soon, &QTimer::timeout, [&] {
-            QWidget* modal = QApplication::activeModalWidget();
-            if (modal != nullptr && modal->isActiveWindow()) {
-                soon.stop();
-                const QPointer<QWidget> isThere(modal);
-                work(*modal);
-                if (isThere && modal->isVisible()) {
-                    ADD_FAILURE() << modal->windowTitle().toStdString() << " stays open";
-                    modal->close();
-                }
-            }
-        });
-        soon.start(0);
-        action();
-    }
     void InDialog(int button, const std::function<void(DialogView&)>& work) {
-        InModal([&] { Click(*Main.Dialog(), button); },
-                [work](QWidget& modal) { work(*modal.findChild<DialogView*>()); });
+        InModalWindow([&] { Click(*Main.Dialog(), button); },
+                      [work](QWidget& modal) { work(*modal.findChild<DialogView*>()); });
     }
     void Down(const std::function<void(DialogView&, ReportList&)>& choose) {
         const std::size_t before = Steps().size();

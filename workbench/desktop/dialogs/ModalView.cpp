@@ -41,9 +41,7 @@ class ModalDialog : public QDialog {
         if (cancel != nullptr && cancel->Enabled && !Shown.IsClosed()) {
             Act([](Window& window) { window.Click(CancelCommand); });
         }
-        if (!Shown.IsClosed()) {
-            QDialog::reject();
-        }
+        Shown.IsClosed() ? accept() : QDialog::reject();
     }
 
   private:

@@ -129,8 +129,11 @@ QListWidget* OpenDataView::ListRecent() {
     list->setTextElideMode(Qt::ElideMiddle);
     list->setAccessibleName(tr("Recent files"));
     list->setToolTip(tr("The files that were open last. A double click opens one"));
-    connect(list, &QListWidget::currentTextChanged, this,
-            [this](const QString& path) { static_cast<QLineEdit*>(Find(OpenDataDialog::Path))->setText(path); });
+    connect(list, &QListWidget::itemSelectionChanged, this, [this, list] {
+        if (list->currentItem() != nullptr && list->currentItem()->isSelected()) {  // the focus alone takes none
+            static_cast<QLineEdit*>(Find(OpenDataDialog::Path))->setText(list->currentItem()->text());
+        }
+    });
     connect(list, &QListWidget::itemDoubleClicked, this, [this](const QListWidgetItem* item) { Open(item->text()); });
     return list;
 }
