@@ -14,6 +14,7 @@
 #include <array>
 #include <cstdlib>
 #include <functional>
+#include <regex>
 
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
@@ -150,6 +151,7 @@ struct Opened {
     int Page;  ///< that the button stands on
     std::string Text;  ///< for its fields
     int First = 0;  ///< a control of the startup dialog to be clicked first; 0: none
+    bool SelectsOn = false;  ///< the view selects the next row where one has been moved away; a script doesn't
 };
 
 /// Uses all that can be used of a dialog, then confirms; the state behind each.
@@ -169,7 +171,9 @@ std::vector<std::string> UseAll(DialogView& view, Window& window, const Opened& 
             view.Refresh();
         });
         view.Commit();
-        states.push_back(std::to_string(control.Id) + "\n" + StateOf(window));
+        const std::string state = StateOf(window);
+        states.push_back(std::to_string(control.Id) + "\n" +
+                         (opened.SelectsOn ? std::regex_replace(state, std::regex(" row -?[0-9]+"), "") : state));
     }
     const auto& controls = window.Resource().Controls;
     const auto ok = std::ranges::find(controls, OkCommand, &ControlResource::Id);
@@ -208,7 +212,7 @@ TEST(DialogWays, EveryControlOfEveryModalDialogDoesTheSame) {
         {SelectCasesButton, 0, "age > 40"},
         {WeightButton, 0, ""},
         {BoundariesButton, 1, "20 30", UserIntervalsRadio},
-        {OrderButton, 0, ""},
+        {OrderButton, 0, "", 0, true},
         {Review3DHistogramsButton, 2, ""},
         {DownButton, 0, ""},
         {DrillVariablesButton, 0, ""},

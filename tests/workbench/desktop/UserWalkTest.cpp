@@ -45,6 +45,7 @@ class NoListener : public ExplorationListener {
     void ShowMessage(std::string_view) override {}
     void DocumentAppeared(ResultDocument&) override {}
     void DocumentChanged(ResultDocument&) override {}
+    void DocumentCameToFront(ResultDocument&) override {}
     void DocumentWent(ResultDocument&) override {}
     void TableMade(std::shared_ptr<const DataTable>) override {}
     void RemarkMade(const Remark&) override {}

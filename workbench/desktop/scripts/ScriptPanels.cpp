@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <functional>
 
 #include "workbench/desktop/data/BottomPanel.h"
 #include "workbench/desktop/scripts/ConsoleView.h"
@@ -40,7 +41,7 @@ void ScriptPanels::AddActions() {
         Menu->addAction(text, this, [this, action] {
             ScriptDock->show();
             ScriptDock->raise();
-            (Scripts->*action)();
+            std::invoke(action, *Scripts);
         });
     };
     Menu->addSeparator();
