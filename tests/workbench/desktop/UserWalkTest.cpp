@@ -239,7 +239,7 @@ TEST_F(UserWalkTest, StaysTheSameWithoutAScreen) {
     constexpr int burst = 20;
     const unsigned seed = NumberIn("QUILLARA_WALK_SEED", 1);
     UserWalk walk(Main, seed);
-    for (int events = static_cast<int>(NumberIn("QUILLARA_WALK_EVENTS", 2000)); events > 0 && !HasFailure();
+    for (int events = static_cast<int>(NumberIn("QUILLARA_WALK_EVENTS", 1500)); events > 0 && !HasFailure();
          events -= burst) {
         Prepare();
         walk.Do(burst);
