@@ -244,7 +244,9 @@ TEST_F(UserWalkTest, StaysTheSameWithoutAScreen) {
         Prepare();
         walk.Do(burst);
         if (Exploration* shown = Main.Model().Present()) {
-            const std::string difference = Difference(StateText(*shown), StateText(Second->Follow()));
+            // What is closed behind the end of an exploration isn't done again.
+            const bool hasEnded = shown->HasEnded();
+            const std::string difference = hasEnded ? "" : Difference(StateText(*shown), StateText(Second->Follow()));
             const std::string faults = FaultsOf(Main);
             EXPECT_TRUE(difference.empty() && faults.empty()) << "seed " << seed << "\n"
                                                               << walk.LastDone() << difference << "\n"
