@@ -257,6 +257,8 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
     other.show();
     QObject::connect(&other, &QPushButton::clicked, [&] { ++pressed; });
     auto* panel = Main.findChild<WorkPanel*>();
+    QElapsedTimer begun;
+    begun.start();
     Main.Work().Begin(QStringLiteral("Counting"), 100, [&] { ++cancelled; });
     QTimer::singleShot(0, [&] {  // while the work draws
         EXPECT_TRUE(panel->isVisible());
@@ -264,7 +266,7 @@ TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
         QTest::keyClick(&other, Qt::Key_Space);
     });
     Main.Work().Advance(1);
-    EXPECT_FALSE(panel->isVisible());  // most work is over by then
+    EXPECT_TRUE(!panel->isVisible() || begun.elapsed() >= 200);  // most work is over by then
     QTimer::singleShot(230, [&] {
         QTest::keyClick(&other, Qt::Key_Escape);
         Click(panel->findChild<QPushButton*>());
