@@ -21,9 +21,10 @@ double Strangeness(int windows, int columns, WindowSize area) {
     return std::abs(std::log(width / std::max(1.0, height) / BestRatio)) + 0.25 * unfilled / columns;
 }
 
-int BestColumns(int windows, WindowSize area) {
+int BestColumns(int windows, WindowSize area, WindowSize least) {
+    const int most = std::min(windows, area.Width / std::max(1, least.Width));
     int best = 1;
-    for (int columns = 2; columns <= windows; ++columns) {
+    for (int columns = 2; columns <= most; ++columns) {
         if (Strangeness(windows, columns, area) < Strangeness(windows, best, area)) {
             best = columns;
         }
@@ -53,11 +54,12 @@ std::set<int> Starts(const std::vector<WindowPlace>& others, int WindowPlace::*s
 
 }  // namespace
 
-std::vector<WindowPlace> TiledPlaces(std::size_t windows, WindowSize area) {
+std::vector<WindowPlace> TiledPlaces(std::size_t windows, WindowSize area, WindowSize least) {
     std::vector<WindowPlace> places;
     const int count = static_cast<int>(windows);
-    const int columns = count == 0 ? 1 : BestColumns(count, area);
+    const int columns = count == 0 ? 1 : BestColumns(count, area, least);
     const int rows = (count + columns - 1) / columns;
+    area.Height = std::max(area.Height, rows * least.Height);
     for (int i = 0; i < count; ++i) {
         const int row = i / columns;
         const int inRow = row + 1 == rows ? count - row * columns : columns;

@@ -27,8 +27,8 @@ struct WindowSize {
 
 /// Places for so many windows side by side that fill an area, row by row; the rows are as high as each other, and the
 /// windows of a last row that has fewer are wider. They are a third wider than high, or as near to it as fills the
-/// area.
-[[nodiscard]] std::vector<WindowPlace> TiledPlaces(std::size_t windows, WindowSize area);
+/// area. Where they would be smaller than `least` they go on below the area.
+[[nodiscard]] std::vector<WindowPlace> TiledPlaces(std::size_t windows, WindowSize area, WindowSize least = {});
 
 /// A place for a window of a size that covers none of the others, the highest and then the leftmost; where there is
 /// none, the one of several that hides least of them. It lies within the area, and is smaller than asked for only where

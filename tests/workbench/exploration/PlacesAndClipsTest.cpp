@@ -30,6 +30,12 @@ TEST(WindowPlaces, TilesFillTheAreaWithoutOverlap) {
     const std::vector<WindowPlace> six = TiledPlaces(6, {1280, 860});
     EXPECT_EQ(six.front().Width, 426);
     EXPECT_EQ(six.front().Height, 430);
+    // Those that are too many for the area go on below it.
+    const std::vector<WindowPlace> many = TiledPlaces(31, {1000, 700}, {240, 190});
+    EXPECT_EQ(many.front().Width, 250);
+    EXPECT_EQ(many.front().Height, 190);
+    EXPECT_EQ(many.back().Y + many.back().Height, 8 * 190);
+    EXPECT_EQ(TiledPlaces(2, {100, 100}, {240, 190}).back().Y, 190);
 }
 
 TEST(WindowPlaces, NewWindowsCoverNoOtherWhileThereIsRoom) {

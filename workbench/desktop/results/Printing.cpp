@@ -80,9 +80,13 @@ void Pages::Add(const std::string& html) {
     QTextDocument text;
     text.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     text.documentLayout()->setPaintDevice(nullptr);
+    text.setDefaultStyleSheet(QStringLiteral("h2, p, b, th, td { color: #000000; }"));  // also of dark windows
     text.setHtml(QString::fromStdString(html));
     text.setTextWidth(Size.width());
     const double share = std::min(1.0, Size.width() / std::max(1.0, text.size().width()));
+    if (text.size().height() * share > Size.height()) {
+        text.setPageSize({text.size().width(), Size.height() / share});  // no line stands on two pages
+    }
     const double height = text.size().height() * share;
     Reserve(std::min(height, Size.height()));
     for (double from = 0.0; from < height; from += Size.height()) {

@@ -1,6 +1,7 @@
 // Where result windows stand: side by side, one behind the other, as tabs, or as the user has moved them.
 
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <utility>
 
 #include "workbench/desktop/window/ExplorationModel.h"
@@ -8,6 +9,10 @@
 
 namespace quillara {
 namespace {
+
+// Of a tile that a chart can be read in.
+constexpr int LeastLetters = 28;
+constexpr int LeastLines = 11;
 
 WindowPlace PlaceFrom(const QRect& rectangle) {
     return {rectangle.x(), rectangle.y(), rectangle.width(), rectangle.height()};
@@ -89,9 +94,11 @@ void Workspace::PlaceTiles() {
         }
     }
     IsPlacing = true;
-    const std::vector<WindowPlace> places = TiledPlaces(frames.size(), SizeOf(viewport()->size()));
+    const QSize least(fontMetrics().averageCharWidth() * LeastLetters, fontMetrics().height() * LeastLines);
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    const std::vector<WindowPlace> places = TiledPlaces(frames.size(), SizeOf(viewport()->size()), SizeOf(least));
     for (std::size_t i = 0; i < frames.size(); ++i) {
-        frames[i]->setGeometry(RectangleOf(places[i]));
+        frames[i]->setGeometry(RectangleOf(places[i]).translated(-scrolled));
     }
     IsPlacing = false;
 }
