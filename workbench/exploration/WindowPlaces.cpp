@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <set>
 
 namespace quillara {
@@ -21,15 +22,18 @@ double Strangeness(int windows, int columns, WindowSize area) {
     return std::abs(std::log(width / std::max(1.0, height) / BestRatio)) + 0.25 * unfilled / columns;
 }
 
+/// The number that is nearest to the best shape among those that need no scrolling, else as many as have room.
 int BestColumns(int windows, WindowSize area, WindowSize least) {
-    const int most = std::min(windows, area.Width / std::max(1, least.Width));
-    int best = 1;
-    for (int columns = 2; columns <= most; ++columns) {
-        if (Strangeness(windows, columns, area) < Strangeness(windows, best, area)) {
+    const int most = std::clamp(area.Width / std::max(1, least.Width), 1, windows);
+    std::optional<int> best;
+    for (int columns = 1; columns <= most; ++columns) {
+        const int rows = (windows + columns - 1) / columns;
+        const bool fits = rows * least.Height <= area.Height;
+        if (fits && (!best || Strangeness(windows, columns, area) < Strangeness(windows, *best, area))) {
             best = columns;
         }
     }
-    return best;
+    return best.value_or(most);
 }
 
 std::int64_t Overlap(const WindowPlace& one, const WindowPlace& other) {

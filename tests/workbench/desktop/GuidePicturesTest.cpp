@@ -10,7 +10,9 @@
 #include "host/Brushing.h"
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
+#include "workbench/desktop/data/BackgroundWork.h"
 #include "workbench/desktop/data/DataPanels.h"
+#include "workbench/desktop/data/VariableView.h"
 #include "workbench/desktop/window/MainWindow.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/Workspace.h"
@@ -65,7 +67,9 @@ TEST_F(GuidePictures, OfTheFirstMinutes) {
     ASSERT_NE(panels, nullptr);
     panels->VariablePanel().show();
     panels->VariablePanel().raise();
-    QTest::qWait(400);  // distributions come by and by
+    BackgroundWork& summarizing = panels->Variables().Model().Summarizing();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !summarizing.IsRunning(); }, 60'000));
+    QTest::qWait(100);  // the columns have the width of what has come
     Save("data.png");
 }
 

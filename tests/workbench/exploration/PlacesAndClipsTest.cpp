@@ -27,6 +27,14 @@ TEST(WindowPlaces, TilesFillTheAreaWithoutOverlap) {
             EXPECT_EQ(covered, count == 0 ? 0 : area.Width * area.Height) << count;
         }
     }
+    for (std::size_t count = 0; count <= 60; ++count) {
+        const WindowSize area{900, 740};
+        const std::vector<WindowPlace> places = TiledPlaces(count, area, {170, 170});
+        const auto isLow = [](const WindowPlace& place) { return place.Height < 170 || place.Width < 170; };
+        EXPECT_TRUE(std::ranges::none_of(places, isLow)) << count;
+        const bool isWithin = count == 0 || places.back().Y + places.back().Height == area.Height;
+        EXPECT_EQ(isWithin, count <= 20) << count;
+    }
     const std::vector<WindowPlace> six = TiledPlaces(6, {1280, 860});
     EXPECT_EQ(six.front().Width, 426);
     EXPECT_EQ(six.front().Height, 430);

@@ -40,6 +40,7 @@ QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& nam
     auto* panel = new QDockWidget(QString(title).remove(QLatin1Char('&')), &window);
     panel->setObjectName(name);
     panel->setWidget(content);
+    window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);  // the dialog keeps its height
     window.addDockWidget(Qt::BottomDockWidgetArea, panel);
     if (neighbour != nullptr) {
         window.tabifyDockWidget(neighbour, panel);

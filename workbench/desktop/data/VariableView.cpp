@@ -23,6 +23,7 @@ VariableView::VariableView(QWidget* parent) : QTableView(parent), Variables(new 
     setItemDelegateForColumn(VariableModel::Distribution, new DistributionDelegate(this));
     setItemDelegateForColumn(VariableModel::Type, new TypeDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
+    horizontalHeader()->moveSection(VariableModel::Distribution, VariableModel::Type);  // what is looked at first
     setWordWrap(false);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
