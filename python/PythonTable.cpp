@@ -126,6 +126,7 @@ quillara::ReadOptions OptionsOf(const py::dict& given) {
     options.Sheet = given["sheet"].cast<std::string>();
     options.KeepsTexts = given["keep_texts"].cast<bool>();
     options.HasHeader = given["header"].cast<bool>();
+    options.TitleRecords = given["skip"].cast<std::size_t>();
     options.MissingTexts = given["missing"].cast<std::optional<std::vector<std::string>>>();
     return options;
 }

@@ -213,7 +213,7 @@ class Table:
 
 
 def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal: str | None = None, encoding: str = "",
-         header: bool = True, missing: Sequence[str] | None = None,
+         header: bool = True, skip: int = 0, missing: Sequence[str] | None = None,
          dictionary: str | os.PathLike[str] | None = None, sheet: str | int | None = None,
          keep_texts: bool = False, dates: str | None = None, texts: Sequence[str] = (), numbers: Sequence[str] = (),
          missing_values: Mapping[str, Sequence[str | float]] | None = None,
@@ -224,7 +224,7 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
     the first. missing_values names values that mean missing data, as {"q1": [99], "age": ["97..99"]}. valid names missing values of the file that are to be values, by code or label, or True for all of a
     variable, as {"q1": [99, "Refused"], "q2": True}. A table of a database is named as "sqlite:FILE?table=NAME", "sqlite:FILE?query=SQL" or "odbc:NAME?query=SQL". Parquet files need the library of DuckDB. The rest is about delimited text: the character between fields, found from
     the text when not given; the decimal character, by default a point unless the file plainly has decimal commas; the character encoding, by default UTF-8, else Windows-1252; whether
-    the first line has the names; the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
+    the first line has the names; how many lines, or rows of a sheet, above the names are passed over (skip); the texts that mean missing data, in place of NA, N/A, NaN, ...; whether texts such as
     "1,234", "10%" or "31.12.2024" stay texts: otherwise they are read as numbers, "10%" as 0.1, or dates where all of a
     column are written in one way, and a warning says so. dates, "day-first" or "month-first", tells what 03/04/2024 is.
     texts names columns that are texts, whatever they look like; numbers such as are numbers though leading zeros make
@@ -236,6 +236,9 @@ def open(path: str | os.PathLike[str], *, separator: str | None = None, decimal:
     if dates not in (None, "day-first", "month-first"):
         raise ValueError(f'dates is "day-first", "month-first" or None, not {shown(dates)}.')
     options["dates"] = dates
+    if not isinstance(skip, int) or isinstance(skip, bool) or not 0 <= skip < 2**31:
+        raise ValueError(f"skip is a number of lines, not {shown(skip)}.")
+    options["skip"] = int(skip)
     options["texts"] = _arguments.texts(texts, 'texts is a list of names such as ["zip"]')
     options["numbers"] = _arguments.texts(numbers, 'numbers is a list of names such as ["code"]')
     options["missing_values"] = _missing_values(missing_values)

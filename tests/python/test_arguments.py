@@ -33,6 +33,7 @@ CALLS = {
     "open decimal": lambda d, value, path: quillara.open(path, decimal=value),
     "open encoding": lambda d, value, path: quillara.open(path, encoding=value),
     "open header": lambda d, value, path: quillara.open(path, header=value),
+    "open skip": lambda d, value, path: quillara.open(path, skip=value),
     "open missing": lambda d, value, path: quillara.open(path, missing=value),
     "open dictionary": lambda d, value, path: quillara.open(path, dictionary=value),
     "table": lambda d, value, path: quillara.table(value),

@@ -60,6 +60,14 @@ std::size_t ThreadsOf(std::string_view text) {
     return static_cast<std::size_t>(*count);
 }
 
+std::size_t CountOf(std::string_view text) {
+    const std::optional<int> count = WholeNumber(text);
+    if (!count) {
+        throw UsageError(Quoted(text) + " isn't a number of lines.");
+    }
+    return static_cast<std::size_t>(*count);
+}
+
 char SeparatorOf(const std::string& text) {
     return text == "tab" || text == "\\t" ? '\t' : SingleCharacter(text);
 }
@@ -225,6 +233,10 @@ void AddReadingOptions(CLI::App& command, ReadOptions& reading) {
         "variables that are numbers though they look like codes: 007 and 012 have leading zeros and one length, and "
         "are texts otherwise")
         ->type_name("NAMES");
+    add(
+        "--skip", [&](const std::string& text) { reading.TitleRecords = CountOf(text); },
+        "lines, or rows of a sheet, above the names that are passed over, such as titles")
+        ->type_name("N");
     command
         .add_flag_callback(
             "--no-header", [&] { reading.HasHeader = false; }, "the file has no names; they become Var1, Var2, ...")
@@ -272,7 +284,7 @@ void TellReadingOptionsWithoutEffect(const CLI::App& command, const std::string&
         }
     }
     if (kind != FormatKind::Workbook) {
-        TellWithoutEffect(command, {"--no-header"}, noText);
+        TellWithoutEffect(command, {"--no-header", "--skip"}, noText);
     }
 }
 

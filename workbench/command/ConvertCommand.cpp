@@ -16,6 +16,7 @@
 #include "workbench/formats/DataFile.h"
 #include "workbench/formats/FileFormats.h"
 #include "workbench/formats/FileReplacement.h"
+#include "workbench/formats/OddCases.h"
 #include "workbench/formats/TablePreparation.h"
 
 namespace quillara {
@@ -62,7 +63,12 @@ DataTable TableToWrite(const ConvertOptions& options, std::vector<Remark>& notic
     DataTable table = ReadDataWithProgress(options.Input, options.Reading, noticed);
     const std::vector<Remark> onFormulas = PrepareTable(table, options.Preparation, options.Reading.MaxMemory);
     noticed.insert(noticed.end(), onFormulas.begin(), onFormulas.end());
-    return options.Formula ? TableOfCases(table, SelectCases(table, *options.Formula, &noticed)) : table;
+    if (!options.Formula) {
+        return table;
+    }
+    const std::vector<CaseResult> selection = SelectCases(table, *options.Formula, &noticed);
+    DropObeyed(noticed, selection);
+    return TableOfCases(table, selection);
 }
 
 void CheckOutput(const ConvertOptions& options) {

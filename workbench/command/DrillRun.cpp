@@ -20,6 +20,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/ResultDocument.h"
 #include "workbench/documents/ResultNames.h"
+#include "workbench/formats/OddCases.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/recording/SessionRecorder.h"

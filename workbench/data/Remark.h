@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace quillara {
@@ -10,6 +12,7 @@ struct Remark {
     std::string Code;  ///< for programs, the same in every version: small letters and hyphens ("weight-fractions")
     std::string Text;  ///< what it is, with its numbers; one line, a sentence
     std::string Advice{};  ///< what to do about it; one line, a sentence; may be empty
+    std::optional<std::size_t> Case{};  ///< one that it is about, from 0: without it there is nothing to remark
 
     /// Both on one line, for people.
     [[nodiscard]] std::string Line() const { return Advice.empty() ? Text : Text + ' ' + Advice; }

@@ -5,11 +5,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <map>
 #include <mutex>
 #include <numeric>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -23,7 +21,7 @@
 #include "workbench/formats/LeadingZeros.h"
 #include "workbench/formats/LikelyMissing.h"
 #include "workbench/formats/NumbersInTexts.h"
-#include "workbench/formats/PackedText.h"
+#include "workbench/formats/OddCases.h"
 #include "workbench/formats/PointsOfNumbers.h"
 #include "workbench/formats/RecordReader.h"
 #include "workbench/formats/TableGathering.h"
@@ -32,6 +30,8 @@
 #include "workbench/formats/TextLayout.h"
 #include "workbench/formats/TextOfFile.h"
 #include "workbench/formats/TimeZones.h"
+#include "workbench/formats/TitleRecords.h"
+#include "workbench/formats/VariableNames.h"
 
 namespace quillara {
 namespace {
@@ -61,7 +61,7 @@ ZonesMet ZonesOf(const GatheredColumn& column) {
 class TableReading {
   public:
     /// Where a text comes from.
-    enum class Origin { File, Cells };
+    enum class Origin { File, Sheet, Database };
 
     /// The text begins at `begin` of the source.
     TableReading(const TextSource& source, std::size_t begin, const std::string& path, const ReadOptions& options,
@@ -72,16 +72,16 @@ class TableReading {
           Monitor(monitor),
           Crew(options.Threads, monitor),
           Rules(options),
-          Faults(source, path, RecordsOf(options), Crew) {
-        Layout.Begin = begin;
-    }
+          Faults(source, path, RecordsOf(options), Crew),
+          Begin(begin) {}
 
     /// Throws FileChanged where the text does.
     [[nodiscard]] DataTable Read(double firstShare, Origin origin = Origin::File) {
+        Comes = origin;
         while (true) {
             try {
-                DataTable table = ReadAsLaidOut(firstShare, origin);
-                LookAt(table, origin);
+                DataTable table = ReadAsLaidOut(firstShare);
+                LookAt(table);
                 return table;
             } catch (const UnexpectedBytes& unexpected) {
                 TakeBack(unexpected.What);
@@ -106,7 +106,7 @@ class TableReading {
         }
     }
 
-    [[nodiscard]] DataTable ReadAsLaidOut(double firstShare, Origin origin) {
+    [[nodiscard]] DataTable ReadAsLaidOut(double firstShare) {
         LayOut();
         Monitor.Enter(firstShare, ShareOfGathering, Source.Size());
         TableGathering gathering(Source, Layout, Rules, Crew);
@@ -115,9 +115,9 @@ class TableReading {
         DataTable table = Assembled(gathering);
         Numbers = {.Separator = Layout.Separator.value_or('\0'),
                    .Decimal = Options.Decimal,
-                   .TakesDecimal = origin == Origin::File,
+                   .TakesDecimal = Comes == Origin::File,
                    .Kept = Kept};
-        if (origin == Origin::File && !Options.KeepsTexts && !Options.Decimal) {
+        if (Comes == Origin::File && !Options.KeepsTexts && !Options.Decimal) {
             const PointsOfNumbers points(Source, Layout, Rules, Crew, gathering.GuessPoints());
             Numbers.HasDecimalPoints = points.HaveDecimals(table);
             OnPoints = points.Read(table, Numbers);
@@ -127,6 +127,8 @@ class TableReading {
     }
 
     void LayOut() {
+        Layout.Begin = Begin;
+        Layout.SeparatorIsFound = !Options.Separator;
         const RecordOptions records = RecordsOf(Options);
         Layout.Separator =
             records.Separator ? records.Separator : SeparatorOf(Source, Layout.Begin, records.Separators);
@@ -134,16 +136,22 @@ class TableReading {
             Faults.RequireNoNull();
             RefuseSeparator();
         }
-        ReadFirstRecord(Source, Layout);
-        if (Layout.FirstFields.empty()) {
-            throw DataError("\"" + Path + "\" is empty.");
+        PassOverTitles(Source, Options.TitleRecords, Layout);
+        if (Layout.Titles > 0 && !records.Separator) {
+            Layout.Separator = SeparatorOf(Source, Layout.Begin, records.Separators);
         }
+        ReadFirstRecord(Source, Layout);
         if (Layout.FirstFault) {
             Faults.Fail(*Layout.FirstFault, Layout);
         }
+        if (Layout.FirstFields.empty()) {
+            throw DataError("\"" + Path + (Layout.Titles > 0 ? "\" holds nothing below the titles." : "\" is empty."));
+        }
         CheckCounts(0);
         NameVariables();
-        const std::size_t begin = Options.HasHeader ? Layout.BehindFirst : Layout.Begin;
+        // An empty row above all others of a sheet is no case, not even of a single variable.
+        const std::size_t noNames = Comes == Origin::Sheet ? Layout.BeginOfFirst : Layout.Begin;
+        const std::size_t begin = Options.HasHeader ? Layout.BehindFirst : noNames;
         const std::size_t suitable = BytesOfPart(Source, begin, Layout.Separator, Crew.Workers());
         CutIntoParts(Source, begin, Options.BytesOfPart == 0 ? suitable : Options.BytesOfPart, Layout);
     }
@@ -251,9 +259,11 @@ class TableReading {
     }
 
     /// Reads the numbers that are no plain ones, and tells what is odd.
-    void LookAt(DataTable& table, Origin origin) const {
-        std::vector<Remark> remarks =
-            RemarksOnShape(table, {.Names = NamesInFile, .IsDelimited = origin == Origin::File});
+    void LookAt(DataTable& table) const {
+        const bool hasLines = Options.HasHeader && Comes != Origin::Database;
+        const std::size_t aboveNames = hasLines ? RecordsAboveNames(Source, Layout) : 0;
+        std::vector<Remark> remarks = RemarksOnShape(
+            table, {.Names = NamesInFile, .IsDelimited = Comes == Origin::File, .AboveNames = aboveNames});
         const auto add = [&remarks](const std::vector<Remark>& more) {
             remarks.insert(remarks.end(), more.begin(), more.end());
         };
@@ -261,8 +271,14 @@ class TableReading {
             add(ReadNumbersInTexts(table, Numbers));
             add(OnPoints);
             add(ReadDatesInTexts(table, Options.Dates, Kept));
-            add(RemarksOnNearNumbers(table, Kept));
         }
+        if (!Options.KeepsTexts && aboveNames == 0) {
+            std::vector<std::string> told = SpoiledByFirstCase(table);
+            add(RemarksOnSecondNames(table, told, hasLines ? Layout.Titles + Layout.RecordsToFirst : 0));
+            told.insert(told.end(), Kept.begin(), Kept.end());
+            add(RemarksOnNearNumbers(table, told));
+        }
+        add(RemarksOnOddCases(table));
         add(RemarksOnZeros(Zeros));
         RequireNumbers(table);
         add(RemarksOnLikelyMissing(table, Options.MissingValues));
@@ -290,10 +306,12 @@ class TableReading {
     const TextSource& Source;
     const std::string& Path;
     const ReadOptions& Options;
+    Origin Comes = Origin::File;
     WorkMonitor& Monitor;
     WorkCrew Crew;
     FieldRules Rules;
     TextFaults Faults;
+    std::size_t Begin;
     TextLayout Layout;
     std::vector<std::string> NamesInFile;
     std::vector<std::string> Names;
@@ -304,29 +322,14 @@ class TableReading {
     std::vector<ZonesMet> Zones;  // by variable
 };
 
-/// UTF-16 is told by its mark alone.
-std::string EncodingOf(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    std::error_code error;
-    if (!options.Encoding.empty() || !std::filesystem::is_regular_file(path, error)) {
-        return options.Encoding;
-    }
-    const std::string mark = ReadBytes(path, monitor, 2);
-    return mark == "\xFF\xFE" || mark == "\xFE\xFF" ? "utf-16" : "";
-}
-
 /// Whether a file can be read part by part: a pipe can't, nor can what must be brought into UTF-8 as a whole.
 bool CanBeReadInParts(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    if (!EncodingOf(path, options, monitor).empty()) {
+    if (!EncodingOfFile(path, options.Encoding, monitor).empty()) {
         return false;
     }
     std::error_code error;
     const bool isAscii = !options.Separator || static_cast<unsigned char>(*options.Separator) < 0x80;
     return isAscii && std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) > 0;
-}
-
-bool IsPackedFile(const std::string& path, WorkMonitor& monitor) {
-    constexpr std::size_t longestMark = 4;
-    return IsPacked(ReadBytes(path, monitor, longestMark));
 }
 
 DataTable ReadInParts(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
@@ -337,33 +340,20 @@ DataTable ReadInParts(const std::string& path, const ReadOptions& options, WorkM
 }
 
 DataTable ReadAsWhole(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    const TextSource source(TextOfFile(path, EncodingOf(path, options, monitor), monitor));
+    const TextSource source(TextOfFile(path, EncodingOfFile(path, options.Encoding, monitor), monitor));
     return TableReading(source, 0, path, options, monitor).Read(ShareOfText);
 }
 
-}  // namespace
-
-std::vector<std::string> VariableNames(std::vector<std::string> fields) {
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (fields[i].empty()) {
-            fields[i] = "Var" + std::to_string(i + 1);
-        }
-    }
-    // A name that stands in the file itself is not given to another variable.
-    std::set<std::string> taken(fields.begin(), fields.end());
-    std::map<std::string, int> timesMet;
-    for (std::string& name : fields) {
-        int& number = timesMet[name];
-        if (++number == 1) {
-            continue;
-        }
-        while (!taken.insert(name + "_" + std::to_string(number)).second) {
-            ++number;
-        }
-        name += "_" + std::to_string(number);
-    }
-    return fields;
+/// Options for fields that are cut already.
+ReadOptions OfCells(const ReadOptions& options) {
+    ReadOptions reading = options;
+    reading.Separator = ',';
+    reading.Decimal.reset();
+    reading.Encoding.clear();
+    return reading;
 }
+
+}  // namespace
 
 DataTable ReadDelimitedTable(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
@@ -385,13 +375,18 @@ DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options) {
     return TableReading(source, 0, nowhere, options, monitor).Read(ShareOfText);
 }
 
-DataTable TableOfRows(std::string text, const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    ReadOptions reading = options;
-    reading.Separator = ',';
-    reading.Decimal.reset();
-    reading.Encoding.clear();
+DataTable TableOfSheet(std::string text, const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    const ReadOptions reading = OfCells(options);
     const TextSource source(std::move(text));
-    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText, TableReading::Origin::Cells);
+    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText, TableReading::Origin::Sheet);
+}
+
+DataTable TableOfDatabase(std::string text, const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
+    ReadOptions reading = OfCells(options);
+    reading.HasHeader = true;
+    reading.TitleRecords = 0;
+    const TextSource source(std::move(text));
+    return TableReading(source, 0, path, reading, monitor).Read(ShareOfText, TableReading::Origin::Database);
 }
 
 }  // namespace quillara

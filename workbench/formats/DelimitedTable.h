@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "workbench/data/DataTable.h"
 #include "workbench/formats/ReadOptions.h"
@@ -20,13 +19,11 @@ namespace quillara {
 /// The same of bytes that are there already.
 [[nodiscard]] DataTable TableOfDelimitedText(std::string bytes, const ReadOptions& options);
 
-/// The same of the text of FieldRows, which came out of the file or database named `path`; of the options only those
-/// count that say what fields mean. The monitor has seen the fields gathered.
-[[nodiscard]] DataTable TableOfRows(std::string text, const std::string& path, const ReadOptions& options,
-                                    WorkMonitor& monitor);
-
-/// The names of variables from the fields of the first record: an empty one becomes Var and its number; a repeated
-/// one gets _2, _3, ..., the first of these that no variable has.
-[[nodiscard]] std::vector<std::string> VariableNames(std::vector<std::string> fields);
+/// The same of the text of FieldRows, which came out of the sheet or database named `path`; of the options only those
+/// count that say what fields mean, and for a sheet where its names are. The monitor has seen the fields gathered.
+[[nodiscard]] DataTable TableOfSheet(std::string text, const std::string& path, const ReadOptions& options,
+                                     WorkMonitor& monitor);
+[[nodiscard]] DataTable TableOfDatabase(std::string text, const std::string& path, const ReadOptions& options,
+                                        WorkMonitor& monitor);
 
 }  // namespace quillara

@@ -23,7 +23,7 @@ bool IsPlain(std::string_view field) {
 
 void FieldRows::Add(std::string_view field) {
     if (field.find('\0') != std::string_view::npos) {
-        throw DataError("\"" + Origin + "\" can't be read: row " + std::to_string(Ends.size() + 1) +
+        throw DataError("\"" + Origin + "\" can't be read: row " + std::to_string(Above + Ends.size() + 1) +
                         " has a text with a null byte.");
     }
     if (Fields == 0) {
@@ -41,7 +41,7 @@ void FieldRows::Add(std::string_view field) {
 
 void FieldRows::AddNumber(double number) {
     if (std::isinf(number)) {
-        throw DataError("\"" + Origin + "\" can't be read: row " + std::to_string(Ends.size() + 1) +
+        throw DataError("\"" + Origin + "\" can't be read: row " + std::to_string(Above + Ends.size() + 1) +
                         " has an infinite number.");
     }
     char digits[32];
@@ -51,8 +51,8 @@ void FieldRows::AddNumber(double number) {
 
 void FieldRows::AddAt(std::size_t column, std::string_view field) {
     if (column < Fields) {
-        throw DataError("\"" + Origin + "\" can't be read; it is damaged: row " + std::to_string(Ends.size() + 1) +
-                        " has two cells in one column.");
+        throw DataError("\"" + Origin + "\" can't be read; it is damaged: row " +
+                        std::to_string(Above + Ends.size() + 1) + " has two cells in one column.");
     }
     while (Fields < column) {
         Add({});
@@ -70,10 +70,14 @@ void FieldRows::EndRow() {
 }
 
 void FieldRows::AddPassedRows() {
-    for (; Passed > 0 && !Ends.empty(); --Passed) {
+    if (Ends.empty()) {
+        Text.assign(Passed, '\n');
+        Above = Passed;
+        Passed = 0;
+    }
+    for (; Passed > 0; --Passed) {
         AddEnd();
     }
-    Passed = 0;
 }
 
 void FieldRows::AddEnd() {
@@ -95,7 +99,8 @@ std::string FieldRows::Widened() const {
     Monitor.RequireMemory(Text.size() + bytes);
     std::string widened;
     widened.reserve(Text.size() + bytes);
-    std::size_t begin = 0;
+    widened.assign(Above, '\n');
+    std::size_t begin = Above;
     for (const RowEnd& end : Ends) {
         widened.append(Text, begin, end.Place - 1 - begin);
         widened.append(Widest - std::max(end.Fields, std::size_t{1}), BetweenFields) += '\n';

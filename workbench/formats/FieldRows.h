@@ -23,7 +23,8 @@ class FieldRows {
     void AddNumber(double number);
     /// A field of column 0, 1, ...; columns passed over are empty. Throws DataError for a column that is there already.
     void AddAt(std::size_t column, std::string_view field);
-    /// Ends the row. Rows without fields count as rows of missing data where others stand before and behind them.
+    /// Ends the row. Rows without fields count as rows of missing data where others stand before and behind them; above
+    /// all others they are empty lines.
     /// Throws Interrupted, and DataError when there are too many fields for the memory.
     void EndRow();
 
@@ -50,6 +51,7 @@ class FieldRows {
     WorkMonitor& Monitor;
     std::string Text;
     std::vector<RowEnd> Ends;
+    std::size_t Above = 0;  // rows without fields above all others
     std::size_t Passed = 0;  // rows without fields since the last other one
     std::size_t Fields = 0;
     std::size_t Widest = 0;

@@ -284,7 +284,7 @@ std::string TextOfOdbc(const DatabaseSource& source, WorkMonitor& monitor) {
 DataTable ReadOdbc(const DatabaseSource& source, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.TellCountsTo(options.Received);
-    DataTable table = TableOfRows(TextOfOdbc(source, monitor), source.Name, options, monitor);
+    DataTable table = TableOfDatabase(TextOfOdbc(source, monitor), source.Name, options, monitor);
     table.FileName = source.Name;
     return table;
 }

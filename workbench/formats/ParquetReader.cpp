@@ -285,7 +285,7 @@ DataTable ReadParquet(const std::string& path, const ReadOptions& options) {
     if (FileContentOf(ReadBytes(path, monitor, SignatureLength), "").Extension != "parquet") {
         throw DataError("\"" + path + "\" is no Parquet file.");
     }
-    DataTable table = TableOfRows(TextOfParquet(path, options, monitor), path, options, monitor);
+    DataTable table = TableOfDatabase(TextOfParquet(path, options, monitor), path, options, monitor);
     table.FileName = NameOfFile(path);
     return table;
 }

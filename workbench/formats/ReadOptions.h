@@ -17,6 +17,7 @@ struct ReadOptions {
     std::optional<char> Separator{};  ///< nothing: found from the text
     std::optional<char> Decimal{};  ///< nothing: a point, but where the file plainly has decimal commas
     std::string Encoding{};  ///< empty: what the file says; delimited text: UTF-8, else Windows-1252
+    std::size_t TitleRecords = 0;  ///< lines, or rows of a sheet, above the names that are passed over
     bool HasHeader = true;
     std::optional<std::vector<std::string>> MissingTexts{};  ///< in place of NA, N/A, NaN, ...
     bool KeepsTexts = false;  ///< whether "1,234", "10%" and "31.12.2024" stay texts

@@ -192,7 +192,7 @@ DataTable ReadSqlite(const DatabaseSource& source, const ReadOptions& options) {
     }
     const SqliteConnection connection(source.Place, options.Cancelled);
     std::string text = TextOfQuery(connection, QueryOf(source, connection), source.Place, monitor);
-    DataTable table = TableOfRows(std::move(text), source.Place, options, monitor);
+    DataTable table = TableOfDatabase(std::move(text), source.Place, options, monitor);
     table.FileName = source.Name;
     return table;
 }

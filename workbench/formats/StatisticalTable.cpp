@@ -5,10 +5,10 @@
 #include <limits>
 
 #include "workbench/data/QuotedText.h"
-#include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/ForeignTime.h"
 #include "workbench/formats/NotedFacts.h"
 #include "workbench/formats/StatisticalReasons.h"
+#include "workbench/formats/VariableNames.h"
 
 namespace quillara {
 namespace {

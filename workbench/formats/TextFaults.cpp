@@ -6,6 +6,7 @@
 
 #include "workbench/data/Errors.h"
 #include "workbench/formats/TextOfFile.h"
+#include "workbench/formats/TitleRecords.h"
 
 namespace quillara {
 namespace {
@@ -26,6 +27,18 @@ std::string CountOfFields(std::size_t fields) {
     return std::to_string(fields) + (fields == 1 ? " field" : " fields");
 }
 
+/// What else than another separator may help.
+std::string OtherAdvice(const FieldCounts& counts, std::optional<char> separator) {
+    if (counts.AboveNames > 0) {
+        return "; if the names stand below titles, --skip " + std::to_string(counts.AboveNames) +
+               " passes over what is above them";
+    }
+    if (counts.Fields < counts.Expected) {
+        return "; a text with a line break in it has to stand in quotes";
+    }
+    return separator ? "; a text with a " + NameOfSeparator(separator) + " in it has to stand in quotes" : "";
+}
+
 }  // namespace
 
 std::string WrongCount(const FieldCounts& counts, std::optional<char> separator, const RecordOptions& options) {
@@ -34,9 +47,7 @@ std::string WrongCount(const FieldCounts& counts, std::optional<char> separator,
     if (!options.SeparatorOption.empty()) {
         advice.append("; ").append(options.SeparatorOption).append(" sets another");
     }
-    if (counts.Expected == 1 && counts.Fields > 1) {
-        advice += "; a title above the names has to go from the file";
-    }
+    advice += OtherAdvice(counts, separator);
     return CountOfFields(counts.Fields) + " instead of " + expected + "; the first record has " + expected + " (" +
            advice + ")";
 }
@@ -68,24 +79,25 @@ void TextFaults::FailForNull() const {
 
 void TextFaults::Fail(const RecordFault& fault, const TextLayout& layout) const {
     RequireNoNull();
-    const std::string problem =
-        fault.Fields
-            ? WrongCount({.Fields = *fault.Fields, .Expected = layout.FirstFields.size()}, layout.Separator, Options)
-            : std::string(OpenQuote);
-    FailAtLine(Path, LineOf(fault.Place, layout.Begin), problem);
+    const std::string problem = fault.Fields ? WrongCount({.Fields = *fault.Fields,
+                                                           .Expected = layout.FirstFields.size(),
+                                                           .AboveNames = RecordsAboveNames(Source, layout)},
+                                                          layout.Separator, Options)
+                                             : std::string(OpenQuote);
+    FailAtLine(Path, LineOf(fault.Place), problem);
 }
 
 void TextFaults::FailForTooLarge(const ColumnGatherer::TooLarge& number, std::size_t variable,
                                  const TextLayout& layout) const {
-    const std::size_t line = LineOf(number.Place, layout.Begin) + LineBreaksBefore(number, variable, layout);
+    const std::size_t line = LineOf(number.Place) + LineBreaksBefore(number, variable, layout);
     FailAtLine(Path, line, "a number is too large: " + number.Field);
 }
 
 /// The line of a record that begins at `place`, from 1.
-std::size_t TextFaults::LineOf(std::size_t place, std::size_t begin) const {
+std::size_t TextFaults::LineOf(std::size_t place) const {
     std::size_t line = 1;
     char last = '\0';
-    for (std::size_t at = begin; at < place; at += BytesOfPiece) {
+    for (std::size_t at = 0; at < place; at += BytesOfPiece) {
         const std::string piece = Source.Piece(at, std::min(BytesOfPiece, place - at));
         // A line break cut in two counts once.
         line += CountLineBreaks(piece) - (last == '\r' && piece[0] == '\n' ? 1 : 0);

@@ -18,6 +18,7 @@ inline constexpr std::string_view OpenQuote = "a quote is opened and never close
 struct FieldCounts {
     std::size_t Fields = 0;
     std::size_t Expected = 0;
+    std::size_t AboveNames = 0;  ///< records that seem to stand above the names; 0: none, or nobody knows
 };
 
 /// What is wrong with a record of so many fields, and what to do.
@@ -51,7 +52,7 @@ class TextFaults {
                                       const TextLayout& layout) const;
 
   private:
-    [[nodiscard]] std::size_t LineOf(std::size_t place, std::size_t begin) const;
+    [[nodiscard]] std::size_t LineOf(std::size_t place) const;
     [[nodiscard]] std::size_t LineBreaksBefore(const ColumnGatherer::TooLarge& number, std::size_t variable,
                                                const TextLayout& layout) const;
 

@@ -49,10 +49,11 @@ void ReadFirstRecord(const TextSource& source, TextLayout& layout) {
     PartRecords records(source, {layout.Begin, source.Size()}, {.Separator = layout.Separator, .IsUtf8 = layout.IsUtf8},
                         window);
     std::vector<std::string_view> fields;
-    while (records.Next(fields)) {
+    for (layout.RecordsToFirst = 1; records.Next(fields); ++layout.RecordsToFirst) {
         if (!records.IsEmpty()) {
             records.CheckRead();
             layout.FirstFields.assign(fields.begin(), fields.end());
+            layout.BeginOfFirst = records.Begin();
             layout.BehindFirst = records.End();
             if (records.EndsInQuotes()) {
                 layout.FirstFault = {.Place = records.Begin()};

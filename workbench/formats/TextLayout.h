@@ -19,15 +19,19 @@ struct RecordFault {
 
 /// A delimited text cut into parts that can be read side by side.
 struct TextLayout {
-    std::size_t Begin = 0;  ///< of the text, behind a byte-order mark
+    std::size_t Begin = 0;  ///< of what is read, behind a byte-order mark and titles
+    std::size_t Titles = 0;  ///< records above Begin, passed over
     bool IsUtf8 = true;
-    std::optional<char> Separator;
+    std::optional<char> Separator{};
+    bool SeparatorIsFound = false;  ///< from the text, so that it may be another one
     std::vector<std::string>
-        FirstFields;  ///< of the first record that isn't empty, as they stand; none: there is no record
-    std::optional<RecordFault> FirstFault;
+        FirstFields{};  ///< of the first record that isn't empty, as they stand; none: there is no record
+    std::optional<RecordFault> FirstFault{};
+    std::size_t BeginOfFirst = 0;
     std::size_t BehindFirst = 0;  ///< where the record behind that begins
-    std::vector<TextRange> Parts;  ///< of all records that hold cases
-    std::vector<QuoteState> States;  ///< in which the parts begin
+    std::size_t RecordsToFirst = 0;  ///< from Begin on, with it and empty ones above it
+    std::vector<TextRange> Parts{};  ///< of all records that hold cases
+    std::vector<QuoteState> States{};  ///< in which the parts begin
     bool StatesAreGuessed = true;
 
     [[nodiscard]] PartRecords::Rules RulesOfPart(std::size_t part) const {

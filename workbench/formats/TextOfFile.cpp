@@ -32,6 +32,20 @@ void RefuseNull(const std::string& path, std::string_view beginning) {
                     (looksWide ? " in UTF-8 or Windows-1252; try the encoding utf-16." : "."));
 }
 
+std::string EncodingOfFile(const std::string& path, const std::string& asked, WorkMonitor& monitor) {
+    std::error_code error;
+    if (!asked.empty() || !std::filesystem::is_regular_file(path, error)) {
+        return asked;
+    }
+    const std::string mark = ReadBytes(path, monitor, 2);
+    return mark == "\xFF\xFE" || mark == "\xFE\xFF" ? "utf-16" : "";
+}
+
+bool IsPackedFile(const std::string& path, WorkMonitor& monitor) {
+    constexpr std::size_t longestMark = 4;
+    return IsPacked(ReadBytes(path, monitor, longestMark));
+}
+
 std::string BytesOfText(const std::string& path, const std::string& encoding, WorkMonitor& monitor) {
     std::error_code unknownSize;
     const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);

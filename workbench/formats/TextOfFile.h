@@ -16,6 +16,12 @@ void CheckIsText(const std::string& path, std::string_view beginning);
 /// The error of a text with a null byte and this beginning.
 [[noreturn]] void RefuseNull(const std::string& path, std::string_view beginning);
 
+/// The encoding that was asked for; for none that of the file where its mark tells UTF-16, else none.
+[[nodiscard]] std::string EncodingOfFile(const std::string& path, const std::string& asked, WorkMonitor& monitor);
+
+/// Whether a file is packed by gzip or zstd, told by its first bytes.
+[[nodiscard]] bool IsPackedFile(const std::string& path, WorkMonitor& monitor);
+
 /// The bytes of a file of delimited text, unpacked where gzip or zstd packed them. Throws DataError, naming the file,
 /// when it can't be read or is no text.
 [[nodiscard]] std::string BytesOfText(const std::string& path, const std::string& encoding, WorkMonitor& monitor);

@@ -33,7 +33,7 @@ DataTable ReadWorkbook(const std::string& path, const ReadOptions& options) {
     WorkMonitor monitor(options.Progress, options.Cancelled, MemoryLimit(options.MaxMemory));
     monitor.TellCountsTo(options.Received);
     const ZipArchive archive(path);
-    return TableOfRows(TextOfWorkbook(archive, options, monitor), path, options, monitor);
+    return TableOfSheet(TextOfWorkbook(archive, options, monitor), path, options, monitor);
 }
 
 }  // namespace quillara

@@ -240,12 +240,6 @@ void NoticeCategories(CAnalysisDoc* document, const ResultSubject& subject) {
     }
 }
 
-void DropObeyed(std::vector<Remark>& onReading, const std::vector<CaseResult>& selection) {
-    if (!selection.empty() && selection.back() != CaseResult::Use) {
-        std::erase_if(onReading, [](const Remark& remark) { return remark.Code == "totals-row"; });
-    }
-}
-
 void NoticeLeftOut(CAnalysisDoc* document, const std::string& what, std::int64_t leftOut) {
     if (leftOut > 0) {
         Notice(document, {"chart-leaves-out",

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "host/CaseBlocks.h"
 #include "host/ResultSubject.h"
 #include "workbench/data/Remark.h"
 #include "workbench/documents/Remarks.h"
@@ -38,9 +37,6 @@ void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool o
 void NoticeLeftOut(CAnalysisDoc* document, const std::string& what, std::int64_t leftOut);
 /// Remarks on the newest step: what it drops for want of a value.
 void NoticeStep(AnalysisDocument& document, const StepTaken& step);
-
-/// Takes out what a selection of cases has seen to: that the last case looks like totals, once it isn't selected.
-void DropObeyed(std::vector<Remark>& onReading, const std::vector<CaseResult>& selection);
 
 /// The remarks on it so far.
 [[nodiscard]] const Remarks& RemarksOn(CAnalysisDoc* document);

@@ -69,6 +69,9 @@ std::string ReadingArguments(const ScriptOpening& opening) {
     if (!reading.Encoding.empty()) {
         add("encoding", PythonText(reading.Encoding));
     }
+    if (reading.TitleRecords > 0) {
+        add("skip", std::to_string(reading.TitleRecords));
+    }
     if (!reading.HasHeader) {
         add("header", "False");
     }

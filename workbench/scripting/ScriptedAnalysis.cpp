@@ -14,6 +14,7 @@
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/documents/Remarks.h"
+#include "workbench/formats/OddCases.h"
 #include "workbench/hosting/AnalysisRemarks.h"
 #include "workbench/hosting/ClosingAnalyses.h"
 #include "workbench/hosting/DialogHost.h"

@@ -17,7 +17,8 @@
 namespace quillara {
 namespace {
 
-const std::string OfTwo = "; the first record has 2 (separator: comma; --separator sets another).";
+const std::string OfTwo = "; the first record has 2 (separator: comma; --separator sets another; a text with a ";
+const std::string InQuotes = " in it has to stand in quotes).";
 
 using Fields = std::vector<std::string>;
 
@@ -41,10 +42,10 @@ TEST(DelimitedTable, Shows) {
         {"\xEF\xBB\xBF""a,b\n1,2\n", "a N 1; b N 2"},          {"\xEF\xBB\xBF""a,b\n\xE9,2\n", "a T é; b N 2"},
         {"a,b\n\xE9,\x80\n", "a T é; b T €"},                  {"a,b\né,\xE2\x82\xAC\n", "a T é; b T €"},
         // Errors name the line
-        {"a,b\n1,2\n1,2,3\n", "\"@\", line 3: 3 fields instead of 2" + OfTwo},
-        {"a,b\n1,2\n\n7\n1,2\n", "\"@\", line 4: 1 field instead of 2" + OfTwo},
-        {"a,b\n\"x\r\n\ny\",2\n1,2\n1\n", "\"@\", line 6: 1 field instead of 2" + OfTwo},
-        {"a,b\n1,2\n\"\"\n1,2\n", "\"@\", line 3: 1 field instead of 2" + OfTwo},
+        {"a,b\n1,2\n1,2,3\n", "\"@\", line 3: 3 fields instead of 2" + OfTwo + "comma" + InQuotes},
+        {"a,b\n1,2\n\n7\n1,2\n", "\"@\", line 4: 1 field instead of 2" + OfTwo + "line break" + InQuotes},
+        {"a,b\n\"x\r\n\ny\",2\n1,2\n1\n", "\"@\", line 6: 1 field instead of 2" + OfTwo + "line break" + InQuotes},
+        {"a,b\n1,2\n\"\"\n1,2\n", "\"@\", line 3: 1 field instead of 2" + OfTwo + "line break" + InQuotes},
         {"a,b\n1,2\n3,\"4\n5,6\n", "\"@\", line 3: a quote is opened and never closed."},
         {"a,b\nx,2\n\"\n\",1e999\n", "\"@\", line 4: a number is too large: 1e999."},
         {"a,b\nx,y\n1,-1e400\n", "a T x 1; b T y -1e400"},     {"a,b\n1,1e-999\n", "a N 1; b N 0"},

@@ -92,6 +92,72 @@ TEST(FieldNotations, DatesInOneNotationAreRead) {
     EXPECT_EQ(Read("a,b,c\n1/2/2024,13/1/2024,1/13/2024\n"), "a T 1/2/2024; b D 2024-01-13; c D 2024-01-13");
 }
 
+TEST(FieldNotations, TitlesAboveTheNamesArePassedOver) {
+    const std::string behind = "; the first record has 2 (separator: comma; --separator sets another; ";
+    const struct {
+        std::string Text;
+        ReadOptions Options;
+        std::string Shown;
+        const char* Codes = "";
+    } cases[] = {
+        {"Report\n\nof; x\na,b\n1,2\n",   {.TitleRecords = 3},                     "a N 1; b N 2"},
+        {"Report,\n\n,\na,b\n1,2\n",      {.TitleRecords = 1},                     "a N 1; b N 2"},
+        {"\"Report\nx\"\n1,2\n",          {.TitleRecords = 1, .HasHeader = false}, "Var1 N 1; Var2 N 2"},
+        {"a,b\n\xE9,2\nx,3\n",            {.TitleRecords = 1},                     "é T x; 2 N 3", "names-like-values"},
+        {"x;y;z\nx;y;z\nx;y;z\na,b\n1,2\n", {.TitleRecords = 3},                  "a N 1; b N 2"},
+        {"a,b\n1,2\n",                     {.TitleRecords = 3},                     "\"@\" holds nothing below the titles."},
+        {"\"t\na,b\n1,2\n",                {.TitleRecords = 1},                     "\"@\", line 1: a quote is opened and never closed."},
+        {"t\na,b\n1\n", {.Separator = ',', .TitleRecords = 1}, "\"@\", line 3: 1 field instead of 2" + behind + "a text with a line break in it has to stand in quotes)."},
+        // Not passed over, they are told
+        {"t\nu, v\n\na;b\n1,5;2\n3;4\n",  {}, "\"@\", line 4: 2 fields instead of 1; the first record has 1 (separator: semicolon; --separator sets another; if the names stand below titles, --skip 3 passes over what is above them)."},
+        {"a,b\nx,y,1\nz,2\nv,3\n",        {}, "\"@\", line 2: 3 fields instead of 2" + behind + "a text with a comma in it has to stand in quotes)."},
+        {"t\nu\nv\na,b\n1,2\n",           {},                                       "t T u v a,b 1,2", "single-variable"},
+        {"\nt,,\n,,\na,b,c\n1,,2\n3,,\n",  {},                                       "t T - a 1 3; Var2 T - b - -; Var3 T - c 2 -", "names-missing"},
+        {"a,b,\n1,2,\n3,4,\n",             {},                                       "a N 1 3; b N 2 4; Var3 N - -"},
+        // So is a second line of names
+        {"a,b,c\nx,cm,kg\ny,1,2\nz,,3\n",  {},                                       "a T x y z; b T cm 1 -; c T kg 2 3", "second-names"},
+        {"a,b\n,2024-01-01\n,x\n,x\n",     {},                                       "a N - - -; b T 2024-01-01 x x"},
+        {"a,b\nx,unknown\ny,1\nz,2\n",     {},                                       "a T x y z; b T unknown 1 2"},
+    };
+    for (const auto& test : cases) {
+        const auto [shown, codes] = ReadWithRemarks(test.Text, test.Options);
+        EXPECT_EQ(shown, test.Shown) << test.Text;
+        EXPECT_EQ(codes, test.Codes) << test.Text;
+    }
+}
+
+TEST(FieldNotations, CasesThatMayBeNoneAreTold) {
+    const std::string rows = "g,a,b\nx,1,2\ny,3,4\nz,5,6\n";
+    const struct {
+        std::string Text;
+        std::string Remarks;  // code and case of each, and how it is left out
+    } cases[] = {
+        {rows, ""},
+        {rows + "TOTAL:,9,12\n", "totals-row 3 [g] <> \"TOTAL:\""},
+        {rows + ",9,12\n", "totals-row 3 not missing([g])"},
+        {rows + ",9,13\n", ""},
+        {rows + "Total,9,12\n,,\nSource: us,,\n", "totals-row 3 [g] <> \"Total\"; notes-below 5 not missing([a])"},
+        {rows + "Sourdough,,\n", ""},
+        {rows + "* estimated,,\n1) so,,\n", "notes-below 4 not missing([a])"},
+        {rows + ",,\n,,\n", "cases-empty 4 not missing([g])"},
+        {"g,a\nTotal,1\nx,2\nTotal,3\nx,4\n", "totals-row 0 [g] <> \"Total\""},
+        {"g,a\nTotal,1\nTotal,3\n", ""},
+        {"g,a,b\nx,,1\ny,3,\n,4,5\n,,\n", "cases-empty 3 -"},
+    };
+    const TemporaryFolder folder;
+    for (const auto& test : cases) {
+        std::string told;
+        const auto take = [&told](const Remark& remark) {
+            const std::size_t begin = remark.Advice.find("--select '");
+            const std::string formula =
+                begin == std::string::npos ? "-" : remark.Advice.substr(begin + 10, remark.Advice.find("', or") - begin - 10);
+            told += (told.empty() ? "" : "; ") + remark.Code + " " + std::to_string(remark.Case.value()) + " " + formula;
+        };
+        const DataTable table = ReadDataFile(folder.Put("data.csv", test.Text), {.Noticed = take});
+        EXPECT_EQ(told, test.Remarks) << test.Text;
+    }
+}
+
 TEST(FieldNotations, CodesWithLeadingZerosStayTexts) {
     const struct {
         const char* Text = "";

@@ -13,12 +13,13 @@
 #include "workbench/data/Calendar.h"
 #include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
-#include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/Encoding.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/RecordScanner.h"
 #include "workbench/formats/TextFaults.h"
 #include "workbench/formats/TextOfFile.h"
+#include "workbench/formats/TitleRecords.h"
+#include "workbench/formats/VariableNames.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -183,8 +184,8 @@ class PlainReader {
             }
             if (fields.size() != Columns.size()) {
                 FailAtLine(Path, scanner.Line,
-                           WrongCount({.Fields = fields.size(), .Expected = Columns.size()}, Separator,
-                                      {.SeparatorOption = "--separator"}));
+                           WrongCount({.Fields = fields.size(), .Expected = Columns.size(), .AboveNames = AboveNames()},
+                                      Separator, {.SeparatorOption = "--separator"}));
             }
             Append(fields, scanner.Line);
         }
@@ -192,6 +193,11 @@ class PlainReader {
             throw DataError("\"" + Path + "\" is empty.");
         }
         return names;
+    }
+
+    [[nodiscard]] std::size_t AboveNames() const {
+        return RecordsAboveNames(TextSource(std::string(Text)),
+                                 {.Separator = Separator, .SeparatorIsFound = !Options.Separator});
     }
 
     void Append(const Fields& fields, std::size_t line) {
