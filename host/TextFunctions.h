@@ -36,5 +36,6 @@ char GetListSep();
 int wstrcspn(const char* text, const char* set);
 
 /// Reads a decimal number that fills the first `length` bytes of a text. 0, and the number; not 0, and nothing written,
-/// when they are none or it isn't finite. Analyses give the mode 5.
+/// when they are none or it isn't finite. Analyses give the mode 5. A host may take a comma for the decimal point where
+/// it can't be anything else.
 int GetDouble(int mode, const char* text, int length, double* value);

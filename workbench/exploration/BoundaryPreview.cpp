@@ -1,5 +1,6 @@
 #include "workbench/exploration/BoundaryPreview.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -31,6 +32,21 @@ std::optional<double> NumberIn(const std::string& word) {
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
+/// Why a word is no number, and how to write one.
+std::string NoNumber(const std::string& word) {
+    const auto commas = std::ranges::count(word, ',');
+    if (commas == 0) {
+        return word + " is not a number";
+    }
+    std::string pointed = word;
+    std::ranges::replace(pointed, ',', '.');
+    std::string plain = word;
+    std::erase(plain, ',');
+    const bool isEither = commas == 1 && NumberIn(pointed) && NumberIn(plain) && NumberIn(pointed) != NumberIn(plain);
+    return isEither ? word + " can be " + pointed + " or " + plain + ": write one of these"
+                    : word + " is not a number: separate numbers by blanks or " + GetListSep();
+}
+
 /// What is wrong with the words as boundaries; empty: nothing.
 std::string FaultIn(const std::vector<std::string>& words) {
     std::optional<double> before;
@@ -38,7 +54,7 @@ std::string FaultIn(const std::vector<std::string>& words) {
         const auto number = NumberIn(words[i]);
         if (!number) {
             const bool hasLineFeed = words[i].find('\n') != std::string::npos;
-            return hasLineFeed ? "one line only: a new line separates nothing" : words[i] + " is not a number";
+            return hasLineFeed ? "one line only: a new line separates nothing" : NoNumber(words[i]);
         }
         if (before && *before >= *number) {
             return "after " + words[i - 1] + ": " + words[i] + " is not greater";
@@ -57,10 +73,16 @@ std::string RangeAt(const std::vector<std::string>& words, std::size_t place) {
 }  // namespace
 
 std::string BoundaryPreview(std::string_view typed) {
-    const std::vector<std::string> words = WordsIn(typed);
+    std::vector<std::string> words = WordsIn(typed);
     if (std::string fault = FaultIn(words); words.empty() || !fault.empty()) {
         return fault;
     }
+    bool hasCommas = false;
+    for (std::string& word : words) {
+        hasCommas = hasCommas || word.find(',') != std::string::npos;
+        std::ranges::replace(word, ',', '.');
+    }
+    const std::string note = hasCommas ? "; a comma is the decimal point" : "";
     const bool isLong = words.size() + 1 > MostShown;
     std::string preview;
     for (std::size_t i = 0; i <= words.size(); ++i) {
@@ -71,7 +93,7 @@ std::string BoundaryPreview(std::string_view typed) {
             preview += ", ...";
         }
     }
-    return isLong ? preview + " (" + std::to_string(words.size() + 1) + " ranges)" : preview;
+    return (isLong ? preview + " (" + std::to_string(words.size() + 1) + " ranges)" : preview) + note;
 }
 
 }  // namespace quillara

@@ -9,7 +9,6 @@
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "workbench/hosting/DialogHost.h"
-#include "workbench/numbers/DecimalNumber.h"
 #include "workbench/recording/PythonText.h"
 #include "workbench/recording/RecordedMembers.h"
 #include "workbench/recording/RecordedVariables.h"
@@ -20,6 +19,7 @@ namespace {
 using Lines = PendingCategorization::Lines;
 
 constexpr const char* Blank = " ";
+constexpr int ListNumberMode = 5;
 
 void Append(Lines& lines, const Lines& more) {
     lines.insert(lines.end(), more.begin(), more.end());
@@ -31,11 +31,12 @@ std::optional<std::vector<double>> NumbersIn(std::string_view text, const std::s
     for (std::size_t begin = text.find_first_not_of(separators); begin < text.size();
          begin = text.find_first_not_of(separators, begin)) {
         const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
-        const std::optional<double> number = DecimalNumber(text.substr(begin, end - begin));
-        if (!number) {
+        const std::string word(text.substr(begin, end - begin));
+        double number = 0.0;
+        if (GetDouble(ListNumberMode, word.c_str(), static_cast<int>(word.size()), &number) != 0) {
             return std::nullopt;
         }
-        numbers.push_back(*number);
+        numbers.push_back(number);
         begin = end;
     }
     return numbers;

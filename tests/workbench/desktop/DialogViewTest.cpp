@@ -269,9 +269,15 @@ TEST_F(Dialogs, NumbersAreReadInTheNotationOfTheMoment) {
         return Survey.Startup().At(StepSizeField).Number;
     };
     EXPECT_EQ(type("2.5"), 2.5);
+    EXPECT_EQ(type("0,75"), 0.75);  // a comma that can't set off thousands
+    EXPECT_EQ(step.text(), "0,75");
+    step.clearFocus();
+    EXPECT_EQ(step.text(), "0.75");
+    EXPECT_EQ(type("2,5"), 2.5);
     Survey.Main.setLocale(QLocale(QLocale::German));
     EXPECT_EQ(step.text(), "2,5");
     EXPECT_EQ(type("3,75"), 3.75);
+    EXPECT_EQ(type("4.25"), 4.25);
 }
 
 TEST(OutlinedStyle, BoxesAreSeenInDarkWindows) {

@@ -241,7 +241,7 @@ TEST_F(Recording, WritesBoundariesAsTheMemberReadsThemOrAsTheyWereTyped) {
     Lines();
     Pick("age");
     Click(UserIntervalsRadio);
-    GiveBoundaries("25  40.50");
+    GiveBoundaries("25  40,50");
     Down(0);
     EXPECT_EQ(Lines(),
               "drill.DrillDownVariable = \"age\"\ndrill.UserSpecifiedCategories = 1\n"

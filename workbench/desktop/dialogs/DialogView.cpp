@@ -15,6 +15,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "platform/WindowMessages.h"
@@ -140,10 +141,8 @@ void DialogView::ConnectField(int id, QWidget& widget) {
         return;
     }
     connect(line, &QLineEdit::textEdited, this, [this, id, line] {
-        bool isNumber = false;
-        const double number = line->locale().toDouble(line->text(), &isNumber);
-        if (isNumber && line->hasAcceptableInput()) {
-            TypeNumber(id, number);
+        if (const std::optional<double> number = NumberTyped(*line)) {
+            TypeNumber(id, *number);
         }
     });
     connect(line, &QLineEdit::editingFinished, this, [this, line] { EndTyping(*line); });

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/TextFunctions.h"
 #include "workbench/desktop/dialogs/ReorderList.h"
 #include "workbench/desktop/dialogs/ReportList.h"
 
@@ -21,6 +22,7 @@ namespace {
 constexpr std::uint32_t GridLines = 1;  // of the extended style
 constexpr double ReadableContrast = 4.5;
 constexpr int Digits = 15;
+constexpr int FieldNumberMode = 5;
 
 QString TextOf(const std::string& text) {
     return QString::fromStdString(text);
@@ -67,9 +69,8 @@ double Entered(const Control& control, double number) {
 
 /// What is being typed stays as long as it means the number of the control, or nothing yet.
 bool IsBeingTyped(const QLineEdit& field, const Control& control) {
-    bool isNumber = false;
-    const double typed = field.locale().toDouble(field.text(), &isNumber);
-    return field.isModified() && (!isNumber || (control.HasNumber && Entered(control, typed) == control.Number));
+    const std::optional<double> typed = NumberTyped(field);
+    return field.isModified() && (!typed || (control.HasNumber && Entered(control, *typed) == control.Number));
 }
 
 void ShowNumber(QLineEdit& field, const Control& control) {
@@ -182,6 +183,18 @@ void ShowControl(const Control& control, QWidget& widget) {
             line->setText(TextOf(control.Text));
         }
     }
+}
+
+std::optional<double> NumberTyped(const QLineEdit& field) {
+    bool isNumber = false;
+    const double number = field.locale().toDouble(field.text(), &isNumber);
+    if (isNumber && field.hasAcceptableInput()) {
+        return number;
+    }
+    const QByteArray text = field.text().trimmed().toUtf8();
+    double other = 0.0;
+    isNumber = GetDouble(FieldNumberMode, text.constData(), static_cast<int>(text.size()), &other) == 0;
+    return isNumber ? std::optional(other) : std::nullopt;
 }
 
 }  // namespace quillara

@@ -2,9 +2,11 @@
 
 #include <QColor>
 #include <cstdint>
+#include <optional>
 
 #include "workbench/windows/Control.h"
 
+class QLineEdit;
 class QWidget;
 
 namespace quillara {
@@ -18,5 +20,8 @@ void ShowControl(const Control& control, QWidget& widget);
 [[nodiscard]] QColor ReadableColour(std::uint32_t colour, const QColor& background);
 /// How far the brightness of two colours is apart, from 1, not at all, to 21.
 [[nodiscard]] double ContrastOf(const QColor& one, const QColor& other);
+
+/// What a field of numbers holds, in its notation or in any other in which it can be one number only.
+[[nodiscard]] std::optional<double> NumberTyped(const QLineEdit& field);
 
 }  // namespace quillara
