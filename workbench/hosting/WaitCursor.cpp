@@ -6,20 +6,30 @@
 
 namespace {
 
-thread_local int Depth = 0;  // of one user-interface thread
+// Of one user-interface thread.
+thread_local int Depth = 0;
+thread_local void (*Hear)(bool isShown) = [](bool) {};
 
 }  // namespace
 
 void BeginWaitCursor() {
     ++Depth;
+    Hear(true);
 }
 
-void RestoreWaitCursor() {}
+void RestoreWaitCursor() {
+    Hear(Depth > 0);
+}
 
 void EndWaitCursor() {
     Depth = std::max(Depth - 1, 0);
+    Hear(Depth > 0);
 }
 
 bool quillara::IsWaitCursorShown() {
     return Depth > 0;
+}
+
+void quillara::HearWaitCursor(void (*hear)(bool isShown)) {
+    Hear = hear;
 }

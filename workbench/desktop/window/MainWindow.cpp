@@ -10,12 +10,12 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <exception>
 
 #include "resources/ControlIds.h"
@@ -25,6 +25,7 @@
 #include "workbench/desktop/dialogs/ModalView.h"
 #include "workbench/desktop/results/ViewOptions.h"
 #include "workbench/desktop/scripts/ScriptPanels.h"
+#include "workbench/desktop/window/BusyPointer.h"
 #include "workbench/desktop/window/ExploreMenu.h"
 #include "workbench/desktop/window/FileReading.h"
 #include "workbench/desktop/window/GuideBar.h"
@@ -39,9 +40,11 @@
 #include "workbench/desktop/window/StepBar.h"
 #include "workbench/desktop/window/StepTexts.h"
 #include "workbench/desktop/window/TipTour.h"
+#include "workbench/desktop/window/ViewArea.h"
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
 #include "workbench/exploration/FirstLook.h"
+#include "workbench/hosting/WaitCursor.h"
 
 namespace quillara {
 namespace {
@@ -222,6 +225,8 @@ void MainWindow::ConnectWork() {
     connect(Explored, &ExplorationModel::workAdvanced, Working, &LongWork::Advance);
     connect(Explored, &ExplorationModel::workEnded, Working, &LongWork::End);
     connect(Explored, &ExplorationModel::turnCame, Working, &LongWork::Settle);
+    HearWaitCursor(ShowBusyPointer);
+    connect(Explored, &ExplorationModel::turnCame, this, [] { ShowBusyPointer(false); });
 }
 
 /// What it shows is seen at one glance.
@@ -318,11 +323,9 @@ void MainWindow::ShowDialog() {
         // Once the click has gone through the dialog, for which this button does nothing.
         connect(options, &QAbstractButton::clicked, this, &MainWindow::ShowPreferences, Qt::QueuedConnection);
     }
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setWidget(Startup);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setMinimumWidth(Startup->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    auto* scroll = new ViewArea(Startup, Side);
+    const int whole = Startup->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width();
+    scroll->setMinimumWidth(std::min(whole, screen()->availableSize().width() / 4));
     Side->setWidget(scroll);
 }
 
