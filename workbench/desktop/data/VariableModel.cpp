@@ -198,6 +198,8 @@ void VariableModel::ShowValues(std::size_t variable) {
             facts.Summary.Values.push_back({value.Value, written, label, value.Texts.Description});
         }
     }
+    const std::size_t beyond = facts.EditableInAll - facts.Editable.size();
+    facts.Summary.Values.resize(facts.Summary.Values.size() + beyond);  // only counted
     facts.Values = ShownValuesOf(facts.Summary);
     const int row = static_cast<int>(variable);
     emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
