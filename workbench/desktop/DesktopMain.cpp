@@ -11,6 +11,7 @@
 #include "workbench/desktop/window/Appearance.h"
 #include "workbench/desktop/window/MainWindow.h"
 #include "workbench/desktop/window/Preferences.h"
+#include "workbench/desktop/window/ScreenFit.h"
 
 namespace {
 
@@ -61,6 +62,8 @@ int main(int argc, char** argv) {
         quillara::Preferences::Shared().Open(QDir(folder).filePath(QStringLiteral("desktop.ini")));
     }
     const quillara::Appearance appearance;
+    quillara::ScreenFitter fitter;
+    application.installEventFilter(&fitter);
     quillara::SettingsStore settings(settingsPath);
     quillara::MainWindow window(&settings);
     window.Welcome(folder.isEmpty() ? QString() : QDir(folder).filePath(QStringLiteral("sessions")));

@@ -5,6 +5,8 @@
 #include <QMainWindow>
 #include <QMenu>
 
+#include "workbench/desktop/window/ViewArea.h"
+
 namespace quillara {
 namespace {
 
@@ -39,7 +41,7 @@ QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& nam
     QDockWidget* neighbour = AnyBelow(window);
     auto* panel = new QDockWidget(QString(title).remove(QLatin1Char('&')), &window);
     panel->setObjectName(name);
-    panel->setWidget(content);
+    panel->setWidget(new ViewArea(content, panel));
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);  // the dialog keeps its height
     window.addDockWidget(Qt::BottomDockWidgetArea, panel);
     if (neighbour != nullptr) {

@@ -10,6 +10,7 @@
 #include "workbench/desktop/dialogs/DialogView.h"
 #include "workbench/desktop/dialogs/HostDialogViews.h"
 #include "workbench/desktop/window/Preferences.h"
+#include "workbench/desktop/window/ViewArea.h"
 
 namespace quillara {
 namespace {
@@ -26,12 +27,15 @@ class ModalDialog : public QDialog {
         auto* layout = new QVBoxLayout(this);
         View = MakeDialogView(
             window, [this](const auto& action) { Act(action); }, this);
-        layout->addWidget(View);
+        layout->setContentsMargins(0, 0, 0, 0);  // views have margins of their own
         if (View->layout() == nullptr) {
-            layout->setContentsMargins(0, 0, 0, 0);  // resources have margins of their own
+            layout->addWidget(new ViewArea(View, this));
             FocusList();
+        } else {
+            layout->addWidget(View);
         }
         setWindowTitle(View->windowTitle().trimmed());
+        adjustSize();
     }
     ~ModalDialog() override { View->Detach(); }
 

@@ -11,6 +11,8 @@ namespace {
 
 constexpr double UsualDotsPerInch = 96.0;  // that widths of columns are given for
 constexpr double UsualPointSize = 8.0;
+constexpr int LeastLetters = 24;
+constexpr int LeastLines = 4;  // with the headings
 constexpr int LettersOfColumn = 24;  // that a column shows at most, unless it is the last
 
 QString CellOf(const ReportRow& row, int column) {
@@ -70,6 +72,17 @@ void ReportList::FitColumns(const ReportList& other) {
         setColumnWidth(column, std::min(needed + 8, fontMetrics().averageCharWidth() * LettersOfColumn));
     }
     setColumnWidth(columnCount() - 1, header()->sectionSizeHint(columnCount() - 1));
+}
+
+void ReportList::SetUsualRoom(int letters, int lines) {
+    const QSize unit(fontMetrics().averageCharWidth(), fontMetrics().lineSpacing());
+    UsualRoom = {unit.width() * letters, unit.height() * lines};
+    setMinimumSize(unit.width() * LeastLetters, unit.height() * LeastLines);
+    updateGeometry();
+}
+
+QSize ReportList::sizeHint() const {
+    return UsualRoom.isEmpty() ? QTreeWidget::sizeHint() : UsualRoom;
 }
 
 void ReportList::SetDrags() {

@@ -22,6 +22,9 @@ class ReportList : public QTreeWidget {
     [[nodiscard]] std::vector<int> SelectedRows() const;
     /// Makes columns as wide as what stands in those of a list; the last takes what is left.
     void FitColumns(const ReportList& other);
+    /// What the list would have, in letters and lines; on a small screen it gets along with less.
+    void SetUsualRoom(int letters, int lines);
+    [[nodiscard]] QSize sizeHint() const override;
     /// Lets the user select several rows and drag them to where a listener puts them.
     void SetDrags();
     /// Shows whether what is dragged would be put here.
@@ -44,6 +47,7 @@ class ReportList : public QTreeWidget {
 
     std::vector<std::string> Headings;
     std::vector<ReportRow> ShownRows;
+    QSize UsualRoom;
     int ShownSelected = -1;
     bool HasGridLines = false;
     bool IsDragging = false;

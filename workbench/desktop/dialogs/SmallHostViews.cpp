@@ -41,9 +41,8 @@ QHBoxLayout* Ends(const DialogView& view) {
 
 ReportList& RoomyList(const DialogView& view, int id, int lines) {
     auto& list = *static_cast<ReportList*>(view.Find(id));
-    const QFontMetrics metrics = view.fontMetrics();
     list.FitColumns(list);
-    list.setMinimumSize(60 * metrics.averageCharWidth(), lines * metrics.lineSpacing());
+    list.SetUsualRoom(60, lines);
     return list;
 }
 
@@ -89,7 +88,7 @@ OpenDataView::OpenDataView(Window& window, OpenDataDialog& dialog, Act act, QWid
     };
     connect(path, &QLineEdit::textEdited, this, hideOffers, Qt::QueuedConnection);
     connect(files, &QFileSystemModel::directoryLoaded, this, hideOffers, Qt::QueuedConnection);
-    path->setMinimumWidth(60 * fontMetrics().averageCharWidth());
+    path->setMinimumWidth(40 * fontMetrics().averageCharWidth());
     auto* browse = new QPushButton(MarkIcon("`"), tr("&Browse..."), this);
     browse->setToolTip(tr("Chooses a data file among those of this computer"));
     browse->setAccessibleName(tr("Browse"));

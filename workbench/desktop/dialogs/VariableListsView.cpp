@@ -100,8 +100,7 @@ void VariableListsView::Arrange() {
     all->addLayout(ends);
     LeaveToLayout(all);
     for (const int id : Lists) {
-        const int letter = fontMetrics().averageCharWidth();
-        Find(id)->setMinimumSize(58 * letter, fontMetrics().lineSpacing() * (id == Dialog::AvailableList ? 16 : 7));
+        ListOf(id).SetUsualRoom(58, id == Dialog::AvailableList ? 16 : 7);
     }
     setTabOrder(Sought, Find(Dialog::AvailableList));
 }

@@ -1,12 +1,12 @@
 #include "workbench/desktop/window/GuideBar.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QToolButton>
 
 #include "resources/ControlIds.h"
+#include "workbench/desktop/dialogs/ElidedLabel.h"
 #include "workbench/desktop/window/ExplorationModel.h"
 #include "workbench/windows/Control.h"
 #include "workbench/windows/Window.h"
@@ -28,7 +28,7 @@ QString BaseOf(Exploration& exploration) {
 GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     : QFrame(parent),
       Model(model),
-      Text(new QLabel(this)),
+      Text(new ElidedLabel(this)),
       First(new QPushButton(this)),
       Second(new QPushButton(this)) {
     setObjectName(QStringLiteral("guide"));
@@ -36,7 +36,6 @@ GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     setFrameShape(QFrame::StyledPanel);
     First->setObjectName(QStringLiteral("guideFirst"));
     Second->setObjectName(QStringLiteral("guideSecond"));
-    Text->setTextFormat(Qt::PlainText);
     auto* away = new QToolButton(this);
     away->setText(QStringLiteral("×"));
     away->setToolTip(tr("Put this away"));

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "workbench/desktop/window/ViewArea.h"
+
 namespace quillara {
 namespace {
 
@@ -62,7 +64,7 @@ StartPage::StartPage(QWidget* parent)
     column->addWidget(sample);
     Rows->setContentsMargins(0, 8, 0, 0);
     column->addWidget(Recent);
-    auto* around = new QGridLayout(this);
+    auto* around = new QGridLayout(&ScrollingPage());
     around->addWidget(content, 1, 1);
     around->setColumnStretch(0, 1);
     around->setColumnStretch(1, 8);
@@ -72,6 +74,15 @@ StartPage::StartPage(QWidget* parent)
     connect(open, &QPushButton::clicked, this, &StartPage::openAsked);
     connect(sample, &QPushButton::clicked, this, [this] { emit fileChosen(Sample()); });
     ShowRecent({});
+}
+
+/// All of it can be reached in small windows.
+QWidget& StartPage::ScrollingPage() {
+    auto* page = new QWidget;
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(new ViewArea(page, this));
+    return *page;
 }
 
 void StartPage::AddLeft(QVBoxLayout& column) {

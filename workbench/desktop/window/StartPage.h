@@ -28,6 +28,7 @@ class StartPage : public QWidget {
     void forgetAsked();
 
   private:
+    [[nodiscard]] QWidget& ScrollingPage();
     void AddLeft(QVBoxLayout& column);
 
     QWidget* Left;
