@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages of some groups. Safe to repeat; asks for rights only when something is missing.
-#   scripts/setup.sh run|fonts|python|test|lint|package...
+#   scripts/setup.sh run|fonts|python|test|lint|package|language...
 set -euo pipefail
 
 run=(
@@ -20,6 +20,7 @@ test=(
 )
 lint=(clang-format clang-tidy)
 package=(dpkg-dev file)
+language=(qt6-l10n-tools)  # catalogues of texts: scripts/make-language
 
 packages=()
 for group in "$@"; do

@@ -54,6 +54,7 @@ struct Control : WindowHandleTag {
 
     int Id = NoControlId;
     ControlKind Kind = ControlKind::Static;
+    const char* Caption = "";  ///< in the resource
     Window* Owner = nullptr;  ///< the window that gets its messages
 
     std::string Text;  ///< caption of a button or static, content of an edit

@@ -77,7 +77,8 @@ void Window::AddControls(const DialogResource& resource) {
         Control& control = Controls[row.Id];
         control.Id = row.Id;
         control.Kind = row.Kind;
-        control.Text = row.Caption == nullptr ? "" : row.Caption;
+        control.Caption = row.Caption == nullptr ? "" : row.Caption;
+        control.Text = control.Caption;
         control.Owner = this;
     }
 }

@@ -32,6 +32,21 @@ TEST(DesktopCommand, RefusesWhereThereIsNoScreen) {
     ExpectRefusal(Quillara(folder, "open", NoScreen), 2, "quillara: ", "FILE");
 }
 
+TEST(DesktopCommand, TheDesktopAnswersWithoutAScreenWhatNeedsNone) {
+    const TemporaryFolder folder;
+    const std::string desktop = fs::path(testing_locations::Program()).parent_path() / "quillara-desktop";
+    const auto run = [&](const std::string& arguments) {
+        return Quillara(folder, "", std::string(NoScreen) + " " + desktop + " " + arguments + "; exit $?; ");
+    };
+    EXPECT_THAT(run("--help").Out, HasSubstr("quillara-desktop [FILE]"));
+    EXPECT_THAT(run("--version").Out, StartsWith("quillara-desktop 0."));
+    for (const auto& [arguments, reason] : {std::pair{"--hlep", "no option --hlep"}, {"a.csv b.csv", "One file"}}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.Status, 2);
+        EXPECT_THAT(outcome.Errors, HasSubstr(reason));
+    }
+}
+
 /// A copy of the program in a folder of its own, where there may be a desktop beside it.
 TEST(DesktopCommand, IsTakenOverByTheDesktopBesideTheProgram) {
     const TemporaryFolder folder;

@@ -10,7 +10,9 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -256,6 +258,30 @@ TEST_F(Dialogs, AccessKeysReachTheButtonsOfThePageThatIsShown) {
     QTest::keyClick(main, Qt::Key_N, Qt::AltModifier);  // down, with what has been typed
     ASSERT_TRUE(isSoon([&] { return !Survey.Main.Model().Present()->Steps().empty(); }));
     EXPECT_EQ(Survey.Main.Model().Present()->Steps().front().Category, "17.5<=x<18.5");
+}
+
+TEST_F(Dialogs, AccessKeysHoldAfterAClickOnATabAndShowWhatTheyChoose) {
+    Survey.Main.resize(900, 460);
+    auto& tabs = *At<QTabWidget>(PageTabs).tabBar();
+    At<ReorderList>(DrillDownListControl).setCurrentRow(3);
+    QTest::mouseClick(&tabs, Qt::LeftButton, {}, tabs.tabRect(1).center());
+    auto& chosen = At<QRadioButton>(UserIntervalsRadio);
+    ASSERT_TRUE(chosen.visibleRegion().isEmpty()) << "below what is seen of the dialog";
+    QTest::keyClick(Survey.Main.windowHandle(), Qt::Key_F, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return chosen.isChecked(); }, 2000));
+    EXPECT_FALSE(chosen.visibleRegion().isEmpty());
+}
+
+TEST_F(Dialogs, AClickOnTheRowThatIsSelectedChoosesItAgain) {
+    auto& list = At<ReorderList>(DrillDownListControl);
+    const QSignalSpy again(&list, &ReorderList::rowChosenAgain);
+    const auto clicks = [&](int row) {
+        ClickRow(list, row);
+        return again.count();
+    };
+    EXPECT_EQ(clicks(3), 0);
+    EXPECT_EQ(clicks(3), 1);
+    EXPECT_EQ(clicks(1), 1);
 }
 
 TEST_F(Dialogs, NumbersAreReadInTheNotationOfTheMoment) {

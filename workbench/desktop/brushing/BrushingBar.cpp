@@ -6,7 +6,7 @@
 
 #include "workbench/desktop/dialogs/ElidedLabel.h"
 #include "workbench/desktop/dialogs/MarkIcons.h"
-#include "workbench/exploration/ControlCaption.h"
+#include "workbench/desktop/dialogs/ResourceTexts.h"
 
 namespace quillara {
 
@@ -35,7 +35,7 @@ void BrushingBar::Offer(const std::vector<std::string>& options) {
     const std::vector<QString> tips = {tr("Keeps the cases of the bar that is lit (Enter, or a click on a bar)"),
                                        tr("Undoes the step that is selected in the list of steps (U)")};
     for (std::size_t i = 0; i < options.size(); ++i) {
-        const ControlCaption caption = CaptionOf(options[i]);
+        const ControlCaption caption = ResourceCaption(options[i]);
         auto* button = new QPushButton(MarkIcon(caption.Mark), QString::fromStdString(caption.Text), this);
         button->setAutoDefault(false);
         button->setToolTip(i < tips.size() ? tips[i] : QString());

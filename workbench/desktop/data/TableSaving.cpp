@@ -21,9 +21,9 @@ namespace {
 
 constexpr int ShownAfter = 250;  // milliseconds
 
-QString Text(const char* text) {
-    return QCoreApplication::translate("quillara::TableSaving", text);
-}
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(quillara::TableSaving)
+};
 
 struct Outcome {
     bool IsWritten = false;
@@ -40,7 +40,7 @@ Outcome Write(const DataTable& table, const std::string& path, const std::functi
     } catch (const Interrupted&) {
         return {};
     } catch (const std::bad_alloc&) {
-        return {false, Text("There is not enough memory to save the table.")};
+        return {false, Text::tr("There is not enough memory to save the table.")};
     } catch (const std::exception& failure) {
         return {false, QString::fromUtf8(failure.what())};
     }
@@ -53,11 +53,11 @@ SavingAnswers AnswersOfUser() {
         const QStringList filters = FiltersOfWrittenFiles().split(QStringLiteral(";;"));
         const auto own = filters.filter(QStringLiteral("*.%1)").arg(QFileInfo(suggested).suffix()));
         QString filter = own.value(0, filters.front());
-        return QFileDialog::getSaveFileName(parent, Text("Save table"), suggested, filters.join(QStringLiteral(";;")),
-                                            &filter);
+        return QFileDialog::getSaveFileName(parent, Text::tr("Save table"), suggested,
+                                            filters.join(QStringLiteral(";;")), &filter);
     };
     const auto tell = [](QWidget* parent, const QString& text) {
-        QMessageBox::information(parent, Text("Save table"), text);
+        QMessageBox::information(parent, Text::tr("Save table"), text);
     };
     return {choosePath, tell};
 }
@@ -79,7 +79,7 @@ bool SaveTable(QWidget* parent, const std::shared_ptr<const DataTable>& table, c
     Outcome outcome;
     QEventLoop waiting;
     BackgroundWork work;
-    QProgressDialog shown(Text("Saving %1").arg(QFileInfo(path).fileName()), Text("&Stop"), 0, 0, parent);
+    QProgressDialog shown(Text::tr("Saving %1").arg(QFileInfo(path).fileName()), Text::tr("&Stop"), 0, 0, parent);
     shown.setWindowModality(Qt::WindowModal);
     shown.setMinimumDuration(ShownAfter);
     QObject::connect(&shown, &QProgressDialog::canceled, &work, &BackgroundWork::Cancel);
@@ -92,7 +92,7 @@ bool SaveTable(QWidget* parent, const std::shared_ptr<const DataTable>& table, c
     shown.reset();
     if (!outcome.Message.isEmpty()) {
         answers.Tell(parent, outcome.IsWritten
-                                 ? Text("The file is written, but can't keep everything:\n%1").arg(outcome.Message)
+                                 ? Text::tr("The file is written, but can't keep everything:\n%1").arg(outcome.Message)
                                  : outcome.Message);
     }
     return outcome.IsWritten;

@@ -17,7 +17,7 @@
 #include "workbench/desktop/dialogs/MarkIcons.h"
 #include "workbench/desktop/dialogs/ReorderList.h"
 #include "workbench/desktop/dialogs/ReportList.h"
-#include "workbench/exploration/ControlCaption.h"
+#include "workbench/desktop/dialogs/ResourceTexts.h"
 
 namespace quillara {
 namespace {
@@ -38,7 +38,7 @@ QWidget* MakeButton(const ControlResource& control, QWidget* parent) {
 
 QWidget* MakeLabel(const ControlResource& control, QWidget* parent) {
     if (control.Kind == ControlKind::HelpText) {
-        auto* help = new QLabel(QString::fromUtf8(control.Caption), parent);
+        auto* help = new QLabel(ResourceText(control.Caption), parent);
         help->setTextFormat(Qt::PlainText);
         help->setWordWrap(true);
         help->setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -114,7 +114,7 @@ QWidget* Make(const ControlResource& control, QWidget* parent) {
 QWidget* MakeControlWidget(int dialog, const ControlResource& control, QWidget* parent) {
     QWidget* widget = Make(control, parent);
     const auto [name, tip] = TipOf(dialog, control.Id);
-    const QString caption = QString::fromStdString(CaptionOf(control.Caption).Plain());
+    const QString caption = QString::fromStdString(ResourceCaption(control.Caption).Plain());
     widget->setObjectName(QStringLiteral("control%1").arg(control.Id));
     widget->setAccessibleName(name.isEmpty() && IsCaptioned(control.Kind) ? caption : name);
     widget->setAccessibleDescription(tip);
@@ -132,7 +132,7 @@ bool IsWrapped(const ControlResource& control) {
 }
 
 QString CaptionText(const ControlResource& control) {
-    return QString::fromStdString(CaptionOf(control.Caption).Text);
+    return QString::fromStdString(ResourceCaption(control.Caption).Text);
 }
 
 }  // namespace quillara

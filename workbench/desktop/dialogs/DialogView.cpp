@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -22,6 +23,7 @@
 #include "workbench/desktop/dialogs/ControlWidgets.h"
 #include "workbench/desktop/dialogs/ReorderList.h"
 #include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/ResourceTexts.h"
 #include "workbench/desktop/dialogs/ShownControls.h"
 
 namespace quillara {
@@ -32,16 +34,28 @@ bool IsCommand(ControlKind kind) {
            kind == ControlKind::RadioButton;
 }
 
+/// Scrolls what the widget stands in, where that is higher than its window.
+void BringIntoView(QWidget& widget) {
+    for (QWidget* around = widget.parentWidget(); around != nullptr; around = around->parentWidget()) {
+        if (auto* scroll = qobject_cast<QScrollArea*>(around)) {
+            scroll->ensureWidgetVisible(&widget);
+        }
+    }
+}
+
 }  // namespace
 
 DialogView::DialogView(Window& window, Act act, QWidget* parent)
     : QWidget(parent), Shown(&window), ActIn(std::move(act)) {
-    setWindowTitle(QString::fromUtf8(window.Resource().Title));
+    setWindowTitle(ResourceText(window.Resource().Title));
     setAccessibleName(windowTitle());
     Build();
 }
 
 void DialogView::Build() {
+    // A click on a tab or the bare ground stays in the dialog, whose access keys hold from there.
+    setFocusPolicy(Qt::ClickFocus);
+    installEventFilter(this);
     AddPage(Shown->Resource(), this);
     if (auto* button = qobject_cast<QPushButton*>(Find(OkCommand))) {
         button->setDefault(true);
@@ -85,7 +99,7 @@ void DialogView::AddTabs(QTabWidget& tabs) {
     Tabs = &tabs;
     for (const DialogResource* resource : Shown->Pages()) {
         auto* content = new QWidget;
-        tabs.addTab(content, QString::fromUtf8(resource->Title));
+        tabs.addTab(content, ResourceText(resource->Title));
         AddPage(*resource, content);
         content->installEventFilter(this);
     }
@@ -116,6 +130,9 @@ void DialogView::ConnectList(int id, QWidget& widget) {
     if (auto* list = qobject_cast<ReorderList*>(view)) {
         connect(list, &QListWidget::itemSelectionChanged, this, choose);
         connect(list, &QListWidget::currentItemChanged, this, choose);
+        // A click on the row that is selected already is a choice as well: what is typed beside it is taken.
+        connect(list, &ReorderList::rowChosenAgain, this,
+                [this, id](int row) { Do([=](Window& window) { window.ClickRow(id, row); }); });
         connect(list, &ReorderList::rowMoved, this,
                 [this, id](int target) { Do([=](Window& window) { window.Drag(id, target); }); });
     } else if (auto* report = qobject_cast<ReportList*>(view)) {
@@ -306,9 +323,11 @@ bool DialogView::UseAccessKey(const QKeyEvent& key) {
     QWidget* widget = WithAccessKey(key);
     if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
         button->setFocus(Qt::ShortcutFocusReason);
+        BringIntoView(*button);
         button->click();
     } else if (const auto* label = qobject_cast<QLabel*>(widget); label != nullptr && label->buddy() != nullptr) {
         label->buddy()->setFocus(Qt::ShortcutFocusReason);
+        BringIntoView(*label->buddy());
     }
     return widget != nullptr;
 }

@@ -16,6 +16,9 @@ ReorderList::ReorderList(QWidget* parent) : QListWidget(parent) {
 }
 
 void ReorderList::mousePressEvent(QMouseEvent* event) {
+    const QModelIndex under = indexAt(event->pos());
+    const bool isAgain = event->button() == Qt::LeftButton && selectionModel()->isSelected(under);
+    SelectedBefore = isAgain ? under.row() : -1;
     QListWidget::mousePressEvent(event);
     Pressed = event->pos();
     Dragged = Reorders && event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
@@ -41,6 +44,8 @@ void ReorderList::mouseReleaseEvent(QMouseEvent* event) {
     Dragged = -1;
     if (target >= 0) {
         Move(target);
+    } else if (SelectedBefore >= 0 && indexAt(event->pos()).row() == SelectedBefore) {
+        emit rowChosenAgain(SelectedBefore);
     }
 }
 
@@ -48,6 +53,7 @@ void ReorderList::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && Drop >= 0) {
         ShowDrop(-1);
         Dragged = -1;
+        SelectedBefore = -1;
     } else if (Reorders && event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Up) {
         Move(currentRow() - 1);
     } else if (Reorders && event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Down) {

@@ -19,6 +19,8 @@ class ReorderList : public QListWidget {
   signals:
     /// The current row is to stand before this one; the number of rows: at the end.
     void rowMoved(int target);
+    /// The row that was selected before has been clicked, and not dragged.
+    void rowChosenAgain(int row);
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -34,6 +36,7 @@ class ReorderList : public QListWidget {
 
     bool Reorders = false;
     QPoint Pressed;
+    int SelectedBefore = -1;  // of the row under the pressed button; -1: it wasn't selected
     int Dragged = -1;  // the row under the pressed button
     int Drop = -1;
 };

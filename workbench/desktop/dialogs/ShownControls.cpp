@@ -15,6 +15,7 @@
 #include "host/TextFunctions.h"
 #include "workbench/desktop/dialogs/ReorderList.h"
 #include "workbench/desktop/dialogs/ReportList.h"
+#include "workbench/desktop/dialogs/ResourceTexts.h"
 
 namespace quillara {
 namespace {
@@ -26,6 +27,11 @@ constexpr int FieldNumberMode = 5;
 
 QString TextOf(const std::string& text) {
     return QString::fromStdString(text);
+}
+
+/// Only the captions of a resource are in the language of the desktop: what the module writes isn't.
+QString ShownText(const Control& control) {
+    return control.Text == control.Caption ? ResourceText(control.Caption) : TextOf(control.Text);
 }
 
 /// A group of which none is checked isn't what the toolkit expects.
@@ -164,7 +170,7 @@ void ShowControl(const Control& control, QWidget& widget) {
     if (auto* button = qobject_cast<QAbstractButton*>(&widget); button != nullptr && control.IsCheck()) {
         ShowCheck(*button, control.Checked);
     } else if (auto* label = qobject_cast<QLabel*>(&widget); label != nullptr && label->buddy() == nullptr) {
-        label->setText(TextOf(control.Text));
+        label->setText(ShownText(control));
     } else if (auto* list = qobject_cast<ReorderList*>(&widget)) {
         ShowRows(*list, control);
     } else if (auto* report = qobject_cast<ReportList*>(&widget)) {

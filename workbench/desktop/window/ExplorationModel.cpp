@@ -92,7 +92,7 @@ bool ExplorationModel::Try(const std::function<void(Exploration&)>& action) {
     try {
         action(*Explored);
     } catch (const std::bad_alloc&) {
-        ShowMessage("There is not enough memory for this; close other programs and try again.");
+        ShowMessage(tr("There is not enough memory for this; close other programs and try again.").toStdString());
         return false;
     } catch (const std::exception& failure) {
         ShowMessage(failure.what());

@@ -6,9 +6,9 @@
 namespace quillara {
 namespace {
 
-QString Translated(const char* text) {
-    return QCoreApplication::translate("StepTexts", text);
-}
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(quillara::StepTexts)
+};
 
 QString Conditions(const std::vector<StepTaken>& steps) {
     QStringList conditions;
@@ -22,16 +22,16 @@ QString Conditions(const std::vector<StepTaken>& steps) {
 
 QString ChangeText(const ExplorationHistory::Change& change) {
     if (change.Undone.empty()) {
-        return Translated("Drill down: %1").arg(Conditions(change.Taken));
+        return Text::tr("Drill down: %1").arg(Conditions(change.Taken));
     }
     if (change.Taken.empty()) {
-        return Translated("Drill up: %1").arg(Conditions(change.Undone));
+        return Text::tr("Drill up: %1").arg(Conditions(change.Undone));
     }
-    return Translated("Drill up: %1; down: %2").arg(Conditions(change.Undone), Conditions(change.Taken));
+    return Text::tr("Drill up: %1; down: %2").arg(Conditions(change.Undone), Conditions(change.Taken));
 }
 
 QString StateText(const ExplorationHistory::State& state) {
-    return state.Steps.empty() ? Translated("All cases") : Conditions(state.Steps);
+    return state.Steps.empty() ? Text::tr("All cases") : Conditions(state.Steps);
 }
 
 }  // namespace quillara

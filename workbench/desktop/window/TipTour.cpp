@@ -23,18 +23,18 @@ struct Tip {
 
 // clang-format off
 constexpr auto Tips = std::to_array<Tip>({
-    {QT_TRANSLATE_NOOP("TipTour", "Open your data"),
-     QT_TRANSLATE_NOOP("TipTour", "Drop a file on the window, or press Ctrl+O. Statistical files keep their labels.")},
-    {QT_TRANSLATE_NOOP("TipTour", "Look at everything first"),
-     QT_TRANSLATE_NOOP("TipTour", "\"Explore all variables\" (Ctrl+E) shows a chart of each. Or choose a few with \"Drill variables\" (Ctrl+D).")},
-    {QT_TRANSLATE_NOOP("TipTour", "Drill down"),
-     QT_TRANSLATE_NOOP("TipTour", "Press the right button on a bar: only its cases are left. Or select a variable at the side and press Down. \"Brush\" does the same by clicks on bars.")},
-    {QT_TRANSLATE_NOOP("TipTour", "Go back from anywhere"),
-     QT_TRANSLATE_NOOP("TipTour", "The path above the results shows each step and what it leaves. A click goes back there, a cross drills up on that step alone; Ctrl+Z undoes.")},
-    {QT_TRANSLATE_NOOP("TipTour", "Let results follow"),
-     QT_TRANSLATE_NOOP("TipTour", "With \"Auto-update all results\" (Ctrl+U) tables and charts stay where they are and change with each step. Tile them (Ctrl+Shift+T), and you have a dashboard.")},
-    {QT_TRANSLATE_NOOP("TipTour", "Find any command"),
-     QT_TRANSLATE_NOOP("TipTour", "Ctrl+Shift+P lists all commands; type a part of what you want. This tour stands in the Help menu.")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Open your data"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "Drop a file on the window, or press Ctrl+O. Statistical files keep their labels.")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Look at everything first"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "\"Explore all variables\" (Ctrl+E) shows a chart of each. Or choose a few with \"Drill variables\" (Ctrl+D).")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Drill down"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "Press the right button on a bar: only its cases are left. Or select a variable at the side and press Down. \"Brush\" does the same by clicks on bars.")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Go back from anywhere"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "The path above the results shows each step and what it leaves. A click goes back there, a cross drills up on that step alone; Ctrl+Z undoes.")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Let results follow"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "With \"Auto-update all results\" (Ctrl+U) tables and charts stay where they are and change with each step. Tile them (Ctrl+Shift+T), and you have a dashboard.")},
+    {QT_TRANSLATE_NOOP("quillara::TipTour", "Find any command"),
+     QT_TRANSLATE_NOOP("quillara::TipTour", "Ctrl+Shift+P lists all commands; type a part of what you want. This tour stands in the Help menu.")},
 });
 // clang-format on
 
