@@ -84,6 +84,15 @@ bool TakesText(const QWidget& widget) {
     return widget.inherits("QLineEdit") || widget.inherits("QPlainTextEdit") || widget.inherits("QAbstractSpinBox");
 }
 
+/// The area keeps the windows in the order in which they were in front as places among all of them.
+bool HaveAllBeenInFront(const QMdiArea& area) {
+    QList<QMdiSubWindow*> made = area.subWindowList();
+    QList<QMdiSubWindow*> used = area.subWindowList(QMdiArea::ActivationHistoryOrder);
+    std::ranges::sort(made);
+    std::ranges::sort(used);
+    return made == used;
+}
+
 }  // namespace
 
 // clang-format off
@@ -181,6 +190,10 @@ void UserWalk::Do(int events) {
         ++Count;
         Act();
         QCoreApplication::processEvents();
+        if (!HaveAllBeenInFront(Main.Results())) {
+            ADD_FAILURE() << "the area has lost count of its windows\n" << LastDone();
+            return;
+        }
     }
     IsLeaving = true;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -88,6 +88,7 @@ class Workspace : public QMdiArea {
     void FollowSubjects();
     void TakePlaceBefore(const Shown& moved);
     void Remove(const Shown& shown);
+    void LeaveTab();
     [[nodiscard]] bool IsArrangeable(const QMdiSubWindow& frame) const;
     void Close(QMdiSubWindow& frame);
     void BringToFront(QMdiSubWindow& frame);

@@ -1,6 +1,8 @@
 // Windows follow what happens to documents: once all of a command is told, so that each stays with its subject.
 
+#include <QApplication>
 #include <QMdiSubWindow>
+#include <QTabBar>
 #include <algorithm>
 #include <utility>
 
@@ -101,9 +103,20 @@ void Workspace::Remove(const Shown& shown) {
         PlacesBefore[shown.Subject] = frame->geometry();
     }
     frame->removeEventFilter(this);
+    LeaveTab();
     removeSubWindow(frame);
     frame->hide();
     frame->deleteLater();
+}
+
+/// The base class takes a tab away while its lists of windows disagree. A focus on the tab's button would go on into
+/// another window at that moment, and activate it by a place that it no longer has.
+void Workspace::LeaveTab() {
+    for (auto* tabs : findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (tabs->isAncestorOf(QApplication::focusWidget())) {
+            tabs->setFocus();
+        }
+    }
 }
 
 bool Workspace::IsArrangeable(const QMdiSubWindow& frame) const {
