@@ -20,7 +20,6 @@ namespace {
 
 constexpr const char* PickCall = "pick";
 constexpr const char* LeaveCall = "leave";
-constexpr const char* CloseCall = "close";
 constexpr const char* NoMemory = "There is not enough memory for this analysis.";
 
 /// Holds a value for the time of a block.
@@ -42,10 +41,6 @@ int NumberOf(const JournalEntry& entry, std::size_t argument) {
     const double* number =
         argument < entry.Call.Arguments.size() ? std::get_if<double>(&entry.Call.Arguments[argument]) : nullptr;
     return number == nullptr ? -1 : static_cast<int>(*number);
-}
-
-auto PlaceOf(std::vector<CountedPointer<ResultDocument>>& documents, const ResultDocument& document) {
-    return std::ranges::find(documents, &document, &CountedPointer<ResultDocument>::Get);
 }
 
 }  // namespace
@@ -146,13 +141,21 @@ void Exploration::TypeNumber(int field, double number) {
 }
 
 const Control& Exploration::At(int id) {
+    DemandOpen();
     return Startup().At(id);
+}
+
+void Exploration::DemandOpen() {
+    if (HasEnded()) {
+        throw UsageError("The analysis has been left; open the data again to go on.");
+    }
 }
 
 void Exploration::Act(const std::function<void()>& action, const Answer* answer) {
     if (IsBusy()) {
         throw UsageError("Another command still runs; wait for its end, or cancel it.");
     }
+    DemandOpen();
     {
         const Holding running(Running, true);
         NextAnswer = answer;
@@ -227,7 +230,7 @@ bool Exploration::Pick(BrushingRun& run) {
 
 /// Documents may have been closed meanwhile.
 bool Exploration::PickAgain(BrushingRun& run) {
-    while (!Again->empty() && Again->front().Call.Name == CloseCall) {
+    while (!Again->empty() && Again->front().Call.Name == JournalEntry::CloseCall) {
         const JournalEntry& entry = Again->front();
         *Again = Again->subspan(1);
         DoAgain(entry);
@@ -248,7 +251,8 @@ bool Exploration::PickAgain(BrushingRun& run) {
 void Exploration::DoAgain(const JournalEntry& entry) {
     if (entry.Dialog == StartupDialog) {
         Use(Startup(), [&](Window& window) { RunWindowCall(window, entry.Call); });
-    } else if (entry.Call.Name == CloseCall && static_cast<std::size_t>(NumberOf(entry, 0)) < Shown.size()) {
+    } else if (entry.Call.Name == JournalEntry::CloseCall &&
+               static_cast<std::size_t>(NumberOf(entry, 0)) < Shown.size()) {
         Close(*Shown[static_cast<std::size_t>(NumberOf(entry, 0))]);
     }
 }
@@ -261,68 +265,6 @@ void Exploration::Replay(const std::vector<JournalEntry>& entries) {
         rest = rest.subspan(1);
         DoAgain(entry);
     }
-}
-
-/// The analysis is in the midst of its result.
-void Exploration::Take(ResultDocument& document, bool standsAlone) {
-    const auto isIt = [&](const FreshDocument& fresh) { return fresh.Document.Get() == &document; };
-    if (std::ranges::none_of(Fresh, isIt)) {
-        Fresh.push_back({CountedPointer<ResultDocument>::Share(&document), standsAlone, Document.UpdateCounter != 0});
-    }
-}
-
-/// A closed window doesn't come back because a step has moved what it showed to another document.
-bool Exploration::PutsAway(const FreshDocument& fresh) {
-    const CountedPointer<ResultDocument>& document = fresh.Document;
-    const bool isUnwanted = fresh.IsUpdated && ClosedSubjects.contains(SubjectKeyOf(*document));
-    if (isUnwanted && PlaceOf(Shown, *document) != Shown.end()) {
-        document->SetVisible(false);
-        PutAway.push_back(document);
-    }
-    return isUnwanted;
-}
-
-/// The analysis itself shows what stands alone; what it has dropped in an update has no window.
-bool Exploration::Appears(const FreshDocument& fresh) {
-    const auto away = PlaceOf(PutAway, *fresh.Document);
-    const bool isAnalysisToShow = fresh.StandsAlone && away == PutAway.end();
-    if (away != PutAway.end()) {
-        PutAway.erase(away);
-    }
-    return !fresh.Document->IsClosed() &&
-           (isAnalysisToShow ? fresh.Document->IsVisible() : fresh.Document->SetVisible(true));
-}
-
-void Exploration::Tell(const FreshDocument& fresh) {
-    const CountedPointer<ResultDocument>& document = fresh.Document;
-    if (PutsAway(fresh)) {
-        return;
-    }
-    if (PlaceOf(Shown, *document) != Shown.end()) {
-        Listener.DocumentChanged(*document);
-        if (!fresh.IsUpdated) {
-            Listener.DocumentCameToFront(*document);
-        }
-    } else if (Appears(fresh)) {
-        ClosedSubjects.erase(SubjectKeyOf(*document));
-        Shown.push_back(document);
-        Listener.DocumentAppeared(*document);
-    }
-}
-
-void Exploration::TellDocuments() {
-    for (const FreshDocument& fresh : std::exchange(Fresh, {})) {
-        Tell(fresh);
-    }
-    const auto gone = std::stable_partition(Shown.begin(), Shown.end(), [](const auto& document) {
-        return document->IsVisible() && !document->IsClosed();
-    });
-    const std::vector<CountedPointer<ResultDocument>> went(gone, Shown.end());
-    Shown.erase(gone, Shown.end());
-    for (const CountedPointer<ResultDocument>& document : went) {
-        Listener.DocumentWent(*document);
-    }
-    Listener.DocumentsTold();
 }
 
 std::string Exploration::VariableAt(int list, int row) {
@@ -380,18 +322,6 @@ void Exploration::Up(const std::string& variable) {
     }
     ClickRow(DrillUpListControl, row);
     Press(UpButton);
-}
-
-void Exploration::Close(ResultDocument& document) {
-    const auto held = CountedPointer<ResultDocument>::Share(&document);
-    const auto place = static_cast<double>(PlaceOf(Shown, document) - Shown.begin());
-    Recorder.Note({JournalEntry::NoDialog, {CloseCall, {place}}});
-    ClosedSubjects.insert(SubjectKeyOf(document));
-    held->Close();
-    TellDocuments();
-    if (HasEnded()) {
-        Listener.Changed();
-    }
 }
 
 }  // namespace quillara

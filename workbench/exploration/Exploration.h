@@ -14,6 +14,7 @@
 #include "workbench/documents/StepTaken.h"
 #include "workbench/exploration/ExplorationJournal.h"
 #include "workbench/exploration/ExplorationListener.h"
+#include "workbench/exploration/ResultBases.h"
 #include "workbench/exploration/SubjectKeys.h"
 #include "workbench/hosting/AnalysisDocument.h"
 #include "workbench/hosting/AnalysisModule.h"
@@ -26,9 +27,9 @@ class SettingsStore;
 
 /// One drill-down analysis of a table, as a person works with it: its startup dialog is open from the start to the end.
 /// Whatever is done is done in that window, or in one that it has opened; the operations below press its buttons too.
-/// While a command runs no other can begin: operations throw UsageError then. One for which memory was lacking ends in
-/// a DataError. A list of drill variables in which no row is selected after a command gets its first one selected, as
-/// by a click. From one thread only.
+/// While a command runs no other can begin, and none once the dialog has been left: operations throw UsageError then.
+/// One for which memory was lacking ends in a DataError. A list of drill variables in which no row is selected after a
+/// command gets its first one selected, as by a click. From one thread only.
 class Exploration final : public DialogActions {
   public:
     /// `listener` and `settings` outlive it; `opening` is how a recorded script begins. Throws DataError when the
@@ -58,6 +59,9 @@ class Exploration final : public DialogActions {
     [[nodiscard]] std::optional<SubsetSize> Remaining();
     /// The name of the weight variable in force; nothing: none is.
     [[nodiscard]] std::optional<std::string> WeightName();
+    [[nodiscard]] CasesInForce CasesInForceNow();
+    /// Whether a result that follows the steps has been made of another selection or weight of the table.
+    [[nodiscard]] bool HasOldResults();
     [[nodiscard]] ExplorationJournal& Recording() { return Recorder; }
 
     // What a person does
@@ -104,6 +108,7 @@ class Exploration final : public DialogActions {
     };
 
     AnalysisServices Services(SettingsStore* settings);
+    void DemandOpen();
     void Act(const std::function<void()>& action, const Answer* answer = nullptr);
     void SelectAnyRow();
     bool WorkIn(Window& dialog);
@@ -126,6 +131,7 @@ class Exploration final : public DialogActions {
     std::atomic<bool> BreakFlag = false;
     std::vector<FreshDocument> Fresh;  // their contents, not told yet
     std::vector<CountedPointer<ResultDocument>> Shown;
+    ResultBases Bases;
     std::vector<CountedPointer<ResultDocument>> PutAway;  // that stand in no window; the analysis goes on with them
     std::set<SubjectKey> ClosedSubjects;  // of documents that the user has closed
     std::vector<Window*> Modal;  // that stand open, the inmost last

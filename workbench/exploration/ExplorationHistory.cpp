@@ -12,16 +12,16 @@
 namespace quillara {
 namespace {
 
-bool AreSame(const StepTaken& one, const StepTaken& other) {
+bool AreSameStep(const StepTaken& one, const StepTaken& other) {
     return one.Variable == other.Variable && one.Category == other.Category;
 }
 
 bool Has(const std::vector<StepTaken>& steps, const StepTaken& step) {
-    return std::ranges::any_of(steps, [&](const StepTaken& each) { return AreSame(each, step); });
+    return std::ranges::any_of(steps, [&](const StepTaken& each) { return AreSameStep(each, step); });
 }
 
 bool AreSame(const std::vector<StepTaken>& one, const std::vector<StepTaken>& other) {
-    return std::ranges::equal(one, other, [](const auto& left, const auto& right) { return AreSame(left, right); });
+    return std::ranges::equal(one, other, AreSameStep);
 }
 
 /// What can be or has been drilled on.
@@ -62,21 +62,32 @@ bool LeavesTheSame(const ExplorationHistory::State& target, Exploration& explora
     return !target.Left || !left || target.Left->Cases == left->Cases;
 }
 
-/// The intervals of a variable may depend on the steps that were in force when it was drilled on: where the shortest
-/// way doesn't lead to the same cases, all steps are taken anew in their order.
+/// How many of the first steps of a state are in force before all of its others that are.
+std::size_t StandingSteps(const std::vector<StepTaken>& present, const std::vector<StepTaken>& target) {
+    const std::vector<StepTaken> left = Without(present, Without(present, target));
+    return static_cast<std::size_t>(std::ranges::mismatch(left, target, AreSameStep).in1 - left.begin());
+}
+
+void TakeAnew(Exploration& exploration, const std::vector<StepTaken>& target) {
+    TakeBack(exploration, exploration.Steps());
+    Take(exploration, target);
+}
+
+/// The order of the steps is that of the state: what would come before a step that is missing goes, and comes behind
+/// it. The intervals of a variable may depend on the steps that were in force when it was drilled on: where this way
+/// doesn't lead to the same cases, all steps are taken anew.
 void Reach(Exploration& exploration, const ExplorationHistory::State& state) {
     const std::vector<StepTaken>& target = state.Steps;
     const std::vector<StepTaken> present = exploration.Steps();
-    TakeBack(exploration, Without(present, target));
+    const auto standing = target.begin() + static_cast<std::ptrdiff_t>(StandingSteps(present, target));
     try {
-        Take(exploration, Without(target, present));
+        TakeBack(exploration, Without(present, {target.begin(), standing}));
+        Take(exploration, {standing, target.end()});
     } catch (const ImpossibleStep&) {
-        TakeBack(exploration, exploration.Steps());
-        Take(exploration, target);
+        TakeAnew(exploration, target);
     }
     if (!LeavesTheSame(state, exploration)) {
-        TakeBack(exploration, exploration.Steps());
-        Take(exploration, target);
+        TakeAnew(exploration, target);
     }
 }
 

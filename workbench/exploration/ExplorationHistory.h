@@ -48,9 +48,9 @@ class ExplorationHistory {
     /// Undoes the steps in force behind the first `count`: one new state. Throws as Exploration::Up; what has been
     /// undone then stands as a state.
     void BackTo(Exploration& exploration, std::size_t count);
-    /// Brings the exploration into a state, by its place. Steps that both have stay where that is enough. Throws
-    /// ImpossibleStep when a step of it can't be taken any more, as after its variable was categorized otherwise; steps
-    /// taken on the way then stand as a state of their own.
+    /// Brings the exploration into a state, by its place, with its steps in their order. Steps that both have stay
+    /// where that is enough. Throws ImpossibleStep when a step of it can't be taken any more, as after its variable was
+    /// categorized otherwise; steps taken on the way then stand as a state of their own.
     void GoTo(Exploration& exploration, std::size_t state);
 
   private:

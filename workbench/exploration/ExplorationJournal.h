@@ -10,6 +10,7 @@ namespace quillara {
 /// Something that a person has done in an exploration.
 struct JournalEntry {
     static constexpr int NoDialog = 0;
+    static constexpr const char* CloseCall = "close";
 
     int Dialog = NoDialog;  ///< id of the resource of the window that it was done in; NoDialog: in none
     WindowCall Call;  ///< in no window: "pick BAR OPTION" in a brushing graph, "leave" it, "close PLACE" of a document

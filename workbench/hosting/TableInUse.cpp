@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -27,6 +28,14 @@ Column UsableWeights(const Variable& variable) {
     }
     std::ranges::replace_if(weights, std::not_fn(isUsable), 0.0);
     return ofCodes.empty() ? Column(std::move(weights)) : variable.Values.WithValues(std::move(weights));
+}
+
+std::size_t MarkOf(const std::vector<CaseResult>& results) {
+    std::string bytes;
+    bytes.reserve(results.size());
+    std::ranges::transform(results, std::back_inserter(bytes),
+                           [](CaseResult result) { return static_cast<char>(result); });
+    return std::hash<std::string>()(bytes);
 }
 
 }  // namespace
@@ -92,6 +101,7 @@ bool TableInUse::HasCases() const {
 void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
     const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
     Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);
+    SelectionMark = selectsAll ? 0 : MarkOf(Selection);
     SelectionFormula = std::move(formula);
     TellChange();
 }

@@ -54,6 +54,7 @@ class TableInUse {
     /// How many variables may join the table; to be set before the analysis shares its structures.
     std::size_t RoomForMore = 0;
     std::vector<CaseResult> Selection;  ///< one per case, or empty for all
+    std::size_t SelectionMark = 0;  ///< the same for the same results, however they were made; 0: all cases
     std::string SelectionFormula;  ///< the formula that made it, when a formula did
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
     bool IsWeighted = false;  ///< the weight that is defined is switched on

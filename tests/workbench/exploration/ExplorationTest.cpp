@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,10 @@
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
 #include "workbench/data/Errors.h"
+#include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
 #include "workbench/exploration/ExplorationHistory.h"
+#include "workbench/exploration/ExploredOutputs.h"
 #include "workbench/exploration/FirstLook.h"
 #include "workbench/exploration/KeptSession.h"
 #include "workbench/exploration/StepTrail.h"
@@ -20,6 +23,7 @@
 #include "workbench/formats/DataFile.h"
 #include "workbench/hosting/AnalysisServices.h"
 #include "workbench/scripting/CategoryLookup.h"
+#include "workbench/views/DocumentViews.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -196,7 +200,7 @@ TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {
     ASSERT_EQ(Past.States().size(), 5U);
     EXPECT_FALSE(Past.CanRedo());
     Past.GoTo(Explored, 3);
-    EXPECT_THAT(Steps(), testing::UnorderedElementsAre("age = 40<x<=50", "sex = Female", "region = Central Plain"));
+    EXPECT_THAT(Steps(), ElementsAre("age = 40<x<=50", "sex = Female", "region = Central Plain"));
     EXPECT_EQ(Explored.Remaining()->Cases, cases);
     Past.GoTo(Explored, 0);
     EXPECT_THAT(Steps(), ElementsAre());
@@ -207,6 +211,65 @@ TEST_F(ExplorationTest, AnyEarlierStateIsComeBackTo) {
     EXPECT_FALSE(Past.CanRedo());
     EXPECT_EQ(Past.States().size(), 3U);
     EXPECT_EQ(Past.States().back().Text(), "age = 40<x<=50, sex = Male");
+}
+
+TEST_F(ExplorationTest, AStepUpFromTheMidstIsUndoneAsItWas) {
+    const auto shown = [this] {
+        Explored.Press(SummaryButton);
+        Explored.Press(DescriptivesButton);
+        const std::string text =
+            TextView(OutputsOf(Explored, {Explored.Documents().end() - 2, Explored.Documents().end()}));
+        return text.substr(text.find('\n'));  // the first line tells how many steps have been taken so far
+    };
+    const std::vector<std::array<const char*, 2>> taken = {
+        {"age", "40<x<=50"}, {"sex", "Female"}, {"region", "Central Plain"}};
+    Explored.ChooseDrillVariables({{NumberOf("sex"), NumberOf("region")}, {NumberOf("age"), NumberOf("income")}});
+    Past.Follow(Explored);
+    for (const char* up : {"age", "sex", "region"}) {
+        Past.GoTo(Explored, 0);
+        for (const auto& [variable, category] : taken) {
+            Down(variable, category);
+        }
+        const std::vector<std::string> steps = Steps();
+        const std::string before = shown();
+        Explored.Up(up);
+        Past.Follow(Explored);
+        Past.GoTo(Explored, Past.Present() - 1);
+        EXPECT_EQ(Steps(), steps) << up;
+        EXPECT_EQ(shown(), before) << up;
+        Past.GoTo(Explored, Past.Present() + 1);
+        EXPECT_EQ(Steps().size(), 2U) << up;
+    }
+}
+
+TEST_F(ExplorationTest, ResultsOfOtherCasesOrWeightsAreOld) {
+    const auto select = [this](const char* formula) {
+        Explored.Press(SelectCasesButton, [formula](Window& dialog) {
+            dialog.Click(CaseSelectionDialog::SelectedCases);
+            dialog.Type(CaseSelectionDialog::Formula, formula);
+            dialog.Click(OkCommand);
+        });
+        return Explored.HasOldResults();
+    };
+    Explored.Press(FrequenciesButton);
+    EXPECT_FALSE(select("age = 41"));  // they don't follow the steps
+    select("age > 0");
+    Explored.Press(AutoUpdateBox);
+    Explored.Press(HistogramsButton);
+    EXPECT_FALSE(select("age > 1"));
+    EXPECT_TRUE(select("age = 41"));
+    Explored.Press(DescriptivesButton);
+    EXPECT_TRUE(Explored.HasOldResults());  // the histograms
+    Explored.Press(HistogramsButton);
+    EXPECT_FALSE(select("age > 40 and age < 42"));  // the same cases
+    EXPECT_TRUE(select("age = 40"));  // as many others
+    Down("sex", "Female");
+    EXPECT_FALSE(Explored.HasOldResults());
+    Explored.Up("sex");
+    EXPECT_TRUE(select("age > 1"));
+    Explored.Press(CancelCommand);
+    EXPECT_FALSE(Explored.HasOldResults());
+    EXPECT_THROW(Explored.Up("sex"), UsageError);
 }
 
 TEST_F(ExplorationTest, TheTrailCountsTheStepsThatStand) {

@@ -12,19 +12,6 @@
 #include "workbench/windows/Window.h"
 
 namespace quillara {
-namespace {
-
-/// What results are made of before the first step: how many cases, and how they are weighted.
-QString BaseOf(Exploration& exploration) {
-    const SubsetSize selected = exploration.Selected().value_or(SubsetSize());
-    return QStringLiteral("%1 %2 %3")
-        .arg(selected.Cases)
-        .arg(selected.Weight.value_or(0.0))
-        .arg(QString::fromStdString(exploration.WeightName().value_or(std::string())));
-}
-
-}  // namespace
-
 GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     : QFrame(parent),
       Model(model),
@@ -50,7 +37,7 @@ GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     layout->addWidget(away);
     connect(away, &QToolButton::clicked, this, [this] {
         IsPutAway = true;
-        BaseOfResults = BaseOf(*Model.Present());
+        PutAwayWith = Model.Present()->CasesInForceNow();
         hide();
     });
     connect(&model, &ExplorationModel::replaced, this, &GuideBar::Begin);
@@ -62,6 +49,7 @@ GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
 
 void GuideBar::Begin() {
     IsPutAway = false;
+    PutAwayWith.reset();
     Refresh();
 }
 
@@ -71,7 +59,7 @@ void GuideBar::Refresh() {
         hide();
         return;
     }
-    if (HasOldResults(*exploration)) {
+    if (exploration->HasOldResults() && PutAwayWith != exploration->CasesInForceNow()) {
         TellOfOldResults();
         return;
     }
@@ -90,15 +78,6 @@ void GuideBar::Refresh() {
     First->show();
     Second->show();
     show();
-}
-
-/// Another selection or weight leaves results that follow the steps as they are.
-bool GuideBar::HasOldResults(Exploration& exploration) {
-    if (exploration.Documents().empty() || !exploration.Steps().empty()) {
-        BaseOfResults = BaseOf(exploration);
-        return false;
-    }
-    return exploration.At(AutoUpdateBox).Checked && BaseOf(exploration) != BaseOfResults;
 }
 
 void GuideBar::TellOfOldResults() {

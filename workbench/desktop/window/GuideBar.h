@@ -1,13 +1,15 @@
 #pragma once
 
 #include <QFrame>
+#include <optional>
+
+#include "workbench/exploration/ResultBases.h"
 
 class QLabel;
 class QPushButton;
 
 namespace quillara {
 
-class Exploration;
 class ExplorationModel;
 
 /// Offers what comes next to whoever has just opened data: the variables, then the first results. It goes once there
@@ -28,14 +30,13 @@ class GuideBar : public QFrame {
     void Refresh();
     void AskForVariables();
     void AskForResults();
-    [[nodiscard]] bool HasOldResults(Exploration& exploration);
     void TellOfOldResults();
 
     ExplorationModel& Model;
     QLabel* Text;
     QPushButton* First;
     QPushButton* Second;
-    QString BaseOfResults;
+    std::optional<CasesInForce> PutAwayWith;  // when old results had been told
     bool IsPutAway = false;
 };
 

@@ -5,6 +5,7 @@
 
 #include "workbench/desktop/window/ExplorationModel.h"
 #include "workbench/desktop/window/StepTexts.h"
+#include "workbench/exploration/Exploration.h"
 
 namespace quillara {
 namespace {
@@ -30,7 +31,7 @@ HistoryPanel::HistoryPanel(ExplorationModel& model, QWidget* parent) : QListWidg
 void HistoryPanel::Refresh() {
     const QSignalBlocker quiet(this);
     clear();
-    if (Model.Present() == nullptr) {
+    if (Model.Present() == nullptr || Model.Present()->HasEnded()) {
         return;
     }
     const ExplorationHistory& past = Model.History();
