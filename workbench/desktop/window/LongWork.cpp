@@ -36,11 +36,17 @@ bool IsInput(QEvent::Type type) {
         case QEvent::DragEnter:
         case QEvent::DragMove:
         case QEvent::Drop:
-        case QEvent::Close:
             return true;
         default:
             return false;
     }
+}
+
+/// A tip or a menu goes by itself; it is no answer to the work.
+bool IsClosing(const QObject& watched, const QEvent& event) {
+    const auto* widget = qobject_cast<const QWidget*>(&watched);
+    return event.type() == QEvent::Close && widget != nullptr && widget->windowType() != Qt::ToolTip &&
+           widget->windowType() != Qt::Popup;
 }
 
 bool IsEscape(const QEvent& event) {
@@ -112,10 +118,12 @@ void LongWork::Settle() {
 }
 
 bool LongWork::eventFilter(QObject* watched, QEvent* event) {
-    if (!IsDrawing || !IsInput(event->type()) || !(watched->isWidgetType() || event->type() == QEvent::Shortcut)) {
+    const bool isClosing = IsClosing(*watched, *event);
+    if (!IsDrawing || !(IsInput(event->type()) || isClosing) ||
+        !(watched->isWidgetType() || event->type() == QEvent::Shortcut)) {
         return false;
     }
-    if (IsEscape(*event) || event->type() == QEvent::Close) {
+    if (IsEscape(*event) || isClosing) {
         Cancel();
         event->ignore();
         return true;
