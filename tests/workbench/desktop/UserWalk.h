@@ -24,8 +24,11 @@ class UserWalk {
   public:
     UserWalk(MainWindow& window, unsigned seed) : Main(window), Random(seed) { WaitInside(); }
 
+    /// What a person is after for a while.
+    enum class Liking { Anything, Windows };
+
     /// So many events, and then leaves what is open.
-    void Do(int events);
+    void Do(int events, Liking liking = Liking::Anything);
     /// What has been done last, a line each, the deepest of what was open indented.
     [[nodiscard]] std::string LastDone() const;
 
@@ -36,6 +39,7 @@ class UserWalk {
         void (UserWalk::*Do)();
     };
     static const std::array<Event, 12> InMain;
+    static const std::array<Event, 10> AmongWindows;
     static const std::array<Event, 5> InModal;
     static const std::array<Event, 4> InPopup;
     static const std::array<Event, 6> InPicking;
@@ -71,6 +75,8 @@ class UserWalk {
     void Press(QWidget* widget, QKeyCombination keys);
     void Type(QWidget* widget);
     void ClickAnyRow(QAbstractItemView& view);
+    void DragIn(QWidget& begun, QPoint point);
+    void RunActionOf(QMenu& menu);
 
     // Events
 
@@ -82,9 +88,13 @@ class UserWalk {
     void OpenMenuOfResult();
     void RunAction();
     void Turn();
+    void Brush();
+    void MakeResult();
+    void UseTab();
+    void UseFrame();
+    void Arrange();
     void Drag();
     void CloseResult();
-    void Brush();
     void Resize();
     void Confirm();
     void Escape();
@@ -100,6 +110,7 @@ class UserWalk {
     int Inside = 0;  // events in what an event has opened
     int Depth = 0;
     bool IsLeaving = false;
+    Liking Likes = Liking::Anything;
     QObject Waiting;  // what waits ends with it
 };
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QDockWidget>
 #include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMessageBox>
@@ -208,7 +209,7 @@ class UserWalkTest : public testing::Test {
 
     ~UserWalkTest() override { Preferences::Shared().SetMotion(true); }
 
-    /// There is something to explore, and not too much on the screen.
+    /// There is something to explore, the dialog at its side, and not too much on the screen.
     void Prepare() {
         if (!Main.isVisible()) {
             Main.show();
@@ -225,6 +226,7 @@ class UserWalkTest : public testing::Test {
         if (now.Documents().size() > 8) {
             Main.Results().CloseAll();
         }
+        Main.findChild<QDockWidget*>(QStringLiteral("startupDialog"))->show();
         if (now.At(DrillDownListControl).Rows.empty() && now.Steps().empty() && now.Table().FileName == "survey.sav") {
             now.Press(DrillVariablesButton, [](Window& window) { ChooseVariables(window, {1, 3, 13}, {4, 8, 9}); });
             now.Press(ReviewVariablesButton, [](Window& window) { ChooseVariables(window, {1, 6}, {8, 9}); });
@@ -239,10 +241,11 @@ TEST_F(UserWalkTest, StaysTheSameWithoutAScreen) {
     constexpr int burst = 20;
     const unsigned seed = NumberIn("QUILLARA_WALK_SEED", 1);
     UserWalk walk(Main, seed);
+    int bursts = 0;
     for (int events = static_cast<int>(NumberIn("QUILLARA_WALK_EVENTS", 1500)); events > 0 && !HasFailure();
          events -= burst) {
         Prepare();
-        walk.Do(burst);
+        walk.Do(burst, ++bursts % 4 == 0 ? UserWalk::Liking::Windows : UserWalk::Liking::Anything);
         if (Exploration* shown = Main.Model().Present()) {
             // What is closed behind the end of an exploration isn't done again.
             const bool hasEnded = shown->HasEnded();
