@@ -75,12 +75,13 @@ int StepOf(const PythonObject& object) {
     return CallHost("to_frame", [&object] { return DocumentOf(object).Step(); });
 }
 
-/// What a document holds as tidy rows: (result, variable, category, statistic, value).
+/// What a document holds as tidy rows: (result, variable, category, statistic, weights, value).
 py::list TellTidyRows(const PythonObject& object) {
     const std::vector<TidyRow> rows = CallHost("to_frame", [&object] { return TidyRowsOf(DocumentOf(object)); });
     py::list told;
     for (const TidyRow& row : rows) {
-        told.append(py::make_tuple(row.Result, row.Variable, row.Category, row.Statistic, CellOf(row.Value)));
+        told.append(
+            py::make_tuple(row.Result, row.Variable, row.Category, row.Statistic, row.Weights, CellOf(row.Value)));
     }
     return told;
 }

@@ -71,8 +71,8 @@ def cells_of(cells, whole):
 
 def frame_of_documents(documents, sizes):
     """All that documents hold, a number a row; values are numbers unless one of them is a text. sizes: the cases behind
-    each step, None where they aren't known."""
-    columns = ["step", "cases", "document", "result", "variable", "category", "statistic", "value"]
+    each step, None where they aren't known. How a document takes the weight stands there only where one is in force."""
+    columns = ["step", "cases", "document", "result", "variable", "category", "statistic", "weights", "value"]
     rows = []
     for document in documents:
         step = _quillara.step_of(document._face)
@@ -80,6 +80,8 @@ def frame_of_documents(documents, sizes):
         rows += [(step, cases, document.Name, *row) for row in _quillara.tidy_rows(document._face)]
     frame = pandas.DataFrame(rows, columns=columns).astype({"step": "int64"})
     frame["cases"] = pandas.array(frame["cases"], dtype="Int64" if frame["cases"].isna().any() else "int64")
+    if not frame["weights"].any():
+        del frame["weights"]
     has_texts = any(isinstance(value, str) for value in frame["value"])
     return frame if has_texts else frame.astype({"value": "float64"})
 

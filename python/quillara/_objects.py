@@ -1,5 +1,6 @@
 """Objects of the host, whose members become those of Python classes when the first object of a kind is met."""
 
+import inspect
 import re
 import warnings
 
@@ -46,6 +47,10 @@ REASONS = {
 DISABLED, DISABLED_TEXT = 0x80070005, "This control is disabled now."
 UNANSWERED, HOW_TO_ANSWER = "has opened and had no answer.", (
     'Give the answer before the call: drill.Application.Answer([("click", 1)]) presses its OK.')
+
+# What the arguments of calls are.
+ARGUMENTS = {"Save": ("path",), "Click": ("control",), "Select": ("control", "row"), "DoubleClick": ("control", "row"),
+             "Text": ("control", "text"), "Drag": ("control", "row", "before"), "Command": ("control",), "Answer": ("calls",)}
 
 _classes = {}
 _messages_known = 0
@@ -148,11 +153,18 @@ def _class_of(face):
     return own
 
 
-def _method(name, number, text):
+def _signature(name, count):
+    """As help shows it: arguments go by place."""
+    names = ARGUMENTS.get(name, ()) or [f"argument_{place}" for place in range(1, (count or 0) + 1)]
+    return inspect.Signature([inspect.Parameter(each, inspect.Parameter.POSITIONAL_ONLY) for each in ("self", *names)])
+
+
+def _method(name, number, text, count):
     def method(self, *arguments):
         return call(self._face, number, METHOD, arguments)
 
     method.__name__ = method.__qualname__ = name
+    method.__signature__ = _signature(name, count)
     method.__doc__ = text + "."
     return method
 
@@ -178,7 +190,7 @@ def _property(number, uses, text):
 
 def _attribute(name, number, uses, text):
     if METHOD in uses:
-        return _method(name, number, text)
+        return _method(name, number, text, uses[METHOD])
     return _indexed(name, number, text) if uses.get(READ) else _property(number, uses, text)
 
 

@@ -105,7 +105,7 @@ def test_members_are_told_of_without_being_used(drill):
 
     completer = rlcompleter.Completer({"drill": drill})
     names = [completer.complete("drill.Drill", place) for place in range(7)]
-    assert "drill.DrillDownVariable" in names and "drill.DrillDown(" in names
+    assert "drill.DrillDownVariable" in names and "drill.DrillDown()" in names
     assert {"RVCasewiseDeletionOfMD", "review_3d_histograms", "plot_mean_sd196_times_sd", "ok"} <= set(dir(drill))
     assert type(drill).Summary.__doc__ == "Summary of drill-down operations."
     assert len(drill.analysis.Outputs) == 0

@@ -77,6 +77,7 @@ class DrillRun {
     void TakeSteps();
     void ShowResults();
     void ShowEach();
+    [[nodiscard]] bool HasBoxesOfGroups() const;
     [[nodiscard]] bool Applies(int button);
     [[nodiscard]] std::optional<LeftOutBecause> ShowOrTellWhyNot(int button);
     void Show(int button);
@@ -262,12 +263,25 @@ void DrillRun::ShowResults() {
         }
     }
     OfHost.ShowCrosses(Options, Variables);
-    OfHost.ShowBoxes(Options, Variables);
+    if (!HasBoxesOfGroups()) {
+        OfHost.ShowBoxes(Options, Variables);
+    }
+}
+
+/// Whether the boxes of box plots are those of the groups themselves, which stand side by side once.
+bool DrillRun::HasBoxesOfGroups() const {
+    const GroupOptions& groups = Options.Groups;
+    return groups.By && std::ranges::find(groups.Each, *groups.By) != groups.Each.end();
 }
 
 /// Full documents within the categories are for who names some.
 void DrillRun::ShowEach() {
-    const bool showsAll = !Options.Results.empty() || Options.Groups.HasGraphs();
+    if (HasBoxesOfGroups()) {
+        Outcome.Outputs.Step = static_cast<int>(Outcome.Outputs.Steps.size());
+        OfHost.ShowBoxes(Options, Variables);
+    }
+    const bool hasGraphs = !Options.Groups.Crosses.empty() || (!Options.Groups.Boxes.empty() && !HasBoxesOfGroups());
+    const bool showsAll = !Options.Results.empty() || hasGraphs;
     OfHost.ShowEach(Options, showsAll ? [this] { ShowResults(); } : std::function<void()>());
 }
 

@@ -24,7 +24,7 @@ struct StepTaken {
     std::string Category{};  ///< as the list of categories shows it; of a step up, and where it isn't known, empty
     std::optional<SubsetSize> Left{};  ///< what remained behind it; nothing: not counted
     bool IsAnew = false;  ///< a new choice of variables has undone all steps before it
-    bool IsOfGroup = false;  ///< of a walk into each category of a variable
+    bool IsOfGroup = false;  ///< of a walk into each category of a variable, or of a script, which often is one
 
     /// What a step down keeps: "sex = Female".
     [[nodiscard]] std::string Condition() const { return Category.empty() ? Variable : Variable + " = " + Category; }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/ResultSubject.h"
@@ -26,6 +27,14 @@ struct ShownVariable {
     [[nodiscard]] std::size_t Parts() const { return Categories.size() + (HasMissing ? 1 : 0); }
 };
 
+/// How a document takes the weight that is in force.
+enum class WeightUse {
+    None,  ///< none is in force, or the document counts nothing
+    Exact,  ///< as it is
+    Rounded,  ///< to whole numbers, which makes a difference
+    Unused,  ///< each case counts once
+};
+
 /// What a document is about; set once, where the result arrives.
 struct Subject {
     ResultSide Side = ResultSide::Unknown;
@@ -37,6 +46,7 @@ struct Subject {
     std::vector<std::string> By{};
     std::string Aspect{};  ///< which of several tables of the same it is: "row percents"; empty: there is one
     bool IsEmptied = false;  ///< of a plot that the host computes: the steps drop every case that is selected
+    WeightUse Weights = WeightUse::None;
 
     /// The one variable whose categories the document shows; null when it shows several or none that is known.
     [[nodiscard]] const ShownVariable* OnlyVariable() const {
@@ -45,6 +55,12 @@ struct Subject {
     /// The variable that it shows, those by whose categories it does, and which table of them it is: "sex", "age by
     /// sex", "sex by city counts"; empty: it shows several.
     [[nodiscard]] std::string Name() const;
+    /// What stands behind the title where it would mislead otherwise: " (weights rounded)", " (unweighted)" or nothing.
+    [[nodiscard]] std::string_view WeightNote() const;
+    /// A title on one line with that behind it, once.
+    [[nodiscard]] std::string Noted(std::string title) const;
+    /// A word for programs: "exact", "rounded", "unused"; empty: no weight matters.
+    [[nodiscard]] std::string_view WeightWord() const;
     /// How the values of a variable are written, by its place among them.
     [[nodiscard]] ValueKind KindOf(std::size_t place) const {
         return place < Variables.size() ? Variables[place].Kind : ValueKind::Number;

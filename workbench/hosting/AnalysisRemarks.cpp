@@ -203,6 +203,15 @@ void NoticeWeights(AnalysisDocument& document) {
     }
 }
 
+WeightUse WeightUseNow(CAnalysisDoc* document) {
+    const TableInUse& data = TableOf(document);
+    if (!IsWeightInForce(data)) {
+        return WeightUse::None;
+    }
+    const bool takesFractions = IsChecked(*static_cast<AnalysisDocument*>(document), WeightedMomentsBox);
+    return data.HasFractions && !takesFractions ? WeightUse::Rounded : WeightUse::Exact;
+}
+
 void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool onlyWhole) {
     const RowSet& rows = TableServicesOf(&document).Find({});
     if (std::optional<Remark> remark = RemarkOnDistinct(variable, DistinctValues(variable, rows, onlyWhole))) {

@@ -9,6 +9,7 @@
 #include "workbench/data/Remark.h"
 #include "workbench/documents/Remarks.h"
 #include "workbench/documents/StepTaken.h"
+#include "workbench/documents/Subject.h"
 
 class CAnalysisDoc;
 
@@ -37,6 +38,9 @@ void NoticeDistinct(AnalysisDocument& document, const Variable& variable, bool o
 void NoticeLeftOut(CAnalysisDoc* document, const std::string& what, std::int64_t leftOut);
 /// Remarks on the newest step: what it drops for want of a value.
 void NoticeStep(AnalysisDocument& document, const StepTaken& step);
+
+/// How results of the analysis itself take the weight.
+[[nodiscard]] WeightUse WeightUseNow(CAnalysisDoc* document);
 
 /// The remarks on it so far.
 [[nodiscard]] const Remarks& RemarksOn(CAnalysisDoc* document);

@@ -63,6 +63,7 @@ Subject TakeSubject(CAnalysisDoc* document) {
         shown.Step = StepOn(document, data.Find(variable.Number), variable.Number);
         subject.Variables.push_back(std::move(shown));
     }
+    subject.Weights = WeightUseNow(document);
     return subject;
 }
 

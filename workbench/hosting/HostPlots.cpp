@@ -177,6 +177,10 @@ short MakePlot(CAnalysisSupport& analysis, GraphDocument graph, const RowChoice&
         progress.TellCasesAreRead();
         graph.About.IsEmptied = rows.IsEmpty() && quillara::TableOf(document).HasCases();
         graph.Content = compute(rows);
+        if (!quillara::WeightsInForce(quillara::TableOf(document)).Variable.empty()) {
+            const bool isBoxPlot = std::holds_alternative<quillara::BoxPlot>(graph.Content);
+            graph.About.Weights = isBoxPlot ? quillara::WeightUse::Exact : quillara::WeightUse::Unused;
+        }
     } catch (const Interrupted&) {
         return NotMade;
     } catch (const std::bad_alloc&) {

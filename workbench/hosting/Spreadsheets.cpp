@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 #include "host/AnalysisSupport.h"
 #include "workbench/documents/NamedParts.h"
@@ -73,6 +74,13 @@ SpreadsheetDocument DocumentOf(const FlatTable& table) {
     return document;
 }
 
+/// A list of steps counts nothing.
+bool HoldsNumbers(const SpreadsheetDocument& document) {
+    return std::ranges::any_of(document.Rows, [](const auto& row) {
+        return std::ranges::any_of(row.Cells, [](const auto& cell) { return std::holds_alternative<double>(cell); });
+    });
+}
+
 }  // namespace
 
 short CAnalysisSupport::looka4(const double* data, const char* text, const signed char* columnFormats,
@@ -98,6 +106,9 @@ short CAnalysisSupport::looka4(const double* data, const char* text, const signe
             document.Corner = TextOfField({shared->CornerLabel, CornerLabelWidth});
         }
         document.About = quillara::TakeSubject(Document);
+        if (!HoldsNumbers(document)) {
+            document.About.Weights = quillara::WeightUse::None;
+        }
         quillara::NameParts(document);
         document.Missing = quillara::MissingIn(Document, document);
         quillara::RouteResult(*this, std::move(document));

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/OrderedBits.h"
 #include "workbench/data/Errors.h"
 
 namespace quillara {
@@ -98,11 +99,23 @@ bool TableInUse::HasCases() const {
     return Selection.empty() ? Table().Cases > 0 : std::ranges::any_of(Selection, isUsed);
 }
 
+bool TableInUse::FindFractions() const {
+    const std::int32_t cases = Weights.empty() ? 0 : Table().Cases;
+    for (std::int32_t row = 0; row < cases; ++row) {
+        const double weight = Weights[static_cast<std::size_t>(row)];
+        if (IsPositiveWeight(weight) && weight != std::floor(weight) && ResultOf(row + 1) == CaseResult::Use) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void TableInUse::Select(std::vector<CaseResult> results, std::string formula) {
     const bool selectsAll = std::ranges::all_of(results, [](CaseResult result) { return result == CaseResult::Use; });
     Selection = selectsAll ? std::vector<CaseResult>() : std::move(results);
     SelectionMark = selectsAll ? 0 : MarkOf(Selection);
     SelectionFormula = std::move(formula);
+    HasFractions = FindFractions();
     TellChange();
 }
 
@@ -110,6 +123,7 @@ void TableInUse::ChooseWeight(std::optional<std::size_t> variable, bool isOn) {
     WeightVariable = variable;
     IsWeighted = variable && isOn;
     Weights = IsWeighted ? UsableWeights(Table().Variables.at(*variable)) : Column();
+    HasFractions = FindFractions();
     Commons.Fill(*this);
     TellChange();
 }

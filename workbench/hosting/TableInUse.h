@@ -59,6 +59,7 @@ class TableInUse {
     std::optional<std::size_t> WeightVariable;  ///< index of the variable that is defined
     bool IsWeighted = false;  ///< the weight that is defined is switched on
     Column Weights;  ///< one per case, missing ones aren't positive; empty: no weight is in force
+    bool HasFractions = false;  ///< some of these have, of the cases that are selected
     CaseRows Rows;  ///< the cases of the table, whichever are selected
     std::function<void()> Changed;  ///< called when table, selection or weight have changed
     SingleLabelsOfTable Labels;
@@ -67,6 +68,7 @@ class TableInUse {
   private:
     void Take(std::shared_ptr<const DataTable> table);
     void TellChange() const;
+    [[nodiscard]] bool FindFractions() const;
     [[nodiscard]] std::size_t MostVariables() const;
 
     const DataTable* Input;

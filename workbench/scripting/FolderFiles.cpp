@@ -43,11 +43,15 @@ std::string PlainFileName(std::string_view text) {
 }
 
 std::string GroupEnding(const OutputCollection& outputs, int step) {
+    constexpr std::size_t longest = 120;  // beside the other parts of a name that is to have room in any folder
     const std::size_t taken = std::min(static_cast<std::size_t>(step), outputs.Steps.size());
     std::string ending;
     for (const StepTaken& down : StepsInForce(outputs.Steps, taken)) {
         const std::string category = down.IsOfGroup ? PlainFileName(down.Category) : "";
         ending += category.empty() ? "" : '-' + category;
+    }
+    if (ending.size() > longest) {
+        ending = WithoutBrokenTail(ending.substr(0, longest));
     }
     return ending;
 }

@@ -33,9 +33,13 @@ std::string Listed(const std::vector<std::string>& variables) {
 void TellOfRest(AnalysisDocument& document, const std::vector<std::string>& variables, std::int64_t left,
                 std::int64_t cases) {
     if (left > 0) {
+        const bool rounds = WeightUseNow(&document) == WeightUse::Rounded;
         Notice(&document,
-               {"groups-leave-out", std::to_string(left) + " of " + std::to_string(cases) +
-                                        " cases are in no category of " + Listed(variables) + " and so in no group."});
+               {"groups-leave-out",
+                std::to_string(left) + " of " + std::to_string(cases) + " cases are in no category of " +
+                    Listed(variables) + (rounds ? " that has a case once weights are rounded," : "") +
+                    " and so in no group.",
+                rounds ? "--weighted-moments (WeightedMoments in scripts) takes fractions as they are." : ""});
     }
 }
 

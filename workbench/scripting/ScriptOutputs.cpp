@@ -156,6 +156,7 @@ bool ScriptOutputs::KeptDocument::IsOpen() const {
 
 OutputCollection ScriptOutputs::Finished(const Run& run) {
     OutputCollection shown = run.Shown;
+    std::ranges::for_each(shown.Steps, [](StepTaken& step) { step.IsOfGroup = true; });
     std::vector<KeptDocument> documents = run.Documents;
     std::erase_if(documents, [](const KeptDocument& kept) { return !kept.IsOpen(); });
     std::ranges::sort(documents, {},

@@ -34,7 +34,7 @@ namespace quillara {
 
 namespace {
 
-constexpr std::size_t MostGroupings = 64;  // of several categories, in one analysis
+constexpr std::size_t MostGroupings = 1000;  // of several categories, in one analysis
 
 /// Works in the dialog of a script as a person does.
 class ScriptActions final : public DialogActions {

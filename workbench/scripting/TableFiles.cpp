@@ -10,6 +10,8 @@
 #include "workbench/formats/FileReplacement.h"
 #include "workbench/views/CsvText.h"
 #include "workbench/views/GraphTables.h"
+#include "workbench/views/ShownTable.h"
+#include "workbench/views/ShownText.h"
 
 namespace quillara {
 namespace {
@@ -64,6 +66,26 @@ std::string PathOf(const std::string& folder, const FolderFile& file) {
     return (std::filesystem::path(folder) / file.Name).string();
 }
 
+constexpr const char* ContentsName = "contents.csv";
+
+/// What is written of a file into the list of all.
+CsvRecord ContentsRecord(const OutputCollection& outputs, const OutputEntry& entry, const std::string& file) {
+    const auto place = static_cast<std::size_t>(entry.Step);
+    std::string steps;
+    for (const StepTaken& down : StepsInForce(outputs.Steps, std::min(place, outputs.Steps.size()))) {
+        steps += (steps.empty() ? "" : "; ") + ShownLine(down.Condition());
+    }
+    const std::optional<SubsetSize> left = LeftBehind(outputs, entry.Step);
+    const std::vector<std::string> title = TablesOf(entry.Content).front().Title;
+    return {file,
+            std::to_string(entry.Step),
+            UnsteeringText(steps),
+            left ? std::to_string(left->Cases) : "",
+            entry.Result,
+            UnsteeringText(ShownLine(SubjectName(entry))),
+            title.empty() ? "" : UnsteeringText(ShownLine(title.front()))};
+}
+
 /// The first name that isn't taken: with -2, -3, ... behind it where it is.
 std::string FreeName(const std::string& base, const std::string& end, std::set<std::string>& taken) {
     std::string name = base + end;
@@ -89,6 +111,7 @@ void CheckGoesToFolder(OutputFormat format) {
 
 std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, OutputFormat format) {
     const std::string end = EndOf(format);
+    std::string contents = CsvText({"file", "step", "steps", "cases", "result", "variable", "title"});
     std::set<std::string> taken;
     std::vector<FolderFile> files;
     for (std::size_t run = 0; run < runs.size(); ++run) {
@@ -98,9 +121,11 @@ std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, Outpu
         for (const OutputEntry& entry : entries) {
             for (std::string& text : TextsOf(head, entry, format)) {
                 files.push_back({FreeName(begin + BaseName(head, entry), end, taken), std::move(text)});
+                contents += CsvText(ContentsRecord(head, entry, files.back().Name));
             }
         }
     }
+    files.push_back({ContentsName, std::move(contents)});
     return files;
 }
 

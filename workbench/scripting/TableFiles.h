@@ -18,6 +18,7 @@ void CheckGoesToFolder(OutputFormat format);
 
 /// A file for each table, and for the numbers of each graph: step1-frequencies-02-age.csv; of several runs
 /// analysis2-step1-frequencies-02-age.csv. No two have one name. In CSV a table is its header and its rows.
+/// The last one, contents.csv, lists the others: a record for each, with its steps, its result and its title.
 [[nodiscard]] std::vector<FolderFile> TableFiles(std::span<const OutputCollection> runs, OutputFormat format);
 
 /// Throws UsageError when one of them would take the place of a file of `others`.

@@ -97,6 +97,7 @@ SpreadsheetDocument GroupTables::Begun(const std::string& title, const std::vect
     }
     table.Columns.push_back({"Percent", false});
     table.About.By = By;
+    table.About.Weights = UseOf(Weights.Variable);
     if (variables.size() == 1) {
         const Variable& shown = Table.Variables[variables.front()];
         table.About.Variables = {{static_cast<int>(variables.front()) + 1, shown.Name, shown.LongName, shown.Kind, {}}};

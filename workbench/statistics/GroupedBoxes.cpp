@@ -91,6 +91,7 @@ GraphDocument BoxesByGroup(const StatisticsScope& scope, std::size_t variable, c
     }
     graph.About.Variables = {{static_cast<int>(variable) + 1, shown.Name, shown.LongName, shown.Kind, {}}};
     graph.About.By = {grouping.Name};
+    graph.About.Weights = UseOf(plot.Weight);
     graph.Content = std::move(plot);
     return graph;
 }

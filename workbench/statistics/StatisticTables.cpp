@@ -269,6 +269,10 @@ std::string WeightedBy(const std::string& weight) {
     return weight.empty() ? std::string() : " weighted by " + weight;
 }
 
+WeightUse UseOf(const std::string& weight) {
+    return weight.empty() ? WeightUse::None : WeightUse::Exact;
+}
+
 std::string DeviationHeading(const std::string& weight) {
     return std::string(DeviationName) + (weight.empty() ? "" : "\nby weights");
 }
@@ -280,6 +284,7 @@ SpreadsheetColumn WordsColumn(std::string name) {
 SpreadsheetDocument DistributionTable(const StatisticsScope& scope, const std::vector<std::size_t>& variables) {
     SpreadsheetDocument table;
     table.Title = {"Distribution of continuous variables" + WeightedBy(scope.Weights.Variable), QuantileDefinition};
+    table.About.Weights = UseOf(scope.Weights.Variable);
     if (!scope.Weights.Variable.empty()) {
         table.Title.emplace_back(WeightDefinition);
     }
@@ -342,6 +347,7 @@ SpreadsheetDocument ShareTable(const StatisticsScope& scope, std::size_t variabl
     const double all = std::accumulate(counts.Weights.begin(), counts.Weights.end(), 0.0);
     SpreadsheetDocument table;
     table.Title = {"Distribution of " + shown.Name + WeightedBy(scope.Weights.Variable)};
+    table.About.Weights = UseOf(scope.Weights.Variable);
     table.Corner = shown.Name;
     table.Columns = CountColumns(scope.Weights.Variable);
     table.Columns.push_back({"Percent", false});
@@ -386,6 +392,7 @@ std::vector<SpreadsheetDocument> TablesOfCross(const CrossTable& cross, const st
     tables.back().About.Aspect = "association";
     for (SpreadsheetDocument& table : tables) {
         table.About.By = {cross.Rows.Variable, cross.Columns.Variable};
+        table.About.Weights = UseOf(weight);
     }
     return tables;
 }
@@ -395,6 +402,7 @@ GraphDocument MosaicOf(const CrossTable& cross, const std::string& weight) {
     graph.Title = {"Mosaic of " + cross.Rows.Variable + " by " + cross.Columns.Variable + WeightedBy(weight),
                    CasesText(cross)};
     graph.About.By = {cross.Rows.Variable, cross.Columns.Variable};
+    graph.About.Weights = UseOf(weight);
     graph.Content = MosaicPlot{{cross.Rows.Variable, cross.Rows.LongName, cross.Rows.Names},
                                {cross.Columns.Variable, cross.Columns.LongName, cross.Columns.Names},
                                cross.Counts,
@@ -408,6 +416,7 @@ SpreadsheetDocument ContrastTable(const std::vector<VariableContrast>& contrasts
         "What differs between the subset and the rest" + WeightedBy(weight),
         "Distance from 0, alike, to 1, nothing in common: total variation of categories, Kolmogorov-Smirnov of "
         "numbers"};
+    table.About.Weights = UseOf(weight);
     table.Corner = "Variable";
     table.Columns = {{"Distance", false},    {"Cramer's V", false},  {"Standardised\ndifference", false},
                      WordsColumn("More of"), WordsColumn("Less of"), {"N in\nsubset", true},

@@ -62,5 +62,7 @@ inline constexpr std::string_view DeviationName = "Std.Dev.";
 
 /// " weighted by wt"; nothing without a weight.
 [[nodiscard]] std::string WeightedBy(const std::string& weight);
+/// How such a table takes the weight of this name; empty: there is none.
+[[nodiscard]] WeightUse UseOf(const std::string& weight);
 
 }  // namespace quillara

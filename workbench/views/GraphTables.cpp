@@ -277,6 +277,15 @@ std::vector<std::string> NoCasesLines(const GraphDocument& graph) {
     return lines;
 }
 
+/// On the first line of the title.
+void NoteWeights(SpreadsheetDocument& table) {
+    if (!table.Title.empty()) {
+        std::string& title = table.Title.front();
+        const std::size_t end = std::min(title.find_first_of("\r\n"), title.size());
+        title.replace(0, end, table.About.Noted(title.substr(0, end)));
+    }
+}
+
 Tables NumbersOf(const GraphDocument& graph, const Subject& about) {
     return std::visit([&about](const auto& shown) { return NumbersOf(shown, about); }, graph.Content);
 }
@@ -285,13 +294,16 @@ Tables NumbersOf(const GraphDocument& graph, const Subject& about) {
 
 std::vector<SpreadsheetDocument> TablesOf(const DocumentContent& content) {
     if (const auto* sheet = std::get_if<SpreadsheetDocument>(&content)) {
-        return {InWords(*sheet)};
+        Tables tables{InWords(*sheet)};
+        NoteWeights(tables.front());
+        return tables;
     }
     const auto& graph = std::get<GraphDocument>(content);
     Tables tables = NumbersOf(graph, graph.About);
     tables.front().Title = graph.Title;
     std::ranges::move(NoCasesLines(graph), std::back_inserter(tables.front().Title));
     tables.front().About = graph.About;
+    NoteWeights(tables.front());
     return tables;
 }
 

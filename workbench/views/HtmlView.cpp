@@ -106,7 +106,9 @@ std::string TitleOf(const OutputEntry& entry) {
     const std::vector<std::string>& lines = std::visit(
         [](const auto& document) -> const auto& { return document.Title; }, entry.Content);
     const std::string title = lines.empty() ? "" : Escaped(ShownLines(lines.front()).front());
-    return title.empty() ? (IsGraph(entry) ? "Chart" : "Table") : title;
+    const Subject& about =
+        std::visit([](const auto& document) -> const Subject& { return document.About; }, entry.Content);
+    return title.empty() ? (IsGraph(entry) ? "Chart" : "Table") : about.Noted(title);
 }
 
 /// Charts are named by what they show, so that their kind has to be said.

@@ -68,6 +68,9 @@ std::string EntryText(const OutputEntry& entry) {
     if (!about.By.empty()) {
         head["by"] = Array(about.By, TextValue);
     }
+    if (about.Weights != WeightUse::None) {
+        head["weights"] = about.WeightWord();
+    }
     if (graph != nullptr) {
         head["chart"] = ChartName(*graph);
     }

@@ -51,19 +51,23 @@ std::string HeadingOf(const Subject& about, GraphAxis& axis) {
     return LabelOf(variable->Name, variable->LongName);
 }
 
+std::string WeightedName(const char* weighted, const Subject& about, bool isWeighted, const char* plain) {
+    return isWeighted ? weighted + std::string(about.WeightNote()) : plain;
+}
+
 // Names the axes of a graph and says what it shows.
 
 std::string Name(Histogram& chart, const Subject& about, bool isWeighted) {
-    chart.Y.Caption = isWeighted ? "Weighted cases" : "Cases";
+    chart.Y.Caption = WeightedName("Weighted cases", about, isWeighted, "Cases");
     return HeadingOf(about, chart.X);
 }
 
 std::string Name(PieChart& chart, const Subject& about, bool /*isWeighted*/) {
-    return HeadingOf(about, chart.X);
+    return about.Noted(HeadingOf(about, chart.X));
 }
 
 std::string Name(StackedPlot& chart, const Subject& about, bool isWeighted) {
-    chart.Y.Caption = isWeighted ? "Percent of weighted cases" : "Percent of cases";
+    chart.Y.Caption = WeightedName("Percent of weighted cases", about, isWeighted, "Percent of cases");
     const std::vector<std::string> names = NamesOf(about.Variables, &ShownVariable::Name);
     return "Categories of " + (names.empty() ? "the variables" : Listed(names));
 }

@@ -166,27 +166,11 @@ ShownTable ShowTable(const SpreadsheetDocument& document) {
     return table;
 }
 
-namespace {
-
-/// Whether a document takes no weight where one is in force.
-bool IsUnweighted(const DocumentContent& content) {
-    const auto* graph = std::get_if<GraphDocument>(&content);
-    const auto* matrix = graph == nullptr ? nullptr : std::get_if<ScatterMatrix>(&graph->Content);
-    const auto* histogram = graph == nullptr ? nullptr : std::get_if<Histogram3DPlot>(&graph->Content);
-    return (matrix != nullptr && !matrix->UnusedWeight.empty()) ||
-           (histogram != nullptr && !histogram->UnusedWeight.empty());
-}
-
-}  // namespace
-
 std::vector<ShownTable> ShowTables(const DocumentContent& content) {
     std::vector<ShownTable> tables;
     for (const SpreadsheetDocument& table : TablesOf(content)) {
         tables.push_back(ShowTable(table));
         tables.back().IsContinued = tables.size() > 1;
-    }
-    if (!tables.empty() && IsUnweighted(content)) {
-        tables.front().Title += " (unweighted)";
     }
     return tables;
 }
@@ -197,6 +181,9 @@ std::vector<ShownTable> ShowTables(const OutputCollection& outputs, const Output
         [](auto& document) -> auto& { return document.Title; }, content);
     if (outputs.Selected && entry.Command != 0 && title.size() > 1 && title[1].starts_with(CaptionBegin)) {
         title.erase(title.begin() + 1);
+    }
+    if (entry.Command == 0) {  // a line each, whatever names it holds
+        std::ranges::transform(title, title.begin(), ShownLine);
     }
     return ShowTables(content);
 }

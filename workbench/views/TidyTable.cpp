@@ -1,5 +1,6 @@
 #include "workbench/views/TidyTable.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -15,6 +16,10 @@ namespace {
 constexpr std::string_view NoValue = "-";  // stands where a statistic has no value
 constexpr std::array<std::string_view, 7> Header{"step",     "cases",     "result", "variable",
                                                  "category", "statistic", "value"};
+
+const Subject& SubjectOf(const OutputEntry& entry) {
+    return std::visit([](const auto& content) -> const Subject& { return content.About; }, entry.Content);
+}
 
 std::optional<std::int32_t> CasesAt(const OutputCollection& outputs, int step) {
     const auto place = static_cast<std::size_t>(step);
@@ -64,7 +69,7 @@ SpreadsheetCell ValueOf(const SpreadsheetCell& cell) {
 class TidyRowsOf {
   public:
     TidyRowsOf(const OutputCollection& outputs, const OutputEntry& entry, std::vector<TidyRow>& rows)
-        : Entry(entry), Cases(CasesAt(outputs, entry.Step)), Rows(rows) {}
+        : Entry(entry), Cases(CasesAt(outputs, entry.Step)), Weights(SubjectOf(entry).WeightWord()), Rows(rows) {}
 
     void Add() {
         if (Entry.Result == "summary") {
@@ -79,7 +84,7 @@ class TidyRowsOf {
   private:
     void Add(RowSubject about, std::string_view statistic, SpreadsheetCell value) {
         Rows.push_back({Entry.Step, Cases, Entry.Result, std::move(about.Variable), std::move(about.Category),
-                        ShownLine(statistic), std::move(value)});
+                        ShownLine(statistic), std::string(Weights), std::move(value)});
     }
 
     /// The newest stands on top.
@@ -118,17 +123,36 @@ class TidyRowsOf {
 
     const OutputEntry& Entry;
     std::optional<std::int32_t> Cases;
+    std::string_view Weights;
     std::vector<TidyRow>& Rows;
 };
 
-CsvRecord RecordOf(const TidyRow& row) {
-    return {std::to_string(row.Step),
-            row.Cases ? std::to_string(*row.Cases) : "",
-            UnsteeringText(row.Result),
-            UnsteeringText(row.Variable),
-            UnsteeringText(row.Category),
-            UnsteeringText(row.Statistic),
-            CsvCell(row.Value)};
+/// The columns; that of the weights only where one is in force.
+CsvRecord HeaderOf(bool hasWeights) {
+    CsvRecord header{Header.begin(), Header.end()};
+    if (hasWeights) {
+        header.emplace_back("weights");
+    }
+    return header;
+}
+
+CsvRecord RecordOf(const TidyRow& row, bool hasWeights) {
+    CsvRecord record{std::to_string(row.Step),
+                     row.Cases ? std::to_string(*row.Cases) : "",
+                     UnsteeringText(row.Result),
+                     UnsteeringText(row.Variable),
+                     UnsteeringText(row.Category),
+                     UnsteeringText(row.Statistic),
+                     CsvCell(row.Value)};
+    if (hasWeights) {
+        record.push_back(row.Weights);
+    }
+    return record;
+}
+
+bool HasWeights(const OutputCollection& run) {
+    return std::ranges::any_of(run.Entries,
+                               [](const OutputEntry& entry) { return !SubjectOf(entry).WeightWord().empty(); });
 }
 
 /// A record of a run; `run` in front of it unless it is the only one.
@@ -151,10 +175,11 @@ std::vector<TidyRow> TidyRows(const OutputCollection& outputs) {
 
 std::string CsvView(std::span<const OutputCollection> runs) {
     const bool isOne = runs.size() == 1;
-    std::string text = Line(isOne ? "" : "analysis", {Header.begin(), Header.end()});
+    const bool hasWeights = std::ranges::any_of(runs, HasWeights);
+    std::string text = Line(isOne ? "" : "analysis", HeaderOf(hasWeights));
     for (std::size_t i = 0; i < runs.size(); ++i) {
         for (const TidyRow& row : TidyRows(runs[i])) {
-            text += Line(isOne ? "" : std::to_string(i + 1), RecordOf(row));
+            text += Line(isOne ? "" : std::to_string(i + 1), RecordOf(row, hasWeights));
         }
     }
     return text;

@@ -17,6 +17,7 @@ struct TidyRow {
     std::string Variable;  ///< name of one, or of two: "age by sex"; empty: not known
     std::string Category;  ///< of the variable, or of two: "20<x<=30 by Female"; empty: it is about all of the variable
     std::string Statistic;  ///< on one line: "Cumulative Count"
+    std::string Weights;  ///< how its document takes the weight: see Subject::WeightWord
     SpreadsheetCell Value;  ///< a number wherever there is one: of dates days since 1970-01-01
 };
 
