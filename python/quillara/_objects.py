@@ -33,9 +33,17 @@ WHY = {
 }
 
 # Why a control is disabled, and what to do when a dialog has asked in vain; behind the host's own text.
+NEEDS_OPEN = "it needs a drill variable without a step; Variables chooses some, drill.up undoes a step"
 NEEDS_REVIEW = "there are no variables for review; ReviewVariables chooses some"
+NEEDS_REVIEW_NUMBERS = 'it needs {} for review; ReviewVariables = "sex | age income" chooses sex as categorical, the others as continuous'
 REASONS = {
-    "Summary": "no step has been taken; drill.down takes one",
+    "Summary": "no step is in force; drill.down takes one",
+    "Save": "there are no drill variables; Variables chooses some",
+    **dict.fromkeys(("Frequencies", "Histograms", "PieCharts", "StackedPlots"), NEEDS_OPEN),
+    "Descriptives": 'it needs a continuous drill variable without a step; Variables = "sex | age" chooses age as one, '
+                    "drill.up undoes a step",
+    **dict.fromkeys(("ReviewDescriptives", "ReviewBoxWhisker"), NEEDS_REVIEW_NUMBERS.format("a continuous variable")),
+    "ReviewScatterplot": NEEDS_REVIEW_NUMBERS.format("two continuous variables"),
     "ValueNoOfExactIntervals": "set NoOfExactIntervals = 1 first, of a continuous variable",
     "ValueNeatIntervalsAppNo": "set NeatIntervalsAppNo = 1 first, of a continuous variable",
     "ValueStepSize": "set StepSize = 1 first, of a continuous variable",
@@ -44,6 +52,7 @@ REASONS = {
     **dict.fromkeys(("NoOfExactIntervals", "NeatIntervalsAppNo", "StepSize", "IntegerCategories", "UserSpecifiedCategories",
                      "AllDistinctValues"), "only continuous drill variables are categorized"),
 }
+NOTHING_MADE = "Nothing was made"
 DISABLED, DISABLED_TEXT = 0x80070005, "This control is disabled now."
 UNANSWERED, HOW_TO_ANSWER = "has opened and had no answer.", (
     'Give the answer before the call: drill.Application.Answer([("click", 1)]) presses its OK.')
@@ -114,6 +123,8 @@ def _told_of(error, face, number, use, arguments):
         return _with_advice(error.text)
     if error.code == DISABLED and error.text == DISABLED_TEXT:
         return _why_disabled(error.member)
+    if error.code == FAILED and error.text.startswith(NOTHING_MADE) and error.member in REASONS:
+        return f"{NOTHING_MADE}: {REASONS[error.member]}."
     if error.code == FAILED and standard == "Unspecified error":
         return WHY.get((error.member, use), "").format(given)
     if error.code == TYPE_MISMATCH and use == WRITE:

@@ -197,3 +197,37 @@ def test_statistics_of_dates_are_dates():
         by_sex = drill.each("sex")
         assert by_sex["interview_date", "Mean"].dtype.kind == "M" and by_sex["interview_start", "Median"].dtype.kind == "m"
         assert told.loc["interview_date", "Minimum"] <= by_sex["interview_date", "Mean"].min()
+
+
+DRILL_RESULTS = "Summary", "Frequencies", "Descriptives", "Histograms", "PieCharts", "StackedPlots", "Save"
+STEP, OPEN, NUMBER, REVIEW = "no step is in force", "a drill variable without a step", "a continuous drill variable", "no variables for review"
+REFUSED = [
+    # variables, review variables   results, and why they can't be given
+    ("", "",                        {"Frequencies Histograms PieCharts StackedPlots": OPEN, "Descriptives": NUMBER, "Summary": STEP,
+                                     "Save": "no drill variables",
+                                     "ReviewFrequencies ReviewHistograms ReviewPieCharts Review3DHistograms": REVIEW,
+                                     "ReviewDescriptives ReviewBoxWhisker ReviewScatterplot": "continuous variables? for review"}),
+    ("a", "b",                      {"Descriptives": NUMBER, "Summary": STEP, "ReviewScatterplot": "two continuous variables for review",
+                                     "ReviewDescriptives ReviewBoxWhisker": "a continuous variable for review"}),
+    ("a=x", "| n",                  {"Frequencies Histograms PieCharts StackedPlots": OPEN, "Descriptives": NUMBER,
+                                     "ReviewScatterplot": "two continuous variables for review"}),
+    ("| n", "| n m",                {"Summary": STEP}),
+]
+
+
+@pytest.mark.parametrize(("variables", "reviews", "refused"), REFUSED, ids=[f"{first}; {second}" for first, second, _ in REFUSED])
+def test_a_result_that_cannot_be_given_says_why(variables, reviews, refused):
+    table = quillara.table({"a": ["x", "y", "x"], "b": ["u", "u", "v"], "n": [1.0, 2, 3], "m": [4.0, 3, 5]})
+    name, _, category = variables.partition("=")
+    whys = {member: why for members, why in refused.items() for member in members.split()}
+    with table.drill(name) as drill:
+        if reviews:
+            drill.ReviewVariables = reviews
+        if category:
+            drill.down(name, category)
+        for member in [each for each in dir(type(drill)) if each.startswith("Review") or each in DRILL_RESULTS]:
+            if member in whys:
+                with pytest.raises(quillara.Error, match=f"^{member}: .*{whys[member]}"):
+                    getattr(drill, member)
+            elif member not in ("ReviewVariables", "Review3DHistograms"):
+                assert getattr(drill, member) is not None

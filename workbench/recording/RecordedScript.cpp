@@ -1,11 +1,18 @@
 #include "workbench/recording/RecordedScript.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "workbench/recording/PythonText.h"
 
 namespace quillara {
 namespace {
+
+/// Whether a file is found from one folder only; a source of data that isn't a file names where it is itself.
+bool IsRelative(const std::string& file) {
+    return !file.empty() && file != "-" && !file.starts_with("odbc:") && !std::filesystem::path(file).is_absolute() &&
+           !file.starts_with("sqlite:/");
+}
 
 std::string ListOf(const std::vector<std::string>& texts) {
     std::string items;
@@ -124,7 +131,7 @@ void RecordedScript::Accept() {
 
 void RecordedScript::ChooseVariables(const std::string& first, const std::string& second, const std::string& both) {
     if (!HasVariables && Lines.empty()) {
-        DrillArguments = PythonText(first) + (second.empty() ? "" : ", " + PythonText(second));
+        DrillArguments = first + (second.empty() ? "" : ", " + second);
     } else {
         Write("drill.Variables = " + PythonText(both));
     }
@@ -137,7 +144,9 @@ std::string RecordedScript::NameResult(const std::string& name) {
 }
 
 std::string RecordedScript::Text() const {
-    std::string text = "import quillara\n\n";
+    const bool isBound = IsRelative(Begins.File) || (Begins.DictionaryFile && IsRelative(*Begins.DictionaryFile));
+    std::string text = isBound ? "# Paths are relative: run it in the folder in which it was recorded.\n" : "";
+    text += "import quillara\n\n";
     text += "table = quillara.open(" + PythonText(Begins.File) + ReadingArguments(Begins) + ")\n";
     for (const DerivedVariable& derived : Begins.Derived) {
         text += "table.compute(" + PythonText(derived.Name) + ", " + PythonText(derived.Formula) + ")\n";

@@ -44,7 +44,8 @@ class RecordedScript {
     void Drop() {
         std::erase_if(Lines, [](const Line& line) { return !line.IsWritten; });
     }
-    /// Chooses the drill variables: as the analysis begins, when nothing has been written yet.
+    /// Chooses the drill variables: as the analysis begins, when nothing has been written yet. The first two are
+    /// arguments as Python writes them, the second may be empty.
     void ChooseVariables(const std::string& first, const std::string& second, const std::string& both);
     /// A name that no other result has: "summary", "summary_2", ...
     [[nodiscard]] std::string NameResult(const std::string& name);

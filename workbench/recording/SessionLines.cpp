@@ -46,6 +46,30 @@ bool HoldTexts(const DataTable& table, const std::vector<short>& list) {
     });
 }
 
+/// As `table.drill` takes a list: a text where its names need no quotes, else a list of names, or of numbers where a
+/// name means another variable.
+std::string PythonVariables(const DataTable& table, const std::vector<short>& list) {
+    const std::string text = TextOfLists(table, {list, {}});
+    if (text.find('"') == std::string::npos) {
+        return PythonText(text);
+    }
+    std::string items;
+    for (const short number : list) {
+        const std::string& name = table.Variables[static_cast<std::size_t>(number) - 1].Name;
+        const bool isMeant = table.Find(name) == static_cast<std::size_t>(number) - 1;
+        items += (items.empty() ? "" : ", ") + (isMeant ? PythonText(name) : std::to_string(number));
+    }
+    return "[" + items + "]";
+}
+
+std::string NamesOf(const DataTable& table, const std::vector<short>& list) {
+    std::string names;
+    for (const short number : list) {
+        names += (names.empty() ? "" : ", ") + table.Variables[static_cast<std::size_t>(number) - 1].Name;
+    }
+    return names;
+}
+
 std::string ValueIn(const std::vector<RecordedValue>& values, int control) {
     const auto value = std::ranges::find(values, control, [](const RecordedValue& each) { return each.Row->Control; });
     return value == values.end() ? "" : value->Text;
@@ -73,7 +97,17 @@ std::vector<std::string> SessionRecorder::AnswerLines() const {
     for (std::string& line : lines) {
         line = "drill.Application.Answer(" + line + ")";
     }
+    if (lines.size() == 1 && Now.Control == Review3DHistogramsButton && Now.Answers.back().IsConfirmed) {
+        lines.back() += PairsComment();
+    }
     return lines;
+}
+
+/// What the rows of two lists stand for.
+std::string SessionRecorder::PairsComment() const {
+    const TwoLists lists = ListsChosen();
+    const DataTable& table = TableOf(DialogHost::DocumentOf(*Dialog)).Table();
+    return PythonComment(NamesOf(table, lists[0]) + " by " + NamesOf(table, lists[1]));
 }
 
 void SessionRecorder::WriteDown(const std::vector<RecordedValue>& values) {
@@ -155,7 +189,8 @@ void SessionRecorder::WriteVariables() {
     if (both.empty()) {
         WriteAnswered();
     } else if (Now.Control == DrillVariablesButton && !HaveCommon(lists) && !HoldTexts(table, lists[1])) {
-        Script.ChooseVariables(TextOfLists(table, {lists[0], {}}), TextOfLists(table, {lists[1], {}}), both);
+        Script.ChooseVariables(PythonVariables(table, lists[0]),
+                               lists[1].empty() ? "" : PythonVariables(table, lists[1]), both);
     } else {
         WriteMember(Now.Control, PythonText(both));
     }

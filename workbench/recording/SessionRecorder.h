@@ -117,6 +117,7 @@ class SessionRecorder : public StepRecorder {
     void WriteCategory(const std::vector<RecordedValue>& values);
     [[nodiscard]] std::vector<std::string> Answers() const;
     [[nodiscard]] std::vector<std::string> AnswerLines() const;
+    [[nodiscard]] std::string PairsComment() const;
     void OfferCommand();
     void EndVerbatim();
     void ChangeMode(bool hasDoubles);

@@ -143,8 +143,9 @@ class Recording : public testing::Test {
 
 TEST_F(Recording, BeginsWithTheDataAndTheVariables) {
     EXPECT_EQ(Lines(),
+              "# Paths are relative: run it in the folder in which it was recorded.\n"
               "import quillara\n\ntable = quillara.open(\"people.csv\")\ntable.select(\"age > 1\")\n"
-              "table.weight = \"age 2\"\ndrill = table.drill(\"sex\", 'age \"age 2\"')\n");
+              "table.weight = \"age 2\"\ndrill = table.drill(\"sex\", [\"age\", \"age 2\"])\n");
     Expect([](Window& window) { ChooseVariables(window, {}, {3}); });
     Click(DrillVariablesButton);
     EXPECT_EQ(Lines(), "drill.Variables = '| \"age 2\"'\n");
