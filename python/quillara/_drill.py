@@ -84,7 +84,12 @@ class DialogWindow(Object, kind="DialogWindow"):
 
 
 class Drill(Object, kind="DDNStartup"):
-    """A drill-down analysis by its startup dialog. With `with` it closes at the end."""
+    """A drill-down analysis by its startup dialog, begun by `table.drill`. With `with` it closes at the end.
+
+    down, up and categorize take steps; Frequencies, Histograms, ... make documents of what remains; each, crosstab, box,
+    distribution and what_differs give frames of it; cases are the cases themselves. Every member has a second name in
+    snake case. What fails raises Error, with `code` and `member`.
+    """
 
     __slots__ = ("_analysis", "_table", "_groupings", "__weakref__")
 
@@ -109,6 +114,9 @@ class Drill(Object, kind="DDNStartup"):
         A category goes by its name, by the text behind its label, by its row ("#0"), by a value of it, a day or a time,
         or by "Missing", None or NaN for missing data. A list of categories of a categorical variable is one step, on a
         variable VAR_group that brings them together and joins those of the analysis; steps in force stay.
+
+        Raises Error for a variable that is unknown, has a step or isn't explored, and for a category that no case has
+        now, with those that there are; TypeError and ValueError for what can't be a category. Then nothing has changed.
         """
         number = self._number(variable, "down")
         if isinstance(category, (list, tuple)):
@@ -123,7 +131,9 @@ class Drill(Object, kind="DDNStartup"):
 
         method: "distinct", "exact:N", "neat:N", "step:SIZE", "step:SIZE@START", "integer" or "bounds:B1,B2,...", of dates
         also "day", "week", "month", "quarter" or "year", with times "hour": as `quillara drill --categorize` takes it.
-        Bounds belong to the interval below them.
+        Bounds belong to the interval below them. Sizes and bounds are in the units of the variable, of dates days, of
+        times seconds; bounds may be dates. Raises Error for a method that there isn't, and for a variable that isn't a
+        continuous drill variable.
         """
         text(method, METHOD)
         number = self._number(variable, "categorize")
@@ -152,7 +162,10 @@ class Drill(Object, kind="DDNStartup"):
         return grouped, together
 
     def up(self, variable: str | int) -> None:
-        """Undoes the step on this variable, or on several of its categories."""
+        """Undoes the step on this variable, or on several of its categories, in any order of steps.
+
+        Raises Error where there is no step on it.
+        """
         number = self._number(variable, "up")
         name = self._names[number - 1]
         steps = self._steps()
@@ -168,7 +181,9 @@ class Drill(Object, kind="DDNStartup"):
         Columns are the number of cases, their percent of those that remain now, of each continuous open or review
         variable N, sum, mean, deviation, median and quartiles, and of each categorical one the percents of its categories.
         With a second variable a row for each of its categories within each of the first. Categories that leave no case
-        are passed over with a warning.
+        are passed over with a warning. N are cases; under a weight Weighted N, percents, means and quartiles take it as
+        it is, fractions too. Means and quartiles of dates are dates, their deviations days. Raises Error for what is no
+        drill variable or has a step already.
         """
         from . import _groups
 
@@ -186,7 +201,8 @@ class Drill(Object, kind="DDNStartup"):
         bounds: where a continuous variable is cut, by its name; categorize: how it is, as the method of that name takes
         it. attrs of the frame has cases, left_out, chi_square, degrees_of_freedom, p_value and cramers_v; p_value takes
         weights for numbers of cases, effective_p_value takes effective_cases of equal weight (Kish) in place of them,
-        for weights that balance a sample. picture: a file (.svg, .png, .pdf) for the table as a mosaic.
+        for weights that balance a sample. picture: a file (.svg, .png, .pdf) for the table as a mosaic. Percents are
+        from 0 to 100. Raises ValueError for another `of`, Error for a variable that is unknown.
         """
         from . import _groups
 
@@ -205,7 +221,7 @@ class Drill(Object, kind="DDNStartup"):
 
         of: "median" with quartiles, "se", "sd" or "1.96se" around the mean. bounds: where a continuous variable of
         categories is cut, by its name; categorize: how it is, as the method of that name takes it. picture: a file
-        (.svg, .png, .pdf) for the box plots.
+        (.svg, .png, .pdf) for the box plots. Raises Error for texts, of which there are none.
         """
         from . import _groups
 
@@ -228,18 +244,26 @@ class Drill(Object, kind="DDNStartup"):
 
     def distribution(self, variable: str | int | None = None) -> pandas.DataFrame:
         """N, mean, deviation, minimum, quartiles, maximum, skewness and missing of the continuous open and review
-        variables; or of one categorical variable the counts and percents, of the valid cases too."""
+        variables; or of one categorical variable the counts and percents, of the valid cases too.
+
+        Percents are from 0 to 100, quartiles those of definition 7 of Hyndman and Fan, means and bounds of dates dates.
+        Raises Error where no such variable is without a step.
+        """
         from . import _groups
 
         place = None if variable is None else self._number(variable, "distribution") - 1
         frame = _groups.distribution(self._analysis, place, self._kinds())
         if frame is None:
-            told = "No continuous" if place is None else f'"{self._names[place]}" is no categorical'
-            raise Error(INVALID_ARGUMENT, f"{told} variable is chosen that has no step.", "distribution")
+            told = ("No continuous variable without a step is chosen" if place is None else
+                    f'"{self._names[place]}" is no categorical variable that is chosen and has no step')
+            raise Error(INVALID_ARGUMENT, f"{told}.", "distribution")
         return frame
 
     def what_differs(self) -> pandas.DataFrame:
-        """The open and review variables by how much the cases that remain differ from the others that are selected."""
+        """The open and review variables by how much the cases that remain differ from the others that are selected.
+
+        Distances are from 0, alike, to 1, nothing in common. Raises Error before the first step that drops cases.
+        """
         from . import _groups
 
         frame = _groups.differences(self._analysis)
@@ -301,14 +325,15 @@ class Drill(Object, kind="DDNStartup"):
 
     @property
     def subset(self) -> Subset:
-        """How much the steps in force leave: cases, weight, of how many cases, and these steps, the oldest first."""
+        """How much the steps in force leave: cases, weight (their sum, None without one), of how many cases before the
+        first step, and these steps, the oldest first. Raises Error once the analysis is closed."""
         self.Name  # fails once the dialog has closed
         cases, weight, of, steps = self._analysis.subset()
         return Subset(cases, weight, of, [Step(*step) for step in steps])
 
     @property
     def cases(self) -> DataDocument:
-        """The cases that remain, with the variables that were chosen: presses Save."""
+        """The cases that remain, with the variables that were chosen: presses Save. Raises Error where none are chosen."""
         try:
             return self.Save
         except Error as error:
@@ -316,7 +341,8 @@ class Drill(Object, kind="DDNStartup"):
 
     def to_frame(self) -> pandas.DataFrame:
         """All that its open documents hold as one tidy frame of pandas: a row for each number, with the number of steps
-        before it and the cases that these leave, its document, result, variable, category and statistic."""
+        before it and the cases that these leave, its document, result, variable, category and statistic; under a weight also
+        how its document takes it. Values of dates are days since 1970-01-01, of times seconds."""
         from . import _frames
 
         documents = [each for each in self.analysis.Outputs if isinstance(each, Document)]
@@ -344,7 +370,7 @@ class Drill(Object, kind="DDNStartup"):
             chosen, steps = self.Variables, self._analysis.steps()
         except (Error, AttributeError):
             return "<quillara.Drill: closed>" if hasattr(self, "_analysis") else "<quillara.Drill>"
-        down = f", down on {', '.join(steps)}" if steps else ""
+        down = f", down on {', '.join(reversed(steps))}" if steps else ""
         return f"<quillara.Drill: {chosen or 'no variables'}{down}; {self._table!r}>"
 
     def _repr_html_(self) -> str:
@@ -353,7 +379,7 @@ class Drill(Object, kind="DDNStartup"):
             left, chosen, reviews = self.subset, self.Variables, self.ReviewVariables
         except (Error, AttributeError):
             return f"<p>{html.escape(repr(self))}</p>"
-        weight = "" if left.weight is None else f", weight {left.weight:g}"
+        weight = "" if left.weight is None else f", weight {left.weight:.10g}"
         rows = [("Variables", chosen), ("Review variables", reviews),
                 *((f"Step {place}", f"{step.variable} = {step.category}") for place, step in enumerate(left.steps, 1))]
         lines = "".join(f"<tr><th>{head}</th><td>{html.escape(text)}</td></tr>" for head, text in rows if text)

@@ -61,6 +61,31 @@ UNANSWERED, HOW_TO_ANSWER = "has opened and had no answer.", (
 ARGUMENTS = {"Save": ("path",), "Click": ("control",), "Select": ("control", "row"), "DoubleClick": ("control", "row"),
              "Text": ("control", "text"), "Drag": ("control", "row", "before"), "Command": ("control",), "Answer": ("calls",)}
 
+# What help tells beside the host's own text of a member.
+MAKES = "Presses its button and gives the document that it makes, or a collection of several."
+CHECKED = "1 or 0."
+METHOD_CHOSEN = "1 chooses it for the variable that is drilled next."
+LISTS = 'A text such as "sex education | age": categorical ones, a bar, continuous ones; names with blanks in double quotes.'
+IN_UNITS = "In the units of the variable: days of dates, seconds of times."
+HELP = {
+    **dict.fromkeys(("Summary", "Frequencies", "Descriptives", "Histograms", "PieCharts", "StackedPlots", "ReviewFrequencies",
+                     "ReviewDescriptives", "ReviewHistograms", "ReviewPieCharts", "ReviewStackedPlots", "ReviewBoxWhisker",
+                     "ReviewScatterplot", "Review3DHistograms"), MAKES),
+    "Save": "Gives them as a DataDocument.",
+    **dict.fromkeys(("Variables", "ReviewVariables"), LISTS),
+    "DrillDownVariable": "A number from 1, or the beginning of a name; drill.down takes exact ones.",
+    "DrillUpVariable": "A number from 1, or the beginning of a name; drill.up takes exact ones.",
+    "DrillDownCategory": "A name, or a number from 0 that counts categories without cases too; drill.down takes more.",
+    "UserDefinedBoundaries": "At most 100 numbers with blanks between, each the upper end of an interval. " + IN_UNITS,
+    **dict.fromkeys(("ValueStepSize", "ValueStartingFrom"), IN_UNITS),
+    "CountMD": "1: missing data is a category of its own; 0: it isn't.",
+    "WeightedMoments": "1: fractions of weights are taken as they are; 0: weights are rounded to whole numbers.",
+    **dict.fromkeys(("CasewiseDeletionOfMD", "RVCasewiseDeletionOfMD", "StandAloneResults", "StartingAtMinimum",
+                     "PlotMedianQuartileRange", "PlotMeanSEAndSD", "PlotMeanSD196TimesSD", "PlotMeanSE196TimesSE"), CHECKED),
+    **dict.fromkeys(("AllDistinctValues", "NoOfExactIntervals", "NeatIntervalsAppNo", "StepSize", "IntegerCategories",
+                     "UserSpecifiedCategories"), METHOD_CHOSEN),
+}
+
 _classes = {}
 _messages_known = 0
 _told_early = set()
@@ -100,6 +125,12 @@ def _with_advice(text):
 def _why_disabled(member):
     reason = REASONS.get(member) or (NEEDS_REVIEW if member.startswith("Review") else "")
     return f"{DISABLED_TEXT} Why: {reason}." if reason else ""
+
+
+def _help(member, text, is_dialog):
+    """The host's text of a member and, of the startup dialog, what it takes or gives and where it fails."""
+    more = [HELP.get(member, ""), f"Where it fails with 0x80070005: {REASONS[member]}." if member in REASONS else ""]
+    return " ".join([f"{text}.", *filter(None, more if is_dialog else [])])
 
 
 def call(face, number, use, arguments=()):
@@ -176,7 +207,7 @@ def _method(name, number, text, count):
 
     method.__name__ = method.__qualname__ = name
     method.__signature__ = _signature(name, count)
-    method.__doc__ = text + "."
+    method.__doc__ = text
     return method
 
 
@@ -185,7 +216,7 @@ def _indexed(name, number, text):
         return call(self._face, number, READ, arguments)
 
     read.__name__ = read.__qualname__ = name
-    read.__doc__ = text + "."
+    read.__doc__ = text
     return read
 
 
@@ -196,7 +227,7 @@ def _property(number, uses, text):
     def write(self, value):
         call(self._face, number, WRITE, (value,))
 
-    return property(read if READ in uses else None, write if WRITE in uses else None, doc=text + ".")
+    return property(read if READ in uses else None, write if WRITE in uses else None, doc=text)
 
 
 def _attribute(name, number, uses, text):
@@ -228,9 +259,10 @@ class Object:
     def _learn(cls, members):
         """Gives the class the members that its objects tell of, where it has none of that name already."""
         uses, texts = {}, {}
+        own = {name for name, *_ in members}
         for name, number, use, arguments, _, text in members:
             uses.setdefault((name, number), {})[use] = arguments
-            texts[name] = text or name
+            texts[name] = _help(name, text or name, "DrillDown" in own)
         for (name, number), told in uses.items():
             attribute = _attribute(name, number, told, texts[name])
             for spelled in (name, snake_case(name)):

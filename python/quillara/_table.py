@@ -16,11 +16,16 @@ from ._objects import warn_of_formula, warn_of_messages
 
 
 class Variable:
-    """A variable of a table: name, label, kind ("number", "date", "time", "datetime" or "text"), labels (by value; those
-    of texts by the text that is stored, as {"F": "Female"}), categories: its labels or texts in their order, and missing_values: those
-    that the file tells apart, with their labels or None, as {99.0: "Not stated", ".a": None}."""
+    """A variable of a table."""
 
-    __slots__ = ("name", "label", "kind", "labels", "categories", "missing_values")
+    __slots__ = {
+        "name": "Its name, as formulas and analyses take it.",
+        "label": "Its label; empty without one.",
+        "kind": 'What its values are: "number", "date", "time" (of day), "datetime" or "text".',
+        "labels": 'Labels by value, as {1.0: "Female"}; of texts by the text that is stored, as {"F": "Female"}.',
+        "categories": "Its labels, or its texts, in their order.",
+        "missing_values": 'The missing values that the file tells apart, with their labels or None, as {99.0: "Not stated", ".a": None}.',
+    }
     name: str
     label: str
     kind: str
@@ -105,7 +110,7 @@ class Table:
     def select(self, formula: str | None) -> Table:
         """Selects cases for the analyses that begin from now on, as `age > 30 and sex = "Female"`; None: all cases.
 
-        Gives the table itself.
+        Gives the table itself. Raises Error where the formula is none or names what isn't there; the selection is then as it was.
         """
         if formula is not None:
             _arguments.text(formula, "A selection is a formula such as 'age > 30', or None for all cases")
@@ -117,7 +122,8 @@ class Table:
     def compute(self, name: str, formula: str) -> Table:
         """Adds a variable that a formula makes of others, as `if(age >= 65, 'old', 'young')` or `hours / 40`.
 
-        It has the formula for its label. Analyses that began before don't have it. Gives the table itself.
+        It has the formula for its label. Analyses that began before don't have it. Gives the table itself. Raises Error where the
+        formula is none, or the name is taken; the table is then as it was.
         """
         _arguments.text(name, "A computed variable has a name")
         _arguments.text(formula, "A variable is computed by a formula such as 'hours / 40'")
@@ -130,7 +136,7 @@ class Table:
         """Adds a variable of two categories, the ones named and all other, for analyses to step on several at once.
 
         Gives its name. drill.down(variable, categories) steps on it, and adds such a variable to its analysis where there
-        is none.
+        is none. Raises KeyError for an unknown variable, Error for a category that it doesn't have.
         """
         name, formula, _ = self._grouping(variable, categories)
         if name not in self._names:
@@ -149,7 +155,10 @@ class Table:
 
     @property
     def weight(self) -> str | None:
-        """The name of the variable that weights the cases of analyses that begin from now on; None: none does."""
+        """The name of the variable that weights the cases of analyses that begin from now on; None: none does.
+
+        Raises Error when it is set to what is no variable of numbers.
+        """
         return self._weight
 
     @weight.setter
@@ -168,7 +177,8 @@ class Table:
         """Begins a drill-down analysis: opens its startup dialog and chooses the variables, if any are given.
 
         Each list is a text as the member Variables takes it ("sex education", "1-3 7"), or a list of names and
-        numbers.
+        numbers from 1. Names with blanks stand in a list. Raises Error for what can't be a list of variables, as a text
+        among the continuous ones; no analysis is open then.
         """
         weight = None if self._weight is None else self._held.weight_index(self._weight)
         drill = Drill._begin(self, _quillara.Analysis(self._held, self._selection, weight))
