@@ -105,15 +105,13 @@ QStringList LinesInSlot(const QString& text, const TextStyle& style, double slot
 }
 
 Attempt Wrapped(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
-    const double slot = std::min(LeastDistance(spots) - NeighbourGap, room.High - room.Low);
+    const double widest = std::min(LeastDistance(spots) - NeighbourGap, room.High - room.Low);
     const double height = LineHeight(style);
     AxisLabels labels;
-    if (slot <= 0.0) {
-        return std::nullopt;
-    }
     for (const AxisSpot& spot : spots) {
-        const QStringList lines = LinesInSlot(spot.Text, style, slot);
-        if (lines.isEmpty() || spot.At - slot / 2 < room.Low || spot.At + slot / 2 > room.High) {
+        const double slot = std::min({widest, 2 * (spot.At - room.Low), 2 * (room.High - spot.At)});
+        const QStringList lines = slot > 0.0 ? LinesInSlot(spot.Text, style, slot) : QStringList();
+        if (lines.isEmpty()) {
             return std::nullopt;
         }
         for (int i = 0; i < lines.size(); ++i) {
@@ -163,6 +161,35 @@ std::size_t NextStride(std::size_t stride) {
         }
         power *= 10;
     }
+}
+
+/// Labels that show all of their texts, the most readable first; those that are turned upright last.
+Attempt InFull(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
+    if (Attempt level = WholeOnes(Level(spots, room, style))) {
+        return level;
+    }
+    if (Attempt wrapped = Wrapped(spots, room, style)) {
+        return wrapped;
+    }
+    return WholeOnes(Slanted(spots, room, style));
+}
+
+/// Whether the labels are intervals that follow one another, so that some of them tell what the others are.
+bool AreIntervals(const Spots& spots) {
+    const auto isInterval = [](const AxisSpot& spot) {
+        return spot.Text.contains(QLatin1String("<x")) || spot.Text.contains(QLatin1String("x<"));
+    };
+    return spots.size() > 2 && std::ranges::count_if(spots, isInterval) + 1 >= std::ssize(spots);  // and Missing
+}
+
+/// Every so-many-th interval in full: where it is cut its bounds can't be read.
+Attempt SomeInFull(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
+    for (std::size_t stride = NextStride(1); stride < spots.size(); stride = NextStride(stride)) {
+        if (Attempt whole = InFull(Thinned(spots, stride), room, style)) {
+            return whole;
+        }
+    }
+    return std::nullopt;
 }
 
 using Attempting = Attempt (*)(const Spots& spots, const LabelRoom& room, const TextStyle& style);
@@ -262,17 +289,16 @@ AxisLabels Distinguished(const Labels& labelsIn, LabelRoom room) {
 AxisLabels CutBelow(const Spots& spots, const LabelRoom& room, const TextStyle& style) {
     const bool haveExtents = std::ranges::any_of(spots, [](const AxisSpot& spot) { return spot.Extent > 0.0; });
     const Spots shown = WithText(haveExtents ? LargestApart(spots, LineHeight(style)) : spots);
-    if (Attempt level = WholeOnes(Level(shown, room, style))) {
-        return *level;
-    }
-    if (Attempt wrapped = Wrapped(shown, room, style)) {
-        return *wrapped;
-    }
-    Attempt slanted = Slanted(shown, room, style);
-    if (Attempt whole = WholeOnes(slanted)) {
+    if (Attempt whole = InFull(shown, room, style)) {
         return *whole;
     }
-    if (Attempt upright = Upright(shown, room, style)) {
+    const Attempt upright = Upright(shown, room, style);
+    if (AreIntervals(shown) && !(upright && IsWhole(*upright))) {
+        if (Attempt some = SomeInFull(shown, room, style)) {
+            return *some;
+        }
+    }
+    if (upright) {
         return *upright;
     }
     return ThinnedLabels(shown, room, style);

@@ -146,8 +146,9 @@ std::vector<AxisMark> RoundDateTimes(double low, double high, int most) {
         const auto precision = step < 60.0 ? DateTimePrecision::Second : DateTimePrecision::Minute;
         const QString text = QString::fromStdString(TextFromDateTime(k * step, ' ', precision));
         const bool isSameDay = !marks.empty() && text.startsWith(day);
+        const bool isMidnight = std::fmod(k * step, SecondsOfDay) == 0.0 && precision == DateTimePrecision::Minute;
         day = text.first(std::min(text.size(), beginOfClock));
-        marks.push_back({k * step, isSameDay ? text.sliced(beginOfClock) : text});
+        marks.push_back({k * step, isSameDay ? text.sliced(beginOfClock) : isMidnight ? day.trimmed() : text});
     }
     return marks;
 }
