@@ -13,17 +13,6 @@
 namespace quillara {
 namespace {
 
-constexpr std::size_t DigitsOfGroup = 3;
-
-std::string Grouped(std::int32_t number) {
-    std::string text = std::to_string(number);
-    for (std::size_t place = text.size(); place > DigitsOfGroup;) {
-        place -= DigitsOfGroup;
-        text.insert(place, ",");
-    }
-    return text;
-}
-
 /// Where the variable stands that an error says isn't there.
 std::optional<std::size_t> PlaceOfMissedName(const DataTable& table, const std::string& formula,
                                              const std::string& fault) {
@@ -46,7 +35,7 @@ std::string SelectionOutcome::Text(std::int32_t cases) const {
     if (!Fault.empty()) {
         return Fault;
     }
-    const std::string of = Grouped(Selected) + " of " + Grouped(cases) + (cases == 1 ? " case" : " cases");
+    const std::string of = std::to_string(Selected) + " of " + std::to_string(cases) + (cases == 1 ? " case" : " cases");
     return of + (Selected == 1 ? " is selected" : " are selected");
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLocale>
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -10,5 +11,8 @@ int main(int argc, char** argv) {
     }
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
+    QLocale numbers;
+    numbers.setNumberOptions(QLocale::OmitGroupSeparator);  // as Appearance has it
+    QLocale::setDefault(numbers);
     return RUN_ALL_TESTS();
 }

@@ -105,7 +105,7 @@ TEST(HostDialogViews, AFormulaIsCompletedCountedAndMarkedWhereItIsWrong) {
         auto& cases = dynamic_cast<CaseSelectionView&>(view);
         auto& formula = *qobject_cast<QPlainTextEdit*>(view.Find(CaseSelectionDialog::Formula));
         auto* popup = view.findChild<QCompleter*>()->popup();
-        EXPECT_EQ(cases.Told(), "All 2,000 cases are analysed");
+        EXPECT_EQ(cases.Told(), "All 2000 cases are analysed");
         Click(view, CaseSelectionDialog::SelectedCases);
         const auto tells = [&](const char* text) {
             return QTest::qWaitFor([&] { return cases.Told().contains(QString::fromUtf8(text)); }, 5000);
@@ -121,7 +121,7 @@ TEST(HostDialogViews, AFormulaIsCompletedCountedAndMarkedWhereItIsWrong) {
         Picture(*popup, QStringLiteral("offers"));
         QTest::keyClick(popup, Qt::Key_Return);
         EXPECT_THAT(formula.toPlainText().toStdString(), StartsWith("settlement = \""));
-        EXPECT_TRUE(tells("of 2,000 cases are selected"));
+        EXPECT_TRUE(tells("of 2000 cases are selected"));
         formula.setPlainText(QStringLiteral("sex = \"Female\" and agee > 3"));
         EXPECT_TRUE(tells("agee"));
         ASSERT_EQ(formula.extraSelections().size(), 1);

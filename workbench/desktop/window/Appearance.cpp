@@ -67,7 +67,7 @@ QPalette LightColours() {
     return style == nullptr ? QPalette() : style->standardPalette();
 }
 
-QLocale NumbersAs(Preferences::Decimals decimals) {
+QLocale LocaleOf(Preferences::Decimals decimals) {
     switch (decimals) {
         case Preferences::Decimals::Point:
             return {QLocale::English, QLocale::UnitedStates};
@@ -76,6 +76,13 @@ QLocale NumbersAs(Preferences::Decimals decimals) {
         default:
             return QLocale::system();
     }
+}
+
+/// Nothing stands between thousands, as in all tables, charts and remarks.
+QLocale NumbersAs(Preferences::Decimals decimals) {
+    QLocale numbers = LocaleOf(decimals);
+    numbers.setNumberOptions(numbers.numberOptions() | QLocale::OmitGroupSeparator);
+    return numbers;
 }
 
 }  // namespace

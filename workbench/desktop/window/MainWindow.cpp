@@ -61,7 +61,7 @@ bool Ask(QWidget* parent, const QString& question, const QString& action) {
     return box.clickedButton() == yes;
 }
 
-/// "1,077 of 2,000 cases", with what is selected where that isn't all, and the weight.
+/// "1077 of 2000 cases", with what is selected where that isn't all, and the weight.
 QString StatusText(Exploration& exploration) {
     const QLocale locale;
     const auto selected = exploration.Selected();

@@ -35,7 +35,7 @@ PreferencesDialog::PreferencesDialog(QWidget* parent) : QDialog(parent) {
         Choices({tr("As the system"), tr("Light"), tr("Dark")}, static_cast<int>(shared.Theme()), "theme", this);
     theme->setAccessibleName(tr("Colours"));
     theme->setToolTip(tr("Light or dark windows and charts"));
-    QComboBox* decimals = Choices({tr("As the system"), tr("Point: 1,234.5"), tr("Comma: 1.234,5")},
+    QComboBox* decimals = Choices({tr("As the system"), tr("Point: 1234.5"), tr("Comma: 1234,5")},
                                   static_cast<int>(shared.DecimalStyle()), "decimals", this);
     decimals->setAccessibleName(tr("Numbers"));
     decimals->setToolTip(tr("How numbers are shown and typed"));

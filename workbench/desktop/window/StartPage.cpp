@@ -57,7 +57,7 @@ StartPage::StartPage(QWidget* parent)
     auto* open =
         Link(tr("&Open a file..."), tr("Statistical files, delimited text, workbooks and more"), "openFile", content);
     auto* sample =
-        Link(tr("Try the sa&mple survey"), tr("2,000 people: their work, income and reading"), "openSample", content);
+        Link(tr("Try the sa&mple survey"), tr("2000 people: their work, income and reading"), "openSample", content);
     sample->setVisible(!Sample().isEmpty());
     AddLeft(*column);
     column->addWidget(open);
