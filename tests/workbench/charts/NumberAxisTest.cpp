@@ -20,6 +20,7 @@ std::string Joined(const std::vector<AxisMark>& marks) {
 TEST(RoundValues, HaveTheDigitsOfTheirStepAndTheFormOfTheirKind) {
     constexpr auto number = ValueKind::Number;
     constexpr auto date = ValueKind::Date;
+    constexpr auto stamp = ValueKind::DateTime;
     constexpr auto time = ValueKind::TimeOfDay;
     struct Row {
         ValueKind Kind;
@@ -54,6 +55,8 @@ TEST(RoundValues, HaveTheDigitsOfTheirStepAndTheFormOfTheirKind) {
         {date,   19782,     19810,        5, "2024-03-04 2024-03-11 2024-03-18 2024-03-25"},
         {date,   19782,     19782,        5, "2024-02-29"},
         {date,   1e9,       2e9,          3, "1000000000 1500000000 2000000000"},
+        {stamp,  1709164800, 1709294400,  5, "2024-02-29 12:00 2024-03-01 12:00"},
+        {stamp,  1709186400, 1709208000,  4, "2024-02-29 06:00 08:00 10:00 12:00"},
         {time,   32400,     73800,        5, "09:00 12:00 15:00 18:00"},
         {time,   32400,     32420,        5, "09:00:00 09:00:05 09:00:10 09:00:15 09:00:20"},
         {time,   0,         400000,       4, "00:00 48:00 96:00"},
