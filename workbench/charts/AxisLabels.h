@@ -30,9 +30,9 @@ struct AxisLabels {
 
 /// Labels of a horizontal axis, below the line y = 0. No two overlap and none leaves the room: where one line isn't
 /// enough they are wrapped, else slanted, else upright; where even that is too dense only every so-many-th is shown.
-/// Intervals are thinned before they are cut. A text longer than the room ends in an ellipsis; where two would be alike then, all are cut in the middle. A last
-/// label that is to be kept is always among those shown. The spots stand in rising order. Of spots with extents those
-/// of the largest are shown.
+/// Intervals are thinned before they are cut. A text longer than the room ends in an ellipsis; where two would be alike
+/// then, all are cut in the middle. A last label that is to be kept is always among those shown. The spots stand in
+/// rising order. Of spots with extents those of the largest are shown.
 [[nodiscard]] AxisLabels LabelsBelow(const std::vector<AxisSpot>& spots, const LabelRoom& room, const TextStyle& style);
 
 /// Labels of a vertical axis, level and ending left of the line x = 0; thinned in the same way. Any order.

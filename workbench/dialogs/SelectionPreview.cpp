@@ -35,7 +35,8 @@ std::string SelectionOutcome::Text(std::int32_t cases) const {
     if (!Fault.empty()) {
         return Fault;
     }
-    const std::string of = std::to_string(Selected) + " of " + std::to_string(cases) + (cases == 1 ? " case" : " cases");
+    const std::string of =
+        std::to_string(Selected) + " of " + std::to_string(cases) + (cases == 1 ? " case" : " cases");
     return of + (Selected == 1 ? " is selected" : " are selected");
 }
 

@@ -135,6 +135,7 @@ tbody tr:hover > * { background-color: var(--panel); }
 @media (max-width: 30rem) {
   .page-head, .contents, main, article { padding-left: .75rem; padding-right: .75rem; }
 }
+@page sideways { size: landscape; }
 @media print {
   :root {
     --page: #ffffff; --panel: #ffffff; --ink: #000000; --soft: #444444; --line: #bbbbbb; --faint: #dddddd;
@@ -148,6 +149,13 @@ tbody tr:hover > * { background-color: var(--panel); }
   .caption, th[scope=row] { position: static; }
   .caption { max-width: 40rem; }
   td.long { min-width: 0; }
+  thead th { white-space: normal; }
+  th[scope=row] { min-width: 0; max-width: 14rem; }
+  body:has(.result thead th:nth-child(9)) { page: sideways; }
+  .result:has(thead th:nth-child(9)) :is(th, td) { padding: .2rem .3rem; font-size: 8pt; }
+  .result:has(thead th:nth-child(17)) :is(th, td) { padding: .15rem .2rem; font-size: 6.5pt; }
+  .result:has(thead th:nth-child(25)) :is(th, td) { padding: .1rem; font-size: 4.5pt; }
+  .result:has(thead th:nth-child(9)) td.share { background-image: none; }
   caption, h2, h3, thead { break-after: avoid; }
   thead { display: table-header-group; }
   tr, caption, .picture, .result, figure { break-inside: avoid; }

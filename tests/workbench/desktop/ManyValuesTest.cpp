@@ -53,8 +53,7 @@ TEST(ManyValues, TheFirstThousandAreEditedAndTheOthersKeepTheirTexts) {
         ASSERT_NE(dialog, nullptr);
         auto* values = dialog->findChild<QTableWidget*>(QStringLiteral("valueLabels"));
         EXPECT_EQ(values->rowCount(), 1000);
-        EXPECT_EQ(dialog->findChild<QLabel*>()->text(),
-                  "The first 1000 of 1200 values; the others keep their texts.");
+        EXPECT_EQ(dialog->findChild<QLabel*>()->text(), "The first 1000 of 1200 values; the others keep their texts.");
         values->item(999, 1)->setText(QStringLiteral("The last"));
         values->item(999, 2)->setText(QStringLiteral("of those that can be edited"));
         Picture(*dialog, QStringLiteral("many-values"));
