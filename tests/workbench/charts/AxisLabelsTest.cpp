@@ -68,17 +68,17 @@ TEST(AxisLabels, SomeIntervalsAreShownInFullRatherThanAllCut) {
     std::vector<AxisSpot> intervals;
     std::vector<AxisSpot> names;
     for (int i = 0; i < 9; ++i) {
-        const double at = 60.0 + i * 30.0;
+        const double at = 60.0 + i * 40.0;
         intervals.push_back({at, QStringLiteral("%1<x<=%2").arg(i * 1000.5).arg((i + 1) * 1000.5)});
         names.push_back({at, QStringLiteral("Separated %1 times").arg(i)});
     }
     intervals.back().Text = QStringLiteral("Missing");
-    const AxisLabels some = LabelsBelow(intervals, {0.0, 360.0, 36.0}, Style());
+    const AxisLabels some = LabelsBelow(intervals, {0.0, 440.0, 36.0}, Style());
     EXPECT_EQ(some.Ticks.size(), 5U);
     for (const PlacedText& text : some.Texts) {
         EXPECT_TRUE(text.Whole.isEmpty()) << text.Whole.toStdString();
     }
-    EXPECT_EQ(LabelsBelow(names, {0.0, 360.0, 36.0}, Style()).Ticks.size(), 9U);  // nothing tells what one is
+    EXPECT_EQ(LabelsBelow(names, {0.0, 440.0, 36.0}, Style()).Ticks.size(), 9U);  // nothing tells what one is
 }
 
 TEST(AxisLabels, NamesThatBeginAlikeAreCutInTheMiddle) {

@@ -75,7 +75,7 @@ TEST(FormulaHelp, OutcomesTellTheCasesOrThePlaceOfTheFault) {
         EXPECT_THAT(outcome.Text(people.Cases), testing::HasSubstr(text)) << formula;
         EXPECT_EQ(outcome.Place, place) << formula;
     }
-    EXPECT_EQ((SelectionOutcome{"", 1234567, "", {}}.Text(123456)), "1,234,567 of 123,456 cases are selected");
+    EXPECT_EQ((SelectionOutcome{"", 1234567, "", {}}.Text(123456)), "1234567 of 123456 cases are selected");
 }
 
 TEST(FormulaHelp, OnlyTheLastFormulaOfAHastyPersonIsAnswered) {
