@@ -104,7 +104,7 @@ bool IsSaidByOthers(const std::string& text) {
                                             "income, hours",
                                             "region",
                                             "region, sex, genre",
-                                            "sex = Female  1,077"};
+                                            "sex = Female  1077"};
     return told.contains(text) || text.find("survey.sav") != std::string::npos;
 }
 
