@@ -15,6 +15,7 @@ constexpr double LeftShare = 0.35;  // of the width, for labels
 constexpr double NarrowLeftShare = 0.55;  // the same where that is less than a number needs
 constexpr double NumberRoom = 90.0;  // pixels
 constexpr double BelowShare = 0.38;  // of the height, for labels
+constexpr double LowLines = 11.0;  // heights of a line: a lower area hasn't the room for what the title says too
 constexpr double NoteShare = 0.2;  // of the height, for notes below
 constexpr double LeastNoteSize = 7.0;
 constexpr double CaptionShare = 0.55;  // of the height, for the caption on the left
@@ -128,8 +129,10 @@ void ChartArea::Arrange() {
     const int left = Pixels(widths.Depth + LabelGap + CaptionRoom(leftCaption, text));
 
     setMargins(QMargins(left, top, Pixels(RightRoom), 0));
-    const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * BelowShare};
-    const QStringList belowCaption = CaptionLines(BottomAxis.Caption, text, outer.width());
+    const bool hasCaption = !BottomAxis.IsTitled || outer.height() >= LowLines * LineHeight(text);
+    const QStringList belowCaption = hasCaption ? CaptionLines(BottomAxis.Caption, text, outer.width()) : QStringList();
+    const double saved = hasCaption ? 0.0 : LineHeight(text) + CaptionGap;
+    const LabelRoom belowRoom{outer.left(), outer.right(), outer.height() * BelowShare + saved};
     const AxisLabels below = LabelsBelow(SpotsOf(BottomAxis, *Bottom(), rect().width()), belowRoom, text);
     const QStringList note = CaptionLines(Note(rect().width()), text, outer.width());
     const AxisLabels notes = ArrangedNotes(outer);

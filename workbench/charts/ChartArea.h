@@ -18,6 +18,7 @@ struct AreaAxis {
     double Unit = 1.0;  ///< what 1 on the axis stands for in round values: a power of two, for numbers beyond a plot's
     std::vector<AxisMark> Notes{};  ///< of the bottom axis: short texts between the axis and the labels
     std::vector<AxisMark> ShortNotes{};  ///< the same for less room
+    bool IsTitled = false;  ///< the title says what the caption does: low areas go without it
 };
 
 /// A plot area with an axis below and one on the left, whose labels find their own place. Labels outside the range

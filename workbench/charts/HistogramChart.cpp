@@ -65,8 +65,14 @@ AreaAxis CountAxis(const Histogram& chart) {
     return axis;
 }
 
+AreaAxis CategoriesOf(const Histogram& chart) {
+    AreaAxis axis = GivenAxis(chart.X);
+    axis.IsTitled = true;
+    return axis;
+}
+
 HistogramArea::HistogramArea(const ChartSheet& sheet, const Histogram& chart)
-    : ChartArea(sheet.Plot, sheet.Style, GivenAxis(chart.X), CountAxis(chart)),
+    : ChartArea(sheet.Plot, sheet.Style, CategoriesOf(chart), CountAxis(chart)),
       Document(sheet.Document),
       Chart(chart),
       Highest(HighestOf(chart)) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 #include <random>
+#include <utility>
 
 #include "tests/workbench/charts/Painted.h"
 #include "tests/workbench/charts/TestGraphs.h"
@@ -171,6 +172,14 @@ TEST(ChartLayout, SaysWhatIsShownAndThatNothingIs) {
     };
     for (const auto& [graph, texts] : graphs) {
         EXPECT_THAT(Painted(graph).Texts(), testing::IsSupersetOf(texts));
+    }
+}
+
+TEST(Charts, LowHistogramsLeaveTheirVariableToTheTitle) {
+    GraphDocument graph = Bars({"Female", "Male"}, {3, 1}, 5);
+    std::get<Histogram>(graph.Content).X.Caption = "only on the axis";
+    for (const auto& [size, isThere] : {std::pair(QSize(900, 600), true), std::pair(QSize(300, 180), false)}) {
+        EXPECT_EQ(std::ranges::count(Painted(graph, size).Texts(), "only on the axis"), isThere ? 1 : 0);
     }
 }
 
