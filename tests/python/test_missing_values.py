@@ -3,6 +3,7 @@
 import json
 import subprocess
 
+import openpyxl
 import pytest
 from conftest import PROGRAM, SURVEY, failure_of
 
@@ -32,6 +33,23 @@ def test_subsets_keep_them(survey, tmp_path):
             drill.cases.save(tmp_path / f"left.{ending}")
             left = quillara.open(tmp_path / f"left.{ending}", valid={"satisfaction": True})
             assert set(left.to_pandas(labels=False)["satisfaction"]) == {8.0, 9.0}
+
+
+def test_workbooks_tell_them(survey, tmp_path):
+    """Below a table of results; data have empty cells in their place, and a line says so."""
+    def run(*arguments):
+        return subprocess.run([PROGRAM, *arguments], cwd=tmp_path, check=True, capture_output=True)
+    printed = run("drill", SURVEY, "--categorical", "satisfaction", "--show", "frequencies", "--quiet").stdout.decode().splitlines()
+    run("drill", SURVEY, "--categorical", "satisfaction", "--show", "frequencies", "--output", "r.xlsx", "--quiet")
+    *_, last = openpyxl.load_workbook(tmp_path / "r.xlsx")["frequencies satisfaction"].iter_rows(values_only=True)
+    assert last[0] == printed[-1] and last[0].startswith("Missing: Refused ") and not any(last[1:])
+    assert ('The missing values of "satisfaction" (8 "Refused", 9 "No answer") become blank fields in this format; '
+            "sav and qtable keep them.") in run("convert", SURVEY, "copy.xlsx").stderr.decode().splitlines()
+    written = [row[0] for row in openpyxl.load_workbook(tmp_path / "copy.xlsx").active.iter_rows(
+        min_col=survey.names.index("satisfaction") + 1, max_col=survey.names.index("satisfaction") + 1, values_only=True)][1:]
+    back = quillara.open(tmp_path / "copy.xlsx")
+    assert written.count(None) == back.to_pandas()["satisfaction"].isna().sum() == survey.to_pandas()["satisfaction"].isna().sum() > 0
+    assert back["satisfaction"].missing_values == {}
 
 
 @pytest.mark.parametrize("valid, error", [({"satisfaction": 9}, TypeError), ({"satisfaction": []}, ValueError), (9, TypeError),

@@ -399,12 +399,15 @@ def test_parquet_is_the_same_table_as_csv(tmp_path):
             TIMESTAMPTZ '2024-01-01 10:30:00+02' AS zone, TIME '10:30:00' AS clock, (i / 4)::DECIMAL(9,2) AS money, [i, 1] AS list,
             'x'::BLOB AS raw, (i * 1.1)::FLOAT AS f, CASE WHEN i = 1 THEN 'nan'::DOUBLE ELSE i END AS n FROM range(3) t(i)""")
     done = run("convert", path, "-")
-    assert done.stderr.decode() == 'Columns of "it\'s [1].parquet" that hold bytes are left out: "raw".\n'
+    assert done.stderr.decode().splitlines() == [
+        'Columns of "it\'s [1].parquet" that hold bytes are left out: "raw".',
+        'The times of "zone" are moments whatever the time zone and are shown in UTC; the file doesn\'t say where they were taken.',
+        'Variable "clock" of "/dev/stdout": when it is read, its times of day become texts (write sav).']
     assert done.stdout.decode() == (
         '"Id, 1",third,text,even,day,moment,zone,clock,money,list,f,n\n'
-        '0,0,"é, ""0",FALSE,2024-01-31,2024-01-01,2024-01-01T08:30:00+00:00,10:30:00,0,"[0, 1]",0,0\n'
-        '1,0.3333333333333333,,TRUE,2024-02-01,2024-01-01T12:00:00,2024-01-01T08:30:00+00:00,10:30:00,0.25,"[1, 1]",1.1,\n'
-        '2,0.6666666666666666,"é, ""2",FALSE,2024-02-02,2024-01-02,2024-01-01T08:30:00+00:00,10:30:00,0.5,"[2, 1]",2.2,2\n')
+        '0,0,"é, ""0",FALSE,2024-01-31,2024-01-01T00:00:00,2024-01-01T08:30:00,10:30:00,0,"[0, 1]",0,0\n'
+        '1,0.3333333333333333,,TRUE,2024-02-01,2024-01-01T12:00:00,2024-01-01T08:30:00,10:30:00,0.25,"[1, 1]",1.1,\n'
+        '2,0.6666666666666666,"é, ""2",FALSE,2024-02-02,2024-01-02T00:00:00,2024-01-01T08:30:00,10:30:00,0.5,"[2, 1]",2.2,2\n')
     for query, text in (("SELECT 'inf'::DOUBLE AS x", "infinite number"), ("SELECT 'x'::BLOB AS x", "nothing but bytes")):
         make_parquet(duckdb_library(), tmp_path / "odd.parquet", query)
         done = run("info", tmp_path / "odd.parquet")
@@ -414,3 +417,31 @@ def test_parquet_is_the_same_table_as_csv(tmp_path):
         path.write_bytes(sound[:place])
         done = run("info", path, "--quiet")
         assert (done.returncode, done.stdout, done.stderr.count(b"\n")) == (1, b"", 1), (place, done)
+
+
+@pytest.mark.skipif(not duckdb_library(), reason="the library of DuckDB isn't there; QUILLARA_DUCKDB may name it")
+def test_moments_of_parquet_keep_their_values(tmp_path):
+    """Every unit, before 1970 too; what a moment of ours can't tell stays a text, the whole column."""
+    path = tmp_path / "moments.parquet"
+    make_parquet(duckdb_library(), path, """
+        SELECT make_timestamp(CAST((i - 500) * 12345678901234 AS BIGINT)) AS us, DATE '1969-12-31' - i::INTEGER AS day,
+            CASE WHEN i % 7 > 0 THEN TIMESTAMP_MS '1969-12-31 23:59:59.125' END AS ms, TIMESTAMP_S '2024-02-29 12:00:00' AS s,
+            TIMESTAMP_NS '1969-12-31 23:59:59.123456789' AS ns, TIME '23:59:59' AS clock, TIME '10:00:00.5' AS part,
+            CASE WHEN i = 999 THEN 'infinity'::DATE ELSE DATE '2024-01-01' END AS endless,
+            CASE WHEN i = 999 THEN TIMESTAMP '12024-01-01 00:00:00' ELSE TIMESTAMP '2024-01-01 10:00:00' END AS far,
+            NULL::TIMESTAMP AS none, TIMESTAMP '0017-10-25 10:00:00.123456' AS old FROM range(1000) t(i)""")
+    with pytest.warns(quillara.Remark, match="more decimals") as heard:
+        table = quillara.open(path)
+    assert [remark.message.code for remark in heard] == ["moments-rounded", "moments-rounded"]
+    kinds = {variable.name: variable.kind for variable in table.variables}
+    assert list(kinds.values()) == ["datetime", "date", "datetime", "datetime", "datetime", "time", "text", "text", "text", "datetime", "datetime"]
+    rows = list(csv.DictReader(io.StringIO(run("convert", path, "-", "--quiet").stdout.decode())))
+    begin = datetime.datetime(1970, 1, 1)
+    for i, row in enumerate(rows):
+        moment = begin + datetime.timedelta(microseconds=(i - 500) * 12345678901234)
+        assert datetime.datetime.fromisoformat(row["us"].ljust(26, "0") if "." in row["us"] else row["us"]) == moment, (i, row)
+        assert row["day"] == (begin - datetime.timedelta(days=i + 1)).date().isoformat()
+        assert row["ms"] == ("1969-12-31T23:59:59.125" if i % 7 else "")
+    assert (rows[999]["endless"], rows[999]["far"], rows[0]["far"]) == ("infinity", "12024-01-01", "2024-01-01T10:00:00")
+    assert rows[0]["ns"].startswith("1969-12-31T23:59:59.123456") and rows[0]["part"] == "10:00:00.5"
+    assert run("info", path, "--texts", "day", "--quiet").stdout.count(b" text ") == 4

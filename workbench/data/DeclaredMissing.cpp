@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "workbench/data/DateTimes.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/MissingReasons.h"
 #include "workbench/data/QuotedText.h"
@@ -19,8 +20,12 @@ constexpr std::string_view RangeSign = "..";
 
 /// The value that a text or a label stands for.
 std::optional<double> ValueNamed(const Variable& variable, std::string_view text) {
-    if (const std::optional<WrittenValue> written = ReadWrittenValue(text); written && written->Kind == variable.Kind) {
+    const std::optional<WrittenValue> written = ReadWrittenValue(text);
+    if (written && written->Kind == variable.Kind) {
         return written->Value;
+    }
+    if (written && written->Kind == ValueKind::Date && variable.Kind == ValueKind::DateTime) {
+        return written->Value * SecondsOfDay;  // the midnight that it begins with
     }
     const auto label =
         std::ranges::find_if(variable.Labels, [&](const auto& entry) { return entry.second.Label == text; });

@@ -278,7 +278,7 @@ class TableReading {
             told.insert(told.end(), Kept.begin(), Kept.end());
             add(RemarksOnNearNumbers(table, told));
         }
-        add(RemarksOnOddCases(table));
+        add(RemarksOnOddCases(table, NamesInFile));
         add(RemarksOnZeros(Zeros));
         RequireNumbers(table);
         add(RemarksOnLikelyMissing(table, Options.MissingValues));

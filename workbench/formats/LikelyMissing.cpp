@@ -11,6 +11,7 @@
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedText.h"
 #include "workbench/formats/NumberNotation.h"
+#include "workbench/formats/OddCases.h"
 #include "workbench/numbers/DecimalNumber.h"
 
 namespace quillara {
@@ -130,6 +131,14 @@ std::vector<std::string> OddOnesAmongNumbers(const std::vector<std::string>& tex
     return texts.size() > (numbersForEach + 1) * odd.size() - 1 ? odd : std::vector<std::string>();
 }
 
+/// Totals that become missing would count as a case all the same.
+std::string AdviceOnOdd(const std::string& variable, const std::vector<std::string>& odd, const std::string& list) {
+    const std::string missing = " the file with --missing '+" + list + "'";
+    return std::ranges::any_of(odd, IsWordOfTotals)
+               ? "Read" + missing + ", and leave the totals out with --select 'not missing([" + variable + "])'."
+               : "If that means missing data, read" + missing + ".";
+}
+
 }  // namespace
 
 std::vector<Remark> RemarksOnLikelyMissing(const DataTable& table, const std::vector<DeclaredMissing>& declared) {
@@ -162,7 +171,7 @@ std::vector<Remark> RemarksOnNearNumbers(const DataTable& table, const std::vect
             remarks.push_back({"near-numbers",
                                "The texts of " + Quoted(variable.Name) + " are numbers but for " + QuotedList(odd) +
                                    ", so that they stay texts.",
-                               "If that means missing data, read the file with --missing '+" + list + "'."});
+                               AdviceOnOdd(variable.Name, odd, list)});
         }
     }
     return remarks;

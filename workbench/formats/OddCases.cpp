@@ -26,15 +26,6 @@ bool IsMissingAt(const Variable& variable, std::size_t row) {
     return variable.IsMissing(variable.Values[row]);
 }
 
-bool IsWordOfTotals(std::string_view text) {
-    constexpr std::size_t longest = 16;
-    if (text.size() > longest) {
-        return false;
-    }
-    const std::string small = InSmallLetters(text.substr(0, text.find_last_not_of(" :.") + 1));
-    return std::ranges::find(WordsOfTotals, small) != WordsOfTotals.end();
-}
-
 std::string_view TextAt(const Variable& variable, std::size_t row) {
     return variable.Texts[static_cast<std::size_t>(variable.Values[row]) - 1];
 }
@@ -207,6 +198,44 @@ void RemarkOnNotes(const DataTable& table, RemarkList& remarks) {
          .Case = cases - 1});
 }
 
+bool AreNames(const DataTable& table, std::size_t row, const std::vector<std::string>& names) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const Variable& variable = table.Variables[i];
+        const bool isNamed = !names[i].empty();
+        if (IsMissingAt(variable, row) == isNamed || (isNamed && TextAt(variable, row) != names[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Files that were put one behind another have their names within.
+void RemarkOnNamesAgain(const DataTable& table, const std::vector<std::string>& names, RemarkList& remarks) {
+    const auto unnamed = static_cast<std::size_t>(std::ranges::count(names, std::string()));
+    const bool mayBe =
+        names.size() > unnamed + 1 &&
+        std::ranges::equal(table.Variables, names, [](const Variable& variable, const std::string& name) {
+            return name.empty() || (variable.Kind == ValueKind::Text &&
+                                    std::ranges::find(variable.Texts, name) != variable.Texts.end());
+        });
+    std::size_t found = 0;
+    std::size_t first = 0;
+    for (std::size_t row = static_cast<std::size_t>(mayBe ? table.Cases : 0); row-- > 0;) {
+        if (AreNames(table, row, names)) {
+            first = row;
+            ++found;
+        }
+    }
+    if (found > 0) {
+        remarks.push_back({.Code = "names-again",
+                           .Text = (found == 1 ? "1 case is" : std::to_string(found) + " cases are") +
+                                   " the line of names once more, the first of them case " + std::to_string(first + 1) +
+                                   ". All variables are texts for it.",
+                           .Advice = "Take these lines out of the file.",
+                           .Case = first});
+    }
+}
+
 bool IsValue(const std::string& text) {
     return ReadWrittenValue(text).has_value() || FindNotation({text}, '.').Finding != NotationFinding::None;
 }
@@ -231,8 +260,18 @@ bool IsSpoiled(const Variable& variable) {
 
 }  // namespace
 
-std::vector<Remark> RemarksOnOddCases(const DataTable& table) {
+bool IsWordOfTotals(std::string_view text) {
+    constexpr std::size_t longest = 16;
+    if (text.size() > longest) {
+        return false;
+    }
+    const std::string small = InSmallLetters(text.substr(0, text.find_last_not_of(" :.") + 1));
+    return std::ranges::find(WordsOfTotals, small) != WordsOfTotals.end();
+}
+
+std::vector<Remark> RemarksOnOddCases(const DataTable& table, const std::vector<std::string>& names) {
     RemarkList remarks;
+    RemarkOnNamesAgain(table, names, remarks);
     RemarkOnTotals(table, remarks);
     RemarkOnNotes(table, remarks);
     return remarks;

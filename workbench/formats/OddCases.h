@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/CaseBlocks.h"
@@ -9,9 +10,13 @@
 
 namespace quillara {
 
+/// Whether a text names totals: "Total", "Summe:", ...
+[[nodiscard]] bool IsWordOfTotals(std::string_view text);
+
 /// What of a table that was just read may be no case but what a sheet has beside its cases: totals of others, notes
-/// below them, rows of nothing at the end. Each remark names such a case.
-[[nodiscard]] std::vector<Remark> RemarksOnOddCases(const DataTable& table);
+/// below them, rows of nothing at the end, the line of names once more. Each remark names such a case. `names` stand
+/// in the file; none where it has none.
+[[nodiscard]] std::vector<Remark> RemarksOnOddCases(const DataTable& table, const std::vector<std::string>& names);
 
 /// The variables that would be numbers or dates but for the first case: a second line of names, or of units, does that.
 /// None where that case has a number or a date too, or where it is but one variable of a case without a gap.

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -17,6 +20,7 @@
 #include "workbench/formats/FieldRows.h"
 #include "workbench/formats/FileBytes.h"
 #include "workbench/formats/FileSignature.h"
+#include "workbench/formats/ParquetMoments.h"
 
 namespace quillara {
 namespace {
@@ -75,11 +79,13 @@ class DuckResult {
     Duck::Result Held{};
 };
 
-/// Takes the texts of one row; an empty pointer is NULL.
-using RowTaker = std::function<void(const std::vector<const Duck::Text*>& row)>;
+/// Where the values of one row lie; an empty pointer is NULL.
+using DuckRow = std::vector<const std::byte*>;
+using RowTaker = std::function<void(const DuckRow& row)>;
 
-std::string_view TextIn(const Duck::Text& text) {
+std::string_view TextIn(const std::byte* place) {
     constexpr std::uint32_t mostInPlace = 12;
+    const auto& text = *reinterpret_cast<const Duck::Text*>(place);
     return {text.Length <= mostInPlace ? text.Front : text.Whole, text.Length};
 }
 
@@ -111,21 +117,20 @@ class DuckSession {
         Require(Library.Connect(Database.Get(), Connection.Room()), nullptr);
     }
 
-    /// Gives the rows of a query whose columns are all texts.
-    void Ask(const std::string& query, std::size_t columns, const RowTaker& take) {
+    /// Gives the rows of a query whose columns have values of so many bytes.
+    void Ask(const std::string& query, const std::vector<std::size_t>& widths, const RowTaker& take) {
         DuckHandle statement(Library.DestroyPrepare);
         const Duck::State state = Library.Prepare(Connection.Get(), query.c_str(), statement.Room());
         Require(state, Library.PrepareError(statement.Get()));
         DuckResult result(Library);
         Run(statement.Get(), result);
-        std::vector<const Duck::Text*> row(columns);
         while (true) {
             DuckHandle chunk(Library.DestroyChunk);
             *chunk.Room() = Library.FetchChunk(result.Get());
             if (chunk.Get() == nullptr) {
                 return;
             }
-            TakeChunk(chunk.Get(), row, take);
+            TakeChunk(chunk.Get(), widths, take);
         }
     }
 
@@ -157,23 +162,24 @@ class DuckSession {
         Require(done, Library.ResultError(&result.Get()));
     }
 
-    void TakeChunk(Duck::Handle chunk, std::vector<const Duck::Text*>& row, const RowTaker& take) const {
-        struct TextVector {
-            const Duck::Text* Texts;
+    void TakeChunk(Duck::Handle chunk, const std::vector<std::size_t>& widths, const RowTaker& take) const {
+        struct ValueVector {
+            const std::byte* Values;
             const std::uint64_t* Validity;  // a bit each; null: all are valid
         };
-        std::vector<TextVector> vectors;
-        for (std::size_t column = 0; column < row.size(); ++column) {
+        std::vector<ValueVector> vectors;
+        for (std::size_t column = 0; column < widths.size(); ++column) {
             const Duck::Handle vector = Library.ChunkVector(chunk, column);
             vectors.push_back(
-                {static_cast<const Duck::Text*>(Library.VectorData(vector)), Library.VectorValidity(vector)});
+                {static_cast<const std::byte*>(Library.VectorData(vector)), Library.VectorValidity(vector)});
         }
+        DuckRow row(widths.size());
         const Duck::Index rows = Library.ChunkSize(chunk);
         for (Duck::Index i = 0; i < rows; ++i) {
             for (std::size_t column = 0; column < row.size(); ++column) {
-                const auto& [texts, validity] = vectors[column];
+                const auto& [values, validity] = vectors[column];
                 const bool isValid = validity == nullptr || (validity[i / 64] >> i % 64 & 1U) != 0;
-                row[column] = isValid ? &texts[i] : nullptr;
+                row[column] = isValid ? values + i * widths[column] : nullptr;
             }
             take(row);
         }
@@ -189,6 +195,7 @@ class DuckSession {
 struct ParquetColumn {
     std::string Name;
     std::string Type;  // as SQL calls it
+    const MomentType* Moments = nullptr;  // how they lie in memory; null: its values are read as texts
 
     [[nodiscard]] bool HoldsBytes() const { return Type == "BLOB"; }
     [[nodiscard]] bool IsFloating() const { return Type == "DOUBLE" || Type == "FLOAT"; }
@@ -200,9 +207,9 @@ std::string SourceInQuery(const std::string& path) {
 
 std::vector<ParquetColumn> ColumnsOf(DuckSession& session, const std::string& path) {
     std::vector<ParquetColumn> columns;
-    session.Ask("SELECT column_name, column_type FROM (DESCRIBE SELECT * FROM " + SourceInQuery(path) + ")", 2,
-                [&](const std::vector<const Duck::Text*>& row) {
-                    columns.push_back({std::string(TextIn(*row[0])), std::string(TextIn(*row[1]))});
+    session.Ask("SELECT column_name, column_type FROM (DESCRIBE SELECT * FROM " + SourceInQuery(path) + ")",
+                {sizeof(Duck::Text), sizeof(Duck::Text)}, [&](const DuckRow& row) {
+                    columns.push_back({std::string(TextIn(row[0])), std::string(TextIn(row[1]))});
                 });
     return columns;
 }
@@ -223,18 +230,18 @@ std::string TextOfColumn(const ParquetColumn& column, const std::string& name) {
     return text;
 }
 
-/// The query for the texts of all columns but those of bytes; by their places, whatever their names are.
+/// The query for the values of all columns but those of bytes; by their places, whatever their names are.
 std::string QueryFor(const std::vector<ParquetColumn>& columns, const std::string& path) {
-    std::string texts;
+    std::string values;
     std::string names;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const std::string name = "c" + std::to_string(i);
         names += (i == 0 ? "" : ", ") + name;
         if (!columns[i].HoldsBytes()) {
-            texts += (texts.empty() ? "" : ", ") + TextOfColumn(columns[i], name);
+            values += (values.empty() ? "" : ", ") + (columns[i].Moments ? name : TextOfColumn(columns[i], name));
         }
     }
-    return "SELECT " + texts + " FROM " + SourceInQuery(path) + " AS t(" + names + ")";
+    return "SELECT " + values + " FROM " + SourceInQuery(path) + " AS t(" + names + ")";
 }
 
 std::vector<ParquetColumn> WithoutBytes(const std::vector<ParquetColumn>& columns, const std::string& path,
@@ -254,28 +261,99 @@ std::vector<ParquetColumn> WithoutBytes(const std::vector<ParquetColumn>& column
     return kept;
 }
 
-std::string TextOfParquet(const std::string& path, const ReadOptions& options, WorkMonitor& monitor) {
-    DuckSession session(path, options, monitor);
-    const std::vector<ParquetColumn> all = ColumnsOf(session, path);
-    const std::vector<ParquetColumn> columns = WithoutBytes(all, path, options);
-    FieldRows rows(path, monitor);
-    for (const ParquetColumn& column : columns) {
-        rows.Add(column.Name);
+/// What the columns hold: the texts of all, as FieldRows has them, with 1 in place of each moment; and the moments.
+struct ParquetContent {
+    std::string Text;
+    std::vector<std::optional<MomentColumn>> Moments;  // by column
+};
+
+class ParquetReading {
+  public:
+    ParquetReading(const std::string& path, const ReadOptions& options, WorkMonitor& monitor)
+        : Path(path),
+          Options(options),
+          Monitor(monitor),
+          Session(path, options, monitor),
+          All(ColumnsOf(Session, path)) {
+        for (ParquetColumn& column : All) {
+            const bool isText = std::ranges::find(Options.Texts, column.Name) != Options.Texts.end();
+            column.Moments = isText ? nullptr : FindMomentType(column.Type);
+        }
     }
-    rows.EndRow();
-    session.Ask(QueryFor(all, path), columns.size(), [&](const std::vector<const Duck::Text*>& row) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            const std::string_view text = row[i] == nullptr ? std::string_view() : TextIn(*row[i]);
-            if (columns[i].IsFloating() && text.ends_with("inf")) {
-                rows.AddNumber(std::numeric_limits<double>::infinity());
-            } else {
-                rows.Add(text);
+
+    [[nodiscard]] DataTable Read() {
+        Columns = WithoutBytes(All, Path, Options);
+        ParquetContent content = ReadContent();
+        DataTable table = TableOfDatabase(std::move(content.Text), Path, Options, Monitor);
+        for (std::size_t i = 0; i < Columns.size(); ++i) {
+            if (content.Moments[i]) {
+                const std::optional<Remark> remark = content.Moments[i]->RemarkOn(table.Variables[i].Name);
+                content.Moments[i]->Take(table.Variables[i]);
+                if (remark && Options.Noticed) {
+                    Options.Noticed(*remark);
+                }
             }
         }
+        return table;
+    }
+
+  private:
+    /// A column with a moment that none of our kinds can tell is read again as texts.
+    [[nodiscard]] ParquetContent ReadContent() {
+        while (true) {
+            std::vector<bool> isOdd(Columns.size());
+            ParquetContent content = TryContent(isOdd);
+            if (std::ranges::find(isOdd, true) == isOdd.end()) {
+                return content;
+            }
+            for (std::size_t i = 0; i < Columns.size(); ++i) {
+                Columns[i].Moments = isOdd[i] ? nullptr : Columns[i].Moments;
+                std::ranges::find(All, Columns[i].Name, &ParquetColumn::Name)->Moments = Columns[i].Moments;
+            }
+        }
+    }
+
+    [[nodiscard]] ParquetContent TryContent(std::vector<bool>& isOdd) {
+        ParquetContent content;
+        FieldRows rows(Path, Monitor);
+        std::vector<std::size_t> widths;
+        for (const ParquetColumn& column : Columns) {
+            rows.Add(column.Name);
+            content.Moments.emplace_back(column.Moments ? std::optional(MomentColumn(*column.Moments)) : std::nullopt);
+            widths.push_back(column.Moments ? column.Moments->Bytes : sizeof(Duck::Text));
+        }
         rows.EndRow();
-    });
-    return rows.Take();
-}
+        Session.Ask(QueryFor(All, Path), widths, [&](const DuckRow& row) {
+            for (std::size_t i = 0; i < row.size(); ++i) {
+                if (!content.Moments[i]) {
+                    AddText(rows, Columns[i], row[i]);
+                    continue;
+                }
+                isOdd[i] = !content.Moments[i]->Append(row[i]) || isOdd[i];
+                rows.Add(row[i] == nullptr ? "" : "1");
+            }
+            rows.EndRow();
+        });
+        content.Text = rows.Take();
+        return content;
+    }
+
+    static void AddText(FieldRows& rows, const ParquetColumn& column, const std::byte* place) {
+        const std::string_view text = place == nullptr ? std::string_view() : TextIn(place);
+        if (column.IsFloating() && text.ends_with("inf")) {
+            rows.AddNumber(std::numeric_limits<double>::infinity());
+        } else {
+            rows.Add(text);
+        }
+    }
+
+    const std::string& Path;
+    const ReadOptions& Options;
+    WorkMonitor& Monitor;
+    DuckSession Session;
+    std::vector<ParquetColumn> All;
+    std::vector<ParquetColumn> Columns;  // without those of bytes
+};
 
 }  // namespace
 
@@ -285,7 +363,7 @@ DataTable ReadParquet(const std::string& path, const ReadOptions& options) {
     if (FileContentOf(ReadBytes(path, monitor, SignatureLength), "").Extension != "parquet") {
         throw DataError("\"" + path + "\" is no Parquet file.");
     }
-    DataTable table = TableOfDatabase(TextOfParquet(path, options, monitor), path, options, monitor);
+    DataTable table = ParquetReading(path, options, monitor).Read();
     table.FileName = NameOfFile(path);
     return table;
 }

@@ -139,6 +139,10 @@ TEST(FieldNotations, CasesThatMayBeNoneAreTold) {
         {rows + "Total,9,12\n,,\nSource: us,,\n", "totals-row 3 [g] <> \"Total\"; notes-below 5 not missing([a])"},
         {rows + "Sourdough,,\n", ""},
         {rows + "* estimated,,\n1) so,,\n", "notes-below 4 not missing([a])"},
+        {rows + "g,a,b\nx,7,8\ng,a,b\n", "names-again 3 -"},
+        {"g,h,\ni,j,\ng,h,\n", "names-again 1 -"},
+        {"g,\ni,\ng,\n", ""},
+        {rows + "g,a,c\n", ""},
         {rows + ",,\n,,\n", "cases-empty 4 not missing([g])"},
         {"g,a\nTotal,1\nx,2\nTotal,3\nx,4\n", "totals-row 0 [g] <> \"Total\""},
         {"g,a\nTotal,1\nTotal,3\n", ""},
@@ -212,9 +216,12 @@ TEST(FieldNotations, ValuesAreDeclaredMissingOrLookSo) {
     }
     EXPECT_EQ(ReadWithRemarks(rates, {}).second, "");
     EXPECT_EQ(ReadWithRemarks(rates + "9,5%\tx\n", {}).second, "near-numbers");
+    EXPECT_EQ(ReadWithRemarks(ages + "total;5;x\n", {}).second, "near-numbers totals-row");
     EXPECT_EQ(Read("a;b;c\n1;x;2024-01-01\n98;y;2024-01-02\n99;z;9999-12-31\n;z;\n",
                    {.MissingValues = {{"a", {"98..99"}}, {"b", {"z", "y"}}, {"c", {"9999-12-31"}}}}),
               "a N 1 - - -; b T x - - -; c D 2024-01-01 2024-01-02 - -");
+    EXPECT_EQ(Read("a;b\n9999-12-31;x\n2024-01-01T10:00;y\n", {.MissingValues = {{"a", {"9999-12-31"}}}}),
+              "a M - 2024-01-01 10:00:00; b T x y");
     EXPECT_EQ(Read("a;b\n1;x\n", {.MissingValues = {{"a", {"x"}}}}),
               "\"x\" is no value of the variable \"a\"; missing values are given as 99, 97..99 or with a label.");
 }
