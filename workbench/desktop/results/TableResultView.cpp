@@ -8,6 +8,9 @@
 #include <QMimeData>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <functional>
+#include <numeric>
 #include <set>
 
 #include "workbench/desktop/results/CountBarDelegate.h"
@@ -58,6 +61,18 @@ TablePart SelectedPart(const QItemSelectionModel& selection, const ShownTable& w
         return AllOf(words);
     }
     return {{rows.begin(), rows.end()}, {columns.begin(), columns.end()}};
+}
+
+/// The rows whose texts in a column are the longest, so many at most.
+std::vector<int> LongestRows(const ShownTable& words, std::size_t column, std::size_t count) {
+    std::vector<int> rows(words.Rows.size());
+    std::iota(rows.begin(), rows.end(), 0);
+    const auto last = rows.begin() + static_cast<std::ptrdiff_t>(std::min(count, rows.size()));
+    std::ranges::partial_sort(rows, last, std::ranges::greater(), [&](int row) {
+        return words.Rows[static_cast<std::size_t>(row)].Cells[column].Text.size();
+    });
+    rows.erase(last, rows.end());
+    return rows;
 }
 
 }  // namespace
@@ -140,15 +155,27 @@ void TableResultView::ShowTitle() {
     setAccessibleName(QString::fromStdString(words.Title));
 }
 
+/// That of its heading or its widest text, which is among the longest; to lay out each of hundreds of rows takes longer
+/// than to paint the window.
+int TableResultView::WidthOf(int column) const {
+    constexpr std::size_t measured = 40;
+    QStyleOptionViewItem option;
+    option.initFrom(Table);
+    option.widget = Table;
+    int width = Table->horizontalHeader()->sectionSizeHint(column);
+    for (const int row : LongestRows(Rows->Words(), static_cast<std::size_t>(column), measured)) {
+        width = std::max(width, Painter->sizeHint(option, Rows->index(row, column)).width());
+    }
+    return width;
+}
+
 /// The user's widths stay, but no number is cut.
 void TableResultView::WidenColumns() {
-    Table->setUpdatesEnabled(false);
     for (int column = 0; column < Rows->columnCount(); ++column) {
-        const int before = Table->columnWidth(column);
-        Table->resizeColumnToContents(column);
-        Table->setColumnWidth(column, std::max(before, Table->columnWidth(column)));
+        if (const int width = WidthOf(column); width > Table->columnWidth(column)) {
+            Table->setColumnWidth(column, width);
+        }
     }
-    Table->setUpdatesEnabled(true);
 }
 
 /// Long names of rows leave room for what is said of them.

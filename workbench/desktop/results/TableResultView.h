@@ -34,6 +34,7 @@ class TableResultView : public DocumentView {
     void SetUpTable();
     void ShowTitle();
     [[nodiscard]] std::vector<std::string> CaptionLines() const;
+    [[nodiscard]] int WidthOf(int column) const;
     void WidenColumns();
 
     ResultTableModel* Rows;
