@@ -87,6 +87,8 @@ std::int64_t BrushDown(CDefineTask& task) {
 
 }  // namespace
 
+// Intended: the graph comes before the page is stored, unlike the results of the drill variables, which store it first;
+// the bars of the first cycle go by the page and its graph by what was stored before. Hosts store the page first.
 std::int64_t Brush(CDefineTask& task) {
     int item = -1;
     int action = -1;

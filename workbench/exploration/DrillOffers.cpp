@@ -12,8 +12,13 @@
 namespace quillara {
 namespace {
 
+/// Picking bars is left for what is taken.
+bool IsBarred(const Exploration& exploration) {
+    return exploration.IsBusy() && !exploration.IsPicking();
+}
+
 OfferBar BarOf(Exploration& exploration, const PlacedVariable& variable) {
-    if (exploration.IsBusy()) {
+    if (IsBarred(exploration)) {
         return OfferBar::Busy;
     }
     if (exploration.CanGoUp(variable.Name)) {
@@ -39,7 +44,7 @@ DrillOffer DownOn(Exploration& exploration, const PlacedVariable& variable) {
 
 DrillOffer UpOn(const Exploration& exploration, const std::string& variable) {
     DrillOffer offer{OfferKind::Up, variable};
-    offer.BarredBy = exploration.IsBusy() ? OfferBar::Busy : OfferBar::None;
+    offer.BarredBy = IsBarred(exploration) ? OfferBar::Busy : OfferBar::None;
     return offer;
 }
 

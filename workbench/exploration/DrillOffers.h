@@ -27,7 +27,7 @@ enum class OfferKind : std::uint8_t {
 /// Why an offer can't be taken.
 enum class OfferBar : std::uint8_t {
     None,
-    Busy,  ///< a command runs
+    Busy,  ///< a command runs, other than the picking of bars
     HasStep,  ///< the variable has been drilled on: its step can be undone
     NoDrillVariable,  ///< it isn't among the drill variables
     NoCases,  ///< the category is empty

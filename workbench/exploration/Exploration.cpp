@@ -7,12 +7,11 @@
 #include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/data/QuotedText.h"
-#include "workbench/dialogs/VariableListsDialog.h"
+#include "workbench/exploration/StartupClicks.h"
 #include "workbench/hosting/RemainingCases.h"
 #include "workbench/hosting/StepHistory.h"
 #include "workbench/hosting/TableInUse.h"
 #include "workbench/hosting/WindowCalls.h"
-#include "workbench/scripting/CategoryLookup.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -122,11 +121,11 @@ void Exploration::Use(Window& window, const std::function<void(Window&)>& action
 }
 
 void Exploration::Press(int id) {
-    Act([&] { Startup().Click(id); });
+    Act([&] { ClickInStartup(Document, id); });
 }
 
 void Exploration::Press(int id, const Answer& answer) {
-    Act([&] { Startup().Click(id); }, &answer);
+    Act([&] { ClickInStartup(Document, id); }, &answer);
     if (std::exchange(NextAnswer, nullptr) != nullptr) {
         throw DataError(NoMemory);  // the dialog hasn't been opened
     }
@@ -163,7 +162,7 @@ void Exploration::Act(const std::function<void()>& action, const Answer* answer)
         LacksMemory = false;
         action();
         Document.RunMessages();
-        SelectAnyRow();
+        SelectCurrentRow();
     }
     Document.RunMessages();  // lets closed windows go now that nothing runs
     if (HasEnded()) {
@@ -173,17 +172,6 @@ void Exploration::Act(const std::function<void()>& action, const Answer* answer)
     Listener.Changed();
     if (LacksMemory) {
         throw DataError(NoMemory);
-    }
-}
-
-/// A list that has been filled anew has no selected row; the commands that go by one would have no effect.
-void Exploration::SelectAnyRow() {
-    Window* startup = Document.StartupWindow();
-    for (const int list : {DrillDownListControl, DrillUpListControl}) {
-        if (startup != nullptr && startup->At(list).Selected < 0 && !startup->At(list).Rows.empty()) {
-            startup->ClickRow(list, 0);
-            Document.RunMessages();
-        }
     }
 }
 
@@ -217,18 +205,18 @@ bool Exploration::WorkAgain(Window& dialog) {
 
 bool Exploration::Pick(BrushingRun& run) {
     TellDocuments();
-    if (Again != nullptr) {
-        return PickAgain(run);
+    if (Again == nullptr) {
+        Listener.Changed();
     }
-    Listener.Changed();
-    const bool isPicked = Listener.Pick(run);
+    const Holding picks(Picks, true);
+    const bool isPicked = Again != nullptr ? PickAgain(run) : Listener.Pick(run);
     if (!isPicked) {
         Recorder.Note({JournalEntry::NoDialog, {LeaveCall, {}}});
     }
     return isPicked;
 }
 
-/// Documents may have been closed meanwhile.
+/// Documents may have been closed meanwhile. A session that was kept while bars were picked ends there: that is left.
 bool Exploration::PickAgain(BrushingRun& run) {
     while (!Again->empty() && Again->front().Call.Name == JournalEntry::CloseCall) {
         const JournalEntry& entry = Again->front();
@@ -286,42 +274,6 @@ int Exploration::RowOf(int list, const std::string& variable) {
     };
     const auto row = std::ranges::find_if(rows, names);
     return row == rows.end() ? -1 : static_cast<int>(row - rows.begin());
-}
-
-bool Exploration::CanGoDown(const std::string& variable) {
-    return RowOf(DrillDownListControl, variable) >= 0;
-}
-
-bool Exploration::CanGoUp(const std::string& variable) {
-    return RowOf(DrillUpListControl, variable) >= 0;
-}
-
-void Exploration::ChooseDrillVariables(const VariableLists& variables) {
-    Press(DrillVariablesButton,
-          [&](Window& dialog) { ChooseVariables(dialog, variables.Categorical, variables.Continuous); });
-}
-
-void Exploration::Down(const std::string& variable, const RowChooser& chooseRow) {
-    const int row = RowOf(DrillDownListControl, variable);
-    if (row < 0) {
-        throw ImpossibleStep("The variable " + Quoted(variable) + " isn't among those that can be drilled on.");
-    }
-    const Variable& chosen = Table().Variables[Table().IndexOf(variable)];
-    ClickRow(DrillDownListControl, row);
-    Press(DownButton, [&](Window& dialog) { AnswerWithCategory(dialog, chosen, chooseRow); });
-}
-
-void Exploration::Down(const std::string& variable, const std::string& category) {
-    Down(variable, [&](const CategoryList& list) { return FindCategory(list, category); });
-}
-
-void Exploration::Up(const std::string& variable) {
-    const int row = RowOf(DrillUpListControl, variable);
-    if (row < 0) {
-        throw ImpossibleStep("There is no step on the variable " + Quoted(variable) + " to undo.");
-    }
-    ClickRow(DrillUpListControl, row);
-    Press(UpButton);
 }
 
 }  // namespace quillara

@@ -28,8 +28,9 @@ class SettingsStore;
 /// One drill-down analysis of a table, as a person works with it: its startup dialog is open from the start to the end.
 /// Whatever is done is done in that window, or in one that it has opened; the operations below press its buttons too.
 /// While a command runs no other can begin, and none once the dialog has been left: operations throw UsageError then.
-/// One for which memory was lacking ends in a DataError. A list of drill variables in which no row is selected after a
-/// command gets its first one selected, as by a click. From one thread only.
+/// One for which memory was lacking ends in a DataError. In a list of drill variables in which no row is selected after
+/// a command the row of the variable that the analysis goes by is selected, as by a click, or the first one where it
+/// goes by none. From one thread only.
 class Exploration final : public DialogActions {
   public:
     /// `listener` and `settings` outlive it; `opening` is how a recorded script begins. Throws DataError when the
@@ -45,6 +46,8 @@ class Exploration final : public DialogActions {
     /// Whether the startup dialog has been left: nothing more can be done.
     [[nodiscard]] bool HasEnded() { return Document.StartupWindow() == nullptr; }
     [[nodiscard]] bool IsBusy() const { return Running || !Modal.empty(); }
+    /// Whether the command that runs is at the picking of bars, which can be left for another.
+    [[nodiscard]] bool IsPicking() const { return Picks; }
     /// The table as it is now; the startup dialog can open another.
     [[nodiscard]] const DataTable& Table() const { return Document.Table(); }
     /// The same, for who keeps it beyond the exploration.
@@ -76,6 +79,9 @@ class Exploration final : public DialogActions {
 
     [[nodiscard]] bool CanGoDown(const std::string& variable);
     [[nodiscard]] bool CanGoUp(const std::string& variable);
+    /// The variable that the analysis goes by in one of the two lists: brushing, and a step that it undoes, are about
+    /// it. Empty: there is none.
+    [[nodiscard]] std::string CurrentVariable(int list);
     /// The variable of a row of one of the two lists; empty when there is no such row.
     [[nodiscard]] std::string VariableAt(int list, int row);
     /// Puts just these variables into the lists of drill variables; they aren't empty.
@@ -110,7 +116,7 @@ class Exploration final : public DialogActions {
     AnalysisServices Services(SettingsStore* settings);
     void DemandOpen();
     void Act(const std::function<void()>& action, const Answer* answer = nullptr);
-    void SelectAnyRow();
+    void SelectCurrentRow();
     bool WorkIn(Window& dialog);
     bool WorkAgain(Window& dialog);
     bool Pick(BrushingRun& run);
@@ -138,6 +144,7 @@ class Exploration final : public DialogActions {
     const Answer* NextAnswer = nullptr;  // to the next modal dialog of the action that runs; null: the user answers
     std::span<const JournalEntry>* Again = nullptr;  // what is still to be done again; null: nothing is
     bool Running = false;
+    bool Picks = false;
     bool LacksMemory = false;
 };
 

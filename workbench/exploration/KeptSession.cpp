@@ -63,7 +63,9 @@ KeptSession SessionOf(Exploration& exploration, const std::string& file) {
     for (const CountedPointer<ResultDocument>& document : exploration.Documents()) {
         session.Documents.push_back(document->Name());
     }
-    session.Script = exploration.Recording().Text();
+    if (!exploration.IsBusy()) {
+        session.Script = exploration.Recording().Text();  // the lines of a command come when it is done
+    }
     session.Entries = exploration.Recording().Entries();
     return session;
 }

@@ -16,12 +16,12 @@ struct KeptSession {
     std::string File;  ///< that it has begun with
     std::string State;  ///< the steps in force, for people
     std::vector<std::string> Documents;  ///< names of those that stand in windows
-    std::string Script;  ///< the recorded script up to now
+    std::string Script;  ///< the recorded script up to now; empty while bars are picked
     std::vector<JournalEntry> Entries;  ///< what leads there
     WindowArrangement Windows{};  ///< of the documents
 };
 
-/// An exploration of a file as it is now. Not while a command runs.
+/// An exploration of a file as it is now. Not while a command runs, but while bars are picked.
 [[nodiscard]] KeptSession SessionOf(Exploration& exploration, const std::string& file);
 
 /// As a JSON text, and back. Throws DataError when a text is no session.

@@ -7,15 +7,22 @@
 #include <QApplication>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include "resources/ControlIds.h"
 #include "tests/workbench/desktop/DialogTesting.h"
 #include "workbench/desktop/brushing/BrushingBar.h"
+#include "workbench/desktop/data/CaseGridModel.h"
+#include "workbench/desktop/data/CaseGridView.h"
 #include "workbench/desktop/dialogs/ElidedLabel.h"
+#include "workbench/desktop/results/DrillMenu.h"
+#include "workbench/desktop/scripts/ScriptPanels.h"
+#include "workbench/desktop/scripts/ScriptView.h"
 #include "workbench/desktop/window/StepBar.h"
 #include "workbench/desktop/window/Workspace.h"
+#include "workbench/exploration/DrillOffers.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -66,6 +73,56 @@ TEST_F(BrushingWindow, AnyOtherCommandEndsItAndIsDone) {
     EXPECT_THAT(Survey.Said, testing::IsEmpty());
     Brush([&] { EXPECT_FALSE(Survey.Main.close()); });
     EXPECT_FALSE(Survey.Main.isVisible());
+}
+
+TEST_F(BrushingWindow, DrillUpUndoesTheStepThatTheAnalysisGoesBy) {
+    const auto key = [&](Qt::Key pressed) { QTest::keyClick(QApplication::focusWidget(), pressed); };
+    const auto tip = [&] { return Area().findChild<BrushingBar*>()->Button(1)->toolTip().toStdString(); };
+    const auto steps = [&] {
+        std::vector<std::string> variables;
+        for (const StepTaken& step : Model().Present()->Steps()) {
+            variables.push_back(step.Variable);
+        }
+        return variables;
+    };
+    Model().Do([](Exploration& exploration) { exploration.Down("sex", "Female"); });
+    Brush([&] {
+        QTimer::singleShot(0, [&] {
+            EXPECT_EQ(tip(), "Undoes the step sex = Female (U)");
+            EXPECT_EQ(steps().size(), 2U);
+            QTimer::singleShot(0, [&] { key(Qt::Key_Escape); });
+            key(Qt::Key_U);
+        });
+        key(Qt::Key_Return);
+    });
+    ASSERT_EQ(steps().size(), 1U);
+    EXPECT_NE(steps().front(), "sex");
+}
+
+TEST_F(BrushingWindow, MenusOfPlacesScriptsAndCasesGoOnMeanwhile) {
+    auto& scripts = Survey.Main.findChild<ScriptPanels*>()->Script();
+    auto& grid = *Survey.Main.findChild<CaseGridView*>();
+    Model().Do([](Exploration& exploration) { exploration.Down("sex", "Female"); });
+    scripts.Record();
+    Brush([&] {
+        grid.show();
+        for (QWidget* around = &grid; around != &Survey.Main; around = around->parentWidget()) {
+            around->show();
+        }
+        EXPECT_TRUE(grid.Model().HasMarks());
+        QTimer::singleShot(0, [&] { scripts.StopRecording(); });
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_FALSE(scripts.IsRecording());
+    EXPECT_TRUE(scripts.Text().contains(QStringLiteral("brush")));
+    Brush([&] {
+        QMenu menu;
+        AddDrillOffers(menu, Model(), OffersAtRow(*Model().Present(), DrillUpListControl, 0));
+        ASSERT_TRUE(menu.actions().front()->isEnabled());
+        menu.actions().front()->trigger();
+    });
+    EXPECT_EQ(Model().Present()->Steps().size(), 1U);
+    EXPECT_THAT(Survey.Said, testing::IsEmpty());
 }
 
 TEST_F(BrushingWindow, TheGraphStandsInFrontOfTilesAndHasTheKeysOfTheWindow) {

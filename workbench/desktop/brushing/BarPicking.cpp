@@ -46,9 +46,13 @@ BrushingBar* BarAbove(ChartResultView& view) {
 
 }  // namespace
 
-BarPicking::BarPicking(BrushingRun& run, ChartResultView& view, bool hasStep)
-    : Picked(run), Canvas(&view.Canvas()), Options(BarAbove(view)), Choices(run.Regions), HasStep(hasStep) {
-    Options->Offer(run.Options);
+BarPicking::BarPicking(BrushingRun& run, ChartResultView& view, const QString& stepUp, bool isAnalysisToStepUp)
+    : Picked(run),
+      Canvas(&view.Canvas()),
+      Options(BarAbove(view)),
+      Choices(run.Regions),
+      IsAnalysisToStepUp(isAnalysisToStepUp) {
+    Options->Offer(run.Options, stepUp);
     Options->show();
     connect(Options, &BrushingBar::optionTaken, this, &BarPicking::Take);
     connect(Options, &BrushingBar::left, this, &BarPicking::Leave);
@@ -81,10 +85,10 @@ void BarPicking::End(bool isPicked) {
     Loop.quit();
 }
 
-/// An option beyond the first is about no bar. Steps taken by bars leave none selected in the list of steps, and
-/// without one the analysis would undo none.
+/// An option beyond the first is about no bar. Before the first step of the list of steps has been selected, as when
+/// bars alone have taken them, the analysis goes by none and would undo none.
 void BarPicking::Take(int option) {
-    if (option == DrillUpOption && !HasStep) {
+    if (option == DrillUpOption && !IsAnalysisToStepUp) {
         LeftForStepUp = true;
         return Leave();
     }

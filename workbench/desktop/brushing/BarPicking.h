@@ -21,16 +21,16 @@ class BarPicking : public QObject {
     Q_OBJECT
 
   public:
-    /// Both outlive it, but for a window that is closed. `hasStep`: a step is selected in the list of steps, which the
-    /// option to drill up undoes.
-    BarPicking(BrushingRun& run, ChartResultView& view, bool hasStep);
+    /// Both outlive it, but for a window that is closed. `stepUp` is for people what the option to drill up does;
+    /// `isAnalysisToStepUp`: the analysis goes by a step, which it undoes itself.
+    BarPicking(BrushingRun& run, ChartResultView& view, const QString& stepUp, bool isAnalysisToStepUp);
     ~BarPicking() override;
 
     /// Lets the user pick, and returns when that has been done. False: the user has left.
     bool Run();
     /// Ends it without a pick.
     void Leave();
-    /// The user wants to drill up while no step is selected: it has been left for that.
+    /// The user wants to drill up while the analysis goes by no step: it has been left for that.
     [[nodiscard]] bool IsLeftForStepUp() const { return LeftForStepUp; }
     [[nodiscard]] BrushedBars& Bars() { return Choices; }
 
@@ -52,7 +52,7 @@ class BarPicking : public QObject {
     QPointer<BrushingBar> Options;
     BrushedBars Choices;
     QEventLoop Loop;
-    const bool HasStep;
+    const bool IsAnalysisToStepUp;
     bool LeftForStepUp = false;
     bool IsPicked = false;
 };

@@ -29,11 +29,11 @@ BrushingBar::BrushingBar(QWidget* parent)
     Tell({});
 }
 
-void BrushingBar::Offer(const std::vector<std::string>& options) {
+void BrushingBar::Offer(const std::vector<std::string>& options, const QString& stepUp) {
     qDeleteAll(Buttons);
     Buttons.clear();
     const std::vector<QString> tips = {tr("Keeps the cases of the bar that is lit (Enter, or a click on a bar)"),
-                                       tr("Undoes the step that is selected in the list of steps (U)")};
+                                       stepUp};
     for (std::size_t i = 0; i < options.size(); ++i) {
         const ControlCaption caption = ResourceCaption(options[i]);
         auto* button = new QPushButton(MarkIcon(caption.Mark), QString::fromStdString(caption.Text), this);

@@ -18,8 +18,8 @@ class BrushingBar : public QFrame {
   public:
     explicit BrushingBar(QWidget* parent);
 
-    /// Offers these options, captions as of a resource.
-    void Offer(const std::vector<std::string>& options);
+    /// Offers these options, captions as of a resource; `stepUp` says what the second does.
+    void Offer(const std::vector<std::string>& options, const QString& stepUp);
     /// Says which bar is lit; the first option, which is done with it, needs one.
     void Tell(const QString& bar);
     [[nodiscard]] QPushButton* Button(std::size_t option) const {

@@ -181,7 +181,7 @@ void CaseGridView::Refresh() {
 void CaseGridView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     Filter->setVisible(Explored != nullptr);
-    if (Explored != nullptr && !Explored->IsBusy()) {
+    if (Explored != nullptr && (!Explored->IsBusy() || Explored->IsPicking())) {
         Refresh();
     }
 }

@@ -213,7 +213,7 @@ void DialogView::Do(const std::function<void(Window&)>& action) {
 }
 
 void DialogView::Click(int id) {
-    Do([id](Window& window) { window.Click(id); });
+    Do([this, id](Window& window) { ClickIn ? ClickIn(window, id) : window.Click(id); });
 }
 
 void DialogView::ChooseRow(int id, int row) {

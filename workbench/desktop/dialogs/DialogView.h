@@ -28,6 +28,8 @@ class DialogView : public QWidget {
 
     /// The window outlives the view, or is taken away by Detach.
     DialogView(Window& window, Act act, QWidget* parent = nullptr);
+    /// How a button of the window is clicked; otherwise by Window::Click.
+    void SetClick(std::function<void(Window&, int)> click) { ClickIn = std::move(click); }
 
     /// Shows the state of the window's controls.
     virtual void Refresh();
@@ -86,6 +88,7 @@ class DialogView : public QWidget {
 
     Window* Shown;
     Act ActIn;
+    std::function<void(Window&, int)> ClickIn;
     std::vector<Page> Pages;  // the dialog itself first
     std::vector<PlacedWidget> Made;
     std::multimap<int, QWidget*> Widgets;  // by control

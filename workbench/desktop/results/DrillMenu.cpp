@@ -57,8 +57,10 @@ void AddDrillOffers(QMenu& menu, ExplorationModel& model, const std::vector<Dril
         const QString text = DrillMenuTexts::TextOf(offer);
         QAction* action = menu.addAction(reason.isEmpty() ? text : text + QStringLiteral(" (") + reason + u')');
         action->setEnabled(offer.CanBeTaken());
-        QObject::connect(action, &QAction::triggered, &model,
-                         [&model, offer] { model.Do([&](Exploration& present) { TakeOffer(present, offer); }); });
+        QObject::connect(action, &QAction::triggered, &model, [&model, offer] {
+            const auto take = [offer](Exploration& present) { TakeOffer(present, offer); };
+            model.DoNext([&model, take] { model.Do(take); });
+        });
     }
 }
 

@@ -95,7 +95,10 @@ ScriptView::ScriptView(ExplorationModel& model, QWidget* parent)
     layout->addWidget(MakeBar());
     layout->addWidget(parts);
     connect(Script, &QPlainTextEdit::textChanged, this, &ScriptView::ShowState);
-    connect(&model, &ExplorationModel::replaced, this, &ScriptView::StopRecording);
+    connect(&model, &ExplorationModel::replaced, this, [this] {
+        Recording = false;  // of the exploration that has gone
+        ShowState();
+    });
     connect(&model, &ExplorationModel::changed, this, &ScriptView::Follow);
     connect(Runner, &QProcess::readyReadStandardOutput, this,
             [this] { Print(Runner->readAllStandardOutput(), false); });
@@ -154,8 +157,24 @@ QString ScriptView::Output() const {
     return Printed->toPlainText();
 }
 
+/// While bars are picked the user is taken to want to leave that, as with the menus; any other command that runs has
+/// to end first.
+void ScriptView::DoNext(void (ScriptView::*action)()) {
+    Model.DoNext([this, action] {
+        if (Model.IsBusy()) {
+            Model.ShowMessage(tr("A command still runs; wait for its end, or cancel it.").toStdString());
+        } else {
+            (this->*action)();
+        }
+    });
+}
+
 void ScriptView::Record() {
-    if (Model.IsBusy() || !MayDrop()) {
+    DoNext(&ScriptView::BeginRecording);
+}
+
+void ScriptView::BeginRecording() {
+    if (!MayDrop()) {
         return;
     }
     Recording = Model.Do([this](Exploration& exploration) {
@@ -183,11 +202,21 @@ bool ScriptView::MayDrop() {
 }
 
 void ScriptView::StopRecording() {
+    DoNext(&ScriptView::EndRecording);
+}
+
+/// With what has been done up to here.
+void ScriptView::EndRecording() {
+    Follow();
     Recording = false;
     ShowState();
 }
 
 void ScriptView::ShowSoFar() {
+    DoNext(&ScriptView::TakeSoFar);
+}
+
+void ScriptView::TakeSoFar() {
     const bool wasTyped = Script->document()->isModified();
     if (!Model.IsBusy() && (!wasTyped || MayDrop())) {
         Model.Do([this](Exploration& exploration) { SetText(TextOfScript(exploration)); });

@@ -59,6 +59,10 @@ class ScriptView : public QWidget {
     void SaveByButton() { Save(); }
     void OpenByButton() { Open(); }
     void StopRun();
+    void DoNext(void (ScriptView::*action)());
+    void BeginRecording();
+    void EndRecording();
+    void TakeSoFar();
     void ShowState();
     void Follow();
     void SetText(const QString& text);

@@ -6,6 +6,7 @@
 
 #include "resources/ControlIds.h"
 #include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/exploration/StartupClicks.h"
 #include "workbench/windows/Control.h"
 #include "workbench/windows/Window.h"
 
@@ -72,7 +73,7 @@ ExploreMenu::ExploreMenu(ExplorationModel& model, QMenu& steps, QMenu& results, 
             QAction* action = menu->addAction(tr(row.Text), this, [this, id = row.Button] {
                 // As a click: dialogs that it opens are the user's.
                 const auto click = [id](Exploration& now) {
-                    now.Use(now.Startup(), [id](Window& window) { window.Click(id); });
+                    now.Use(now.Startup(), [&now, id](Window&) { ClickInStartup(now.Analysed(), id); });
                 };
                 Model.DoNext([this, click] { Model.Do(click); });
             });

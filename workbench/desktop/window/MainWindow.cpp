@@ -44,6 +44,7 @@
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
 #include "workbench/exploration/FirstLook.h"
+#include "workbench/exploration/StartupClicks.h"
 #include "workbench/hosting/WaitCursor.h"
 
 namespace quillara {
@@ -318,6 +319,7 @@ void MainWindow::ShowDialog() {
         Explored->Do([&](Exploration& now) { now.Use(now.Startup(), action); });
     };
     Startup = new DialogView(exploration->Startup(), act);
+    Startup->SetClick([this](Window&, int id) { ClickInStartup(Explored->Present()->Analysed(), id); });
     AddListMenus(*Startup, *Explored);
     if (auto* options = qobject_cast<QAbstractButton*>(Startup->Find(OptionsButton))) {
         // Once the click has gone through the dialog, for which this button does nothing.

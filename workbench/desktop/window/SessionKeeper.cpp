@@ -40,7 +40,7 @@ void SessionKeeper::NoteChange() {
 }
 
 void SessionKeeper::Keep() {
-    if (Model.IsBusy()) {
+    if (Model.IsBusy() && !Model.IsPicking()) {
         Waiting.start(KeptAfter);
         return;
     }

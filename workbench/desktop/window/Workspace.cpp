@@ -18,6 +18,22 @@
 #include "workbench/windows/Control.h"
 
 namespace quillara {
+namespace {
+
+/// The step in force on a variable, for people.
+QString StepOn(Exploration& exploration, const std::string& variable) {
+    const std::vector<StepTaken> steps = exploration.Steps();
+    const auto step = std::ranges::find(steps, variable, &StepTaken::Variable);
+    return QString::fromStdString(step == steps.end() ? variable : step->Condition());
+}
+
+QString NewestStep(Exploration& exploration) {
+    const std::vector<StepTaken> steps = exploration.Steps();
+    return steps.empty() ? QString() : QString::fromStdString(steps.back().Condition());
+}
+
+}  // namespace
+
 Workspace::Workspace(ExplorationModel& model, QWidget* parent) : QMdiArea(parent), Model(model) {
     setObjectName(QStringLiteral("workspace"));
     setAccessibleName(tr("Results"));
@@ -126,7 +142,11 @@ bool Workspace::PickBar(BrushingRun& run) {
         PlaceTiles();
     }
     RemoveBars(view);
-    BarPicking picking(run, *view, Model.Present()->At(DrillUpListControl).Selected >= 0);
+    Exploration& exploration = *Model.Present();
+    const std::string current = exploration.CurrentVariable(DrillUpListControl);
+    const QString stepUp = current.empty() ? tr("Undoes the newest step, %1 (U)").arg(NewestStep(exploration))
+                                           : tr("Undoes the step %1 (U)").arg(StepOn(exploration, current));
+    BarPicking picking(run, *view, stepUp, !current.empty());
     Picking = &picking;
     emit pickingChanged(true);
     const bool isPicked = picking.Run();
