@@ -5,6 +5,7 @@
 #include "platform/WindowMessages.h"
 #include "workbench/data/CaseSelection.h"
 #include "workbench/dialogs/DialogIds.h"
+#include "workbench/dialogs/SelectionExamples.h"
 
 namespace quillara {
 namespace {
@@ -17,14 +18,21 @@ constexpr ControlResource Controls[] = {
     {Dialog::AllCases,      ControlKind::RadioButton,   "&All cases",                                          {  7,   8, 246,  10}},
     {Dialog::SelectedCases, ControlKind::RadioButton,   "&Cases for which this is true:",                      {  7,  22, 246,  10}},
     {Dialog::Formula,       ControlKind::MultiLineEdit, "",                                                    { 18,  35, 235,  52}},
-    {NoControlId,           ControlKind::HelpText,      "Examples:  age > 30 and sex = \"Female\"     "
-                                                        "not missing([marital status])",                       { 18,  91, 235,  18}},
+    {Dialog::Examples,      ControlKind::HelpText,      "",                                                    { 18,  91, 235,  18}},
     {OkCommand,             ControlKind::DefaultButton, "OK",                                                  {149, 116,  50,  14}},
     {CancelCommand,         ControlKind::Button,        "Cancel",                                              {203, 116,  50,  14}},
 };
 // clang-format on
 
 constexpr DialogResource Resource{CaseSelectionDialogId, "Select cases", 260, 137, Controls};
+
+std::string ExamplesOf(const DataTable& table) {
+    std::string text;
+    for (const std::string& example : SelectionExamples(table)) {
+        text += (text.empty() ? "Examples:  " : "     ") + example;
+    }
+    return text;
+}
 
 }  // namespace
 
@@ -33,6 +41,7 @@ CaseSelectionDialog::CaseSelectionDialog(MessageQueue& queue, const DataTable& t
     : HostDialog(queue, Resource, std::move(tell)), Table(table) {
     At(formula ? SelectedCases : AllCases).Checked = true;
     At(Formula).Text = formula.value_or("");
+    At(Examples).Text = ExamplesOf(table);
     Update();
 }
 

@@ -25,6 +25,7 @@ class CaseSelectionDialog : public HostDialog {
         AllCases = 10,  ///< radio button
         SelectedCases = 11,  ///< radio button; the formula counts
         Formula = 12,  ///< edit of several lines
+        Examples = 13,  ///< formulas of the table's own variables
     };
 
     /// `formula` is the selection at the start; nothing: all cases. The table outlives the dialog.

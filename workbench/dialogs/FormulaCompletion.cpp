@@ -83,20 +83,12 @@ bool HasWordWith(std::string_view label, const std::wstring& beginning) {
     return words.find(L' ' + beginning) != std::wstring::npos;
 }
 
-std::string AsName(const std::string& name) {
-    const bool isKeyword =
-        std::ranges::any_of(Keywords, [&](std::string_view word) { return EqualButForLetterCase(word, name); });
-    const bool isWord = !name.empty() && std::isdigit(static_cast<unsigned char>(name[0])) == 0 && name[0] != '.' &&
-                        std::ranges::all_of(name, IsWordSign) && !isKeyword;
-    return isWord ? name : "[" + name + "]";
-}
-
 std::vector<FormulaOffer> NamesThatBegin(const DataTable& table, std::string_view typed, bool isBracketed) {
     const std::wstring beginning = Plain(typed);
     std::vector<FormulaOffer> byName;
     std::vector<FormulaOffer> byLabel;
     for (const Variable& variable : table.Variables) {
-        const std::string text = isBracketed ? "[" + variable.Name + "]" : AsName(variable.Name);
+        const std::string text = isBracketed ? "[" + variable.Name + "]" : FormulaName(variable.Name);
         if (Plain(variable.Name).starts_with(beginning)) {
             byName.push_back({text, variable.LongName});
         } else if (!beginning.empty() && HasWordWith(variable.LongName, beginning)) {
@@ -146,6 +138,14 @@ FormulaOffers AllOffersAt(const DataTable& table, std::string_view before) {
 }
 
 }  // namespace
+
+std::string FormulaName(const std::string& name) {
+    const bool isKeyword =
+        std::ranges::any_of(Keywords, [&](std::string_view word) { return EqualButForLetterCase(word, name); });
+    const bool isWord = !name.empty() && std::isdigit(static_cast<unsigned char>(name[0])) == 0 && name[0] != '.' &&
+                        std::ranges::all_of(name, IsWordSign) && !isKeyword;
+    return isWord ? name : "[" + name + "]";
+}
 
 FormulaOffers OffersAt(const DataTable& table, std::string_view formula, std::size_t place, std::size_t most) {
     FormulaOffers offers = AllOffersAt(table, formula.substr(0, place));

@@ -22,6 +22,9 @@ struct FormulaOffers {
     std::vector<FormulaOffer> Offers;
 };
 
+/// A name as a formula writes it: in brackets where it needs them.
+[[nodiscard]] std::string FormulaName(const std::string& name);
+
 /// Variables whose name, or a word of whose label, begins with the word before a place, those by name first; within
 /// quotes, and behind the comparison with a variable, the labels of that variable. Letters of either case are the same.
 /// At most so many.

@@ -77,6 +77,9 @@ class Exploration final : public DialogActions {
     void TypeNumber(int field, double number) override;
     [[nodiscard]] const Control& At(int id) override;
 
+    /// Makes a remark on what was done for the person.
+    void Note(const Remark& remark) { Listener.RemarkMade(remark); }
+
     [[nodiscard]] bool CanGoDown(const std::string& variable);
     [[nodiscard]] bool CanGoUp(const std::string& variable);
     /// The variable that the analysis goes by in one of the two lists: brushing, and a step that it undoes, are about

@@ -1,5 +1,7 @@
 #include "workbench/exploration/FirstLook.h"
 
+#include <optional>
+
 #include "resources/ControlIds.h"
 #include "workbench/data/DefaultChoice.h"
 #include "workbench/exploration/Exploration.h"
@@ -13,7 +15,12 @@ constexpr std::size_t MostCharts = 24;  // that a person takes in at once
 }  // namespace
 
 std::size_t ExploreAll(Exploration& exploration) {
-    const VariableLists variables = ChooseByContent(exploration.Table()).Drill;
+    const VariableChoice choice = ChooseByContent(exploration.Table());
+    const VariableLists& variables = choice.Drill;
+    if (std::optional<Remark> left = RemarkOnLeftOut(exploration.Table(), choice)) {
+        left->Advice = "Take them as categorical variables under Drill variables, with up to 2,047 values each.";
+        exploration.Note(*left);
+    }
     if (variables.Count() == 0) {
         return 0;
     }

@@ -86,11 +86,46 @@ TEST_F(DataPanelsTest, KeysBringAPanelToTheFrontAndPutItAway) {
     EXPECT_TRUE(isInFront(cases));
     EXPECT_TRUE(Grid.Grid().hasFocus());
     EXPECT_TRUE(Main.findChild<QAction*>(QStringLiteral("casesPanelShown"))->isChecked());
+    Main.setFocus();
+    press(Qt::Key_1);  // from elsewhere: into it
+    EXPECT_TRUE(isInFront(cases));
+    EXPECT_TRUE(Grid.Grid().hasFocus());
     press(Qt::Key_1);
     EXPECT_TRUE(cases.isHidden());
     EXPECT_FALSE(variables.isHidden());
     press(Qt::Key_1);
     EXPECT_TRUE(isInFront(cases));
+}
+
+TEST_F(DataPanelsTest, TheKeyOfTheDialogGoesIntoItAndItsEntryShowsAndHidesIt) {
+    auto& dialog = *Main.findChild<QDockWidget*>(QStringLiteral("startupDialog"));
+    const auto isIn = [&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); };
+    const auto press = [this] {
+        QTest::keyClick(&Main, Qt::Key_F4);
+        QApplication::processEvents();
+    };
+    Grid.Grid().setFocus();
+    QApplication::processEvents();
+    ASSERT_FALSE(isIn());
+    press();
+    EXPECT_TRUE(isIn());
+    EXPECT_TRUE(dialog.isVisible());
+    press();
+    EXPECT_FALSE(dialog.isVisible());
+    press();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(isIn());
+    Grid.Grid().setFocus();
+    QAction* shown = nullptr;
+    for (QAction* entry : Main.Menu(MainWindow::MenuName::View).actions()) {
+        shown = entry->shortcut() == QKeySequence(Qt::Key_F4) ? entry : shown;
+    }
+    ASSERT_NE(shown, nullptr);
+    for (const bool isShown : {false, true}) {  // by the menu, whatever has the focus
+        shown->trigger();
+        EXPECT_EQ(dialog.isVisible(), isShown);
+        EXPECT_EQ(shown->isChecked(), isShown);
+    }
 }
 
 TEST_F(DataPanelsTest, CasesAreSortedByAClickAndFollowTheSteps) {

@@ -74,6 +74,15 @@ TEST(HostDialogViews, VariablesAreFoundChosenInNumbersAndMoved) {
         QTest::keyClick(&search, Qt::Key_Return);  // the first that is found
         EXPECT_EQ(NamesIn(view, Lists::FirstList), "region sex genre household_size ");
         QTest::keyClick(&search, Qt::Key_Escape);  // everything again, and the dialog stays
+        view.activateWindow();
+        offered.setFocus();
+        view.Find(Lists::AddToFirst)->setFocus();  // as its letter does
+        ClickRow(offered, 1);
+        static_cast<QAbstractButton*>(view.Find(Lists::AddToFirst))->click();
+        EXPECT_EQ(view.focusWidget(), &offered);  // the arrows go on there, though the button is disabled now
+        ClickRow(first, 4);
+        static_cast<QAbstractButton*>(view.Find(Lists::TakeFromFirst))->click();
+        EXPECT_EQ(view.focusWidget(), &first);
         ClickRow(offered, 3);
         ClickRow(offered, 5, Qt::ShiftModifier);
         ClickRow(offered, 4, Qt::ControlModifier);  // taken out of the selection

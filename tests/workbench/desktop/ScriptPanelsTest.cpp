@@ -4,13 +4,16 @@
 
 #include <QApplication>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <filesystem>
 
@@ -108,6 +111,22 @@ TEST_F(ScriptPanelsTest, ARecordingIsSavedBeforeItIsLost) {
     EXPECT_TRUE(Main.close());
     EXPECT_TRUE(QFile::exists(Folder.filePath("exploration.py")));
     EXPECT_TRUE(answers.empty());
+}
+
+TEST_F(ScriptPanelsTest, AScriptThatIsDroppedIsShownAndTheDataStay) {
+    Panels->ScriptPanel().hide();
+    QFile file(Folder.filePath("dropped.PY"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("print('dropped')\n");
+    file.close();
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(file.fileName())});
+    QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Main, &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Scripts.Text() == QStringLiteral("print('dropped')\n"); }));
+    EXPECT_TRUE(Panels->ScriptPanel().isVisible());
+    EXPECT_EQ(Main.Model().Present()->Table().FileName, "survey.sav");
 }
 
 TEST_F(ScriptPanelsTest, ARecordedScriptGivesTheSameDocuments) {

@@ -250,6 +250,26 @@ TEST_F(Shell, RemarksAreSaidOnceAndPutAway) {
     EXPECT_FALSE(bar.isVisible());
 }
 
+TEST_F(Shell, AdviceOfRemarksCanBeFollowedHere) {
+    const struct {
+        const char* Advice;
+        const char* Shown;
+    } rows[] = {
+        {"Look again.", "It is odd. Look again."},
+        {"Leave them out with --select 'x <> 9'.",
+         "It is odd. Leave them out with Explore > Select cases...: 'x <> 9'."},
+        {"Say which with --dates day-first.",
+         "It is odd. On the command line (quillara convert): Say which with --dates day-first."},
+        {"Name it in --continuous.", "It is odd."},
+    };
+    int code = 0;
+    for (const auto& [advice, shown] : rows) {
+        RemarkBar bar;
+        bar.Add({"code-" + std::to_string(++code), "It is odd.", advice});
+        EXPECT_EQ(bar.findChildren<QLabel*>().at(1)->text().toStdString(), shown);
+    }
+}
+
 TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
     int cancelled = 0;
     int pressed = 0;

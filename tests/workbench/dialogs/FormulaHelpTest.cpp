@@ -6,7 +6,9 @@
 #include <condition_variable>
 
 #include "tests/workbench/Tables.h"
+#include "workbench/data/CaseSelection.h"
 #include "workbench/dialogs/FormulaCompletion.h"
+#include "workbench/dialogs/SelectionExamples.h"
 #include "workbench/dialogs/SelectionPreview.h"
 #include "workbench/dialogs/VariableSearch.h"
 
@@ -54,6 +56,30 @@ TEST(FormulaHelp, OffersNamesAndLabelsWhereTheyCanStand) {
     }
     EXPECT_EQ(OffersAt(people, "", 0, 2).Offers.size(), 2U);
     EXPECT_EQ(OffersAt(people, "ag or", 2).Offers.front().Hint, "Age in years");
+}
+
+TEST(FormulaHelp, ExamplesAreOfTheTableAndSelectSomeOfItsCases) {
+    const DataTable visits = TableOf({Texts("who", {"Ann", "Bo", "Cy", "Di"}), Texts("sex", {"m", "f", "m", "m"}),
+                                      Numbers("first visit", {19723, 19724, Missing, 19730}, ValueKind::Date),
+                                      Numbers("x", {Missing, Missing, Missing, Missing})});
+    const struct {
+        DataTable Table;
+        std::vector<std::string> Examples;
+    } tables[] = {
+        {People(), {"age > 30 and sex = \"Male\""}},
+        {visits, {"[first visit] > \"2024-01-02\" and sex = \"m\"", "not missing([first visit])"}},
+        {TableOf({Numbers("share", {0.123456, 0.5172, 0.9, Missing})}), {"share > 0.52", "not missing(share)"}},
+        {TableOf({Numbers("same", {7, 7, 7})}), {}},
+        {TableOf({Numbers("n", {1234.5, 1234.6})}), {"n > 1234.5"}},
+    };
+    for (const auto& [table, examples] : tables) {
+        EXPECT_EQ(SelectionExamples(table), examples);
+        for (const std::string& example : SelectionExamples(table)) {
+            const std::vector<CaseResult> results = SelectCases(table, example);
+            EXPECT_THAT(results, testing::Contains(CaseResult::Use)) << example;
+            EXPECT_THAT(results, testing::Contains(CaseResult::Skip)) << example;
+        }
+    }
 }
 
 TEST(FormulaHelp, OutcomesTellTheCasesOrThePlaceOfTheFault) {

@@ -11,6 +11,7 @@
 #include "platform/WindowMessages.h"
 #include "resources/ControlIds.h"
 #include "tests/Locations.h"
+#include "tests/workbench/Tables.h"
 #include "workbench/data/Errors.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
 #include "workbench/dialogs/VariableListsDialog.h"
@@ -56,7 +57,7 @@ struct Person : ExplorationListener {
     void DocumentCameToFront(ResultDocument& document) override { Seen.push_back("front " + document.Name()); }
     void DocumentWent(ResultDocument& document) override { Seen.push_back("gone " + document.Name()); }
     void TableMade(std::shared_ptr<const DataTable> table) override { Tables.push_back(std::move(table)); }
-    void RemarkMade(const Remark& /*remark*/) override {}
+    void RemarkMade(const Remark& remark) override { Remarked.push_back(remark.Line()); }
     void Changed() override {}
     void WorkBegan(std::string_view /*text*/, std::int32_t /*total*/) override {}
     void WorkAdvanced(std::int32_t /*done*/) override {}
@@ -65,6 +66,7 @@ struct Person : ExplorationListener {
     std::vector<std::function<void(Window&)>> Answers;
     std::vector<int> Bars;
     std::vector<std::string> Seen;
+    std::vector<std::string> Remarked;
     std::vector<std::shared_ptr<const DataTable>> Tables;
 };
 
@@ -307,6 +309,22 @@ TEST_F(ExplorationTest, AFirstLookTakesAllVariablesAndKeepsTheirChartsUpToDate) 
     EXPECT_TRUE(Explored.At(AutoUpdateBox).Checked);
     const std::size_t charts = Explored.Documents().size();
     EXPECT_TRUE(charts == variables || (charts == 0 && variables > 24)) << charts << ' ' << variables;
+}
+
+TEST(FirstLook, TellsWhichTextsItLeavesOut) {
+    std::vector<std::optional<std::string>> names;
+    for (int i = 0; i < 150; ++i) {
+        names.emplace_back("Person " + std::to_string(i));
+    }
+    Variable name;
+    name.Name = "full name";
+    EncodeTexts(name, names);
+    DataTable table = TableOf({name, Numbers("height", std::vector<double>(150, 1.5))});
+    Person viewer;
+    Exploration explored(std::make_shared<DataTable>(table), {}, viewer, nullptr);
+    EXPECT_EQ(ExploreAll(explored), 1U);
+    EXPECT_THAT(viewer.Remarked, ElementsAre(testing::AllOf(testing::HasSubstr("\"full name\" is left out"),
+                                                            testing::HasSubstr("Drill variables"))));
 }
 
 TEST_F(ExplorationTest, WhatWasDoneCanBeDoneAgain) {

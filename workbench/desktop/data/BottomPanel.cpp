@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QMenu>
 
+#include "workbench/desktop/window/PanelKey.h"
 #include "workbench/desktop/window/ViewArea.h"
 
 namespace quillara {
@@ -18,20 +19,6 @@ QDockWidget* AnyBelow(QMainWindow& window) {
         }
     }
     return nullptr;
-}
-
-/// Not when it stands behind the tab of another.
-bool IsInFront(const QDockWidget& panel) {
-    return panel.isVisible() && !panel.visibleRegion().isEmpty();
-}
-
-/// Who opens a panel goes on in it.
-void ShowInFront(QDockWidget& panel, bool isShown) {
-    panel.setVisible(isShown);
-    if (isShown) {
-        panel.raise();
-        panel.widget()->setFocus(Qt::ShortcutFocusReason);
-    }
 }
 
 }  // namespace
@@ -50,14 +37,8 @@ QDockWidget* AddBottomPanel(QMainWindow& window, QMenu& menu, const QString& nam
     panel->hide();
     auto* shown = new QAction(title, panel);
     shown->setObjectName(name + QStringLiteral("Shown"));
-    shown->setCheckable(true);
     shown->setShortcut(QKeySequence(shortcut));
-    QObject::connect(shown, &QAction::triggered, panel, [panel, shown] {
-        ShowInFront(*panel, !IsInFront(*panel));
-        shown->setChecked(!panel->isHidden());
-    });
-    QObject::connect(panel, &QDockWidget::visibilityChanged, shown,
-                     [panel, shown] { shown->setChecked(!panel->isHidden()); });
+    new PanelKey(*panel, *shown);  // the panel owns it
     menu.addAction(shown);
     return panel;
 }

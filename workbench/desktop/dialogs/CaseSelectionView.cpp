@@ -55,7 +55,7 @@ void CaseSelectionView::Arrange() {
     all->addWidget(Find(Dialog::SelectedCases));
     all->addWidget(Formula, 1);
     all->addWidget(Outcome);
-    all->addWidget(Find(NoControlId));
+    all->addWidget(Find(Dialog::Examples));
     all->addLayout(ends);
     LeaveToLayout(all);
 }

@@ -124,10 +124,13 @@ void VariableListsView::Refresh() {
 void VariableListsView::Click(int id) {
     for (std::size_t side = 0; side < Sides.size(); ++side) {
         if (id == Sides[side].Add) {
-            return Add(side, ListOf(Dialog::AvailableList).SelectedRows());
+            Add(side, ListOf(Dialog::AvailableList).SelectedRows());
+            return ListOf(Dialog::AvailableList)
+                .setFocus();  // the button is disabled now: the next key is for the list
         }
         if (id == Sides[side].Take) {
-            return Take(side);
+            Take(side);
+            return ListOf(Sides[side].List).setFocus();
         }
     }
     DialogView::Click(id);

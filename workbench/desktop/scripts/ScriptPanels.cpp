@@ -2,9 +2,13 @@
 
 #include <QAction>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
 #include <functional>
 
 #include "workbench/desktop/data/BottomPanel.h"
@@ -13,6 +17,16 @@
 #include "workbench/desktop/window/MainWindow.h"
 
 namespace quillara {
+namespace {
+
+/// The script that is dropped; empty: it is none. It would make an odd table.
+QString DroppedScript(const QEvent& event) {
+    const QList<QUrl> urls = static_cast<const QDropEvent&>(event).mimeData()->urls();
+    const QString path = urls.isEmpty() ? QString() : urls.front().toLocalFile();
+    return path.endsWith(QStringLiteral(".py"), Qt::CaseInsensitive) ? path : QString();
+}
+
+}  // namespace
 
 ScriptPanels::ScriptPanels(MainWindow& window)
     : QObject(&window),
@@ -33,7 +47,20 @@ bool ScriptPanels::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    if (const QString script = event->type() == QEvent::Drop ? DroppedScript(*event) : QString(); !script.isEmpty()) {
+        static_cast<QDropEvent*>(event)->acceptProposedAction();
+        QTimer::singleShot(0, this, [this, script] { ShowScript(script); });  // whoever drags needn't wait
+        return true;
+    }
     return QObject::eventFilter(watched, event);
+}
+
+void ScriptPanels::ShowScript(const QString& path) {
+    ScriptDock->show();
+    ScriptDock->raise();
+    if (Scripts->OpenFile(path)) {
+        Scripts->setFocus();
+    }
 }
 
 void ScriptPanels::AddActions() {

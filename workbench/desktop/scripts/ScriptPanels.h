@@ -25,11 +25,13 @@ class ScriptPanels : public QObject {
     [[nodiscard]] QDockWidget& ConsolePanel() { return *ConsoleDock; }
 
   protected:
-    /// Before the window closes, the user is asked about a recording that isn't saved.
+    /// Before the window closes, the user is asked about a recording that isn't saved. A script that is dropped on the
+    /// window is shown.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void AddActions();
+    void ShowScript(const QString& path);
 
     MainWindow& Window;
     QMenu* Menu;

@@ -264,10 +264,15 @@ bool ScriptView::Save() {
 
 bool ScriptView::Open() {
     const QString path = MayDrop() ? Answering.ChooseToOpen(this) : QString();
+    return !path.isEmpty() && Show(path);
+}
+
+bool ScriptView::OpenFile(const QString& path) {
+    return MayDrop() && Show(path);
+}
+
+bool ScriptView::Show(const QString& path) {
     QFile file(path);
-    if (path.isEmpty()) {
-        return false;
-    }
     if (!file.open(QIODevice::ReadOnly)) {
         Model.ShowMessage(tr("The script \"%1\" can't be read: %2.").arg(path, file.errorString()).toStdString());
         return false;

@@ -50,12 +50,15 @@ class ScriptView : public QWidget {
     void ShowSoFar();
     bool Save();
     bool Open();
+    /// As Open, of a file that is known: one that was dropped.
+    bool OpenFile(const QString& path);
     void Run();
 
   private:
     QWidget* MakeBar();
     QPushButton* AddButton(QWidget& bar, const char* name, const QString& text, const QString& tip,
                            void (ScriptView::*action)());
+    bool Show(const QString& path);
     void SaveByButton() { Save(); }
     void OpenByButton() { Open(); }
     void StopRun();

@@ -13,6 +13,7 @@
 #include "workbench/desktop/window/CommandSearch.h"
 #include "workbench/desktop/window/ExploreMenu.h"
 #include "workbench/desktop/window/MainWindow.h"
+#include "workbench/desktop/window/PanelKey.h"
 #include "workbench/desktop/window/PreferencesDialog.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
@@ -93,11 +94,13 @@ void MainWindow::AddEditMenu() {
 
 void MainWindow::AddViewMenus() {
     QMenu& view = Menu(MenuName::View);
-    QAction* side = Side->toggleViewAction();
-    side->setShortcut(QKeySequence(QStringLiteral("F4")));
-    QAction* past = Past->toggleViewAction();
-    past->setShortcut(QKeySequence(QStringLiteral("F6")));
-    view.addActions({side, past});
+    const auto addPanel = [&view](QDockWidget& panel, const QString& title, int key) {
+        QAction* shown = view.addAction(title);
+        shown->setShortcut(QKeySequence(key));
+        new PanelKey(panel, *shown);  // the panel owns it
+    };
+    addPanel(*Side, tr("&Drill-Down"), Qt::Key_F4);
+    addPanel(*Past, tr("H&istory"), Qt::Key_F6);
     view.addAction(tr("&Remarks"), QKeySequence(QStringLiteral("F7")), this, [this] { Told->ShowAgain(); });
     Area->FillMenu(Menu(MenuName::Window));
 }

@@ -4,6 +4,10 @@
 #include <QLabel>
 #include <QStyle>
 #include <QToolButton>
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
 
 namespace quillara {
 namespace {
@@ -18,17 +22,31 @@ QToolButton* Button(QWidget* parent, const QString& text, const QString& what) {
     return button;
 }
 
-/// Advice on options of the command line is none for who sits before a window.
-QString TextOf(const Remark& remark) {
-    const bool isForCommands = remark.Advice.starts_with("--") && remark.Advice.find('(') != std::string::npos;
+constexpr std::string_view SelectOption = "--select ";
+constexpr std::array<std::string_view, 11> ReadingOptions = {"--dates",   "--decimal",   "--encoding", "--keep-texts",
+                                                             "--missing", "--no-header", "--numbers",  "--separator",
+                                                             "--sheet",   "--skip",      "--texts"};
+
+/// Advice on options of the command line as one that sits before a window can follow it; empty: it can't be followed.
+QString AdviceOf(const Remark& remark) {
+    std::string advice = remark.Advice;
+    const auto isIn = [&advice](std::string_view option) { return advice.find(option) != std::string::npos; };
     if (remark.Code == "weight-unused") {
-        return QString::fromStdString(remark.Text) + ' ' + RemarkBar::tr("Explore > Weight... puts it in force.");
+        return RemarkBar::tr("Explore > Weight... puts it in force.");
     }
     if (remark.Code == "weight-fractions") {
-        return QString::fromStdString(remark.Text) + ' ' +
-               RemarkBar::tr("\"Weighted moments\" takes fractions as they are.");
+        return RemarkBar::tr("\"Weighted moments\" takes fractions as they are.");
     }
-    return QString::fromStdString(isForCommands ? remark.Text : remark.Line());
+    if (std::ranges::any_of(ReadingOptions, isIn)) {
+        return RemarkBar::tr("On the command line (quillara convert): %1").arg(QString::fromStdString(advice));
+    }
+    const QString shown = QString::fromStdString(advice).replace(QString::fromLatin1(SelectOption),
+                                                                 RemarkBar::tr("Explore > Select cases...: "));
+    return shown.contains(QStringLiteral("--")) ? QString() : shown;
+}
+
+QString TextOf(const Remark& remark) {
+    return (QString::fromStdString(remark.Text) + ' ' + AdviceOf(remark)).trimmed();
 }
 
 }  // namespace
