@@ -39,7 +39,7 @@ PanelKey::PanelKey(QDockWidget& panel, QAction& shown) : QObject(&panel), Panel(
     shown.setCheckable(true);
     shown.installEventFilter(this);
     connect(&shown, &QAction::triggered, this, [this] { Show(!IsInFront()); });
-    connect(&panel, &QDockWidget::visibilityChanged, this, [this] { Shown.setChecked(!Panel.isHidden()); });
+    connect(&panel, &QDockWidget::visibilityChanged, &shown, [this] { Shown.setChecked(!Panel.isHidden()); });
 }
 
 /// Only a key comes as an event; who chooses the entry in a menu wants what its mark says.
