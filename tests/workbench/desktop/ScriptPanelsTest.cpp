@@ -121,6 +121,9 @@ TEST_F(ScriptPanelsTest, AScriptThatIsDroppedIsShownAndTheDataStay) {
     file.close();
     QMimeData files;
     files.setUrls({QUrl::fromLocalFile(file.fileName())});
+    QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Main, &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&Main, &drop);
     EXPECT_TRUE(drop.isAccepted());

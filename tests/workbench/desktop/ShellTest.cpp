@@ -266,7 +266,7 @@ TEST_F(Shell, AdviceOfRemarksCanBeFollowedHere) {
     for (const auto& [advice, shown] : rows) {
         RemarkBar bar;
         bar.Add({"code-" + std::to_string(++code), "It is odd.", advice});
-        EXPECT_EQ(bar.findChildren<QLabel*>().at(1)->text().toStdString(), shown);
+        EXPECT_EQ(bar.findChildren<QLabel*>().front()->text().toStdString(), shown);
     }
 }
 
