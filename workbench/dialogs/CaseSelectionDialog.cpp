@@ -18,7 +18,8 @@ constexpr ControlResource Controls[] = {
     {Dialog::AllCases,      ControlKind::RadioButton,   "&All cases",                                          {  7,   8, 246,  10}},
     {Dialog::SelectedCases, ControlKind::RadioButton,   "&Cases for which this is true:",                      {  7,  22, 246,  10}},
     {Dialog::Formula,       ControlKind::MultiLineEdit, "",                                                    { 18,  35, 235,  52}},
-    {Dialog::Examples,      ControlKind::HelpText,      "",                                                    { 18,  91, 235,  18}},
+    {NoControlId,           ControlKind::HelpText,      "Examples:",                                           { 18,  91,  38,   9}},
+    {Dialog::Examples,      ControlKind::HelpText,      "",                                                    { 58,  91, 195,  18}},
     {OkCommand,             ControlKind::DefaultButton, "OK",                                                  {149, 116,  50,  14}},
     {CancelCommand,         ControlKind::Button,        "Cancel",                                              {203, 116,  50,  14}},
 };
@@ -29,7 +30,7 @@ constexpr DialogResource Resource{CaseSelectionDialogId, "Select cases", 260, 13
 std::string ExamplesOf(const DataTable& table) {
     std::string text;
     for (const std::string& example : SelectionExamples(table)) {
-        text += (text.empty() ? "Examples:  " : "     ") + example;
+        text += (text.empty() ? "" : "     ") + example;
     }
     return text;
 }

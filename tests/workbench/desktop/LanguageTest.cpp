@@ -100,6 +100,7 @@ bool IsSaidByOthers(const std::string& text) {
                                             "3 chosen",
                                             "Computing ...",
                                             "The file declares weight as its weight.",
+                                            "age > 48 and region = \"Central Plain\"     not missing(income)",
                                             "age, income",
                                             "income, hours",
                                             "region",

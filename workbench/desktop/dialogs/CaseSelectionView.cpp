@@ -50,12 +50,15 @@ void CaseSelectionView::Arrange() {
     ends->addStretch();
     ends->addWidget(Find(OkCommand));
     ends->addWidget(Find(CancelCommand));
+    auto* examples = new QHBoxLayout;
+    examples->addWidget(Find(NoControlId));
+    examples->addWidget(Find(Dialog::Examples), 1);
     auto* all = new QVBoxLayout;
     all->addWidget(Find(Dialog::AllCases));
     all->addWidget(Find(Dialog::SelectedCases));
     all->addWidget(Formula, 1);
     all->addWidget(Outcome);
-    all->addWidget(Find(Dialog::Examples));
+    all->addLayout(examples);
     all->addLayout(ends);
     LeaveToLayout(all);
 }

@@ -83,7 +83,7 @@ RemarkBar::RemarkBar(QWidget* parent) : QFrame(parent), Text(new QLabel(this)), 
 void RemarkBar::Add(const Remark& remark) {
     const std::size_t next = Made.All().size();
     if (Made.Add(remark)) {
-        Present = isHidden() ? next : Present;
+        Present = next;
         ShowPresent();
         show();
     }
