@@ -114,7 +114,7 @@ TEST_F(BrushingWindow, MenusOfPlacesScriptsAndCasesGoOnMeanwhile) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     });
     EXPECT_FALSE(scripts.IsRecording());
-    EXPECT_TRUE(scripts.Text().contains(QStringLiteral("brush")));
+    EXPECT_TRUE(scripts.Text().contains(QStringLiteral("drill.window.click(%1)").arg(BrushButton)));
     Brush([&] {
         QMenu menu;
         AddDrillOffers(menu, Model(), OffersAtRow(*Model().Present(), DrillUpListControl, 0));
