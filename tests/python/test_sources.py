@@ -239,7 +239,7 @@ def test_databases_are_read_only_and_say_what_they_hold(tmp_path):
             (f"sqlite:{path}?query=DELETE FROM b", 1, "is only read: the query must be one SELECT."),
             (f"sqlite:{path}?query=SELECT 1; DELETE FROM b", 1, "is only read: the query must be one SELECT."),
             (f"sqlite:{path}?query=SELECT absent", 1, "no such column: absent."),
-            (f"sqlite:{path}?table=none", 1, "no such table: none."),
+            (f"sqlite:{path}?table=none", 1, 'no such table: none. It holds "a", "b", "c".'),
             (f"sqlite:{path}?table=c", 1, 'the column "bytes" holds bytes; name the others in a query.'),
             (f"sqlite:{path}?tables=b", 2, 'table=NAME or query=SQL, not "tables=b".'),
             (f"sqlite:{tmp_path / 'no.db'}", 1, "No such file or directory."),

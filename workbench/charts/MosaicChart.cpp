@@ -104,7 +104,12 @@ AreaAxis ColumnAxis(const MosaicPlot& plot) {
 }
 
 AreaAxis ShareAxis(const MosaicPlot& plot) {
-    AreaAxis axis{QStringLiteral("Percent of column by ") + SideCaption(plot.Layers), {0.0, 100.0}, {}, false, false};
+    AreaAxis axis{QStringLiteral("Percent within ") + SideCaption(plot.Columns) + QStringLiteral(", by ") +
+                      SideCaption(plot.Layers),
+                  {0.0, 100.0},
+                  {},
+                  false,
+                  false};
     for (double percent = 0.0; percent <= 100.0; percent += PercentStep) {
         axis.Labels.push_back({percent, QString::number(percent)});
     }

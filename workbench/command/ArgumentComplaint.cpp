@@ -26,7 +26,7 @@ std::string AboutSubcommand(const CLI::App& program, const std::string& name) {
     if (LooksLikeFile(name)) {
         return complaint + "; did you mean " + Quoted(program.get_name() + " drill " + name) + "?";
     }
-    return complaint + EndWithChoice(name, {"drill", "info", "convert", "run", "open"});
+    return complaint + EndWithChoice(name, {"drill", "info", "convert", "run", "desktop", "open"});
 }
 
 /// The options of the subcommand that is given, else of the program.

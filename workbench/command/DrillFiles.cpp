@@ -1,9 +1,11 @@
 #include "workbench/command/DrillFiles.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "workbench/command/DataReading.h"
@@ -159,6 +161,17 @@ std::string WhatWasSaved(const DataTable& subset, const DrillOptions& options) {
            weight + ".";
 }
 
+/// Says that results are plain text in a file whose name promises something else.
+void TellPlainText(const DrillOptions& options) {
+    static constexpr std::array<std::string_view, 6> TextEndings{"", "txt", "text", "log", "md", "out"};
+    const bool isChosen = options.IsFormatNamed || options.Format != OutputFormat::Text || options.Quiet;
+    if (!isChosen && std::ranges::find(TextEndings, ExtensionOf(*options.OutputFile)) == TextEndings.end()) {
+        WriteMessage(Quoted(*options.OutputFile) +
+                     " holds plain text, as its name ends like no format of results; those are json, csv, html and "
+                     "xlsx. --format text leaves this line out.");
+    }
+}
+
 }  // namespace
 
 void CheckFiles(const DrillOptions& options) {
@@ -206,6 +219,7 @@ void WriteFiles(const DrillOptions& options, const DrillOutcome& outcome) {
     const FileWriting writing(*options.OutputFile);
     ReplaceFile(*options.OutputFile, results.Documents, IsInterrupted);
     IgnoreInterrupts();
+    TellPlainText(options);
 }
 
 }  // namespace quillara

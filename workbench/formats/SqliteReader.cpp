@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "workbench/data/Errors.h"
+#include "workbench/data/LetterCase.h"
 #include "workbench/data/QuotedText.h"
 #include "workbench/formats/DelimitedTable.h"
 #include "workbench/formats/FieldRows.h"
@@ -109,11 +111,24 @@ class SqliteConnection {
     std::unique_ptr<sqlite3, ConnectionCloser> Connection;
 };
 
+/// Refuses a table that the database lacks, with those that it has; it takes their letters in any case.
+void CheckTable(const std::string& path, const std::string& name, const std::vector<std::string>& tables) {
+    const auto isMeant = [&](const std::string& table) { return InSmallLetters(table) == InSmallLetters(name); };
+    if (!InSmallLetters(name).starts_with("sqlite_") && std::ranges::none_of(tables, isMeant)) {
+        throw DataError("\"" + path + "\" can't be read: no such table: " + name + "." +
+                        (tables.empty() ? "" : " It holds " + QuotedList(tables) + "."));
+    }
+}
+
 std::string QueryOf(const DatabaseSource& source, const SqliteConnection& connection) {
     if (source.Query) {
         return *source.Query;
     }
-    const std::vector<std::string> tables = source.Table ? std::vector{*source.Table} : connection.Tables();
+    const std::vector<std::string> tables = connection.Tables();
+    if (source.Table) {
+        CheckTable(source.Place, *source.Table, tables);
+        return "SELECT * FROM " + QuotedName(*source.Table);
+    }
     if (tables.size() != 1) {
         RefuseTables(source.Place, "sqlite:" + source.Place, tables);
     }

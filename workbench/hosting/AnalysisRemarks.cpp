@@ -175,11 +175,21 @@ std::optional<Remark> TooManyCategories(AnalysisDocument& document, const Variab
     return RemarkOnDistinct(variable, {variable, TableServicesOf(&document).Find({})});
 }
 
+/// A weight that the file declares isn't in force.
+void NoticeUnusedWeight(AnalysisDocument& document, const TableInUse& data) {
+    if (data.Table().Weight) {
+        const std::string name = data.Table().Variables[*data.Table().Weight].Name;
+        Notice(&document, {"weight-unused", "The file declares the weight " + Quoted(name) + ", which isn't in force.",
+                           "--weight " + name + " (table.weight in Python) uses it."});
+    }
+}
+
 }  // namespace
 
 void NoticeWeightless(AnalysisDocument& document) {
     const TableInUse& data = TableOf(&document);
     if (!IsWeightInForce(data)) {
+        NoticeUnusedWeight(document, data);
         return;
     }
     if (std::optional<Remark> remark = WeightlessCases(data)) {
@@ -189,17 +199,11 @@ void NoticeWeightless(AnalysisDocument& document) {
 
 void NoticeWeights(AnalysisDocument& document) {
     const TableInUse& data = TableOf(&document);
-    const bool isInForce = IsWeightInForce(data);
     NoticeWeightless(document);
-    if (isInForce && !IsChecked(document, WeightedMomentsBox)) {
+    if (IsWeightInForce(data) && !IsChecked(document, WeightedMomentsBox)) {
         if (std::optional<Remark> remark = RoundedWeights(data)) {
             Notice(&document, std::move(*remark));
         }
-    }
-    if (!isInForce && data.Table().Weight) {
-        const std::string name = data.Table().Variables[*data.Table().Weight].Name;
-        Notice(&document, {"weight-unused", "The file declares the weight " + Quoted(name) + ", which isn't in force.",
-                           "--weight " + name + " (table.weight in Python) uses it."});
     }
 }
 

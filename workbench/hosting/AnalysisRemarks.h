@@ -26,7 +26,7 @@ void Notice(CAnalysisDoc* document, const std::vector<Remark>& notices);
 /// Remarks on what is in force when results are made: weights that aren't positive or are rounded, a declared weight
 /// that isn't used.
 void NoticeWeights(AnalysisDocument& document);
-/// Remarks on cases that a weight leaves out.
+/// Remarks on cases that a weight leaves out, and on a declared weight that isn't used.
 void NoticeWeightless(AnalysisDocument& document);
 /// Remarks on a result that counts no weights under a weight, by its name.
 void NoticeUnweighted(CAnalysisDoc* document, std::string_view result);

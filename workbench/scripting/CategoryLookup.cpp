@@ -23,6 +23,7 @@ namespace {
 using FoundRow = std::optional<std::size_t>;
 
 constexpr std::string_view MissingName = "Missing";
+constexpr double SecondsOfHour = 3600.0;
 
 /// Whether a row is shown with dates or times in place of numbers.
 bool IsInDates(const CategoryList& list, const CategoryRow& row) {
@@ -175,6 +176,17 @@ std::string Refusal(const CategoryList& list, std::string_view text) {
            QuotedList(names) + ".";
 }
 
+/// Whether a day, a time or a period picked a row of more than a day or an hour that isn't shown as a period of the
+/// calendar but by its bounds.
+bool PicksDates(const CategoryList& list, std::string_view text, std::size_t row) {
+    const CategoryRow& chosen = list.Rows[row];
+    const bool isNamed = NumberedRow(list, text) || NamedRowInAnyCase(list, text) || RowNamedInDates(list, text) ||
+                         RowNamedByBounds(list, text);
+    const double smallest = list.Kind == ValueKind::Date ? 1.0 : SecondsOfHour;
+    return IsInDates(list, chosen) && !isNamed && chosen.Range->Upper - chosen.Range->Lower > smallest &&
+           NameForPeople(list, chosen).find('<') != std::string::npos;
+}
+
 }  // namespace
 
 std::string NameForPeople(const CategoryList& list, const CategoryRow& row) {
@@ -213,6 +225,14 @@ std::optional<Remark> RemarkOnEqualNames(const CategoryList& list, std::size_t t
 
 std::optional<Remark> RemarkOnChoice(const CategoryList& list, std::string_view text, std::size_t row) {
     const CategoryRow& chosen = list.Rows[row];
+    if (PicksDates(list, text, row)) {
+        const bool hasDays = list.Kind != ValueKind::TimeOfDay;
+        return Remark{"number-in-interval",
+                      Quoted(list.Variable + '=' + std::string(text)) + " is the interval " +
+                          Quoted(NameForPeople(list, chosen)) + '.',
+                      std::string("For other intervals cut it with --categorize, by ") +
+                          (hasDays ? "day, week, month, quarter, year or step:SIZE." : "step:SIZE.")};
+    }
     const bool isNumber = list.Kind == ValueKind::Number && DecimalNumber(text).has_value();
     if (!isNumber || !chosen.Range || IsSingleValue(*chosen.Range) || NamedRowInAnyCase(list, text)) {
         return std::nullopt;

@@ -159,7 +159,7 @@ TEST(ChartLayout, SaysWhatIsShownAndThatNothingIs) {
          {"Bachelors", "n\u00A0=\u00A010", "n\u00A0=\u00A00", "age: Age in years", "education",
           "3 cases without a value of both are left out"}},
         {Mosaic({"Female", "Male"}, {"low", "high"}),
-         {"Female", "Male", "low", "high", "Chi-square 2.5", "100.0%", "Percent of column by its long name"}},
+         {"Female", "Male", "low", "high", "Chi-square 2.5", "100.0%", "Percent within education, by its long name"}},
         {Mosaic({"a", "b"}, Numbered(20, "layer ")), {"8 others", "layer 9"}},
         {Mosaic({}, {}), {"No cases"}},
         {BoxesBy({}), {"No cases"}},
