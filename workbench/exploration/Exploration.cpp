@@ -19,6 +19,7 @@ namespace {
 
 constexpr const char* PickCall = "pick";
 constexpr const char* LeaveCall = "leave";
+constexpr const char* BeginCall = "begin";
 constexpr const char* NoMemory = "There is not enough memory for this analysis.";
 
 /// Holds a value for the time of a block.
@@ -56,6 +57,7 @@ Exploration::Exploration(std::shared_ptr<const DataTable> table, ScriptOpening o
     if (!Document.RunSequence() || Document.StartupWindow() == nullptr) {
         throw DataError(NoMemory);
     }
+    Recorder.Note({JournalEntry::NoDialog, {BeginCall, {At(AutoUpdateBox).Checked ? 1.0 : 0.0}}});
 }
 
 Exploration::~Exploration() = default;
@@ -239,16 +241,26 @@ bool Exploration::PickAgain(BrushingRun& run) {
 void Exploration::DoAgain(const JournalEntry& entry) {
     if (entry.Dialog == StartupDialog) {
         Use(Startup(), [&](Window& window) { RunWindowCall(window, entry.Call); });
+    } else if (entry.Call.Name == BeginCall) {
+        BeginAs(NumberOf(entry, 0) == 1);
     } else if (entry.Call.Name == JournalEntry::CloseCall &&
                static_cast<std::size_t>(NumberOf(entry, 0)) < Shown.size()) {
         Close(*Shown[static_cast<std::size_t>(NumberOf(entry, 0))]);
     }
 }
 
+/// The box is set from what the user has left it as last, which is another by now.
+void Exploration::BeginAs(bool isUpdating) {
+    if (At(AutoUpdateBox).Checked != isUpdating) {
+        Press(AutoUpdateBox);
+    }
+}
+
+/// Behind the end of the startup dialog windows are closed yet.
 void Exploration::Replay(const std::vector<JournalEntry>& entries) {
     std::span<const JournalEntry> rest(entries);
     const Holding again(Again, &rest);
-    while (!rest.empty() && !HasEnded()) {
+    while (!rest.empty() && !(HasEnded() && rest.front().Dialog != JournalEntry::NoDialog)) {
         const JournalEntry& entry = rest.front();
         rest = rest.subspan(1);
         DoAgain(entry);

@@ -98,8 +98,9 @@ class Exploration final : public DialogActions {
     /// Throws ImpossibleStep when there is no step on the variable.
     void Up(const std::string& variable);
 
-    /// Does again what has been done in an exploration of the same table; nothing has been done in this one. Messages
-    /// aren't shown again. What can't be done any more throws as it does for a person; what was done before it stands.
+    /// Does again what has been done in an exploration of the same table, also when settings have become others since;
+    /// nothing has been done in this one. Messages aren't shown again. What can't be done any more throws as it does
+    /// for a person; what was done before it stands.
     void Replay(const std::vector<JournalEntry>& entries);
 
     /// Closes a document, as its window is closed. Where the analysis lets another document take its subject over with
@@ -125,6 +126,7 @@ class Exploration final : public DialogActions {
     bool Pick(BrushingRun& run);
     bool PickAgain(BrushingRun& run);
     void DoAgain(const JournalEntry& entry);
+    void BeginAs(bool isUpdating);
     void Take(ResultDocument& document, bool standsAlone);
     void TellDocuments();
     void Tell(const FreshDocument& fresh);

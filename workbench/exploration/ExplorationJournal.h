@@ -13,7 +13,9 @@ struct JournalEntry {
     static constexpr const char* CloseCall = "close";
 
     int Dialog = NoDialog;  ///< id of the resource of the window that it was done in; NoDialog: in none
-    WindowCall Call;  ///< in no window: "pick BAR OPTION" in a brushing graph, "leave" it, "close PLACE" of a document
+    /// In no window: "pick BAR OPTION" in a brushing graph, "leave" it, "close PLACE" of a document; and at the very
+    /// beginning "begin AUTO", whether documents are updated from the start.
+    WindowCall Call;
 };
 
 /// Records as a SessionRecorder, and notes besides what is done, call by call, so that it can be done again.

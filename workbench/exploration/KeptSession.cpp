@@ -4,9 +4,11 @@
 #include <type_traits>
 #include <utility>
 
+#include "resources/ControlIds.h"
 #include "workbench/data/Errors.h"
 #include "workbench/exploration/Exploration.h"
 #include "workbench/exploration/ExplorationHistory.h"
+#include "workbench/windows/Control.h"
 
 namespace quillara {
 namespace {
@@ -40,7 +42,10 @@ Json AsJson(const WindowArrangement& windows) {
     for (const WindowPlace& place : windows.Places) {
         places.push_back({place.X, place.Y, place.Width, place.Height});
     }
-    return {{"tiled", windows.AreTiled}, {"tabs", windows.AreTabs}, {"places", std::move(places)}};
+    return {{"tiled", windows.AreTiled},
+            {"tabs", windows.AreTabs},
+            {"places", std::move(places)},
+            {"front", windows.Front ? Json(*windows.Front) : Json(nullptr)}};
 }
 
 WindowArrangement ArrangementFrom(const Json& json) {
@@ -49,10 +54,19 @@ WindowArrangement ArrangementFrom(const Json& json) {
         windows.Places.push_back(
             {place.at(0).get<int>(), place.at(1).get<int>(), place.at(2).get<int>(), place.at(3).get<int>()});
     }
+    if (const auto front = json.find("front"); front != json.end() && !front->is_null()) {
+        windows.Front = front->get<std::size_t>();
+    }
     return windows;
 }
 
 }  // namespace
+
+bool HasWork(Exploration& exploration) {
+    return !exploration.Documents().empty() ||
+           (!exploration.HasEnded() &&
+            !(exploration.Steps().empty() && exploration.At(DrillDownListControl).Rows.empty()));
+}
 
 KeptSession SessionOf(Exploration& exploration, const std::string& file) {
     KeptSession session;
@@ -81,7 +95,8 @@ std::string SessionText(const KeptSession& session) {
                        {"documents", session.Documents},
                        {"script", session.Script},
                        {"entries", std::move(entries)},
-                       {"windows", AsJson(session.Windows)}};
+                       {"windows", AsJson(session.Windows)},
+                       {"left", session.WasLeft}};
     return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -100,6 +115,7 @@ KeptSession SessionFrom(std::string_view text) {
         for (const Json& entry : json.at("entries")) {
             session.Entries.push_back(EntryFrom(entry));
         }
+        session.WasLeft = json.value("left", false);
         return session;
     } catch (const Json::exception&) {
         throw DataError("The session that was kept is damaged.");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace quillara {
@@ -18,6 +19,7 @@ struct WindowArrangement {
     bool AreTiled = false;
     bool AreTabs = false;
     std::vector<WindowPlace> Places{};  ///< of each document; without a width: left to the desktop
+    std::optional<std::size_t> Front{};  ///< the place of the document in front; nothing: none is
 };
 
 struct WindowSize {

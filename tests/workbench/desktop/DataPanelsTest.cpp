@@ -271,6 +271,7 @@ TEST_F(DataPanelsTest, ATableThatIsMadeIsSavedBeforeItIsLost) {
     QStringList opened;
     std::vector<Unsaved> answers{Unsaved::Keep, Unsaved::Save};
     QString chosen = folder.filePath("nowhere/subset.csv");
+    Main.Model().SetAnswers({});
     Panels->SetAnswers(
         {{[&](QWidget*, const QString&) { return chosen; }, [&](QWidget*, const QString& text) { told.append(text); }},
          [&](MadeTableWindow&) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDockWidget>
+#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,7 @@ TEST(Leaving, ByItsButtonLeavesTheResultsThatDoNotStandAlone) {
     Click(survey.Dialog(), CancelCommand);
     EXPECT_EQ(windows(), 5);  // the tables
     EXPECT_FALSE(survey.Main.findChild<QDockWidget*>(QStringLiteral("startupDialog"))->isVisible());
+    EXPECT_EQ(survey.Main.findChild<QListWidget*>(QStringLiteral("history"))->count(), 0);
     survey.Main.Results().CloseAll();
     QCoreApplication::processEvents();
     EXPECT_EQ(survey.Main.Model().Present(), nullptr);

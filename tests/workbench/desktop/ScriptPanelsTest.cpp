@@ -132,6 +132,31 @@ TEST_F(ScriptPanelsTest, AScriptThatIsDroppedIsShownAndTheDataStay) {
     EXPECT_EQ(Main.Model().Present()->Table().FileName, "survey.sav");
 }
 
+TEST_F(ScriptPanelsTest, WhatIsTypedOrRecordedOutlivesTheDataAndIsAskedAboutBeforeItIsLost) {
+    auto& script = *Scripts.findChild<QPlainTextEdit*>("scriptText");
+    Drops = false;
+    Scripts.Record();
+    Main.Model().Present()->Press(AutoUpdateBox);
+    const QString recorded = Scripts.Text();
+    Scripts.ShowSoFar();
+    EXPECT_EQ(Asked, 0);  // it goes on
+    EXPECT_TRUE(Main.Open(QString::fromStdString(testing_locations::Sample("orders.csv"))));
+    EXPECT_FALSE(Scripts.IsRecording());
+    EXPECT_EQ(Scripts.Text(), recorded);
+    Scripts.ShowSoFar();
+    EXPECT_EQ(Asked, 1);
+    EXPECT_EQ(Scripts.Text(), recorded);
+    Click("saveScript");
+    QTest::keyClicks(&script, "# more ");
+    EXPECT_TRUE(Main.Open(QString::fromStdString(testing_locations::Sample("survey.sav"))));
+    EXPECT_TRUE(Scripts.Text().startsWith("# more"));
+    EXPECT_FALSE(Main.close());
+    EXPECT_EQ(Asked, 2);
+    Click("saveScript");
+    EXPECT_TRUE(Main.close());
+    EXPECT_EQ(Asked, 2);
+}
+
 TEST_F(ScriptPanelsTest, ARecordedScriptGivesTheSameDocuments) {
     Exploration& exploration = *Main.Model().Present();
     exploration.Press(DrillVariablesButton, [&](Window& dialog) {

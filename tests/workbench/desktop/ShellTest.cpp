@@ -41,12 +41,12 @@
 #include "workbench/desktop/window/PreferencesDialog.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
-#include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/desktop/window/StepBar.h"
 #include "workbench/desktop/window/TipTour.h"
 #include "workbench/desktop/window/WorkPanel.h"
 #include "workbench/desktop/window/Workspace.h"
 #include "workbench/dialogs/CaseSelectionDialog.h"
+#include "workbench/dialogs/OpenDataDialog.h"
 #include "workbench/windows/Window.h"
 
 namespace quillara {
@@ -270,6 +270,43 @@ TEST_F(Shell, AdviceOfRemarksCanBeFollowedHere) {
     }
 }
 
+TEST_F(Shell, RemarksGoWithTheirFile) {
+    const auto codes = [this] {
+        QStringList codes;
+        for (const Remark& remark : Main.Remarks().All()) {
+            codes.append(QString::fromStdString(remark.Code));
+        }
+        return codes;
+    };
+    const auto exchange = [this](const char* name) {
+        Main.Model().Do([&](Exploration& now) {
+            now.Press(OpenDataButton, [&](Window& dialog) {
+                dialog.Type(OpenDataDialog::Path, testing_locations::Sample(name));
+                dialog.Click(OkCommand);
+            });
+        });
+    };
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("twice.csv")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("a,a\n1,2\n");
+    file.close();
+    ASSERT_TRUE(Main.Open(file.fileName()));
+    const QStringList ofTheFile = codes();
+    ASSERT_FALSE(ofTheFile.isEmpty());
+    exchange("survey.sav");
+    const QStringList ofTheSurvey = codes();
+    for (const QString& code : ofTheFile) {
+        EXPECT_FALSE(ofTheSurvey.contains(code)) << code.toStdString();
+    }
+    exchange("orders.csv");
+    exchange("survey.sav");
+    EXPECT_EQ(codes(), ofTheSurvey);
+    Action("closeData").trigger();
+    EXPECT_TRUE(codes().isEmpty());
+    EXPECT_FALSE(Main.Remarks().isVisible());
+}
+
 TEST_F(Shell, LongWorkShowsItselfAndOnlyItsCancelActs) {
     int cancelled = 0;
     int pressed = 0;
@@ -463,32 +500,6 @@ TEST_F(Shell, TheWindowFitsItsScreen) {
     Main.Welcome(QString());
     EXPECT_TRUE(QRect(QPoint(), screen).contains(QRect(QPoint(), Main.size())));
     EXPECT_LT(Main.height(), screen.height());  // beside its title
-}
-
-TEST_F(Shell, AKilledSessionIsOfferedAndGoneOnWith) {
-    QTemporaryDir folder;
-    OpenSurvey();
-    Choose("sex", "region");
-    Down("sex", "Female");
-    QFile kept(folder.filePath(QStringLiteral("session-0.json")));
-    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
-    kept.write(SessionText(SessionOf(*Main.Model().Present(), testing_locations::Sample("survey.sav"))).c_str());
-    kept.close();
-
-    MainWindow next(nullptr);
-    next.Welcome(folder.path());
-    next.show();
-    auto* goOn = next.findChild<QAbstractButton*>(QStringLiteral("goOn"));
-    ASSERT_TRUE(goOn->isVisible());
-    Click(goOn);
-    ASSERT_NE(next.Model().Present(), nullptr);
-    EXPECT_EQ(next.Path().Crumb(1)->text().simplified(), QStringLiteral("sex = Female 1077"));
-    EXPECT_FALSE(kept.exists());
-    next.findChild<SessionKeeper*>()->Keep();
-    const QStringList running = {QStringLiteral("session-*.json")};
-    EXPECT_EQ(QDir(folder.path()).entryList(running).size(), 1);
-    next.close();
-    EXPECT_EQ(QDir(folder.path()).entryList(running).size(), 0);
 }
 
 }  // namespace

@@ -216,10 +216,14 @@ void ScriptView::ShowSoFar() {
     DoNext(&ScriptView::TakeSoFar);
 }
 
+/// What has been recorded of this exploration is part of it, that of another one isn't.
 void ScriptView::TakeSoFar() {
-    const bool wasTyped = Script->document()->isModified();
-    if (!Model.IsBusy() && (!wasTyped || MayDrop())) {
-        Model.Do([this](Exploration& exploration) { SetText(TextOfScript(exploration)); });
+    QString soFar;
+    const bool isThere =
+        !Model.IsBusy() && Model.Do([&](Exploration& exploration) { soFar = TextOfScript(exploration); });
+    const bool isLonger = soFar.startsWith(Text()) && !Script->document()->isModified();
+    if (isThere && (isLonger || MayDrop())) {
+        SetText(soFar);
     }
     ShowState();
 }

@@ -1,5 +1,6 @@
 #include "workbench/desktop/window/ExplorationModel.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <exception>
 #include <new>
@@ -113,6 +114,17 @@ bool ExplorationModel::Pick(BrushingRun& run) {
     const bool isPicked = Answering.Pick && Answering.Pick(run);
     Picks = false;
     return isPicked;
+}
+
+bool ExplorationModel::Restore(const KeptSession& session) {
+    const QScopedValueRollback settled(IsSettled, session.WasLeft);
+    return Do([&](Exploration& exploration) { exploration.Replay(session.Entries); });
+}
+
+void ExplorationModel::TableMade(std::shared_ptr<const DataTable> table) {
+    if (!IsSettled) {
+        emit tableMade(std::move(table));
+    }
 }
 
 bool ExplorationModel::GoTo(std::size_t state) {

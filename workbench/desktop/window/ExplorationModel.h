@@ -8,6 +8,7 @@
 #include "workbench/exploration/Exploration.h"
 #include "workbench/exploration/ExplorationHistory.h"
 #include "workbench/exploration/ExplorationListener.h"
+#include "workbench/exploration/KeptSession.h"
 
 namespace quillara {
 
@@ -50,6 +51,9 @@ class ExplorationModel : public QObject, public ExplorationListener {
 
     /// Works on the exploration and shows the user what it throws. False when there is none or it has thrown.
     bool Do(const std::function<void(Exploration&)>& action);
+    /// Does again what a session that was kept has done. Tables that one has made which the user has left aren't shown
+    /// again.
+    bool Restore(const KeptSession& session);
     /// Goes to a state of the history.
     bool GoTo(std::size_t state);
     /// Undoes the steps in force behind the first `count`.
@@ -66,7 +70,7 @@ class ExplorationModel : public QObject, public ExplorationListener {
     void DocumentCameToFront(ResultDocument& document) override { emit documentCameToFront(&document); }
     void DocumentWent(ResultDocument& document) override { emit documentWent(&document); }
     void DocumentsTold() override { emit documentsTold(); }
-    void TableMade(std::shared_ptr<const DataTable> table) override { emit tableMade(table); }
+    void TableMade(std::shared_ptr<const DataTable> table) override;
     void RemarkMade(const Remark& remark) override { emit remarkMade(remark); }
     void Changed() override;
     void WorkBegan(std::string_view text, std::int32_t total) override;
@@ -103,6 +107,7 @@ class ExplorationModel : public QObject, public ExplorationListener {
     ExplorationHistory Past;
     std::function<void()> Next;  // to be done when picking has ended
     bool Picks = false;
+    bool IsSettled = false;  // the tables that are made have been saved before, or nobody has wanted them
 };
 
 }  // namespace quillara

@@ -42,8 +42,12 @@ GuideBar::GuideBar(ExplorationModel& model, QWidget* parent)
     });
     connect(&model, &ExplorationModel::replaced, this, &GuideBar::Begin);
     connect(&model, &ExplorationModel::changed, this, &GuideBar::Refresh);
-    connect(
-        &model, &ExplorationModel::documentWent, this, [this] { Refresh(); }, Qt::QueuedConnection);
+    const auto follow = [this] {
+        if (!Model.IsBusy()) {  // in the midst of a pass nothing may be counted beside it
+            Refresh();
+        }
+    };
+    connect(&model, &ExplorationModel::documentWent, this, follow, Qt::QueuedConnection);
     hide();
 }
 

@@ -1,22 +1,19 @@
 #include "workbench/desktop/window/MainWindow.h"
 
 #include <QAbstractButton>
-#include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <exception>
+#include <utility>
 
 #include "resources/ControlIds.h"
 #include "workbench/desktop/data/DataPanels.h"
@@ -27,15 +24,12 @@
 #include "workbench/desktop/scripts/ScriptPanels.h"
 #include "workbench/desktop/window/BusyPointer.h"
 #include "workbench/desktop/window/ExploreMenu.h"
-#include "workbench/desktop/window/FileReading.h"
 #include "workbench/desktop/window/GuideBar.h"
 #include "workbench/desktop/window/HistoryPanel.h"
 #include "workbench/desktop/window/LongWork.h"
 #include "workbench/desktop/window/Preferences.h"
 #include "workbench/desktop/window/RecentFiles.h"
 #include "workbench/desktop/window/RemarkBar.h"
-#include "workbench/desktop/window/ScreenFit.h"
-#include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/desktop/window/StartPage.h"
 #include "workbench/desktop/window/StepBar.h"
 #include "workbench/desktop/window/StepTexts.h"
@@ -49,11 +43,6 @@
 
 namespace quillara {
 namespace {
-
-constexpr QSize FirstSize(1280, 860);
-constexpr const char* GeometryName = "geometry";
-constexpr const char* PlacesName = "places";
-constexpr int PlacesVersion = 1;  // of docks and tool bars; another when they are others
 
 bool Ask(QWidget* parent, const QString& question, const QString& action) {
     QMessageBox box(QMessageBox::Question, parent->windowTitle(), question, QMessageBox::Cancel, parent);
@@ -124,47 +113,6 @@ void MainWindow::TakePreferences() {
     Area->SetOptions({shared.HasFrequencyBars(), shared.HasMotion()});
 }
 
-void MainWindow::Welcome(const QString& sessions) {
-    Preferences& shared = Preferences::Shared();
-    resize(FirstSize.boundedTo(screen()->availableSize()));
-    restoreGeometry(shared.Value(QString::fromLatin1(GeometryName)).toByteArray());
-    restoreState(shared.Value(QString::fromLatin1(PlacesName)).toByteArray(), PlacesVersion);
-    KeepOnScreen(*this);
-    Side->setVisible(Startup != nullptr);
-    if (!sessions.isEmpty()) {
-        Keeper = new SessionKeeper(*Explored, sessions, this);
-        Keeper->SetArrangement([this] { return Area->Arrangement(); });
-        connect(Area, &Workspace::arranged, Keeper, &SessionKeeper::NoteChange);
-        OfferSession();
-    }
-    Tips->Greet();
-}
-
-/// What a program that was killed has left.
-void MainWindow::OfferSession() {
-    const std::optional<KeptSession> left = Keeper == nullptr ? std::nullopt : Keeper->Left();
-    if (!left) {
-        Start->ShowLeft(QString(), QString());
-        return;
-    }
-    const QString file = QFileInfo(QString::fromStdString(left->File)).fileName();
-    const QString state =
-        tr("%1; result windows: %2").arg(QString::fromStdString(left->State)).arg(left->Documents.size());
-    Start->ShowLeft(tr("&Go on with %1").arg(file), state);
-}
-
-void MainWindow::RestoreSession() {
-    const std::optional<KeptSession> left = Keeper == nullptr ? std::nullopt : Keeper->Left();
-    if (!left || !Open(QString::fromStdString(left->File))) {
-        return;
-    }
-    if (Explored->Do([&](Exploration& now) { now.Replay(left->Entries); })) {
-        Area->Arrange(left->Windows);
-        Keeper->ForgetLeft();
-    }
-    OfferSession();
-}
-
 MainWindow::~MainWindow() {
     Explored->End();
 }
@@ -194,16 +142,19 @@ void MainWindow::Compose() {
 }
 
 void MainWindow::Connect() {
-    connect(Explored, &ExplorationModel::replaced, this, &MainWindow::ShowDialog);
+    connect(Explored, &ExplorationModel::replaced, this, [this] {
+        Remarked = Explored->Present() == nullptr ? nullptr : &Explored->Present()->Table();
+        ShowDialog();
+    });
     connect(Explored, &ExplorationModel::changed, this, &MainWindow::ShowState);
-    connect(Explored, &ExplorationModel::remarkMade, Told, &RemarkBar::Add);
+    connect(Explored, &ExplorationModel::remarkMade, this, [this](const Remark& remark) {
+        FollowTable();
+        Told->Add(remark);
+    });
     connect(Start, &StartPage::openAsked, this, &MainWindow::AskForFile);
     connect(Start, &StartPage::fileChosen, this, &MainWindow::Open);
-    connect(Start, &StartPage::restoreAsked, this, &MainWindow::RestoreSession);
-    connect(Start, &StartPage::forgetAsked, this, [this] {
-        Keeper->ForgetLeft();
-        OfferSession();
-    });
+    connect(Start, &StartPage::restoreAsked, this, &MainWindow::Restore);
+    connect(Start, &StartPage::forgetAsked, this, &MainWindow::Forget);
     connect(Guide, &GuideBar::allAsked, this, &MainWindow::ExploreEverything);
     connect(Exploring, &ExploreMenu::allAsked, this, &MainWindow::ExploreEverything);
     connect(Steps, &StepBar::wentBack, this,
@@ -238,73 +189,6 @@ void MainWindow::ExploreEverything() {
     });
 }
 
-void MainWindow::AskForFile() {
-    const QString folder = OpenFile.isEmpty() ? QString() : QFileInfo(OpenFile).path();
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open data"), folder);
-    if (!path.isEmpty()) {
-        Open(path);
-    }
-}
-
-void MainWindow::ListRecent() {
-    Start->ShowRecent(RecentFiles::All());
-}
-
-/// Steps and results go with the exploration.
-bool MainWindow::MayReplace() {
-    Exploration* exploration = Explored->Present();
-    if (exploration == nullptr) {
-        return true;
-    }
-    const auto steps = exploration->HasEnded() ? 0 : static_cast<int>(exploration->Steps().size());
-    const auto results = static_cast<int>(exploration->Documents().size());
-    if (steps + results == 0) {
-        return true;
-    }
-    return Explored->Confirm(tr("This ends the exploration of %1: steps in force %2, result windows %3.")
-                                 .arg(QString::fromStdString(exploration->Table().FileName))
-                                 .arg(steps)
-                                 .arg(results),
-                             tr("&End it"));
-}
-
-bool MainWindow::Open(const QString& path) {
-    if (Explored->IsPicking()) {
-        Explored->DoNext([this, path] { Open(path); });
-        return false;
-    }
-    if (Explored->IsBusy() || Working->IsUnderWay() || !MayReplace()) {
-        return false;
-    }
-    TableReading::Outcome read = ReadWhileAlive(path, *Working);
-    try {
-        if (read.Table != nullptr) {
-            Told->Clear();
-            ScriptOpening opening;
-            opening.File = path.toStdString();
-            Explored->Begin(std::move(read.Table), std::move(opening));
-            OpenFile = path;
-            if (Keeper != nullptr) {
-                Keeper->SetFile(QFileInfo(path).absoluteFilePath());
-            }
-            RecentFiles::Add(path);
-        }
-    } catch (const std::exception& failure) {
-        read.Failure = failure.what();
-    }
-    if (!read.Failure.empty()) {
-        if (!QFileInfo::exists(path)) {
-            RecentFiles::Remove(path);
-        }
-        Explored->ShowMessage(read.Failure);
-    }
-    for (const Remark& remark : read.Remarks) {
-        Told->Add(remark);
-    }
-    ListRecent();
-    return OpenFile == path && read.Failure.empty();
-}
-
 void MainWindow::ShowDialog() {
     Startup = nullptr;
     delete Side->widget();
@@ -331,7 +215,16 @@ void MainWindow::ShowDialog() {
     Side->setWidget(scroll);
 }
 
+/// The startup dialog opens other tables, which have other remarks.
+void MainWindow::FollowTable() {
+    const DataTable* table = Explored->Present() == nullptr ? Remarked : &Explored->Present()->Table();
+    if (std::exchange(Remarked, table) != table) {
+        Told->Clear();
+    }
+}
+
 void MainWindow::ShowState() {
+    FollowTable();
     Exploration* exploration = Explored->Present();
     const bool isOpen = exploration != nullptr && !exploration->HasEnded();
     const QString file = exploration == nullptr ? QString() : QString::fromStdString(exploration->Table().FileName);
@@ -381,43 +274,6 @@ void MainWindow::ShowEnd() {
 void MainWindow::Undo(int states) {
     Explored->DoNext(
         [this, states] { Explored->GoTo(Explored->History().Present() + static_cast<std::size_t>(states)); });
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (!urls.isEmpty() && urls.front().isLocalFile()) {
-        event->acceptProposedAction();
-    }
-}
-
-void MainWindow::dropEvent(QDropEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    event->acceptProposedAction();
-    // Whoever the file is dragged from needn't wait until it is open.
-    QTimer::singleShot(0, this, [this, path = urls.front().toLocalFile()] { Open(path); });
-    if (urls.size() > 1) {
-        statusBar()->showMessage(tr("One file at a time: the first of %1 is opened.").arg(urls.size()), 8000);
-    }
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-    if (Explored->IsBusy()) {
-        event->ignore();
-        if (Explored->IsPicking()) {
-            Explored->DoNext([this] { close(); });
-        }
-        return;
-    }
-    QMainWindow::closeEvent(event);
-    if (!event->isAccepted()) {
-        return;
-    }
-    Preferences::Shared().Remember(QString::fromLatin1(GeometryName), saveGeometry());
-    Preferences::Shared().Remember(QString::fromLatin1(PlacesName), saveState(PlacesVersion));
-    if (Keeper != nullptr) {
-        Keeper->Remove();
-    }
-    Explored->End();
 }
 
 }  // namespace quillara

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QMainWindow>
-#include <memory>
+#include <array>
+#include <vector>
 
 #include "workbench/desktop/window/ExplorationModel.h"
+#include "workbench/desktop/window/SessionKeeper.h"
 #include "workbench/hosting/SettingsStore.h"
 
 class QDockWidget;
@@ -18,7 +20,6 @@ class ExploreMenu;
 class GuideBar;
 class LongWork;
 class RemarkBar;
-class SessionKeeper;
 class StartPage;
 class StepBar;
 class TipTour;
@@ -41,7 +42,8 @@ class MainWindow : public QMainWindow {
     /// which the user is told and which leaves all as it was, or when it is cancelled.
     bool Open(const QString& path);
     /// What a program's first window does: takes the places that it had, shows tips to a new user, and keeps sessions
-    /// in a folder, of which it offers the one that a kill has left. An empty folder: none are kept.
+    /// in a folder, of which it offers those that were left. An empty folder: none are kept, and the user is asked
+    /// before steps or results are lost.
     void Welcome(const QString& sessions);
     [[nodiscard]] ExplorationModel& Model() { return *Explored; }
     [[nodiscard]] Workspace& Results() { return *Area; }
@@ -72,16 +74,22 @@ class MainWindow : public QMainWindow {
     void SearchCommands();
     void ShowPreferences();
     void TakePreferences();
-    void OfferSession();
-    void RestoreSession();
     void AskForFile();
     void ListRecent();
-    [[nodiscard]] bool MayReplace();
+    [[nodiscard]] bool MayEnd();
+    void CloseData();
+    void OfferSessions();
+    void ListSessions(QMenu& menu);
+    void Restore(std::size_t row);
+    void Forget(std::size_t row);
+    void FollowTable();
     void ShowDialog();
     void ShowState();
     void ShowHistory();
     void ShowEnd();
     void Undo(int states);
+
+    static constexpr QSize FirstSize{1280, 860};
 
     ExplorationModel* Explored;
     Workspace* Area;
@@ -96,12 +104,14 @@ class MainWindow : public QMainWindow {
     QLabel* Status;
     TipTour* Tips;
     SessionKeeper* Keeper = nullptr;  // null: sessions aren't kept
+    std::vector<LeftSession> Offered;  // to be gone on with, the newest first
     std::array<QMenu*, 8> Menus{};
     ExploreMenu* Exploring = nullptr;
     DialogView* Startup = nullptr;
     QAction* UndoStep = nullptr;
     QAction* RedoStep = nullptr;
     QString OpenFile;
+    const DataTable* Remarked = nullptr;  // that the remarks are about
 };
 
 }  // namespace quillara

@@ -54,13 +54,12 @@ void MainWindow::AddFileMenu() {
             ListRecent();
         });
     });
-    file.addAction(tr("&Close the data"), QKeySequence(tr("Ctrl+Shift+Q")), this, [this] {
-        Explored->DoNext([this] {
-            if (MayReplace()) {
-                Explored->End();
-            }
-        });
-    });
+    QMenu* left = file.addMenu(tr("&Go on with"));
+    left->setObjectName(QStringLiteral("leftMenu"));
+    connect(left, &QMenu::aboutToShow, this, [this, left] { ListSessions(*left); });
+    file.addAction(tr("&Close the data"), QKeySequence(tr("Ctrl+Shift+Q")), this,
+                   [this] { Explored->DoNext([this] { CloseData(); }); })
+        ->setObjectName(QStringLiteral("closeData"));
     file.addSeparator();
     QMenu* result = file.addMenu(tr("Result in &front"));
     result->setObjectName(QStringLiteral("resultMenu"));

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QDateTime>
 #include <QLockFile>
 #include <QObject>
 #include <QTimer>
 #include <functional>
-#include <optional>
+#include <vector>
 
 #include "workbench/exploration/KeptSession.h"
 
@@ -12,12 +13,26 @@ namespace quillara {
 
 class ExplorationModel;
 
-/// Keeps the exploration on disk a moment after each change, so that it can be gone on with when the program has been
-/// killed. Each program that runs has a file of its own in the folder, which goes at a clean end.
+/// A session that can be gone on with.
+struct LeftSession {
+    QString Path;  ///< of its file
+    QDateTime Kept;  ///< when it was kept last
+    KeptSession Session;
+
+    [[nodiscard]] QString FileName() const;  ///< of its data, without folders
+    /// How it stands and when it was left, for people.
+    [[nodiscard]] QString State() const;
+};
+
+/// Keeps the exploration on disk, so that it can be gone on with: a moment after each change for the case that the
+/// program is killed, and when the user leaves it. Each program that runs has a file of its own in the folder, which
+/// goes at a clean end; each session that has been left has one, the newest of them are kept.
 class SessionKeeper : public QObject {
     Q_OBJECT
 
   public:
+    static constexpr int MostLeft = 5;
+
     /// The model outlives it.
     SessionKeeper(ExplorationModel& model, const QString& folder, QObject* parent = nullptr);
 
@@ -29,19 +44,25 @@ class SessionKeeper : public QObject {
     void NoteChange();
     /// Keeps it now, or removes what is kept when there is nothing to go on with. A disk that is full changes nothing.
     void Keep();
+    /// The user leaves the exploration: keeps it among the sessions that were left. False, and nothing is kept, when
+    /// that can't be written.
+    [[nodiscard]] bool Leave();
     /// The program ends cleanly.
     void Remove();
 
-    /// The newest session of a program that has been killed; nothing when there is none.
-    [[nodiscard]] std::optional<KeptSession> Left();
+    /// The sessions that were left, by the user or by a program that was killed; the newest first.
+    [[nodiscard]] std::vector<LeftSession> Left() const;
     /// It won't be offered again.
-    void ForgetLeft();
+    static void Forget(const LeftSession& session);
 
   private:
+    [[nodiscard]] bool HasWorkToKeep() const;
+    [[nodiscard]] bool Write(const QString& path, bool isLeft);
+    [[nodiscard]] QString FreePath() const;
+
     ExplorationModel& Model;
     QString Folder;
     QString Own;  // path of the file
-    QString OfKilled;  // path of the file that was left
     QLockFile Lock;
     QString File;
     std::function<WindowArrangement()> Arrangement;

@@ -36,10 +36,25 @@ QCommandLinkButton* Link(const QString& text, const QString& more, const char* n
     return button;
 }
 
+/// What one of its widgets does may run yet.
+void Empty(QVBoxLayout& rows) {
+    while (QLayoutItem* item = rows.takeAt(0)) {
+        if (item->widget() != nullptr) {
+            item->widget()->hide();
+            item->widget()->deleteLater();
+        }
+        delete item;
+    }
+}
+
 }  // namespace
 
 StartPage::StartPage(QWidget* parent)
-    : QWidget(parent), Left(new QWidget(this)), Recent(new QWidget(this)), Rows(new QVBoxLayout(Recent)) {
+    : QWidget(parent),
+      Left(new QWidget(this)),
+      LeftRows(new QVBoxLayout(Left)),
+      Recent(new QWidget(this)),
+      Rows(new QVBoxLayout(Recent)) {
     setObjectName(QStringLiteral("startPage"));
     auto* content = new QWidget(this);
     content->setMaximumWidth(fontMetrics().averageCharWidth() * Widest);
@@ -59,7 +74,9 @@ StartPage::StartPage(QWidget* parent)
     auto* sample =
         Link(tr("Try the sa&mple survey"), tr("2000 people: their work, income and reading"), "openSample", content);
     sample->setVisible(!Sample().isEmpty());
-    AddLeft(*column);
+    LeftRows->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(Left);
+    Left->hide();
     column->addWidget(open);
     column->addWidget(sample);
     Rows->setContentsMargins(0, 8, 0, 0);
@@ -85,36 +102,33 @@ QWidget& StartPage::ScrollingPage() {
     return *page;
 }
 
-void StartPage::AddLeft(QVBoxLayout& column) {
-    GoOn = Link(QString(), QString(), "goOn", Left);
-    auto* forget = new QPushButton(tr("Forge&t it"), Left);
-    forget->setObjectName(QStringLiteral("forgetLeft"));
-    forget->setToolTip(tr("Don't offer this session again"));
-    auto* row = new QHBoxLayout(Left);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(GoOn, 1);
-    row->addWidget(forget);
-    column.addWidget(Left);
-    connect(GoOn, &QPushButton::clicked, this, &StartPage::restoreAsked);
-    connect(forget, &QPushButton::clicked, this, &StartPage::forgetAsked);
-    Left->hide();
+void StartPage::ShowLeft(const std::vector<LeftRow>& rows) {
+    Empty(*LeftRows);
+    Left->setVisible(!rows.empty());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        AddLeft(rows[row], row);
+    }
 }
 
-void StartPage::ShowLeft(const QString& text, const QString& state) {
-    GoOn->setText(text);
-    GoOn->setDescription(tr("The program ended before you had finished: %1").arg(state));
-    GoOn->setAccessibleName(text);
-    Left->setVisible(!text.isEmpty());
+void StartPage::AddLeft(const LeftRow& left, std::size_t row) {
+    auto* line = new QWidget(Left);
+    const QString file = QString(left.File).replace('&', QStringLiteral("&&"));
+    auto* goOn =
+        Link(row == 0 ? tr("&Go on with %1").arg(file) : tr("Go on with %1").arg(file), left.State, "goOn", line);
+    auto* forget = new QPushButton(row == 0 ? tr("Forge&t it") : tr("Forget it"), line);
+    forget->setObjectName(QStringLiteral("forgetLeft"));
+    forget->setToolTip(tr("Don't offer this session again"));
+    auto* places = new QHBoxLayout(line);
+    places->setContentsMargins(0, 0, 0, 0);
+    places->addWidget(goOn, 1);
+    places->addWidget(forget);
+    LeftRows->addWidget(line);
+    connect(goOn, &QPushButton::clicked, this, [this, row] { emit restoreAsked(row); });
+    connect(forget, &QPushButton::clicked, this, [this, row] { emit forgetAsked(row); });
 }
 
 void StartPage::ShowRecent(const QStringList& files) {
-    while (QLayoutItem* item = Rows->takeAt(0)) {
-        if (item->widget() != nullptr) {
-            item->widget()->hide();
-            item->widget()->deleteLater();
-        }
-        delete item;
-    }
+    Empty(*Rows);
     Recent->setVisible(!files.isEmpty());
     if (files.isEmpty()) {
         return;

@@ -114,6 +114,9 @@ WindowArrangement Workspace::Arrangement() const {
     WindowArrangement windows{Tiled, viewMode() == TabbedView};
     for (const auto& document : DocumentsOf(Model.Present())) {
         const auto found = PlaceOf(*document);
+        if (found != Windows.end() && found->Frame == activeSubWindow()) {
+            windows.Front = windows.Places.size();
+        }
         const bool isPlaced = found != Windows.end() && IsArrangeable(*found->Frame);
         windows.Places.push_back(isPlaced ? PlaceFrom(found->Frame->geometry()) : WindowPlace());
     }
@@ -121,11 +124,16 @@ WindowArrangement Workspace::Arrangement() const {
 }
 
 void Workspace::Arrange(const WindowArrangement& windows) {
+    const std::vector<CountedPointer<ResultDocument>> documents = DocumentsOf(Model.Present());
+    if (windows.Front && *windows.Front < documents.size()) {
+        if (const auto front = PlaceOf(*documents[*windows.Front]); front != Windows.end()) {
+            setActiveSubWindow(front->Frame);
+        }
+    }
     if (windows.AreTiled) {
         return Tile();
     }
     Tiled = false;
-    const std::vector<CountedPointer<ResultDocument>> documents = DocumentsOf(Model.Present());
     for (std::size_t i = 0; i < documents.size(); ++i) {
         const auto found = PlaceOf(*documents[i]);
         if (found != Windows.end() && i < windows.Places.size() && windows.Places[i].Width > 0) {
