@@ -45,7 +45,7 @@ TipTour::TipTour(QWidget* parent)
       Title(new QLabel(this)),
       Text(new QLabel(this)),
       Place(new QLabel(this)),
-      ForGood(new QCheckBox(tr("Don't show &at the start"), this)),
+      ForGood(new QCheckBox(tr("Don't &show at the start"), this)),
       Back(new QPushButton(tr("&Back"), this)),
       On(new QPushButton(this)) {
     setObjectName(QStringLiteral("tour"));
